@@ -1,0 +1,146 @@
+#include "base/dates.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <charconv>
+#include <vector>
+
+#include "base/text.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::array<std::string_view, 12> kMonthNames = {"JANUARY",   "FEBRUARY", "MARCH",    "APRIL",
+                                                          "MAY",       "JUNE",     "JULY",     "AUGUST",
+                                                          "SEPTEMBER", "OCTOBER",  "NOVEMBER", "DECEMBER"};
+constexpr std::size_t kShortestMonthName = 3;
+constexpr int kCenturyPivot = 30;
+
+std::optional<int> WholeCount(std::string_view text) {
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || text.front() == '-') return std::nullopt;
+    return value;
+}
+
+// 1 to 12 for a month's name or its first three letters or more.
+std::optional<int> MonthByName(std::string_view text) {
+    if (text.size() < kShortestMonthName) return std::nullopt;
+    const std::string upper = UpperCase(text);
+    for (std::size_t i = 0; i < kMonthNames.size(); ++i) {
+        if (kMonthNames[i].substr(0, upper.size()) == upper) return static_cast<int>(i) + 1;
+    }
+    return std::nullopt;
+}
+
+std::vector<std::string_view> DateParts(std::string_view text) {
+    std::vector<std::string_view> parts;
+    constexpr std::string_view kSeparators = "/-., \t";
+    std::size_t start = text.find_first_not_of(kSeparators);
+    while (start != std::string_view::npos) {
+        const std::size_t end = text.find_first_of(kSeparators, start);
+        parts.push_back(text.substr(start, end - start));
+        start = text.find_first_not_of(kSeparators, end);
+    }
+    return parts;
+}
+
+int FullYear(int year, std::size_t digits) {
+    if (digits > 2) return year;
+    return year < kCenturyPivot ? 2000 + year : 1900 + year;
+}
+
+std::optional<Date> ValidDate(std::optional<int> year, std::optional<int> month, std::optional<int> day,
+                              std::size_t yearDigits) {
+    if (!year || !month || !day || yearDigits > 4 || yearDigits == 3) return std::nullopt;
+    if (*month > 12 || *day > 31) return std::nullopt;
+    const Date date{std::chrono::year{FullYear(*year, yearDigits)},
+                    std::chrono::month{static_cast<unsigned>(*month)},
+                    std::chrono::day{static_cast<unsigned>(*day)}};
+    if (!date.ok()) return std::nullopt;
+    return date;
+}
+
+int YearOf(const Date& date) {
+    return static_cast<int>(date.year());
+}
+unsigned MonthOf(const Date& date) {
+    return static_cast<unsigned>(date.month());
+}
+unsigned DayOf(const Date& date) {
+    return static_cast<unsigned>(date.day());
+}
+
+}  // namespace
+
+std::optional<Date> ParseDate(std::string_view text) {
+    const auto parts = DateParts(text);
+    if (parts.size() != 3) return std::nullopt;
+    const auto count = [&](std::size_t i) { return WholeCount(parts[i]); };
+    if (const auto month = MonthByName(parts[0])) {
+        return ValidDate(count(2), month, count(1), parts[2].size());
+    }
+    if (const auto month = MonthByName(parts[1])) {
+        return ValidDate(count(2), month, count(0), parts[2].size());
+    }
+    if (parts[0].size() == 4) return ValidDate(count(0), count(1), count(2), parts[0].size());
+    return ValidDate(count(2), count(0), count(1), parts[2].size());
+}
+
+std::string FormatDate(const Date& date) {
+    return fmt::format("{:02}/{:02}/{:02}", MonthOf(date), DayOf(date), YearOf(date) % 100);
+}
+
+std::string FormatLongDate(const Date& date) {
+    return fmt::format("{:02}/{:02}/{:04}", MonthOf(date), DayOf(date), YearOf(date));
+}
+
+std::string FormatIsoDate(const Date& date) {
+    return fmt::format("{:04}-{:02}-{:02}", YearOf(date), MonthOf(date), DayOf(date));
+}
+
+std::string ReformatDate(std::string_view text) {
+    const auto date = ParseDate(text);
+    return date ? FormatDate(*date) : std::string(text);
+}
+
+Date AddDays(const Date& date, int days) {
+    return Date{std::chrono::sys_days{date} + std::chrono::days{days}};
+}
+
+std::optional<int> ParseTime(std::string_view text) {
+    text = Trim(text);
+    constexpr std::size_t kSuffix = 2;
+    std::optional<bool> afternoon;
+    if (text.size() > kSuffix) {
+        const std::string_view suffix = text.substr(text.size() - kSuffix);
+        if (EqualIgnoringCase(suffix, "am")) afternoon = false;
+        if (EqualIgnoringCase(suffix, "pm")) afternoon = true;
+        if (afternoon) text = Trim(text.substr(0, text.size() - kSuffix));
+    }
+    const auto parts = SplitAt(text, ':');
+    if (parts.size() < 2 || parts.size() > 3) return std::nullopt;
+    std::array<int, 3> values{};
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const auto value = parts[i].empty() || parts[i].size() > 2 ? std::nullopt : WholeCount(parts[i]);
+        if (!value || *value > 59) return std::nullopt;
+        values[i] = *value;
+    }
+    int hour = values[0];
+    if (hour > 23 || (afternoon && (hour < 1 || hour > 12))) return std::nullopt;
+    if (afternoon) hour = hour % 12 + (*afternoon ? 12 : 0);
+    return hour * 60 + values[1];
+}
+
+std::string FormatTime(int minutes) {
+    return fmt::format("{:02}:{:02}", minutes / 60, minutes % 60);
+}
+
+std::string ReformatTime(std::string_view text) {
+    const auto minutes = ParseTime(text);
+    return minutes ? FormatTime(*minutes) : std::string(text);
+}
+
+}  // namespace brantlow

@@ -1,0 +1,177 @@
+#include "base/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <string>
+
+namespace brantlow {
+
+namespace {
+
+std::error_code LastError() {
+    return {errno, std::generic_category()};
+}
+
+// An open file descriptor, closed with its owner.
+class Descriptor {
+  public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() { Close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int Number() const { return number_; }
+    bool IsOpen() const { return number_ >= 0; }
+    // False when the system reports a late write error.
+    bool Close() {
+        if (number_ < 0) return true;
+        const int number = number_;
+        number_ = -1;
+        return ::close(number) == 0;
+    }
+
+  private:
+    int number_;
+};
+
+std::error_code WriteAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0) {
+            if (errno == EINTR) continue;
+            return LastError();
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return {};
+}
+
+std::error_code ReadAll(int descriptor, std::string& bytes) {
+    std::size_t used = 0;
+    for (;;) {
+        if (used == bytes.size()) bytes.resize(used + std::max<std::size_t>(used, 4096));
+        const ssize_t count = ::read(descriptor, bytes.data() + used, bytes.size() - used);
+        if (count < 0) {
+            if (errno == EINTR) continue;
+            return LastError();
+        }
+        if (count == 0) break;
+        used += static_cast<std::size_t>(count);
+    }
+    bytes.resize(used);
+    return {};
+}
+
+std::error_code WriteTemporary(const Path& temporary, std::string_view bytes, Flush flush, mode_t mode) {
+    Descriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (!file.IsOpen()) return LastError();
+    if (const auto error = WriteAll(file.Number(), bytes)) return error;
+    if (flush == Flush::ToDisk && ::fdatasync(file.Number()) != 0) return LastError();
+    return file.Close() ? std::error_code{} : LastError();
+}
+
+}  // namespace
+
+ReadResult ReadWholeFile(const Path& path) {
+    ReadResult result;
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0) {
+        result.error = LastError();
+        const bool missing = result.error == std::errc::no_such_file_or_directory ||
+                             result.error == std::errc::not_a_directory;
+        result.outcome = missing ? ReadOutcome::Missing : ReadOutcome::Failed;
+        return result;
+    }
+    result.outcome = ReadOutcome::Failed;
+    if (!S_ISREG(status.st_mode)) {
+        result.error = std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
+                                                                    : std::errc::invalid_argument);
+        return result;
+    }
+    // One byte more than the file holds, so that a single further read meets its end.
+    result.bytes.resize(static_cast<std::size_t>(status.st_size) + 1);
+    result.error = ReadAll(file.Number(), result.bytes);
+    if (result.error) {
+        result.bytes.clear();
+    } else {
+        result.outcome = ReadOutcome::Done;
+    }
+    return result;
+}
+
+std::string BytesOrEmpty(const Path& path) {
+    return ReadWholeFile(path).bytes;
+}
+
+std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush flush) {
+    std::error_code error;
+    // A link is followed, so that the file it points to is replaced and not the link.
+    const Path target =
+        std::filesystem::is_symlink(path, error) ? std::filesystem::canonical(path, error) : path;
+    if (error) return error;
+    struct stat status {};
+    const bool exists = ::stat(target.c_str(), &status) == 0;
+    if (exists && !S_ISREG(status.st_mode)) {
+        return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
+                                                            : std::errc::invalid_argument);
+    }
+    if (exists && ::access(target.c_str(), W_OK) != 0) return LastError();
+    constexpr mode_t kDefaultMode = 0666;
+    constexpr mode_t kPermissions = 0777;
+    const mode_t mode = exists ? status.st_mode & kPermissions : kDefaultMode;
+    const Path temporary = target.parent_path() / (".brantlow-" + std::to_string(::getpid()) + ".tmp");
+    ::unlink(temporary.c_str());
+    error = WriteTemporary(temporary, bytes, flush, mode);
+    if (!error && ::rename(temporary.c_str(), target.c_str()) != 0) error = LastError();
+    if (error) ::unlink(temporary.c_str());
+    return error;
+}
+
+std::error_code AppendToFile(const Path& path, std::string_view bytes) {
+    constexpr mode_t kDefaultMode = 0666;
+    Descriptor file(
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, kDefaultMode));
+    if (!file.IsOpen()) return LastError();
+    struct stat status {};
+    if (::fstat(file.Number(), &status) != 0) return LastError();
+    if (const auto error = WriteAll(file.Number(), bytes)) {
+        // A disk that filled up in mid-write: what was there before stands alone again.
+        if (::ftruncate(file.Number(), status.st_size) != 0) return LastError();
+        return error;
+    }
+    return file.Close() ? std::error_code{} : LastError();
+}
+
+bool DeleteOneFile(const Path& path) {
+    return ::unlink(path.c_str()) == 0;
+}
+
+bool IsRegularFile(const Path& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error);
+}
+
+std::vector<std::string> FileNamesIn(const Path& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (auto it = std::filesystem::directory_iterator(folder, error);
+         !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
+        std::error_code typeError;
+        if (it->is_regular_file(typeError)) names.push_back(it->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string PlatformPath(std::string_view text) {
+    std::string path(text);
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return path;
+}
+
+}  // namespace brantlow

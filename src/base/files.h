@@ -1,0 +1,51 @@
+// Whole files in and out. A writer replaces a file by renaming a finished one over it, so that a reader never
+// sees half a file and a crash leaves the old one or the new one.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace brantlow {
+
+using Path = std::filesystem::path;
+
+// Why a file gave no bytes. A folder in place of a file is Failed.
+enum class ReadOutcome { Done, Missing, Failed };
+
+struct ReadResult {
+    ReadOutcome outcome = ReadOutcome::Missing;
+    std::string bytes;      // empty unless Done
+    std::error_code error;  // set when Failed
+};
+
+ReadResult ReadWholeFile(const Path& path);
+
+// The bytes of the file, empty when it cannot be read: for callers to whom a missing file is an empty one.
+std::string BytesOrEmpty(const Path& path);
+
+// Settings, tables and reports are flushed to the disk before they take the old file's place. Year files of
+// the database are many and can be fetched again; they are not.
+enum class Flush { ToDisk, Later };
+
+// Replaces `path` by `bytes`. On failure the old file stands, no other file is left behind and the reason is
+// returned.
+std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush flush = Flush::ToDisk);
+
+// Adds whole lines to the end of `path` in one write, creating it when it is missing.
+std::error_code AppendToFile(const Path& path, std::string_view bytes);
+
+// Deletes a file; true when one was deleted. A folder is never deleted.
+bool DeleteOneFile(const Path& path);
+
+bool IsRegularFile(const Path& path);
+
+// Names of the regular files in `folder`, sorted; empty when the folder cannot be read.
+std::vector<std::string> FileNamesIn(const Path& folder);
+
+// `text` as a path of this platform: backslashes, as settings files of any age hold them, become slashes.
+std::string PlatformPath(std::string_view text);
+
+}  // namespace brantlow

@@ -1,0 +1,214 @@
+#include "base/numbers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+
+#include "base/text.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr int kGeneralFormDigits = 15;
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// Length of the number at the front of `text` (no leading blanks), 0 when there is none.
+std::size_t NumberLength(std::string_view text) {
+    std::size_t i = 0;
+    const auto at = [&](std::size_t k) { return k < text.size() ? text[k] : '\0'; };
+    if (at(i) == '+' || at(i) == '-') ++i;
+    const std::size_t digitsStart = i;
+    while (IsDigit(at(i))) ++i;
+    std::size_t digits = i - digitsStart;
+    if (at(i) == '.') {
+        const std::size_t fraction = i + 1;
+        std::size_t end = fraction;
+        while (IsDigit(at(end))) ++end;
+        digits += end - fraction;
+        if (digits > 0) i = end;
+    }
+    if (digits == 0) return 0;
+    if (at(i) == 'e' || at(i) == 'E') {
+        std::size_t end = i + 1;
+        if (at(end) == '+' || at(end) == '-') ++end;
+        if (IsDigit(at(end))) {
+            while (IsDigit(at(end))) ++end;
+            i = end;
+        }
+    }
+    return i;
+}
+
+double Convert(std::string_view number) {
+    if (!number.empty() && number.front() == '+') number.remove_prefix(1);
+    double value = 0;
+    const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    return result.ec == std::errc() ? value : 0;
+}
+
+// A finite value as its shortest decimal digits: 0.DIGITS times ten to the power `point`.
+struct Decimal {
+    bool negative = false;
+    std::string digits;  // no leading zero unless the value is 0
+    int point = 0;
+};
+
+Decimal ToDecimal(double value) {
+    Decimal decimal;
+    decimal.negative = std::signbit(value);
+    char buffer[64];
+    const auto end =
+        std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value), std::chars_format::scientific).ptr;
+    const std::string_view text(buffer, static_cast<std::size_t>(end - buffer));
+    const std::size_t e = text.find('e');
+    for (const char c : text.substr(0, e)) {
+        if (c != '.') decimal.digits += c;
+    }
+    std::string_view exponent = text.substr(e + 1);
+    if (exponent.front() == '+') exponent.remove_prefix(1);
+    std::from_chars(exponent.data(), exponent.data() + exponent.size(), decimal.point);
+    ++decimal.point;
+    if (decimal.digits == "0") decimal = Decimal{false, "0", 1};
+    return decimal;
+}
+
+// Half away from zero at `decimals` places behind the point.
+void RoundAt(Decimal& decimal, int decimals) {
+    const int keep = decimal.point + decimals;
+    if (keep < 0) {
+        decimal = Decimal{false, "0", 1};
+        return;
+    }
+    const auto kept = static_cast<std::size_t>(keep);
+    if (kept >= decimal.digits.size()) return;
+    const bool up = decimal.digits[kept] >= '5';
+    decimal.digits.resize(kept);
+    if (up) {
+        std::size_t i = kept;
+        while (i > 0 && decimal.digits[i - 1] == '9') decimal.digits[--i] = '0';
+        if (i > 0) {
+            ++decimal.digits[i - 1];
+        } else {
+            decimal.digits.insert(decimal.digits.begin(), '1');
+            ++decimal.point;
+        }
+    }
+    if (decimal.digits.find_first_not_of('0') == std::string::npos) decimal = Decimal{false, "0", 1};
+}
+
+std::string WholeDigits(const Decimal& decimal) {
+    if (decimal.point <= 0) return {};
+    const auto count = static_cast<std::size_t>(decimal.point);
+    std::string whole = decimal.digits.substr(0, count);
+    whole.append(count - whole.size(), '0');
+    whole.erase(0, std::min(whole.find_first_not_of('0'), whole.size()));
+    return whole;
+}
+
+std::string FractionDigits(const Decimal& decimal) {
+    const std::size_t zeros = decimal.point < 0 ? static_cast<std::size_t>(-decimal.point) : 0;
+    const std::size_t start = decimal.point > 0 ? static_cast<std::size_t>(decimal.point) : 0;
+    std::string fraction(zeros, '0');
+    if (start < decimal.digits.size()) fraction += decimal.digits.substr(start);
+    fraction.erase(fraction.find_last_not_of('0') + 1);
+    return fraction;
+}
+
+struct Picture {
+    std::string_view prefix;
+    std::size_t wholeZeros = 0;
+    std::size_t fractionZeros = 0;
+    std::size_t fractionPlaces = 0;
+};
+
+Picture ParsePicture(std::string_view text) {
+    Picture picture;
+    const std::size_t start = std::min(text.find_first_of("0#."), text.size());
+    picture.prefix = text.substr(0, start);
+    const std::size_t point = std::min(text.find('.', start), text.size());
+    const std::string_view whole = text.substr(start, point - start);
+    const std::string_view fraction = text.substr(std::min(point + 1, text.size()));
+    picture.wholeZeros = static_cast<std::size_t>(std::count(whole.begin(), whole.end(), '0'));
+    picture.fractionZeros = static_cast<std::size_t>(std::count(fraction.begin(), fraction.end(), '0'));
+    picture.fractionPlaces = fraction.size();
+    return picture;
+}
+
+}  // namespace
+
+double LeadingNumber(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    return Convert(text.substr(0, NumberLength(text)));
+}
+
+std::optional<double> WholeNumber(std::string_view text) {
+    text = Trim(text);
+    if (text.empty() || NumberLength(text) != text.size()) return std::nullopt;
+    return Convert(text);
+}
+
+std::string ShortestNumber(double value) {
+    if (!std::isfinite(value) || value == 0) return "0";
+    constexpr double kPlainLow = 1e-5;
+    constexpr double kPlainHigh = 1e16;
+    const double size = std::fabs(value);
+    char buffer[64];
+    const auto end = size >= kPlainLow && size < kPlainHigh
+                         ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr
+                         : std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
+    return std::string(buffer, end);
+}
+
+std::string FormatPicture(std::string_view text, double value) {
+    const Picture picture = ParsePicture(text);
+    Decimal decimal = ToDecimal(std::isfinite(value) ? value : 0);
+    RoundAt(decimal, static_cast<int>(picture.fractionPlaces));
+    std::string whole = WholeDigits(decimal);
+    if (whole.size() < picture.wholeZeros) whole.insert(0, picture.wholeZeros - whole.size(), '0');
+    std::string fraction = FractionDigits(decimal);
+    if (fraction.size() < picture.fractionZeros) {
+        fraction.append(picture.fractionZeros - fraction.size(), '0');
+    }
+    std::string out = decimal.negative ? "-" : "";
+    out += picture.prefix;
+    out += whole;
+    if (!fraction.empty()) out.append(1, '.').append(fraction);
+    return out;
+}
+
+std::string FormatPictureText(std::string_view picture, std::string_view text) {
+    const std::optional<double> value = WholeNumber(text);
+    return value ? FormatPicture(picture, *value) : std::string(text);
+}
+
+double RoundDecimals(double value, int decimals) {
+    if (!std::isfinite(value)) return 0;
+    Decimal decimal = ToDecimal(value);
+    RoundAt(decimal, decimals);
+    const std::string text =
+        (decimal.negative ? "-0." : "0.") + decimal.digits + "e" + std::to_string(decimal.point);
+    return Convert(text);
+}
+
+double RoundToGeneralForm(double value) {
+    char buffer[64];
+    const auto end =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, kGeneralFormDigits)
+            .ptr;
+    return Convert(std::string_view(buffer, static_cast<std::size_t>(end - buffer)));
+}
+
+std::optional<double> Divide(double a, double b) {
+    if (b == 0) return std::nullopt;
+    const double quotient = a / b;
+    if (!std::isfinite(quotient)) return std::nullopt;
+    return quotient;
+}
+
+}  // namespace brantlow

@@ -1,0 +1,29 @@
+// The engine's one line to a person. The windows, a terminal and a recording test double implement it; the
+// engine calls it and knows nothing of them.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace brantlow {
+
+class Person {
+  public:
+    virtual ~Person() = default;
+
+    // A message box with one button. `title` may be empty: the program's name stands there.
+    virtual void Say(std::string_view text, std::string_view title = {}) = 0;
+    // A Yes and No question; true for Yes.
+    virtual bool Ask(std::string_view text, std::string_view title = {}) = 0;
+    // The one word of status panel 2 for what the program is doing ("Opening", "Selecting", "Complete").
+    virtual void ShowStatusWord(std::string_view word) = 0;
+    // The number of tickers of the open table in status panel 3.
+    virtual void ShowTickerCount(std::size_t count) = 0;
+    // Share of the run that is done, 0 to 1. Called for every ticker: a cheap implementation throttles.
+    virtual void ShowProgress(double fraction) = 0;
+    // Lets waiting window events run. A handler may change the run's control word meanwhile.
+    virtual void PumpEvents() = 0;
+    virtual void Beep() = 0;
+};
+
+}  // namespace brantlow

@@ -1,0 +1,61 @@
+#include "store/year_files.h"
+
+#include <array>
+
+#include "base/text.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::array<std::string_view, 4> kDeviceNames = {"CON", "PRN", "AUX", "NUL"};
+// A file name holds 255 bytes; the point and the year take three.
+constexpr std::size_t kLongestTicker = 250;
+
+bool CanStandInFileName(std::string_view text) {
+    return text.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos;
+}
+
+}  // namespace
+
+bool IsDeviceName(std::string_view ticker) {
+    const std::string upper = UpperCase(ticker);
+    for (const std::string_view name : kDeviceNames) {
+        if (!upper.starts_with(name)) continue;
+        if (upper.size() == name.size() || upper[name.size()] == '.') return true;
+    }
+    return false;
+}
+
+bool HasDatabaseFiles(std::string_view ticker) {
+    return !ticker.empty() && ticker != "." && ticker != ".." && ticker.size() <= kLongestTicker &&
+           CanStandInFileName(ticker) && !IsDeviceName(ticker);
+}
+
+std::optional<Path> YearFilePath(const std::string& quoteFolder, std::string_view ticker,
+                                 std::string_view yy) {
+    constexpr std::size_t kYearDigits = 2;
+    if (!HasDatabaseFiles(ticker) || yy.size() > kYearDigits || !CanStandInFileName(yy)) return std::nullopt;
+    std::string path = quoteFolder;
+    path.append(ticker).append(1, '.').append(yy);
+    return Path(std::move(path));
+}
+
+std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view ticker) {
+    std::vector<Path> files;
+    if (!HasDatabaseFiles(ticker)) return files;
+    const std::string front = std::string(ticker) + '.';
+    for (const std::string& name : FileNamesIn(quoteFolder)) {
+        if (!name.starts_with(front) || name.find('.', front.size()) != std::string::npos) continue;
+        files.push_back(Path(quoteFolder) / name);
+    }
+    return files;
+}
+
+bool DeleteTickerHistory(const std::string& quoteFolder, std::string_view ticker) {
+    bool allGone = true;
+    for (const Path& file : YearFilesOf(quoteFolder, ticker)) allGone = DeleteOneFile(file) && allGone;
+    return allGone;
+}
+
+}  // namespace brantlow

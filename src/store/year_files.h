@@ -1,0 +1,34 @@
+// The names of the quote database's files: one text file a ticker and year, <QuoteFolder><ticker>.<yy>.
+//
+// This is the only code that joins a ticker to a path. A ticker is used as it stands, wildcard characters
+// included. One that no file name can hold, or that is a system's device name, has no files.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/files.h"
+
+namespace brantlow {
+
+// True for CON, PRN, AUX, NUL in any case and for names that begin with one of them and a point.
+bool IsDeviceName(std::string_view ticker);
+
+// False when a ticker is empty, a device name, or cannot stand in a file name: a separator, NUL, "." or "..",
+// or more than 250 bytes.
+bool HasDatabaseFiles(std::string_view ticker);
+
+// The file of `ticker` for the two-digit year `yy` (two characters), or nothing for a ticker without files or
+// a year text that cannot stand in a file name.
+std::optional<Path> YearFilePath(const std::string& quoteFolder, std::string_view ticker,
+                                 std::string_view yy);
+
+// The files named <ticker>.<rest>, where the rest holds no further point.
+std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view ticker);
+
+// Deletes all files of a ticker; true when none is left.
+bool DeleteTickerHistory(const std::string& quoteFolder, std::string_view ticker);
+
+}  // namespace brantlow
