@@ -66,6 +66,13 @@ std::error_code ReadAll(int descriptor, std::string& bytes) {
     return {};
 }
 
+// The file that a link points to, so that it is replaced and not the link; `path` itself where it is none.
+Path BehindLink(const Path& path, std::error_code& error) {
+    struct stat status {};
+    const bool isLink = ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+    return isLink ? std::filesystem::canonical(path, error) : path;
+}
+
 std::error_code WriteTemporary(const Path& temporary, std::string_view bytes, Flush flush, mode_t mode) {
     Descriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
     if (!file.IsOpen()) return LastError();
@@ -110,9 +117,7 @@ std::string BytesOrEmpty(const Path& path) {
 
 std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush flush) {
     std::error_code error;
-    // A link is followed, so that the file it points to is replaced and not the link.
-    const Path target =
-        std::filesystem::is_symlink(path, error) ? std::filesystem::canonical(path, error) : path;
+    const Path target = BehindLink(path, error);
     if (error) return error;
     struct stat status {};
     const bool exists = ::stat(target.c_str(), &status) == 0;
@@ -124,7 +129,8 @@ std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush f
     constexpr mode_t kDefaultMode = 0666;
     constexpr mode_t kPermissions = 0777;
     const mode_t mode = exists ? status.st_mode & kPermissions : kDefaultMode;
-    const Path temporary = target.parent_path() / (".brantlow-" + std::to_string(::getpid()) + ".tmp");
+    // Thread numbers are unique on the machine, so that two writers never share a temporary file.
+    const Path temporary = target.parent_path() / (".brantlow-" + std::to_string(::gettid()) + ".tmp");
     ::unlink(temporary.c_str());
     error = WriteTemporary(temporary, bytes, flush, mode);
     if (!error && ::rename(temporary.c_str(), target.c_str()) != 0) error = LastError();
