@@ -1,0 +1,120 @@
+#include "shell/app_folder.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdlib>
+
+namespace brantlow {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kData = "Data";
+// Data/ while it is being filled.
+constexpr const char* kDataInWork = "Data.new";
+constexpr std::array<const char*, 5> kFolders = {"Quotes/EOD", "Images", "Help", "Back Up", "Back Up/Data"};
+// build/<preset>/bin/ lies three folders below the folder that holds assets/.
+constexpr int kFoldersAbove = 3;
+
+bool IsFolder(const Path& path) {
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+std::string Environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string{} : std::string(value);
+}
+
+Path HomeFolder() {
+    const std::string home = Environment("HOME");
+    if (!home.empty()) return home;
+    const passwd* entry = ::getpwuid(::getuid());
+    return entry != nullptr && entry->pw_dir != nullptr ? Path(entry->pw_dir) : Path("/");
+}
+
+// Absolute, without "." or "..", without a closing separator.
+Path Tidy(const Path& path) {
+    std::error_code error;
+    const Path absolute = fs::absolute(path, error).lexically_normal();
+    return absolute.has_filename() || absolute == absolute.root_path() ? absolute : absolute.parent_path();
+}
+
+std::error_code CopyMissingFile(const Path& from, const Path& to) {
+    std::error_code error;
+    // A dangling link is somebody's, too.
+    if (fs::exists(fs::symlink_status(to, error))) return {};
+    const ReadResult shipped = ReadWholeFile(from);
+    if (shipped.outcome != ReadOutcome::Done) {
+        return shipped.error ? shipped.error : std::make_error_code(std::errc::no_such_file_or_directory);
+    }
+    return WriteWholeFile(to, shipped.bytes);
+}
+
+// Copies the files below `from` that `to` lacks, making folders as needed.
+std::error_code CopyMissingFiles(const Path& from, const Path& to) {
+    std::error_code error;
+    fs::create_directories(to, error);
+    if (error || !IsFolder(from)) return error;
+    for (auto it = fs::recursive_directory_iterator(from, error);
+         !error && it != fs::recursive_directory_iterator(); it.increment(error)) {
+        const Path target = to / it->path().lexically_relative(from);
+        std::error_code one;
+        if (it->is_directory(one)) {
+            fs::create_directories(target, one);
+        } else {
+            one = CopyMissingFile(it->path(), target);
+        }
+        if (one) return one;
+    }
+    return error;
+}
+
+std::error_code MakeData(const Path& assets, const Path& appPath) {
+    if (IsFolder(appPath / kData)) return CopyMissingFiles(assets / kData, appPath / kData);
+    if (const auto error = CopyMissingFiles(assets / kData, appPath / kDataInWork)) return error;
+    std::error_code error;
+    fs::rename(appPath / kDataInWork, appPath / kData, error);
+    return error;
+}
+
+}  // namespace
+
+StartPlaces CurrentStartPlaces() {
+    std::error_code error;
+    return {Environment("BRANTLOW_HOME"), HomeFolder(), fs::read_symlink("/proc/self/exe", error)};
+}
+
+Path ResolveAppPath(const StartPlaces& places) {
+    if (!places.brantlowHome.empty()) return Tidy(places.brantlowHome);
+    const Path folder = places.executable.parent_path();
+    if (!folder.empty() && IsFolder(folder / kData)) return Tidy(folder);
+    return Tidy(places.home / "Brantlow");
+}
+
+std::optional<Path> FindAssets(const Path& executable) {
+    const Path own = Tidy(executable).parent_path();
+    Path folder = own;
+    for (int i = 0; i <= kFoldersAbove; ++i, folder = folder.parent_path()) {
+        if (IsFolder(folder / "assets" / kData)) return folder / "assets";
+    }
+    const Path installed = own.parent_path() / "share" / "brantlow";
+    if (IsFolder(installed / kData)) return installed;
+    return std::nullopt;
+}
+
+bool NeedsMaking(const Path& appPath) {
+    return !IsFolder(appPath / kData);
+}
+
+std::error_code MakeAppFolder(const Path& assets, const Path& appPath) {
+    for (const char* folder : kFolders) {
+        if (const auto error = CopyMissingFiles(assets / folder, appPath / folder)) return error;
+    }
+    return MakeData(assets, appPath);
+}
+
+}  // namespace brantlow

@@ -1,0 +1,18 @@
+// The words of status panel 2: what the program is doing. Every run ends on kStatusComplete.
+#pragma once
+
+#include <string_view>
+
+namespace brantlow {
+
+inline constexpr std::string_view kStatusOpening = "Opening";
+inline constexpr std::string_view kStatusSaving = "Saving";
+inline constexpr std::string_view kStatusComplete = "Complete";
+inline constexpr std::string_view kStatusImporting = "Importing EODQ";
+inline constexpr std::string_view kStatusUpdating = "Updating";
+inline constexpr std::string_view kStatusAutomaticSave = "Automatic Save";
+inline constexpr std::string_view kStatusAutomatic = "Automatic";
+inline constexpr std::string_view kStatusSelecting = "Selecting";
+inline constexpr std::string_view kStatusPopulating = "Populating";
+
+}  // namespace brantlow
