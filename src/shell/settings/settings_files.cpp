@@ -1,0 +1,182 @@
+#include "shell/settings/settings_files.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+#include "base/values.h"
+#include "shell/settings/default_hosts.h"
+#include "shell/settings/settings_defaults.h"
+
+namespace brantlow {
+
+namespace {
+
+// Lines of DataSettings that say where the quote database lies.
+constexpr std::size_t kDatabaseElsewhereLine = 17;
+constexpr std::size_t kDatabaseFolderLine = 18;
+constexpr std::string_view kDatabaseFolder = "Quotes/EOD";
+
+// Lines of VTRNETset.ini: printed raw, read whole, and the one where the sequences begin.
+constexpr std::size_t kFirstRawLine = 4;
+constexpr std::size_t kLastRawLine = 8;
+constexpr std::size_t kLastWholeLine = 6;
+constexpr std::size_t kStartEodLine = 11;
+
+static_assert(std::is_sorted(kSettingsFiles.begin(), kSettingsFiles.end(),
+                             [](const auto& a, const auto& b) { return a.file < b.file; }),
+              "FormOf finds a file's form by its place");
+
+Path FileOf(SettingsFile file, const Path& appPath) {
+    return appPath / "Data" / FormOf(file).fileName;
+}
+
+bool IsReadWhole(SettingsFile file, std::size_t line) {
+    return file == SettingsFile::Net && line >= kFirstRawLine && line <= kLastWholeLine;
+}
+
+bool IsPrinted(SettingsFile file, std::size_t line) {
+    return file == SettingsFile::Net && line >= kFirstRawLine && line <= kLastRawLine;
+}
+
+// Fills `table` from the lines of `bytes` and returns how many there were, up to the form's limit.
+std::size_t ReadLines(const SettingsFileForm& form, std::string_view bytes, SettingsTable& table) {
+    LineReader reader(bytes);
+    std::string_view line;
+    std::size_t count = 0;
+    while (count < form.linesRead && reader.Next(line)) {
+        ++count;
+        table.Set(count, IsReadWhole(form.file, count) ? Value::OfRawLine(line) : Value::Parse(line));
+        // The empty line behind the last column ends the list.
+        if (form.file == SettingsFile::Columns && table.Text(count).empty()) break;
+    }
+    return count;
+}
+
+std::size_t CountColumns(const SettingsTable& columns) {
+    std::size_t count = 0;
+    while (!columns.Text(count + 1).empty()) ++count;
+    return count;
+}
+
+// Without its opening marker in its place no sequence counts: a user-defined source then has no fields.
+void FindNetSequences(SettingsTables& settings) {
+    const SettingsTable& net = settings.NetSettings;
+    settings.NetEodFirst = settings.NetEodLast = settings.NetHistFirst = settings.NetHistLast = 0;
+    if (net.Text(kStartEodLine) != kStartEod) return;
+    for (std::size_t i = 1; i <= net.Size(); ++i) {
+        const std::string& text = net.Text(i);
+        if (text == kStartEod) settings.NetEodFirst = i + 1;
+        if (text == kEndEod) {
+            settings.NetEodLast = i - 1;
+            settings.NetHistFirst = i + 2;
+        }
+        if (text == kEndHistory) settings.NetHistLast = i - 1;
+    }
+}
+
+void FindImportSequence(SettingsTables& settings) {
+    const SettingsTable& imEx = settings.ImExSettings;
+    settings.ImportFieldFirst = settings.ImportFieldLast = 0;
+    for (std::size_t i = 1; i <= imEx.Size(); ++i) {
+        if (imEx.Text(i) == kEndExportFile) settings.ImportFieldFirst = i + 1;
+        if (imEx.Text(i) == kEndImportFile) settings.ImportFieldLast = i - 1;
+    }
+}
+
+void LoadQuoteHost(std::string_view bytes, SettingsTables& settings) {
+    std::string_view line;
+    LineReader(bytes).Next(line);
+    settings.QuoteHost = Value::Parse(line).Text();
+    if (settings.QuoteHost.empty()) settings.QuoteHost = kUnitedStatesQuoteHost;
+}
+
+void AppendLine(std::string& text, std::string_view line) {
+    text += line;
+    text += kLineEnd;
+}
+
+// A raw line as it can be printed: a line end inside it would move every line behind it.
+std::string PrintedForm(const Value& value) {
+    std::string text = value.Text();
+    std::erase_if(text, [](char c) { return c == '\r' || c == '\n'; });
+    return text;
+}
+
+}  // namespace
+
+std::string SettingsFileName(SettingsFile file) {
+    return std::string(FormOf(file).fileName);
+}
+
+void LoadAllSettings(const Path& appPath, SettingsTables& settings) {
+    for (const SettingsFileForm& form : kSettingsFiles) LoadSettingsFile(form.file, appPath, settings);
+}
+
+void LoadSettingsFile(SettingsFile file, const Path& appPath, SettingsTables& settings) {
+    const SettingsFileForm& form = FormOf(file);
+    const std::string bytes = BytesOrEmpty(FileOf(file, appPath));
+    if (form.table == nullptr) return LoadQuoteHost(bytes, settings);
+    SettingsTable& table = settings.*form.table;
+    if (file != SettingsFile::Selector) table.Clear();
+    const std::size_t lines = ReadLines(form, bytes, table);
+    switch (file) {
+        case SettingsFile::Columns:
+            settings.ColumnCount = CountColumns(table);
+            break;
+        case SettingsFile::Data:
+            settings.QuoteFolder = DeriveQuoteFolder(appPath, table);
+            break;
+        case SettingsFile::Selector:
+            settings.SelectorLineCount = lines;
+            break;
+        case SettingsFile::Net:
+            FindNetSequences(settings);
+            break;
+        case SettingsFile::ImEx:
+            FindImportSequence(settings);
+            break;
+        case SettingsFile::Graph:
+        case SettingsFile::Mru:
+        case SettingsFile::Lang:
+            break;
+    }
+}
+
+std::string SettingsFileText(SettingsFile file, const SettingsTables& settings) {
+    const SettingsFileForm& form = FormOf(file);
+    std::string text;
+    if (form.table == nullptr) {
+        AppendLine(text, Value::OfText(settings.QuoteHost).Written());
+        return text;
+    }
+    const SettingsTable& table = settings.*form.table;
+    // The columns end with their empty line, whatever the table holds behind it.
+    const std::size_t lines = file == SettingsFile::Columns
+                                  ? std::min(CountColumns(table) + 1, form.mostWritten)
+                                  : std::clamp(table.Size(), form.fewestWritten, form.mostWritten);
+    for (std::size_t i = 1; i <= lines; ++i) {
+        const Value& value = table.At(i);
+        AppendLine(text, IsPrinted(file, i) ? PrintedForm(value) : value.Written());
+    }
+    return text;
+}
+
+std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings) {
+    return WriteWholeFile(FileOf(file, appPath), SettingsFileText(file, settings));
+}
+
+Path FolderOfSetting(const Path& appPath, std::string_view text) {
+    return appPath / PlatformPath(text);
+}
+
+std::string DeriveQuoteFolder(const Path& appPath, const SettingsTable& dataSettings) {
+    const std::string& elsewhere = dataSettings.Text(kDatabaseFolderLine);
+    // A folder cannot be named by nothing, nor by a text with a NUL, which the system would cut short.
+    const bool namesFolder = !elsewhere.empty() && elsewhere.find('\0') == std::string::npos;
+    const bool isElsewhere = dataSettings.Text(kDatabaseElsewhereLine) == "True" && namesFolder;
+    std::string folder = FolderOfSetting(appPath, isElsewhere ? elsewhere : kDatabaseFolder).string();
+    if (!folder.ends_with('/')) folder += '/';
+    return folder;
+}
+
+}  // namespace brantlow

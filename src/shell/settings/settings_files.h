@@ -1,0 +1,89 @@
+// Reading and writing the eight settings files in Data/: a value's meaning is its line number, or its place
+// between two marker lines. main() loads them all at start; whoever changes a setting writes its file and
+// reads it back.
+//
+// Line forms stand in base/values.h. All lines are written values, except lines 4 to 8 of VTRNETset.ini,
+// which are printed raw, since a web address holds commas and quotes.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "base/files.h"
+#include "shell/settings/settings_tables.h"
+
+namespace brantlow {
+
+// In the order in which they are loaded.
+enum class SettingsFile { Columns, Data, Graph, Selector, Mru, Net, Lang, ImEx };
+
+struct SettingsFileForm {
+    SettingsFile file;
+    std::string_view fileName;
+    std::string_view tableName;
+    // Null for VTRLANGset.ini, whose one value is SettingsTables::QuoteHost.
+    SettingsTable SettingsTables::*table;
+    // Lines beyond these are not read.
+    std::size_t linesRead;
+    // A written file has at least and at most this many lines; missing entries are empty texts.
+    std::size_t fewestWritten;
+    std::size_t mostWritten;
+};
+
+inline constexpr std::size_t kDataLines = 19;
+inline constexpr std::size_t kGraphLines = 10;
+inline constexpr std::size_t kMruLines = 4;
+
+inline constexpr std::array<SettingsFileForm, 8> kSettingsFiles = {{
+    {SettingsFile::Columns, "VTRCOLset.ini", "ColumnSettings", &SettingsTables::ColumnSettings, kMostRows, 1,
+     kMostRows},
+    {SettingsFile::Data, "VTRDATAset.ini", "DataSettings", &SettingsTables::DataSettings, kMostRows,
+     kDataLines, kDataLines},
+    // With fewer than six chart variables the lines behind them move up, as they do in the table.
+    {SettingsFile::Graph, "VTRGRAPHset.ini", "GraphSettings", &SettingsTables::GraphSettings, kMostRows, 0,
+     kGraphLines},
+    {SettingsFile::Selector, "VTRSELset.ini", "SelectorSettings", &SettingsTables::SelectorSettings,
+     kMostRows, 0, kMostRows},
+    {SettingsFile::Mru, "VTRMRUset.ini", "MruSettings", &SettingsTables::MruSettings, kMruLines, kMruLines,
+     kMruLines},
+    {SettingsFile::Net, "VTRNETset.ini", "NetSettings", &SettingsTables::NetSettings, kMostRows, 0,
+     kMostRows},
+    {SettingsFile::Lang, "VTRLANGset.ini", "QuoteHost", nullptr, 1, 1, 1},
+    {SettingsFile::ImEx, "VTRIMEXset.ini", "ImExSettings", &SettingsTables::ImExSettings, kMostRows, 0,
+     kMostRows},
+}};
+
+constexpr const SettingsFileForm& FormOf(SettingsFile file) {
+    return kSettingsFiles[static_cast<std::size_t>(file)];
+}
+
+std::string SettingsFileName(SettingsFile file);
+
+// Reads all eight files of `appPath`/Data in their order. A file that is missing, short or not readable
+// leaves its entries empty, and an empty value acts as no option chosen. QuoteHost is never empty afterwards.
+void LoadAllSettings(const Path& appPath, SettingsTables& settings);
+
+// Reads one file into its table and sets what is derived from it: ColumnCount, SelectorLineCount, the
+// sequence indexes (0 where a marker is missing), QuoteFolder. The table is emptied first, except
+// SelectorSettings: lines that a longer earlier set left behind the file's last line stay there.
+void LoadSettingsFile(SettingsFile file, const Path& appPath, SettingsTables& settings);
+
+// The text that WriteSettingsFile writes. Values keep their types: a number stays bare, a date stays between
+// number signs.
+std::string SettingsFileText(SettingsFile file, const SettingsTables& settings);
+
+// Replaces the file in `appPath`/Data as a whole. On an error the old file stands.
+std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings);
+
+// A folder named by a settings line as a path of this platform: a relative one lies in the application
+// folder.
+Path FolderOfSetting(const Path& appPath, std::string_view text);
+
+// The folder of the quote database, with a separator at its end: line 18 of `dataSettings` when line 17 is
+// "True" and line 18 can name a folder, else Quotes/EOD in the application folder.
+std::string DeriveQuoteFolder(const Path& appPath, const SettingsTable& dataSettings);
+
+}  // namespace brantlow
