@@ -12,29 +12,6 @@
 
 namespace brantlow {
 
-// Positions of the fields in a line.
-enum class HistoryField : std::size_t {
-    Date,
-    Time,
-    Close,
-    Low,
-    High,
-    Volume,
-    PE,
-    EPS,
-    PEG,
-    EPSest,
-    Dividend,
-    DividendDate,
-    XDividendDate,
-    PreviousClose,
-    Low52Week,
-    High52Week,
-    PS,
-    MarketCap,
-    Open,
-};
-
 inline constexpr std::size_t kHistoryFieldCount = 19;
 
 // How a field is written.
@@ -55,6 +32,7 @@ inline constexpr std::array<HistoryForm, kHistoryFieldCount> kHistoryForms = {
     HistoryForm::ThreeDecimals, HistoryForm::ThreeDecimals, HistoryForm::Full,
     HistoryForm::ThreeDecimals};
 
+// The fields in the order of the line.
 struct HistoryRecord {
     std::string HistoryDate;  // "mm/dd/yy"
     std::string HistoryTime;  // "hh:mm", empty in downloaded history

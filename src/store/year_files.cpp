@@ -1,6 +1,7 @@
 #include "store/year_files.h"
 
 #include <array>
+#include <unordered_set>
 
 #include "base/text.h"
 
@@ -14,6 +15,13 @@ constexpr std::size_t kLongestTicker = 250;
 
 bool CanStandInFileName(std::string_view text) {
     return text.find_first_of(std::string_view("/\\\0", 3)) == std::string_view::npos;
+}
+
+// The ticker whose file `name` is: what stands before the last point. Nothing for a name without a point.
+std::optional<std::string_view> TickerOfFile(std::string_view name) {
+    const std::size_t point = name.rfind('.');
+    if (point == std::string_view::npos) return std::nullopt;
+    return name.substr(0, point);
 }
 
 }  // namespace
@@ -44,10 +52,8 @@ std::optional<Path> YearFilePath(const std::string& quoteFolder, std::string_vie
 std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view ticker) {
     std::vector<Path> files;
     if (!HasDatabaseFiles(ticker)) return files;
-    const std::string front = std::string(ticker) + '.';
     for (const std::string& name : FileNamesIn(quoteFolder)) {
-        if (!name.starts_with(front) || name.find('.', front.size()) != std::string::npos) continue;
-        files.push_back(Path(quoteFolder) / name);
+        if (TickerOfFile(name) == ticker) files.push_back(Path(quoteFolder) / name);
     }
     return files;
 }
@@ -55,6 +61,21 @@ std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view t
 bool DeleteTickerHistory(const std::string& quoteFolder, std::string_view ticker) {
     bool allGone = true;
     for (const Path& file : YearFilesOf(quoteFolder, ticker)) allGone = DeleteOneFile(file) && allGone;
+    return allGone;
+}
+
+bool DeleteTickerHistories(const std::string& quoteFolder, std::span<const std::string> tickers) {
+    std::unordered_set<std::string_view> doomed;
+    for (const std::string& ticker : tickers) {
+        if (HasDatabaseFiles(ticker)) doomed.insert(ticker);
+    }
+    bool allGone = true;
+    if (doomed.empty()) return allGone;
+    for (const std::string& name : FileNamesIn(quoteFolder)) {
+        const auto ticker = TickerOfFile(name);
+        if (!ticker || !doomed.contains(*ticker)) continue;
+        allGone = DeleteOneFile(Path(quoteFolder) / name) && allGone;
+    }
     return allGone;
 }
 

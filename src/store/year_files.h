@@ -5,6 +5,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,5 +31,8 @@ std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view t
 
 // Deletes all files of a ticker; true when none is left.
 bool DeleteTickerHistory(const std::string& quoteFolder, std::string_view ticker);
+
+// The same for many tickers with one look at the folder.
+bool DeleteTickerHistories(const std::string& quoteFolder, std::span<const std::string> tickers);
 
 }  // namespace brantlow
