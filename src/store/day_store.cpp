@@ -1,0 +1,112 @@
+#include "store/day_store.h"
+
+#include "base/numbers.h"
+#include "base/text.h"
+#include "base/values.h"
+#include "store/update_list.h"
+#include "store/year_files.h"
+
+namespace brantlow {
+
+namespace {
+
+bool IsStored(const QuoteArrays& rows, std::size_t row) {
+    const std::string& ticker = rows.Symbols[row];
+    return !ticker.empty() && !IsDeviceName(ticker) && !rows.TradeDates[row].empty();
+}
+
+void ReadYearFile(DayStore& state) {
+    state.records.clear();
+    state.endsInsideLine = false;
+    if (!state.file) return;
+    const std::string bytes = BytesOrEmpty(*state.file);
+    state.endsInsideLine = !bytes.empty() && bytes.back() != '\n';
+    LineReader reader(bytes);
+    std::string_view line;
+    while (state.HistoryCount() < kMostRows && reader.Next(line)) {
+        state.records.push_back(ParseHistoryLine(line));
+    }
+}
+
+// A date without a year leaves the file and the records of the row before in force.
+void OpenYearFile(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, DayStore& state) {
+    const std::string_view year = YearDigits(rows.TradeDates[row]);
+    if (!(LeadingNumber(year) > 0)) return;
+    state.file = YearFilePath(quoteFolder, rows.Symbols[row], year);
+    ReadYearFile(state);
+}
+
+bool ReplacesLast(const QuoteArrays& rows, std::size_t row, const HistoryRecord& last) {
+    if (rows.TradeDates[row] != last.HistoryDate) return false;
+    return rows.TradeTimes[row] > last.HistoryTime || LeadingNumber(rows.LastPrices[row]) > last.HistoryClose;
+}
+
+bool FollowsLast(const QuoteArrays& rows, std::size_t row, const HistoryRecord& last) {
+    return rows.TradeDates[row] > last.HistoryDate && LeadingNumber(rows.LastPrices[row]) > 0;
+}
+
+std::error_code ReplaceLast(const HistoryRecord& record, DayStore& state) {
+    std::string bytes;
+    for (std::size_t i = 0; i + 1 < state.HistoryCount(); ++i) AppendHistoryLine(state.records[i], bytes);
+    AppendHistoryLine(record, bytes);
+    const std::error_code error = WriteWholeFile(*state.file, bytes, Flush::Later);
+    if (!error) state.endsInsideLine = false;
+    return error;
+}
+
+std::error_code Append(const HistoryRecord& record, DayStore& state) {
+    std::string bytes(state.endsInsideLine ? kLineEnd : std::string_view{});
+    AppendHistoryLine(record, bytes);
+    const std::error_code error = AppendToFile(*state.file, bytes);
+    if (!error) state.endsInsideLine = false;
+    return error;
+}
+
+StoredDay Outcome(DayOutcome outcome, std::error_code error) {
+    return {error ? DayOutcome::Failed : outcome, error};
+}
+
+}  // namespace
+
+HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row) {
+    const auto number = [&](const QuoteArray& values) { return LeadingNumber(values[row]); };
+    HistoryRecord record;
+    record.HistoryDate = rows.TradeDates[row];
+    record.HistoryTime = rows.TradeTimes[row];
+    record.HistoryClose = number(rows.LastPrices);
+    record.HistoryLow = number(rows.LowPrices);
+    record.HistoryHigh = number(rows.HighPrices);
+    record.HistoryVolume = number(rows.Volumes);
+    record.HistoryPE = number(rows.PeTtm);
+    record.HistoryEPS = number(rows.EpsTtm);
+    record.HistoryPEG = number(rows.PegValues);
+    record.HistoryEPSest = number(rows.EpsEst);
+    record.HistoryDividend = number(rows.Dividends);
+    record.HistoryDividendDate = rows.DividendDates[row];
+    record.HistoryXDividendDate = rows.XDividendDates[row];
+    record.HistoryPreviousClose = number(rows.PreviousCloses);
+    record.History52WeekLow = number(rows.Low52);
+    record.History52WeekHigh = number(rows.High52);
+    record.HistoryPS = number(rows.PsValues);
+    record.HistoryMarketCap = rows.MarketCaps[row];
+    record.HistoryOpen = number(rows.OpenPrices);
+    RoundHistoryRecord(record);
+    return record;
+}
+
+StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state) {
+    if (!IsStored(rows, row)) return {};
+    RepairRow(rows, row);
+    RepairOpenPrice(rows, row);
+    // The list is a help for taking an update back: a day is stored even where the list cannot be written.
+    AppendUpdatedTicker(quoteFolder, rows.Symbols[row]);
+    OpenYearFile(quoteFolder, rows, row, state);
+    if (!state.file) return {DayOutcome::Unchanged, {}};
+    const HistoryRecord last = state.records.empty() ? HistoryRecord{} : state.records.back();
+    const HistoryRecord record = RecordOfRow(rows, row);
+    if (ReplacesLast(rows, row, last)) return Outcome(DayOutcome::Replaced, ReplaceLast(record, state));
+    if (FollowsLast(rows, row, last)) return Outcome(DayOutcome::Appended, Append(record, state));
+    return {DayOutcome::Unchanged, {}};
+}
+
+}  // namespace brantlow

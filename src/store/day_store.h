@@ -1,0 +1,53 @@
+// Storing one day of one ticker in the quote database, as imports and the end-of-day update do for each row.
+//
+// A year file grows at its end only: a newer date is appended, the last day is replaced when the new record
+// is later in the day or higher in price, and anything else is dropped. Dates are compared as text, which is
+// calendar order within one year file.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "base/files.h"
+#include "store/history_record.h"
+#include "store/quote_rows.h"
+
+namespace brantlow {
+
+// What stays from one row to the next. A row whose date names no year reads no file and is compared with,
+// and written to, the file of the row before. The caller keeps one for the session.
+struct DayStore {
+    // Nothing before the first row, and after a ticker that can have no file.
+    std::optional<Path> file;
+    // The file as it was read: record HistoryCount, the last, is the newest.
+    std::vector<HistoryRecord> records;
+    // The file's last line has no line end.
+    bool endsInsideLine = false;
+
+    std::size_t HistoryCount() const { return records.size(); }
+};
+
+enum class DayOutcome {
+    Skipped,    // no ticker, a device name, or no trade date: nothing was touched
+    Unchanged,  // neither newer nor a better record of the last day, or a ticker without files
+    Replaced,
+    Appended,
+    Failed,  // the file could not be written
+};
+
+struct StoredDay {
+    DayOutcome outcome = DayOutcome::Skipped;
+    std::error_code error;  // set when Failed
+};
+
+// Stores row `row` of `rows`, for which room was made; its missing prices are filled in first. The ticker
+// enters the update list unless the row is skipped.
+StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state);
+
+// The row as a record of its year file, rounded.
+HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row);
+
+}  // namespace brantlow
