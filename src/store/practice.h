@@ -1,0 +1,65 @@
+// The practice table: real prices of a few dozen tickers, moved to the days before today, as a quote table
+// and its history. A new user has something to try, and the tests have real input. The batch tool's
+// `practice` and the first start call it.
+//
+// The prices lie in a folder of the installation: tickers.csv (ticker, name, exchange) and
+// prices/<ticker>.csv (Date,Open,High,Low,Close,Volume with ISO dates, oldest first).
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/dates.h"
+#include "base/files.h"
+
+namespace brantlow {
+
+inline constexpr std::string_view kPracticeTable = "Practice.ddq";
+
+struct PracticeTicker {
+    std::string ticker;
+    std::string name;
+    std::string exchange;
+};
+
+// The rows of tickers.csv below its header, in order; empty when the file cannot be read.
+std::vector<PracticeTicker> ReadPracticeTickers(const Path& practiceFolder);
+
+// How many days, a multiple of 7 of either sign, bring `day` to `earliest` or one of the six days behind it.
+int DaysToMove(const Date& day, const Date& earliest);
+
+// Where the practice table goes.
+struct PracticeTarget {
+    Path dataFolder;          // takes Practice.ddq
+    std::string quoteFolder;  // takes the year files; ends in a separator
+    Date today;
+    bool replace = false;  // write over what is there
+};
+
+enum class PracticeOutcome {
+    Filled,
+    AlreadyThere,  // year files of these tickers, or the table itself; nothing was changed
+    NoPrices,      // the installation's prices cannot be read; nothing was changed
+    Failed,        // a file could not be written
+};
+
+struct PracticeResult {
+    PracticeOutcome outcome = PracticeOutcome::Filled;
+    // What stood in the way: names of files or tickers, for a sentence to the person.
+    std::string detail;
+    std::size_t tickers = 0;
+    std::size_t days = 0;  // records written
+};
+
+// What would keep FillPractice from filling the target; Filled when nothing would. Changes nothing.
+PracticeResult CheckPractice(const Path& practiceFolder, const PracticeTarget& target);
+
+// Checks, then fills the target, folders included. Every ticker's dates move by whole weeks, so that its last
+// day is today or one of the six days behind it; only what lies before today is written. NFLX moves so that
+// its 7-for-1 split falls within the seven days before today, with the earlier prices as they were traded.
+// The table is written last.
+PracticeResult FillPractice(const Path& practiceFolder, const PracticeTarget& target);
+
+}  // namespace brantlow
