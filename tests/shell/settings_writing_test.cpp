@@ -100,6 +100,13 @@ TEST_F(SettingsWriting, AnAddressWithCommasAndQuotesIsPrintedRawAndReadWhole) {
     EXPECT_EQ(reloaded.NetSettings.Text(5), "\"" + url);
 }
 
+TEST_F(SettingsWriting, LinesFourToEightOfTheSourcesAndNoOthersArePrinted) {
+    SettingsTables settings;
+    for (std::size_t i = 1; i <= 10; ++i) settings.NetSettings.Set(i, Value::OfText("t"));
+    EXPECT_EQ(SettingsFileText(SettingsFile::Net, settings),
+              Repeated("\"t\"\r\n", 3) + Repeated("t\r\n", 5) + Repeated("\"t\"\r\n", 2));
+}
+
 TEST_F(SettingsWriting, ALineEndInsideAPrintedLineDoesNotMoveTheLinesBehindIt) {
     SettingsTables settings;
     settings.NetSettings.Set(4, Value::OfRawLine("http://a\r\nb"));

@@ -72,7 +72,7 @@ void LoadAllSettings(const Path& appPath, SettingsTables& settings);
 void LoadSettingsFile(SettingsFile file, const Path& appPath, SettingsTables& settings);
 
 // The text that WriteSettingsFile writes. Values keep their types: a number stays bare, a date stays between
-// number signs.
+// number signs. An address of lines 4 and 5 of NetSettings keeps its quotes when it is set as a raw line.
 std::string SettingsFileText(SettingsFile file, const SettingsTables& settings);
 
 // Replaces the file in `appPath`/Data as a whole. On an error the old file stands.
