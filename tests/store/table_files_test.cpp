@@ -9,6 +9,8 @@
 namespace brantlow {
 namespace {
 
+using namespace std::string_literals;
+
 const Date kToday = Day(2024, 3, 15);
 
 SettingsTables ShowingColumns(const std::vector<std::string>& headers) {
@@ -159,10 +161,10 @@ TEST_F(TableFiles, ASavedTableReloadsTheSameInDisplayOrder) {
 }
 
 TEST_F(TableFiles, BytesOfAnyKindSurviveASave) {
-    const std::string bytes = std::string("Ticker Symbol\tName\r\nA\0B\t\xE9\xFF \"q\"\r\n", 36) + "\tx\r\n";
+    const std::string bytes = "Ticker Symbol\tName\r\nA\0B\t\xE9\xFF \"q\"\r\n\tx\r\n"s;
     const Path file = folder.Write("a.ddq", bytes);
     Load(file);
-    EXPECT_EQ(table.Ticker(1), std::string("A\0B", 3));
+    EXPECT_EQ(table.Ticker(1), "A\0B"s);
     ASSERT_FALSE(SaveQuoteTable(table, file));
     EXPECT_EQ(folder.Read("a.ddq"), bytes);
 }
@@ -345,7 +347,7 @@ TEST_F(TableFiles, ConditionSummaryHasNoPlaceForAnEleventhCondition) {
 
 TEST_F(TableFiles, ATickerOfAnyKindNeverLeavesTheDataFolder) {
     std::string bytes = "Ticker Symbol\r\n../../x\r\n/etc/x\r\n*\r\n";
-    bytes.append("A\0B\r\n", 5).append(5000, 'T').append("\r\n");
+    bytes.append("A\0B\r\n"s).append(5000, 'T').append("\r\n");
     Load(folder.Write("Data/a.ddq", bytes));
     ASSERT_FALSE(CreateEvaluationFile(table, folder.Root() / "Data"));
     EXPECT_EQ(folder.Files(), (std::vector<std::string>{"Data/Evaluations.dbe", "Data/a.ddq"}));

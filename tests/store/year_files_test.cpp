@@ -5,21 +5,11 @@
 namespace brantlow {
 namespace {
 
-const std::vector<std::string> kHostileTickers = {"",
-                                                  ".",
-                                                  "..",
-                                                  "a/b",
-                                                  "../x",
-                                                  "/etc/x",
-                                                  "a\\b",
-                                                  "..\\x",
-                                                  std::string("A\0B", 3),
-                                                  std::string(5000, 'T'),
-                                                  "CON",
-                                                  "con.x",
-                                                  "aux",
-                                                  "Prn.1",
-                                                  "NUL"};
+using namespace std::string_literals;
+
+const std::vector<std::string> kHostileTickers = {"",       ".",     "..",    "a/b",   "../x",
+                                                  "/etc/x", "a\\b",  "..\\x", "A\0B"s, std::string(5000, 'T'),
+                                                  "CON",    "con.x", "aux",   "Prn.1", "NUL"};
 
 TEST(YearFiles, DeviceNamesInAnyCaseAndBeforeAPoint) {
     for (const char* name : {"CON", "PRN", "AUX", "NUL", "con", "Aux", "CON.", "nul.txt", "con.x"}) {
