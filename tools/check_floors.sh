@@ -1,0 +1,100 @@
+#!/usr/bin/env bash
+# Checks how the folders of the source lean on one another: a file includes only from its own floor or below,
+# no folders include one another in a circle, and only windows and mains know the window toolkit.
+#
+#   tools/check_floors.sh [SOURCE_FOLDER]
+#
+# Prints each offence and exits 1 when there is one, or when there is nothing to check.
+set -euo pipefail
+cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../src}"
+
+# Ground first. Every folder named windows stands on the floor "windows", whatever room it belongs to.
+floors='base|shell shell/settings|store|indicators|selector|acquire splits alerts|chart|research|screens|windows|desktop batch market'
+
+{
+  find . -type f \( -name '*.h' -o -name '*.cpp' \) -printf 'file %P\n'
+  grep -rE --include='*.h' --include='*.cpp' '^[[:space:]]*#[[:space:]]*include' . || true
+} | awk -v floors="$floors" '
+  function folder_of(path) {
+    return path ~ /\// ? substr(path, 1, length(path) - length(base_of(path)) - 1) : "."
+  }
+  function base_of(path) {
+    sub(/.*\//, "", path)
+    return path
+  }
+  function floor_of(folder) {
+    if (("/" folder "/") ~ /\/windows\//) return floor["windows"]
+    return folder in floor ? floor[folder] : 0
+  }
+  function complain(text) {
+    print text
+    offences++
+  }
+  function check_toolkit(file, level, target) {
+    if (level < floor["windows"] && target ~ /^(Q[A-Z]|Qt[A-Za-z0-9]*(\/|$)|q[a-z]*\.h$)/)
+      complain(file ": the engine includes no " target)
+  }
+  function check_include(file, target,    from, to) {
+    from = folder_of(file)
+    to = (target in known) ? folder_of(target) : from
+    if (!(target in known) && !((from "/" target) in known)) {
+      complain(file ": includes \"" target "\", which is not in the source")
+      return
+    }
+    if (floor_of(to) > floor_of(from)) complain(file ": includes \"" target "\" from a higher floor")
+    if (to != from) edge[from, to] = file " includes \"" target "\""
+  }
+  # Takes away every folder that includes nothing or is included by nothing, until only circles are left.
+  function strip_to_circles(    key, part, out, in_, changed) {
+    do {
+      changed = 0
+      split("", out)
+      split("", in_)
+      for (key in edge) {
+        split(key, part, SUBSEP)
+        out[part[1]] = 1
+        in_[part[2]] = 1
+      }
+      for (key in edge) {
+        split(key, part, SUBSEP)
+        if (!(part[2] in out) || !(part[1] in in_)) {
+          delete edge[key]
+          changed = 1
+        }
+      }
+    } while (changed)
+  }
+  BEGIN {
+    count = split(floors, level, "|")
+    for (i = 1; i <= count; i++) {
+      rooms = split(level[i], room, " ")
+      for (j = 1; j <= rooms; j++) floor[room[j]] = i
+    }
+  }
+  /^file / {
+    path = substr($0, 6)
+    known[path] = 1
+    files++
+    if (!floor_of(folder_of(path)) && !(folder_of(path) in homeless)) {
+      homeless[folder_of(path)] = 1
+      complain(path ": the folder stands on no floor")
+    }
+    next
+  }
+  {
+    colon = index($0, ":")
+    file = substr($0, 3, colon - 3)
+    text = substr($0, colon + 1)
+    if (!match(text, /[<"][^>"]*[>"]/)) next
+    mark = substr(text, RSTART, 1)
+    target = substr(text, RSTART + 1, RLENGTH - 2)
+    check_toolkit(file, floor_of(folder_of(file)), target)
+    # Angle brackets are for what lies outside, unless they name a file of the source.
+    if (mark == "\"" || target in known) check_include(file, target)
+  }
+  END {
+    strip_to_circles()
+    for (key in edge) complain("circle of folders: " edge[key])
+    if (!files) complain("no source files here")
+    exit offences > 0
+  }'
