@@ -1,0 +1,51 @@
+// The two foldings as data, shared by the routine that folds the working series in place and by the one that
+// makes single folded bars of a history read ahead.
+#pragma once
+
+#include <cstddef>
+
+#include "indicators/history_row.h"
+
+namespace brantlow {
+
+inline constexpr std::size_t kDefaultWindow = 279;
+inline constexpr std::size_t kSmallestWindow = 3;
+
+struct Folding {
+    std::size_t groupSize;
+    // A whole weekly bar keeps the first bar's open; monthly bars and every remainder bar compare.
+    bool comparesOpens;
+};
+
+inline constexpr Folding kWeekly = {5, false};
+inline constexpr Folding kMonthly = {20, true};
+
+// One bar to be made: of the bars `first` to `last`, stored at `index`.
+struct FoldGroup {
+    std::size_t index;
+    std::size_t first;
+    std::size_t last;
+    bool comparesOpens;
+    std::size_t divisor;  // of the volume
+};
+
+// How many bars `barCount` bars fold to, a remainder bar included.
+constexpr std::size_t FoldedCount(std::size_t barCount, const Folding& folding) {
+    return (barCount + folding.groupSize - 1) / folding.groupSize;
+}
+
+// The group of folded bar `index`, 1 to FoldedCount.
+constexpr FoldGroup GroupOf(std::size_t index, std::size_t barCount, const Folding& folding) {
+    const std::size_t first = folding.groupSize * (index - 1) + 1;
+    const std::size_t last = folding.groupSize * index;
+    if (last <= barCount) return {index, first, last, folding.comparesOpens, folding.groupSize};
+    return {index, first, barCount, true, barCount - first + 1};
+}
+
+// Series whose folded bar is the group's last one. The others are the first bar's, then compared or summed.
+inline constexpr std::array<NumberSlot, 11> kFoldedFromLast = {
+    kCloseSlot,  kLow52WeekSlot, kHigh52WeekSlot,    kPERatioSlot,      kEPSttmSlot,    kPEGRatioSlot,
+    kEPSestSlot, kDividendSlot,  kPreviousCloseSlot, kPriceToSalesSlot, kMarketCapSlot,
+};
+
+}  // namespace brantlow

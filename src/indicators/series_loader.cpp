@@ -1,0 +1,76 @@
+#include "base/files.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "indicators/history_row.h"
+#include "indicators/working_series.h"
+#include "indicators/year_plan.h"
+#include "store/year_files.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::size_t kYearDigits = 2;
+
+std::string YearFileText(const HistorySource& source, std::string_view ticker, std::string_view year) {
+    const std::optional<Path> path = YearFilePath(source.QuoteFolder, ticker, year);
+    return path ? BytesOrEmpty(*path) : std::string();
+}
+
+// The row about to be read loses its open before the end of the file is met, so the element behind the last
+// row is emptied too; where the file has no rows that is the newest bar so far.
+void AppendYear(std::string_view text, WorkingSeries& series) {
+    LineReader lines(text);
+    std::string_view line;
+    HistoryRow row;
+    for (std::size_t i = series.BarCount; i <= kMostRows; ++i) {
+        series.OpenPrice.Empty(i);
+        if (!lines.Next(line)) break;
+        ParseHistoryRow(line, row);
+        StoreHistoryRow(row, i, series);
+        series.LastRowRead = i;
+    }
+    series.BarCount = series.LastRowRead;
+}
+
+void LoadYears(const HistorySource& source, std::string_view ticker, std::size_t years,
+               WorkingSeries& series) {
+    series.BarCount = 1;
+    series.LastRowRead = 0;
+    for (const std::string& year : YearTexts(source.clock.Today(), years)) {
+        AppendYear(YearFileText(source, ticker, year), series);
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> YearTexts(const Date& today, std::size_t count) {
+    constexpr std::size_t kCentury = 100;
+    const std::string shortDate = FormatDate(today);
+    const auto newest =
+        static_cast<std::size_t>(LeadingNumber(shortDate.substr(shortDate.size() - kYearDigits)));
+    std::vector<std::string> years;
+    for (std::size_t f = 0; f < count; ++f) {
+        const std::string number = std::to_string(newest + kCentury - (count - 1) + f);
+        years.push_back(number.substr(number.size() - kYearDigits));
+    }
+    return years;
+}
+
+void LoadRecentSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series) {
+    LoadYears(source, ticker, kRecentYears, series);
+}
+
+void LoadFullSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series) {
+    LoadYears(source, ticker, kFullYears, series);
+}
+
+void LoadSeriesFor(const HistorySource& source, std::string_view ticker, Interval interval,
+                   WorkingSeries& series) {
+    LoadYears(source, ticker, YearsFor(interval), series);
+    if (interval == Interval::Weekly) MakeWeeklySeries(series);
+    if (interval == Interval::Monthly) MakeMonthlySeries(series);
+    WindowSeries(0, series);
+}
+
+}  // namespace brantlow

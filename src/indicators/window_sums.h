@@ -1,0 +1,71 @@
+// The inner loops of the indicator pass: sums over moving windows of many bars, several neighbouring windows
+// at a time. Every window is summed on its own from its oldest bar to its newest, so a result is the same to
+// the last bit as that of one loop after another.
+//
+// All pointers address element 0 of arrays indexed by bar. Inputs must be readable, and outputs writable, for
+// kLanePadding elements behind bar `barCount`; what lies there is of no account.
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+#include "indicators/indicators.h"
+
+namespace brantlow {
+
+// Most windows summed at a time, less one, rounded up to a whole vector.
+inline constexpr std::size_t kLanePadding = 16;
+
+// For each length L and each bar k from L: sum[k] the mean of the closes, weighted[k] their mean with the
+// weights 1 to L, product[k] the mean of `products` (none for the longest length).
+struct CloseWindows {
+    std::array<double*, kAverageLengths.size()> mean;
+    std::array<double*, kAverageLengths.size()> weightedMean;
+    std::array<double*, kRegressionLengths.size()> productMean;
+};
+void AverageCloses(std::size_t barCount, const double* closes, const double* products,
+                   const CloseWindows& out);
+
+// Weighted means over 15 and 30 bars.
+inline constexpr std::size_t kVolumeLengths = 2;
+void AverageVolumes(std::size_t barCount, const double* volumes,
+                    const std::array<double*, kVolumeLengths>& weightedMean);
+
+// Plain means over 15, 30, 60 and 90 bars.
+inline constexpr std::size_t kStochasticLengths = 4;
+void AveragePositions(std::size_t barCount, const double* positions,
+                      const std::array<double*, kStochasticLengths>& mean);
+
+// A line for each bar k, and where the bands about it go: the mean of the closes' residuals of one side over
+// the `length` bars up to k, times the factor of the band. Not finite where that side has no residual.
+struct BandWindows {
+    std::size_t length;
+    const double* slope;
+    const double* intercept;
+    double* looseUpper;
+    double* tightUpper;
+    double* looseLower;
+    double* tightLower;
+};
+void SpreadBands(std::size_t barCount, const double* closes, const BandWindows& windows);
+
+// The line fitted to the `length` bars up to each bar k, from the means of its closes and of bar times close.
+// `squares` holds the sums of the squares of 1 to k. `slope` may be `productMean`.
+struct LineWindows {
+    std::size_t length;
+    const double* mean;
+    const double* productMean;
+    const double* squares;
+    double* slope;
+    double* intercept;
+};
+void FitLines(std::size_t barCount, const LineWindows& windows);
+
+// How many of `count` values are finite.
+std::size_t CountFinite(const double* values, std::size_t count);
+
+// The bands' widths in mean residuals.
+inline constexpr double kTightFactor = 2.658;
+inline constexpr double kLooseFactor = 3.865;
+
+}  // namespace brantlow
