@@ -10,15 +10,15 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::size_t kNoSlot = kRecordFields;
+constexpr std::size_t kNoSlot = kHistoryFieldCount;
 
 struct FieldPlace {
     bool isText = false;
     std::size_t slot = kNoSlot;
 };
 
-constexpr std::array<FieldPlace, kRecordFields> PlacesOfFields() {
-    std::array<FieldPlace, kRecordFields> places{};
+constexpr std::array<FieldPlace, kHistoryFieldCount> PlacesOfFields() {
+    std::array<FieldPlace, kHistoryFieldCount> places{};
     for (std::size_t slot = 0; slot < kNumberFields.size(); ++slot) {
         places[kNumberFields[slot].field] = {false, slot};
     }
@@ -28,7 +28,16 @@ constexpr std::array<FieldPlace, kRecordFields> PlacesOfFields() {
     return places;
 }
 
-constexpr std::array<FieldPlace, kRecordFields> kPlaces = PlacesOfFields();
+constexpr std::array<FieldPlace, kHistoryFieldCount> kPlaces = PlacesOfFields();
+
+constexpr bool AgreesWithTheWrittenForm() {
+    for (std::size_t field = 0; field < kHistoryFieldCount; ++field) {
+        if (kPlaces[field].slot == kNoSlot) return false;
+        if (kPlaces[field].isText != (kHistoryForms[field] == HistoryForm::Text)) return false;
+    }
+    return true;
+}
+static_assert(AgreesWithTheWrittenForm());
 
 // Both factors of digits / 10^n are exact doubles up to these bounds, so the one division rounds correctly.
 constexpr std::uint64_t kLargestExactWhole = std::uint64_t{1} << 53U;

@@ -9,10 +9,9 @@
 #include <string_view>
 
 #include "indicators/working_series.h"
+#include "store/history_record.h"
 
 namespace brantlow {
-
-inline constexpr std::size_t kRecordFields = 19;
 
 struct NumberField {
     std::string_view name;
@@ -72,7 +71,7 @@ enum NumberSlot : std::size_t {
 
 // The first `fields` fields of a record; those behind them hold nothing of use.
 struct HistoryRow {
-    std::size_t fields = 0;  // 1 to kRecordFields
+    std::size_t fields = 0;  // 1 to kHistoryFieldCount
     std::array<double, kNumberFields.size()> numbers{};
     std::array<std::string_view, kTextFields.size()> texts{};  // live as long as the line
 };
