@@ -1,0 +1,120 @@
+#include "selector/evaluation.h"
+
+#include <algorithm>
+
+#include "base/numbers.h"
+#include "selector/test_table.h"
+#include "selector/value_slots.h"
+
+namespace brantlow {
+
+namespace {
+
+bool IsActionLine(std::string_view line) {
+    return std::find(kConditionActions.begin(), kConditionActions.end(), line) != kConditionActions.end();
+}
+
+}  // namespace
+
+TestState EvaluateNameAt(std::string_view name, const Analysis& analysis, std::size_t bar) {
+    const NamedTest* test = FindTest(name);
+    return test == nullptr ? TestState::Undecided : RunNamedTest(*test, analysis, bar);
+}
+
+TestState EvaluateName(std::string_view name, const Analysis& analysis) {
+    return EvaluateNameAt(name, analysis, analysis.series.LastBar);
+}
+
+TestState EvaluateSlotAt(std::size_t slot, std::string_view text, const Analysis& analysis, std::size_t bar) {
+    if (text.empty()) return TestState::Undecided;
+    return RunValueSlot(slot, LeadingNumber(text), analysis, bar);
+}
+
+// The walk over the lines. What a line is to be read as hangs on the lines before it and never on a verdict,
+// so it is settled here once. The phase outlives a block: a block that starts in the value phase gives its
+// "Condition" line to the slots, and every further line until its own action.
+class ConditionWalk {
+  public:
+    explicit ConditionWalk(CompiledConditions& compiled) : compiled_(compiled) {}
+
+    void Take(const std::string& line) {
+        if (line == kConditionLine) ++ConditionIndex_;
+        if (IsActionLine(line)) {
+            EvalPhase_ = Phase::Names;
+            if (Block* block = BlockInHand()) block->action = line;
+        }
+        if (line == kValueLine) {
+            EvalPhase_ = Phase::Slots;
+            ValueSlot_ = 0;
+        }
+        if (EvalPhase_ == Phase::Names && line != kConditionLine) TakeName(line);
+        if (EvalPhase_ == Phase::Slots && line != kValueLine) TakeSlot(line);
+        if (Block* block = BlockInHand()) block->present = true;
+    }
+
+    std::size_t Blocks() const { return std::min(ConditionIndex_, kConditionCount); }
+
+  private:
+    using Block = CompiledConditions::Block;
+    enum class Phase : unsigned char { BeforeFirstAction, Names, Slots };
+
+    Block* BlockInHand() {
+        return ConditionIndex_ <= kConditionCount ? &compiled_.blocks_[ConditionIndex_] : nullptr;
+    }
+
+    void Add(const CompiledConditions::Step& step) {
+        if (Block* block = BlockInHand()) block->steps.push_back(step);
+    }
+
+    void TakeName(const std::string& line) {
+        if (const NamedTest* test = FindTest(line)) Add({.test = test});
+    }
+
+    void TakeSlot(const std::string& line) {
+        ++ValueSlot_;
+        if (!line.empty() && ValueSlot_ <= kSlotCount) Add({.slot = ValueSlot_, .x = LeadingNumber(line)});
+    }
+
+    CompiledConditions& compiled_;
+    std::size_t ConditionIndex_ = 0;
+    Phase EvalPhase_ = Phase::BeforeFirstAction;
+    std::size_t ValueSlot_ = 0;
+};
+
+CompiledConditions::CompiledConditions(const SettingsTables& settings) {
+    ConditionWalk walk(*this);
+    for (std::size_t line = 1; line <= settings.SelectorLineCount; ++line)
+        walk.Take(settings.SelectorSettings.Text(line));
+    blockCount_ = walk.Blocks();
+}
+
+TestState CompiledConditions::Run(const Step& step, const Analysis& analysis) {
+    const std::size_t bar = analysis.series.LastBar;
+    if (step.test != nullptr) return RunNamedTest(*step.test, analysis, bar);
+    return RunValueSlot(step.slot, step.x, analysis, bar);
+}
+
+TestState CompiledConditions::Run(const Block& block, const Analysis& analysis) {
+    TestState state = TestState::Undecided;
+    for (const Step& step : block.steps) {
+        const TestState verdict = Run(step, analysis);
+        if (verdict == TestState::False) return verdict;
+        if (verdict == TestState::True) state = verdict;
+    }
+    return state;
+}
+
+void CompiledConditions::Evaluate(const Analysis& analysis, ConditionResults& results) const {
+    for (std::size_t i = 0; i < blocks_.size(); ++i) {
+        if (!blocks_[i].present) continue;
+        results.ConditionResult[i] = Word(Run(blocks_[i], analysis));
+        if (!blocks_[i].action.empty()) results.ConditionAction[i] = blocks_[i].action;
+    }
+    results.blocks = blockCount_;
+}
+
+void EvaluateConditions(const SettingsTables& settings, const Analysis& analysis, ConditionResults& results) {
+    CompiledConditions(settings).Evaluate(analysis, results);
+}
+
+}  // namespace brantlow

@@ -1,0 +1,77 @@
+// The evaluator: which of the ten conditions hold for the ticker in the working series. Runs after
+// ComputeIndicators.
+//
+// The selector asks for the newest bar (EvaluateConditions); the chart walks the same lines over every bar
+// with EvaluateNameAt and EvaluateSlotAt, or resolves a line once (FindTest in test_table.h) and runs it bar
+// by bar.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "indicators/analysis.h"
+#include "selector/named_test.h"
+#include "selector/test_state.h"
+#include "shell/settings/condition_set.h"
+#include "shell/settings/settings_tables.h"
+
+namespace brantlow {
+
+// One name at one bar. Undecided where the name is unknown or its guard is not met.
+TestState EvaluateNameAt(std::string_view name, const Analysis& analysis, std::size_t bar);
+// The same at the newest bar.
+TestState EvaluateName(std::string_view name, const Analysis& analysis);
+
+// One value slot, 1 to 38, at one bar. An empty text is a slot not in use and gives Undecided; a text that is
+// no number counts as 0.
+TestState EvaluateSlotAt(std::size_t slot, std::string_view text, const Analysis& analysis, std::size_t bar);
+
+struct ConditionResults {
+    // Elements 1 to 10: the state of each block at its end, "", "True" or "False", and "Buy", "Sell" or
+    // "Hold". Element 0 takes what stands before the first block.
+    std::array<std::string, kConditionCount + 1> ConditionResult;
+    std::array<std::string, kConditionCount + 1> ConditionAction;
+    // Blocks that the settings hold, at most 10.
+    std::size_t blocks = 0;
+};
+
+// The lines of the condition set, names and numbers resolved, so that a run over many tickers reads them
+// once. It must not outlive the settings' meaning: compile again when the settings change.
+class CompiledConditions {
+  public:
+    explicit CompiledConditions(const SettingsTables& settings);
+
+    // Elements of blocks that the settings do not hold, and the action of a block without an action line,
+    // keep what they held.
+    void Evaluate(const Analysis& analysis, ConditionResults& results) const;
+
+  private:
+    // One line that can decide something: a name's test, or a filled slot with its number.
+    struct Step {
+        const NamedTest* test = nullptr;
+        std::size_t slot = 0;
+        double x = 0;
+    };
+    struct Block {
+        bool present = false;
+        std::string action;
+        std::vector<Step> steps;
+    };
+
+    static TestState Run(const Step& step, const Analysis& analysis);
+    static TestState Run(const Block& block, const Analysis& analysis);
+
+    std::array<Block, kConditionCount + 1> blocks_;
+    std::size_t blockCount_ = 0;
+
+    friend class ConditionWalk;
+};
+
+// Walks the settings' lines 1 to SelectorLineCount for the newest bar. Blocks after the tenth are passed
+// over.
+void EvaluateConditions(const SettingsTables& settings, const Analysis& analysis, ConditionResults& results);
+
+}  // namespace brantlow
