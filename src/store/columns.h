@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "shell/settings/condition_set.h"
+
 namespace brantlow {
 
 // One column of a quote table.
@@ -66,7 +68,6 @@ inline constexpr std::array<std::string_view, 11> kEvaluationColumns = {
     "Ticker Symbol", "Condition 1", "Condition 2", "Condition 3", "Condition 4", "Condition 5",
     "Condition 6",   "Condition 7", "Condition 8", "Condition 9", "Condition 10"};
 
-inline constexpr std::size_t kConditionCount = 10;
 inline constexpr std::size_t kFundamentalColumnCount = 59;
 
 // The header of an extended fundamentals file, in three pieces that join to one line.

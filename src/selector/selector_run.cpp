@@ -1,0 +1,141 @@
+#include "selector/selector_run.h"
+
+#include <algorithm>
+
+#include "selector/error_report.h"
+#include "selector/evaluation.h"
+#include "shell/status_words.h"
+#include "store/table_colours.h"
+
+namespace brantlow {
+namespace {
+
+struct IntervalRow {
+    Interval interval;
+    std::string_view word;
+    std::size_t minimumBars;
+    std::string_view shortReason;
+};
+
+constexpr std::array<IntervalRow, 3> kIntervals = {{
+    {Interval::Daily, "Daily", 100,
+     "This report was generated because one or more Ticker Symbols has less than 100 days of data."},
+    {Interval::Weekly, "Weekly", 20,
+     "This report was generated because one or more Ticker Symbols has less than 20 weeks of data."},
+    {Interval::Monthly, "Monthly", 2,
+     "This report was generated because one or more Ticker Symbols has less than 2 months of data."},
+}};
+
+const IntervalRow& RowOf(Interval interval) {
+    return *std::find_if(kIntervals.begin(), kIntervals.end(),
+                         [interval](const IntervalRow& row) { return row.interval == interval; });
+}
+
+// A Buy whose short trend has begun to fall, and a Sell whose short trend has begun to rise, take a colour of
+// their own.
+std::optional<CellStyle> StyleOf(std::string_view action, const Analysis& analysis) {
+    const std::optional<CellStyle> style = ResultStyle(action);
+    const std::size_t bar = analysis.series.LastBar;
+    const double today = analysis.indicators.MLRDer15[bar];
+    const double yesterday = analysis.indicators.MLRDer15[bar - 1];
+    if (style == CellStyle::Sell && today > yesterday) return CellStyle::RecoveringSell;
+    if (style == CellStyle::Buy && today < yesterday) return CellStyle::FadingBuy;
+    return style;
+}
+
+// One run over one table.
+class SelectorWalk {
+  public:
+    SelectorWalk(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
+                 SelectorOutcome& outcome)
+        : session_(session),
+          analysis_(analysis),
+          interval_(interval),
+          evaluations_(evaluations),
+          outcome_(outcome),
+          conditions_(session.settings) {}
+
+    void WalkRows() {
+        const HistorySource source{session_.settings.QuoteFolder, session_.clock};
+        const std::size_t rows = evaluations_.TickerCount();
+        for (std::size_t row = 1; row <= rows; ++row) {
+            outcome_.stopped = ShouldStop(session_.run, session_.person);
+            if (outcome_.stopped) return;
+            ShowRow(row, rows);
+            AnalyseTicker(source, evaluations_.Ticker(row), interval_, analysis_);
+            TakeTicker(row);
+        }
+    }
+
+  private:
+    void ShowRow(std::size_t row, std::size_t rows) {
+        session_.run.CurrentRow = row;
+        session_.run.ProgressFraction = static_cast<double>(row) / static_cast<double>(rows);
+        session_.person.ShowProgress(session_.run.ProgressFraction);
+        session_.person.ShowStatusWord(std::to_string(row));
+    }
+
+    void TakeTicker(std::size_t row) {
+        if (HasBarsToEvaluate(analysis_.series)) {
+            conditions_.Evaluate(analysis_, results_);
+            FillCells(row);
+        }
+        session_.person.PumpEvents();
+        ++outcome_.tickers;
+        if (analysis_.series.BarCount < MinimumHistory(interval_))
+            outcome_.shortTickers.push_back(evaluations_.Ticker(row));
+    }
+
+    void FillCells(std::size_t row) {
+        for (std::size_t condition = 1; condition <= kConditionCount; ++condition) {
+            if (results_.ConditionResult[condition] != Word(TestState::True)) continue;
+            const std::string& action = results_.ConditionAction[condition];
+            evaluations_.SetText(row, condition, action);
+            if (const auto style = StyleOf(action, analysis_)) evaluations_.SetStyle(row, condition, *style);
+            ++outcome_.hitsPerCondition[condition];
+        }
+    }
+
+    Session& session_;
+    Analysis& analysis_;
+    Interval interval_;
+    QuoteTable& evaluations_;
+    SelectorOutcome& outcome_;
+    CompiledConditions conditions_;
+    ConditionResults results_;
+};
+
+}  // namespace
+
+std::string_view IntervalWord(Interval interval) {
+    return RowOf(interval).word;
+}
+
+std::optional<Interval> IntervalOf(std::string_view word) {
+    for (const IntervalRow& row : kIntervals)
+        if (row.word == word) return row.interval;
+    return std::nullopt;
+}
+
+std::size_t MinimumHistory(Interval interval) {
+    return RowOf(interval).minimumBars;
+}
+
+std::string_view ShortHistoryReason(Interval interval) {
+    return RowOf(interval).shortReason;
+}
+
+void RunSelector(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
+                 SelectorOutcome& outcome) {
+    outcome = {};
+    BeginRun(session.run);
+    session.person.ShowStatusWord(kStatusSelecting);
+    SelectorWalk(session, analysis, interval, evaluations, outcome).WalkRows();
+    session.run.CurrentRow = 0;
+    session.person.ShowStatusWord(kStatusComplete);
+    if (outcome.shortTickers.empty()) return;
+    const ErrorReport report{std::string(ShortHistoryReason(interval)), outcome.shortTickers};
+    outcome.reportError = WriteErrorReport(session.DataFolder(), report);
+}
+
+}  // namespace brantlow

@@ -1,0 +1,55 @@
+// The selector run: every ticker of an evaluation table is loaded on the chosen interval and judged by the
+// ten conditions; hits stand in the table's cells afterwards, coloured. The window and the batch tool both
+// open the evaluation table, call RunSelector and save or show what it left.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "indicators/analysis.h"
+#include "shell/session.h"
+#include "shell/settings/condition_set.h"
+#include "store/quote_table.h"
+
+namespace brantlow {
+
+inline constexpr std::string_view kSelectorNeedsQuoteFile =
+    "To run Stock Selector, you will need to open an End of Day Quote File";
+
+// "Daily", "Weekly" or "Monthly".
+std::string_view IntervalWord(Interval interval);
+// The interval of this exact word, or nothing.
+std::optional<Interval> IntervalOf(std::string_view word);
+
+// Bars below which a ticker's history counts as short on this interval.
+std::size_t MinimumHistory(Interval interval);
+// The first line of a report on short tickers.
+std::string_view ShortHistoryReason(Interval interval);
+
+struct SelectorOutcome {
+    // Rows that were walked, short ones included.
+    std::size_t tickers = 0;
+    // Elements 1 to 10: tickers for which the condition held.
+    std::array<std::size_t, kConditionCount + 1> hitsPerCondition{};
+    // In table order, one entry a row.
+    std::vector<std::string> shortTickers;
+    // The run was ended before its last row.
+    bool stopped = false;
+    // Why "Error Report.txt" could not be written, if it could not.
+    std::error_code reportError;
+};
+
+// Walks rows 1 to the last of `evaluations`, whose column c takes the action of condition c where it holds;
+// other cells stay as they are. Status words, row numbers and progress go to the session's person, the row in
+// work to session.run.CurrentRow (0 again at the end); a stop ends the run before the next row and keeps what
+// was found. `analysis` holds the last ticker afterwards. "Error Report.txt" is written when a ticker was
+// short and left alone otherwise.
+void RunSelector(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
+                 SelectorOutcome& outcome);
+
+}  // namespace brantlow
