@@ -16,6 +16,15 @@ std::error_code LastError() {
     return {errno, std::generic_category()};
 }
 
+// The system reads a path up to a NUL and would take another file for it.
+bool NamesNoFile(const Path& path) {
+    return path.native().find('\0') != std::string::npos;
+}
+
+std::error_code NoSuchName() {
+    return std::make_error_code(std::errc::invalid_argument);
+}
+
 // An open file descriptor, closed with its owner.
 class Descriptor {
   public:
@@ -85,6 +94,7 @@ std::error_code WriteTemporary(const Path& temporary, std::string_view bytes, Fl
 
 ReadResult ReadWholeFile(const Path& path) {
     ReadResult result;
+    if (NamesNoFile(path)) return result;
     Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0) {
@@ -116,6 +126,7 @@ std::string BytesOrEmpty(const Path& path) {
 }
 
 std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush flush) {
+    if (NamesNoFile(path)) return NoSuchName();
     std::error_code error;
     const Path target = BehindLink(path, error);
     if (error) return error;
@@ -139,6 +150,7 @@ std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush f
 }
 
 std::error_code AppendToFile(const Path& path, std::string_view bytes) {
+    if (NamesNoFile(path)) return NoSuchName();
     constexpr mode_t kDefaultMode = 0666;
     Descriptor file(
         ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, kDefaultMode));
@@ -154,12 +166,12 @@ std::error_code AppendToFile(const Path& path, std::string_view bytes) {
 }
 
 bool DeleteOneFile(const Path& path) {
-    return ::unlink(path.c_str()) == 0;
+    return !NamesNoFile(path) && ::unlink(path.c_str()) == 0;
 }
 
 bool IsRegularFile(const Path& path) {
     std::error_code error;
-    return std::filesystem::is_regular_file(path, error);
+    return !NamesNoFile(path) && std::filesystem::is_regular_file(path, error);
 }
 
 std::vector<std::string> FileNamesIn(const Path& folder) {

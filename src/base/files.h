@@ -1,5 +1,6 @@
 // Whole files in and out. A writer replaces a file by renaming a finished one over it, so that a reader never
-// sees half a file and a crash leaves the old one or the new one.
+// sees half a file and a crash leaves the old one or the new one. A path with a NUL in it names no file:
+// nothing is read or written for it.
 #pragma once
 
 #include <filesystem>

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+#include <string>
+
 namespace brantlow {
 namespace {
 
@@ -68,6 +72,146 @@ TEST(ShortestNumber, ReadsBackToTheSameDouble) {
     for (const Row& row : kRows) EXPECT_EQ(ShortestNumber(row.value), row.text);
 }
 
+TEST(LeadingNumber, TakesHostileTextWithoutHarm) {
+    EXPECT_EQ(LeadingNumber(std::string_view("1\0002", 3)), 1);
+    EXPECT_EQ(LeadingNumber(std::string_view("\0001", 2)), 0);
+    EXPECT_EQ(LeadingNumber("\xFF"
+                            "1"),
+              0);
+    EXPECT_EQ(LeadingNumber("\t 12"), 12);
+    EXPECT_EQ(LeadingNumber("\n12"), 0);
+    EXPECT_EQ(LeadingNumber("+-5"), 0);
+    EXPECT_EQ(LeadingNumber("--5"), 0);
+    EXPECT_EQ(LeadingNumber("- 5"), 0);
+    EXPECT_EQ(LeadingNumber("1e-999"), 0);
+    EXPECT_EQ(LeadingNumber("-1e+2,"), -100);
+    EXPECT_EQ(LeadingNumber("1e+"), 1);
+    EXPECT_EQ(LeadingNumber("1.e2"), 100);
+    EXPECT_EQ(LeadingNumber("1e99999999999999999999"), 0);
+    EXPECT_EQ(LeadingNumber("0." + std::string(100'000, '0') + "1"), 0);
+    EXPECT_EQ(LeadingNumber(std::string(1'000'000, '9')), 0);
+    EXPECT_EQ(LeadingNumber(std::string(1'000'000, '0') + "7"), 7);
+    EXPECT_EQ(LeadingNumber("1." + std::string(1'000'000, '0')), 1);
+}
+
+TEST(WholeNumber, TakesOnlyTextThatIsANumber) {
+    for (const char* text : {"", " ", "N/A", "12x", "1,5", "1 2", "1e", "0x1F", "inf", "nan", "-", ".", "+",
+                             "1.2.3", "$5", "5%"}) {
+        EXPECT_FALSE(WholeNumber(text)) << text;
+    }
+    EXPECT_FALSE(WholeNumber(std::string_view("5\0", 2)));
+    EXPECT_EQ(WholeNumber(" 12.5 \r\n"), 12.5);
+    EXPECT_EQ(WholeNumber("+3"), 3);
+    EXPECT_EQ(WholeNumber("-1e3"), -1000);
+    EXPECT_EQ(WholeNumber(".5"), 0.5);
+    EXPECT_EQ(WholeNumber("5."), 5);
+}
+
+TEST(FormatPicture, EveryPictureOfTheColumns) {
+    struct Row {
+        const char* picture;
+        double value;
+        const char* text;
+    };
+    constexpr Row kRows[] = {{"#####0.000", 0, "0.000"},
+                             {"#####0.000", 0.0005, "0.001"},
+                             {"#####0.000", -0.0005, "-0.001"},
+                             {"#####0.000", 1234567.8, "1234567.800"},
+                             {"#####0.000", 2.0015, "2.002"},
+                             {"#####0.000", 1.00049999, "1.000"},
+                             {"####0.000", 99999.9996, "100000.000"},
+                             {"#########0.00", 0.005, "0.01"},
+                             {"#########0.00", 1.005, "1.01"},
+                             {"#########0.00", -1.005, "-1.01"},
+                             {"#########0.000", 12.3456, "12.346"},
+                             {"#########0.00000", 0.000005, "0.00001"},
+                             {"#########0.00000", 1e-9, "0.00000"},
+                             {"######0.###", 0, "0"},
+                             {"######0.###", 0.5, "0.5"},
+                             {"######0.###", 0.0504, "0.05"},
+                             {"######0.###", 1999.9996, "2000"},
+                             {"######0.###", -0.5, "-0.5"},
+                             {"##########0", 0.5, "1"},
+                             {"##########0", 0.49, "0"},
+                             {"##########0", -2.5, "-3"},
+                             {"##########0", 12345678901.0, "12345678901"},
+                             {"$#.00", 0, "$.00"},
+                             {"$#.00", 1234.567, "$1234.57"},
+                             {"$#.00", -0.001, "$.00"},
+                             {"$#.00", 999.995, "$1000.00"},
+                             {"0", 1e22, "10000000000000000000000"}};
+    for (const Row& row : kRows) EXPECT_EQ(FormatPicture(row.picture, row.value), row.text) << row.value;
+}
+
+TEST(FormatPicture, WhatIsNotFinitePrintsAsZero) {
+    constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    for (const double value : {kInfinite, -kInfinite, std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_EQ(FormatPicture("#####0.000", value), "0.000");
+        EXPECT_EQ(ShortestNumber(value), "0");
+        EXPECT_EQ(RoundDecimals(value, 3), 0);
+    }
+}
+
+TEST(FormatPicture, TheSmallestAndTheLargestDoublesPrint) {
+    EXPECT_EQ(FormatPicture("#####0.000", 5e-324), "0.000");
+    EXPECT_EQ(FormatPicture("##########0", 1.7976931348623157e308).size(), 309U);
+}
+
+TEST(ShortestNumber, ComesBackOverTheWholeRange) {
+    // A fixed walk over exponents and mantissas of either sign.
+    double mantissa = 1;
+    for (int exponent = -300; exponent <= 300; ++exponent) {
+        mantissa = mantissa * 1.3 < 2 ? mantissa * 1.3 : mantissa * 0.65;
+        for (const double sign : {1.0, -1.0}) {
+            const double value = sign * mantissa * std::pow(10.0, exponent);
+            EXPECT_EQ(LeadingNumber(ShortestNumber(value)), value) << exponent;
+        }
+    }
+}
+
+TEST(ShortestNumber, NeedsNoExponentForPricesAndVolumes) {
+    struct Row {
+        double value;
+        const char* text;
+    };
+    constexpr Row kRows[] = {{0.00001, "0.00001"},
+                             {1e15, "1000000000000000"},
+                             {1234567890123, "1234567890123"},
+                             {-0.25, "-0.25"},
+                             {0.1, "0.1"},
+                             {100, "100"},
+                             {1e16, "1e+16"}};
+    for (const Row& row : kRows) EXPECT_EQ(ShortestNumber(row.value), row.text);
+}
+
+TEST(RoundToGeneralForm, KeepsFifteenDigits) {
+    EXPECT_EQ(RoundToGeneralForm(0.1 + 0.2), 0.3);
+    EXPECT_EQ(RoundToGeneralForm(1.0 / 3), 0.333333333333333);
+    EXPECT_EQ(RoundToGeneralForm(-2.5), -2.5);
+    EXPECT_EQ(RoundToGeneralForm(123456789012345678.0), 123456789012346000.0);
+    EXPECT_EQ(RoundToGeneralForm(0), 0);
+}
+
+TEST(RoundDecimals, StaysWithTheShortestDecimalForm) {
+    struct Row {
+        double value;
+        int decimals;
+        double rounded;
+    };
+    constexpr Row kRows[] = {{1.005, 2, 1.01},
+                             {2.675, 2, 2.68},
+                             {0.5, 0, 1},
+                             {-0.5, 0, -1},
+                             {0.05, 1, 0.1},
+                             {0.04, 1, 0},
+                             {0.0499999, 1, 0},
+                             {9.9995, 3, 10},
+                             {1e300, 3, 1e300},
+                             {1e-300, 3, 0},
+                             {12345.6789, 9, 12345.6789}};
+    for (const Row& row : kRows) EXPECT_EQ(RoundDecimals(row.value, row.decimals), row.rounded) << row.value;
+}
+
 TEST(RoundDecimals, KeepsThreeDecimalsAsAPictureDoes) {
     EXPECT_EQ(RoundDecimals(1.0005, 3), 1.001);
     EXPECT_EQ(RoundDecimals(-1.0005, 3), -1.001);
@@ -80,6 +224,10 @@ TEST(Divide, FailsOnZeroAndOnOverflow) {
     EXPECT_FALSE(Divide(1, 0));
     EXPECT_FALSE(Divide(0, 0));
     EXPECT_FALSE(Divide(1e300, 1e-300));
+    EXPECT_FALSE(Divide(std::numeric_limits<double>::quiet_NaN(), 1));
+    EXPECT_FALSE(Divide(std::numeric_limits<double>::infinity(), 2));
+    EXPECT_FALSE(Divide(1, -0.0));
+    EXPECT_EQ(Divide(0, -4), 0);
 }
 
 }  // namespace
