@@ -1,0 +1,100 @@
+#include "batch/command_table.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "base/dates.h"
+#include "batch/commands.h"
+
+namespace brantlow {
+
+namespace {
+
+std::optional<std::string> RefuseFolder(std::string_view text) {
+    if (!text.empty()) return std::nullopt;
+    return "a folder's name is missing";
+}
+
+std::optional<std::string> RefuseToday(std::string_view text) {
+    if (ReadIsoDate(text)) return std::nullopt;
+    return "'" + std::string(text) + "' is no day of the form YYYY-MM-DD";
+}
+
+std::optional<std::string> RefuseTime(std::string_view text) {
+    if (ReadClockTime(text)) return std::nullopt;
+    return "'" + std::string(text) + "' is no time of the form HH:MM";
+}
+
+constexpr std::array<CommandOption, 3> kGlobalOptions = {{
+    {"--app", "DIR", "the application folder; without it the folder of the executable", RefuseFolder},
+    {"--today", "YYYY-MM-DD", "the day that the call takes for today", RefuseToday},
+    {"--time", "HH:MM", "the time of day that the call takes for now", RefuseTime},
+}};
+
+constexpr std::array<Command, 4> kCommands = {
+    {kSeriesCommand, kIndicatorsCommand, kPracticeCommand, kSettingsCommand}};
+
+std::string OptionText(const CommandOption& option) {
+    return option.value.empty() ? std::string(option.name) : fmt::format("{} {}", option.name, option.value);
+}
+
+void AppendOptions(std::string& text, std::span<const CommandOption> options) {
+    for (const CommandOption& option : options) {
+        text += fmt::format("  {:<22}{}\n", OptionText(option), option.help);
+    }
+}
+
+constexpr std::string_view kStatusHelp =
+    "Exit status:\n"
+    "  0    done\n"
+    "  1    refused: the reason is on standard error\n"
+    "  2    wrong usage: one line on standard error says which argument and why, nothing is changed\n"
+    "  130  stopped by Ctrl-C; every file is whole\n";
+
+}  // namespace
+
+std::span<const Command> Commands() {
+    return kCommands;
+}
+
+const Command* FindCommand(std::string_view name) {
+    for (const Command& command : kCommands) {
+        if (command.name == name) return &command;
+    }
+    return nullptr;
+}
+
+std::span<const CommandOption> GlobalOptions() {
+    return kGlobalOptions;
+}
+
+std::string ToolHelp() {
+    std::string text =
+        "Usage: brantlow-batch [--app DIR] [--today YYYY-MM-DD] [--time HH:MM] COMMAND ...\n\n";
+    text += "Brantlow without a window: what the windows do with a file or a ticker, it does too.\n\n";
+    text += "Commands:\n";
+    for (const Command& command : kCommands)
+        text += fmt::format("  {:<12}{}\n", command.name, command.summary);
+    text += "\nOptions:\n";
+    AppendOptions(text, kGlobalOptions);
+    text += "  --help                this text; behind a command, that command's\n\n";
+    text += "A FILE is a name in the folder Data of the application folder.\n\n";
+    text += kStatusHelp;
+    return text;
+}
+
+std::string CommandHelp(const Command& command) {
+    std::string text = fmt::format("Usage: brantlow-batch {}", command.name);
+    if (!command.usage.empty()) text.append(" ").append(command.usage);
+    for (const CommandOption& option : command.options) text += fmt::format(" [{}]", OptionText(option));
+    text += fmt::format("\n\n{}.\n{}", command.summary, command.help);
+    text += "\nOptions:\n";
+    AppendOptions(text, command.options);
+    AppendOptions(text, kGlobalOptions);
+    text += "  --help                this text\n\n";
+    text += kStatusHelp;
+    return text;
+}
+
+}  // namespace brantlow

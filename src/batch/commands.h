@@ -1,0 +1,128 @@
+// The rows of the command table, one or more from each command family's file.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "batch/command.h"
+
+namespace brantlow {
+
+ExitStatus RunCatalogue(BatchCall& call);
+inline constexpr Command kCatalogueCommand = {
+    .name = "catalogue",
+    .usage = "",
+    .operand = "",
+    .summary = "Prints the names of the selector's tests, one a line",
+    .help = "",
+    .needsAppFolder = false,
+    .run = RunCatalogue,
+};
+
+std::optional<std::string> RefuseWindow(std::string_view text);
+inline constexpr std::array<CommandOption, 2> kSeriesOptions = {{
+    kIntervalOption,
+    {"--window", "N", "keep the newest N bars; 0, as without it, stands for 279", RefuseWindow},
+}};
+inline constexpr std::array<CommandOption, 1> kIntervalOptions = {{kIntervalOption}};
+inline constexpr std::string_view kJsonHelp =
+    "One JSON object a line, one line a ticker, in the order given. Several tickers share one working "
+    "series,\n"
+    "as they do in a selector run. An element that nothing has written since the call began is null.\n";
+
+ExitStatus RunSeries(BatchCall& call);
+inline constexpr Command kSeriesCommand = {
+    .name = "series",
+    .usage = "TICKER...",
+    .operand = "TICKER",
+    .fewestOperands = 1,
+    .mostOperands = kAnyNumber,
+    .options = kSeriesOptions,
+    .summary = "Prints the working series of tickers as JSON",
+    .help = kJsonHelp,
+    .run = RunSeries,
+};
+
+ExitStatus RunIndicators(BatchCall& call);
+inline constexpr Command kIndicatorsCommand = {
+    .name = "indicators",
+    .usage = "TICKER...",
+    .operand = "TICKER",
+    .fewestOperands = 1,
+    .mostOperands = kAnyNumber,
+    .options = kIntervalOptions,
+    .summary = "Prints the indicators of tickers as JSON",
+    .help = kJsonHelp,
+    .run = RunIndicators,
+};
+
+ExitStatus RunEvaluate(BatchCall& call);
+inline constexpr Command kEvaluateCommand = {
+    .name = "evaluate",
+    .usage = "TICKER...",
+    .operand = "TICKER",
+    .fewestOperands = 1,
+    .mostOperands = kAnyNumber,
+    .options = kIntervalOptions,
+    .summary = "Prints which tests and conditions hold on the newest bar as JSON",
+    .help = kJsonHelp,
+    .run = RunEvaluate,
+};
+
+std::optional<std::string> RefuseEvaluationName(std::string_view text);
+inline constexpr std::array<CommandOption, 2> kSelectOptions = {{
+    kIntervalOption,
+    {"--out", "NAME.dbe", "save the table under this name in Data, not as Evaluations.dbe",
+     RefuseEvaluationName},
+}};
+ExitStatus RunSelect(BatchCall& call);
+inline constexpr Command kSelectCommand = {
+    .name = "select",
+    .usage = "FILE",
+    .operand = "FILE",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .options = kSelectOptions,
+    .summary = "Runs the ten conditions over every ticker of an end-of-day file",
+    .help =
+        "The table of results is saved as Evaluations.dbe, the working file that every run makes anew.\n"
+        "Tickers with too little history are listed in Error Report.txt. Prints the count of tickers, the\n"
+        "hits of each condition and the short tickers. Ctrl-C stops at the next ticker: the rows so far are\n"
+        "saved and counted, and the exit status is 130.\n",
+    .run = RunSelect,
+};
+
+inline constexpr std::array<CommandOption, 1> kPracticeOptions = {{
+    {"--replace", "", "write over a practice table and its history that are there already"},
+}};
+ExitStatus RunPractice(BatchCall& call);
+inline constexpr Command kPracticeCommand = {
+    .name = "practice",
+    .usage = "",
+    .operand = "",
+    .options = kPracticeOptions,
+    .summary = "Fills the application folder with the practice table and its history",
+    .help =
+        "Real prices of the past, each ticker's dates moved by whole weeks to the days before today. Makes\n"
+        "Practice.ddq in Data and the year files; what a first start needs is made too where it is "
+        "missing.\n",
+    .needsAppFolder = false,
+    .run = RunPractice,
+};
+
+ExitStatus RunSettings(BatchCall& call);
+inline constexpr Command kSettingsCommand = {
+    .name = "settings",
+    .usage = "[FILE.ini]",
+    .operand = "FILE.ini",
+    .mostOperands = 1,
+    .summary = "Prints the settings tables as JSON",
+    .help =
+        "One object with an array for each table: its first element is line 1 of the table's file. With a\n"
+        "FILE.ini only that file's table.\n",
+    .run = RunSettings,
+};
+
+}  // namespace brantlow

@@ -1,0 +1,33 @@
+// What the commands that print one JSON line a ticker share: series, indicators, evaluate.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "batch/command.h"
+#include "batch/json_line.h"
+#include "indicators/analysis.h"
+
+namespace brantlow {
+
+// Where the call's history lies.
+HistorySource SourceOf(const BatchCall& call);
+
+// Opens a ticker's object: ticker, interval, BarCount.
+void BeginTicker(JsonLine& line, std::string_view ticker, Interval interval, const WorkingSeries& series);
+
+// Prints one line for each ticker of the call, all loaded into one analysis. `print(ticker, analysis, line)`
+// loads a ticker and writes its object.
+template <typename Print>
+ExitStatus ForEachTicker(BatchCall& call, Print print) {
+    Analysis analysis;
+    for (const std::string& ticker : call.arguments.operands) {
+        if (call.interrupted()) return ExitStatus::Interrupted;
+        JsonLine line;
+        print(ticker, analysis, line);
+        call.out << line.Line() << '\n';
+    }
+    return ExitStatus::Done;
+}
+
+}  // namespace brantlow

@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Calls the batch program itself: exit statuses, where its output goes, --help.
+#
+#   program_test.sh PROGRAM
+set -euo pipefail
+program=$1
+app=$(mktemp -d)
+trap 'rm -rf "$app"' EXIT
+failures=0
+
+# expect STATUS OUT-PATTERN ERR-PATTERN ARGUMENT...: patterns are extended expressions over the whole output;
+# "" stands for no output at all.
+expect() {
+  local status=0 wanted=$1 out=$2 err=$3
+  shift 3
+  "$program" --app "$app/folder" "$@" >"$app/out" 2>"$app/err" || status=$?
+  if [[ $status != "$wanted" ]] || ! fits "$out" "$app/out" || ! fits "$err" "$app/err"; then
+    printf 'FAILED: %s\nstatus %s, wanted %s\n' "$*" "$status" "$wanted"
+    head -c 500 "$app/out" "$app/err"
+    failures=$((failures + 1))
+  fi
+}
+
+fits() {
+  if [[ -z $1 ]]; then [[ ! -s $2 ]]; else grep -Eqz -- "$1" "$2"; fi
+}
+
+expect 0 '^Usage: brantlow-batch .*Commands:.*practice.*settings' '' --help
+expect 0 '^Usage: brantlow-batch practice' '' practice --help
+expect 2 '' '^--app: .* is no folder' settings
+expect 0 '^Saved: Practice.ddq' '' --today 2026-11-21 practice
+expect 1 '' '^The application folder already holds' --today 2026-11-21 practice
+expect 0 '^\{"ColumnSettings":\[' '' settings
+expect 1 '' '^none.ini: no such file in Data' settings none.ini
+expect 2 '' '^fly: no such command' fly
+expect 2 '' '^--today: .never. is no day' --today never settings
+
+# Output that cannot be written is no success.
+status=0
+"$program" --app "$app/folder" settings >/dev/full 2>"$app/err" || status=$?
+if [[ $status != 1 ]] || ! fits '^standard output could not be written' "$app/err"; then
+  echo "FAILED: a full disk behind standard output: status $status"
+  failures=$((failures + 1))
+fi
+
+exit $((failures > 0))
