@@ -32,8 +32,9 @@ constexpr std::array<CommandOption, 3> kGlobalOptions = {{
     {"--time", "HH:MM", "the time of day that the call takes for now", RefuseTime},
 }};
 
-constexpr std::array<Command, 4> kCommands = {
-    {kSeriesCommand, kIndicatorsCommand, kPracticeCommand, kSettingsCommand}};
+constexpr std::array<Command, 7> kCommands = {{kCatalogueCommand, kSeriesCommand, kIndicatorsCommand,
+                                               kEvaluateCommand, kSelectCommand, kPracticeCommand,
+                                               kSettingsCommand}};
 
 std::string OptionText(const CommandOption& option) {
     return option.value.empty() ? std::string(option.name) : fmt::format("{} {}", option.name, option.value);

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "shell/status_words.h"
+
 namespace brantlow {
 
 namespace {
@@ -50,8 +52,9 @@ bool TerminalPerson::Ask(std::string_view text, std::string_view) {
     return false;
 }
 
-void TerminalPerson::ShowStatusWord(std::string_view) {
-    ClearBar();
+void TerminalPerson::ShowStatusWord(std::string_view word) {
+    // The words of a run at work, the row in hand among them, leave its bar alone.
+    if (word == kStatusComplete) ClearBar();
 }
 
 void TerminalPerson::ShowProgress(double fraction) {

@@ -72,6 +72,12 @@ TEST(CommandLine, OneLineSaysWhichArgumentAndWhy) {
         {{"series", "A", "--window", "2.5"}, "--window: '2.5' is no whole number from 0 to 18000"},
         {{"series", "A", "--window", "18001"}, "--window: '18001' is no whole number from 0 to 18000"},
         {{"series"}, "TICKER is required"},
+        {{"select"}, "FILE is required"},
+        {{"select", "A.ddq", "B.ddq"}, "B.ddq: select takes no such argument"},
+        {{"select", "A.ddq", "--out", "B.txt"}, "--out: 'B.txt' does not end in .dbe"},
+        {{"select", "A.ddq", "--out", "../B.dbe"}, "--out: '../B.dbe' is not in Data"},
+        {{"select", "A.ddq", "--out", "/tmp/B.dbe"}, "--out: '/tmp/B.dbe' is not in Data"},
+        {{"select", "A.ddq", "--out", ".dbe"}, "--out: '.dbe' is no name"},
         {{"fly\nhigh"}, "fly?high: no such command; --help lists what there is"},
     };
     for (const BadCall& call : calls) EXPECT_EQ(Parse(call.arguments).error, call.error);
@@ -96,7 +102,8 @@ TEST(Help, ListsEveryCommandAndNoOther) {
         names.push_back(command.name);
         EXPECT_THAT(help, HasSubstr("\n  " + std::string(command.name) + " ")) << command.name;
     }
-    EXPECT_THAT(names, ElementsAre("series", "indicators", "practice", "settings"));
+    EXPECT_THAT(names, ElementsAre("catalogue", "series", "indicators", "evaluate", "select", "practice",
+                                   "settings"));
 }
 
 TEST(Help, EveryCommandHasItsOwn) {
@@ -134,7 +141,8 @@ TEST_F(UsageTest, AWrongCallEndsWithTwoAndOneLineAndChangesNothing) {
     for (const auto& arguments :
          std::vector<std::vector<std::string>>{{},
                                                {"fly"},
-                                               {"series", "A", "--interval", "hourly"},
+                                               {"select", "A.ddq", "--out", "x"},
+                                               {"select", "A.ddq", "--interval", "hourly"},
                                                {"practice", "--today", "never"},
                                                {"practice", "--fly"}}) {
         const CallResult result = Call(arguments);
@@ -152,10 +160,10 @@ TEST_F(UsageTest, AnApplicationFolderThatIsNoneIsNamed) {
 }
 
 TEST_F(UsageTest, HelpEndsWithZeroAndGoesToStandardOutput) {
-    const CallResult result = Call({"series", "--help"});
+    const CallResult result = Call({"select", "--help"});
     EXPECT_EQ(result.status, ExitStatus::Done);
     EXPECT_EQ(result.err, "");
-    EXPECT_THAT(result.out, HasSubstr("Usage: brantlow-batch series TICKER"));
+    EXPECT_THAT(result.out, HasSubstr("Usage: brantlow-batch select FILE"));
 }
 
 }  // namespace

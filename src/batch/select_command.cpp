@@ -1,0 +1,102 @@
+#include <algorithm>
+#include <array>
+
+#include "batch/commands.h"
+#include "selector/error_report.h"
+#include "selector/selector_run.h"
+#include "store/table_files.h"
+
+namespace brantlow {
+
+namespace {
+
+// Loads a table of the Data folder. What there is to say about the file is written; false when it cannot be
+// read.
+bool LoadTable(BatchCall& call, const std::string& name, QuoteTable& table) {
+    Session& session = call.session;
+    const TableLoad load = LoadQuoteTable(session.DataFile(name), KindOf(name), session.settings,
+                                          session.clock.Today(), table, nullptr);
+    const std::string sentence = TableLoadSentence(load, name);
+    if (!sentence.empty()) session.person.Say(OneLine(sentence));
+    return load.Done();
+}
+
+// Makes the working file of the run from the tickers of `name` and opens it; false after the sentence was
+// written.
+bool OpenEvaluations(BatchCall& call, const std::string& name, QuoteTable& evaluations) {
+    QuoteTable quotes;
+    if (!LoadTable(call, name, quotes)) return false;
+    const std::string working(kEvaluationsName);
+    if (const auto error = CreateEvaluationFile(quotes, call.session.DataFolder())) {
+        Refuse(call, working + " could not be written: " + error.message());
+        return false;
+    }
+    call.session.CurrentFile = working;
+    return LoadTable(call, working, evaluations);
+}
+
+// The action of each condition of the stored set; empty where the set has no such condition.
+std::array<std::string, kConditionCount + 1> ConditionActions(const SettingsTables& settings) {
+    std::array<std::string, kConditionCount + 1> actions;
+    std::size_t condition = 0;
+    for (std::size_t line = 1; line <= settings.SelectorLineCount; ++line) {
+        const std::string& text = settings.SelectorSettings.Text(line);
+        if (text == kConditionLine) ++condition;
+        if (condition > kConditionCount) break;
+        const bool isAction =
+            std::find(kConditionActions.begin(), kConditionActions.end(), text) != kConditionActions.end();
+        if (isAction) actions[condition] = text;
+    }
+    return actions;
+}
+
+void PrintOutcome(BatchCall& call, const SelectorOutcome& outcome, std::size_t rows,
+                  const std::string& savedAs) {
+    call.out << "Saved: " << savedAs << '\n' << "Tickers: " << outcome.tickers;
+    if (outcome.stopped) call.out << " of " << rows;
+    call.out << '\n';
+    const auto actions = ConditionActions(call.session.settings);
+    for (std::size_t i = 1; i <= kConditionCount; ++i) {
+        call.out << "Condition " << i << (actions[i].empty() ? "" : " " + actions[i]) << ": "
+                 << outcome.hitsPerCondition[i] << '\n';
+    }
+    call.out << "Short tickers: " << outcome.shortTickers.size() << '\n';
+    for (const std::string& ticker : outcome.shortTickers) call.out << "  " << OneLine(ticker) << '\n';
+}
+
+}  // namespace
+
+std::optional<std::string> RefuseEvaluationName(std::string_view text) {
+    const std::string quoted = "'" + std::string(text) + "'";
+    if (KindOf(text) != FileKind::Dbe || !text.ends_with(".dbe")) return quoted + " does not end in .dbe";
+    if (!StaysInDataFolder(text)) return quoted + " is not in Data";
+    if (Path(text).filename() == ".dbe") return quoted + " is no name";
+    return std::nullopt;
+}
+
+ExitStatus RunSelect(BatchCall& call) {
+    const std::string& name = call.arguments.operands.front();
+    if (!ExistingDataFile(call, name)) return ExitStatus::Refused;
+    if (KindOf(name) != FileKind::Ddq) return Refuse(call, kSelectorNeedsQuoteFile);
+    QuoteTable evaluations;
+    if (!OpenEvaluations(call, name, evaluations)) return ExitStatus::Refused;
+
+    Session& session = call.session;
+    session.person.ShowTickerCount(evaluations.TickerCount());
+    Analysis analysis;
+    SelectorOutcome outcome;
+    RunSelector(session, analysis, ChosenInterval(call.arguments), evaluations, outcome);
+
+    if (call.arguments.Has("--out")) session.CurrentFile = call.arguments.Text("--out");
+    if (const auto error = SaveQuoteTable(evaluations, session.DataFile(session.CurrentFile))) {
+        return Refuse(call, session.CurrentFile + " could not be written: " + error.message());
+    }
+    PrintOutcome(call, outcome, evaluations.TickerCount(), session.CurrentFile);
+    if (outcome.reportError) {
+        return Refuse(
+            call, std::string(kErrorReportName) + " could not be written: " + outcome.reportError.message());
+    }
+    return outcome.stopped ? ExitStatus::Interrupted : ExitStatus::Done;
+}
+
+}  // namespace brantlow
