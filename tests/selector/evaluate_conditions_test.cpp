@@ -60,6 +60,14 @@ TEST(EvaluateConditions, ASkippedGuardBesideANameThatHoldsGivesAHit) {
     EXPECT_EQ(FirstResult(Block("Buy", {"Close Price Above MA 180", kHoldsAlways}), scene), "True");
 }
 
+TEST(EvaluateConditions, ATestThatIsSkippedLaterLeavesTheStateAsItIs) {
+    Scene scene(150);
+    scene.Show(kScene);
+    EXPECT_EQ(FirstResult(Block("Buy", {kHoldsAlways, "Close Price Above MA 180"}), scene), "True");
+    // The average volume is 0, so slot 1 is skipped.
+    EXPECT_EQ(FirstResult(Block("Buy", {kHoldsAlways}, {"5"}), scene), "True");
+}
+
 TEST(EvaluateConditions, TheFirstFalseSticksToTheEndOfTheBlock) {
     Scene scene;
     scene.Show(kScene);
