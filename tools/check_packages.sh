@@ -3,7 +3,7 @@
 # come from the listed packages, what they depend on, or what every Debian system has. On a machine in use a
 # missing line would go unnoticed otherwise.
 #
-#   tools/check_packages.sh files BUILD    names each header and library of the build from another package
+#   tools/check_packages.sh files BUILD    names each file that the build uses from another package
 #   tools/check_packages.sh programs DIR   fills DIR with links to the programs of these packages, to serve as
 #                                          the whole PATH of a call
 set -euo pipefail
@@ -25,10 +25,12 @@ packaged_files() {
     xargs dpkg-query -L | sed -E 's#^/(lib|lib64|bin|sbin)(/|$)#/usr/\1\2#' | sort -u
 }
 
-# Headers that the build read and libraries that its programs load.
+# Headers that the build read, files that its configuration found, and libraries that its programs load.
+# The window toolkit's configuration looks for GLU and does without it where it is missing.
 used_files() {
   {
     ninja -C "$1" -t deps | awk '/^    \// { print $1 }'
+    awk -F= '$1 ~ /:FILEPATH$/ && $1 !~ /_glu_/ && $2 ~ /^\// { print $2 }' "$1/CMakeCache.txt"
     find "$1/bin" -type f -perm -u+x -exec ldd {} + | awk '$2 == "=>" && $3 ~ /^\// { print $3 }'
   } | grep -v "^$PWD/" | sort -u | xargs -r realpath -s | xargs -r realpath |
     sed -E 's#^/(lib|lib64)/#/usr/\1/#' | sort -u
