@@ -38,23 +38,26 @@ class PracticeRun : public BatchTest {
     }
 };
 
-// Every day of a week, and days on both sides of New Year, where the loaders lose a bar.
-TEST_F(PracticeRun, EachReadyMadeConditionHitsSomeTickersAndAtMostHalf) {
-    std::vector<std::string> days = {"2025-12-31", "2026-01-01", "2026-01-03", "2026-05-07", "2026-08-22"};
-    for (int day = 18; day <= 24; ++day) days.push_back("2026-11-" + std::to_string(day));
-    for (const std::string& today : days) {
-        Run(today, {"practice", "--replace"});
-        EXPECT_THAT(Run(today, {"select", "Practice.ddq"}).out, HasSubstr("Short tickers: 0\n")) << today;
-        const auto rows = Evaluations();
-        ASSERT_EQ(rows.size(), 43u);
-        for (std::size_t condition = 1; condition <= kConditions; ++condition) {
-            const auto hits = static_cast<std::size_t>(std::count_if(
-                rows.begin(), rows.end(), [&](const auto& row) { return !row[condition].empty(); }));
-            EXPECT_GE(hits, 1u) << today << " condition " << condition;
-            EXPECT_LE(hits, rows.size() / 2) << today << " condition " << condition;
-        }
+class PracticeDay : public PracticeRun, public ::testing::WithParamInterface<std::string> {};
+
+TEST_P(PracticeDay, EachReadyMadeConditionHitsSomeTickersAndAtMostHalf) {
+    Run(GetParam(), {"practice"});
+    EXPECT_THAT(Run(GetParam(), {"select", "Practice.ddq"}).out, HasSubstr("Short tickers: 0\n"));
+    const auto rows = Evaluations();
+    ASSERT_EQ(rows.size(), 43u);
+    for (std::size_t condition = 1; condition <= kConditions; ++condition) {
+        const auto hits = static_cast<std::size_t>(std::count_if(
+            rows.begin(), rows.end(), [&](const auto& row) { return !row[condition].empty(); }));
+        EXPECT_GE(hits, 1u) << "condition " << condition;
+        EXPECT_LE(hits, rows.size() / 2) << "condition " << condition;
     }
 }
+
+// Every day of a week, and days on both sides of New Year, where the loaders lose a bar.
+INSTANTIATE_TEST_SUITE_P(Days, PracticeDay,
+                         ::testing::Values("2025-12-31", "2026-01-02", "2026-05-07", "2026-11-18",
+                                           "2026-11-19", "2026-11-20", "2026-11-21", "2026-11-22",
+                                           "2026-11-23", "2026-11-24"));
 
 TEST_F(PracticeRun, BuySellAndHoldAreAmongTheReadyMadeConditions) {
     Run("2026-11-21", {"practice"});
@@ -67,8 +70,8 @@ TEST_F(PracticeRun, BuySellAndHoldAreAmongTheReadyMadeConditions) {
 }
 
 TEST_F(PracticeRun, EvaluatingTheTickersOneByOneGivesTheCellsOfTheRun) {
+    Run("2026-11-21", {"practice"});
     for (const std::string interval : {"daily", "weekly", "monthly"}) {
-        Run("2026-11-21", {"practice", "--replace"});
         Run("2026-11-21", {"select", "Practice.ddq", "--interval", interval});
         const auto rows = Evaluations();
         std::vector<std::string> arguments = {"evaluate", "--interval", interval};
