@@ -1,0 +1,122 @@
+#include "splits/split_calendar.h"
+
+#include <algorithm>
+
+#include "base/numbers.h"
+#include "base/text.h"
+#include "base/values.h"
+#include "shell/memory_status.h"
+#include "splits/split_adjustment.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr int kDaysInLog = 4;
+constexpr std::size_t kMonthAndDay = std::string_view("mm/dd").size();
+
+std::string YearOf(const Date& today) {
+    return std::to_string(static_cast<int>(today.year()));
+}
+
+std::optional<Date> DayOf(std::string_view date, const Date& today) {
+    if (const auto day = ParseDate(date)) return day;
+    return ParseDate(std::string(date).append(1, '/').append(YearOf(today)));
+}
+
+std::string WithYear(const std::string& date, const Date& today) {
+    const auto day = DayOf(date, today);
+    return day ? FormatDate(*day) : date;
+}
+
+LoggedSplit ParseLogLine(std::string_view line) {
+    std::vector<Value> values = ParseRecord(line);
+    constexpr std::size_t kFields = 3;
+    values.resize(kFields);
+    return {values[0].Text(), values[1].Text(), LeadingNumber(values[2].Text())};
+}
+
+bool Holds(const std::vector<LoggedSplit>& log, std::string_view ticker) {
+    return std::any_of(log.begin(), log.end(),
+                       [&](const LoggedSplit& split) { return split.ticker == ticker; });
+}
+
+void AdjustLogged(const std::vector<LoggedSplit>& log, Session& session, WorkingSeries& series,
+                  SplitCheck& check) {
+    const HistorySource source{session.settings.QuoteFolder, session.clock};
+    for (const LoggedSplit& split : log) {
+        session.CurrentTicker = split.ticker;
+        if (!IsDue(split, session.clock.Today())) continue;
+        ++check.due;
+        const SplitAdjustment adjustment = AdjustForSplit(source, split.ticker, split.factor, series);
+        if (adjustment.error && !check.error) check.error = adjustment.error;
+        if (adjustment.SplitIndex > 0 && !adjustment.error) ++check.adjusted;
+    }
+}
+
+}  // namespace
+
+std::string MonthAndDay(std::string_view date, const Date& today) {
+    const auto day = DayOf(date, today);
+    return day ? FormatDate(*day).substr(0, kMonthAndDay) : std::string(date);
+}
+
+std::vector<LoggedSplit> ReadSplitLog(const Path& appPath) {
+    const std::string bytes = BytesOrEmpty(appPath / kSplitLogName);
+    std::vector<LoggedSplit> log;
+    LineReader reader(bytes);
+    std::string_view line;
+    while (log.size() < kMostLoggedSplits && reader.Next(line)) {
+        LoggedSplit split = ParseLogLine(line);
+        if (!split.ticker.empty()) log.push_back(std::move(split));
+    }
+    return log;
+}
+
+std::error_code WriteSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log) {
+    const Path file = appPath / kSplitLogName;
+    std::string bytes;
+    for (const LoggedSplit& split : log) {
+        bytes += Value::OfText(split.ticker).Written();
+        bytes.append(1, ',').append(Value::OfText(split.date).Written());
+        bytes.append(1, ',').append(Value::OfNumber(split.factor).Written()).append(kLineEnd);
+    }
+    if (!bytes.empty()) return WriteWholeFile(file, bytes);
+    if (!IsRegularFile(file) || DeleteOneFile(file)) return {};
+    return std::make_error_code(std::errc::operation_not_permitted);
+}
+
+void LogNewSplits(const std::vector<PageSplit>& splits, const Date& today, std::vector<LoggedSplit>& log) {
+    for (const PageSplit& split : splits) {
+        if (log.size() >= kMostLoggedSplits) return;
+        if (Holds(log, split.ticker)) continue;
+        log.push_back({split.ticker, MonthAndDay(split.date, today), FactorOfRatio(split.ratio)});
+    }
+}
+
+void DropOldSplits(const Date& today, std::vector<LoggedSplit>& log) {
+    const std::string oldest = FormatDate(AddDays(today, -kDaysInLog)).substr(0, kMonthAndDay);
+    std::erase_if(log, [&](LoggedSplit& split) {
+        split.date = MonthAndDay(split.date, today);
+        return split.date < oldest;
+    });
+}
+
+bool IsDue(const LoggedSplit& split, const Date& today) {
+    return WithYear(split.date, today) < FormatDate(today);
+}
+
+SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::string_view meminfo,
+                              WorkingSeries& series) {
+    SplitCheck check;
+    const Date today = session.clock.Today();
+    std::vector<LoggedSplit> log = ReadSplitLog(session.AppPath);
+    WatchMemory(meminfo, session.run, session.person);
+    LogNewSplits(SplitsOfPage(page), today, log);
+    DropOldSplits(today, log);
+    check.error = WriteSplitLog(session.AppPath, log);
+    AdjustLogged(log, session, series, check);
+    return check;
+}
+
+}  // namespace brantlow
