@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <string>
+#include <utility>
 
 namespace brantlow {
 
@@ -32,6 +33,7 @@ class Descriptor {
     ~Descriptor() { Close(); }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
 
     int Number() const { return number_; }
     bool IsOpen() const { return number_ >= 0; }
@@ -59,8 +61,8 @@ std::error_code WriteAll(int descriptor, std::string_view bytes) {
     return {};
 }
 
-std::error_code ReadAll(int descriptor, std::string& bytes) {
-    std::size_t used = 0;
+// Reads to the end of the file behind the first `used` bytes, and adds what was read to `used`.
+std::error_code ReadAll(int descriptor, std::string& bytes, std::size_t& used) {
     for (;;) {
         if (used == bytes.size()) bytes.resize(used + std::max<std::size_t>(used, 4096));
         const ssize_t count = ::read(descriptor, bytes.data() + used, bytes.size() - used);
@@ -68,11 +70,32 @@ std::error_code ReadAll(int descriptor, std::string& bytes) {
             if (errno == EINTR) continue;
             return LastError();
         }
-        if (count == 0) break;
+        if (count == 0) return {};
         used += static_cast<std::size_t>(count);
     }
-    bytes.resize(used);
-    return {};
+}
+
+// Opens a regular file for reading and tells its size; closed, with the reason, where there is none.
+Descriptor OpenToRead(const Path& path, std::size_t& size, ReadResult& result) {
+    if (NamesNoFile(path)) return Descriptor(-1);
+    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0) {
+        result.error = LastError();
+        const bool missing = result.error == std::errc::no_such_file_or_directory ||
+                             result.error == std::errc::not_a_directory;
+        result.outcome = missing ? ReadOutcome::Missing : ReadOutcome::Failed;
+        file.Close();
+        return file;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        result.outcome = ReadOutcome::Failed;
+        result.error = std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
+                                                                    : std::errc::invalid_argument);
+        file.Close();
+    }
+    size = static_cast<std::size_t>(status.st_size);
+    return file;
 }
 
 // The file that a link points to, so that it is replaced and not the link; `path` itself where it is none.
@@ -94,31 +117,29 @@ std::error_code WriteTemporary(const Path& temporary, std::string_view bytes, Fl
 
 ReadResult ReadWholeFile(const Path& path) {
     ReadResult result;
-    if (NamesNoFile(path)) return result;
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status {};
-    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0) {
-        result.error = LastError();
-        const bool missing = result.error == std::errc::no_such_file_or_directory ||
-                             result.error == std::errc::not_a_directory;
-        result.outcome = missing ? ReadOutcome::Missing : ReadOutcome::Failed;
-        return result;
-    }
-    result.outcome = ReadOutcome::Failed;
-    if (!S_ISREG(status.st_mode)) {
-        result.error = std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
-                                                                    : std::errc::invalid_argument);
-        return result;
-    }
+    std::size_t size = 0;
+    const Descriptor file = OpenToRead(path, size, result);
+    if (!file.IsOpen()) return result;
     // One byte more than the file holds, so that a single further read meets its end.
-    result.bytes.resize(static_cast<std::size_t>(status.st_size) + 1);
-    result.error = ReadAll(file.Number(), result.bytes);
-    if (result.error) {
-        result.bytes.clear();
-    } else {
-        result.outcome = ReadOutcome::Done;
-    }
+    result.bytes.resize(size + 1);
+    std::size_t used = 0;
+    result.error = ReadAll(file.Number(), result.bytes, used);
+    result.bytes.resize(result.error ? 0 : used);
+    result.outcome = result.error ? ReadOutcome::Failed : ReadOutcome::Done;
     return result;
+}
+
+ReadOutcome ReadIntoBuffer(const Path& path, std::string& buffer, std::size_t& used) {
+    ReadResult result;
+    std::size_t size = 0;
+    const Descriptor file = OpenToRead(path, size, result);
+    if (!file.IsOpen()) return result.outcome;
+    const std::size_t needed = used + size + 1;
+    if (buffer.size() < needed) buffer.resize(needed);
+    std::size_t end = used;
+    if (ReadAll(file.Number(), buffer, end)) return ReadOutcome::Failed;
+    used = end;
+    return ReadOutcome::Done;
 }
 
 std::string BytesOrEmpty(const Path& path) {

@@ -24,6 +24,11 @@ struct ReadResult {
 
 ReadResult ReadWholeFile(const Path& path);
 
+// Reads the file behind the first `used` bytes of `buffer`, which grows where it must and keeps its size
+// otherwise, and adds the file's size to `used`: for readers of many files that keep one buffer. Unless Done,
+// `used` stays as it was.
+ReadOutcome ReadIntoBuffer(const Path& path, std::string& buffer, std::size_t& used);
+
 // The bytes of the file, empty when it cannot be read: for callers to whom a missing file is an empty one.
 std::string BytesOrEmpty(const Path& path);
 

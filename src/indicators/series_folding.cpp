@@ -1,7 +1,5 @@
 #include "indicators/series_folding.h"
 
-#include <cmath>
-
 #include "indicators/working_series.h"
 
 namespace brantlow {
@@ -13,27 +11,13 @@ void CopyBar(std::size_t to, std::size_t from, WorkingSeries& series) {
     for (const TextField& field : kTextFields) (series.*field.series).Copy(to, from);
 }
 
-// Takes the neighbour whenever a bar lies below it (TakeRises) or above it (TakeFalls).
-void TakeRises(const FoldGroup& group, NumberSeries& series) {
-    for (std::size_t j = group.first; j < group.last; ++j) {
-        if (series[j] < series[j + 1]) series.Copy(group.index, j + 1);
-    }
+// Copying into the group's own first bar is safe: each bar is looked at before it is overwritten.
+void TakeRise(const FoldGroup& group, NumberSeries& series) {
+    series.Copy(group.index, LastRise(group, [&](std::size_t j) { return series[j]; }));
 }
 
-void TakeFalls(const FoldGroup& group, NumberSeries& series) {
-    for (std::size_t j = group.first; j < group.last; ++j) {
-        if (series[j] > series[j + 1]) series.Copy(group.index, j + 1);
-    }
-}
-
-// The mean volume a day. A sum too large for a double passes the bar over.
-void FoldVolume(const FoldGroup& group, NumberSeries& volume) {
-    double sum = volume[group.first];
-    for (std::size_t j = group.first; j < group.last; ++j) {
-        const double next = sum + volume[j + 1];
-        if (std::isfinite(next)) sum = next;
-    }
-    volume.Set(group.index, sum / static_cast<double>(group.divisor));
+void TakeFall(const FoldGroup& group, NumberSeries& series) {
+    series.Copy(group.index, LastFall(group, [&](std::size_t j) { return series[j]; }));
 }
 
 void FoldOneGroup(const FoldGroup& group, WorkingSeries& series) {
@@ -41,16 +25,16 @@ void FoldOneGroup(const FoldGroup& group, WorkingSeries& series) {
         (series.*kNumberFields[slot].series).Copy(group.index, group.last);
     }
     for (const TextField& field : kTextFields) (series.*field.series).Copy(group.index, group.last);
-    for (NumberSeries* first :
-         {&series.OpenPrice, &series.HighPrice, &series.LowPrice, &series.AskPrice, &series.BidPrice}) {
-        first->Copy(group.index, group.first);
+    TakeRise(group, series.HighPrice);
+    TakeFall(group, series.LowPrice);
+    TakeRise(group, series.AskPrice);
+    TakeFall(group, series.BidPrice);
+    if (group.comparesOpens) {
+        TakeFall(group, series.OpenPrice);
+    } else {
+        series.OpenPrice.Copy(group.index, group.first);
     }
-    TakeRises(group, series.HighPrice);
-    TakeFalls(group, series.LowPrice);
-    TakeRises(group, series.AskPrice);
-    TakeFalls(group, series.BidPrice);
-    if (group.comparesOpens) TakeFalls(group, series.OpenPrice);
-    FoldVolume(group, series.Volume);
+    series.Volume.Set(group.index, MeanVolume(group, [&](std::size_t j) { return series.Volume[j]; }));
 }
 
 void Fold(const Folding& folding, WorkingSeries& series) {

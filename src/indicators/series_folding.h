@@ -2,6 +2,7 @@
 // makes single folded bars of a history read ahead.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 
 #include "indicators/history_row.h"
@@ -40,6 +41,38 @@ constexpr FoldGroup GroupOf(std::size_t index, std::size_t barCount, const Foldi
     const std::size_t last = folding.groupSize * index;
     if (last <= barCount) return {index, first, last, folding.comparesOpens, folding.groupSize};
     return {index, first, barCount, true, barCount - first + 1};
+}
+
+// The bar of the group whose value a folded high takes: the last that rose above its predecessor, which may
+// lie below the highest. `at` gives the value of a bar.
+template <class At>
+std::size_t LastRise(const FoldGroup& group, const At& at) {
+    std::size_t taken = group.first;
+    for (std::size_t j = group.first; j < group.last; ++j) {
+        if (at(j) < at(j + 1)) taken = j + 1;
+    }
+    return taken;
+}
+
+// The same downward, for lows and opens.
+template <class At>
+std::size_t LastFall(const FoldGroup& group, const At& at) {
+    std::size_t taken = group.first;
+    for (std::size_t j = group.first; j < group.last; ++j) {
+        if (at(j) > at(j + 1)) taken = j + 1;
+    }
+    return taken;
+}
+
+// The mean volume a day. A bar whose volume makes the sum too large for a double is passed over.
+template <class At>
+double MeanVolume(const FoldGroup& group, const At& at) {
+    double sum = at(group.first);
+    for (std::size_t j = group.first; j < group.last; ++j) {
+        const double next = sum + at(j + 1);
+        if (std::isfinite(next)) sum = next;
+    }
+    return sum / static_cast<double>(group.divisor);
 }
 
 // Series whose folded bar is the group's last one. The others are the first bar's, then compared or summed.

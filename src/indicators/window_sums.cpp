@@ -4,13 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
-// Two builds of each loop, the wider chosen at start-up by the processor's abilities. Both give the same
-// bits: a lane does what a plain loop does and nothing is contracted.
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)
-#define BRANTLOW_WIDE_LOOPS __attribute__((target_clones("avx2", "default")))
-#else
-#define BRANTLOW_WIDE_LOOPS
-#endif
+#include "indicators/wide_loops.h"
 
 namespace brantlow {
 

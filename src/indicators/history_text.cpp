@@ -1,0 +1,109 @@
+#include "indicators/history_text.h"
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+
+#include "base/files.h"
+#include "indicators/series_folding.h"
+#include "store/year_files.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::size_t kUsualBytes = std::size_t{4} << 20U;
+constexpr std::size_t kLargestGroup = kMonthly.groupSize;
+
+const Folding* FoldingOf(Interval interval) {
+    if (interval == Interval::Weekly) return &kWeekly;
+    if (interval == Interval::Monthly) return &kMonthly;
+    return nullptr;
+}
+
+// Folds the bars of `group`, the first of which is bars[0].
+void FoldBars(const FoldGroup& group, const HistoryBar* bars, HistoryBar& folded) {
+    const auto value = [&](NumberSlot slot) {
+        return [slot, bars, &group](std::size_t j) { return bars[j - group.first].row.numbers[slot]; };
+    };
+    folded = bars[group.last - group.first];
+    std::array<double, kNumberFields.size()>& numbers = folded.row.numbers;
+    numbers[kHighSlot] = value(kHighSlot)(LastRise(group, value(kHighSlot)));
+    numbers[kLowSlot] = value(kLowSlot)(LastFall(group, value(kLowSlot)));
+    const std::size_t open = group.comparesOpens ? LastFall(group, value(kOpenSlot)) : group.first;
+    numbers[kOpenSlot] = value(kOpenSlot)(open);
+    folded.openEmptied = bars[open - group.first].openEmptied;
+    numbers[kVolumeSlot] = MeanVolume(group, value(kVolumeSlot));
+}
+
+}  // namespace
+
+void HistoryText::Load(const std::string& quoteFolder, std::string_view ticker,
+                       std::span<const std::string> years) {
+    used_ = 0;
+    rows_.clear();
+    firstIndex_ = 1;
+    newestOpenEmptied_ = false;
+    regular_ = true;
+    for (const std::string& year : years) {
+        const std::size_t from = used_;
+        const std::optional<Path> path = YearFilePath(quoteFolder, ticker, year);
+        if (path) ReadIntoBuffer(*path, buffer_, used_);
+        if (used_ == from && rows_.empty()) firstIndex_ = 0;
+        newestOpenEmptied_ = used_ == from;
+        AddYear(from, used_);
+    }
+    barCount_ = rows_.empty() ? 0 : firstIndex_ + rows_.size() - 1;
+    regular_ = regular_ && barCount_ < kMostRows;
+}
+
+// The first row of a year overwrites the last row kept so far.
+void HistoryText::AddYear(std::size_t from, std::size_t to) {
+    if (from == to) return;
+    if (to > std::numeric_limits<std::uint32_t>::max()) {
+        regular_ = false;
+        return;
+    }
+    if (!rows_.empty()) rows_.pop_back();
+    const std::size_t fewestCommas = ScanLines(buffer_.data(), from, to, rows_);
+    if (fewestCommas + 1 < kHistoryFieldCount) regular_ = false;
+}
+
+std::size_t HistoryText::BarCount(Interval interval) const {
+    const Folding* const folding = FoldingOf(interval);
+    return folding == nullptr ? barCount_ : FoldedCount(barCount_, *folding);
+}
+
+std::string_view HistoryText::Row(std::size_t index) const {
+    const LineSpan& span = rows_[index - firstIndex_];
+    std::string_view line(buffer_.data() + span.start, span.end - span.start);
+    // A CR before the line end is part of it.
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    return line;
+}
+
+void HistoryText::DailyBar(std::size_t index, HistoryBar& bar) const {
+    ParseHistoryRow(Row(index), bar.row);
+    bar.openEmptied = newestOpenEmptied_ && index == barCount_;
+    if (bar.openEmptied) bar.row.numbers[kOpenSlot] = 0;
+}
+
+void HistoryText::Bar(Interval interval, std::size_t index, HistoryBar& bar) const {
+    const Folding* const folding = FoldingOf(interval);
+    if (folding == nullptr || index == 0 || index > FoldedCount(barCount_, *folding)) {
+        DailyBar(index, bar);
+        return;
+    }
+    const FoldGroup group = GroupOf(index, barCount_, *folding);
+    std::array<HistoryBar, kLargestGroup> bars;
+    for (std::size_t j = group.first; j <= group.last; ++j) DailyBar(j, bars[j - group.first]);
+    FoldBars(group, bars.data(), bar);
+}
+
+void HistoryText::TrimMemory() {
+    if (buffer_.size() <= kUsualBytes) return;
+    std::string().swap(buffer_);
+    used_ = 0;
+}
+
+}  // namespace brantlow

@@ -1,0 +1,73 @@
+// The tickers of a long run, loaded and computed one after another into the shared Analysis, with threads
+// that prepare the next ones ahead. The selector run takes it.
+//
+// After each Next the bars up to BarCount, the counters and the indicators are bit for bit what AnalyseTicker
+// would have left; elements above BarCount are so too after Complete, which the destructor calls. Nobody else
+// may touch the Analysis meanwhile, but for reading it between two calls.
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "indicators/analysis.h"
+#include "indicators/prepared_ticker.h"
+#include "indicators/series_tails.h"
+
+namespace brantlow {
+
+class SeriesPipeline {
+  public:
+    // As many threads as the machine has processors, none for a short list.
+    static constexpr std::size_t kThreadsOfMachine = static_cast<std::size_t>(-1);
+
+    // `helpers` threads work beside the caller's own. The source's folder and day are taken now.
+    SeriesPipeline(const HistorySource& source, Interval interval, std::vector<std::string> tickers,
+                   Analysis& analysis, std::size_t helpers = kThreadsOfMachine);
+    // Stops the threads wherever they are; tickers not asked for are left out.
+    ~SeriesPipeline();
+    SeriesPipeline(const SeriesPipeline&) = delete;
+    SeriesPipeline& operator=(const SeriesPipeline&) = delete;
+
+    // Analyses the next ticker of the list; false when there is none.
+    bool Next();
+    // Stores the bars above BarCount that are still outstanding.
+    void Complete() { tails_.StoreAll(analysis_.series); }
+
+  private:
+    struct Place {
+        PreparedTicker ticker;
+        bool ready = false;
+    };
+
+    Place& PlaceOf(std::size_t index) { return ring_[index % ring_.size()]; }
+    bool IsWorkLeft() const;
+    void HelpAlong();
+    void PrepareOne(std::unique_lock<std::mutex>& lock);
+    void WaitFor(std::size_t index);
+    void Merge(std::string_view ticker, PreparedTicker& prepared);
+
+    const std::string quoteFolder_;
+    const FixedClock clock_;
+    const Interval interval_;
+    const std::vector<std::string> tickers_;
+    const std::vector<std::string> years_;
+    Analysis& analysis_;
+    SeriesTails tails_;
+    // The foldings rewrite ask and bid prices as well, which a ticker prepared ahead knows nothing of.
+    const bool foldsAskAndBid_;
+
+    std::mutex mutex_;
+    std::condition_variable room_;   // a place came free, or the run ends
+    std::condition_variable ready_;  // a ticker is prepared
+    std::vector<Place> ring_;
+    std::size_t next_ = 0;     // the ticker that Next takes
+    std::size_t claimed_ = 0;  // tickers before this one are being prepared or are prepared
+    bool stopping_ = false;
+    std::vector<std::thread> helpers_;
+};
+
+}  // namespace brantlow

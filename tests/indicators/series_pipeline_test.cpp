@@ -1,0 +1,342 @@
+#include "indicators/series_pipeline.h"
+
+#include <bit>
+#include <memory>
+#include <random>
+
+#include "history_fixture.h"
+#include "indicators/history_row.h"
+#include "indicators/line_scan.h"
+#include "indicators/series_folding.h"
+#include "indicators/year_plan.h"
+
+namespace brantlow {
+namespace {
+
+using Random = std::mt19937_64;
+
+bool OneIn(Random& random, std::uint64_t count) {
+    return random() % count == 0;
+}
+
+// What is odd about a ticker's files.
+struct Oddities {
+    bool shortRows = false;
+    bool junk = false;
+    bool lfOnly = false;
+    bool emptyOpens = false;
+    bool zeroPrices = false;
+    bool longRows = false;
+};
+
+std::string RandomNumber(Random& random) {
+    const std::uint64_t thousandths = random() % 500000;
+    return std::to_string(thousandths / 1000) + "." + std::to_string(thousandths % 1000);
+}
+
+std::string RandomField(Random& random, std::size_t field, const Oddities& odd) {
+    if (odd.junk && OneIn(random, 40)) return std::string("\x00\xff?e9", 5);
+    if (kHistoryForms[field] == HistoryForm::Text) {
+        return OneIn(random, 5) ? "\"\"" : "\"" + std::to_string(random() % 100) + "/02/2" + "\"";
+    }
+    const bool isPrice = field == 2 || field == 3 || field == 4;
+    if (isPrice && odd.zeroPrices && OneIn(random, 15)) return "0";
+    if (field == 18 && odd.emptyOpens && OneIn(random, 3)) return "";
+    if (OneIn(random, 12)) return "0";
+    return RandomNumber(random);
+}
+
+std::string RandomRow(Random& random, const Oddities& odd) {
+    std::size_t fields = kHistoryFieldCount;
+    if (odd.shortRows && OneIn(random, 25)) fields = random() % kHistoryFieldCount;
+    if (odd.longRows && OneIn(random, 10)) fields = 19 + random() % 300;
+    std::string row;
+    for (std::size_t field = 0; field < fields; ++field) {
+        if (field > 0) row += ',';
+        row += RandomField(random, std::min<std::size_t>(field, 18), odd);
+    }
+    return row;
+}
+
+std::string RandomYear(Random& random, std::size_t rows, const Oddities& odd) {
+    std::string text;
+    for (std::size_t i = 0; i < rows; ++i) {
+        text += RandomRow(random, odd);
+        if (i + 1 < rows || !OneIn(random, 4)) text += odd.lfOnly ? "\n" : "\r\n";
+    }
+    return text;
+}
+
+std::uint64_t Bits(double value) {
+    return std::bit_cast<std::uint64_t>(value);
+}
+
+void ExpectSameNumbers(std::string_view name, const NumberSeries& actual, const NumberSeries& wanted,
+                       std::size_t last) {
+    for (std::size_t i = 0; i <= last; ++i) {
+        ASSERT_EQ(actual.State(i), wanted.State(i)) << name << "[" << i << "]";
+        ASSERT_EQ(Bits(actual[i]), Bits(wanted[i]))
+            << name << "[" << i << "] is " << actual[i] << " and not " << wanted[i];
+    }
+}
+
+void ExpectSameTexts(std::string_view name, const TextSeries& actual, const TextSeries& wanted,
+                     std::size_t last) {
+    for (std::size_t i = 0; i <= last; ++i) {
+        ASSERT_EQ(actual.State(i), wanted.State(i)) << name << "[" << i << "]";
+        ASSERT_EQ(actual[i], wanted[i]) << name << "[" << i << "]";
+    }
+}
+
+void ExpectSame(const Analysis& actual, const Analysis& wanted, std::size_t last) {
+    EXPECT_EQ(actual.series.BarCount, wanted.series.BarCount);
+    EXPECT_EQ(actual.series.LastBar, wanted.series.LastBar);
+    EXPECT_EQ(actual.series.LastRowRead, wanted.series.LastRowRead);
+    for (const NumberField& field : kNumberFields) {
+        ExpectSameNumbers(field.name, actual.series.*field.series, wanted.series.*field.series, last);
+    }
+    for (const TextField& field : kTextFields) {
+        ExpectSameTexts(field.name, actual.series.*field.series, wanted.series.*field.series, last);
+    }
+    ExpectSameNumbers("AskPrice", actual.series.AskPrice, wanted.series.AskPrice, last);
+    ExpectSameNumbers("BidPrice", actual.series.BidPrice, wanted.series.BidPrice, last);
+    for (const NamedIndicator& named : kIndicatorArrays) {
+        ExpectSameNumbers(named.name, actual.indicators.*named.array, wanted.indicators.*named.array, last);
+    }
+    const IndicatorScalars& a = actual.indicators;
+    const IndicatorScalars& w = wanted.indicators;
+    for (const auto scalar :
+         {&IndicatorScalars::LRSlope, &IndicatorScalars::LRIntercept, &IndicatorScalars::LRTightUCL,
+          &IndicatorScalars::LRLooseUCL, &IndicatorScalars::LRTightLCL, &IndicatorScalars::LRLooseLCL,
+          &IndicatorScalars::LRMaxResidual, &IndicatorScalars::LRMinResidual, &IndicatorScalars::MaxVolume,
+          &IndicatorScalars::AverageVolume, &IndicatorScalars::VolumeTightUCL,
+          &IndicatorScalars::VolumeLooseUCL}) {
+        EXPECT_EQ(Bits(a.*scalar), Bits(w.*scalar));
+    }
+}
+
+class SeriesPipelineTest : public HistoryFixture {
+  protected:
+    // `oddOneIn` tickers show each oddity.
+    void MakeTicker(const std::string& name, std::size_t mostRowsAYear, std::uint64_t oddOneIn) {
+        Oddities odd;
+        for (bool* oddity :
+             {&odd.shortRows, &odd.junk, &odd.lfOnly, &odd.emptyOpens, &odd.zeroPrices, &odd.longRows}) {
+            *oddity = OneIn(random, oddOneIn);
+        }
+        const bool young = OneIn(random, 4);
+        const bool gone = OneIn(random, 6);
+        const std::vector<std::string> years = YearTexts(kTestDay, kFullYears);
+        for (std::size_t y = 0; y < years.size(); ++y) {
+            if (young && y + 2 < years.size()) continue;
+            if ((gone && y + 1 == years.size()) || OneIn(random, 12)) continue;
+            const std::size_t rows = OneIn(random, 10) ? random() % 3 : random() % (mostRowsAYear + 1);
+            WriteYear(name, years[y], RandomYear(random, rows, odd));
+        }
+        tickers.push_back(name);
+    }
+
+    void MakeDatabase(std::size_t count, std::uint64_t oddOneIn) {
+        for (std::size_t i = 0; i < count; ++i) {
+            constexpr std::size_t kMostRowsAYear[] = {4, 12, 60, 150, 260};
+            MakeTicker("T" + std::to_string(i), kMostRowsAYear[random() % std::size(kMostRowsAYear)],
+                       oddOneIn);
+        }
+        for (const char* without : {"NONE", "../x", "CON", ""}) tickers.emplace_back(without);
+        std::shuffle(tickers.begin(), tickers.end(), random);
+    }
+
+    void RunBoth(Interval interval, std::size_t helpers) {
+        SeriesPipeline pipeline(source, interval, tickers, *actual, helpers);
+        for (const std::string& ticker : tickers) {
+            ASSERT_TRUE(pipeline.Next());
+            AnalyseTicker(source, ticker, interval, *wanted);
+            ASSERT_NO_FATAL_FAILURE(ExpectSame(*actual, *wanted, wanted->series.BarCount)) << ticker;
+        }
+        EXPECT_FALSE(pipeline.Next());
+        pipeline.Complete();
+        ASSERT_NO_FATAL_FAILURE(ExpectSame(*actual, *wanted, kMostRows));
+    }
+
+    Random random{20260302};
+    std::vector<std::string> tickers;
+    std::unique_ptr<Analysis> actual = std::make_unique<Analysis>();
+    std::unique_ptr<Analysis> wanted = std::make_unique<Analysis>();
+};
+
+struct Road {
+    Interval interval;
+    std::size_t helpers;
+    std::uint64_t oddOneIn;
+};
+
+// How a failure names its road.
+void PrintTo(const Road& road, std::ostream* out) {
+    constexpr const char* kNames[] = {"daily", "weekly", "monthly"};
+    *out << kNames[static_cast<std::size_t>(road.interval)] << ", " << road.helpers << " helpers, odd one in "
+         << road.oddOneIn;
+}
+
+class SeriesPipelineAgainstSequentialRuns : public SeriesPipelineTest,
+                                            public testing::WithParamInterface<Road> {};
+
+TEST_P(SeriesPipelineAgainstSequentialRuns, LeavesTheSameStateAfterEveryTicker) {
+    const Road& run = GetParam();
+    random.seed(run.helpers * 100 + run.oddOneIn);
+    MakeDatabase(run.interval == Interval::Daily ? 60 : 30, run.oddOneIn);
+    RunBoth(run.interval, run.helpers);
+}
+
+INSTANTIATE_TEST_SUITE_P(Intervals, SeriesPipelineAgainstSequentialRuns,
+                         testing::Values(Road{Interval::Daily, 0, 5}, Road{Interval::Daily, 3, 5},
+                                         Road{Interval::Daily, 1, 40}, Road{Interval::Weekly, 0, 5},
+                                         Road{Interval::Weekly, 2, 40}, Road{Interval::Monthly, 1, 5},
+                                         Road{Interval::Monthly, 0, 40}));
+
+TEST_F(SeriesPipelineTest, TailsOfLongTickersSurfaceUnderShortRows) {
+    // Each ticker is shorter than the one before, so that more tails pend than are kept unread.
+    for (int i = 0; i < 40; ++i) {
+        const std::string name = "L" + std::to_string(i);
+        WriteYear(name, "23", RandomYear(random, static_cast<std::size_t>(700 - 10 * i), {}));
+        tickers.push_back(name);
+        if (i % 13 != 12) continue;
+        const std::string shortRows = "S" + std::to_string(i);
+        std::string rows;
+        for (int row = 0; row < 650; ++row) rows += "\"only a date\"\r\n";
+        WriteYear(shortRows, "23", rows);
+        tickers.push_back(shortRows);
+    }
+    RunBoth(Interval::Daily, 2);
+}
+
+TEST_F(SeriesPipelineTest, MoreRowsThanElementsAreLoadedInTheSeriesItself) {
+    for (const std::size_t rows : {17998U, 17999U, 18000U, 18001U, 20000U}) {
+        const std::string name = "N" + std::to_string(rows);
+        WriteYear(name, "23", Rows(rows, 1));
+        tickers.push_back(name);
+    }
+    RunBoth(Interval::Daily, 1);
+    RunBoth(Interval::Weekly, 1);
+}
+
+TEST_F(SeriesPipelineTest, AskAndBidPricesFoldToo) {
+    for (const auto& analysis : {actual.get(), wanted.get()}) {
+        for (std::size_t i = 1; i <= 200; ++i) {
+            analysis->series.AskPrice.Set(i, static_cast<double>(i * 7919 % 101));
+            analysis->series.BidPrice.Set(i, static_cast<double>(i * 7907 % 103));
+        }
+    }
+    MakeDatabase(10, 40);
+    RunBoth(Interval::Weekly, 1);
+}
+
+TEST_F(SeriesPipelineTest, OverlongAndHugePricesNeedTheSharedArrays) {
+    // Prices near the largest double: some indicators fail and their elements keep an earlier ticker's value.
+    const auto huge = [&](const std::string& price) {
+        std::string text;
+        for (int i = 0; i < 200; ++i) {
+            text += "\"01/02/23\",\"\"," + (OneIn(random, 3) ? price : RandomNumber(random)) +
+                    ",1,2,1e307,1,1,1,1,1,\"\",\"\",1,1,1,1,1e305,1\r\n";
+        }
+        return text;
+    };
+    for (int i = 0; i < 6; ++i) {
+        MakeTicker("T" + std::to_string(i), 260, 50);
+        const std::string name = "H" + std::to_string(i);
+        WriteYear(name, "23", huge(i % 2 == 0 ? "1.1e307" : "0"));
+        tickers.push_back(name);
+    }
+    RunBoth(Interval::Daily, 1);
+}
+
+TEST_F(SeriesPipelineTest, StoppedRunLeavesTheStateOfTheTickersTaken) {
+    MakeDatabase(40, 10);
+    {
+        SeriesPipeline pipeline(source, Interval::Daily, tickers, *actual, 2);
+        for (int i = 0; i < 7; ++i) {
+            ASSERT_TRUE(pipeline.Next());
+            AnalyseTicker(source, tickers[static_cast<std::size_t>(i)], Interval::Daily, *wanted);
+        }
+    }
+    ExpectSame(*actual, *wanted, kMostRows);
+}
+
+TEST_F(SeriesPipelineTest, EmptyListHasNoTicker) {
+    SeriesPipeline pipeline(source, Interval::Daily, {}, *actual);
+    EXPECT_FALSE(pipeline.Next());
+    EXPECT_FALSE(pipeline.Next());
+}
+
+TEST(ScanLines, FindsLinesAndTheFewestCommas) {
+    struct Case {
+        std::string text;
+        std::vector<std::string> lines;
+        std::size_t fewest;
+    };
+    constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+    const std::vector<Case> cases = {
+        {"", {}, kNone},
+        {"\n", {""}, 0},
+        {"a,b", {"a,b"}, 1},
+        {"a,b\n", {"a,b"}, 1},
+        {"a,b\r\n,,,\n\nx", {"a,b\r", ",,,", "", "x"}, 0},
+        {std::string(200, ',') + "\n" + std::string(63, ','),
+         {std::string(200, ','), std::string(63, ',')},
+         63},
+    };
+    for (const Case& c : cases) {
+        // A front that is not scanned shifts the lines over the borders of the chunks.
+        for (std::size_t front = 0; front < 70; ++front) {
+            const std::string text = std::string(front, ',') + c.text;
+            std::vector<LineSpan> spans;
+            EXPECT_EQ(ScanLines(text.data(), front, text.size(), spans), c.fewest) << c.text;
+            std::vector<std::string> lines;
+            for (const LineSpan& span : spans)
+                lines.push_back(text.substr(span.start, span.end - span.start));
+            EXPECT_EQ(lines, c.lines) << front;
+        }
+    }
+}
+
+TEST(ScanLines, AgreesWithAPlainLoopOnRandomBytes) {
+    Random random(3);
+    for (int round = 0; round < 2000; ++round) {
+        std::string text;
+        for (std::size_t size = random() % 400; size > 0; --size) text += "a,,,,\n"[random() % 6];
+        std::vector<LineSpan> spans;
+        const std::size_t fewest = ScanLines(text.data(), 0, text.size(), spans);
+        std::size_t wanted = static_cast<std::size_t>(-1);
+        std::size_t start = 0;
+        std::size_t count = 0;
+        while (start < text.size()) {
+            const std::size_t end = std::min(text.find('\n', start), text.size());
+            ASSERT_LT(count, spans.size());
+            ASSERT_EQ(spans[count].start, start);
+            ASSERT_EQ(spans[count].end, end);
+            wanted = std::min(wanted, static_cast<std::size_t>(
+                                          std::count(text.begin() + static_cast<std::ptrdiff_t>(start),
+                                                     text.begin() + static_cast<std::ptrdiff_t>(end), ',')));
+            ++count;
+            start = end + 1;
+        }
+        ASSERT_EQ(spans.size(), count);
+        ASSERT_EQ(fewest, wanted);
+    }
+}
+
+TEST(GroupOf, CutsWholeGroupsAndARemainder) {
+    EXPECT_EQ(FoldedCount(0, kWeekly), 0U);
+    EXPECT_EQ(FoldedCount(10, kWeekly), 2U);
+    EXPECT_EQ(FoldedCount(13, kWeekly), 3U);
+    EXPECT_EQ(FoldedCount(20, kMonthly), 1U);
+    const FoldGroup last = GroupOf(3, 13, kWeekly);
+    EXPECT_EQ(last.first, 11U);
+    EXPECT_EQ(last.last, 13U);
+    EXPECT_EQ(last.divisor, 3U);
+    EXPECT_TRUE(last.comparesOpens);
+    EXPECT_FALSE(GroupOf(2, 13, kWeekly).comparesOpens);
+    EXPECT_TRUE(GroupOf(1, 20, kMonthly).comparesOpens);
+}
+
+}  // namespace
+}  // namespace brantlow
