@@ -8,17 +8,16 @@ namespace brantlow {
 
 namespace {
 
-struct KindRow {
+struct FilterRow {
     FileKind kind;
-    std::string_view ending;
     std::string_view saveFilter;
 };
 
 // A new table becomes a quote table when it is saved, so the template has the filter of a quote table.
-constexpr std::array<KindRow, 4> kKinds = {{{FileKind::Ddq, "ddq", "All Files (*.ddq)|*.ddq"},
-                                            {FileKind::Db, "db", "All Files (*.ddq)|*.ddq"},
-                                            {FileKind::Dbe, "dbe", "All Files (*.dbe)|*.dbe"},
-                                            {FileKind::Efq, "efq", "All Files (*.efq)|*.efq"}}};
+constexpr std::array<FilterRow, 4> kFilters = {{{FileKind::Ddq, "All Files (*.ddq)|*.ddq"},
+                                                {FileKind::Db, "All Files (*.ddq)|*.ddq"},
+                                                {FileKind::Dbe, "All Files (*.dbe)|*.dbe"},
+                                                {FileKind::Efq, "All Files (*.efq)|*.efq"}}};
 
 constexpr std::string_view kSelectorRunPrefix = "SS";
 constexpr std::string_view kFundamentalsPrefix = "EF";
@@ -31,17 +30,10 @@ Path Resolved(const Path& path) {
 
 }  // namespace
 
-FileKind KindOf(std::string_view fileName) {
-    for (const KindRow& row : kKinds) {
-        if (fileName.ends_with(row.ending)) return row.kind;
-    }
-    return FileKind::None;
-}
-
 std::string_view SaveFilter(FileKind kind) {
     const auto row =
-        std::find_if(kKinds.begin(), kKinds.end(), [&](const KindRow& r) { return r.kind == kind; });
-    return row == kKinds.end() ? std::string_view{} : row->saveFilter;
+        std::find_if(kFilters.begin(), kFilters.end(), [&](const FilterRow& r) { return r.kind == kind; });
+    return row == kFilters.end() ? std::string_view{} : row->saveFilter;
 }
 
 std::string DayInFileName(const Date& date) {

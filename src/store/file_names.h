@@ -9,13 +9,9 @@
 
 #include "base/dates.h"
 #include "base/files.h"
+#include "shell/file_kind.h"
 
 namespace brantlow {
-
-// The kind of a table, read from the end of its file name, case and all.
-enum class FileKind { None, Ddq, Db, Dbe, Efq };
-
-FileKind KindOf(std::string_view fileName);
 
 // The template of a new table; it is read and never written.
 inline constexpr std::string_view kNewTableName = "New EOD Quotes.db";
