@@ -1,0 +1,114 @@
+// The command catalogue: every menu entry and every button of the main frame with its words, its shortcut and
+// when it is enabled. The frame builds its menu bar and its row of buttons from these tables and finds the
+// routine behind an entry by the entry's name; a new command is a new row here and a row in the frame.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "shell/file_kind.h"
+
+namespace brantlow {
+
+// When an entry is enabled: a sum of these, one for each kind of open table and one for no table at all.
+using OpenStates = unsigned;
+inline constexpr OpenStates kWithDdq = 1;
+inline constexpr OpenStates kWithDb = 2;
+inline constexpr OpenStates kWithDbe = 4;
+inline constexpr OpenStates kWithEfq = 8;
+inline constexpr OpenStates kWithOther = 16;
+inline constexpr OpenStates kWithNothing = 32;
+inline constexpr OpenStates kWithKind = kWithDdq | kWithDb | kWithDbe | kWithEfq;
+inline constexpr OpenStates kWithTable = kWithKind | kWithOther;
+inline constexpr OpenStates kAlways = kWithTable | kWithNothing;
+
+// The state while a table of this kind is open.
+OpenStates StateOf(FileKind kind);
+
+enum class MenuRow { Menu, Entry, CheckedEntry, Separator, RecentFiles };
+
+// One row of the menu, in order. A row whose parent is empty stands on the menu bar itself.
+struct Command {
+    MenuRow row;
+    std::string_view id;
+    std::string_view parent;
+    std::string_view words;
+    std::string_view toolTip;
+    std::string_view shortcut;  // portable form; "Ctrl" is the platform's command key
+    std::string_view icon;      // name of its picture; empty for none
+    OpenStates enabled = kAlways;
+    // A long run works on the open table; while it is paused, what would take the table away stays disabled.
+    bool duringRun = false;
+};
+
+inline constexpr std::array kMenu = {
+    Command{MenuRow::Menu, "mnuFile", "", "&File", "", "", ""},
+    Command{MenuRow::Menu, "mnuFileNew", "mnuFile", "&New Quote File", "", "", "new"},
+    Command{MenuRow::Entry, "mnuFileNewEODQuoteFile", "mnuFileNew", "New End of Day Quote File",
+            "Create a new, empty end of day quote file", "Ctrl+N", "new"},
+    Command{MenuRow::Separator, "mnuFileBar1", "mnuFile", "", "", "", ""},
+    Command{MenuRow::Entry, "mnuFileOpenQuotesDB", "mnuFile", "Open End of Day Quote File",
+            "Open an end of day quote file", "Ctrl+O", "open-quotes"},
+    Command{MenuRow::Entry, "mnuFileOpenEvaluationDB", "mnuFile", "Open Stock Selector File",
+            "Open the saved results of a Stock Selector run", "Ctrl+Shift+O", "open-evaluation"},
+    Command{MenuRow::Entry, "mnuFileOpenExtendedFundamental", "mnuFile", "Open Ext Fundamanental File",
+            "Open a file of extended fundamental data", "Ctrl+Alt+O", "open-fundamental"},
+    Command{MenuRow::Separator, "mnuFileBar2", "mnuFile", "", "", "", ""},
+    Command{MenuRow::Entry, "mnuFileClose", "mnuFile", "&Close", "Close the open file", "Ctrl+W", "close",
+            kWithTable},
+    Command{MenuRow::Entry, "mnuFileSave", "mnuFile", "&Save", "Save the open file", "Ctrl+S", "save",
+            kWithKind, true},
+    Command{MenuRow::Entry, "mnuFileSaveAs", "mnuFile", "Save &As...",
+            "Save the open file under another name", "Ctrl+Shift+S", "save-as", kWithKind},
+    Command{MenuRow::RecentFiles, "mnuFileMRU", "mnuFile", "", "", "", ""},
+    Command{MenuRow::Separator, "mnuFileBar3", "mnuFile", "", "", "", ""},
+    Command{MenuRow::Entry, "mnuFileExit", "mnuFile", "E&xit", "Leave Brantlow", "Ctrl+Q", "exit", kAlways,
+            true},
+    Command{MenuRow::Menu, "mnuView", "", "&View", "", "", ""},
+    Command{MenuRow::CheckedEntry, "mnuViewToolbar", "mnuView", "&Toolbar", "Show or hide the buttons", "",
+            "", kAlways, true},
+    Command{MenuRow::CheckedEntry, "mnuViewStatusBar", "mnuView", "Status &Bar",
+            "Show or hide the status bar", "", "", kAlways, true},
+    Command{MenuRow::Entry, "mnuEvaluatePickStocks", "", "St&ock Selector",
+            "Mark every ticker of the quote file Buy, Sell or Hold", "F9", "selector",
+            kWithDdq | kWithNothing},
+    Command{MenuRow::Menu, "mnuWindow", "", "&Window", "", "", ""},
+    Command{MenuRow::Entry, "mnuWindowCascade", "mnuWindow", "&Cascade", "Lay the windows one over another",
+            "", "cascade", kAlways, true},
+    Command{MenuRow::Entry, "mnuWindowTileHorizontal", "mnuWindow", "Tile &Horizontal",
+            "Lay the windows one below another", "", "tile-horizontal", kAlways, true},
+    Command{MenuRow::Entry, "mnuWindowTileVertical", "mnuWindow", "Tile &Vertical",
+            "Lay the windows side by side", "", "tile-vertical", kAlways, true},
+    Command{MenuRow::Entry, "mnuWindowArrangeIcons", "mnuWindow", "&Arrange Icons",
+            "Line up the minimised windows", "", "", kAlways, true},
+};
+
+// A picture button of the frame; its tool tip is the only word it has.
+struct Button {
+    std::string_view id;
+    std::string_view toolTip;
+    std::string_view command;  // it does what this entry does
+    bool startsGroup = false;
+    // Not shown before the first end-of-day table is opened, and shown and enabled ever after.
+    bool waitsForQuoteFile = false;
+};
+
+inline constexpr std::array kButtons = {
+    Button{"Command22", "Create New EOD Quote File", "mnuFileNewEODQuoteFile"},
+    Button{"Command5", "Open EOD Quote File", "mnuFileOpenQuotesDB"},
+    Button{"Command6", "Open Evaluation File", "mnuFileOpenEvaluationDB"},
+    Button{"Command24", "Open Extended Fundamental File", "mnuFileOpenExtendedFundamental"},
+    Button{"Command8", "Save File", "mnuFileSave", true},
+    Button{"Command7", "Close File", "mnuFileClose"},
+    Button{"Command4", "Stock Selector", "mnuEvaluatePickStocks", true, true},
+    Button{"Command20", "Exit", "mnuFileExit", true},
+};
+
+// The row of this name, or null.
+const Command* FindCommand(std::string_view id);
+
+// Whether an entry is enabled; `inRun` while a run is paused, which is the only time in a run that a person
+// can reach the menu.
+bool IsEnabled(const Command& command, OpenStates state, bool inRun);
+
+}  // namespace brantlow
