@@ -57,11 +57,6 @@ SlotValue WindowSlope(const Analysis& analysis, std::size_t) {
     return Computed(Divide(analysis.indicators.LRSlope * kYearlyPercent, analysis.series.ClosePrice[1]));
 }
 
-// As its text in the general number form reads, so that 10 % is 10 and not a last digit more.
-SlotValue ChangeOfTheDay(const Analysis& analysis, std::size_t bar) {
-    return Computed(PercentChangeAt(analysis.indicators, bar));
-}
-
 SlotValue DividendYield(const Analysis& analysis, std::size_t bar) {
     return Computed(Divide(analysis.series.DividendPerShare[bar] * 100, analysis.series.ClosePrice[bar]));
 }
@@ -116,8 +111,8 @@ constexpr std::array<ValueSlot, kSlotCount> kValueSlots = {{
     {"LR 120 Slope (%/yr) < X", kAtMost, RegressionSlope<&I::MLRSlope120, 120>},
     {"LR Slope (%/yr) > X", kAtLeast, WindowSlope},
     {"LR Slope (%/yr) < X", kAtMost, WindowSlope},
-    {"% Change > X", kAtLeast, ChangeOfTheDay},
-    {"% Change < X", kAtMost, ChangeOfTheDay},
+    {"% Change > X", kAtLeast, Indicator<&I::PercentChange>},
+    {"% Change < X", kAtMost, Indicator<&I::PercentChange>},
     {"% Div. Yield > X", kAtLeast, DividendYield},
     {"P/E > X", kAtLeast, Stored<&W::PERatio>},
     {"P/E < X", kAtMost, Stored<&W::PERatio>},

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "base/files.h"
-#include "selector/evaluation.h"
 #include "store/file_names.h"
 #include "store/table_colours.h"
 #include "store/table_files.h"
@@ -274,49 +273,6 @@ TEST_F(SelectorRun, TheReportThatCannotBeWrittenIsToldAndTheCellsStand) {
     const SelectorOutcome outcome = Run();
     EXPECT_TRUE(outcome.reportError);
     EXPECT_EQ(table_.Text(1, 1), "Buy");
-}
-
-// Closes that swing with a period and phase of the ticker's own.
-double Swing(double i, int ticker) {
-    const int step = (static_cast<int>(i) * (3 + ticker % 5) + ticker) % 23;
-    return 50 + ticker + (step < 12 ? step : 23 - step) * 0.75 + i * 0.01 * (ticker % 3 - 1);
-}
-
-TEST_F(SelectorRun, GivesWhatTickersAnalysedOneAfterAnotherGive) {
-    Conditions({Block("Buy", {"MLR Dif 15 Positive"}), Block("Sell", {"McClellan Oscillator 15 Negative"}),
-                Block("Hold", {"MA15 Above MA60"}), Block("Buy", {"RSI 15 Above 70"}),
-                Block("Sell", {"Momentum 30 Decreasing", "Close Price Below MA 30"}),
-                Block("Buy", {"Shaven Head"}), Block("Hold", {"MLR Der 15 Broke To Positive"})});
-    constexpr std::size_t kLengths[] = {300, 20, 0, 120, 16, 45, 15, 600, 31, 1, 250, 18};
-    Lines tickers;
-    for (int i = 0; i < 60; ++i) {
-        tickers.push_back("T" + std::to_string(i));
-        const std::size_t length = kLengths[static_cast<std::size_t>(i) % std::size(kLengths)];
-        if (length > 0)
-            History(tickers.back(), length, i % 4 == 3 ? "24" : kOldestRecentYear,
-                    [i](double bar) { return Swing(bar, i); });
-    }
-    Table(tickers);
-    QuoteTable expected = table_;
-    Analysis oneByOne;
-    const HistorySource source{session_.settings.QuoteFolder, clock_};
-    std::size_t hits = 0;
-    for (std::size_t row = 1; row <= tickers.size(); ++row) {
-        AnalyseTicker(source, tickers[row - 1], Interval::Daily, oneByOne);
-        if (oneByOne.series.BarCount <= 15) continue;
-        ConditionResults results;
-        EvaluateConditions(session_.settings, oneByOne, results);
-        for (std::size_t c = 1; c <= 10; ++c) {
-            if (results.ConditionResult[c] != "True") continue;
-            expected.SetText(row, c, results.ConditionAction[c]);
-            ++hits;
-        }
-    }
-    const SelectorOutcome outcome = Run();
-    for (std::size_t row = 0; row <= tickers.size(); ++row)
-        EXPECT_EQ(table_.LineText(row), expected.LineText(row));
-    EXPECT_EQ(outcome.tickers, 60U);
-    EXPECT_GT(hits, 60U);
 }
 
 struct ColourCase {

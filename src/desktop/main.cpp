@@ -1,0 +1,92 @@
+// The desktop program: finds or makes the application folder, shows the splash and then the main frame.
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QIcon>
+#include <QProxyStyle>
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+
+#include "base/clock.h"
+#include "indicators/analysis.h"
+#include "shell/app_folder.h"
+#include "shell/session.h"
+#include "shell/user_store.h"
+#include "shell/windows/frmMain.h"
+#include "shell/windows/frmSplash.h"
+#include "shell/windows/window_person.h"
+
+using namespace brantlow;
+
+namespace {
+
+constexpr int kSplashMilliseconds = 3000;
+constexpr int kCellMargin = 6;
+
+// Makes the application folder where there is none; the sentence that says why that failed, else empty.
+std::string MakeWhereMissing(const Path& executable, const Path& appPath) {
+    if (!NeedsMaking(appPath)) return {};
+    const std::optional<Path> assets = FindAssets(executable);
+    if (!assets)
+        return "The files that belong to the program were not found beside it. Please install it again.";
+    const std::error_code error = MakeAppFolder(*assets, appPath);
+    if (!error) return {};
+    return "The folder " + appPath.string() + " cannot be made (" + error.message() + ").";
+}
+
+// The desktop's own style with two touches: dialog buttons carry words alone, and the cells of a table leave
+// air around their text.
+class ProgramStyle final : public QProxyStyle {
+  public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+        return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        const bool inTable = qobject_cast<const QAbstractItemView*>(widget) != nullptr;
+        if (inTable && (metric == PM_FocusFrameHMargin || metric == PM_HeaderMargin)) return kCellMargin;
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
+std::string Environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    // Qt takes over the user's locale; the program's files hold numbers with a point everywhere.
+    std::setlocale(LC_NUMERIC, "C");
+    QApplication::setStyle(new ProgramStyle);
+    QApplication::setApplicationName(QStringLiteral("Brantlow"));
+    QApplication::setApplicationVersion(QStringLiteral(BRANTLOW_VERSION));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/brantlow.svg")));
+
+    frmSplash splash(QStringLiteral(BRANTLOW_VERSION));
+    splash.ShowFor(kSplashMilliseconds);
+
+    const StartPlaces places = CurrentStartPlaces();
+    const Path appPath = ResolveAppPath(places);
+    WindowPerson person;
+    const std::string failure = MakeWhereMissing(places.executable, appPath);
+    if (!failure.empty()) {
+        splash.close();
+        person.Say(failure);
+        return EXIT_FAILURE;
+    }
+    std::error_code ignored;
+    std::filesystem::current_path(appPath, ignored);
+
+    const SystemClock clock;
+    Session session(appPath, clock, person);
+    const auto analysis = std::make_unique<Analysis>();
+    frmMain frame(session, *analysis, person, UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home));
+    splash.close();
+    frame.Load();
+    return frame.isVisible() ? QApplication::exec() : EXIT_SUCCESS;
+}

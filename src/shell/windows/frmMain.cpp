@@ -1,0 +1,363 @@
+#include "shell/windows/frmMain.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QLabel>
+#include <QLocale>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QProgressBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+#include <algorithm>
+
+#include "base/windows/display_text.h"
+#include "shell/settings/settings_files.h"
+#include "shell/status_words.h"
+#include "shell/user_store.h"
+#include "shell/windows/command_bar.h"
+#include "shell/windows/frame_area.h"
+#include "shell/windows/window_person.h"
+#include "store/file_names.h"
+#include "store/windows/frmQuoteGrid.h"
+
+namespace brantlow {
+
+namespace {
+
+// The routine behind every entry of the catalogue.
+struct Action {
+    std::string_view id;
+    void (frmMain::*run)();
+};
+constexpr std::array kActions = {
+    Action{"mnuFileNewEODQuoteFile", &frmMain::NewTable},
+    Action{"mnuFileOpenQuotesDB", &frmMain::OpenQuotesFile},
+    Action{"mnuFileOpenEvaluationDB", &frmMain::OpenEvaluations},
+    Action{"mnuFileOpenExtendedFundamental", &frmMain::OpenFundamentals},
+    Action{"mnuFileClose", &frmMain::CloseFile},
+    Action{"mnuFileSave", &frmMain::SaveFile},
+    Action{"mnuFileSaveAs", &frmMain::SaveFileAs},
+    Action{"mnuFileExit", &frmMain::ExitProgram},
+    Action{"mnuViewToolbar", &frmMain::ViewToolbar},
+    Action{"mnuViewStatusBar", &frmMain::ViewStatusBar},
+    Action{"mnuEvaluatePickStocks", &frmMain::StockSelector},
+    Action{"mnuWindowCascade", &frmMain::Cascade},
+    Action{"mnuWindowTileHorizontal", &frmMain::TileHorizontal},
+    Action{"mnuWindowTileVertical", &frmMain::TileVertical},
+    Action{"mnuWindowArrangeIcons", &frmMain::ArrangeIcons},
+};
+
+constexpr int kIconPixels = 24;
+constexpr int kWordPanelWidth = 130;
+constexpr int kCountPanelWidth = 80;
+constexpr int kProgressWidth = 180;
+constexpr int kPercent = 100;
+
+QLabel* AddPanel(QStatusBar& bar, const QString& name, const QString& toolTip, int width) {
+    auto* panel = new QLabel;
+    panel->setObjectName(name);
+    panel->setToolTip(toolTip);
+    panel->setMinimumWidth(width);
+    panel->setAlignment(Qt::AlignCenter);
+    panel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    bar.addPermanentWidget(panel);
+    return panel;
+}
+
+// The part of a filter that the dialog of this platform takes: the words, which hold the pattern.
+QString DialogFilter(const std::string& filter) {
+    return Shown(std::string_view(filter).substr(0, filter.find('|')));
+}
+
+}  // namespace
+
+frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Path userStore)
+    : session_(session),
+      analysis_(analysis),
+      person_(person),
+      userStore_(std::move(userStore)),
+      area_(new FrameArea),
+      tbToolBar(new QToolBar(QStringLiteral("Buttons"))) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(QStringLiteral("Brantlow"));
+    setWindowIcon(QIcon(QStringLiteral(":/icons/brantlow.svg")));
+    setCentralWidget(area_);
+    tbToolBar->setObjectName(QStringLiteral("tbToolBar"));
+    tbToolBar->setMovable(false);
+    tbToolBar->setIconSize({kIconPixels, kIconPixels});
+    addToolBar(tbToolBar);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    commands_ = new CommandBar(*this, *tbToolBar, [this](const Command& command) { Run(command.id); });
+    connect(commands_, &CommandBar::RecentFileChosen, this, &frmMain::OpenRecentFile);
+    BuildStatusBar();
+    person_.Attach({this, statusWord_, tickerCount_, ProgressBar1}, session_);
+    person_.pauseChanged = [this] { ApplyRules(); };
+}
+
+frmMain::~frmMain() {
+    person_.Detach();
+}
+
+frmQuoteGrid* frmMain::QuoteForm() const {
+    return quoteForm_;
+}
+
+void frmMain::BuildStatusBar() {
+    statusBar()->setObjectName(QStringLiteral("sbStatusBar"));
+    const Date today = session_.clock.Today();
+    const QDate day(static_cast<int>(today.year()), static_cast<int>(static_cast<unsigned>(today.month())),
+                    static_cast<int>(static_cast<unsigned>(today.day())));
+    fixedPanel_ = new QLabel(QLocale::c().toString(day, QStringLiteral(" dddd, MMMM d, yyyy")));
+    fixedPanel_->setObjectName(QStringLiteral("Panel1"));
+    statusBar()->addWidget(fixedPanel_, 1);
+    ProgressBar1 = new QProgressBar;
+    ProgressBar1->setObjectName(QStringLiteral("ProgressBar1"));
+    ProgressBar1->setRange(0, kPercent);
+    ProgressBar1->setFixedWidth(kProgressWidth);
+    ProgressBar1->setTextVisible(false);
+    ProgressBar1->hide();
+    statusBar()->addPermanentWidget(ProgressBar1);
+    statusWord_ = AddPanel(*statusBar(), QStringLiteral("Panel2"),
+                           QStringLiteral("What the program is doing"), kWordPanelWidth);
+    tickerCount_ = AddPanel(*statusBar(), QStringLiteral("Panel3"),
+                            QStringLiteral("Tickers in the open file"), kCountPanelWidth);
+}
+
+void frmMain::Load() {
+    const FrameGeometry geometry = LoadFrameGeometry(userStore_);
+    setGeometry(PixelsOf(geometry.MainLeft), PixelsOf(geometry.MainTop), PixelsOf(geometry.MainWidth),
+                PixelsOf(geometry.MainHeight));
+    LoadAllSettings(session_.AppPath, session_.settings);
+    session_.PickedFile = session_.settings.MruSettings.Text(1);
+    commands_->ShowRecentFiles(session_.settings.MruSettings);
+    PlaceFrame();
+    session_.OpenWithoutDialog = "True";
+    OpenQuotesFile();
+    session_.OpenWithoutDialog = "False";
+    ProgressBar1->hide();
+}
+
+// At the top left corner in its own size, or as much of it as the screen has; the whole of a smallest screen.
+void frmMain::PlaceFrame() {
+    const QScreen* const onScreen = screen();
+    display_.ScreenWidth = onScreen->size().width();
+    display_.ScreenHeight = onScreen->size().height();
+    const QRect available = onScreen->availableGeometry();
+    move(available.topLeft());
+    resize(std::min(PixelsOf(kFrameWidth), available.width()),
+           std::min(PixelsOf(kFrameHeight), available.height()));
+    if (display_.FrameStartsMaximised()) {
+        showMaximized();
+    } else {
+        show();
+    }
+}
+
+void frmMain::Run(std::string_view command) {
+    for (const Action& action : kActions) {
+        if (action.id == command) return (this->*action.run)();
+    }
+}
+
+TableWindows frmMain::Windows() {
+    TableWindows windows;
+    windows.CheckActivefrm = [this] { CheckActivefrm(); };
+    windows.askFile = [this](const FileQuestion& question) { return AskFile(question); };
+    windows.loadQuoteForm = [this] { return LoadQuoteForm(); };
+    windows.showQuoteForm = [this] { ShowQuoteForm(); };
+    windows.openTable = [this]() -> const QuoteTable* { return quoteForm_ ? &quoteForm_->Table() : nullptr; };
+    windows.nameChanged = [this] { NameChanged(); };
+    return windows;
+}
+
+void frmMain::CheckActivefrm() {
+    if (quoteWindow_) {
+        area_->removeSubWindow(quoteWindow_);
+        // Later: the window may be the one whose own close button led here.
+        quoteWindow_->hide();
+        quoteWindow_->deleteLater();
+    }
+    quoteWindow_ = nullptr;
+    quoteForm_ = nullptr;
+    person_.HideTickerCount();
+    setWindowTitle(QStringLiteral("Brantlow"));
+    ApplyRules();
+}
+
+Path frmMain::AskFile(const FileQuestion& question) {
+    QFileDialog dialog(this, Shown(question.title), ShownPath(question.folder),
+                       DialogFilter(question.filter));
+    dialog.setOption(QFileDialog::DontUseNativeDialog, !isActiveWindow() || !isVisible());
+    dialog.setAcceptMode(question.saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    // A file that cannot be opened is told in the program's own words, so any name may be entered.
+    dialog.setFileMode(QFileDialog::AnyFile);
+    if (!question.fileName.empty()) dialog.selectFile(Shown(question.fileName));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return PathOf(dialog.selectedFiles().constFirst());
+}
+
+TableLoad frmMain::LoadQuoteForm() {
+    auto* form = new frmQuoteGrid(session_);
+    connect(form, &frmQuoteGrid::CloseAsked, this, [this] {
+        if (!person_.InRun()) CloseFile();
+    });
+    quoteForm_ = form;
+    quoteWindow_ = area_->addSubWindow(form);
+    quoteWindow_->setWindowIcon(windowIcon());
+    // The area's own close key would stand against that of the Close command.
+    for (QAction* action : quoteWindow_->systemMenu()->actions()) action->setShortcut({});
+    quoteWindow_->resize(std::min(PixelsOf(ScaledWidth(display_, kTableWidth)), area_->width()),
+                         std::min(PixelsOf(ScaledHeight(display_, kTableHeight)), area_->height()));
+    const TableLoad load = form->Load();
+    ApplyRules();
+    return load;
+}
+
+void frmMain::ShowQuoteForm() {
+    quoteWindow_->showMaximized();
+    if (KindOf(session_.CurrentFile) == FileKind::Ddq) commands_->ShowQuoteFileButtons();
+}
+
+void frmMain::NameChanged() {
+    if (quoteForm_) quoteForm_->NameChanged();
+    commands_->ShowRecentFiles(session_.settings.MruSettings);
+    ApplyRules();
+}
+
+void frmMain::ApplyRules() {
+    const OpenStates state = quoteForm_ ? StateOf(KindOf(session_.CurrentFile)) : kWithNothing;
+    commands_->ApplyRules(state, person_.InRun());
+}
+
+void frmMain::NewTable() {
+    OpenTableFile(session_, OpeningRoad::NewTable, Windows());
+}
+
+void frmMain::OpenQuotesFile() {
+    statusBar()->show();
+    OpenTableFile(session_, OpeningRoad::EndOfDay, Windows());
+    NameChanged();
+}
+
+void frmMain::OpenEvaluations() {
+    OpenTableFile(session_, OpeningRoad::Evaluation, Windows());
+}
+
+void frmMain::OpenFundamentals() {
+    OpenTableFile(session_, OpeningRoad::ExtendedFundamental, Windows());
+}
+
+void frmMain::OpenRecentFile(std::size_t entry) {
+    session_.OpenWithoutDialog = "True";
+    session_.PickedFile = session_.settings.MruSettings.Text(entry);
+    OpenQuotesFile();
+}
+
+void frmMain::CloseFile() {
+    statusBar()->show();
+    CloseTableFile(session_, Windows());
+    NameChanged();
+}
+
+void frmMain::SaveFile() {
+    SaveTableFile(session_, Windows());
+}
+
+void frmMain::SaveFileAs() {
+    SaveTableFileAs(session_, Windows());
+}
+
+void frmMain::ExitProgram() {
+    close();
+}
+
+// In the midst of a run the frame stays until the run has come to its end; then it closes.
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (person_.InRun()) {
+        session_.run.ProcessCommand = kStopRun;
+        exitAfterRun_ = true;
+        event->ignore();
+        return;
+    }
+    if (quoteForm_) {
+        SaveRecentFiles(session_);
+        CheckActivefrm();
+    }
+    StoreGeometry();
+    event->accept();
+}
+
+void frmMain::StoreGeometry() {
+    if (isMinimized()) return;
+    const QRect frame = geometry();
+    const std::error_code error = SaveFrameGeometry(
+        userStore_,
+        {static_cast<double>(TwipsOf(frame.x())), static_cast<double>(TwipsOf(frame.y())),
+         static_cast<double>(TwipsOf(frame.width())), static_cast<double>(TwipsOf(frame.height()))});
+    if (error) {
+        person_.Say("The window's place cannot be kept in " + userStore_.string() + " (" + error.message() +
+                    ")");
+    }
+}
+
+void frmMain::ViewToolbar() {
+    tbToolBar->setVisible(commands_->Entry("mnuViewToolbar")->isChecked());
+}
+
+void frmMain::ViewStatusBar() {
+    statusBar()->setVisible(commands_->Entry("mnuViewStatusBar")->isChecked());
+}
+
+void frmMain::Cascade() {
+    area_->cascadeSubWindows();
+}
+
+void frmMain::TileHorizontal() {
+    Tile(Qt::Vertical);
+}
+
+void frmMain::TileVertical() {
+    Tile(Qt::Horizontal);
+}
+
+QList<QMdiSubWindow*> frmMain::ShownChildren() const {
+    QList<QMdiSubWindow*> children;
+    for (QMdiSubWindow* child : area_->subWindowList()) {
+        if (child->isVisible() && !child->isMinimized()) children.append(child);
+    }
+    return children;
+}
+
+// Shares the area among the windows, one below another or side by side.
+void frmMain::Tile(Qt::Orientation stacked) {
+    const QList<QMdiSubWindow*> children = ShownChildren();
+    const QSize whole = area_->viewport()->size();
+    const int count = static_cast<int>(children.size());
+    for (int i = 0; i < count; ++i) {
+        QMdiSubWindow* child = children.at(i);
+        child->showNormal();
+        if (stacked == Qt::Vertical) {
+            child->setGeometry(0, whole.height() * i / count, whole.width(), whole.height() / count);
+        } else {
+            child->setGeometry(whole.width() * i / count, 0, whole.width() / count, whole.height());
+        }
+    }
+}
+
+// Minimised windows in a row along the lower edge.
+void frmMain::ArrangeIcons() {
+    int left = 0;
+    for (QMdiSubWindow* child : area_->subWindowList()) {
+        if (!child->isMinimized()) continue;
+        child->move(left, area_->viewport()->height() - child->height());
+        left += child->width();
+    }
+}
+
+}  // namespace brantlow

@@ -1,0 +1,100 @@
+// The main frame: menu, buttons, status bar and the area in which the table's window stands. It shows what
+// the engine decides and passes clicks on; the roads of files are in store/table_road.h.
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+
+#include "indicators/analysis.h"
+#include "shell/display.h"
+#include "shell/session.h"
+#include "store/table_road.h"
+
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+class QProgressBar;
+class QToolBar;
+
+namespace brantlow {
+
+class CommandBar;
+class frmQuoteGrid;
+class WindowPerson;
+struct Command;
+struct SelectorOutcome;
+
+class frmMain final : public QMainWindow {
+    Q_OBJECT
+  public:
+    // All outlive the frame. `userStore` is the file of the per-user settings store.
+    frmMain(Session& session, Analysis& analysis, WindowPerson& person, Path userStore);
+    ~frmMain() override;
+
+    // The load: settings, display, size, the most recent file, as the program starts.
+    void Load();
+
+    // Runs the entry of this name; unknown names do nothing.
+    void Run(std::string_view command);
+    // Opens the recent file 1 to 4 without a dialog.
+    void OpenRecentFile(std::size_t entry);
+
+    CommandBar& Commands() { return *commands_; }
+    // The open table's window, null when none is open.
+    frmQuoteGrid* QuoteForm() const;
+
+    // The routines of the entries, found by the entry's name in a table.
+    void NewTable();
+    void OpenQuotesFile();
+    void OpenEvaluations();
+    void OpenFundamentals();
+    void CloseFile();
+    void SaveFile();
+    void SaveFileAs();
+    void ExitProgram();
+    void StockSelector();
+    void ViewToolbar();
+    void ViewStatusBar();
+    void Cascade();
+    void TileHorizontal();
+    void TileVertical();
+    void ArrangeIcons();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void BuildStatusBar();
+    void PlaceFrame();
+    TableWindows Windows();
+    void CheckActivefrm();
+    Path AskFile(const FileQuestion& question);
+    TableLoad LoadQuoteForm();
+    void ShowQuoteForm();
+    void NameChanged();
+    void ApplyRules();
+    void StoreGeometry();
+    void AskInterval();
+    void RunStockSelector(Interval interval);
+    void TellOutcome(const SelectorOutcome& outcome);
+    void Tile(Qt::Orientation stacked);
+    QList<QMdiSubWindow*> ShownChildren() const;
+
+    Session& session_;
+    Analysis& analysis_;
+    WindowPerson& person_;
+    Path userStore_;
+    Display display_;
+    QMdiArea* area_;
+    QToolBar* tbToolBar;
+    QLabel* fixedPanel_ = nullptr;
+    QLabel* statusWord_ = nullptr;
+    QLabel* tickerCount_ = nullptr;
+    QProgressBar* ProgressBar1 = nullptr;
+    CommandBar* commands_;
+    QPointer<frmQuoteGrid> quoteForm_;
+    QPointer<QMdiSubWindow> quoteWindow_;
+    bool exitAfterRun_ = false;
+};
+
+}  // namespace brantlow

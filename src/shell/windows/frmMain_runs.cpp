@@ -1,0 +1,79 @@
+// The long runs of the main frame: what stands before and after the run itself.
+#include <QTimer>
+
+#include "selector/error_report.h"
+#include "selector/selector_run.h"
+#include "selector/windows/frmErrorReport.h"
+#include "selector/windows/frmSelectorSelection.h"
+#include "shell/status_words.h"
+#include "shell/windows/frmMain.h"
+#include "shell/windows/window_person.h"
+#include "store/file_names.h"
+#include "store/windows/frmQuoteGrid.h"
+
+namespace brantlow {
+
+namespace {
+
+// Line of DataSettings that says whether the selector runs by itself after an update.
+constexpr std::size_t kRunSelectorLine = 16;
+constexpr std::string_view kAutomatic = "Automatic";
+
+}  // namespace
+
+void frmMain::StockSelector() {
+    if (!quoteForm_ || KindOf(session_.CurrentFile) != FileKind::Ddq) {
+        person_.Say(kSelectorNeedsQuoteFile);
+        return;
+    }
+    const std::error_code error = CreateEvaluationFile(quoteForm_->Table(), session_.DataFolder());
+    if (error) {
+        person_.Say(std::string(kEvaluationsName) + ": cannot be saved (" + error.message() + ")");
+        return;
+    }
+    if (session_.settings.DataSettings.Text(kRunSelectorLine) == kAutomatic) {
+        RunStockSelector(Interval::Daily);
+    } else {
+        AskInterval();
+    }
+}
+
+void frmMain::AskInterval() {
+    auto* selection = new frmSelectorSelection(this);
+    connect(selection, &QDialog::finished, selection, &QObject::deleteLater);
+    connect(selection, &frmSelectorSelection::Exited, this,
+            [this] { person_.ShowStatusWord(kStatusComplete); });
+    connect(selection, &frmSelectorSelection::Continued, this, &frmMain::RunStockSelector);
+    selection->open();
+}
+
+void frmMain::RunStockSelector(Interval interval) {
+    CheckActivefrm();
+    session_.CurrentFile = kEvaluationsName;
+    if (!ShowCurrentFile(session_, Windows())) return;
+    person_.BeginRun([this] { quoteForm_->ShowRowInWork(session_.run.CurrentRow); });
+    ApplyRules();
+    SelectorOutcome outcome;
+    RunSelector(session_, analysis_, interval, quoteForm_->Table(), outcome);
+    person_.EndRun();
+    quoteForm_->ShowFirstRow();
+    if (exitAfterRun_) {
+        // The run was called from a click; the frame goes when that has returned.
+        QTimer::singleShot(0, this, &QWidget::close);
+    } else {
+        TellOutcome(outcome);
+    }
+}
+
+void frmMain::TellOutcome(const SelectorOutcome& outcome) {
+    if (outcome.reportError) {
+        person_.Say(std::string(kErrorReportName) + ": cannot be saved (" + outcome.reportError.message() +
+                    ")");
+    } else if (!outcome.shortTickers.empty()) {
+        auto* report = new frmErrorReport(session_.DataFolder() / Path(kErrorReportName), this);
+        report->setAttribute(Qt::WA_DeleteOnClose);
+        report->open();
+    }
+}
+
+}  // namespace brantlow

@@ -1,0 +1,27 @@
+// The picture that greets the user while the program starts: name, version, legal notice. main() shows it for
+// three seconds without blocking.
+#pragma once
+
+#include <QWidget>
+
+class QSvgRenderer;
+
+namespace brantlow {
+
+class frmSplash final : public QWidget {
+    Q_OBJECT
+  public:
+    // `version` as a.b.c.
+    explicit frmSplash(const QString& version);
+
+    // Shows the window in the middle of its screen and lets window events run for `milliseconds`.
+    void ShowFor(int milliseconds);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QSvgRenderer* picture_;
+};
+
+}  // namespace brantlow

@@ -1,0 +1,77 @@
+// The person at the windows: message boxes, the status bar's panels, the progress bar and the event loop. A
+// long run reaches the frame only through this.
+//
+// While a run is on the frame is disabled and frmEnable stands in front of it; a pause frees the frame. Both
+// follow from the run's control word at every PumpEvents.
+#pragma once
+
+#include <QElapsedTimer>
+#include <functional>
+#include <memory>
+
+#include "shell/person.h"
+#include "shell/session.h"
+
+class QLabel;
+class QProgressBar;
+class QWidget;
+
+namespace brantlow {
+
+class frmEnable;
+
+// The parts of the main frame that show what the engine tells; they live as long as they are attached.
+struct FrameParts {
+    QWidget* window = nullptr;
+    QLabel* statusWord = nullptr;
+    QLabel* tickerCount = nullptr;
+    QProgressBar* progressBar = nullptr;
+};
+
+class WindowPerson final : public Person {
+  public:
+    WindowPerson();
+    ~WindowPerson() override;
+    WindowPerson(const WindowPerson&) = delete;
+    WindowPerson& operator=(const WindowPerson&) = delete;
+
+    // Without a frame only the message boxes and the event loop work.
+    void Attach(const FrameParts& frame, Session& session);
+    void Detach();
+
+    // From here to EndRun a run works; `showRow` brings the window up to the row in work.
+    void BeginRun(std::function<void()> showRow);
+    void EndRun();
+    bool InRun() const { return inRun_; }
+    bool Paused() const;
+    // The frame's menu depends on whether a run stands still.
+    std::function<void()> pauseChanged;
+
+    void HideTickerCount();
+
+    void Say(std::string_view text, std::string_view title = {}) override;
+    bool Ask(std::string_view text, std::string_view title = {}) override;
+    void ShowStatusWord(std::string_view word) override;
+    void ShowTickerCount(std::size_t count) override;
+    void ShowProgress(double fraction) override;
+    void PumpEvents() override;
+    void Beep() override;
+
+  private:
+    bool ProgressShows() const;
+    void KeepRunWindows();
+    frmEnable& EnableWindow();
+    void ShowRowInWork();
+    QWidget* DialogParent() const;
+
+    FrameParts frame_;
+    Session* session_ = nullptr;
+    // Made by a run's first PumpEvents, gone with its end.
+    std::unique_ptr<frmEnable> enable_;
+    QElapsedTimer sinceRowShown_;
+    std::function<void()> showRow_;
+    bool inRun_ = false;
+    bool wasPaused_ = false;
+};
+
+}  // namespace brantlow

@@ -1,0 +1,177 @@
+#include "store/windows/frmQuoteGrid.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "base/windows/display_text.h"
+#include "shell/display.h"
+#include "store/file_names.h"
+#include "store/table_road.h"
+#include "store/windows/frozen_table_view.h"
+#include "store/windows/quote_grid_model.h"
+
+namespace brantlow {
+
+namespace {
+
+// While a run works its row is the last of this many rows from the top.
+constexpr std::size_t kRowsAbove = 19;
+constexpr int kSymbolBoxWidth = 140;
+constexpr int kHeaderPadding = 18;
+constexpr int kStripMargin = 6;
+// Distance of the empty table's sentence from the header.
+constexpr int kEmptyMargin = 48;
+
+}  // namespace
+
+frmQuoteGrid::frmQuoteGrid(Session& session)
+    : session_(session),
+      model_(new QuoteGridModel(table_, this)),
+      view_(new FrozenTableView(this)),
+      Text1(new QLineEdit),
+      empty_(new QLabel(view_)) {
+    setObjectName(QStringLiteral("frmQuoteGrid"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+
+    auto* strip = new QHBoxLayout;
+    strip->setSpacing(kStripMargin);
+    strip->setContentsMargins(kStripMargin, kStripMargin, kStripMargin, kStripMargin);
+    auto* symbol = new QLabel(QStringLiteral("S&ymbol"));
+    symbol->setBuddy(Text1);
+    Text1->setObjectName(QStringLiteral("Text1"));
+    Text1->setFixedWidth(kSymbolBoxWidth);
+    Text1->setClearButtonEnabled(true);
+    Text1->setToolTip(QStringLiteral("Type the first letters of a ticker to find its row"));
+    strip->addWidget(symbol);
+    strip->addWidget(Text1);
+    strip->addStretch();
+    layout->addLayout(strip);
+    layout->addWidget(view_, 1);
+
+    empty_->setObjectName(QStringLiteral("lblEmpty"));
+    empty_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    empty_->setWordWrap(true);
+    empty_->setAttribute(Qt::WA_TransparentForMouseEvents);
+
+    connect(Text1, &QLineEdit::textChanged, this, &frmQuoteGrid::Text1_Change);
+    connect(view_, &FrozenTableView::ColumnMoved, this, &frmQuoteGrid::MoveColumn);
+    connect(view_, &FrozenTableView::ColumnResized, this, [this](int column, int pixels) {
+        table_.SetWidth(static_cast<std::size_t>(column), TwipsOf(pixels));
+    });
+}
+
+TableLoad frmQuoteGrid::Load() {
+    const FileKind kind = KindOf(session_.CurrentFile);
+    QuoteGridModel::Summaries summaries;
+    if (kind == FileKind::Dbe) summaries = ConditionSummary(session_.settings);
+    const TableLoad load = LoadQuoteTable(session_.DataFile(session_.CurrentFile), kind, session_.settings,
+                                          session_.clock.Today(), table_, &session_.person);
+    model_->Reload(kind, std::move(summaries));
+    ShowTable();
+    return load;
+}
+
+void frmQuoteGrid::ShowTable() {
+    view_->SetGridModel(model_);
+    connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        const QModelIndexList rows = view_->selectionModel()->selectedRows();
+        if (!rows.isEmpty()) RowSelected(rows.constFirst().row());
+    });
+    ApplyWidths();
+    empty_->setText(EmptySentence());
+    empty_->setVisible(!empty_->text().isEmpty());
+    NameChanged();
+}
+
+QString frmQuoteGrid::EmptySentence() const {
+    if (table_.TickerCount() > 0) return {};
+    if (KindOf(session_.CurrentFile) == FileKind::Db) {
+        return QStringLiteral(
+            "This is a new quote file without tickers.\nSave it under a name of your own to "
+            "begin (File, Save).");
+    }
+    return QStringLiteral("This file holds no tickers.");
+}
+
+// A header has to be read whole, whatever font the desktop uses.
+int frmQuoteGrid::ShownWidth(std::size_t column) const {
+    const int twips = table_.Width(column);
+    if (twips <= 0) return 0;
+    const int words =
+        view_->horizontalHeader()->fontMetrics().horizontalAdvance(Shown(table_.Header(column)));
+    return std::max(PixelsOf(twips), words + kHeaderPadding);
+}
+
+void frmQuoteGrid::ApplyWidths() {
+    for (std::size_t column = 0; column < table_.ColumnCount(); ++column) {
+        view_->SetColumnWidth(static_cast<int>(column), ShownWidth(column));
+    }
+}
+
+void frmQuoteGrid::MoveColumn(int from, int to) {
+    table_.MoveColumn(static_cast<std::size_t>(from), static_cast<std::size_t>(to));
+    ApplyWidths();
+    model_->ColumnsChanged();
+}
+
+void frmQuoteGrid::RowSelected(int row) {
+    if (row < 0) return;
+    SelectedRow = static_cast<std::size_t>(row) + 1;
+    session_.CurrentTicker = table_.Ticker(SelectedRow);
+    const QSignalBlocker quiet(Text1);
+    Text1->setText(Shown(session_.CurrentTicker));
+}
+
+void frmQuoteGrid::Text1_Change(const QString& text) {
+    const FileKind kind = KindOf(session_.CurrentFile);
+    if (kind != FileKind::Ddq && kind != FileKind::Dbe && kind != FileKind::Efq) return;
+    const std::string typed = text.toStdString();
+    session_.CurrentTicker = UpperCase(typed);
+    const std::size_t row = FindTickerRow(table_, typed);
+    if (row == 0) return;
+    SelectedRow = row;
+    const int viewRow = static_cast<int>(row) - 1;
+    const QSignalBlocker quiet(view_->selectionModel());
+    view_->setCurrentIndex(model_->index(viewRow, 0));
+    view_->ShowAtTop(viewRow);
+    view_->viewport()->update();
+    view_->FrozenView()->viewport()->update();
+}
+
+void frmQuoteGrid::ShowRowInWork(std::size_t row) {
+    if (row == 0) return;
+    if (row > kRowsAbove + 1) view_->ShowAtTop(static_cast<int>(row - kRowsAbove) - 1);
+    view_->viewport()->update();
+    view_->FrozenView()->viewport()->update();
+}
+
+void frmQuoteGrid::ShowFirstRow() {
+    view_->ShowAtTop(0);
+    view_->viewport()->update();
+}
+
+void frmQuoteGrid::NameChanged() {
+    setWindowTitle(Shown(session_.CurrentFile));
+}
+
+void frmQuoteGrid::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const int top = view_->horizontalHeader()->sizeHint().height() + kEmptyMargin;
+    empty_->setGeometry(0, top, view_->width(), std::max(0, view_->height() - top));
+}
+
+// The road of Close asks, tells and cleans up; the window itself never just goes away.
+void frmQuoteGrid::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    Q_EMIT CloseAsked();
+}
+
+}  // namespace brantlow

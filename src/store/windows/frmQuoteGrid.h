@@ -1,0 +1,65 @@
+// The window of a table file: the quote table itself, with its ticker column and header fixed, and above it
+// the Symbol box that finds a ticker as it is typed. It owns the table that it shows; runs fill that table
+// and tell the window which row they are at.
+#pragma once
+
+#include <QWidget>
+
+#include "shell/session.h"
+#include "store/quote_table.h"
+#include "store/table_files.h"
+
+class QLabel;
+class QLineEdit;
+
+namespace brantlow {
+
+class FrozenTableView;
+class QuoteGridModel;
+
+class frmQuoteGrid final : public QWidget {
+    Q_OBJECT
+  public:
+    explicit frmQuoteGrid(Session& session);
+
+    // Reads Session::CurrentFile, with progress, and shows what was read.
+    TableLoad Load();
+
+    QuoteTable& Table() { return table_; }
+    const QuoteTable& Table() const { return table_; }
+    FrozenTableView* View() const { return view_; }
+
+    // A run is at `row` (1 the first): shows what it wrote since the last call, with this row in sight.
+    void ShowRowInWork(std::size_t row);
+    // The run is over: the table's first row is on top again.
+    void ShowFirstRow();
+    // The open file goes by another name.
+    void NameChanged();
+
+  Q_SIGNALS:
+    // The user asked to close this window; the main frame decides.
+    void CloseAsked();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void ShowTable();
+    void ApplyWidths();
+    int ShownWidth(std::size_t column) const;
+    void MoveColumn(int from, int to);
+    void RowSelected(int row);
+    void Text1_Change(const QString& text);
+    QString EmptySentence() const;
+
+    Session& session_;
+    QuoteTable table_;
+    QuoteGridModel* model_;
+    FrozenTableView* view_;
+    QLineEdit* Text1;
+    QLabel* empty_;
+    std::size_t SelectedRow = 0;
+};
+
+}  // namespace brantlow

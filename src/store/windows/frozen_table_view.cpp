@@ -1,0 +1,167 @@
+#include "store/windows/frozen_table_view.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QStyledItemDelegate>
+#include <utility>
+
+namespace brantlow {
+
+namespace {
+
+constexpr int kRowPadding = 7;
+
+// A cell with a ground of its own keeps it when its row is selected: the colour is what the cell says.
+class CellDelegate final : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+  protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_HasFocus;
+        // A run disables the frame; its results are meant to be read all the same.
+        option->state |= QStyle::State_Enabled;
+        if (option->backgroundBrush.style() != Qt::NoBrush) option->state &= ~QStyle::State_Selected;
+    }
+};
+
+int RowHeight(const QWidget& widget) {
+    return widget.fontMetrics().height() + kRowPadding;
+}
+
+}  // namespace
+
+FrozenTableView::FrozenTableView(QWidget* parent) : QTableView(parent), frozen_(new QTableView(this)) {
+    setObjectName(QStringLiteral("MSHFlexGrid1"));
+    SetUp(*this);
+    setFrameShape(QFrame::NoFrame);
+    frozen_->setObjectName(QStringLiteral("FrozenColumn"));
+    SetUp(*frozen_);
+    frozen_->setFrameShape(QFrame::NoFrame);
+    frozen_->setFocusPolicy(Qt::NoFocus);
+    frozen_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    frozen_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    frozen_->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setSectionsMovable(true);
+    horizontalHeader()->setFirstSectionMovable(false);
+    viewport()->stackUnder(frozen_);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, frozen_->verticalScrollBar(),
+            &QScrollBar::setValue);
+    connect(frozen_->verticalScrollBar(), &QScrollBar::valueChanged, verticalScrollBar(),
+            &QScrollBar::setValue);
+    // Queued: the header is still in its own mouse handling when it tells of a move.
+    connect(horizontalHeader(), &QHeaderView::sectionMoved, this, &FrozenTableView::HeaderMoved,
+            Qt::QueuedConnection);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int pixels) {
+        if (column == 0) PlaceFrozenView();
+        Q_EMIT ColumnResized(column, pixels);
+    });
+}
+
+void FrozenTableView::SetUp(QTableView& view) {
+    view.setItemDelegate(new CellDelegate(&view));
+    view.setSelectionBehavior(QAbstractItemView::SelectRows);
+    view.setSelectionMode(QAbstractItemView::SingleSelection);
+    view.setEditTriggers(QAbstractItemView::NoEditTriggers);
+    view.setAlternatingRowColors(true);
+    view.setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    view.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    view.setWordWrap(false);
+    view.verticalHeader()->hide();
+    view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    view.verticalHeader()->setMinimumSectionSize(1);
+    view.verticalHeader()->setDefaultSectionSize(RowHeight(view));
+    view.horizontalHeader()->setMinimumSectionSize(1);
+    view.horizontalHeader()->setHighlightSections(false);
+    view.horizontalHeader()->setSectionsClickable(true);
+    view.setCornerButtonEnabled(false);
+}
+
+void FrozenTableView::SetGridModel(QAbstractItemModel* model) {
+    setModel(model);
+    frozen_->setModel(model);
+    frozen_->setSelectionModel(selectionModel());
+    PlaceFrozenView();
+}
+
+void FrozenTableView::SetColumnWidth(int column, int pixels) {
+    const QSignalBlocker quiet(horizontalHeader());
+    setColumnHidden(column, pixels == 0);
+    if (pixels > 0) setColumnWidth(column, pixels);
+    frozen_->setColumnHidden(column, column != 0);
+    if (column == 0) PlaceFrozenView();
+}
+
+void FrozenTableView::ShowAtTop(int row) {
+    verticalScrollBar()->setValue(row);
+}
+
+void FrozenTableView::PlaceFrozenView() {
+    frozen_->setColumnWidth(0, columnWidth(0));
+    const int headerHeight = horizontalHeader()->height();
+    frozen_->horizontalHeader()->setFixedHeight(headerHeight);
+    frozen_->setGeometry(viewport()->x(), viewport()->y() - headerHeight, columnWidth(0),
+                         viewport()->height() + headerHeight);
+    frozen_->setVisible(model() && model()->columnCount() > 0);
+    frozen_->verticalScrollBar()->setValue(verticalScrollBar()->value());
+}
+
+void FrozenTableView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    PlaceFrozenView();
+}
+
+// The frozen column covers the left edge, so a cell that is brought into sight has to stand right of it.
+void FrozenTableView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int across = horizontalScrollBar()->value();
+    QTableView::scrollTo(index, hint);
+    if (index.column() == 0) {
+        horizontalScrollBar()->setValue(across);
+        return;
+    }
+    const int hiddenPart = columnWidth(0) - columnViewportPosition(index.column());
+    if (hiddenPart > 0) horizontalScrollBar()->setValue(horizontalScrollBar()->value() - hiddenPart);
+}
+
+// The header's own order goes back to that of the model, which is the table's: the table moves its column
+// and the view shows the table.
+void FrozenTableView::HeaderMoved(int, int from, int to) {
+    {
+        const QSignalBlocker quiet(horizontalHeader());
+        horizontalHeader()->moveSection(to, from);
+    }
+    if (from != 0 && to != 0) Q_EMIT ColumnMoved(from, to);
+    viewport()->update();
+}
+
+void FrozenTableView::PressColumn(const QMouseEvent& event) {
+    if (event.button() != Qt::LeftButton) return;
+    const int column = columnAt(event.position().toPoint().x());
+    const bool fixedPlace = column <= 0 || column == model()->columnCount() - 1;
+    DragColumn = fixedPlace ? 0 : column;
+}
+
+void FrozenTableView::ReleaseColumn(const QMouseEvent& event) {
+    viewport()->unsetCursor();
+    if (event.button() != Qt::LeftButton || DragColumn == 0) return;
+    const int from = std::exchange(DragColumn, 0);
+    const int to = columnAt(event.position().toPoint().x());
+    if (to > 0 && to != from) Q_EMIT ColumnMoved(from, to);
+}
+
+bool FrozenTableView::viewportEvent(QEvent* event) {
+    if (model() && event->type() == QEvent::MouseButtonPress) {
+        PressColumn(*static_cast<QMouseEvent*>(event));
+    } else if (model() && event->type() == QEvent::MouseMove && DragColumn > 0) {
+        const int column = columnAt(static_cast<QMouseEvent*>(event)->position().toPoint().x());
+        viewport()->setCursor(column > 0 && column != DragColumn ? Qt::SizeHorCursor : Qt::ArrowCursor);
+    } else if (model() && event->type() == QEvent::MouseButtonRelease) {
+        ReleaseColumn(*static_cast<QMouseEvent*>(event));
+    }
+    return QTableView::viewportEvent(event);
+}
+
+}  // namespace brantlow

@@ -1,0 +1,44 @@
+// A table view whose first column stays in sight: a second view of the same model lies over the first column
+// and scrolls up and down with the rest. Columns are moved by dragging their headers, or by pressing in one
+// column and releasing in another.
+#pragma once
+
+#include <QTableView>
+
+namespace brantlow {
+
+class FrozenTableView final : public QTableView {
+    Q_OBJECT
+  public:
+    explicit FrozenTableView(QWidget* parent);
+
+    void SetGridModel(QAbstractItemModel* model);
+    // Width in pixels; 0 hides the column.
+    void SetColumnWidth(int column, int pixels);
+    // Puts a row (0 the first) at the top.
+    void ShowAtTop(int row);
+    // The view over the first column, for tests of the mouse.
+    QTableView* FrozenView() const { return frozen_; }
+
+  Q_SIGNALS:
+    void ColumnMoved(int from, int to);
+    void ColumnResized(int column, int pixels);
+
+  protected:
+    bool viewportEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
+  private:
+    void SetUp(QTableView& view);
+    void PlaceFrozenView();
+    void HeaderMoved(int logical, int from, int to);
+    void PressColumn(const QMouseEvent& event);
+    void ReleaseColumn(const QMouseEvent& event);
+
+    QTableView* frozen_;
+    // The column pressed for a move, 0 for none.
+    int DragColumn = 0;
+};
+
+}  // namespace brantlow

@@ -1,0 +1,162 @@
+#include "store/windows/quote_grid_model.h"
+
+#include <QFont>
+#include <QGuiApplication>
+#include <algorithm>
+#include <cmath>
+
+#include "base/windows/display_text.h"
+
+namespace brantlow {
+
+namespace {
+
+// Text of this contrast is read without effort.
+constexpr double kReadableContrast = 4.5;
+constexpr int kDarkeningPercent = 112;
+constexpr int kMostSteps = 24;
+
+// Columns of words stand at the left; all others hold numbers and dates.
+constexpr std::array<std::string_view, 4> kWordColumns = {"Ticker Symbol", "Symbol", "Name", "Exchange"};
+
+double LinearShare(double channel) {
+    constexpr double kKnee = 0.04045;
+    return channel <= kKnee ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double Luminance(const QColor& colour) {
+    return 0.2126 * LinearShare(colour.redF()) + 0.7152 * LinearShare(colour.greenF()) +
+           0.0722 * LinearShare(colour.blueF());
+}
+
+QVariant Background(CellStyle style) {
+    const Colour& ground = ColoursOf(style).background;
+    if (ground.source == ColourSource::Window) return {};
+    return ScreenColour(ground, QPalette::Base, QGuiApplication::palette());
+}
+
+QVariant Foreground(CellStyle style) {
+    if (style == CellStyle::Plain) return {};
+    const QPalette palette = QGuiApplication::palette();
+    const StyleColours& colours = ColoursOf(style);
+    const QColor ground = ScreenColour(colours.background, QPalette::Base, palette);
+    return ReadableOn(ground, ScreenColour(colours.foreground, QPalette::Text, palette));
+}
+
+QVariant Bold(CellStyle style) {
+    if (!ColoursOf(style).bold) return {};
+    QFont font = QGuiApplication::font();
+    font.setBold(true);
+    return font;
+}
+
+std::size_t TableRow(const QModelIndex& index) {
+    return static_cast<std::size_t>(index.row()) + 1;
+}
+
+}  // namespace
+
+QColor ScreenColour(const Colour& colour, QPalette::ColorRole window, const QPalette& palette) {
+    switch (colour.source) {
+        case ColourSource::Window:
+            return palette.color(QPalette::Active, window);
+        case ColourSource::ButtonFace:
+            return palette.color(QPalette::Active, QPalette::Button);
+        case ColourSource::Style:
+            break;
+    }
+    return {colour.rgb.red, colour.rgb.green, colour.rgb.blue};
+}
+
+double ContrastRatio(const QColor& a, const QColor& b) {
+    constexpr double kGlare = 0.05;
+    const auto [darker, lighter] = std::minmax({Luminance(a), Luminance(b)});
+    return (lighter + kGlare) / (darker + kGlare);
+}
+
+QColor ReadableOn(const QColor& ground, const QColor& text) {
+    const bool blackReads = ContrastRatio(ground, Qt::black) >= ContrastRatio(ground, Qt::white);
+    const QColor furthest = blackReads ? Qt::black : Qt::white;
+    QColor readable = text;
+    for (int step = 0; step < kMostSteps && ContrastRatio(ground, readable) < kReadableContrast; ++step) {
+        if (text == Qt::black || text == Qt::white) return furthest;
+        readable = blackReads ? readable.darker(kDarkeningPercent) : readable.lighter(kDarkeningPercent);
+    }
+    return ContrastRatio(ground, readable) < kReadableContrast ? furthest : readable;
+}
+
+QuoteGridModel::QuoteGridModel(const QuoteTable& table, QObject* parent)
+    : QAbstractTableModel(parent), table_(table) {}
+
+void QuoteGridModel::Reload(FileKind kind, Summaries summaries) {
+    beginResetModel();
+    kind_ = kind;
+    summaries_ = std::move(summaries);
+    endResetModel();
+}
+
+void QuoteGridModel::ColumnsChanged() {
+    if (columnCount() == 0) return;
+    Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+    if (rowCount() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+}
+
+int QuoteGridModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(table_.TickerCount());
+}
+
+int QuoteGridModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(table_.ColumnCount());
+}
+
+Qt::Alignment QuoteGridModel::AlignmentOf(std::size_t column) const {
+    if (kind_ == FileKind::Dbe && column > 0) return Qt::AlignCenter;
+    const bool words = column == 0 || std::find(kWordColumns.begin(), kWordColumns.end(),
+                                                table_.Header(column)) != kWordColumns.end();
+    return (words ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
+}
+
+QVariant QuoteGridModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    const std::size_t row = TableRow(index);
+    const auto column = static_cast<std::size_t>(index.column());
+    switch (role) {
+        case Qt::DisplayRole:
+            return Shown(table_.Text(row, column));
+        case Qt::TextAlignmentRole:
+            return QVariant(AlignmentOf(column));
+        case Qt::ForegroundRole:
+            return Foreground(table_.Style(row, column));
+        case Qt::BackgroundRole:
+            return Background(table_.Style(row, column));
+        case Qt::FontRole:
+            return Bold(table_.Style(row, column));
+        default:
+            return {};
+    }
+}
+
+// Rich text, since only that is wrapped; a summary can name many tests.
+QVariant QuoteGridModel::ToolTipOf(std::size_t column) const {
+    if (kind_ != FileKind::Dbe || column < 1 || column > kConditionCount) return {};
+    const std::string& summary = summaries_[column];
+    if (summary.empty()) return {};
+    return QString(QStringLiteral("<qt>") + Shown(summary).toHtmlEscaped() + QStringLiteral("</qt>"));
+}
+
+QVariant QuoteGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0) return {};
+    const auto column = static_cast<std::size_t>(section);
+    switch (role) {
+        case Qt::DisplayRole:
+            return Shown(table_.Header(column));
+        case Qt::TextAlignmentRole:
+            return QVariant(AlignmentOf(column));
+        case Qt::ToolTipRole:
+            return ToolTipOf(column);
+        default:
+            return {};
+    }
+}
+
+}  // namespace brantlow

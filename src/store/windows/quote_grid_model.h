@@ -1,0 +1,54 @@
+// The quote table as rows and columns of a view, read straight from the engine's table: nothing is copied.
+// Row r of the model is row r + 1 of the table, whose row 0 is the header.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QColor>
+#include <QPalette>
+#include <array>
+#include <string>
+
+#include "shell/file_kind.h"
+#include "store/columns.h"
+#include "store/quote_table.h"
+#include "store/table_colours.h"
+
+namespace brantlow {
+
+// A colour of the table on the palette in use.
+QColor ScreenColour(const Colour& colour, QPalette::ColorRole window, const QPalette& palette);
+
+// Text on `ground`: `text` where it can be read, else the same colour as much darker or lighter as it takes.
+QColor ReadableOn(const QColor& ground, const QColor& text);
+
+// Light over dark as the eye sees it, 1 (the same) to 21 (black and white).
+double ContrastRatio(const QColor& a, const QColor& b);
+
+class QuoteGridModel final : public QAbstractTableModel {
+    Q_OBJECT
+  public:
+    using Summaries = std::array<std::string, kConditionCount + 1>;
+
+    // `table` outlives the model.
+    QuoteGridModel(const QuoteTable& table, QObject* parent);
+
+    // The table was filled anew. The summaries are the tool tips of an evaluation table's headers.
+    void Reload(FileKind kind, Summaries summaries);
+    // Columns have changed places.
+    void ColumnsChanged();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  private:
+    Qt::Alignment AlignmentOf(std::size_t column) const;
+    QVariant ToolTipOf(std::size_t column) const;
+
+    const QuoteTable& table_;
+    FileKind kind_ = FileKind::None;
+    Summaries summaries_;
+};
+
+}  // namespace brantlow

@@ -1,0 +1,327 @@
+// The main frame: start, menu, buttons, the road of files, geometry.
+#include <QAction>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "shell/user_store.h"
+#include "store/windows/frmQuoteGrid.h"
+#include "window_fixture.h"
+
+using namespace brantlow;
+
+class FrmMainTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void theMostRecentFileComesUpByItself() {
+        Program program;
+        program.Start("Jan.ddq");
+        QVERIFY(program.frame->QuoteForm());
+        QCOMPARE(program.frame->QuoteForm()->windowTitle(), QStringLiteral("Jan.ddq"));
+        QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+        QCOMPARE(program.TickerCount(), QStringLiteral("3"));
+        QVERIFY(!program.Find<QProgressBar>("ProgressBar1")->isVisible());
+        QCOMPARE(program.frame->findChildren<QMdiSubWindow*>().size(), 1);
+    }
+
+    void withNoRecentFileTheOpenDialogGreetsAndCancelLeavesAnEmptyFrame() {
+        Program program;
+        DialogHand hand([](QDialog& dialog) {
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Open"));
+            QVERIFY(qobject_cast<QFileDialog*>(&dialog));
+            dialog.reject();
+        });
+        program.Start("");
+        QCOMPARE(hand.seen, 1);
+        QVERIFY(!program.frame->QuoteForm());
+        QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+        QVERIFY(!program.Find<QLabel>("Panel3")->isVisible());
+    }
+
+    void theFrameStartsInItsSizeOrAsMuchAsTheScreenHas() {
+        Program program;
+        program.Start("Jan.ddq");
+        const QRect screen = program.frame->screen()->availableGeometry();
+        QCOMPARE(program.frame->width(), std::min(1033, screen.width()));
+        QCOMPARE(program.frame->height(), std::min(747, screen.height()));
+    }
+
+    void everyEntryOfTheCatalogueHasAnActionWithItsWords() {
+        Program program;
+        for (const Command& command : kMenu) {
+            if (command.row != MenuRow::Entry && command.row != MenuRow::CheckedEntry) continue;
+            QAction* entry = program.frame->Commands().Entry(command.id);
+            QVERIFY2(entry, std::string(command.id).c_str());
+            QCOMPARE(entry->text(), Name(command.words));
+            QCOMPARE(entry->toolTip(), Name(command.toolTip));
+            QCOMPARE(entry->shortcut(), QKeySequence(Name(command.shortcut)));
+            if (!command.icon.empty() && !command.parent.empty()) QVERIFY(!entry->icon().isNull());
+        }
+    }
+
+    void theMenuBarStandsInTheCatalogueOrder() {
+        Program program;
+        QStringList words;
+        for (QAction* action : program.frame->menuBar()->actions()) words << action->text();
+        QCOMPARE(words, QStringList({QStringLiteral("&File"), QStringLiteral("&View"),
+                                     QStringLiteral("St&ock Selector"), QStringLiteral("&Window")}));
+    }
+
+    void everyButtonHasItsToolTipAndPicture() {
+        Program program;
+        for (const Button& button : kButtons) {
+            auto* found = program.frame->findChild<QAbstractButton*>(Name(button.id));
+            QVERIFY2(found, std::string(button.id).c_str());
+            QVERIFY(found->toolTip().startsWith(Name(button.toolTip)));
+            QVERIFY(!found->icon().isNull());
+        }
+    }
+
+    void theSelectorButtonWaitsForAQuoteFileAndThenStays() {
+        Program program;
+        program.Write("Old.dbe", EvaluationHeader() + "\r\nT1\tBuy\r\n");
+        DialogHand hand([](QDialog& dialog) { dialog.reject(); });
+        program.Start("");
+        auto* selector = program.Find<QAbstractButton>("Command4");
+        QVERIFY(!selector->isVisible());
+        program.session.settings.MruSettings.Set(1, Value::OfText("Jan.ddq"));
+        program.frame->OpenRecentFile(1);
+        QCoreApplication::processEvents();
+        QVERIFY(selector->isVisible());
+        program.frame->CloseFile();
+        QVERIFY(selector->isVisible());
+        QVERIFY(selector->isEnabled());
+    }
+
+    void enablingFollowsTheKindOfTheOpenTable() {
+        struct Row {
+            const char* name;
+            bool selector, close, save;
+        };
+        const Row rows[] = {{"Jan.ddq", true, true, true},
+                            {"New EOD Quotes.db", false, true, true},
+                            {"Old.dbe", false, true, true},
+                            {"Old.efq", false, true, true},
+                            {"Notes.txt", false, true, false}};
+        Program program;
+        program.Write("Old.dbe", EvaluationHeader() + "\r\nT1\tBuy\r\n");
+        program.Write("Old.efq", EfqHeader() + "\r\nT1\r\n");
+        program.Write("Notes.txt", QuoteHeader() + "\r\nT1\r\n");
+        program.Start("Jan.ddq");
+        for (const Row& row : rows) {
+            program.session.settings.MruSettings.Set(1, Value::OfText(row.name));
+            program.frame->OpenRecentFile(1);
+            QVERIFY(program.frame->QuoteForm());
+            CommandBar& commands = program.frame->Commands();
+            QVERIFY2(commands.Entry("mnuEvaluatePickStocks")->isEnabled() == row.selector, row.name);
+            QVERIFY2(commands.Entry("mnuFileClose")->isEnabled() == row.close, row.name);
+            QVERIFY2(commands.Entry("mnuFileSave")->isEnabled() == row.save, row.name);
+            QVERIFY2(program.Find<QAbstractButton>("Command8")->isEnabled() == row.save, row.name);
+        }
+    }
+
+    void aSecondFileClosesTheFirstWithoutAQuestion() {
+        Program program;
+        program.Start("Jan.ddq");
+        DialogHand hand([&](QDialog& dialog) { EnterFile(dialog, program.session.DataFile("Feb.ddq")); });
+        program.Click("Command5");
+        QCOMPARE(hand.seen, 1);
+        QCOMPARE(program.frame->QuoteForm()->windowTitle(), QStringLiteral("Feb.ddq"));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(program.frame->findChildren<QMdiSubWindow*>().size(), 1);
+        QCOMPARE(program.TickerCount(), QStringLiteral("40"));
+    }
+
+    void recentFilesStandInTheMenuAndOpenByAClick() {
+        Program program;
+        program.Start("Jan.ddq");
+        program.session.settings.MruSettings.Set(2, Value::OfText("Feb.ddq"));
+        program.frame->Commands().ShowRecentFiles(program.session.settings.MruSettings);
+        auto* second = program.frame->findChild<QAction*>(QStringLiteral("mnuFileMRU2"));
+        QCOMPARE(second->text(), QStringLiteral("&2 Feb.ddq"));
+        QVERIFY(second->isVisible());
+        QVERIFY(!program.frame->findChild<QAction*>(QStringLiteral("mnuFileMRU3"))->isVisible());
+        second->trigger();
+        QCOMPARE(program.frame->QuoteForm()->windowTitle(), QStringLiteral("Feb.ddq"));
+        auto* first = program.frame->findChild<QAction*>(QStringLiteral("mnuFileMRU1"));
+        QCOMPARE(first->text(), QStringLiteral("&1 Feb.ddq"));
+        QCOMPARE(second->text(), QStringLiteral("&2 Jan.ddq"));
+    }
+
+    void theNewButtonMakesAnEmptyTableAndCloseAsks() {
+        Program program;
+        program.Start("Jan.ddq");
+        program.Click("Command22");
+        QCOMPARE(program.session.CurrentFile, std::string("New EOD Quotes.db"));
+        QCOMPARE(program.TickerCount(), QStringLiteral("0"));
+        DialogHand hand([](QDialog& dialog) {
+            auto* box = qobject_cast<QMessageBox*>(&dialog);
+            QVERIFY(box);
+            QCOMPARE(box->text(), QStringLiteral("Do you want to save the new file?"));
+            QCOMPARE(box->windowTitle(), QStringLiteral("Save New File?"));
+            PressButton(dialog, QMessageBox::No);
+        });
+        program.Click("Command7");
+        QCOMPARE(hand.seen, 1);
+        QVERIFY(!program.frame->QuoteForm());
+    }
+
+    void saveOnTheTemplateAsksForANameAndKeepsTheTable() {
+        Program program;
+        program.Start("Jan.ddq");
+        program.Click("Command22");
+        DialogHand hand([&](QDialog& dialog) {
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Save"));
+            EnterFile(dialog, program.session.DataFile("Mine.ddq"));
+        });
+        program.Click("Command8");
+        QCOMPARE(hand.seen, 1);
+        QCOMPARE(program.frame->QuoteForm()->windowTitle(), QStringLiteral("Mine.ddq"));
+        QVERIFY(program.frame->Commands().Entry("mnuEvaluatePickStocks")->isEnabled());
+        QVERIFY(!program.Read("Mine.ddq").empty());
+    }
+
+    void theOtherOpenButtonsAskWithTheirFilter() {
+        const std::pair<const char*, const char*> rows[] = {
+            {"Command6", "Data Base Evaluation Files (*.dbe)"},
+            {"Command24", "Data Base Evaluation Files (*.efq)"}};
+        for (const auto& [button, filter] : rows) {
+            Program program;
+            program.Start("Jan.ddq");
+            QStringList filters;
+            DialogHand hand([&](QDialog& dialog) {
+                if (auto* files = qobject_cast<QFileDialog*>(&dialog)) filters = files->nameFilters();
+                dialog.reject();
+            });
+            program.Click(button);
+            QCOMPARE(filters, QStringList(QString::fromLatin1(filter)));
+            QVERIFY(!program.frame->QuoteForm());
+            QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+        }
+    }
+
+    void whatCannotBeOpenedIsToldInABox() {
+        const std::pair<const char*, const char*> rows[] = {
+            {"Gone.ddq", "Gone.ddq: no such file in Data"},
+            {"Dir.ddq", "Dir.ddq: a folder, not a quote file"},
+            {"Empty.ddq", "Empty.ddq: the file is empty, it has no header line"}};
+        for (const auto& [name, sentence] : rows) {
+            Program program;
+            std::filesystem::create_directory(program.session.DataFile("Dir.ddq"));
+            program.Write("Empty.ddq", "");
+            QString told;
+            DialogHand hand([&](QDialog& dialog) {
+                if (auto* box = qobject_cast<QMessageBox*>(&dialog)) told = box->text();
+                PressButton(dialog, QMessageBox::Ok);
+            });
+            program.Start(name);
+            QCOMPARE(told, QString::fromLatin1(sentence));
+            QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+        }
+    }
+
+    void theSelectorEntrySpeaksWhereNoQuoteFileIsOpen() {
+        Program program;
+        program.Start("Jan.ddq");
+        program.frame->CloseFile();
+        QString told;
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) told = box->text();
+            PressButton(dialog, QMessageBox::Ok);
+        });
+        program.Click("Command4");
+        QCOMPARE(told,
+                 QStringLiteral("To run Stock Selector, you will need to open an End of Day Quote File"));
+    }
+
+    void toolbarAndStatusBarFlipWithTheirEntries() {
+        Program program;
+        program.Start("Jan.ddq");
+        QAction* toolbar = program.frame->Commands().Entry("mnuViewToolbar");
+        QAction* status = program.frame->Commands().Entry("mnuViewStatusBar");
+        toolbar->trigger();
+        status->trigger();
+        QVERIFY(!program.Find<QToolBar>("tbToolBar")->isVisible());
+        QVERIFY(!program.frame->statusBar()->isVisible());
+        toolbar->trigger();
+        status->trigger();
+        QVERIFY(program.Find<QToolBar>("tbToolBar")->isVisible());
+        QVERIFY(program.frame->statusBar()->isVisible());
+    }
+
+    void theWindowEntriesArrangeTheTable() {
+        Program program;
+        program.Start("Jan.ddq");
+        auto* area = program.frame->findChild<QMdiArea*>();
+        QMdiSubWindow* child = area->subWindowList().constFirst();
+        program.frame->TileHorizontal();
+        QCOMPARE(child->size(), area->viewport()->size());
+        program.frame->Cascade();
+        QVERIFY(child->width() < area->viewport()->width());
+        program.frame->TileVertical();
+        QCOMPARE(child->size(), area->viewport()->size());
+        child->showMinimized();
+        program.frame->ArrangeIcons();
+        QCOMPARE(child->geometry().bottom() + 1, area->viewport()->height());
+    }
+
+    void theTablesOwnCloseButtonTakesTheRoadOfClose() {
+        Program program;
+        program.Start("Jan.ddq");
+        program.frame->findChild<QMdiSubWindow*>()->close();
+        QVERIFY(!program.frame->QuoteForm());
+        QCOMPARE(program.Read("VTRMRUset.ini").substr(0, 11), std::string("\"Jan.ddq\"\r\n"));
+    }
+
+    void geometryAndRecentFilesAreKeptAtTheEnd() {
+        Program program;
+        program.Start("Feb.ddq");
+        program.frame->setGeometry(30, 45, 600, 400);
+        QCoreApplication::processEvents();
+        const QRect place = program.frame->geometry();
+        program.Click("Command20");
+        QVERIFY(!program.frame->isVisible());
+        const FrameGeometry kept = LoadFrameGeometry(program.store);
+        QCOMPARE(kept.MainLeft, place.x() * 15.0);
+        QCOMPARE(kept.MainTop, place.y() * 15.0);
+        QCOMPARE(kept.MainWidth, place.width() * 15.0);
+        QCOMPARE(kept.MainHeight, place.height() * 15.0);
+        QCOMPARE(program.Read("VTRMRUset.ini"), std::string("\"Feb.ddq\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"));
+    }
+
+    void theProgressBarRepaintsInStepsAndHidesAtTheEnd() {
+        Program program;
+        program.Start("Jan.ddq");
+        auto* bar = program.Find<QProgressBar>("ProgressBar1");
+        program.session.run.ProgressLastShown = 0;
+        program.person.ShowProgress(0.5);
+        QVERIFY(bar->isVisible());
+        QCOMPARE(bar->value(), 50);
+        program.person.ShowProgress(0.51);
+        QCOMPARE(bar->value(), 50);
+        program.person.ShowProgress(0.53);
+        QCOMPARE(bar->value(), 53);
+        program.person.ShowProgress(1);
+        QVERIFY(!bar->isVisible());
+    }
+
+    void progressOfAFileWithoutAKindShowsOnlyWhenAllowed() {
+        Program program;
+        program.Start("Jan.ddq");
+        auto* bar = program.Find<QProgressBar>("ProgressBar1");
+        program.session.CurrentFile = "Notes.txt";
+        program.session.run.ProgressLastShown = 0;
+        program.person.ShowProgress(0.5);
+        QVERIFY(!bar->isVisible());
+        program.session.ProgressAlways = "True";
+        program.person.ShowProgress(0.5);
+        QVERIFY(bar->isVisible());
+    }
+};
+
+QTEST_MAIN(FrmMainTest)
+#include "frmMain_test.moc"

@@ -1,0 +1,39 @@
+// The splash: version, picture, and three seconds that do not block.
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QTest>
+#include <QTimer>
+
+#include "shell/windows/frmSplash.h"
+
+using namespace brantlow;
+
+class FrmSplashTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void showsVersionAndLegalNotice() {
+        const frmSplash splash(QStringLiteral("1.2.3"));
+        QCOMPARE(splash.findChild<QLabel*>(QStringLiteral("lblVersion"))->text(),
+                 QStringLiteral("Version: 1.2.3"));
+        QVERIFY(splash.findChild<QLabel*>(QStringLiteral("lblWarning"))
+                    ->text()
+                    .contains(QStringLiteral("investment advice")));
+    }
+
+    void eventsRunWhileItIsShown() {
+        frmSplash splash(QStringLiteral("1.2.3"));
+        bool ran = false;
+        QTimer::singleShot(0, &splash, [&] { ran = splash.isVisible(); });
+        splash.ShowFor(20);
+        QVERIFY(ran);
+    }
+
+    void thePictureIsDrawn() {
+        frmSplash splash(QStringLiteral("1.2.3"));
+        const QImage image = splash.grab().toImage();
+        QVERIFY(image.pixelColor(4, 4) != image.pixelColor(4, image.height() - 4));
+    }
+};
+
+QTEST_MAIN(FrmSplashTest)
+#include "frmSplash_test.moc"
