@@ -10,6 +10,7 @@
 
 #include "base/files.h"
 #include "batch/batch.h"
+#include "support/source_folder.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {
@@ -21,7 +22,7 @@ struct CallResult {
     std::string err;
 };
 
-inline const Path kAssets = Path(BRANTLOW_SOURCE_DIR) / "assets";
+inline const Path kAssets = SourceFolder() / "assets";
 
 inline CallResult CallWith(const std::vector<std::string>& arguments, const Path& executable,
                            bool (*interrupted)()) {

@@ -10,12 +10,13 @@
 #include "base/values.h"
 #include "shell/settings/condition_set.h"
 #include "shell/settings/settings_files.h"
+#include "support/source_folder.h"
 
 namespace brantlow {
 namespace {
 
 Path ShippedFolder() {
-    return Path(BRANTLOW_SOURCE_DIR) / "assets";
+    return SourceFolder() / "assets";
 }
 
 std::string ShippedBytes(std::string_view name) {

@@ -8,6 +8,7 @@
 #include "store/history_record.h"
 #include "store/year_files.h"
 #include "store_fixture.h"
+#include "support/source_folder.h"
 
 namespace brantlow {
 namespace {
@@ -15,7 +16,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-const Path kShipped = Path(BRANTLOW_SOURCE_DIR) / "assets" / "practice";
+const Path kShipped = SourceFolder() / "assets" / "practice";
 
 std::vector<std::string_view> Lines(std::string_view bytes) {
     std::vector<std::string_view> lines;
