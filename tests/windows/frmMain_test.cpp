@@ -261,7 +261,8 @@ class FrmMainTest : public QObject {
         program.frame->TileHorizontal();
         QCOMPARE(child->size(), area->viewport()->size());
         program.frame->Cascade();
-        QVERIFY(child->width() < area->viewport()->width());
+        QCOMPARE(child->size(), area->viewport()->size() * 0.8);
+        QCOMPARE(child->pos(), QPoint(0, 0));
         program.frame->TileVertical();
         QCOMPARE(child->size(), area->viewport()->size());
         child->showMinimized();

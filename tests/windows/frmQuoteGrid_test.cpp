@@ -112,7 +112,7 @@ class FrmQuoteGridTest : public QObject {
         program.Start("Old.dbe");
         frmQuoteGrid& grid = *program.frame->QuoteForm();
         QCOMPARE(Header(grid, 1, Qt::ToolTipRole),
-                 QStringLiteral("<qt>Buy,  MA 15 Up,  MACD &lt;Up&gt;</qt>"));
+                 QStringLiteral("<p style='white-space:pre-wrap'>Buy,  MA 15 Up,  MACD &lt;Up&gt;</p>"));
         QCOMPARE(Header(grid, 0, Qt::ToolTipRole), QString());
         QCOMPARE(Header(grid, 2, Qt::ToolTipRole), QString());
     }

@@ -10,6 +10,7 @@ namespace brantlow {
 namespace {
 
 constexpr int kSmallestButtonWidth = 96;
+constexpr int kCornerDistance = 36;
 
 QPushButton* AddButton(QHBoxLayout* row, const QString& name, const QString& words, const QString& toolTip) {
     auto* button = new QPushButton(words);
@@ -47,6 +48,15 @@ frmEnable::frmEnable(RunControl& run, QWidget* frame)
     connect(pause_, &QPushButton::clicked, this, &frmEnable::Pause);
     connect(resume_, &QPushButton::clicked, this, &frmEnable::Resume);
     ShowPaused(false);
+    StandInCorner();
+}
+
+// In the lower right corner of the frame, where it covers the fewest results.
+void frmEnable::StandInCorner() {
+    if (!mainFrame_) return;
+    adjustSize();
+    const QRect corner = mainFrame_->geometry();
+    move(corner.right() - width() - kCornerDistance, corner.bottom() - height() - 2 * kCornerDistance);
 }
 
 void frmEnable::ShowPaused(bool paused) {

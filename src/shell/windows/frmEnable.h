@@ -21,6 +21,7 @@ class frmEnable final : public QDialog {
     void ShowPaused(bool paused);
 
   private:
+    void StandInCorner();
     void Exit();
     void Pause();
     void Resume();

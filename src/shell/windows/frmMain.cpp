@@ -13,9 +13,11 @@
 #include <QProgressBar>
 #include <QScreen>
 #include <QStatusBar>
+#include <QStyle>
 #include <QToolBar>
 #include <algorithm>
 
+#include "base/windows/colours.h"
 #include "base/windows/display_text.h"
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
@@ -58,6 +60,8 @@ constexpr int kWordPanelWidth = 130;
 constexpr int kCountPanelWidth = 80;
 constexpr int kProgressWidth = 180;
 constexpr int kPercent = 100;
+constexpr double kCascadeShare = 0.8;
+constexpr int kCascadeGap = 6;
 
 QLabel* AddPanel(QStatusBar& bar, const QString& name, const QString& toolTip, int width) {
     auto* panel = new QLabel;
@@ -127,6 +131,7 @@ void frmMain::BuildStatusBar() {
                            QStringLiteral("What the program is doing"), kWordPanelWidth);
     tickerCount_ = AddPanel(*statusBar(), QStringLiteral("Panel3"),
                             QStringLiteral("Tickers in the open file"), kCountPanelWidth);
+    for (QWidget* part : statusBar()->findChildren<QWidget*>()) KeepColoursWhenDisabled(*part);
 }
 
 void frmMain::Load() {
@@ -314,8 +319,17 @@ void frmMain::ViewStatusBar() {
     statusBar()->setVisible(commands_->Entry("mnuViewStatusBar")->isChecked());
 }
 
+// One over another, each a title bar lower than the one before and large enough to be read.
 void frmMain::Cascade() {
-    area_->cascadeSubWindows();
+    const QSize size = area_->viewport()->size() * kCascadeShare;
+    const int step = style()->pixelMetric(QStyle::PM_TitleBarHeight) + kCascadeGap;
+    int offset = 0;
+    for (QMdiSubWindow* child : ShownChildren()) {
+        child->showNormal();
+        child->setGeometry(QRect(QPoint(offset, offset), size));
+        child->raise();
+        offset += step;
+    }
 }
 
 void frmMain::TileHorizontal() {

@@ -16,8 +16,8 @@ namespace brantlow {
 namespace {
 
 constexpr std::string_view kProgramName = "Brantlow";
-// The table is brought up to the row in work this often at most: as fast as the eye follows.
-constexpr qint64 kRowIntervalMs = 40;
+// What a run has done is shown this often at most: as fast as the eye follows.
+constexpr qint64 kShowIntervalMs = 40;
 
 constexpr int kBoxPicturePixels = 40;
 
@@ -63,12 +63,12 @@ void WindowPerson::BeginRun(std::function<void()> showRow) {
     showRow_ = std::move(showRow);
     inRun_ = session_ != nullptr;
     wasPaused_ = false;
-    sinceRowShown_.start();
+    sinceShown_.start();
     if (frame_.window) frame_.window->setEnabled(false);
 }
 
 void WindowPerson::EndRun() {
-    if (showRow_) showRow_();
+    if (inRun_) ShowRunSoFar();
     showRow_ = nullptr;
     inRun_ = false;
     enable_.reset();
@@ -101,10 +101,11 @@ bool WindowPerson::Ask(std::string_view text, std::string_view title) {
 
 void WindowPerson::ShowStatusWord(std::string_view word) {
     if (!frame_.statusWord) return;
-    frame_.statusWord->setText(Shown(word));
-    // A run shows its row number at every ticker: that goes with the pumped events.
-    if (!inRun_) frame_.statusWord->repaint();
+    wordToShow_ = Shown(word);
     if (word == kStatusComplete) frame_.progressBar->hide();
+    if (inRun_) return;
+    frame_.statusWord->setText(wordToShow_);
+    frame_.statusWord->repaint();
 }
 
 void WindowPerson::ShowTickerCount(std::size_t count) {
@@ -134,10 +135,10 @@ void WindowPerson::ShowProgress(double fraction) {
     frame_.window->repaint();
 }
 
-void WindowPerson::ShowRowInWork() {
-    if (!showRow_ || sinceRowShown_.elapsed() < kRowIntervalMs) return;
+void WindowPerson::ShowRunSoFar() {
+    frame_.statusWord->setText(wordToShow_);
     showRow_();
-    sinceRowShown_.restart();
+    sinceShown_.restart();
 }
 
 frmEnable& WindowPerson::EnableWindow() {
@@ -164,11 +165,7 @@ void WindowPerson::KeepRunWindows() {
 void WindowPerson::PumpEvents() {
     if (inRun_) {
         KeepRunWindows();
-        if (Paused()) {
-            showRow_();
-        } else {
-            ShowRowInWork();
-        }
+        if (Paused() || sinceShown_.elapsed() >= kShowIntervalMs) ShowRunSoFar();
     }
     QCoreApplication::processEvents(Paused() ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
                                              : QEventLoop::AllEvents);

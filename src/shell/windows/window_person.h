@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QString>
 #include <functional>
 #include <memory>
 
@@ -61,14 +62,16 @@ class WindowPerson final : public Person {
     bool ProgressShows() const;
     void KeepRunWindows();
     frmEnable& EnableWindow();
-    void ShowRowInWork();
+    void ShowRunSoFar();
     QWidget* DialogParent() const;
 
     FrameParts frame_;
     Session* session_ = nullptr;
     // Made by a run's first PumpEvents, gone with its end.
     std::unique_ptr<frmEnable> enable_;
-    QElapsedTimer sinceRowShown_;
+    QElapsedTimer sinceShown_;
+    // The word of a run in work, shown with the table's next look.
+    QString wordToShow_;
     std::function<void()> showRow_;
     bool inRun_ = false;
     bool wasPaused_ = false;

@@ -7,6 +7,8 @@
 #include <QStyledItemDelegate>
 #include <utility>
 
+#include "base/windows/colours.h"
+
 namespace brantlow {
 
 namespace {
@@ -78,6 +80,7 @@ void FrozenTableView::SetUp(QTableView& view) {
     view.horizontalHeader()->setHighlightSections(false);
     view.horizontalHeader()->setSectionsClickable(true);
     view.setCornerButtonEnabled(false);
+    KeepColoursWhenDisabled(view);
 }
 
 void FrozenTableView::SetGridModel(QAbstractItemModel* model) {

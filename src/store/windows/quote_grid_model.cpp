@@ -141,7 +141,8 @@ QVariant QuoteGridModel::ToolTipOf(std::size_t column) const {
     if (kind_ != FileKind::Dbe || column < 1 || column > kConditionCount) return {};
     const std::string& summary = summaries_[column];
     if (summary.empty()) return {};
-    return QString(QStringLiteral("<qt>") + Shown(summary).toHtmlEscaped() + QStringLiteral("</qt>"));
+    return QString(QStringLiteral("<p style='white-space:pre-wrap'>") + Shown(summary).toHtmlEscaped() +
+                   QStringLiteral("</p>"));
 }
 
 QVariant QuoteGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
