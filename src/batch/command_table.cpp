@@ -32,9 +32,9 @@ constexpr std::array<CommandOption, 3> kGlobalOptions = {{
     {"--time", "HH:MM", "the time of day that the call takes for now", RefuseTime},
 }};
 
-constexpr std::array<Command, 7> kCommands = {{kCatalogueCommand, kSeriesCommand, kIndicatorsCommand,
-                                               kEvaluateCommand, kSelectCommand, kPracticeCommand,
-                                               kSettingsCommand}};
+constexpr std::array<Command, 8> kCommands = {{kCatalogueCommand, kSeriesCommand, kIndicatorsCommand,
+                                               kEvaluateCommand, kSelectCommand, kFundamentalsCommand,
+                                               kPracticeCommand, kSettingsCommand}};
 
 std::string OptionText(const CommandOption& option) {
     return option.value.empty() ? std::string(option.name) : fmt::format("{} {}", option.name, option.value);
@@ -76,7 +76,7 @@ std::string ToolHelp() {
     text += "Brantlow without a window: what the windows do with a file or a ticker, it does too.\n\n";
     text += "Commands:\n";
     for (const Command& command : kCommands)
-        text += fmt::format("  {:<12}{}\n", command.name, command.summary);
+        text += fmt::format("  {:<20}{}\n", command.name, command.summary);
     text += "\nOptions:\n";
     AppendOptions(text, kGlobalOptions);
     text += "  --help                this text; behind a command, that command's\n\n";

@@ -94,6 +94,28 @@ inline constexpr Command kSelectCommand = {
     .run = RunSelect,
 };
 
+std::optional<std::string> RefuseFundamentalsName(std::string_view text);
+inline constexpr std::array<CommandOption, 1> kFundamentalsOptions = {{
+    {"--out", "NAME.efq", "save the table under this name in Data, not as ExtendedFundamentals.efq",
+     RefuseFundamentalsName},
+}};
+ExitStatus RunFundamentals(BatchCall& call);
+inline constexpr Command kFundamentalsCommand = {
+    .name = "fundamentals",
+    .usage = "FILE",
+    .operand = "FILE",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .options = kFundamentalsOptions,
+    .summary = "Collects the extended fundamentals of every ticker of an end-of-day file",
+    .help =
+        "The table is saved as ExtendedFundamentals.efq, the working file that every run makes anew. Prints\n"
+        "the count of tickers and those whose pages gave no value; indexes (^DJI) have no such pages. "
+        "Ctrl-C\n"
+        "stops at the next ticker: the rows so far are saved, and the exit status is 130.\n",
+    .run = RunFundamentals,
+};
+
 inline constexpr std::array<CommandOption, 1> kPracticeOptions = {{
     {"--replace", "", "write over a practice table and its history that are there already"},
 }};

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "batch/commands.h"
+#include "batch/table_calls.h"
 #include "selector/error_report.h"
 #include "selector/selector_run.h"
 #include "store/table_files.h"
@@ -9,17 +10,6 @@
 namespace brantlow {
 
 namespace {
-
-// Loads a table of the Data folder. What there is to say about the file is written; false when it cannot be
-// read.
-bool LoadTable(BatchCall& call, const std::string& name, QuoteTable& table) {
-    Session& session = call.session;
-    const TableLoad load = LoadQuoteTable(session.DataFile(name), KindOf(name), session.settings,
-                                          session.clock.Today(), table, nullptr);
-    const std::string sentence = TableLoadSentence(load, name);
-    if (!sentence.empty()) session.person.Say(OneLine(sentence));
-    return load.Done();
-}
 
 // Makes the working file of the run from the tickers of `name` and opens it; false after the sentence was
 // written.
@@ -67,11 +57,7 @@ void PrintOutcome(BatchCall& call, const SelectorOutcome& outcome, std::size_t r
 }  // namespace
 
 std::optional<std::string> RefuseEvaluationName(std::string_view text) {
-    const std::string quoted = "'" + std::string(text) + "'";
-    if (KindOf(text) != FileKind::Dbe || !text.ends_with(".dbe")) return quoted + " does not end in .dbe";
-    if (!StaysInDataFolder(text)) return quoted + " is not in Data";
-    if (Path(text).filename() == ".dbe") return quoted + " is no name";
-    return std::nullopt;
+    return RefuseTableName(text, ".dbe");
 }
 
 ExitStatus RunSelect(BatchCall& call) {

@@ -102,8 +102,8 @@ TEST(Help, ListsEveryCommandAndNoOther) {
         names.push_back(command.name);
         EXPECT_THAT(help, HasSubstr("\n  " + std::string(command.name) + " ")) << command.name;
     }
-    EXPECT_THAT(names, ElementsAre("catalogue", "series", "indicators", "evaluate", "select", "practice",
-                                   "settings"));
+    EXPECT_THAT(names, ElementsAre("catalogue", "series", "indicators", "evaluate", "select", "fundamentals",
+                                   "practice", "settings"));
 }
 
 TEST(Help, EveryCommandHasItsOwn) {

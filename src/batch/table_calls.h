@@ -1,0 +1,20 @@
+// What the commands over a table of the Data folder share: loading it and naming the file of a new one.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "batch/command.h"
+#include "store/quote_table.h"
+
+namespace brantlow {
+
+// Loads a table of the Data folder. What there is to say about the file is written; false when it cannot be
+// read.
+bool LoadTable(BatchCall& call, const std::string& name, QuoteTable& table);
+
+// Why `text` cannot be the name in Data of a file that ends in `ending` (".dbe"), or nothing.
+std::optional<std::string> RefuseTableName(std::string_view text, std::string_view ending);
+
+}  // namespace brantlow
