@@ -141,6 +141,16 @@ bool WriteTable(const Path& data, std::size_t tickers) {
     return !WriteWholeFile(data / "Bench.ddq", text);
 }
 
+// The settings files that the program ships, the ready-made conditions among them.
+bool CopySettings(const Path& data) {
+    const Path shipped = Path(BRANTLOW_SOURCE_DIR) / "assets/Data";
+    for (const std::string& name : FileNamesIn(shipped)) {
+        if (!name.ends_with(".ini")) continue;
+        if (WriteWholeFile(data / name, BytesOrEmpty(shipped / name))) return false;
+    }
+    return true;
+}
+
 bool MakeDatabase(const Wish& wish, const Date& today) {
     const Path quotes = Path(wish.folder) / "Quotes" / "EOD";
     const Path data = Path(wish.folder) / "Data";
@@ -150,14 +160,14 @@ bool MakeDatabase(const Wish& wish, const Date& today) {
     for (std::size_t number = 1; number <= wish.tickers; ++number) {
         if (!WriteTicker(quotes.string() + "/", number, wish.years, today)) return false;
     }
-    return WriteTable(data, wish.tickers);
+    return CopySettings(data) && WriteTable(data, wish.tickers);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     Wish wish;
-    CLI::App app("Makes a benchmark database: year files and the table Data/Bench.ddq");
+    CLI::App app("Makes a benchmark database: year files, settings and the table Data/Bench.ddq");
     app.add_option("folder", wish.folder, "Application folder to fill")->required();
     app.add_option("--tickers", wish.tickers, "Tickers")
         ->capture_default_str()
