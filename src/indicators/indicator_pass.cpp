@@ -15,7 +15,7 @@ constexpr double kMomentumScale = 24000;
 constexpr double kMillion = 1000000;
 // Bars between the ends of the line through a moving regression whose slope is its derivative.
 constexpr std::size_t kDerivativeSpan = 3;
-// A bar counted twice where its residual is exactly 0, a limit where nothing lies on its side of the line.
+// An upper limit where nothing lies above its line.
 constexpr double kLimitWithoutBarsAbove = 1;
 
 constexpr auto kMASlots = SlotsOf(kMA);

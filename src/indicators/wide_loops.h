@@ -3,7 +3,8 @@
 #pragma once
 
 // The sanitizers' start-up code and the choice at start-up do not go together.
-#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__) && !defined(__SANITIZE_ADDRESS__) && \
+    !defined(__SANITIZE_THREAD__)
 #define BRANTLOW_WIDE_LOOPS __attribute__((target_clones("avx2", "default")))
 #else
 #define BRANTLOW_WIDE_LOOPS

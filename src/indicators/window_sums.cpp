@@ -20,7 +20,8 @@ constexpr std::size_t kMany = 4;
 static_assert(kMany * kLanes <= kLanePadding);
 
 constexpr double WeightSum(std::size_t length) {
-    return static_cast<double>(length * (length + 1) / 2);
+    const auto count = static_cast<double>(length);
+    return count * (count + 1) / 2;
 }
 
 }  // namespace

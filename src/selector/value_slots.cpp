@@ -38,6 +38,11 @@ SlotValue Indicator(const Analysis& analysis, std::size_t bar) {
     return Computed((analysis.indicators.*kArray)[bar]);
 }
 
+// The change as its text reads, rounded to fifteen digits: a rise from 20 to 31 is 55, not a little more.
+SlotValue PriceChange(const Analysis& analysis, std::size_t bar) {
+    return Computed(PercentChangeAt(analysis.indicators, bar));
+}
+
 SlotValue ShareOfAverageVolume(const Analysis& analysis, std::size_t bar) {
     if (analysis.indicators.AverageVolume == 0) return kSkipped;
     return Computed(Divide(analysis.series.Volume[bar], analysis.indicators.AverageVolume));
@@ -111,8 +116,8 @@ constexpr std::array<ValueSlot, kSlotCount> kValueSlots = {{
     {"LR 120 Slope (%/yr) < X", kAtMost, RegressionSlope<&I::MLRSlope120, 120>},
     {"LR Slope (%/yr) > X", kAtLeast, WindowSlope},
     {"LR Slope (%/yr) < X", kAtMost, WindowSlope},
-    {"% Change > X", kAtLeast, Indicator<&I::PercentChange>},
-    {"% Change < X", kAtMost, Indicator<&I::PercentChange>},
+    {"% Change > X", kAtLeast, PriceChange},
+    {"% Change < X", kAtMost, PriceChange},
     {"% Div. Yield > X", kAtLeast, DividendYield},
     {"P/E > X", kAtLeast, Stored<&W::PERatio>},
     {"P/E < X", kAtMost, Stored<&W::PERatio>},

@@ -109,6 +109,15 @@ TEST(ValueSlots, ANumberTakesItsFront) {
     EXPECT_EQ(Verdict(18, "-12", scene), "False");
 }
 
+TEST(ValueSlots, PriceChangeIsComparedAsItsTextReads) {
+    Scene scene(200);
+    scene.Mutable().indicators.PercentChange.Set(200, (31.0 - 20) / 20 * 100);
+    ASSERT_GT(scene.Get().indicators.PercentChange[200], 55);
+    EXPECT_EQ(Verdict(15, "55", scene), "True");
+    EXPECT_EQ(Verdict(14, "55", scene), "True");
+    EXPECT_EQ(Verdict(14, "55.00000000000001", scene), "False");
+}
+
 TEST(ValueSlots, OutsideTheirRangeTestNothing) {
     Scene scene(200);
     for (const std::size_t slot : {0U, 39U, 40U, 1000U}) EXPECT_EQ(Verdict(slot, "1", scene), "") << slot;
