@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "indicators/series_pipeline.h"
 #include "selector/error_report.h"
 #include "selector/evaluation.h"
 #include "shell/status_words.h"
@@ -58,16 +59,24 @@ class SelectorWalk {
     void WalkRows() {
         const HistorySource source{session_.settings.QuoteFolder, session_.clock};
         const std::size_t rows = evaluations_.TickerCount();
+        SeriesPipeline pipeline(source, interval_, Tickers(), analysis_);
         for (std::size_t row = 1; row <= rows; ++row) {
             outcome_.stopped = ShouldStop(session_.run, session_.person);
             if (outcome_.stopped) return;
             ShowRow(row, rows);
-            AnalyseTicker(source, evaluations_.Ticker(row), interval_, analysis_);
+            pipeline.Next();
             TakeTicker(row);
         }
     }
 
   private:
+    std::vector<std::string> Tickers() const {
+        std::vector<std::string> tickers;
+        for (std::size_t row = 1; row <= evaluations_.TickerCount(); ++row)
+            tickers.push_back(evaluations_.Ticker(row));
+        return tickers;
+    }
+
     void ShowRow(std::size_t row, std::size_t rows) {
         session_.run.CurrentRow = row;
         session_.run.ProgressFraction = static_cast<double>(row) / static_cast<double>(rows);
