@@ -1,6 +1,7 @@
 #include "base/numbers.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -140,6 +141,18 @@ Picture ParsePicture(std::string_view text) {
     return picture;
 }
 
+// True when `value` is what a decimal number of at most fifteen digits, `decimals` of them behind the point,
+// reads as: no other number so short reads as the same value, so that rounding gives it back. Most prices
+// are of this kind. May say false of such a value, which then takes the long road.
+bool HasNoMoreDecimals(double value, int decimals) {
+    constexpr std::array<double, 7> kPowersOfTen = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
+    constexpr double kFifteenDigits = 1e15;
+    if (decimals < 0 || static_cast<std::size_t>(decimals) >= kPowersOfTen.size()) return false;
+    const double power = kPowersOfTen[static_cast<std::size_t>(decimals)];
+    const double scaled = std::nearbyint(value * power);
+    return std::abs(scaled) < kFifteenDigits && scaled / power == value;
+}
+
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
@@ -189,6 +202,7 @@ std::string FormatPictureText(std::string_view picture, std::string_view text) {
 
 double RoundDecimals(double value, int decimals) {
     if (!std::isfinite(value)) return 0;
+    if (HasNoMoreDecimals(value, decimals)) return value;
     Decimal decimal = ToDecimal(value);
     RoundAt(decimal, decimals);
     const std::string text =

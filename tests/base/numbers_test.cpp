@@ -219,6 +219,17 @@ TEST(RoundDecimals, KeepsThreeDecimalsAsAPictureDoes) {
     EXPECT_EQ(RoundDecimals(123456.7, 0), 123457);
 }
 
+TEST(RoundDecimals, AgreesWithThePictureAroundEveryShortPrice) {
+    // Prices of three decimals, those that rounding leaves as they are, and their neighbours on either side.
+    for (int thousandths = -3000; thousandths < 3000; thousandths += 7) {
+        const double price = thousandths / 1000.0;
+        for (const double value : {price, std::nextafter(price, -9), std::nextafter(price, 9), price * 1e9}) {
+            EXPECT_EQ(RoundDecimals(value, 3), LeadingNumber(FormatPicture("0.000", value))) << value;
+            EXPECT_EQ(RoundDecimals(value, 0), LeadingNumber(FormatPicture("0", value))) << value;
+        }
+    }
+}
+
 TEST(Divide, FailsOnZeroAndOnOverflow) {
     EXPECT_EQ(Divide(1, 4), 0.25);
     EXPECT_FALSE(Divide(1, 0));
