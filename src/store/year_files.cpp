@@ -24,6 +24,14 @@ std::optional<std::string_view> TickerOfFile(std::string_view name) {
     return name.substr(0, point);
 }
 
+std::unordered_set<std::string_view> TickersWithFiles(std::span<const std::string> tickers) {
+    std::unordered_set<std::string_view> withFiles;
+    for (const std::string& ticker : tickers) {
+        if (HasDatabaseFiles(ticker)) withFiles.insert(ticker);
+    }
+    return withFiles;
+}
+
 }  // namespace
 
 bool IsDeviceName(std::string_view ticker) {
@@ -64,17 +72,23 @@ bool DeleteTickerHistory(const std::string& quoteFolder, std::string_view ticker
     return allGone;
 }
 
-bool DeleteTickerHistories(const std::string& quoteFolder, std::span<const std::string> tickers) {
-    std::unordered_set<std::string_view> doomed;
-    for (const std::string& ticker : tickers) {
-        if (HasDatabaseFiles(ticker)) doomed.insert(ticker);
-    }
-    bool allGone = true;
-    if (doomed.empty()) return allGone;
+std::unordered_map<std::string, std::vector<Path>> YearFilesByTicker(const std::string& quoteFolder,
+                                                                     std::span<const std::string> tickers) {
+    const std::unordered_set<std::string_view> wanted = TickersWithFiles(tickers);
+    std::unordered_map<std::string, std::vector<Path>> files;
+    if (wanted.empty()) return files;
     for (const std::string& name : FileNamesIn(quoteFolder)) {
         const auto ticker = TickerOfFile(name);
-        if (!ticker || !doomed.contains(*ticker)) continue;
-        allGone = DeleteOneFile(Path(quoteFolder) / name) && allGone;
+        if (!ticker || !wanted.contains(*ticker)) continue;
+        files[std::string(*ticker)].push_back(Path(quoteFolder) / name);
+    }
+    return files;
+}
+
+bool DeleteTickerHistories(const std::string& quoteFolder, std::span<const std::string> tickers) {
+    bool allGone = true;
+    for (const auto& [ticker, files] : YearFilesByTicker(quoteFolder, tickers)) {
+        for (const Path& file : files) allGone = DeleteOneFile(file) && allGone;
     }
     return allGone;
 }

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "base/files.h"
@@ -28,6 +29,10 @@ std::optional<Path> YearFilePath(const std::string& quoteFolder, std::string_vie
 
 // The files named <ticker>.<rest>, where the rest holds no further point.
 std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view ticker);
+
+// The same for many tickers with one look at the folder; tickers without files are left out.
+std::unordered_map<std::string, std::vector<Path>> YearFilesByTicker(const std::string& quoteFolder,
+                                                                     std::span<const std::string> tickers);
 
 // Deletes all files of a ticker; true when none is left.
 bool DeleteTickerHistory(const std::string& quoteFolder, std::string_view ticker);
