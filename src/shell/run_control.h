@@ -27,6 +27,8 @@ struct RunControl {
     double ProgressLastShown = 0;
     // Row of the table that is in work, 0 before the first.
     std::size_t CurrentRow = 0;
+    // The row that a window keeps on top, so that the eye follows the run; 0 leaves the table where it is.
+    std::size_t TopRow = 0;
 };
 
 // The word "False", and nothing done yet.

@@ -103,6 +103,20 @@ void QuoteTable::RemoveRow(std::size_t row) {
     rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(row));
 }
 
+void QuoteTable::ReorderRows(const std::vector<std::size_t>& rows) {
+    if (rows.size() != TickerCount()) return;
+    std::vector<bool> seen(rows_.size());
+    for (const std::size_t row : rows) {
+        if (row == 0 || row >= rows_.size() || seen[row]) return;
+        seen[row] = true;
+    }
+    std::vector<std::vector<Cell>> ordered;
+    ordered.reserve(rows_.size());
+    if (!rows_.empty()) ordered.push_back(std::move(rows_.front()));
+    for (const std::size_t row : rows) ordered.push_back(std::move(rows_[row]));
+    rows_ = std::move(ordered);
+}
+
 void QuoteTable::MoveColumn(std::size_t from, std::size_t to) {
     if (from == 0 || to == 0 || from >= order_.size() || to >= order_.size()) return;
     const auto rotate = [&](auto& values) {

@@ -57,6 +57,9 @@ class QuoteTable {
     void SetRowCount(std::size_t count);
     // The header cannot be removed.
     void RemoveRow(std::size_t row);
+    // Puts the rows below the header into a new order: `rows` holds each of their numbers once. Any other
+    // list changes nothing.
+    void ReorderRows(const std::vector<std::size_t>& rows);
     // Takes column `from` out and puts it in at position `to`; the columns between close the gap. The ticker
     // column is fixed: nothing moves from or to position 0.
     void MoveColumn(std::size_t from, std::size_t to);

@@ -26,6 +26,8 @@ constexpr std::array<StyleColours, kCellStyleCount> kStyles = {{
     {kWindow, Fixed(150, 200, 10), false},
     {kWindow, Fixed(200, 150, 10), false},
     {kWindow, kButtonFace, false},
+    {Fixed(0, 120, 0), kWindow, true},
+    {Fixed(210, 0, 0), kWindow, true},
 }};
 
 struct LocatedColumn {

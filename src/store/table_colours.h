@@ -26,9 +26,11 @@ enum class CellStyle : unsigned char {
     FadingBuy,       // a Buy while the 15 bar derivative falls
     RecoveringSell,  // a Sell while the 15 bar derivative rises
     EmptyResult,     // a condition without a result
+    Rising,          // while quotes come in: a price at its high alarm or year's high, a gain, a near date
+    Falling,         // while quotes come in: a loss
 };
 
-inline constexpr std::size_t kCellStyleCount = 12;
+inline constexpr std::size_t kCellStyleCount = 14;
 
 struct Rgb {
     unsigned char red;

@@ -41,7 +41,9 @@ TEST(TableColours, StylesRowByRow) {
                         {CellStyle::Hold, window, rgb(230, 230, 20), false},
                         {CellStyle::FadingBuy, window, rgb(150, 200, 10), false},
                         {CellStyle::RecoveringSell, window, rgb(200, 150, 10), false},
-                        {CellStyle::EmptyResult, window, face, false}};
+                        {CellStyle::EmptyResult, window, face, false},
+                        {CellStyle::Rising, rgb(0, 120, 0), window, true},
+                        {CellStyle::Falling, rgb(210, 0, 0), window, true}};
     ASSERT_EQ(std::size(rows), kCellStyleCount);
     for (const Row& row : rows) {
         const auto number = static_cast<int>(row.style);

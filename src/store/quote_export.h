@@ -1,0 +1,36 @@
+// The export: the open table as a text file for another program, by the export settings.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "shell/session.h"
+#include "store/quote_table.h"
+
+namespace brantlow {
+
+inline constexpr std::string_view kExportNeedsTable =
+    "Export is only supported for End of Day, Stock Selector, and Extended Fundamental files";
+
+enum class ExportOutcome { Done, NeedsTable, Failed };
+
+struct QuoteExport {
+    ExportOutcome outcome = ExportOutcome::Done;
+    std::error_code error;  // set when Failed: the old file stands
+};
+
+// The file that the settings name.
+Path ExportFile(const Path& appPath, const SettingsTables& settings);
+
+// The text of the export: of a quote table the rows without the header and the columns that the settings
+// choose, in the table's order; of the other two kinds everything. A separator stands before a cell when
+// something stands before it in its line.
+std::string ExportText(const SettingsTables& settings, FileKind kind, const QuoteTable& table,
+                       Person& progress);
+
+// Writes the table that the session's CurrentFile names. A table of no kind, or a template, is refused with
+// its sentence.
+QuoteExport ExportQuotes(Session& session, const QuoteTable& table);
+
+}  // namespace brantlow

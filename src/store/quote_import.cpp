@@ -1,0 +1,269 @@
+#include "store/quote_import.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <unordered_map>
+
+#include "base/numbers.h"
+#include "base/text.h"
+#include "shell/settings/settings_files.h"
+#include "shell/status_words.h"
+#include "store/quote_fields.h"
+#include "store/quote_rows.h"
+#include "store/table_colours.h"
+#include "store/table_files.h"
+
+namespace brantlow {
+
+namespace {
+
+// Lines of the import settings.
+constexpr std::size_t kFormLine = 4;
+constexpr std::size_t kFolderLine = 5;
+constexpr std::size_t kNameLine = 6;
+constexpr std::size_t kHeaderLine = 7;
+constexpr std::size_t kFooterLine = 8;
+constexpr std::size_t kDateFormLine = 9;
+
+constexpr std::size_t kDeviceNameLength = 3;
+constexpr std::array<std::string_view, 4> kDeviceNames = {"CON", "PRN", "AUX", "NUL"};
+
+// By the start of the line alone: a ticker CONX goes with CON.
+bool BeginsWithDeviceName(std::string_view line) {
+    const std::string start = UpperCase(line.substr(0, kDeviceNameLength));
+    return std::find(kDeviceNames.begin(), kDeviceNames.end(), start) != kDeviceNames.end();
+}
+
+char SeparatorOf(const SettingsTables& settings) {
+    return settings.ImExSettings.Text(kFormLine) == "Comma Delimited" ? ',' : '\t';
+}
+
+std::size_t LineSetting(const SettingsTables& settings, std::size_t line) {
+    const double count = settings.ImExSettings.Number(line);
+    return static_cast<std::size_t>(std::clamp(count, 0.0, static_cast<double>(kMostRows)));
+}
+
+// The row's cells as a line of the import file; a separator stands between cells, none before the first that
+// holds something.
+std::string LineOfRow(const QuoteTable& table, std::size_t row, char separator) {
+    std::string line;
+    for (std::size_t column = 0; column < table.ColumnCount(); ++column) {
+        if (!line.empty()) line += separator;
+        line += table.Text(row, column);
+    }
+    return line;
+}
+
+// Adds a line for every ticker of the table with which no line of the file begins.
+void AddOwnTickers(const QuoteTable& table, char separator, std::vector<std::string>& lines) {
+    std::vector<std::string_view> sorted(lines.begin(), lines.end());
+    std::sort(sorted.begin(), sorted.end());
+    std::vector<std::string> added;
+    for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
+        const std::string& ticker = table.Ticker(row);
+        if (ticker.empty()) continue;
+        const auto found = std::lower_bound(sorted.begin(), sorted.end(), ticker);
+        if (found == sorted.end() || !found->starts_with(ticker)) {
+            added.push_back(LineOfRow(table, row, separator));
+        }
+    }
+    lines.insert(lines.end(), added.begin(), added.end());
+}
+
+// What the import does with a column of the table.
+struct ColumnUse {
+    // The array that fills the column has one field of the file, with this place in the line.
+    std::optional<std::size_t> part;
+    bool isFilled = false;  // by a field or by a calculation
+};
+
+struct FilePart {
+    std::size_t part;
+    const QuoteField* field;
+};
+
+// The fields of a line that have an array.
+std::vector<FilePart> FilePartsOf(const SettingsTables& settings) {
+    std::vector<FilePart> parts;
+    const std::size_t first = settings.ImportFieldFirst;
+    if (first == 0) return parts;
+    for (std::size_t line = first; line <= settings.ImportFieldLast; ++line) {
+        const QuoteField* field = FindQuoteField(settings.ImExSettings.Text(line));
+        if (field != nullptr) parts.push_back({line - first, field});
+    }
+    return parts;
+}
+
+// One import from its lines on.
+class ImportWalk {
+  public:
+    ImportWalk(Session& session, QuoteTable& table, DayStore& days, QuoteImport& result)
+        : session_(session),
+          table_(table),
+          former_(table),
+          days_(days),
+          result_(result),
+          separator_(SeparatorOf(session.settings)),
+          parts_(FilePartsOf(session.settings)) {
+        for (std::size_t row = former_.TickerCount(); row >= 1; --row) formerRows_[former_.Ticker(row)] = row;
+    }
+
+    // The first `fileLines` of `lines` are the file's; its header and footer are left out.
+    void TakeLines(const std::vector<std::string>& lines, std::size_t fileLines) {
+        const std::size_t header = LineSetting(session_.settings, kHeaderLine);
+        const std::size_t footer = LineSetting(session_.settings, kFooterLine);
+        const std::size_t lastOfFile = fileLines - std::min(footer, fileLines);
+        const std::size_t count = std::min(lines.size(), kMostRows);
+        rows_.MakeRoom(count);
+        table_.SetRowCount(count + 1);
+        FindColumnUses();
+        for (std::size_t i = 1; i <= count; ++i) {
+            ShowLine(i, count);
+            if (i <= header || (i > lastOfFile && i <= fileLines)) {
+                EmptyRow(i);
+            } else {
+                TakeLine(lines[i - 1], i);
+            }
+        }
+    }
+
+  private:
+    void FindColumnUses() {
+        std::string text;
+        uses_.resize(table_.ColumnCount());
+        for (std::size_t column = 0; column < uses_.size(); ++column) {
+            const std::string& header = table_.Header(column);
+            uses_[column].isFilled = CellText(rows_, 1, header, text);
+            for (const FilePart& part : parts_) {
+                if (part.field->name == header) uses_[column].part = part.part;
+            }
+        }
+    }
+
+    void ShowLine(std::size_t line, std::size_t count) {
+        session_.run.CurrentRow = line;
+        session_.run.ProgressFraction = static_cast<double>(line) / static_cast<double>(count);
+        session_.person.ShowProgress(session_.run.ProgressFraction);
+    }
+
+    void EmptyRow(std::size_t row) {
+        for (std::size_t column = 0; column < table_.ColumnCount(); ++column) table_.SetText(row, column, "");
+    }
+
+    void TakeLine(std::string_view line, std::size_t row) {
+        const std::vector<std::string_view> pieces = SplitAt(line, separator_);
+        for (const FilePart& part : parts_) {
+            if (part.part < pieces.size()) TakeField(*part.field, pieces[part.part], row);
+        }
+        rows_.TradeDates[row] =
+            ConvertTradeDate(rows_.TradeDates[row], session_.settings.ImExSettings.Text(kDateFormLine));
+        CalculateRow(rows_, row, RatioGuard::NotZero, session_.clock.Today());
+        WriteRow(rows_, row, table_);
+        KeepFormerCells(row, pieces.size());
+        ++result_.rows;
+        Store(row);
+    }
+
+    void TakeField(const QuoteField& field, std::string_view piece, std::size_t row) {
+        std::string& entry = (rows_.*field.array)[row];
+        if (field.form == FieldForm::Number) {
+            entry = ShortestNumber(LeadingNumber(piece));
+        } else {
+            entry = piece;
+        }
+    }
+
+    // What the line does not hold stays with its ticker: the columns that no file supplies, and those behind
+    // the end of a short line.
+    void KeepFormerCells(std::size_t row, std::size_t pieceCount) {
+        const auto found = formerRows_.find(table_.Ticker(row));
+        const std::size_t formerRow = found == formerRows_.end() ? kNoRow : found->second;
+        for (std::size_t column = 1; column < uses_.size(); ++column) {
+            const ColumnUse& use = uses_[column];
+            const bool isMissing = use.part && *use.part >= pieceCount;
+            if (!use.isFilled || isMissing) table_.SetText(row, column, former_.Text(formerRow, column));
+        }
+    }
+
+    void Store(std::size_t row) {
+        const StoredDay stored = StoreDay(session_.settings.QuoteFolder, rows_, row, days_);
+        if (stored.outcome == DayOutcome::Appended || stored.outcome == DayOutcome::Replaced) {
+            ++result_.stored;
+        }
+        if (!result_.error) result_.error = stored.error;
+    }
+
+    // No table has such a row.
+    static constexpr std::size_t kNoRow = kMostRows;
+
+    Session& session_;
+    QuoteTable& table_;
+    const QuoteTable former_;
+    DayStore& days_;
+    QuoteImport& result_;
+    char separator_;
+    std::vector<FilePart> parts_;
+    std::vector<ColumnUse> uses_;
+    std::unordered_map<std::string, std::size_t> formerRows_;
+    QuoteArrays rows_;
+};
+
+bool TakesImports(const std::string& currentFile) {
+    const FileKind kind = KindOf(currentFile);
+    return kind == FileKind::Ddq || kind == FileKind::Db;
+}
+
+ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, QuoteImport& result) {
+    std::vector<std::string> lines =
+        ImportLinesOf(BytesOrEmpty(ImportFile(session.AppPath, session.settings)));
+    const std::size_t fileLines = lines.size();
+    if (fileLines == 0) return ImportOutcome::NothingToRead;
+    AddOwnTickers(table, SeparatorOf(session.settings), lines);
+    if (lines.size() >= kImportLimit && !session.person.Ask(kImportLimitQuestion, kImportLimitTitle)) {
+        return ImportOutcome::Declined;
+    }
+    ImportWalk(session, table, days, result).TakeLines(lines, fileLines);
+    ColorChange(table, KindOf(session.CurrentFile), session.clock.Today(), nullptr);
+    return result.error ? ImportOutcome::Failed : ImportOutcome::Done;
+}
+
+}  // namespace
+
+Path ImportFile(const Path& appPath, const SettingsTables& settings) {
+    const SettingsTable& lines = settings.ImExSettings;
+    return FolderOfSetting(appPath, lines.Text(kFolderLine)) / PlatformPath(lines.Text(kNameLine));
+}
+
+std::vector<std::string> ImportLinesOf(std::string_view bytes) {
+    std::vector<std::string> lines;
+    LineReader reader(bytes);
+    std::string_view line;
+    for (std::size_t count = 0; count < kMostRows && reader.Next(line); ++count) {
+        if (!BeginsWithDeviceName(line)) lines.emplace_back(line);
+    }
+    return lines;
+}
+
+QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, const Path* saveTo) {
+    QuoteImport result;
+    if (!TakesImports(session.CurrentFile)) {
+        session.person.Say(kImportNeedsQuoteFile);
+        result.outcome = ImportOutcome::NeedsQuoteFile;
+        return result;
+    }
+    session.run.ProgressLastShown = 0;
+    result.outcome = ReadAndTake(session, table, days, result);
+    if (result.outcome == ImportOutcome::Declined) return result;
+    if (result.outcome == ImportOutcome::Done && saveTo != nullptr) {
+        result.error = SaveQuoteTable(table, *saveTo);
+        if (result.error) result.outcome = ImportOutcome::Failed;
+    }
+    if (result.outcome != ImportOutcome::Failed) DeleteOneFile(ImportFile(session.AppPath, session.settings));
+    session.run.CurrentRow = 0;
+    session.person.ShowTickerCount(table.TickerCount());
+    session.person.ShowStatusWord(kStatusComplete);
+    return result;
+}
+
+}  // namespace brantlow

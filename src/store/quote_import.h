@@ -1,0 +1,57 @@
+// The general import: a user's text file of quotes fills the open quote table and the quote database.
+//
+// The import settings say where the file lies, what separates its fields, which lines frame it, and which
+// column each field belongs to. Line i of the file becomes row i of the table; tickers of the table that the
+// file does not mention are added behind its lines, made from their own cells. An import consumes its file.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "shell/session.h"
+#include "store/day_store.h"
+#include "store/quote_table.h"
+
+namespace brantlow {
+
+inline constexpr std::string_view kImportNeedsQuoteFile =
+    "First, open an existing EOD Quote File or a New EOD Quote File you wish to Import data. An Existing "
+    "quote file will import the data for the ticker sysmbols contained in the quote file. A New Quote file "
+    "will accept all data in the file you wish to import.";
+inline constexpr std::string_view kImportLimitQuestion =
+    "You have exceeded 18000 Ticker Symbols. Some data will be lost. Do you wish to continue?";
+inline constexpr std::string_view kImportLimitTitle = "Quote File Exceedence!";
+
+// From this many lines on, those of the table's own tickers included, the person is asked.
+inline constexpr std::size_t kImportLimit = kMostRows;
+
+enum class ImportOutcome {
+    Done,
+    NothingToRead,  // no file, or no line in it: the table is as it was
+    NeedsQuoteFile,
+    Declined,  // the person does not want to lose the lines beyond the limit: nothing was changed
+    Failed,    // a year file or the table could not be written: the import file stays
+};
+
+struct QuoteImport {
+    ImportOutcome outcome = ImportOutcome::Done;
+    std::size_t rows = 0;    // rows written to the table
+    std::size_t stored = 0;  // days appended to the database or replaced in it
+    std::error_code error;   // set when Failed: the first failure
+};
+
+// The file that the settings name.
+Path ImportFile(const Path& appPath, const SettingsTables& settings);
+
+// The lines of an import file, at most kMostRows, without those that begin with a device name.
+std::vector<std::string> ImportLinesOf(std::string_view bytes);
+
+// Imports into `table`, which the session's CurrentFile names. Columns that a file cannot supply (the alarms)
+// stay with their tickers. `saveTo`, unless null, takes the table before the import file is deleted.
+// Messages, status words, the ticker count and progress go to the session's person.
+QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, const Path* saveTo);
+
+}  // namespace brantlow

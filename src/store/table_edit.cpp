@@ -1,0 +1,99 @@
+#include "store/table_edit.h"
+
+#include "base/text.h"
+#include "shell/status_words.h"
+#include "store/table_files.h"
+#include "store/table_sort.h"
+#include "store/year_files.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::size_t kSaveQuoteFileLine = 7;
+constexpr std::string_view kSavesItself = "Automatic Save";
+
+bool DeletesHistory(Session& session, DeleteHistory history) {
+    if (KindOf(session.CurrentFile) != FileKind::Ddq) return false;
+    if (history != DeleteHistory::Ask) return history == DeleteHistory::Yes;
+    return session.person.Ask(kDeleteHistoryQuestion, kDeleteHistoryTitle);
+}
+
+bool HasTicker(const QuoteTable& table, std::string_view ticker) {
+    for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
+        if (table.Ticker(row) == ticker) return true;
+    }
+    return false;
+}
+
+void WriteCell(QuoteTable& table, std::size_t row, std::string_view header, std::string_view text) {
+    if (const auto column = table.ColumnOf(header)) table.SetText(row, *column, text);
+}
+
+// True when the table had the ticker.
+bool RemoveTicker(QuoteTable& table, std::string_view ticker) {
+    for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
+        if (table.Ticker(row) != ticker) continue;
+        table.RemoveRow(row);
+        return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+bool RefuseTableEdit(Session& session, std::string_view symbol, std::string_view needsTicker) {
+    if (KindOf(session.CurrentFile) == FileKind::Db) {
+        session.person.Say(kSaveBeforeEditing);
+        return true;
+    }
+    if (symbol.empty() || symbol == " ") {
+        session.person.Say(needsTicker);
+        return true;
+    }
+    return false;
+}
+
+bool SavesAutomatically(const SettingsTables& settings) {
+    return settings.DataSettings.Text(kSaveQuoteFileLine) == kSavesItself;
+}
+
+std::error_code AutomaticSave(Session& session, const QuoteTable& table) {
+    if (!SavesAutomatically(session.settings)) return {};
+    session.person.ShowStatusWord(kStatusSaving);
+    return SaveQuoteTable(table, session.DataFile(session.CurrentFile));
+}
+
+EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& ticker,
+                         std::size_t sortColumn) {
+    if (IsDeviceName(ticker.symbol)) return EditOutcome::Unchanged;
+    const std::string symbol = UpperCase(ticker.symbol);
+    if (RefuseTableEdit(session, symbol, kAddNeedsTicker)) return EditOutcome::Refused;
+    session.CurrentTicker = symbol;
+    if (HasTicker(table, symbol) || !table.AppendLine(symbol)) return EditOutcome::Unchanged;
+    const std::size_t row = table.TickerCount();
+    if (KindOf(session.CurrentFile) == FileKind::Ddq) {
+        WriteCell(table, row, "High Alarm", ticker.highAlarm);
+        WriteCell(table, row, "Low Alarm", ticker.lowAlarm);
+    }
+    SortTable(table, sortColumn, SortOrder::Ascending);
+    return EditOutcome::Changed;
+}
+
+TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol, DeleteHistory history) {
+    if (table.TickerCount() == 1) return {};
+    if (RefuseTableEdit(session, symbol, kDeleteNeedsTicker)) return {EditOutcome::Refused, {}};
+    const std::string ticker = UpperCase(symbol);
+    session.person.ShowStatusWord(kStatusUpdating);
+    if (DeletesHistory(session, history)) DeleteTickerHistory(session.settings.QuoteFolder, ticker);
+    TableEdit edit;
+    if (RemoveTicker(table, ticker)) {
+        edit.outcome = EditOutcome::Changed;
+        edit.saveError = AutomaticSave(session, table);
+    }
+    session.person.ShowTickerCount(table.TickerCount());
+    session.person.ShowStatusWord(kStatusComplete);
+    return edit;
+}
+
+}  // namespace brantlow

@@ -1,0 +1,66 @@
+// Edits of the open table: its tickers here, with the history of a new one in acquire/add_ticker.h, and its
+// alarms in alerts/alarm_edit.h. The window and the batch tool call them.
+//
+// The table is the one that the session's CurrentFile names. Refusals are said to the session's person. An
+// edit saves the table when the settings save by themselves.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "shell/session.h"
+#include "store/quote_table.h"
+
+namespace brantlow {
+
+inline constexpr std::string_view kSaveBeforeEditing = "Save this file as another name before editing.";
+inline constexpr std::string_view kAddNeedsTicker =
+    "Enter a Ticker Symbol in the Symbol Box before selecting Add";
+inline constexpr std::string_view kDeleteNeedsTicker =
+    "Enter a Ticker Symbol in the Symbol Box before selecting Delete";
+inline constexpr std::string_view kDeleteHistoryTitle = "Delete Quotes from Database";
+inline constexpr std::string_view kDeleteHistoryQuestion =
+    "Would you like to delete the Quote Data from the Database for this Ticker Symbol?";
+
+enum class EditOutcome {
+    Unchanged,  // nothing to do, without a word
+    Changed,
+    Refused,  // the person was told why
+};
+
+struct TableEdit {
+    EditOutcome outcome = EditOutcome::Unchanged;
+    std::error_code saveError;  // the table is changed but could not be saved
+};
+
+// Says why the table cannot be edited, a template or an empty `symbol` (`needsTicker` tells so); false when
+// it can.
+bool RefuseTableEdit(Session& session, std::string_view symbol, std::string_view needsTicker);
+
+// True when the settings save the quote file after each change.
+bool SavesAutomatically(const SettingsTables& settings);
+// Saves the table when they do.
+std::error_code AutomaticSave(Session& session, const QuoteTable& table);
+
+// A ticker to be added, as it was typed, with the texts of its alarms.
+struct NewTicker {
+    std::string symbol;
+    std::string highAlarm = {};
+    std::string lowAlarm = {};
+};
+
+// Adds a row for the ticker, in capitals, and sorts the table by `sortColumn`. A ticker that the table holds
+// already, a device name, and a row beyond the table's limit are passed over without a word. Neither saves
+// nor fetches.
+EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& ticker,
+                         std::size_t sortColumn);
+
+enum class DeleteHistory { Ask, Yes, No };
+
+// Takes the row of `symbol`, in any case, out of the table; of an end-of-day table its history may go too.
+// The last ticker of a table stays.
+TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol, DeleteHistory history);
+
+}  // namespace brantlow

@@ -1,0 +1,178 @@
+#include "store/table_edit.h"
+
+#include "support/session_fixture.h"
+
+namespace brantlow {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr const char* kHeader = "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm";
+
+class TableEditTest : public SessionTest {
+  protected:
+    TableEditTest() { Set(session.settings.DataSettings, 7, "Automatic Save"); }
+
+    EditOutcome Append(const NewTicker& ticker) { return AppendTicker(session, table, ticker, 0); }
+    void ExpectSaid(const char* text) {
+        ASSERT_EQ(person.said.size(), 1U);
+        EXPECT_EQ(person.said[0].text, text);
+        EXPECT_EQ(person.said[0].title, "");
+        person.said.clear();
+    }
+
+    QuoteTable table = TableOf({kHeader, "BBB\t2.000\t\t", "CCC\t3.000\t5\t1"});
+};
+
+TEST_F(TableEditTest, ATickerInLowerCaseIsStoredInUpperCase) {
+    EXPECT_EQ(Append({"ddd", "50", "40"}), EditOutcome::Changed);
+    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "BBB\t2.000\t\t", "CCC\t3.000\t5\t1", "DDD\t\t50\t40"}));
+    EXPECT_EQ(session.CurrentTicker, "DDD");
+}
+
+TEST_F(TableEditTest, TheTableIsSortedAfterwards) {
+    Append({"aaa"});
+    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "AAA\t\t\t", "BBB\t2.000\t\t", "CCC\t3.000\t5\t1"}));
+    AppendTicker(session, table, {"zzz"}, 1);
+    EXPECT_EQ(table.Ticker(1), "AAA");
+    EXPECT_EQ(table.Ticker(2), "ZZZ");
+    EXPECT_EQ(table.Ticker(3), "BBB");
+}
+
+TEST_F(TableEditTest, AddingATickerThatIsThereDoesNothing) {
+    const Lines before = LinesOf(table);
+    EXPECT_EQ(Append({"ccc", "9", "9"}), EditOutcome::Unchanged);
+    EXPECT_EQ(LinesOf(table), before);
+    EXPECT_TRUE(person.said.empty());
+}
+
+TEST_F(TableEditTest, DeviceNamesAreNotAdded) {
+    const Lines before = LinesOf(table);
+    for (const char* name : {"NUL", "con", "Aux.x", "prn."}) {
+        EXPECT_EQ(Append({name}), EditOutcome::Unchanged) << name;
+        EXPECT_EQ(LinesOf(table), before);
+        EXPECT_TRUE(person.said.empty());
+    }
+}
+
+TEST_F(TableEditTest, AnEmptySymbolIsToldOf) {
+    for (const char* symbol : {"", " "}) {
+        EXPECT_EQ(Append({symbol}), EditOutcome::Refused);
+        ExpectSaid("Enter a Ticker Symbol in the Symbol Box before selecting Add");
+        EXPECT_EQ(DeleteTicker(session, table, symbol, DeleteHistory::Yes).outcome, EditOutcome::Refused);
+        ExpectSaid("Enter a Ticker Symbol in the Symbol Box before selecting Delete");
+    }
+    EXPECT_EQ(table.TickerCount(), 2U);
+}
+
+TEST_F(TableEditTest, TheTemplateRefusesBothWithTheSameSentence) {
+    session.CurrentFile = "New EOD Quotes.db";
+    EXPECT_EQ(Append({"DDD"}), EditOutcome::Refused);
+    ExpectSaid("Save this file as another name before editing.");
+    EXPECT_EQ(DeleteTicker(session, table, "BBB", DeleteHistory::Yes).outcome, EditOutcome::Refused);
+    ExpectSaid("Save this file as another name before editing.");
+    EXPECT_EQ(table.TickerCount(), 2U);
+}
+
+TEST_F(TableEditTest, OnlyAnEndOfDayTableTakesAlarms) {
+    session.CurrentFile = "Evaluations.dbe";
+    Append({"DDD", "50", "40"});
+    EXPECT_EQ(table.LineText(3), "DDD\t\t\t");
+}
+
+TEST_F(TableEditTest, ATableWithoutAlarmColumnsTakesTheTickerAlone) {
+    table = TableOf({"Ticker Symbol\tLast Price", "BBB\t2.000"});
+    Append({"DDD", "50", "40"});
+    EXPECT_EQ(table.LineText(2), "DDD\t");
+}
+
+TEST_F(TableEditTest, AFullTableTakesNoFurtherTicker) {
+    table.SetRowCount(kMostRows);
+    EXPECT_EQ(Append({"ZZZ"}), EditOutcome::Unchanged);
+    EXPECT_EQ(table.RowCount(), kMostRows);
+}
+
+TEST_F(TableEditTest, DeletingTakesTheRowAndSaves) {
+    const TableEdit edit = DeleteTicker(session, table, "bbb", DeleteHistory::No);
+    EXPECT_EQ(edit.outcome, EditOutcome::Changed);
+    EXPECT_FALSE(edit.saveError);
+    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "CCC\t3.000\t5\t1"}));
+    EXPECT_EQ(Read("Data/Mine.ddq"), std::string(kHeader) + "\r\nCCC\t3.000\t5\t1\r\n");
+    EXPECT_EQ(person.statusWords, (Lines{"Updating", "Saving", "Complete"}));
+    EXPECT_EQ(person.tickerCounts, std::vector<std::size_t>{1});
+}
+
+TEST_F(TableEditTest, WithManualSaveTheFileStaysAsItIs) {
+    Set(session.settings.DataSettings, 7, "Manual Save");
+    Write("Data/Mine.ddq", "old");
+    DeleteTicker(session, table, "BBB", DeleteHistory::No);
+    EXPECT_EQ(table.TickerCount(), 1U);
+    EXPECT_EQ(Read("Data/Mine.ddq"), "old");
+}
+
+TEST_F(TableEditTest, TheLastTickerStaysWithoutAWord) {
+    table = TableOf({kHeader, "BBB\t2.000"});
+    Write("Quotes/EOD/BBB.24", "history");
+    EXPECT_EQ(DeleteTicker(session, table, "BBB", DeleteHistory::Yes).outcome, EditOutcome::Unchanged);
+    EXPECT_EQ(DeleteTicker(session, table, "", DeleteHistory::Yes).outcome, EditOutcome::Unchanged);
+    EXPECT_EQ(table.TickerCount(), 1U);
+    EXPECT_TRUE(Exists("Quotes/EOD/BBB.24"));
+    EXPECT_TRUE(person.said.empty());
+    EXPECT_TRUE(person.statusWords.empty());
+}
+
+TEST_F(TableEditTest, TheHistoryGoesWhenThePersonSaysSo) {
+    struct Row {
+        DeleteHistory history;
+        bool answer;
+        std::size_t asked;
+        bool stays;
+    };
+    constexpr Row kRows[] = {{DeleteHistory::Ask, true, 1, false},
+                             {DeleteHistory::Ask, false, 1, true},
+                             {DeleteHistory::Yes, false, 0, false},
+                             {DeleteHistory::No, true, 0, true}};
+    for (const Row& row : kRows) {
+        table = TableOf({kHeader, "BBB\t2.000", "CCC\t3.000"});
+        Write("Quotes/EOD/BBB.24", "history");
+        Write("Quotes/EOD/BBBB.24", "another's");
+        person.answer = row.answer;
+        person.asked.clear();
+        DeleteTicker(session, table, "bbb", row.history);
+        EXPECT_EQ(person.asked.size(), row.asked);
+        EXPECT_EQ(Exists("Quotes/EOD/BBB.24"), row.stays);
+        EXPECT_TRUE(Exists("Quotes/EOD/BBBB.24"));
+        EXPECT_EQ(table.TickerCount(), 1U);
+    }
+}
+
+TEST_F(TableEditTest, TheQuestionInItsWords) {
+    DeleteTicker(session, table, "BBB", DeleteHistory::Ask);
+    ASSERT_EQ(person.asked.size(), 1U);
+    EXPECT_EQ(person.asked[0].title, "Delete Quotes from Database");
+    EXPECT_EQ(person.asked[0].text,
+              "Would you like to delete the Quote Data from the Database for this Ticker Symbol?");
+}
+
+TEST_F(TableEditTest, ASelectorRunsTickerKeepsItsHistory) {
+    session.CurrentFile = "Evaluations.dbe";
+    Write("Quotes/EOD/BBB.24", "history");
+    DeleteTicker(session, table, "BBB", DeleteHistory::Yes);
+    EXPECT_TRUE(Exists("Quotes/EOD/BBB.24"));
+    EXPECT_EQ(table.TickerCount(), 1U);
+}
+
+TEST_F(TableEditTest, ATickerThatIsNotThereLeavesTheTable) {
+    const Lines before = LinesOf(table);
+    EXPECT_EQ(DeleteTicker(session, table, "XYZ", DeleteHistory::No).outcome, EditOutcome::Unchanged);
+    EXPECT_EQ(LinesOf(table), before);
+    EXPECT_FALSE(Exists("Data/Mine.ddq"));
+}
+
+TEST_F(TableEditTest, ATableThatCannotBeSavedIsReported) {
+    session.CurrentFile = "missing/Mine.ddq";
+    EXPECT_TRUE(DeleteTicker(session, table, "BBB", DeleteHistory::No).saveError);
+}
+
+}  // namespace
+}  // namespace brantlow

@@ -1,0 +1,76 @@
+// A session in an application folder of a test's own: fixed clock, recording person, settings set by line.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/clock.h"
+#include "shell/session.h"
+#include "store/quote_table.h"
+#include "support/recording_person.h"
+#include "support/temp_folder.h"
+
+namespace brantlow {
+
+class SessionTest : public ::testing::Test {
+  protected:
+    // Friday.
+    static Date Today() { return Date{std::chrono::year{2024}, std::chrono::month{3}, std::chrono::day{15}}; }
+
+    SessionTest() {
+        std::filesystem::create_directories(folder / "Data");
+        std::filesystem::create_directories(folder / "Quotes/EOD");
+        session.settings.QuoteFolder = (folder / "Quotes/EOD").string() + "/";
+        session.CurrentFile = "Mine.ddq";
+    }
+
+    Path Write(const Path& name, std::string_view bytes) const {
+        const Path file = folder / name;
+        std::filesystem::create_directories(file.parent_path());
+        EXPECT_FALSE(WriteWholeFile(file, bytes, Flush::Later)) << file;
+        return file;
+    }
+    std::string Read(const Path& name) const { return BytesOrEmpty(folder / name); }
+    bool Exists(const Path& name) const { return IsRegularFile(folder / name); }
+
+    // Every file below the folder: its name, a colon, its bytes.
+    std::vector<std::string> Everything() const {
+        std::vector<std::string> files;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Get())) {
+            if (!entry.is_regular_file()) continue;
+            files.push_back(entry.path().lexically_relative(folder.Get()).string() + ":" +
+                            BytesOrEmpty(entry.path()));
+        }
+        std::sort(files.begin(), files.end());
+        return files;
+    }
+
+    void Set(SettingsTable& table, std::size_t line, std::string_view text) const {
+        table.Set(line, Value::OfRawLine(text));
+    }
+    void SetLines(SettingsTable& table, const std::vector<std::string>& lines) const {
+        for (std::size_t i = 0; i < lines.size(); ++i) Set(table, i + 1, lines[i]);
+    }
+
+    static QuoteTable TableOf(const std::vector<std::string>& lines) {
+        QuoteTable table;
+        for (const std::string& line : lines) table.AppendLine(line);
+        return table;
+    }
+    static std::vector<std::string> LinesOf(const QuoteTable& table) {
+        std::vector<std::string> lines;
+        for (std::size_t row = 0; row < table.RowCount(); ++row) lines.push_back(table.LineText(row));
+        return lines;
+    }
+
+    TempFolder folder;
+    FixedClock clock{Today()};
+    RecordingPerson person;
+    Session session{folder.Get(), clock, person};
+};
+
+}  // namespace brantlow
