@@ -1,0 +1,36 @@
+#include "alerts/alarm_edit.h"
+
+#include "alerts/price_alarms.h"
+#include "base/text.h"
+
+namespace brantlow {
+
+namespace {
+
+// True when the table has the column and a text for it.
+bool WriteAlarm(QuoteTable& table, std::size_t row, std::string_view header,
+                const std::optional<std::string>& text) {
+    const auto column = table.ColumnOf(header);
+    if (!column || !text) return false;
+    table.SetText(row, *column, *text);
+    return true;
+}
+
+}  // namespace
+
+TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbol, const AlarmTexts& alarms) {
+    if (RefuseTableEdit(session, symbol, kEditNeedsTicker)) return {EditOutcome::Refused, {}};
+    if (KindOf(session.CurrentFile) != FileKind::Ddq) return {};
+    const std::string ticker = UpperCase(symbol);
+    TableEdit edit;
+    for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
+        if (table.Ticker(row) != ticker) continue;
+        const bool high = WriteAlarm(table, row, kHighAlarmColumn, alarms.high);
+        const bool low = WriteAlarm(table, row, kLowAlarmColumn, alarms.low);
+        if (high || low) edit.outcome = EditOutcome::Changed;
+    }
+    if (edit.outcome == EditOutcome::Changed) edit.saveError = AutomaticSave(session, table);
+    return edit;
+}
+
+}  // namespace brantlow

@@ -1,0 +1,29 @@
+// Editing the alarms of a ticker in the open table, as the button "Edit Alarm" does.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "shell/session.h"
+#include "store/quote_table.h"
+#include "store/table_edit.h"
+
+namespace brantlow {
+
+inline constexpr std::string_view kEditNeedsTicker =
+    "Enter a Ticker Symbol in the Symbol Box before selecting Edit";
+
+// What the alarm cells take: text as it was typed. A cell without a text keeps what it holds.
+struct AlarmTexts {
+    std::optional<std::string> high;
+    std::optional<std::string> low;
+};
+
+// Writes the alarms of `symbol`, in any case, in the table that the session's CurrentFile names; a table of
+// another kind than end-of-day stays as it is, and so does one without this ticker. Saved when the settings
+// save by themselves. A refusal is said to the session's person.
+TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbol, const AlarmTexts& alarms);
+
+}  // namespace brantlow

@@ -1,0 +1,29 @@
+// The alert by e-mail: when a price alarm fires, the vendor's site is asked to send a mail, once a ticker in
+// a run of the program.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include "acquire/hosts.h"
+#include "acquire/web.h"
+#include "shell/settings/settings_tables.h"
+
+namespace brantlow {
+
+// The tickers for which a mail was asked, at most kMostRows. main() owns the one that lasts until exit.
+struct AlertedTickers {
+    std::unordered_set<std::string> tickers;
+};
+
+// The request's address: the mail address and the ticker stand in it as they are, without line ends.
+std::string StockAlertUrl(const Hosts& hosts, std::string_view address, std::string_view ticker);
+
+// Asks for the mail when the settings have alerts switched on and none was asked for this ticker; an address
+// that is empty is no hindrance. Waits for the reply for a short while and does not read it; a request that
+// fails is not repeated. `run`, when its word becomes "True", ends the wait.
+void SendStockAlert(Web& web, const Hosts& hosts, const SettingsTables& settings, std::string_view ticker,
+                    AlertedTickers& alerted, const RunControl* run);
+
+}  // namespace brantlow
