@@ -32,7 +32,8 @@ ExitStatus RunCommand(const CommandLine& line, const BatchProcess& process) {
     TerminalPerson person(process.err, process.errIsTerminal, process.interrupted);
     Session session(AppPathOf(line, process.executable), clock, person);
     person.WatchRun(&session.run);
-    BatchCall call{session, line.arguments, process.assets, process.out, process.err, process.interrupted};
+    BatchCall call{session,     line.arguments,      process.assets,    process.out,
+                   process.err, process.interrupted, process.executable};
     std::error_code error;
     if (line.command->needsAppFolder && !std::filesystem::is_directory(session.AppPath, error)) {
         return RefuseUsage(call, "--app", "'" + session.AppPath.string() + "' is no folder");

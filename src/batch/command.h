@@ -54,6 +54,8 @@ struct BatchCall {
     std::ostream& err;
     // True once a person has asked the call to stop.
     bool (*interrupted)();
+    // The batch tool's own file.
+    const Path& executable;
 };
 
 inline constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();

@@ -32,9 +32,9 @@ constexpr std::array<CommandOption, 3> kGlobalOptions = {{
     {"--time", "HH:MM", "the time of day that the call takes for now", RefuseTime},
 }};
 
-constexpr std::array<Command, 8> kCommands = {{kCatalogueCommand, kSeriesCommand, kIndicatorsCommand,
+constexpr std::array<Command, 9> kCommands = {{kCatalogueCommand, kSeriesCommand, kIndicatorsCommand,
                                                kEvaluateCommand, kSelectCommand, kFundamentalsCommand,
-                                               kPracticeCommand, kSettingsCommand}};
+                                               kPracticeCommand, kScheduleCommand, kSettingsCommand}};
 
 std::string OptionText(const CommandOption& option) {
     return option.value.empty() ? std::string(option.name) : fmt::format("{} {}", option.name, option.value);

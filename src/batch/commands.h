@@ -134,6 +134,27 @@ inline constexpr Command kPracticeCommand = {
     .run = RunPractice,
 };
 
+std::optional<std::string> RefuseAt(std::string_view text);
+std::optional<std::string> RefuseDays(std::string_view text);
+inline constexpr std::array<CommandOption, 3> kScheduleOptions = {{
+    {"--at", "HH:MM", "update every day at this time and have Brantlow started 5 minutes earlier", RefuseAt},
+    {"--days", "DAYS", "on these days; mon,tue,wed,thu,fri without it", RefuseDays},
+    {"--remove", "", "remove the scheduled start"},
+}};
+ExitStatus RunSchedule(BatchCall& call);
+inline constexpr Command kScheduleCommand = {
+    .name = "schedule",
+    .usage = "",
+    .operand = "",
+    .options = kScheduleOptions,
+    .summary = "Shows, installs or removes the scheduled start of Brantlow",
+    .help =
+        "Without an option it shows what is installed. The start is a timer of the user's systemd where\n"
+        "systemctl --user answers, else a line of the user's crontab; other lines there stay as they are.\n"
+        "The time of the update itself is kept in the data settings, and stays there with --remove.\n",
+    .run = RunSchedule,
+};
+
 ExitStatus RunSettings(BatchCall& call);
 inline constexpr Command kSettingsCommand = {
     .name = "settings",

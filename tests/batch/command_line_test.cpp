@@ -103,7 +103,7 @@ TEST(Help, ListsEveryCommandAndNoOther) {
         EXPECT_THAT(help, HasSubstr("\n  " + std::string(command.name) + " ")) << command.name;
     }
     EXPECT_THAT(names, ElementsAre("catalogue", "series", "indicators", "evaluate", "select", "fundamentals",
-                                   "practice", "settings"));
+                                   "practice", "schedule", "settings"));
 }
 
 TEST(Help, EveryCommandHasItsOwn) {

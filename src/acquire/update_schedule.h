@@ -1,0 +1,58 @@
+// The daily run: while the program is open it looks at the clock about once a minute and starts the update in
+// the minute that the settings name. The main frame polls it from a timer; how the program gets started in
+// time is in scheduled_start.h.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "base/clock.h"
+#include "base/dates.h"
+#include "shell/settings/settings_tables.h"
+
+namespace brantlow {
+
+// Between two looks at the clock, so that each minute gets one.
+inline constexpr double kPollSeconds = 59;
+
+// Whether anything is to be waited for: line 9 of the data settings is not "None".
+bool WaitsForDailyRun(const SettingsTables& settings);
+
+// The minute of the day that the settings name, 0 to 1439; nothing unless line 9 is "EOD" and lines 10 and 11
+// hold an hour and a minute. "09", "9" and " 9" are one hour.
+std::optional<int> DailyRunMinute(const SettingsTables& settings);
+
+class DailyRun {
+  public:
+    // To be called about once a second. True when CmdUpdateQuotes is to be called now: in the chosen minute,
+    // at most once a day a minute. The first look comes kPollSeconds after the first call; a clock that
+    // passed midnight or was set back ends the wait.
+    bool Poll(const SettingsTables& settings, const Clock& clock);
+
+    // One look at the clock, under the same rules but for the wait.
+    bool CheckDailyRun(const SettingsTables& settings, const Clock& clock);
+
+  private:
+    struct Moment {
+        Date day;
+        double seconds;
+    };
+    struct Minute {
+        Date day;
+        int minute;
+        bool operator==(const Minute&) const = default;
+    };
+
+    std::optional<Moment> PollStart_;
+    std::optional<Minute> lastRun_;
+};
+
+// The run turned on in the settings screens: takes hour and minute into lines 10 and 11. True when a
+// scheduled start is to be offered. False, and nothing is taken, when the run was on already or one of the
+// two is empty.
+bool TurnOnDailyRun(std::string_view hour, std::string_view minute, SettingsTables& settings);
+
+// Sets lines 9, 10 and 11 for a run at `minute` of the day, 0 to 1439.
+void SetDailyRun(int minute, SettingsTables& settings);
+
+}  // namespace brantlow
