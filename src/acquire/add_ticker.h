@@ -1,0 +1,19 @@
+// Adding a ticker to the open table with its history, as the button "Add Symbol" does.
+#pragma once
+
+#include <cstddef>
+
+#include "acquire/hosts.h"
+#include "acquire/web.h"
+#include "shell/session.h"
+#include "store/table_edit.h"
+
+namespace brantlow {
+
+// Adds the ticker (AppendTicker), sorts the table by `sortColumn`, downloads the history of a new ticker of
+// an end-of-day table when the settings name years for it, and saves when they save by themselves. Messages,
+// status words and the ticker count go to the session's person.
+TableEdit AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& table,
+                    const NewTicker& ticker, std::size_t sortColumn);
+
+}  // namespace brantlow

@@ -1,0 +1,32 @@
+// The whole end-of-day update of the open table: quotes, database, split calendar, saving. The button "Update
+// Quotes", the daily run and the batch tool start it; a window disables its controls meanwhile.
+#pragma once
+
+#include <optional>
+#include <system_error>
+
+#include "daily/update_quotes.h"
+#include "indicators/working_series.h"
+#include "splits/split_calendar.h"
+#include "store/day_import.h"
+
+namespace brantlow {
+
+struct DailyUpdate {
+    UpdateOutcome quotes;
+    // Empty where the settings leave the step out.
+    std::optional<DayImport> database;
+    std::optional<SplitCheck> splits;
+    bool stopped = false;       // ended before its last step
+    bool isSaved = false;       // the settings save the quote file after each change
+    std::error_code saveError;  // why it could not be saved
+    // The settings start the stock selector now: on daily bars, over this table.
+    bool selectorFollows = false;
+};
+
+// Runs the steps that the settings switch on. A table of another kind than end-of-day is left alone. After a
+// run that was stopped, what came is stored and saved, and nothing further begins. `days` and `series` are
+// the session's own. Status words go to the session's person.
+DailyUpdate RunDailyUpdate(const UpdateWork& work, DayStore& days, WorkingSeries& series);
+
+}  // namespace brantlow
