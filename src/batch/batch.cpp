@@ -4,6 +4,7 @@
 
 #include "base/clock.h"
 #include "batch/command_line.h"
+#include "batch/table_commands.h"
 #include "batch/terminal_person.h"
 #include "shell/settings/settings_files.h"
 
@@ -32,6 +33,7 @@ ExitStatus RunCommand(const CommandLine& line, const BatchProcess& process) {
     TerminalPerson person(process.err, process.errIsTerminal, process.interrupted);
     Session session(AppPathOf(line, process.executable), clock, person);
     person.WatchRun(&session.run);
+    person.AnswerYes(line.arguments.Has(kYesOption));
     BatchCall call{session,     line.arguments,      process.assets,    process.out,
                    process.err, process.interrupted, process.executable};
     std::error_code error;

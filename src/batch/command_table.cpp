@@ -6,6 +6,7 @@
 
 #include "base/dates.h"
 #include "batch/commands.h"
+#include "batch/table_commands.h"
 
 namespace brantlow {
 
@@ -32,9 +33,10 @@ constexpr std::array<CommandOption, 3> kGlobalOptions = {{
     {"--time", "HH:MM", "the time of day that the call takes for now", RefuseTime},
 }};
 
-constexpr std::array<Command, 9> kCommands = {{kCatalogueCommand, kSeriesCommand, kIndicatorsCommand,
-                                               kEvaluateCommand, kSelectCommand, kFundamentalsCommand,
-                                               kPracticeCommand, kScheduleCommand, kSettingsCommand}};
+constexpr std::array<Command, 15> kCommands = {
+    {kCatalogueCommand, kSeriesCommand, kIndicatorsCommand, kEvaluateCommand, kSelectCommand, kUpdateCommand,
+     kFundamentalsCommand, kImportCommand, kExportCommand, kAddCommand, kDeleteCommand, kAlarmCommand,
+     kPracticeCommand, kScheduleCommand, kSettingsCommand}};
 
 std::string OptionText(const CommandOption& option) {
     return option.value.empty() ? std::string(option.name) : fmt::format("{} {}", option.name, option.value);

@@ -60,10 +60,8 @@ std::optional<std::string> RefuseEvaluationName(std::string_view text) {
     return RefuseTableName(text, ".dbe");
 }
 
-ExitStatus RunSelect(BatchCall& call) {
-    const std::string& name = call.arguments.operands.front();
-    if (!ExistingDataFile(call, name)) return ExitStatus::Refused;
-    if (KindOf(name) != FileKind::Ddq) return Refuse(call, kSelectorNeedsQuoteFile);
+ExitStatus SelectFrom(BatchCall& call, const std::string& name, Interval interval,
+                      const std::string& saveAs) {
     QuoteTable evaluations;
     if (!OpenEvaluations(call, name, evaluations)) return ExitStatus::Refused;
 
@@ -71,9 +69,9 @@ ExitStatus RunSelect(BatchCall& call) {
     session.person.ShowTickerCount(evaluations.TickerCount());
     Analysis analysis;
     SelectorOutcome outcome;
-    RunSelector(session, analysis, ChosenInterval(call.arguments), evaluations, outcome);
+    RunSelector(session, analysis, interval, evaluations, outcome);
 
-    if (call.arguments.Has("--out")) session.CurrentFile = call.arguments.Text("--out");
+    if (!saveAs.empty()) session.CurrentFile = saveAs;
     if (const auto error = SaveQuoteTable(evaluations, session.DataFile(session.CurrentFile))) {
         return Refuse(call, session.CurrentFile + " could not be written: " + error.message());
     }
@@ -83,6 +81,13 @@ ExitStatus RunSelect(BatchCall& call) {
             call, std::string(kErrorReportName) + " could not be written: " + outcome.reportError.message());
     }
     return outcome.stopped ? ExitStatus::Interrupted : ExitStatus::Done;
+}
+
+ExitStatus RunSelect(BatchCall& call) {
+    const std::string& name = call.arguments.operands.front();
+    if (!ExistingDataFile(call, name)) return ExitStatus::Refused;
+    if (KindOf(name) != FileKind::Ddq) return Refuse(call, kSelectorNeedsQuoteFile);
+    return SelectFrom(call, name, ChosenInterval(call.arguments), call.arguments.Text("--out"));
 }
 
 }  // namespace brantlow

@@ -1,4 +1,5 @@
-// What the commands over a table of the Data folder share: loading it and naming the file of a new one.
+// What the commands over a table of the Data folder share: loading it, the selector run over it, naming the
+// file of a new one.
 #pragma once
 
 #include <optional>
@@ -13,6 +14,11 @@ namespace brantlow {
 // Loads a table of the Data folder. What there is to say about the file is written; false when it cannot be
 // read.
 bool LoadTable(BatchCall& call, const std::string& name, QuoteTable& table);
+
+// The selector run over the end-of-day file `name`: saves the table of results as `saveAs`, as
+// Evaluations.dbe when that is empty, and prints what was found.
+ExitStatus SelectFrom(BatchCall& call, const std::string& name, Interval interval,
+                      const std::string& saveAs = {});
 
 // Why `text` cannot be the name in Data of a file that ends in `ending` (".dbe"), or nothing.
 std::optional<std::string> RefuseTableName(std::string_view text, std::string_view ending);

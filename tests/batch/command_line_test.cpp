@@ -102,8 +102,9 @@ TEST(Help, ListsEveryCommandAndNoOther) {
         names.push_back(command.name);
         EXPECT_THAT(help, HasSubstr("\n  " + std::string(command.name) + " ")) << command.name;
     }
-    EXPECT_THAT(names, ElementsAre("catalogue", "series", "indicators", "evaluate", "select", "fundamentals",
-                                   "practice", "schedule", "settings"));
+    EXPECT_THAT(names, ElementsAre("catalogue", "series", "indicators", "evaluate", "select", "update",
+                                   "fundamentals", "import", "export", "add", "delete", "alarm", "practice",
+                                   "schedule", "settings"));
 }
 
 TEST(Help, EveryCommandHasItsOwn) {

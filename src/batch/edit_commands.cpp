@@ -1,0 +1,109 @@
+// The commands that edit a table: add, delete and alarm.
+#include "acquire/add_ticker.h"
+#include "acquire/curl_web.h"
+#include "alerts/alarm_edit.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "batch/table_calls.h"
+#include "batch/table_commands.h"
+#include "store/table_files.h"
+
+namespace brantlow {
+
+namespace {
+
+// Opens the table of the first operand; false after the sentence was written.
+bool OpenTable(BatchCall& call, QuoteTable& table) {
+    const std::string& name = call.arguments.operands.front();
+    if (!ExistingDataFile(call, name) || !LoadTable(call, name, table)) return false;
+    call.session.CurrentFile = name;
+    return true;
+}
+
+// The edits of one call, one after another, and the saving of what they left.
+class TableEdits {
+  public:
+    TableEdits(BatchCall& call, const QuoteTable& table) : call_(call), table_(table) {}
+
+    // False when the person was told of a refusal, or the table could not be saved.
+    bool Take(const TableEdit& edit, std::string_view word, std::string_view symbol) {
+        isRefused_ = edit.outcome == EditOutcome::Refused;
+        if (edit.outcome == EditOutcome::Changed) {
+            call_.out << word << ": " << OneLine(UpperCase(symbol)) << '\n';
+            isChanged_ = true;
+        }
+        error_ = edit.saveError;
+        return !isRefused_ && !error_;
+    }
+
+    // An edit of a call is kept, whether the settings save by themselves or not.
+    ExitStatus Finish() {
+        Session& session = call_.session;
+        if (isChanged_ && !error_ && !SavesAutomatically(session.settings)) {
+            error_ = SaveQuoteTable(table_, session.DataFile(session.CurrentFile));
+        }
+        if (error_) return Refuse(call_, session.CurrentFile + " could not be written: " + error_.message());
+        return isRefused_ ? ExitStatus::Refused : ExitStatus::Done;
+    }
+
+  private:
+    BatchCall& call_;
+    const QuoteTable& table_;
+    bool isChanged_ = false;
+    bool isRefused_ = false;
+    std::error_code error_;
+};
+
+// Edits the table by each TICKER of the call, until one is refused or Ctrl-C is pressed.
+template <typename Edit>
+ExitStatus EditByTickers(BatchCall& call, std::string_view word, const Edit& edit) {
+    QuoteTable table;
+    if (!OpenTable(call, table)) return ExitStatus::Refused;
+    TableEdits edits(call, table);
+    const std::vector<std::string>& operands = call.arguments.operands;
+    bool interrupted = false;
+    for (std::size_t i = 1; i < operands.size() && !interrupted; ++i) {
+        if (!edits.Take(edit(table, operands[i]), word, operands[i])) break;
+        interrupted = call.interrupted();
+    }
+    const ExitStatus status = edits.Finish();
+    return interrupted && status == ExitStatus::Done ? ExitStatus::Interrupted : status;
+}
+
+std::optional<std::string> AlarmText(const Arguments& arguments, std::string_view option) {
+    if (!arguments.Has(option)) return std::nullopt;
+    return arguments.Text(option);
+}
+
+}  // namespace
+
+ExitStatus RunAdd(BatchCall& call) {
+    Session& session = call.session;
+    CurlWeb web(session.person);
+    const Hosts hosts = LoadHosts(session.DataFolder());
+    return EditByTickers(call, "Added", [&](QuoteTable& table, const std::string& symbol) {
+        return AddTicker(session, web, hosts, table, {symbol}, 0);
+    });
+}
+
+ExitStatus RunDelete(BatchCall& call) {
+    const DeleteHistory history = call.arguments.Has(kHistoryOption) ? DeleteHistory::Yes : DeleteHistory::No;
+    return EditByTickers(call, "Deleted", [&](QuoteTable& table, const std::string& symbol) {
+        return DeleteTicker(call.session, table, symbol, history);
+    });
+}
+
+std::optional<std::string> RefuseAlarm(std::string_view text) {
+    if (text.empty() || WholeNumber(text)) return std::nullopt;
+    return "'" + std::string(text) + "' is no number";
+}
+
+ExitStatus RunAlarm(BatchCall& call) {
+    const AlarmTexts alarms{AlarmText(call.arguments, kHighOption), AlarmText(call.arguments, kLowOption)};
+    if (!alarms.high && !alarms.low) return RefuseUsage(call, kHighOption, "neither it nor --low is given");
+    return EditByTickers(call, "Alarms set", [&](QuoteTable& table, const std::string& symbol) {
+        return EditAlarms(call.session, table, symbol, alarms);
+    });
+}
+
+}  // namespace brantlow

@@ -1,0 +1,111 @@
+// The rows of the command table that change a table of the Data folder or its database.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "batch/command.h"
+
+namespace brantlow {
+
+inline constexpr std::string_view kYesOption = "--yes";
+inline constexpr std::string_view kHistoryOption = "--history";
+inline constexpr std::string_view kHighOption = "--high";
+inline constexpr std::string_view kLowOption = "--low";
+
+ExitStatus RunUpdate(BatchCall& call);
+inline constexpr Command kUpdateCommand = {
+    .name = "update",
+    .usage = "FILE",
+    .operand = "FILE",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .summary = "Brings the quotes of an end-of-day file up to date",
+    .help =
+        "Everything that follows an update under the stored settings follows it here: the quotes enter the\n"
+        "database, the split calendar is looked at, the file is saved, the selector runs. Ctrl-C stops at "
+        "the\n"
+        "next batch: what came until then is stored, and the exit status is 130.\n",
+    .run = RunUpdate,
+};
+
+inline constexpr std::array<CommandOption, 1> kImportOptions = {{
+    {kYesOption, "", "go on where more tickers come in than a table holds"},
+}};
+ExitStatus RunImport(BatchCall& call);
+inline constexpr Command kImportCommand = {
+    .name = "import",
+    .usage = "FILE",
+    .operand = "FILE",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .options = kImportOptions,
+    .summary = "Imports quotes from a text file into an end-of-day file and the database",
+    .help =
+        "Which file is imported and what its fields are stands in VTRIMEXset.ini. FILE is saved; the "
+        "imported\n"
+        "file is deleted once everything in it is stored.\n",
+    .run = RunImport,
+};
+
+ExitStatus RunExport(BatchCall& call);
+inline constexpr Command kExportCommand = {
+    .name = "export",
+    .usage = "FILE",
+    .operand = "FILE",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .summary = "Exports a file for another program",
+    .help = "Where the export goes and which columns it holds stands in VTRIMEXset.ini.\n",
+    .run = RunExport,
+};
+
+ExitStatus RunAdd(BatchCall& call);
+inline constexpr Command kAddCommand = {
+    .name = "add",
+    .usage = "FILE TICKER...",
+    .operand = "FILE TICKER",
+    .fewestOperands = 2,
+    .mostOperands = kAnyNumber,
+    .summary = "Adds tickers with their history to a file",
+    .help = "The file is sorted by ticker and saved. A ticker that it holds already is passed over.\n",
+    .run = RunAdd,
+};
+
+inline constexpr std::array<CommandOption, 1> kDeleteOptions = {{
+    {kHistoryOption, "", "delete the tickers' history from the database too"},
+}};
+ExitStatus RunDelete(BatchCall& call);
+inline constexpr Command kDeleteCommand = {
+    .name = "delete",
+    .usage = "FILE TICKER...",
+    .operand = "FILE TICKER",
+    .fewestOperands = 2,
+    .mostOperands = kAnyNumber,
+    .options = kDeleteOptions,
+    .summary = "Deletes tickers from a file",
+    .help = "The file is saved. Its last ticker stays.\n",
+    .run = RunDelete,
+};
+
+std::optional<std::string> RefuseAlarm(std::string_view text);
+inline constexpr std::array<CommandOption, 2> kAlarmOptions = {{
+    {kHighOption, "X", "the price from which the high alarm fires; empty for none", RefuseAlarm},
+    {kLowOption, "Y", "the price down to which the low alarm fires; empty for none", RefuseAlarm},
+}};
+ExitStatus RunAlarm(BatchCall& call);
+inline constexpr Command kAlarmCommand = {
+    .name = "alarm",
+    .usage = "FILE TICKER",
+    .operand = "FILE TICKER",
+    .fewestOperands = 2,
+    .mostOperands = 2,
+    .options = kAlarmOptions,
+    .summary = "Sets the price alarms of a ticker",
+    .help = "An alarm that is not given stays as it is. The file is saved.\n",
+    .run = RunAlarm,
+};
+
+}  // namespace brantlow

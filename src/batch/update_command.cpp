@@ -1,0 +1,66 @@
+#include "acquire/curl_web.h"
+#include "batch/table_calls.h"
+#include "batch/table_commands.h"
+#include "daily/daily_update.h"
+#include "store/file_names.h"
+
+namespace brantlow {
+
+namespace {
+
+DailyUpdate Update(Session& session, QuoteTable& table) {
+    CurlWeb web(session.person);
+    const Hosts hosts = LoadHosts(session.DataFolder());
+    QuoteArrays rows;
+    AlertedTickers alerted;
+    DayStore days;
+    WorkingSeries series;
+    return RunDailyUpdate({session, table, web, hosts, rows, alerted}, days, series);
+}
+
+void PrintUpdate(BatchCall& call, const DailyUpdate& update, const QuoteTable& table,
+                 const std::string& name) {
+    call.out << "Tickers: " << table.TickerCount() << '\n'
+             << "Batches: " << update.quotes.batches << '\n'
+             << "Batches without reply: " << update.quotes.failedBatches << '\n'
+             << "Quotes for the database: " << update.quotes.accepted << '\n';
+    if (update.database) call.out << "Days stored: " << update.database->stored << '\n';
+    if (update.splits) call.out << "Histories adjusted: " << update.splits->adjusted << '\n';
+    if (update.isSaved && !update.saveError) call.out << "Saved: " << name << '\n';
+    if (!update.isSaved) call.err << "Manual Save: " << name << " stays as it is\n";
+}
+
+// The first thing that could not be written, as a sentence; empty when everything could.
+std::string FailureOf(const DailyUpdate& update, const std::string& name) {
+    const auto sentence = [](std::string_view what, const std::error_code& error) {
+        return std::string(what) + " could not be written: " + error.message();
+    };
+    if (update.quotes.error) return sentence("Import.Txt", update.quotes.error);
+    if (update.database && update.database->error) return sentence("The database", update.database->error);
+    if (update.splits && update.splits->error) return sentence("The database", update.splits->error);
+    if (update.saveError) return sentence(name, update.saveError);
+    return {};
+}
+
+}  // namespace
+
+ExitStatus RunUpdate(BatchCall& call) {
+    const std::string& name = call.arguments.operands.front();
+    if (!ExistingDataFile(call, name)) return ExitStatus::Refused;
+    if (KindOf(name) != FileKind::Ddq) return Refuse(call, name + ": no end-of-day file");
+    QuoteTable table;
+    if (!LoadTable(call, name, table)) return ExitStatus::Refused;
+
+    Session& session = call.session;
+    session.CurrentFile = name;
+    session.person.ShowTickerCount(table.TickerCount());
+    const DailyUpdate update = Update(session, table);
+    PrintUpdate(call, update, table, name);
+    const std::string failure = FailureOf(update, name);
+    if (!failure.empty()) return Refuse(call, failure);
+    if (update.quotes.noTemplate) return ExitStatus::Refused;
+    if (update.stopped) return call.interrupted() ? ExitStatus::Interrupted : ExitStatus::Refused;
+    return update.selectorFollows ? SelectFrom(call, name, Interval::Daily) : ExitStatus::Done;
+}
+
+}  // namespace brantlow
