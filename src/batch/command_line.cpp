@@ -63,13 +63,14 @@ void AddCommand(CLI::App& app, const Command& command, CommandLine& line) {
     if (command.mostOperands == 0) return;
     const auto most = static_cast<int>(
         std::min(command.mostOperands, static_cast<std::size_t>(CLI::detail::expected_max_vector_size)));
+    const auto fewest = static_cast<int>(std::max<std::size_t>(command.fewestOperands, 1));
     sub->add_option_function<std::vector<std::string>>(
            std::string(command.operand),
            [&line](const std::vector<std::string>& operands) {
                std::transform(operands.begin(), operands.end(), std::back_inserter(line.arguments.operands),
                               Bare);
            })
-        ->expected(1, most)
+        ->expected(fewest, most)
         ->allow_extra_args(most > 1)
         ->required(command.fewestOperands > 0);
 }
@@ -84,6 +85,12 @@ void TakeGlobalOptions(const OptionValues& values, CommandLine& line) {
     }
 }
 
+// True for a command whose number of operands is not what it takes.
+bool IsWrongCount(const Command* command, const CLI::ParseError& error) {
+    if (command == nullptr || dynamic_cast<const CLI::ArgumentMismatch*>(&error) == nullptr) return false;
+    return std::string_view(error.what()).starts_with(std::string(command->operand) + ":");
+}
+
 // Why a call cannot be read, the argument first.
 std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
     const auto chosen = app.get_subcommands();
@@ -91,6 +98,11 @@ std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
     const bool extras = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
     const bool missing = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
     if (missing && chosen.empty() && unread.empty()) return "COMMAND: missing; --help lists the commands";
+    const Command* command = chosen.empty() ? nullptr : FindCommand(chosen.front()->get_name());
+    if (IsWrongCount(command, error)) {
+        return std::string(command->operand) + ": " + std::string(command->name) + " takes " +
+               std::string(command->usage);
+    }
     if (unread.empty() || !(extras || missing)) return error.what();
     const std::string first = Bare(unread.front());
     const std::string kind = first.starts_with('-') ? "option" : chosen.empty() ? "command" : "argument";

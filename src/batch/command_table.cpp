@@ -33,10 +33,12 @@ constexpr std::array<CommandOption, 3> kGlobalOptions = {{
     {"--time", "HH:MM", "the time of day that the call takes for now", RefuseTime},
 }};
 
-constexpr std::array<Command, 15> kCommands = {
-    {kCatalogueCommand, kSeriesCommand, kIndicatorsCommand, kEvaluateCommand, kSelectCommand, kUpdateCommand,
-     kFundamentalsCommand, kImportCommand, kExportCommand, kAddCommand, kDeleteCommand, kAlarmCommand,
-     kPracticeCommand, kScheduleCommand, kSettingsCommand}};
+constexpr auto kCommands = std::to_array<Command>({
+    kCatalogueCommand,     kSeriesCommand,   kIndicatorsCommand, kEvaluateCommand,     kSelectCommand,
+    kHistoryCommand,       kPopulateCommand, kUpdateCommand,     kFundamentalsCommand, kImportCommand,
+    kExportCommand,        kAddCommand,      kDeleteCommand,     kAlarmCommand,        kSplitCommand,
+    kSplitCalendarCommand, kPracticeCommand, kScheduleCommand,   kSettingsCommand,
+});
 
 std::string OptionText(const CommandOption& option) {
     return option.value.empty() ? std::string(option.name) : fmt::format("{} {}", option.name, option.value);

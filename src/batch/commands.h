@@ -116,6 +116,73 @@ inline constexpr Command kFundamentalsCommand = {
     .run = RunFundamentals,
 };
 
+ExitStatus RunHistory(BatchCall& call);
+inline constexpr Command kHistoryCommand = {
+    .name = "history",
+    .usage = "TICKER...",
+    .operand = "TICKER",
+    .fewestOperands = 1,
+    .mostOperands = kAnyNumber,
+    .summary = "Downloads the history of tickers, as adding them to a table does",
+    .help =
+        "As many years as the settings say, from the source that the settings choose. A ticker that has "
+        "data of\n"
+        "this year is refused; one whose download fails loses what it had of earlier years. Prints the "
+        "count of\n"
+        "days stored, one line a ticker.\n",
+    .run = RunHistory,
+};
+
+std::optional<std::string> RefuseYears(std::string_view text);
+inline constexpr std::array<CommandOption, 1> kPopulateOptions = {{
+    {"--years", "N", "2, 5, 10 or 20 years back; kept in the settings for later calls", RefuseYears},
+}};
+ExitStatus RunPopulate(BatchCall& call);
+inline constexpr Command kPopulateCommand = {
+    .name = "populate",
+    .usage = "FILE",
+    .operand = "FILE",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .options = kPopulateOptions,
+    .summary = "Downloads the history of every ticker of a file from the standard source",
+    .help =
+        "Replaces the tickers' histories; those of an end-of-day file are deleted before the first "
+        "download.\n"
+        "Prints the count of tickers and how many have data now. Ctrl-C stops after the current ticker: "
+        "every\n"
+        "file is whole, and the exit status is 130.\n",
+    .run = RunPopulate,
+};
+
+ExitStatus RunSplit(BatchCall& call);
+inline constexpr Command kSplitCommand = {
+    .name = "split",
+    .usage = "TICKER NEW/OLD",
+    .operand = "TICKER",
+    .fewestOperands = 2,
+    .mostOperands = 2,
+    .summary = "Restates a ticker's history for a stock split",
+    .help =
+        "NEW/OLD is new shares by old shares: 2/1, 3/2, 1/10. The day of the split is the most recent jump "
+        "of\n"
+        "the prices that fits; without one nothing changes, so that a second call does no harm.\n",
+    .run = RunSplit,
+};
+
+ExitStatus RunSplitCalendar(BatchCall& call);
+inline constexpr Command kSplitCalendarCommand = {
+    .name = "split-calendar",
+    .usage = "",
+    .operand = "",
+    .summary = "Reads the split calendar and restates the histories whose split is past",
+    .help =
+        "Splits wait in SplitLog.txt until their day is past. Prints how many the log holds, how many of "
+        "them\n"
+        "are due, and how many showed in the prices and were restated.\n",
+    .run = RunSplitCalendar,
+};
+
 inline constexpr std::array<CommandOption, 1> kPracticeOptions = {{
     {"--replace", "", "write over a practice table and its history that are there already"},
 }};

@@ -51,7 +51,7 @@ TEST(CommandLine, OneLineSaysWhichArgumentAndWhy) {
     const std::vector<BadCall> calls = {
         {{}, "COMMAND: missing; --help lists the commands"},
         {{"fly"}, "fly: no such command; --help lists what there is"},
-        {{"populate", "A.ddq"}, "populate: no such command; --help lists what there is"},
+        {{"populat", "A.ddq"}, "populat: no such command; --help lists what there is"},
         {{"--fly"}, "--fly: no such option; --help lists what there is"},
         {{"settings", "--fly"}, "--fly: settings takes no such option"},
         {{"settings", "A.ini", "B.ini"}, "B.ini: settings takes no such argument"},
@@ -73,6 +73,8 @@ TEST(CommandLine, OneLineSaysWhichArgumentAndWhy) {
         {{"series", "A", "--window", "18001"}, "--window: '18001' is no whole number from 0 to 18000"},
         {{"series"}, "TICKER is required"},
         {{"select"}, "FILE is required"},
+        {{"split", "A"}, "TICKER: split takes TICKER NEW/OLD"},
+        {{"split", "A", "2/1", "B"}, "TICKER: split takes TICKER NEW/OLD"},
         {{"select", "A.ddq", "B.ddq"}, "B.ddq: select takes no such argument"},
         {{"select", "A.ddq", "--out", "B.txt"}, "--out: 'B.txt' does not end in .dbe"},
         {{"select", "A.ddq", "--out", "../B.dbe"}, "--out: '../B.dbe' is not in Data"},
@@ -102,9 +104,12 @@ TEST(Help, ListsEveryCommandAndNoOther) {
         names.push_back(command.name);
         EXPECT_THAT(help, HasSubstr("\n  " + std::string(command.name) + " ")) << command.name;
     }
-    EXPECT_THAT(names, ElementsAre("catalogue", "series", "indicators", "evaluate", "select", "update",
-                                   "fundamentals", "import", "export", "add", "delete", "alarm", "practice",
-                                   "schedule", "settings"));
+    const std::vector<std::string_view> expected = {
+        "catalogue", "series",         "indicators", "evaluate", "select",   "history", "populate",
+        "update",    "fundamentals",   "import",     "export",   "add",      "delete",  "alarm",
+        "split",     "split-calendar", "practice",   "schedule", "settings",
+    };
+    EXPECT_EQ(names, expected);
 }
 
 TEST(Help, EveryCommandHasItsOwn) {
@@ -131,7 +136,7 @@ TEST(CommandTable, EveryRowIsWhole) {
         EXPECT_EQ(command.usage.empty(), command.mostOperands == 0) << command.name;
         EXPECT_FALSE(command.summary.empty()) << command.name;
     }
-    EXPECT_EQ(FindCommand("history"), nullptr);
+    EXPECT_EQ(FindCommand("histor"), nullptr);
 }
 
 class UsageTest : public BatchTest {};

@@ -1,0 +1,50 @@
+#include "acquire/curl_web.h"
+#include "acquire/split_calendar_page.h"
+#include "batch/commands.h"
+#include "batch/ticker_lines.h"
+#include "shell/memory_status.h"
+#include "splits/split_adjustment.h"
+#include "splits/split_calendar.h"
+#include "splits/split_factors.h"
+
+namespace brantlow {
+
+ExitStatus RunSplit(BatchCall& call) {
+    const std::string& ticker = call.arguments.operands[0];
+    const std::string& ratio = call.arguments.operands[1];
+    const std::optional<double> factor = ParseSplitFactor(ratio);
+    if (!factor) {
+        return RefuseUsage(call, "NEW/OLD", "'" + ratio + "' is not two whole numbers such as 2/1");
+    }
+    WorkingSeries series;
+    const SplitAdjustment adjustment = AdjustForSplit(SourceOf(call), ticker, *factor, series);
+    if (adjustment.error) {
+        return Refuse(call,
+                      ticker + ": a file of the history could not be written: " + adjustment.error.message());
+    }
+    call.out << OneLine(ticker) << ": ";
+    if (adjustment.SplitIndex == 0) {
+        call.out << "no jump of the prices fits " << ratio << ", nothing changed\n";
+    } else {
+        call.out << adjustment.SplitIndex << " days before "
+                 << OneLine(series.QuoteDate[adjustment.SplitIndex + 1]) << " restated\n";
+    }
+    return ExitStatus::Done;
+}
+
+ExitStatus RunSplitCalendar(BatchCall& call) {
+    Session& session = call.session;
+    CurlWeb web(session.person);
+    const std::string page = FetchSplitCalendarPage(web, LoadHosts(session.DataFolder()));
+    WorkingSeries series;
+    const SplitCheck check = CheckSplitCalendar(session, page, ReadMemoryInfo(), series);
+    call.out << "Logged: " << ReadSplitLog(session.AppPath).size() << "\nDue: " << check.due
+             << "\nRestated: " << check.adjusted << '\n';
+    if (check.error) {
+        return Refuse(call, "The split log or a file of the quote database could not be written: " +
+                                check.error.message());
+    }
+    return ExitStatus::Done;
+}
+
+}  // namespace brantlow
