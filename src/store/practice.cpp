@@ -1,15 +1,13 @@
 #include "store/practice.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
+#include <vector>
 
-#include "base/numbers.h"
-#include "base/text.h"
-#include "base/values.h"
 #include "store/columns.h"
 #include "store/history_record.h"
+#include "store/practice_prices.h"
 #include "store/quote_table.h"
 #include "store/table_files.h"
 #include "store/year_files.h"
@@ -17,27 +15,6 @@
 namespace brantlow {
 
 namespace {
-
-constexpr int kWeek = 7;
-constexpr std::string_view kTickerFile = "tickers.csv";
-
-Path PriceFile(const Path& practiceFolder, const std::string& ticker) {
-    return practiceFolder / "prices" / (ticker + ".csv");
-}
-
-// Tickers that are placed by another day than their last, one that has to fall into the last week.
-struct Anchor {
-    std::string_view ticker;
-    Date day;
-};
-
-using namespace std::chrono_literals;
-constexpr std::array<Anchor, 1> kAnchors = {{{"NFLX", 2015y / std::chrono::July / 15d}}};
-
-struct PriceRow {
-    Date day;
-    HistoryRecord record;  // without its date
-};
 
 // One year file to be.
 struct YearFile {
@@ -50,46 +27,12 @@ struct TickerHistory {
     std::size_t days = 0;
 };
 
-std::optional<PriceRow> ParsePriceRow(std::string_view line) {
-    enum { kDate, kOpen, kHigh, kLow, kClose, kVolume, kFieldCount };
-    const std::vector<std::string_view> fields = SplitAt(line, ',');
-    if (fields.size() < kFieldCount) return std::nullopt;
-    const std::optional<Date> day = ParseDate(fields[kDate]);
-    if (!day) return std::nullopt;
-    PriceRow row{*day, {}};
-    row.record.HistoryOpen = LeadingNumber(fields[kOpen]);
-    row.record.HistoryHigh = LeadingNumber(fields[kHigh]);
-    row.record.HistoryLow = LeadingNumber(fields[kLow]);
-    row.record.HistoryClose = LeadingNumber(fields[kClose]);
-    row.record.HistoryVolume = LeadingNumber(fields[kVolume]);
-    RoundHistoryRecord(row.record);
-    return row;
-}
-
-// The rows of a price file, oldest first; the header and what cannot be read are left out.
-std::vector<PriceRow> ReadPrices(const Path& file) {
-    const std::string bytes = BytesOrEmpty(file);
-    std::vector<PriceRow> rows;
-    LineReader lines(bytes);
-    for (std::string_view line; lines.Next(line);) {
-        if (auto row = ParsePriceRow(line)) rows.push_back(std::move(*row));
-    }
-    return rows;
-}
-
-int DaysToMoveTicker(std::string_view ticker, const Date& lastDay, const Date& today) {
-    for (const Anchor& anchor : kAnchors) {
-        if (anchor.ticker == ticker) return DaysToMove(anchor.day, AddDays(today, -kWeek));
-    }
-    return DaysToMove(lastDay, today);
-}
-
 // `rows` is not empty.
-TickerHistory MakeHistory(const std::string& ticker, const std::vector<PriceRow>& rows,
+TickerHistory MakeHistory(const std::string& ticker, const std::vector<PracticeDay>& rows,
                           const PracticeTarget& target) {
     const int move = DaysToMoveTicker(ticker, rows.back().day, target.today);
     TickerHistory history;
-    for (const PriceRow& row : rows) {
+    for (const PracticeDay& row : rows) {
         const Date day = AddDays(row.day, move);
         if (day >= target.today) break;
         HistoryRecord record = row.record;
@@ -184,33 +127,12 @@ PracticeResult WritePractice(const std::vector<PracticeTicker>& tickers,
 
 }  // namespace
 
-std::vector<PracticeTicker> ReadPracticeTickers(const Path& practiceFolder) {
-    constexpr std::size_t kFieldCount = 3;
-    const std::string bytes = BytesOrEmpty(practiceFolder / kTickerFile);
-    std::vector<PracticeTicker> tickers;
-    LineReader lines(bytes);
-    std::string_view line;
-    lines.Next(line);  // the header
-    while (lines.Next(line)) {
-        const std::vector<Value> fields = ParseRecord(line);
-        if (fields.size() < kFieldCount || !HasDatabaseFiles(fields[0].Text())) continue;
-        tickers.push_back({fields[0].Text(), fields[1].Text(), fields[2].Text()});
-    }
-    return tickers;
-}
-
-int DaysToMove(const Date& day, const Date& earliest) {
-    const auto distance =
-        static_cast<int>((std::chrono::sys_days{earliest} - std::chrono::sys_days{day}).count());
-    const int beyond = ((-distance % kWeek) + kWeek) % kWeek;
-    return distance + beyond;
-}
-
 PracticeResult CheckPractice(const Path& practiceFolder, const PracticeTarget& target) {
     const std::vector<PracticeTicker> tickers = ReadPracticeTickers(practiceFolder);
-    if (tickers.empty()) return Ended(PracticeOutcome::NoPrices, (practiceFolder / kTickerFile).string());
+    if (tickers.empty())
+        return Ended(PracticeOutcome::NoPrices, (practiceFolder / kPracticeTickerFile).string());
     for (const PracticeTicker& row : tickers) {
-        const Path file = PriceFile(practiceFolder, row.ticker);
+        const Path file = PracticePriceFile(practiceFolder, row.ticker);
         if (!IsRegularFile(file)) return Ended(PracticeOutcome::NoPrices, file.string());
     }
     std::string held = target.replace ? std::string() : AlreadyThere(tickers, target);
@@ -224,9 +146,10 @@ PracticeResult FillPractice(const Path& practiceFolder, const PracticeTarget& ta
     const std::vector<PracticeTicker> tickers = ReadPracticeTickers(practiceFolder);
     std::vector<TickerHistory> histories;
     for (const PracticeTicker& row : tickers) {
-        const Path file = PriceFile(practiceFolder, row.ticker);
-        const std::vector<PriceRow> prices = ReadPrices(file);
-        if (prices.empty()) return Ended(PracticeOutcome::NoPrices, file.string());
+        const std::vector<PracticeDay> prices = ReadPracticeDays(practiceFolder, row.ticker);
+        if (prices.empty()) {
+            return Ended(PracticeOutcome::NoPrices, PracticePriceFile(practiceFolder, row.ticker).string());
+        }
         histories.push_back(MakeHistory(row.ticker, prices, target));
     }
     return WritePractice(tickers, histories, target);

@@ -1,15 +1,11 @@
 // The practice table: real prices of a few dozen tickers, moved to the days before today, as a quote table
 // and its history. A new user has something to try, and the tests have real input. The batch tool's
-// `practice` and the first start call it.
-//
-// The prices lie in a folder of the installation: tickers.csv (ticker, name, exchange) and
-// prices/<ticker>.csv (Date,Open,High,Low,Close,Volume with ISO dates, oldest first).
+// `practice` and the first start call it; practice_prices.h holds the prices and how they move.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "base/dates.h"
 #include "base/files.h"
@@ -17,18 +13,6 @@
 namespace brantlow {
 
 inline constexpr std::string_view kPracticeTable = "Practice.ddq";
-
-struct PracticeTicker {
-    std::string ticker;
-    std::string name;
-    std::string exchange;
-};
-
-// The rows of tickers.csv below its header, in order; empty when the file cannot be read.
-std::vector<PracticeTicker> ReadPracticeTickers(const Path& practiceFolder);
-
-// How many days, a multiple of 7 of either sign, bring `day` to `earliest` or one of the six days behind it.
-int DaysToMove(const Date& day, const Date& earliest);
 
 // Where the practice table goes.
 struct PracticeTarget {

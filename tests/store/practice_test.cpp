@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "store/columns.h"
 #include "store/history_record.h"
+#include "store/practice_prices.h"
 #include "store/year_files.h"
 #include "store_fixture.h"
 #include "support/source_folder.h"
