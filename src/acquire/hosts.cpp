@@ -41,6 +41,7 @@ Hosts Hosts::Parse(std::string_view text) {
 }
 
 void Hosts::TakeLine(std::string_view line) {
+    if (line == kPracticeMarketMark) practiceMarket_ = true;
     const std::size_t equals = line.find('=');
     if (line.empty() || line.front() == '#' || equals == std::string_view::npos) return;
     const std::string_view name = Trim(line.substr(0, equals));

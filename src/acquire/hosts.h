@@ -17,6 +17,9 @@ namespace brantlow {
 
 inline constexpr const char* kHostsFileName = "Hosts.ini";
 
+// A line of a Hosts.ini that the practice market has written. A file without it is a user's own.
+inline constexpr std::string_view kPracticeMarketMark = "# practice market";
+
 enum class Host {
     Quote,
     History,
@@ -110,6 +113,10 @@ class Hosts {
     // The market whose address is `quoteHost`, as an index of kMarkets; the first of several.
     std::optional<std::size_t> MarketAt(std::string_view quoteHost) const;
 
+    // True when the file bears the practice market's mark: quotes are not those of the day then, and a window
+    // says so.
+    bool IsPracticeMarket() const { return practiceMarket_; }
+
   private:
     void TakeLine(std::string_view line);
     std::string* SlotOf(std::string_view name);
@@ -117,6 +124,7 @@ class Hosts {
     std::array<std::string, kHosts.size()> hosts_;
     std::array<std::string, kMarkets.size()> markets_;
     bool quoteHostNamed_ = false;
+    bool practiceMarket_ = false;
 };
 
 // The hosts of the application folder; the built-in ones when it has no readable Hosts.ini.

@@ -146,5 +146,13 @@ TEST(LoadHosts, ReadsTheFileOfTheDataFolder) {
     EXPECT_EQ(LoadHosts(folder.Get()).Address(Host::Vendor), "http://127.0.0.1:8080");
 }
 
+TEST(Hosts, KnowTheMarkOfThePracticeMarket) {
+    EXPECT_TRUE(Hosts::Parse("# practice market\r\nQuoteHost=http://127.0.0.1:1\r\n").IsPracticeMarket());
+    EXPECT_TRUE(Hosts::Parse("QuoteHost=http://127.0.0.1:1\n# practice market").IsPracticeMarket());
+    EXPECT_FALSE(Hosts::Parse("# no practice market\n").IsPracticeMarket());
+    EXPECT_FALSE(Hosts::Parse("QuoteHost=http://127.0.0.1:1\n").IsPracticeMarket());
+    EXPECT_FALSE(Hosts().IsPracticeMarket());
+}
+
 }  // namespace
 }  // namespace brantlow

@@ -42,6 +42,16 @@ class FrmMainTest : public QObject {
         QVERIFY(!program.Find<QLabel>("Panel3")->isVisible());
     }
 
+    void theTitleTellsQuotesOfThePracticeMarket() {
+        Program program;
+        program.Start("Jan.ddq");
+        QCOMPARE(program.frame->windowTitle(), QStringLiteral("Brantlow - [Jan.ddq]"));
+        Program practising;
+        practising.Write("Hosts.ini", "# practice market\r\nQuoteHost=http://127.0.0.1:9\r\n");
+        practising.Start("Jan.ddq");
+        QCOMPARE(practising.frame->windowTitle(), QStringLiteral("Brantlow - Practice Market - [Jan.ddq]"));
+    }
+
     void theFrameStartsInItsSizeOrAsMuchAsTheScreenHas() {
         Program program;
         program.Start("Jan.ddq");

@@ -17,6 +17,7 @@
 #include <QToolBar>
 #include <algorithm>
 
+#include "acquire/hosts.h"
 #include "base/windows/colours.h"
 #include "base/windows/display_text.h"
 #include "shell/settings/settings_files.h"
@@ -31,6 +32,12 @@
 namespace brantlow {
 
 namespace {
+
+// Tells quotes of the practice market from real ones.
+QString FrameTitle(const Session& session) {
+    return LoadHosts(session.DataFolder()).IsPracticeMarket() ? QStringLiteral("Brantlow - Practice Market")
+                                                              : QStringLiteral("Brantlow");
+}
 
 // The routine behind every entry of the catalogue.
 struct Action {
@@ -139,6 +146,7 @@ void frmMain::Load() {
     setGeometry(PixelsOf(geometry.MainLeft), PixelsOf(geometry.MainTop), PixelsOf(geometry.MainWidth),
                 PixelsOf(geometry.MainHeight));
     LoadAllSettings(session_.AppPath, session_.settings);
+    setWindowTitle(FrameTitle(session_));
     session_.PickedFile = session_.settings.MruSettings.Text(1);
     commands_->ShowRecentFiles(session_.settings.MruSettings);
     PlaceFrame();
@@ -191,7 +199,7 @@ void frmMain::CheckActivefrm() {
     quoteWindow_ = nullptr;
     quoteForm_ = nullptr;
     person_.HideTickerCount();
-    setWindowTitle(QStringLiteral("Brantlow"));
+    setWindowTitle(FrameTitle(session_));
     ApplyRules();
 }
 
