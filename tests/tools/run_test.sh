@@ -41,6 +41,12 @@ case $3 in
     ;;
 esac
 END
+cat >build/release/bin/brantlow-market <<'END'
+#!/usr/bin/env bash
+echo "market $*" >>calls
+echo "# practice market" >app/Data/Hosts.ini
+[[ -e refuse ]] || echo "http://127.0.0.1:1"
+END
 chmod +x tools/build.sh build/release/bin/*
 unset DISPLAY WAYLAND_DISPLAY
 
@@ -59,8 +65,12 @@ calls_of() {
   calls=$(cat calls)
 }
 
+market='market --with-parent --hosts app/Data/Hosts.ini'
 calls_of LC_ALL=C
-expect "the first call" $'build\nbatch --app app practice\nbatch --app app select Practice.ddq' "$calls"
+expect "the first call" "build
+batch --app app practice
+$market
+batch --app app select Practice.ddq" "$calls"
 expect "the hits" "
 Stock Selector on Practice.ddq, daily: 5 tickers
 
@@ -74,13 +84,17 @@ The result lies in app/Data/Evaluations.dbe" "$output"
 echo "mine" >app/Data/Practice.ddq
 echo "mine too" >app/Data/VTRDATAset.ini
 calls_of LC_ALL=C
-expect "a later call" $'build\nbatch --app app select Practice.ddq' "$calls"
+expect "a later call" "build
+$market
+batch --app app select Practice.ddq" "$calls"
 expect "the user's table" "mine" "$(cat app/Data/Practice.ddq)"
 expect "the user's settings" "mine too" "$(cat app/Data/VTRDATAset.ini)"
 
 for display in DISPLAY=:7 WAYLAND_DISPLAY=wayland-0; do
   calls_of "$display" BRANTLOW_HOME=/elsewhere
-  expect "with $display" $'build\n'"window $scratch/app" "$calls"
+  expect "with $display" "build
+$market
+window $scratch/app" "$calls"
 done
 
 echo '# newer' >>build/release/bin/brantlow
@@ -90,6 +104,14 @@ before=$(stat -c %i%Y app/brantlow)
 calls_of DISPLAY=:7
 expect "a program that is in place" "$before" "$(stat -c %i%Y app/brantlow)"
 
+echo "QuoteHost=https://mine" >app/Data/Hosts.ini
+calls_of DISPLAY=:7
+expect "a Hosts.ini of the user's own" $'build\n'"window $scratch/app" "$calls"
+expect "what is in it" "QuoteHost=https://mine" "$(cat app/Data/Hosts.ini)"
+rm app/Data/Hosts.ini
+calls_of DISPLAY=:7
+expect "a folder that was there, without hosts" $'build\n'"window $scratch/app" "$calls"
+
 rm app/Data/Practice.ddq
 touch refuse
 calls_of DISPLAY=:7
@@ -97,6 +119,13 @@ expect "a refused practice table and a window" $'build\nbatch --app app practice
 calls_of LC_ALL=C
 expect "a refused practice table and no window" $'build\nbatch --app app practice' "$calls"
 expect "its exit status" 1 "$status"
+
+echo "# practice market" >app/Data/Hosts.ini
+calls_of DISPLAY=:7
+expect "a market that does not start" "build
+batch --app app practice
+$market
+window $scratch/app" "$calls"
 
 [[ $failures -eq 0 ]] || exit 1
 echo "all checks of ./run passed"
