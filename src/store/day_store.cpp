@@ -1,5 +1,7 @@
 #include "store/day_store.h"
 
+#include <algorithm>
+
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/values.h"
@@ -15,17 +17,39 @@ bool IsStored(const QuoteArrays& rows, std::size_t row) {
     return !ticker.empty() && !IsDeviceName(ticker) && !rows.TradeDates[row].empty();
 }
 
-void ReadYearFile(DayStore& state) {
-    state.records.clear();
-    state.endsInsideLine = false;
-    if (!state.file) return;
-    const std::string bytes = BytesOrEmpty(*state.file);
-    state.endsInsideLine = !bytes.empty() && bytes.back() != '\n';
-    LineReader reader(bytes);
+std::size_t CountLines(std::string_view bytes) {
+    const auto ends = static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
+    return ends + (bytes.empty() || bytes.back() == '\n' ? 0 : 1);
+}
+
+// The last line of a text that has one.
+std::string_view LastLine(std::string_view bytes) {
+    const std::size_t end = bytes.size() - (bytes.back() == '\n' ? 1 : 0);
+    const std::size_t before = end == 0 ? std::string_view::npos : bytes.rfind('\n', end - 1);
     std::string_view line;
-    while (state.HistoryCount() < kMostRows && reader.Next(line)) {
-        state.records.push_back(ParseHistoryLine(line));
+    LineReader(bytes.substr(before + 1)).Next(line);
+    return line;
+}
+
+// Where line `number`, counted from 1, of a text with at least as many lines ends, its line end included.
+std::size_t EndOfLine(std::string_view bytes, std::size_t number) {
+    std::size_t end = 0;
+    for (std::size_t line = 0; line < number; ++line) {
+        const std::size_t found = bytes.find('\n', end);
+        end = found == std::string_view::npos ? bytes.size() : found + 1;
     }
+    return end;
+}
+
+void ReadYearFile(DayStore& state) {
+    state.bytes.clear();
+    if (state.file) state.bytes = BytesOrEmpty(*state.file);
+    state.endsInsideLine = !state.bytes.empty() && state.bytes.back() != '\n';
+    // A file of fewer bytes has fewer lines.
+    if (state.bytes.size() > kMostRows && CountLines(state.bytes) > kMostRows) {
+        state.bytes.resize(EndOfLine(state.bytes, kMostRows));
+    }
+    state.last = state.bytes.empty() ? HistoryRecord{} : ParseHistoryLine(LastLine(state.bytes));
 }
 
 // A date without a year leaves the file and the records of the row before in force.
@@ -47,7 +71,12 @@ bool FollowsLast(const QuoteArrays& rows, std::size_t row, const HistoryRecord& 
 
 std::error_code ReplaceLast(const HistoryRecord& record, DayStore& state) {
     std::string bytes;
-    for (std::size_t i = 0; i + 1 < state.HistoryCount(); ++i) AppendHistoryLine(state.records[i], bytes);
+    LineReader reader(state.bytes);
+    std::string_view line;
+    const std::size_t count = state.HistoryCount();
+    for (std::size_t i = 1; i < count && reader.Next(line); ++i) {
+        AppendHistoryLine(ParseHistoryLine(line), bytes);
+    }
     AppendHistoryLine(record, bytes);
     const std::error_code error = WriteWholeFile(*state.file, bytes, Flush::Later);
     if (!error) state.endsInsideLine = false;
@@ -67,6 +96,10 @@ StoredDay Outcome(DayOutcome outcome, std::error_code error) {
 }
 
 }  // namespace
+
+std::size_t DayStore::HistoryCount() const {
+    return CountLines(bytes);
+}
 
 HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row) {
     const auto number = [&](const QuoteArray& values) { return LeadingNumber(values[row]); };
@@ -102,10 +135,9 @@ StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_
     AppendUpdatedTicker(quoteFolder, rows.Symbols[row]);
     OpenYearFile(quoteFolder, rows, row, state);
     if (!state.file) return {DayOutcome::Unchanged, {}};
-    const HistoryRecord last = state.records.empty() ? HistoryRecord{} : state.records.back();
     const HistoryRecord record = RecordOfRow(rows, row);
-    if (ReplacesLast(rows, row, last)) return Outcome(DayOutcome::Replaced, ReplaceLast(record, state));
-    if (FollowsLast(rows, row, last)) return Outcome(DayOutcome::Appended, Append(record, state));
+    if (ReplacesLast(rows, row, state.last)) return Outcome(DayOutcome::Replaced, ReplaceLast(record, state));
+    if (FollowsLast(rows, row, state.last)) return Outcome(DayOutcome::Appended, Append(record, state));
     return {DayOutcome::Unchanged, {}};
 }
 

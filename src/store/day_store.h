@@ -9,7 +9,6 @@
 #include <optional>
 #include <string>
 #include <system_error>
-#include <vector>
 
 #include "base/files.h"
 #include "store/history_record.h"
@@ -22,12 +21,16 @@ namespace brantlow {
 struct DayStore {
     // Nothing before the first row, and after a ticker that can have no file.
     std::optional<Path> file;
-    // The file as it was read: record HistoryCount, the last, is the newest.
-    std::vector<HistoryRecord> records;
+    // The file as it was read. Only its last record is looked at on most days: the others are read when the
+    // file is written anew.
+    std::string bytes;
+    // Record HistoryCount, the newest; empty when there is none.
+    HistoryRecord last;
     // The file's last line has no line end.
     bool endsInsideLine = false;
 
-    std::size_t HistoryCount() const { return records.size(); }
+    // The records of the file, at most kMostRows; counted anew by each call.
+    std::size_t HistoryCount() const;
 };
 
 enum class DayOutcome {

@@ -198,7 +198,7 @@ TEST_F(StoreDayTest, TheStateIsTheFileAsItWasReadBeforeTheRowWasStored) {
     EXPECT_EQ(state.HistoryCount(), 0U);
     Store("IBM", "03/18/24", "16:00", "10");
     EXPECT_EQ(state.HistoryCount(), 1U);
-    EXPECT_EQ(state.records.back().HistoryDate, "03/15/24");
+    EXPECT_EQ(state.last.HistoryDate, "03/15/24");
 }
 
 TEST_F(StoreDayTest, AFileWithoutAFinalLineEndGetsOneBeforeTheNewDay) {
@@ -258,6 +258,23 @@ TEST_F(StoreDayTest, JunkInAYearFileStaysOutOfTheWay) {
     EXPECT_TRUE(File("IBM.24") == junk + good + LineOf("03/14/24", "16:00", "10"));
     EXPECT_EQ(Store("IBM", "03/14/24", "17:00", "11"), DayOutcome::Replaced);
     EXPECT_TRUE(File("IBM.24").ends_with("\r\n" + good + LineOf("03/14/24", "17:00", "11")));
+}
+
+TEST_F(StoreDayTest, OfAnEndlessFileTheFirstEighteenThousandLinesCount) {
+    std::string lines;
+    for (std::size_t i = 1; i < kMostRows; ++i) lines += "\n";
+    const std::string last = LineOf("03/14/24", "16:00", "10");
+    Put("IBM.24", lines + last + LineOf("03/18/24", "16:00", "12"));
+    EXPECT_EQ(Store("IBM", "03/14/24", "17:00", "11"), DayOutcome::Replaced);
+    EXPECT_EQ(state.HistoryCount(), kMostRows);
+    EXPECT_EQ(state.last.HistoryClose, 10);
+    EXPECT_TRUE(File("IBM.24").ends_with("\r\n" + LineOf("03/14/24", "17:00", "11")));
+}
+
+TEST_F(StoreDayTest, AnEmptyLineAtTheEndIsTheLastRecord) {
+    Put("IBM.24", LineOf("03/18/24", "16:00", "10") + "\r\n");
+    EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "11"), DayOutcome::Appended);
+    EXPECT_EQ(state.HistoryCount(), 2U);
 }
 
 TEST_F(StoreDayTest, AFolderInPlaceOfAYearFileIsAFailureThatIsTold) {
