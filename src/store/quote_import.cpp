@@ -44,31 +44,18 @@ std::size_t LineSetting(const SettingsTables& settings, std::size_t line) {
     return static_cast<std::size_t>(std::clamp(count, 0.0, static_cast<double>(kMostRows)));
 }
 
-// The row's cells as a line of the import file; a separator stands between cells, none before the first that
-// holds something.
-std::string LineOfRow(const QuoteTable& table, std::size_t row, char separator) {
-    std::string line;
-    for (std::size_t column = 0; column < table.ColumnCount(); ++column) {
-        if (!line.empty()) line += separator;
-        line += table.Text(row, column);
-    }
-    return line;
-}
-
-// Adds a line for every ticker of the table with which no line of the file begins.
-void AddOwnTickers(const QuoteTable& table, char separator, std::vector<std::string>& lines) {
+// The rows of the table whose ticker begins no line of the file.
+std::vector<std::size_t> RowsWithoutLine(const QuoteTable& table, const std::vector<std::string>& lines) {
     std::vector<std::string_view> sorted(lines.begin(), lines.end());
     std::sort(sorted.begin(), sorted.end());
-    std::vector<std::string> added;
+    std::vector<std::size_t> rows;
     for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
         const std::string& ticker = table.Ticker(row);
         if (ticker.empty()) continue;
         const auto found = std::lower_bound(sorted.begin(), sorted.end(), ticker);
-        if (found == sorted.end() || !found->starts_with(ticker)) {
-            added.push_back(LineOfRow(table, row, separator));
-        }
+        if (found == sorted.end() || !found->starts_with(ticker)) rows.push_back(row);
     }
-    lines.insert(lines.end(), added.begin(), added.end());
+    return rows;
 }
 
 // What the import does with a column of the table.
@@ -109,19 +96,21 @@ class ImportWalk {
         for (std::size_t row = former_.TickerCount(); row >= 1; --row) formerRows_[former_.Ticker(row)] = row;
     }
 
-    // The first `fileLines` of `lines` are the file's; its header and footer are left out.
-    void TakeLines(const std::vector<std::string>& lines, std::size_t fileLines) {
+    // Takes the file's lines, its header and footer left out, and behind them the table's own rows `ownRows`.
+    void TakeLines(const std::vector<std::string>& lines, const std::vector<std::size_t>& ownRows) {
         const std::size_t header = LineSetting(session_.settings, kHeaderLine);
         const std::size_t footer = LineSetting(session_.settings, kFooterLine);
-        const std::size_t lastOfFile = fileLines - std::min(footer, fileLines);
-        const std::size_t count = std::min(lines.size(), kMostRows);
-        rows_.MakeRoom(count);
+        const std::size_t lastTaken = lines.size() - std::min(footer, lines.size());
+        const std::size_t count = std::min(lines.size() + ownRows.size(), kMostRows);
+        rows_.MakeRoom(lines.size());
         table_.SetRowCount(count + 1);
         FindColumnUses();
         for (std::size_t i = 1; i <= count; ++i) {
             ShowLine(i, count);
-            if (i <= header || (i > lastOfFile && i <= fileLines)) {
-                EmptyRow(i);
+            if (i > lines.size()) {
+                CopyRow(ownRows[i - lines.size() - 1], i);
+            } else if (i <= header || i > lastTaken) {
+                CopyRow(kNoRow, i);
             } else {
                 TakeLine(lines[i - 1], i);
             }
@@ -147,8 +136,11 @@ class ImportWalk {
         session_.person.ShowProgress(session_.run.ProgressFraction);
     }
 
-    void EmptyRow(std::size_t row) {
-        for (std::size_t column = 0; column < table_.ColumnCount(); ++column) table_.SetText(row, column, "");
+    // Puts a row of the table before the import at `row`; kNoRow empties it.
+    void CopyRow(std::size_t formerRow, std::size_t row) {
+        for (std::size_t column = 0; column < table_.ColumnCount(); ++column) {
+            table_.SetText(row, column, former_.Text(formerRow, column));
+        }
     }
 
     void TakeLine(std::string_view line, std::size_t row) {
@@ -215,15 +207,15 @@ bool TakesImports(const std::string& currentFile) {
 }
 
 ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, QuoteImport& result) {
-    std::vector<std::string> lines =
+    const std::vector<std::string> lines =
         ImportLinesOf(BytesOrEmpty(ImportFile(session.AppPath, session.settings)));
-    const std::size_t fileLines = lines.size();
-    if (fileLines == 0) return ImportOutcome::NothingToRead;
-    AddOwnTickers(table, SeparatorOf(session.settings), lines);
-    if (lines.size() >= kImportLimit && !session.person.Ask(kImportLimitQuestion, kImportLimitTitle)) {
+    if (lines.empty()) return ImportOutcome::NothingToRead;
+    const std::vector<std::size_t> ownRows = RowsWithoutLine(table, lines);
+    if (lines.size() + ownRows.size() >= kImportLimit &&
+        !session.person.Ask(kImportLimitQuestion, kImportLimitTitle)) {
         return ImportOutcome::Declined;
     }
-    ImportWalk(session, table, days, result).TakeLines(lines, fileLines);
+    ImportWalk(session, table, days, result).TakeLines(lines, ownRows);
     ColorChange(table, KindOf(session.CurrentFile), session.clock.Today(), nullptr);
     return result.error ? ImportOutcome::Failed : ImportOutcome::Done;
 }

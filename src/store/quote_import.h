@@ -1,8 +1,9 @@
 // The general import: a user's text file of quotes fills the open quote table and the quote database.
 //
 // The import settings say where the file lies, what separates its fields, which lines frame it, and which
-// column each field belongs to. Line i of the file becomes row i of the table; tickers of the table that the
-// file does not mention are added behind its lines, made from their own cells. An import consumes its file.
+// column each field belongs to. Line i of the file becomes row i of the table; rows of the table whose
+// tickers the file does not mention follow behind its lines as they are, and nothing of theirs is stored. An
+// import consumes its file.
 #pragma once
 
 #include <cstddef>
@@ -38,7 +39,7 @@ enum class ImportOutcome {
 
 struct QuoteImport {
     ImportOutcome outcome = ImportOutcome::Done;
-    std::size_t rows = 0;    // rows written to the table
+    std::size_t rows = 0;    // lines of the file that became rows
     std::size_t stored = 0;  // days appended to the database or replaced in it
     std::error_code error;   // set when Failed: the first failure
 };

@@ -128,7 +128,7 @@ TEST_F(ExchangeCommands, ImportFillsTableAndDatabaseAndConsumesItsFile) {
     Write("Data/Import.Txt", "AAA,10,11/20/2026\r\nCCC,30,11/20/2026\r\n");
     const CallResult result = Call({"import", "Mine.ddq"});
     EXPECT_EQ(result.status, ExitStatus::Done) << result.err;
-    EXPECT_EQ(result.out, "Rows: 3\nDays stored: 2\nSaved: Mine.ddq\n");
+    EXPECT_EQ(result.out, "Rows: 2\nDays stored: 2\nSaved: Mine.ddq\n");
     EXPECT_EQ(Read("Data/Mine.ddq"),
               "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm\r\nAAA\t10.000\t11\t\r\nCCC\t30.000\t\t\r\n"
               "BBB\t2.000\t\t5\r\n");

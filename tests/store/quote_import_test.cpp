@@ -110,6 +110,20 @@ TEST_F(QuoteImportTest, AnExistingTableKeepsItsTickers) {
                                      "OLD\t5.000\t03/14/24\t6.000\t4.000\t100"}));
 }
 
+TEST_F(QuoteImportTest, ARowThatTheFileDoesNotMentionKeepsItsCellsAndStoresNothing) {
+    // The columns stand in another order than the file's fields.
+    const std::string header = "Ticker Symbol\tVolume\tChange\tLast Price\tName\tHigh Alarm";
+    table = TableOf({header, "OLD\t100\t-3.740\t5.000\tOld, Inc\t9", "AAA"});
+    Write("Quotes/EOD/OLD.24", "history");
+    File("AAA,10,3/14/2024,11,9,1500\r\n");
+    EXPECT_EQ(Import().rows, 1U);
+    EXPECT_EQ(LinesOf(table),
+              (Lines{header, "AAA\t1500\t\t10.000\t\t", "OLD\t100\t-3.740\t5.000\tOld, Inc\t9"}));
+    EXPECT_EQ(FileNamesIn(folder / "Quotes/EOD"), (Lines{"AAA.24", "OLD.24", "QuoteList.ddq"}));
+    EXPECT_EQ(Read("Quotes/EOD/OLD.24"), "history");
+    EXPECT_EQ(Read("Quotes/EOD/QuoteList.ddq"), "\"AAA\"\r\n");
+}
+
 TEST_F(QuoteImportTest, ALineOfALongerTickerStandsForAShorterOne) {
     table = TableOf({kHeader, "A\t5.000\t03/14/24\t6.000\t4.000\t100"});
     File("AA,10,3/14/2024,11,9,1500\r\n");
