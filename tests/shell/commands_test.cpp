@@ -37,6 +37,8 @@ TEST(CommandCatalogue, EntriesHaveTheirWords) {
         {"mnuFileClose", "&Close"},
         {"mnuFileSave", "&Save"},
         {"mnuFileSaveAs", "Save &As..."},
+        {"mnuFileImportQuotes", "Import File"},
+        {"mnuFileExportQuotes", "&Export File"},
         {"mnuFileExit", "E&xit"},
         {"mnuView", "&View"},
         {"mnuViewToolbar", "&Toolbar"},
@@ -87,6 +89,8 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
     };
     const Row rows[] = {
         {"mnuEvaluatePickStocks", true, false, false, false, false, true, false},
+        {"mnuFileImportQuotes", true, false, false, false, false, true, false},
+        {"mnuFileExportQuotes", true, false, true, true, false, true, false},
         {"mnuFileNewEODQuoteFile", true, true, true, true, true, true, false},
         {"mnuFileOpenQuotesDB", true, true, true, true, true, true, false},
         {"mnuFileOpenEvaluationDB", true, true, true, true, true, true, false},

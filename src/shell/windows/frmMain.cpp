@@ -52,6 +52,8 @@ constexpr std::array kActions = {
     Action{"mnuFileClose", &frmMain::CloseFile},
     Action{"mnuFileSave", &frmMain::SaveFile},
     Action{"mnuFileSaveAs", &frmMain::SaveFileAs},
+    Action{"mnuFileImportQuotes", &frmMain::ImportQuoteFile},
+    Action{"mnuFileExportQuotes", &frmMain::ExportQuoteFile},
     Action{"mnuFileExit", &frmMain::ExitProgram},
     Action{"mnuViewToolbar", &frmMain::ViewToolbar},
     Action{"mnuViewStatusBar", &frmMain::ViewStatusBar},
@@ -220,6 +222,7 @@ TableLoad frmMain::LoadQuoteForm() {
     connect(form, &frmQuoteGrid::CloseAsked, this, [this] {
         if (!person_.InRun()) CloseFile();
     });
+    connect(form, &frmQuoteGrid::CommandPressed, this, &frmMain::Run);
     quoteForm_ = form;
     quoteWindow_ = area_->addSubWindow(form);
     quoteWindow_->setWindowIcon(windowIcon());
@@ -246,6 +249,7 @@ void frmMain::NameChanged() {
 void frmMain::ApplyRules() {
     const OpenStates state = quoteForm_ ? StateOf(KindOf(session_.CurrentFile)) : kWithNothing;
     commands_->ApplyRules(state, person_.InRun());
+    if (quoteForm_) quoteForm_->ApplyRules(state, !person_.InRun());
 }
 
 void frmMain::NewTable() {

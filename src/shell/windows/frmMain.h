@@ -8,6 +8,7 @@
 #include "indicators/analysis.h"
 #include "shell/display.h"
 #include "shell/session.h"
+#include "store/day_store.h"
 #include "store/table_road.h"
 
 class QLabel;
@@ -52,6 +53,8 @@ class frmMain final : public QMainWindow {
     void SaveFile();
     void SaveFileAs();
     void ExitProgram();
+    void ImportQuoteFile();
+    void ExportQuoteFile();
     void StockSelector();
     void ViewToolbar();
     void ViewStatusBar();
@@ -85,6 +88,8 @@ class frmMain final : public QMainWindow {
     WindowPerson& person_;
     Path userStore_;
     Display display_;
+    // Of all imports until exit.
+    DayStore days_;
     QMdiArea* area_;
     QToolBar* tbToolBar;
     QLabel* fixedPanel_ = nullptr;

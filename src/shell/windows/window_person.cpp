@@ -120,6 +120,10 @@ void WindowPerson::HideTickerCount() {
     frame_.tickerCount->hide();
 }
 
+void WindowPerson::HideProgress() {
+    if (frame_.progressBar) frame_.progressBar->hide();
+}
+
 bool WindowPerson::ProgressShows() const {
     return frame_.progressBar &&
            (KindOf(session_->CurrentFile) != FileKind::None || session_->ProgressAlways == "True");

@@ -49,6 +49,7 @@ class WindowPerson final : public Person {
     std::function<void()> pauseChanged;
 
     void HideTickerCount();
+    void HideProgress();
 
     void Say(std::string_view text, std::string_view title = {}) override;
     bool Ask(std::string_view text, std::string_view title = {}) override;

@@ -1,7 +1,6 @@
 #include "store/windows/frmQuoteGrid.h"
 
 #include <QCloseEvent>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QItemSelectionModel>
 #include <QLabel>
@@ -15,6 +14,7 @@
 #include "store/table_road.h"
 #include "store/windows/frozen_table_view.h"
 #include "store/windows/quote_grid_model.h"
+#include "store/windows/quote_strip.h"
 
 namespace brantlow {
 
@@ -22,9 +22,7 @@ namespace {
 
 // While a run works its row is the last of this many rows from the top.
 constexpr std::size_t kRowsAbove = 19;
-constexpr int kSymbolBoxWidth = 140;
 constexpr int kHeaderPadding = 18;
-constexpr int kStripMargin = 6;
 // Distance of the empty table's sentence from the header.
 constexpr int kEmptyMargin = 48;
 
@@ -34,26 +32,15 @@ frmQuoteGrid::frmQuoteGrid(Session& session)
     : session_(session),
       model_(new QuoteGridModel(table_, this)),
       view_(new FrozenTableView(this)),
-      Text1(new QLineEdit),
+      strip_(new QuoteStrip),
+      Text1(strip_->Symbol()),
       empty_(new QLabel(view_)) {
     setObjectName(QStringLiteral("frmQuoteGrid"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
 
-    auto* strip = new QHBoxLayout;
-    strip->setSpacing(kStripMargin);
-    strip->setContentsMargins(kStripMargin, kStripMargin, kStripMargin, kStripMargin);
-    auto* symbol = new QLabel(QStringLiteral("S&ymbol"));
-    symbol->setBuddy(Text1);
-    Text1->setObjectName(QStringLiteral("Text1"));
-    Text1->setFixedWidth(kSymbolBoxWidth);
-    Text1->setClearButtonEnabled(true);
-    Text1->setToolTip(QStringLiteral("Type the first letters of a ticker to find its row"));
-    strip->addWidget(symbol);
-    strip->addWidget(Text1);
-    strip->addStretch();
-    layout->addLayout(strip);
+    layout->addWidget(strip_);
     layout->addWidget(view_, 1);
 
     empty_->setObjectName(QStringLiteral("lblEmpty"));
@@ -61,6 +48,7 @@ frmQuoteGrid::frmQuoteGrid(Session& session)
     empty_->setWordWrap(true);
     empty_->setAttribute(Qt::WA_TransparentForMouseEvents);
 
+    connect(strip_, &QuoteStrip::Pressed, this, &frmQuoteGrid::CommandPressed);
     connect(Text1, &QLineEdit::textChanged, this, &frmQuoteGrid::Text1_Change);
     connect(view_, &FrozenTableView::ColumnMoved, this, &frmQuoteGrid::MoveColumn);
     connect(view_, &FrozenTableView::ColumnResized, this, [this](int column, int pixels) {
@@ -70,13 +58,28 @@ frmQuoteGrid::frmQuoteGrid(Session& session)
 
 TableLoad frmQuoteGrid::Load() {
     const FileKind kind = KindOf(session_.CurrentFile);
-    QuoteGridModel::Summaries summaries;
-    if (kind == FileKind::Dbe) summaries = ConditionSummary(session_.settings);
     const TableLoad load = LoadQuoteTable(session_.DataFile(session_.CurrentFile), kind, session_.settings,
                                           session_.clock.Today(), table_, &session_.person);
-    model_->Reload(kind, std::move(summaries));
+    ReloadModel();
     ShowTable();
     return load;
+}
+
+void frmQuoteGrid::ReloadModel() {
+    const FileKind kind = KindOf(session_.CurrentFile);
+    QuoteGridModel::Summaries summaries;
+    if (kind == FileKind::Dbe) summaries = ConditionSummary(session_.settings);
+    model_->Reload(kind, std::move(summaries));
+}
+
+void frmQuoteGrid::TableChanged() {
+    ReloadModel();
+    ApplyWidths();
+    ShowEmptySentence();
+}
+
+void frmQuoteGrid::ApplyRules(OpenStates state, bool enabled) {
+    strip_->ApplyRules(state, enabled);
 }
 
 void frmQuoteGrid::ShowTable() {
@@ -86,9 +89,13 @@ void frmQuoteGrid::ShowTable() {
         if (!rows.isEmpty()) RowSelected(rows.constFirst().row());
     });
     ApplyWidths();
+    ShowEmptySentence();
+    NameChanged();
+}
+
+void frmQuoteGrid::ShowEmptySentence() {
     empty_->setText(EmptySentence());
     empty_->setVisible(!empty_->text().isEmpty());
-    NameChanged();
 }
 
 QString frmQuoteGrid::EmptySentence() const {

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include "shell/commands.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
 #include "store/table_files.h"
@@ -16,6 +17,7 @@ namespace brantlow {
 
 class FrozenTableView;
 class QuoteGridModel;
+class QuoteStrip;
 
 class frmQuoteGrid final : public QWidget {
     Q_OBJECT
@@ -33,19 +35,27 @@ class frmQuoteGrid final : public QWidget {
     void ShowRowInWork(std::size_t row);
     // The run is over: the table's first row is on top again.
     void ShowFirstRow();
+    // The table's rows are others than before.
+    void TableChanged();
+    // Shows the buttons of the open table's kind.
+    void ApplyRules(OpenStates state, bool enabled);
     // The open file goes by another name.
     void NameChanged();
 
   Q_SIGNALS:
     // The user asked to close this window; the main frame decides.
     void CloseAsked();
+    // A button above the table was pressed; `command` names the main frame's routine behind it.
+    void CommandPressed(std::string_view command);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void ReloadModel();
     void ShowTable();
+    void ShowEmptySentence();
     void ApplyWidths();
     int ShownWidth(std::size_t column) const;
     void MoveColumn(int from, int to);
@@ -57,6 +67,7 @@ class frmQuoteGrid final : public QWidget {
     QuoteTable table_;
     QuoteGridModel* model_;
     FrozenTableView* view_;
+    QuoteStrip* strip_;
     QLineEdit* Text1;
     QLabel* empty_;
     std::size_t SelectedRow = 0;
