@@ -20,7 +20,7 @@ namespace brantlow {
 
 inline constexpr std::string_view kImportNeedsQuoteFile =
     "First, open an existing EOD Quote File or a New EOD Quote File you wish to Import data. An Existing "
-    "quote file will import the data for the ticker sysmbols contained in the quote file. A New Quote file "
+    "Quote file will import the data for the ticker sysmbols contained in the quote file. A New Quote file "
     "will accept all data in the file you wish to import.";
 inline constexpr std::string_view kImportLimitQuestion =
     "You have exceeded 18000 Ticker Symbols. Some data will be lost. Do you wish to continue?";

@@ -165,7 +165,7 @@ TEST_F(ExchangeCommands, ImportRefusesOtherKinds) {
     ExpectRefused(
         {"import", "Evaluations.dbe"}, ExitStatus::Refused,
         "First, open an existing EOD Quote File or a New EOD Quote File you wish to Import data. An "
-        "Existing quote file will import the data for the ticker sysmbols contained in the quote "
+        "Existing Quote file will import the data for the ticker sysmbols contained in the quote "
         "file. A New Quote file will accept all data in the file you wish to import.\n");
 }
 

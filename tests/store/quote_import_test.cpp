@@ -62,7 +62,7 @@ TEST_F(QuoteImportTest, WithoutATableItSaysSoAndStops) {
         EXPECT_EQ(
             person.said[0].text,
             "First, open an existing EOD Quote File or a New EOD Quote File you wish to Import data. An "
-            "Existing quote file will import the data for the ticker sysmbols contained in the quote "
+            "Existing Quote file will import the data for the ticker sysmbols contained in the quote "
             "file. A New Quote file will accept all data in the file you wish to import.");
         EXPECT_EQ(Everything(), before);
         EXPECT_EQ(LinesOf(table), Lines{kHeader});
