@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "acquire/memory_web.h"
 #include "base/clock.h"
 #include "indicators/analysis.h"
 #include "shell/session.h"
@@ -97,7 +98,9 @@ int main(int argc, char** argv) {
     WindowPerson person;
     Session session(folder, clock, person);
     const auto analysis = std::make_unique<Analysis>();
-    frmMain frame(session, *analysis, person, folder / "Brantlow.ini");
+    MemoryWeb web(&person);
+    const Hosts hosts;
+    frmMain frame(session, *analysis, person, web, hosts, folder / "Brantlow.ini");
     frame.Load();
     QCoreApplication::processEvents();
 

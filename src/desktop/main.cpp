@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <memory>
 
+#include "acquire/curl_web.h"
+#include "acquire/hosts.h"
 #include "base/clock.h"
 #include "indicators/analysis.h"
 #include "shell/app_folder.h"
@@ -85,7 +87,10 @@ int main(int argc, char** argv) {
     const SystemClock clock;
     Session session(appPath, clock, person);
     const auto analysis = std::make_unique<Analysis>();
-    frmMain frame(session, *analysis, person, UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home));
+    CurlWeb web(person);
+    const Hosts hosts = LoadHosts(session.DataFolder());
+    frmMain frame(session, *analysis, person, web, hosts,
+                  UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home));
     splash.close();
     frame.Load();
     return frame.isVisible() ? QApplication::exec() : EXIT_SUCCESS;

@@ -61,6 +61,8 @@ inline constexpr std::array kMenu = {
     Command{MenuRow::Entry, "mnuFileSaveAs", "mnuFile", "Save &As...",
             "Save the open file under another name", "Ctrl+Shift+S", "save-as", kWithKind},
     Command{MenuRow::Separator, "mnuFileBar4", "mnuFile", "", "", "", ""},
+    Command{MenuRow::Entry, "mnuFilePopulate", "mnuFile", "Populate Database",
+            "Download the history of every ticker of the quote file", "", "populate", kWithDdq},
     Command{MenuRow::Entry, "mnuFileImportQuotes", "mnuFile", "Import File",
             "Import quotes from another program's file", "Ctrl+I", "import", kWithDdq | kWithNothing},
     Command{MenuRow::Entry, "mnuFileExportQuotes", "mnuFile", "&Export File",

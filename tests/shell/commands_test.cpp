@@ -37,6 +37,7 @@ TEST(CommandCatalogue, EntriesHaveTheirWords) {
         {"mnuFileClose", "&Close"},
         {"mnuFileSave", "&Save"},
         {"mnuFileSaveAs", "Save &As..."},
+        {"mnuFilePopulate", "Populate Database"},
         {"mnuFileImportQuotes", "Import File"},
         {"mnuFileExportQuotes", "&Export File"},
         {"mnuFileExit", "E&xit"},
@@ -88,6 +89,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         bool ddq, db, dbe, efq, other, nothing, pausedRun;
     };
     const Row rows[] = {
+        {"mnuFilePopulate", true, false, false, false, false, false, false},
         {"mnuEvaluatePickStocks", true, false, false, false, false, true, false},
         {"mnuFileImportQuotes", true, false, false, false, false, true, false},
         {"mnuFileExportQuotes", true, false, true, true, false, true, false},

@@ -15,6 +15,7 @@
 #include <memory>
 #include <string>
 
+#include "acquire/memory_web.h"
 #include "base/clock.h"
 #include "base/files.h"
 #include "base/windows/display_text.h"
@@ -89,7 +90,9 @@ class Program {
     Session session{folder.Get(), clock, person};
     std::unique_ptr<Analysis> analysis = std::make_unique<Analysis>();
     Path store = folder / "config" / "Brantlow.ini";
-    std::unique_ptr<frmMain> frame = std::make_unique<frmMain>(session, *analysis, person, store);
+    MemoryWeb web{&person};
+    Hosts hosts;
+    std::unique_ptr<frmMain> frame = std::make_unique<frmMain>(session, *analysis, person, web, hosts, store);
 };
 
 // Answers the next dialog that opens; `seen` counts the dialogs so far. A dialog that nothing answers is

@@ -52,6 +52,7 @@ constexpr std::array kActions = {
     Action{"mnuFileClose", &frmMain::CloseFile},
     Action{"mnuFileSave", &frmMain::SaveFile},
     Action{"mnuFileSaveAs", &frmMain::SaveFileAs},
+    Action{"mnuFilePopulate", &frmMain::PopulateTickers},
     Action{"mnuFileImportQuotes", &frmMain::ImportQuoteFile},
     Action{"mnuFileExportQuotes", &frmMain::ExportQuoteFile},
     Action{"mnuFileExit", &frmMain::ExitProgram},
@@ -90,10 +91,13 @@ QString DialogFilter(const std::string& filter) {
 
 }  // namespace
 
-frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Path userStore)
+frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web& web, const Hosts& hosts,
+                 Path userStore)
     : session_(session),
       analysis_(analysis),
       person_(person),
+      web_(web),
+      hosts_(hosts),
       userStore_(std::move(userStore)),
       area_(new FrameArea),
       tbToolBar(new QToolBar(QStringLiteral("Buttons"))) {

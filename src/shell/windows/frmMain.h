@@ -5,6 +5,8 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include "acquire/hosts.h"
+#include "acquire/web.h"
 #include "indicators/analysis.h"
 #include "shell/display.h"
 #include "shell/session.h"
@@ -29,7 +31,8 @@ class frmMain final : public QMainWindow {
     Q_OBJECT
   public:
     // All outlive the frame. `userStore` is the file of the per-user settings store.
-    frmMain(Session& session, Analysis& analysis, WindowPerson& person, Path userStore);
+    frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web& web, const Hosts& hosts,
+            Path userStore);
     ~frmMain() override;
 
     // The load: settings, display, size, the most recent file, as the program starts.
@@ -53,6 +56,7 @@ class frmMain final : public QMainWindow {
     void SaveFile();
     void SaveFileAs();
     void ExitProgram();
+    void PopulateTickers();
     void ImportQuoteFile();
     void ExportQuoteFile();
     void StockSelector();
@@ -79,6 +83,9 @@ class frmMain final : public QMainWindow {
     void StoreGeometry();
     void AskInterval();
     void RunStockSelector(Interval interval);
+    void RunPopulate();
+    void BeginTableRun();
+    bool EndTableRun();
     void TellOutcome(const SelectorOutcome& outcome);
     void Tile(Qt::Orientation stacked);
     QList<QMdiSubWindow*> ShownChildren() const;
@@ -86,6 +93,8 @@ class frmMain final : public QMainWindow {
     Session& session_;
     Analysis& analysis_;
     WindowPerson& person_;
+    Web& web_;
+    const Hosts& hosts_;
     Path userStore_;
     Display display_;
     // Of all imports until exit.

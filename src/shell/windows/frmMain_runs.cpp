@@ -1,6 +1,8 @@
 // The long runs of the main frame: what stands before and after the run itself.
 #include <QTimer>
 
+#include "acquire/history_download.h"
+#include "acquire/windows/frmPopulate.h"
 #include "selector/error_report.h"
 #include "selector/selector_run.h"
 #include "selector/windows/frmErrorReport.h"
@@ -51,17 +53,41 @@ void frmMain::RunStockSelector(Interval interval) {
     CheckActivefrm();
     session_.CurrentFile = kEvaluationsName;
     if (!ShowCurrentFile(session_, Windows())) return;
-    person_.BeginRun([this] { quoteForm_->ShowRowInWork(session_.run.CurrentRow); });
-    ApplyRules();
+    BeginTableRun();
     SelectorOutcome outcome;
     RunSelector(session_, analysis_, interval, quoteForm_->Table(), outcome);
+    if (EndTableRun()) TellOutcome(outcome);
+}
+
+// A run works on the open table: the row in work stays in sight.
+void frmMain::BeginTableRun() {
+    person_.BeginRun([this] { quoteForm_->ShowRowInWork(session_.run.CurrentRow); });
+    ApplyRules();
+}
+
+// False when the frame was closed in the run and goes now.
+bool frmMain::EndTableRun() {
     person_.EndRun();
     quoteForm_->ShowFirstRow();
-    if (exitAfterRun_) {
-        // The run was called from a click; the frame goes when that has returned.
-        QTimer::singleShot(0, this, &QWidget::close);
-    } else {
-        TellOutcome(outcome);
+    // The run was called from a click; the frame goes when that has returned.
+    if (exitAfterRun_) QTimer::singleShot(0, this, &QWidget::close);
+    return !exitAfterRun_;
+}
+
+void frmMain::PopulateTickers() {
+    auto* dialog = new frmPopulate(session_, this);
+    connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
+    connect(dialog, &frmPopulate::PopulateAsked, this, &frmMain::RunPopulate);
+    dialog->open();
+}
+
+void frmMain::RunPopulate() {
+    if (!quoteForm_) return;
+    BeginTableRun();
+    const PopulateRun run = PopulateDatabase(session_, web_, hosts_, quoteForm_->Table());
+    if (EndTableRun() && run.error) {
+        person_.Say(session_.settings.QuoteFolder + ": a file of the database cannot be written (" +
+                    run.error.message() + ")");
     }
 }
 
