@@ -25,9 +25,10 @@ inline constexpr OpenStates kAlways = kWithTable | kWithNothing;
 // The state while a table of this kind is open.
 OpenStates StateOf(FileKind kind);
 
-enum class MenuRow { Menu, Entry, CheckedEntry, Separator, RecentFiles };
+enum class MenuRow { Menu, PopUpMenu, Entry, CheckedEntry, Separator, RecentFiles };
 
-// One row of the menu, in order. A row whose parent is empty stands on the menu bar itself.
+// One row of the menu, in order. A row whose parent is empty stands on the menu bar itself; the pop-up menu
+// stands nowhere and appears under a right-click.
 struct Command {
     MenuRow row;
     std::string_view id;
@@ -89,6 +90,9 @@ inline constexpr std::array kMenu = {
             "Lay the windows side by side", "", "tile-vertical", kAlways, true},
     Command{MenuRow::Entry, "mnuWindowArrangeIcons", "mnuWindow", "&Arrange Icons",
             "Line up the minimised windows", "", "", kAlways, true},
+    Command{MenuRow::PopUpMenu, "mnuPopUp", "", "&PopUp", "", "", ""},
+    Command{MenuRow::Entry, "mnuPopUpExportHistQuotes", "mnuPopUp", "Export Historical Quotes",
+            "Export the ticker's history to another program", "", "export"},
 };
 
 // A picture button of the frame; its tool tip is the only word it has.

@@ -14,7 +14,7 @@ TEST(CommandCatalogue, NamesAreUniqueAndParentsStandBeforeTheirRows) {
     for (const Command& command : kMenu) {
         EXPECT_TRUE(ids.insert(command.id).second) << command.id;
         EXPECT_TRUE(menus.contains(command.parent)) << command.id;
-        if (command.row == MenuRow::Menu) menus.insert(command.id);
+        if (command.row == MenuRow::Menu || command.row == MenuRow::PopUpMenu) menus.insert(command.id);
     }
 }
 
@@ -50,6 +50,8 @@ TEST(CommandCatalogue, EntriesHaveTheirWords) {
         {"mnuWindowTileHorizontal", "Tile &Horizontal"},
         {"mnuWindowTileVertical", "Tile &Vertical"},
         {"mnuWindowArrangeIcons", "&Arrange Icons"},
+        {"mnuPopUp", "&PopUp"},
+        {"mnuPopUpExportHistQuotes", "Export Historical Quotes"},
     };
     for (const auto& [id, words] : rows) {
         const Command* command = FindCommand(id);

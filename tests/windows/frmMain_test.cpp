@@ -10,6 +10,7 @@
 
 #include "shell/user_store.h"
 #include "store/windows/frmQuoteGrid.h"
+#include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"
 
 using namespace brantlow;
@@ -75,10 +76,53 @@ class FrmMainTest : public QObject {
 
     void theMenuBarStandsInTheCatalogueOrder() {
         Program program;
+        const std::string_view order[] = {"mnuFile",
+                                          "mnuEdit",
+                                          "mnuView",
+                                          "mnuSettings",
+                                          "mnuGraphics",
+                                          "mnuEvaluatePickStocks",
+                                          "mnuExtendedFundamentals",
+                                          "mnuWindow",
+                                          "mnuHelp"};
+        QStringList expected;
+        for (const std::string_view id : order) {
+            if (const Command* command = FindCommand(id)) expected << Name(command->words);
+        }
         QStringList words;
         for (QAction* action : program.frame->menuBar()->actions()) words << action->text();
-        QCOMPARE(words, QStringList({QStringLiteral("&File"), QStringLiteral("&View"),
-                                     QStringLiteral("St&ock Selector"), QStringLiteral("&Window")}));
+        QCOMPARE(words, expected);
+        QVERIFY(words.contains(QStringLiteral("&File")));
+    }
+
+    void aRightClickShowsThePopUpMenu() {
+        Program program;
+        program.Start("Jan.ddq");
+        QMenu& menu = program.frame->Commands().PopUpMenu();
+        QCOMPARE(menu.objectName(), QStringLiteral("mnuPopUp"));
+        QVERIFY(!program.frame->menuBar()->actions().contains(menu.menuAction()));
+        auto* area = program.frame->findChild<QMdiArea*>();
+        Q_EMIT area->customContextMenuRequested(QPoint(5, 5));
+        QVERIFY(menu.isVisible());
+        menu.close();
+        FrozenTableView* view = program.frame->QuoteForm()->View();
+        Q_EMIT view->customContextMenuRequested(view->visualRect(view->model()->index(1, 1)).center());
+        QVERIFY(menu.isVisible());
+        QCOMPARE(program.session.CurrentTicker, std::string("T2"));
+        menu.close();
+    }
+
+    void exportingHistoricalQuotesSaysThatItIsNotThere() {
+        Program program;
+        program.Start("Jan.ddq");
+        DialogHand hand([](QDialog& dialog) {
+            auto* box = qobject_cast<QMessageBox*>(&dialog);
+            QVERIFY(box);
+            QCOMPARE(box->text(), QStringLiteral("This function is not yet available."));
+            PressButton(dialog, QMessageBox::Ok);
+        });
+        program.frame->Run("mnuPopUpExportHistQuotes");
+        QCOMPARE(hand.seen, 1);
     }
 
     void everyButtonHasItsToolTipAndPicture() {

@@ -47,6 +47,12 @@ void CommandBar::AddRow(const Command& command) {
             menus_.insert(Name(command.id), menu);
             return;
         }
+        case MenuRow::PopUpMenu:
+            PopUpMenu_ = new QMenu(Name(command.words), &frame_);
+            PopUpMenu_->setObjectName(Name(command.id));
+            PopUpMenu_->setToolTipsVisible(true);
+            menus_.insert(Name(command.id), PopUpMenu_);
+            return;
         case MenuRow::Separator:
             parent->addSeparator()->setObjectName(Name(command.id));
             return;

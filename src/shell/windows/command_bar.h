@@ -25,6 +25,8 @@ class CommandBar final : public QObject {
     CommandBar(QMainWindow& frame, QToolBar& buttons, std::function<void(const Command&)> run);
 
     QAction* Entry(std::string_view id) const;
+    // What a right-click shows, on the empty frame and on a row of the quote table.
+    QMenu& PopUpMenu() const { return *PopUpMenu_; }
     // Applies the enabling rules.
     void ApplyRules(OpenStates state, bool inRun);
     // Shows and enables the buttons that wait for an end-of-day table; they stay so.
@@ -47,6 +49,7 @@ class CommandBar final : public QObject {
     std::function<void(const Command&)> run_;
     QHash<QString, QAction*> entries_;
     QHash<QString, QMenu*> menus_;
+    QMenu* PopUpMenu_ = nullptr;
     QList<QAction*> recent_;
     QAction* recentBar_ = nullptr;
     QList<QAction*> waiting_;

@@ -63,6 +63,7 @@ constexpr std::array kActions = {
     Action{"mnuWindowTileHorizontal", &frmMain::TileHorizontal},
     Action{"mnuWindowTileVertical", &frmMain::TileVertical},
     Action{"mnuWindowArrangeIcons", &frmMain::ArrangeIcons},
+    Action{"mnuPopUpExportHistQuotes", &frmMain::ExportHistoricalQuotes},
 };
 
 constexpr int kIconPixels = 24;
@@ -110,6 +111,9 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
     tbToolBar->setIconSize({kIconPixels, kIconPixels});
     addToolBar(tbToolBar);
     setContextMenuPolicy(Qt::NoContextMenu);
+    area_->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(area_, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint& place) { ShowPopUpMenu(area_->mapToGlobal(place)); });
     commands_ = new CommandBar(*this, *tbToolBar, [this](const Command& command) { Run(command.id); });
     connect(commands_, &CommandBar::RecentFileChosen, this, &frmMain::OpenRecentFile);
     BuildStatusBar();
@@ -227,6 +231,7 @@ TableLoad frmMain::LoadQuoteForm() {
         if (!person_.InRun()) CloseFile();
     });
     connect(form, &frmQuoteGrid::CommandPressed, this, &frmMain::Run);
+    connect(form, &frmQuoteGrid::PopUpAsked, this, &frmMain::ShowPopUpMenu);
     quoteForm_ = form;
     quoteWindow_ = area_->addSubWindow(form);
     quoteWindow_->setWindowIcon(windowIcon());
@@ -254,6 +259,14 @@ void frmMain::ApplyRules() {
     const OpenStates state = quoteForm_ ? StateOf(KindOf(session_.CurrentFile)) : kWithNothing;
     commands_->ApplyRules(state, person_.InRun());
     if (quoteForm_) quoteForm_->ApplyRules(state, !person_.InRun());
+}
+
+void frmMain::ShowPopUpMenu(const QPoint& place) {
+    commands_->PopUpMenu().popup(place);
+}
+
+void frmMain::ExportHistoricalQuotes() {
+    person_.Say("This function is not yet available.");
 }
 
 void frmMain::NewTable() {

@@ -66,6 +66,7 @@ class frmMain final : public QMainWindow {
     void TileHorizontal();
     void TileVertical();
     void ArrangeIcons();
+    void ExportHistoricalQuotes();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -79,6 +80,7 @@ class frmMain final : public QMainWindow {
     TableLoad LoadQuoteForm();
     void ShowQuoteForm();
     void NameChanged();
+    void ShowPopUpMenu(const QPoint& place);
     void ApplyRules();
     void StoreGeometry();
     void AskInterval();

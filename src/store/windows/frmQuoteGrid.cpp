@@ -50,6 +50,12 @@ frmQuoteGrid::frmQuoteGrid(Session& session)
 
     connect(strip_, &QuoteStrip::Pressed, this, &frmQuoteGrid::CommandPressed);
     connect(Text1, &QLineEdit::textChanged, this, &frmQuoteGrid::Text1_Change);
+    for (QAbstractItemView* const view :
+         {static_cast<QAbstractItemView*>(view_), static_cast<QAbstractItemView*>(view_->FrozenView())}) {
+        view->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(view, &QWidget::customContextMenuRequested, this,
+                [this, view](const QPoint& place) { AskPopUp(*view, place); });
+    }
     connect(view_, &FrozenTableView::ColumnMoved, this, &frmQuoteGrid::MoveColumn);
     connect(view_, &FrozenTableView::ColumnResized, this, [this](int column, int pixels) {
         table_.SetWidth(static_cast<std::size_t>(column), TwipsOf(pixels));
@@ -135,6 +141,13 @@ void frmQuoteGrid::RowSelected(int row) {
     session_.CurrentTicker = table_.Ticker(SelectedRow);
     const QSignalBlocker quiet(Text1);
     Text1->setText(Shown(session_.CurrentTicker));
+}
+
+// The commands of the menu work on the selected row, so a click selects the row under it first.
+void frmQuoteGrid::AskPopUp(const QAbstractItemView& view, const QPoint& place) {
+    const int row = view.indexAt(place).row();
+    if (row >= 0) view_->selectRow(row);
+    Q_EMIT PopUpAsked(view.viewport()->mapToGlobal(place));
 }
 
 void frmQuoteGrid::Text1_Change(const QString& text) {

@@ -10,6 +10,7 @@
 #include "store/quote_table.h"
 #include "store/table_files.h"
 
+class QAbstractItemView;
 class QLabel;
 class QLineEdit;
 
@@ -47,6 +48,9 @@ class frmQuoteGrid final : public QWidget {
     void CloseAsked();
     // A button above the table was pressed; `command` names the main frame's routine behind it.
     void CommandPressed(std::string_view command);
+    // A row was clicked with the right button, or the menu key pressed; `place` is on the screen. The row is
+    // selected by then.
+    void PopUpAsked(const QPoint& place);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -60,6 +64,7 @@ class frmQuoteGrid final : public QWidget {
     int ShownWidth(std::size_t column) const;
     void MoveColumn(int from, int to);
     void RowSelected(int row);
+    void AskPopUp(const QAbstractItemView& view, const QPoint& place);
     void Text1_Change(const QString& text);
     QString EmptySentence() const;
 
