@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 #include <optional>
 #include <string>
 
@@ -15,6 +16,7 @@
 #include "base/values.h"
 #include "shell/settings/settings_tables.h"
 #include "store/history_record.h"
+#include "store/practice_prices.h"
 #include "store/year_files.h"
 
 namespace {
@@ -29,6 +31,7 @@ struct Wish {
     std::size_t tickers = kMostTickers;
     int years = 4;
     std::string today = "2026-12-31";
+    std::string market;
 };
 
 // A small generator of its own: the standard library's distributions differ between systems.
@@ -129,6 +132,39 @@ bool WriteTicker(const std::string& quoteFolder, std::size_t number, int years, 
     return true;
 }
 
+// Days of prices that a market folder holds past `today`: a week, in which the market moves no dates.
+constexpr int kDaysAhead = 6;
+
+// The prices of a ticker for the practice market, going on for a week behind the database.
+std::string MarketPrices(std::size_t number, int years, const Date& today) {
+    Walk walk(number);
+    std::string text = "Date,Open,High,Low,Close,Volume\n";
+    const Date last = AddDays(today, kDaysAhead);
+    for (Date date = (today.year() - std::chrono::years(years - 1)) / 1 / 1; date <= last;
+         date = AddDays(date, 1)) {
+        if (!IsTradingDay(date) && date != last) continue;
+        const HistoryRecord day = walk.Day(date);
+        fmt::format_to(std::back_inserter(text), "{},{:.3f},{:.3f},{:.3f},{:.3f},{:.0f}\n",
+                       FormatIsoDate(date), day.HistoryOpen, day.HistoryHigh, day.HistoryLow,
+                       day.HistoryClose, day.HistoryVolume);
+    }
+    return text;
+}
+
+bool WriteMarket(const Wish& wish, const Date& today) {
+    const Path folder = wish.market;
+    std::error_code error;
+    std::filesystem::create_directories(folder / "prices", error);
+    std::string tickers = "ticker,name,exchange\n";
+    for (std::size_t number = 1; number <= wish.tickers; ++number) {
+        const std::string ticker = TickerName(number);
+        tickers.append(ticker).append(",Company ").append(ticker).append(",NYSE\n");
+        const std::string prices = MarketPrices(number, wish.years, today);
+        if (WriteWholeFile(PracticePriceFile(folder, ticker), prices, Flush::Later)) return false;
+    }
+    return !WriteWholeFile(folder / kPracticeTickerFile, tickers);
+}
+
 // The header is that of a new table as the program ships it.
 bool WriteTable(const Path& data, std::size_t tickers) {
     const std::string shipped = BytesOrEmpty(Path(BRANTLOW_SOURCE_DIR) / "assets/Data/New EOD Quotes.db");
@@ -176,11 +212,16 @@ int main(int argc, char** argv) {
         ->capture_default_str()
         ->check(CLI::Range(1, 60));
     app.add_option("--today", wish.today, "Day after the last record, YYYY-MM-DD")->capture_default_str();
+    app.add_option("--market", wish.market, "Folder for the prices that a practice market serves of them");
     CLI11_PARSE(app, argc, argv);
     const std::optional<Date> today = ParseDate(wish.today);
     if (!today) {
         fmt::print(stderr, "--today: {} is no date\n", wish.today);
         return 2;
+    }
+    if (!wish.market.empty() && !WriteMarket(wish, *today)) {
+        fmt::print(stderr, "{}: the prices could not be written\n", wish.market);
+        return 1;
     }
     if (!MakeDatabase(wish, *today)) {
         fmt::print(stderr, "{}: the database could not be written\n", wish.folder);

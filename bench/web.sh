@@ -1,0 +1,85 @@
+#!/usr/bin/env bash
+# Times what the program fills from the web against the web alone, a practice market on the loopback:
+#   (a) one `curl` that asks for all addresses of the run, one after another, and throws the replies away
+#   (b) `brantlow-batch update` over 17,999 tickers with a year of history each, or
+#       `brantlow-batch populate --years 5` for 500 tickers
+#
+#   bench/web.sh [update|populate] [FOLDER]
+#
+# The database and the market's prices are made in FOLDER (default: a folder under /var/tmp) unless they are
+# there already; update takes 1.3 GB. Every round is a day of its own, up to five (ROUNDS), and runs (a) and
+# then (b); the shortest times count. Exit status 1 when (b) takes more than 3 times (a), populating more than
+# 2 times, or more than 300 MB.
+set -euo pipefail
+
+work=${1:-update}
+folder=${2:-/var/tmp/brantlow-bench-$work}
+rounds=${ROUNDS:-5}
+programs=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/release/bin
+most_megabytes=300
+first_day=2026-06-08  # a Monday
+
+case $work in
+  update) size=(--tickers 17999 --years 1) most_ratio=3 addresses=() ;;
+  populate) size=(--tickers 500 --years 6) most_ratio=2 addresses=(--years 5) ;;
+  *) echo "web.sh: $work is neither update nor populate" >&2; exit 2 ;;
+esac
+((rounds >= 1 && rounds <= 5)) || { echo "web.sh: ROUNDS is 1 to 5" >&2; exit 2; }
+for program in make_database timed_run web_addresses brantlow-batch brantlow-market; do
+  [[ -x $programs/$program ]] || { echo "web.sh: build $program first (./test)" >&2; exit 2; }
+done
+
+if [[ ! -f $folder/Data/Bench.ddq ]]; then
+  echo "Making the database in $folder"
+  "$programs/make_database" "$folder" "${size[@]}" --today "$first_day" --market "$folder/market"
+fi
+
+list=$(mktemp)
+times=$(mktemp)
+market=
+stop() {
+  [[ -z $market ]] || kill "$market"
+  rm -f "$list" "$times"
+}
+trap stop EXIT
+
+# Starts the market of a day and points the program to it.
+start_market() {
+  [[ -z $market ]] || kill "$market"
+  local pipe
+  pipe=$(mktemp -u)
+  mkfifo "$pipe"
+  "$programs/brantlow-market" --prices "$folder/market" --today "$1" --hosts "$folder/Data/Hosts.ini" \
+    > "$pipe" &
+  market=$!
+  head -n 1 < "$pipe" > /dev/null
+  rm "$pipe"
+}
+
+fetch_all() { "$programs/timed_run" curl --silent --fail --noproxy '*' --config "$list" 2>&1; }
+run_program() {
+  local command=(update Bench.ddq)
+  [[ $work == update ]] || command=(populate Bench.ddq --years 5)
+  "$programs/timed_run" "$programs/brantlow-batch" --app "$folder" --today "$1" "${command[@]}" 2>&1 > /dev/null |
+    tail -n 1
+}
+
+for ((round = 0; round < rounds; round++)); do
+  today=$(date -d "$first_day + $round days" +%F)
+  start_market "$today"
+  "$programs/web_addresses" "$folder" --today "$today" "${addresses[@]}" |
+    sed 's/.*/url = "&"\noutput = "\/dev\/null"/' > "$list"
+  echo "curl $(fetch_all)"
+  echo "$work $(run_program "$today")"
+done > "$times"
+awk -v work="$work" -v most_ratio="$most_ratio" -v most_megabytes="$most_megabytes" '
+  NF != 4 { print "unexpected: " $0; failed = 1; next }
+  { printf "  %-8s %6.2f s  %6.2f s of processor  %4d MB\n", $1, $2, $3, $4 }
+  !($1 in best) || $2 < best[$1] { best[$1] = $2 }
+  $4 > peak[$1] { peak[$1] = $4 }
+  END {
+    if (failed || !best["curl"]) exit 1
+    ratio = best[work] / best["curl"]
+    printf "  (b) / (a) %6.2f (goal: at most %d, below %d MB)\n", ratio, most_ratio, most_megabytes
+    exit ratio > most_ratio || peak[work] > most_megabytes
+  }' "$times"
