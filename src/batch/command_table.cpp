@@ -37,7 +37,7 @@ constexpr auto kCommands = std::to_array<Command>({
     kCatalogueCommand,     kSeriesCommand,   kIndicatorsCommand, kEvaluateCommand,     kSelectCommand,
     kHistoryCommand,       kPopulateCommand, kUpdateCommand,     kFundamentalsCommand, kImportCommand,
     kExportCommand,        kAddCommand,      kDeleteCommand,     kAlarmCommand,        kSplitCommand,
-    kSplitCalendarCommand, kPracticeCommand, kScheduleCommand,   kSettingsCommand,
+    kSplitCalendarCommand, kPracticeCommand, kScheduleCommand,   kResearchCommand,     kSettingsCommand,
 });
 
 std::string OptionText(const CommandOption& option) {

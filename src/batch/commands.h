@@ -222,6 +222,24 @@ inline constexpr Command kScheduleCommand = {
     .run = RunSchedule,
 };
 
+ExitStatus RunResearch(BatchCall& call);
+inline constexpr Command kResearchCommand = {
+    .name = "research",
+    .usage = "COMMAND [TICKER]",
+    .operand = "COMMAND",
+    .fewestOperands = 1,
+    .mostOperands = 2,
+    .summary = "Prints the address that a research command opens",
+    .help =
+        "COMMAND is the name of a menu entry: mnuPopUpNews, mnuViewSplits, mnuHelpSupport. The provider, "
+        "the\n"
+        "market and the brokerage firm are those of the settings. An entry of the right-click menu needs a\n"
+        "TICKER, which stands in the address as it is given; with an empty one nothing is printed. The "
+        "other\n"
+        "entries pay no heed to it.\n",
+    .run = RunResearch,
+};
+
 ExitStatus RunSettings(BatchCall& call);
 inline constexpr Command kSettingsCommand = {
     .name = "settings",
