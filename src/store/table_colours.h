@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/dates.h"
+#include "base/rgb.h"
 #include "shell/person.h"
 #include "store/quote_table.h"
 
@@ -31,13 +32,6 @@ enum class CellStyle : unsigned char {
 };
 
 inline constexpr std::size_t kCellStyleCount = 14;
-
-struct Rgb {
-    unsigned char red;
-    unsigned char green;
-    unsigned char blue;
-    bool operator==(const Rgb&) const = default;
-};
 
 // Where a colour comes from: the window's own, the system's button face, or the style's RGB.
 enum class ColourSource : unsigned char { Window, ButtonFace, Style };

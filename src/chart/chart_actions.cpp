@@ -1,0 +1,199 @@
+#include "chart/chart_actions.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "alerts/price_alarms.h"
+#include "base/numbers.h"
+#include "chart/chart_panels.h"
+#include "chart/panel_paint.h"
+#include "shell/settings/settings_files.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::array<std::string_view, kVolumeEntries> kFirstVolumeSeries = {"Volume", "Average", "LR",
+                                                                             "L. UCL", "",        ""};
+// From the pointer to the cursor line.
+constexpr double kCursorOffset = 15;
+constexpr Rgb kCursorColour = {0, 100, 0};
+constexpr std::array<Panel, 3> kPaintOrder = {Panel::Price, Panel::Study, Panel::Volume};
+
+void TakeAlarms(const ChartSelection& selection, ChartSession& chart) {
+    if (selection.table == nullptr) return;
+    ChartAlarms alarms{chart.HighAlarm, chart.LowAlarm};
+    LoadChartAlarms(*selection.table, selection.row, alarms);
+    chart.HighAlarm = alarms.ChartHighAlarm;
+    chart.LowAlarm = alarms.ChartLowAlarm;
+}
+
+Interval IntervalOf(int timeFrame) {
+    if (timeFrame == kWeeklyFrame) return Interval::Weekly;
+    return timeFrame == kMonthlyFrame ? Interval::Monthly : Interval::Daily;
+}
+
+PanelDrawing Paint(ChartContext& context, Panel panel) {
+    switch (panel) {
+        case Panel::Price:
+            return PaintPricePanel(context.chart, context.analysis, context.session.settings);
+        case Panel::Study:
+            return PaintStudyPanel(context.chart, context.analysis);
+        case Panel::Volume:
+            break;
+    }
+    return PaintVolumePanel(context.chart, context.analysis);
+}
+
+void PaintCleared(ChartContext& context, Panel panel) {
+    context.chart.Picture(panel) = Paint(context, panel);
+}
+
+void PaintOver(ChartContext& context, Panel panel) {
+    PanelDrawing& picture = context.chart.Picture(panel);
+    picture = PaintedOver(picture, Paint(context, panel));
+}
+
+// The first free place from `first` on takes `item`.
+template <typename Iterator>
+void FillFirstFree(Iterator first, Iterator last, std::string_view item) {
+    const Iterator free = std::find(first, last, std::string());
+    if (free != last) *free = item;
+}
+
+void ReloadFromWindow(ChartContext& context, Signals signals) {
+    context.chart.SelectorTicker = context.chart.Label58;
+    ReloadChart(context, signals);
+}
+
+void ChangeTimeFrame(ChartContext& context, int timeFrame) {
+    context.chart.ChartTimeFrame = timeFrame;
+    ReloadFromWindow(context, Signals::Compute);
+    PaintAllPanels(context);
+}
+
+// The bar under `x`, 0 for none. Neighbouring bars overlap; the later one wins.
+std::size_t BarAt(double x, std::size_t barCount) {
+    std::size_t found = 0;
+    for (std::size_t i = 1; i <= barCount; ++i) {
+        const double start = kBarSpacing * static_cast<double>(i);
+        if (x >= start && x < start + kPanelLeft) found = i;
+    }
+    return found;
+}
+
+}  // namespace
+
+ChartStart StartChart(ChartContext& context, const ChartSelection& selection, std::string_view style) {
+    ChartSession& chart = context.chart;
+    if (selection.ticker.empty()) {
+        context.session.person.Say(kNoTickerForChart);
+        return ChartStart::NoTicker;
+    }
+    if (!style.empty()) chart.ChartStyle = style;
+    TakeAlarms(selection, chart);
+    chart.SelectorTicker = selection.ticker;
+    chart.ChartTimeFrame = kDailyFrame;
+    ReloadChart(context, Signals::Compute);
+    LoadChartWindow(context);
+    return context.analysis.series.LastBar > 1 ? ChartStart::Done : ChartStart::NoHistory;
+}
+
+void LoadChartWindow(ChartContext& context) {
+    ChartSession& chart = context.chart;
+    SettingsTables& settings = context.session.settings;
+    LoadSettingsFile(SettingsFile::Graph, context.session.AppPath, settings);
+    if (chart.ChartStyle == kDefaultStyle || chart.ChartStyle == kCandleStickStyle) {
+        settings.GraphSettings.Set(kGraphTypeLine, Value::OfText(chart.ChartStyle));
+    }
+    for (std::size_t slot = 0; slot < chart.Slots.size(); ++slot) {
+        chart.Slots[slot] = settings.GraphSettings.Text(kFirstSlotLine + slot);
+    }
+    std::copy(kFirstVolumeSeries.begin(), kFirstVolumeSeries.end(), chart.VolumeSeriesList.begin());
+    chart.Combo1 = kPriceName;
+    chart.Combo2 = kFirstStudy;
+    chart.Combo3 = kVolumeName;
+    chart.ReadOut = {};
+    PaintAllPanels(context);
+}
+
+void PaintAllPanels(ChartContext& context) {
+    for (const Panel panel : kPaintOrder) PaintCleared(context, panel);
+}
+
+void ReloadChart(ChartContext& context, Signals) {
+    Analysis& analysis = context.analysis;
+    const HistorySource source{context.session.settings.QuoteFolder, context.session.clock};
+    LoadSeriesFor(source, context.chart.SelectorTicker, IntervalOf(context.chart.ChartTimeFrame),
+                  analysis.series);
+    ComputeIndicators(analysis.series, analysis.indicators);
+}
+
+void PickPriceSeries(ChartContext& context, std::string_view item) {
+    context.chart.Combo1 = item;
+    FillFirstFree(std::next(context.chart.Slots.begin()), context.chart.Slots.end(), item);
+    PaintOver(context, Panel::Price);
+}
+
+void ClearPriceSeries(ChartContext& context) {
+    context.chart.Slots = {std::string(kPriceName)};
+    PaintCleared(context, Panel::Price);
+}
+
+void PickStudy(ChartContext& context, std::string_view item) {
+    context.chart.Combo2 = item;
+    PaintCleared(context, Panel::Study);
+}
+
+void PickVolumeSeries(ChartContext& context, std::string_view item) {
+    context.chart.Combo3 = item;
+    FillFirstFree(context.chart.VolumeSeriesList.begin(), context.chart.VolumeSeriesList.end(), item);
+    PaintOver(context, Panel::Volume);
+}
+
+void ClearVolumeSeries(ChartContext& context) {
+    context.chart.VolumeSeriesList = {std::string(kVolumeName)};
+    PaintCleared(context, Panel::Volume);
+}
+
+bool CoarserTimeFrame(ChartContext& context) {
+    if (context.chart.ChartTimeFrame >= kMonthlyFrame) return false;
+    ChangeTimeFrame(context, context.chart.ChartTimeFrame + 1);
+    return true;
+}
+
+bool FinerTimeFrame(ChartContext& context) {
+    if (context.chart.ChartTimeFrame <= kDailyFrame) return false;
+    ChangeTimeFrame(context, context.chart.ChartTimeFrame - 1);
+    return true;
+}
+
+DrawnLine PaintCursor(Panel panel, double x) {
+    const PanelForm& form = FormOf(panel);
+    const double cursorX = x + kCursorOffset;
+    return LineBetween({cursorX, form.topY}, {cursorX, form.bottomY + kAxisOverrun}, kCursorColour);
+}
+
+void PressPanel(ChartContext& context, double x) {
+    ChartSession& chart = context.chart;
+    const WorkingSeries& series = context.analysis.series;
+    for (const Panel panel : kPaintOrder) chart.Picture(panel).items.emplace_back(PaintCursor(panel, x));
+    chart.ReadOut = {};
+    if (const std::size_t bar = BarAt(x, series.BarCount)) {
+        chart.ReadOut = {series.QuoteDate[bar], PlainText(series.ClosePrice, bar),
+                         PlainText(series.Volume, bar), PlainText(chart.StudyReadout, bar)};
+    }
+}
+
+void ReleasePanel(ChartContext& context, Panel panel) {
+    if (panel == Panel::Price) ReloadFromWindow(context, Signals::Keep);
+    context.chart.ReadOut = {};
+    PaintAllPanels(context);
+}
+
+std::string TipText(const ChartSession& chart, Panel panel, double y) {
+    return FormatPicture(panel == Panel::Volume ? kVolumeTipPicture : kPricePicture,
+                         AxisOf(chart, panel).ValueAt(y));
+}
+
+}  // namespace brantlow
