@@ -6,6 +6,7 @@
 
 #include "base/dates.h"
 #include "batch/commands.h"
+#include "batch/maintenance_commands.h"
 #include "batch/table_commands.h"
 
 namespace brantlow {
@@ -34,10 +35,12 @@ constexpr std::array<CommandOption, 3> kGlobalOptions = {{
 }};
 
 constexpr auto kCommands = std::to_array<Command>({
-    kCatalogueCommand,     kSeriesCommand,   kIndicatorsCommand, kEvaluateCommand,     kSelectCommand,
-    kHistoryCommand,       kPopulateCommand, kUpdateCommand,     kFundamentalsCommand, kImportCommand,
-    kExportCommand,        kAddCommand,      kDeleteCommand,     kAlarmCommand,        kSplitCommand,
-    kSplitCalendarCommand, kPracticeCommand, kScheduleCommand,   kResearchCommand,     kSettingsCommand,
+    kCatalogueCommand,    kSeriesCommand,   kIndicatorsCommand, kEvaluateCommand,
+    kSelectCommand,       kHistoryCommand,  kPopulateCommand,   kUpdateCommand,
+    kFundamentalsCommand, kImportCommand,   kExportCommand,     kAddCommand,
+    kDeleteCommand,       kAlarmCommand,    kSplitCommand,      kSplitCalendarCommand,
+    kPracticeCommand,     kScheduleCommand, kCombineCommand,    kRemoveLastUpdateCommand,
+    kBackUpCommand,       kRestoreCommand,  kResearchCommand,   kSettingsCommand,
 });
 
 std::string OptionText(const CommandOption& option) {

@@ -15,13 +15,17 @@ std::error_code CopyWholeFile(const Path& from, const Path& to) {
 
 }  // namespace
 
-FolderCopy CopyFolderFiles(const Path& from, const Path& to) {
+FolderCopy CopyFolderFiles(const Path& from, const Path& to, const std::function<void(double)>& progress) {
     std::error_code ignored;
     // No more than the last folder: the ones above are missing when the drive is.
     std::filesystem::create_directory(to, ignored);
     FolderCopy copy;
-    for (const std::string& name : FileNamesIn(from)) {
+    const std::vector<std::string> names = FileNamesIn(from);
+    for (const std::string& name : names) {
         const std::error_code error = CopyWholeFile(from / name, to / name);
+        if (progress) {
+            progress(static_cast<double>(copy.copied + copy.failed + 1) / static_cast<double>(names.size()));
+        }
         if (!error) {
             ++copy.copied;
             continue;

@@ -1,0 +1,66 @@
+#include "batch/maintenance_commands.h"
+
+#include <array>
+
+#include "store/back_up.h"
+#include "store/combine_tables.h"
+#include "store/file_deletion.h"
+#include "store/remove_update.h"
+
+namespace brantlow {
+
+namespace {
+
+struct BackedUpWord {
+    std::string_view word;
+    BackedUp what;
+};
+constexpr std::array<BackedUpWord, 2> kWords = {
+    {{"program", BackedUp::ProgramFiles}, {"database", BackedUp::QuoteDatabase}}};
+
+ExitStatus RunJob(BatchCall& call, bool restores) {
+    const std::string& operand = call.arguments.operands.front();
+    for (const BackedUpWord& row : kWords) {
+        if (row.word != operand) continue;
+        const BackUpResult result = RunBackUpJob(BackUpJobOf(row.what, restores), call.session);
+        if (!result.refusal.empty()) return Refuse(call, result.refusal);
+        call.out << "Files copied: " << result.copy.copied << '\n';
+        return ExitStatus::Done;
+    }
+    return RefuseUsage(call, "program|database",
+                       "'" + OneLine(operand) + "' is neither program nor database");
+}
+
+}  // namespace
+
+ExitStatus RunCombine(BatchCall& call) {
+    const std::vector<std::string>& names = call.arguments.operands;
+    if (!ExistingDataFile(call, names[0]) || !ExistingDataFile(call, names[1])) return ExitStatus::Refused;
+    if (!StaysInDataFolder(names[2]))
+        return RefuseUsage(call, "OUT", "'" + OneLine(names[2]) + "' is not in Data");
+    if (!MayDelete(Path(names[2]).filename().string()))
+        return RefuseUsage(call, "OUT", "'" + OneLine(names[2]) + "' is a file of the program");
+    const CombinedFile combined = CombineQuoteFiles(call.session.DataFolder(), names[0], names[1], names[2]);
+    if (!combined.unreadable.empty()) return Refuse(call, combined.unreadable + " cannot be read");
+    if (combined.error) return Refuse(call, names[2] + " could not be written: " + combined.error.message());
+    call.out << "Rows: " << combined.rows << '\n';
+    return ExitStatus::Done;
+}
+
+ExitStatus RunRemoveLastUpdate(BatchCall& call) {
+    const RemovedUpdate result = RemoveLastUpdate(call.session);
+    if (!result.hasList) return Refuse(call, kNoUpdateToRemove);
+    if (result.error) return Refuse(call, "The database could not be written: " + result.error.message());
+    call.out << "Records removed: " << result.removed << '\n';
+    return ExitStatus::Done;
+}
+
+ExitStatus RunBackUp(BatchCall& call) {
+    return RunJob(call, false);
+}
+
+ExitStatus RunRestore(BatchCall& call) {
+    return RunJob(call, true);
+}
+
+}  // namespace brantlow

@@ -1,0 +1,59 @@
+// The rows of the command table that keep house: joining tables, taking an update back, back-ups.
+#pragma once
+
+#include "batch/command.h"
+
+namespace brantlow {
+
+ExitStatus RunCombine(BatchCall& call);
+inline constexpr Command kCombineCommand = {
+    .name = "combine",
+    .usage = "A B OUT",
+    .operand = "A B OUT",
+    .fewestOperands = 3,
+    .mostOperands = 3,
+    .summary = "Joins two end-of-day files to a third",
+    .help =
+        "The rows of A, then those of B, whose first row takes the place of the last row of A. Tickers of\n"
+        "both files stay twice. OUT gets a header when its name ends in ddq. Prints the count of rows.\n",
+    .run = RunCombine,
+};
+
+ExitStatus RunRemoveLastUpdate(BatchCall& call);
+inline constexpr Command kRemoveLastUpdateCommand = {
+    .name = "remove-last-update",
+    .usage = "",
+    .operand = "",
+    .summary = "Takes the last day of the last update out of the database",
+    .help =
+        "The last record of this year's file of each ticker that the update touched goes, whatever its "
+        "date;\n"
+        "a second call takes a further day. Prints the count of records removed.\n",
+    .run = RunRemoveLastUpdate,
+};
+
+ExitStatus RunBackUp(BatchCall& call);
+inline constexpr Command kBackUpCommand = {
+    .name = "backup",
+    .usage = "program|database",
+    .operand = "program|database",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .summary = "Copies the program's files or the quote database to the back-up folder",
+    .help = "The folders stand in VTRDATAset.ini. Prints the count of files copied.\n",
+    .run = RunBackUp,
+};
+
+ExitStatus RunRestore(BatchCall& call);
+inline constexpr Command kRestoreCommand = {
+    .name = "restore",
+    .usage = "program|database",
+    .operand = "program|database",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .summary = "Copies the files of a back-up back",
+    .help = "Files of the same name are replaced, others stay. Prints the count of files copied.\n",
+    .run = RunRestore,
+};
+
+}  // namespace brantlow

@@ -1,0 +1,62 @@
+#include "store/back_up.h"
+
+#include <algorithm>
+
+#include "shell/settings/settings_files.h"
+
+namespace brantlow {
+
+namespace {
+
+// What is backed up, the line of the data settings with its back-up folder, and what is said without one.
+struct BackUpPlace {
+    BackedUp what;
+    std::size_t folderLine;
+    std::string_view noFolder;
+};
+constexpr std::array<BackUpPlace, 2> kPlaces = {{
+    {BackedUp::ProgramFiles, 3, kNoProgramBackUpFolder},
+    {BackedUp::QuoteDatabase, 5, kNoQuoteBackUpFolder},
+}};
+
+Path LiveFolder(BackedUp what, const Session& session) {
+    return what == BackedUp::ProgramFiles ? session.DataFolder() : Path(session.settings.QuoteFolder);
+}
+
+BackUpResult Refusal(std::string sentence) {
+    return {{}, std::move(sentence)};
+}
+
+std::string FailureSentence(const FolderCopy& copy, const Path& to) {
+    return std::to_string(copy.failed) + (copy.failed == 1 ? " file" : " files") +
+           " could not be copied to " + to.string() + " (" + copy.error.message() + ").";
+}
+
+}  // namespace
+
+const BackUpJob& BackUpJobOf(BackedUp what, bool restores) {
+    return *std::find_if(kBackUpJobs.begin(), kBackUpJobs.end(),
+                         [&](const BackUpJob& job) { return job.what == what && job.restores == restores; });
+}
+
+BackUpResult RunBackUpJob(const BackUpJob& job, Session& session) {
+    const BackUpPlace& place = kPlaces[job.what == BackedUp::ProgramFiles ? 0 : 1];
+    const std::string& folder = session.settings.DataSettings.Text(place.folderLine);
+    if (folder.empty()) return Refusal(std::string(place.noFolder));
+    const Path backUp = FolderOfSetting(session.AppPath, folder);
+    const Path live = LiveFolder(job.what, session);
+    const Path& from = job.restores ? backUp : live;
+    const Path& to = job.restores ? live : backUp;
+    if (FileNamesIn(from).empty()) return Refusal("There are no files in " + from.string() + ".");
+    session.run.ProgressLastShown = 0;
+    BackUpResult result;
+    result.copy = CopyFolderFiles(from, to, [&](double fraction) {
+        session.run.ProgressFraction = fraction;
+        session.person.ShowProgress(fraction);
+        session.person.PumpEvents();
+    });
+    if (result.copy.failed > 0) result.refusal = FailureSentence(result.copy, to);
+    return result;
+}
+
+}  // namespace brantlow

@@ -1,0 +1,59 @@
+#include "store/combine_tables.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "base/text.h"
+#include "base/values.h"
+#include "shell/settings/settings_tables.h"
+#include "store/columns.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::size_t kMostNameCharacters = 100;
+
+// Puts the rows of a table text, its header left out, at `at` and behind it.
+void TakeRows(std::string_view bytes, std::size_t at, std::vector<std::string>& CombinedLines) {
+    LineReader reader(bytes);
+    std::string_view line;
+    reader.Next(line);
+    for (; at < kMostRows && reader.Next(line); ++at) {
+        if (at == CombinedLines.size()) CombinedLines.emplace_back();
+        CombinedLines[at] = line;
+    }
+}
+
+std::string TextOf(const std::vector<std::string>& CombinedLines, bool hasHeader) {
+    std::string text = hasHeader ? QuoteHeader().append(kLineEnd) : std::string();
+    for (const std::string& line : CombinedLines) text.append(line).append(kLineEnd);
+    return text;
+}
+
+}  // namespace
+
+std::string BareFileName(std::string_view path) {
+    path = path.substr(path.size() - std::min(path.size(), kMostNameCharacters));
+    const std::size_t separator = path.find_last_of("/\\");
+    return std::string(separator == std::string_view::npos ? path : path.substr(separator + 1));
+}
+
+CombinedFile CombineQuoteFiles(const Path& dataFolder, const std::string& first, const std::string& second,
+                               const std::string& output) {
+    CombinedFile result;
+    std::vector<std::string> CombinedLines;
+    for (const std::string& name : {first, second}) {
+        const ReadResult read = ReadWholeFile(dataFolder / name);
+        if (read.outcome != ReadOutcome::Done) {
+            result.unreadable = name;
+            return result;
+        }
+        TakeRows(read.bytes, std::max<std::size_t>(CombinedLines.size(), 1) - 1, CombinedLines);
+    }
+    result.rows = CombinedLines.size();
+    result.error = WriteWholeFile(dataFolder / output, TextOf(CombinedLines, output.ends_with("ddq")));
+    return result;
+}
+
+}  // namespace brantlow

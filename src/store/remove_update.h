@@ -1,0 +1,30 @@
+// Taking the last update back out of the quote database: the newest record of every ticker that the update
+// list names goes.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <system_error>
+
+#include "shell/session.h"
+
+namespace brantlow {
+
+inline constexpr std::string_view kRemoveUpdateQuestion =
+    "Do you want to remove the last update from the database?";
+inline constexpr std::string_view kRemoveUpdateTitle = "Remove Update?";
+inline constexpr std::string_view kNoUpdateToRemove =
+    "You will need to update the quote file before you can remove the last day of data.";
+
+struct RemovedUpdate {
+    bool hasList = false;     // false: there is no update list, nothing was changed
+    std::size_t removed = 0;  // records
+    std::error_code error;    // of the first file that could not be written; it stands as it was
+};
+
+// Removes the last record of this year's file of each ticker of the list, whatever its date; a file of one
+// record goes with it. The list stays: a second call removes a further day. No more than 1,000 records of a
+// file are looked at, and what lies behind them is lost with the last. Progress goes to the session's person.
+RemovedUpdate RemoveLastUpdate(Session& session);
+
+}  // namespace brantlow
