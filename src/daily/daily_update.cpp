@@ -20,6 +20,14 @@ constexpr StepSwitch kStoreInDatabase{8, "Automatic Save"};
 constexpr StepSwitch kRunSelector{16, "Automatic"};
 constexpr StepSwitch kAdjustSplits{19, "Automatic"};
 
+SplitCheck AdjustSplits(const UpdateWork& work, WorkingSeries& series) {
+    if (work.showAdjustSplits) work.showAdjustSplits(true);
+    SplitCheck check = CheckSplitCalendar(work.session, FetchSplitCalendarPage(work.web, work.hosts),
+                                          work.memoryInfo(), series);
+    if (work.showAdjustSplits) work.showAdjustSplits(false);
+    return check;
+}
+
 }  // namespace
 
 DailyUpdate RunDailyUpdate(const UpdateWork& work, DayStore& days, WorkingSeries& series) {
@@ -30,10 +38,7 @@ DailyUpdate RunDailyUpdate(const UpdateWork& work, DayStore& days, WorkingSeries
     result.quotes = UpdateQuotes(work);
     const auto goesOn = [&] { return session.run.ProcessCommand != kStopRun; };
     if (kStoreInDatabase.IsOn(session.settings)) result.database = ImportEndOfDay(session, work.table, days);
-    if (goesOn() && kAdjustSplits.IsOn(session.settings)) {
-        result.splits = CheckSplitCalendar(session, FetchSplitCalendarPage(work.web, work.hosts),
-                                           work.memoryInfo(), series);
-    }
+    if (goesOn() && kAdjustSplits.IsOn(session.settings)) result.splits = AdjustSplits(work, series);
     result.isSaved = SavesAutomatically(session.settings);
     result.saveError = AutomaticSave(session, work.table);
     session.person.ShowStatusWord(kStatusComplete);

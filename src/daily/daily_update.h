@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 #include <system_error>
 
 #include "daily/update_quotes.h"
@@ -11,6 +12,10 @@
 #include "store/day_import.h"
 
 namespace brantlow {
+
+// What a window says where no end-of-day table is open.
+inline constexpr std::string_view kUpdateNeedsQuoteFile =
+    "To update quotes, you will need to open an End of Day Quote File";
 
 struct DailyUpdate {
     UpdateOutcome quotes;

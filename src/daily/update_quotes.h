@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -34,6 +35,8 @@ struct UpdateWork {
     AlertedTickers& alerted;
     // The text by which memory is watched after each batch.
     std::string (*memoryInfo)() = ReadMemoryInfo;
+    // Shows (true) and takes away (false) what tells that histories are adjusted for splits; may be empty.
+    std::function<void(bool)> showAdjustSplits = {};
 };
 
 struct UpdateOutcome {

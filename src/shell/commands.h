@@ -69,6 +69,8 @@ inline constexpr std::array kMenu = {
     Command{MenuRow::Entry, "mnuFileExportQuotes", "mnuFile", "&Export File",
             "Export the open file to another program", "Ctrl+E", "export",
             kWithDdq | kWithDbe | kWithEfq | kWithNothing},
+    Command{MenuRow::Entry, "mnuFileUpdateQuotes", "mnuFile", "Update Quotes",
+            "Fetch the day's quotes of every ticker of the quote file", "F5", "update", kWithDdq | kWithDb},
     Command{MenuRow::RecentFiles, "mnuFileMRU", "mnuFile", "", "", "", ""},
     Command{MenuRow::Separator, "mnuFileBar3", "mnuFile", "", "", "", ""},
     Command{MenuRow::Entry, "mnuFileExit", "mnuFile", "E&xit", "Leave Brantlow", "Ctrl+Q", "exit", kAlways,

@@ -45,12 +45,16 @@ double PercentAvailable(const MemoryStatus& status) {
            static_cast<double>(status.totalPageFile);
 }
 
+void Person::WarnLowMemory() {
+    std::string text(kLowMemoryHeading);
+    text.append("\n\n").append(kLowMemoryText).append("\n\n").append(kLowMemoryAdvice);
+    Say(text, kLowMemoryTitle);
+}
+
 void WatchMemory(std::string_view meminfo, RunControl& run, Person& person) {
     const auto status = ParseMemoryStatus(meminfo);
     if (!status || PercentAvailable(*status) >= kLowMemoryPercent) return;
-    std::string text(kLowMemoryHeading);
-    text.append("\n\n").append(kLowMemoryText).append("\n\n").append(kLowMemoryAdvice);
-    person.Say(text, kLowMemoryTitle);
+    person.WarnLowMemory();
     run.ProcessCommand = kStopRun;
 }
 

@@ -24,6 +24,9 @@ class Person {
     // Lets waiting window events run. A handler may change the run's control word meanwhile.
     virtual void PumpEvents() = 0;
     virtual void Beep() = 0;
+    // The warning of the low-memory watch (memory_status.h), a message unless a person has a better way. It
+    // must not stop the caller for long: what a run has gathered is stored after it.
+    virtual void WarnLowMemory();
 };
 
 }  // namespace brantlow

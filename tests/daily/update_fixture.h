@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "acquire/memory_web.h"
+#include "daily/reply_line.h"
 #include "daily/update_quotes.h"
 #include "support/session_fixture.h"
 
@@ -20,52 +21,6 @@ inline std::string MuchMemory() {
 inline std::string LittleMemory() {
     return "MemTotal: 1000 kB\nMemAvailable: 50 kB\n";
 }
-
-// A line of the standard source. A field that a test names replaces the sample's.
-class ReplyLine {
-  public:
-    explicit ReplyLine(const std::string& ticker) { fields_[0] = "\"" + ticker + "\""; }
-    // Fields are numbered from 1.
-    ReplyLine& With(std::size_t field, const std::string& text) {
-        fields_[field - 1] = text;
-        return *this;
-    }
-    std::string Text(char separator = ',') const {
-        std::string line;
-        for (const std::string& field : fields_) {
-            if (!line.empty()) line += separator;
-            line += field;
-        }
-        return line + "\r\n";
-    }
-
-  private:
-    std::vector<std::string> fields_ = {"",
-                                        "110",
-                                        "\"3/15/2024\"",
-                                        "\"4:01pm\"",
-                                        "\"3/1/2024\"",
-                                        "10",
-                                        "\"Name, Inc\"",
-                                        "\"NYSE\"",
-                                        "\"2/1/2024\"",
-                                        "111",
-                                        "109",
-                                        "101",
-                                        "112",
-                                        "2",
-                                        "50",
-                                        "120",
-                                        "5",
-                                        "99",
-                                        "22",
-                                        "12345",
-                                        "1.5",
-                                        "6",
-                                        "100",
-                                        "1.2B",
-                                        "3"};
-};
 
 class UpdateTest : public SessionTest {
   protected:
@@ -86,15 +41,6 @@ class UpdateTest : public SessionTest {
         return table;
     }
 
-    // The tickers that an address of the standard source asks for.
-    static std::vector<std::string> AskedTickers(const std::string& url) {
-        const std::size_t begin = url.find("?s=") + 3;
-        const std::string list = url.substr(begin, url.find("&f=") - begin);
-        std::vector<std::string> tickers;
-        for (const std::string_view ticker : SplitAtCommas(list)) tickers.emplace_back(ticker);
-        return tickers;
-    }
-
     // A line for every ticker asked for.
     WebReply Answer(const WebRequest& request) {
         std::string text;
@@ -102,16 +48,6 @@ class UpdateTest : public SessionTest {
             if (!ticker.empty()) text += lines.count(ticker) ? lines[ticker] : ReplyLine(ticker).Text();
         }
         return MemoryWeb::Page(text);
-    }
-
-    static std::vector<std::string_view> SplitAtCommas(std::string_view text) {
-        std::vector<std::string_view> pieces;
-        for (;;) {
-            const std::size_t comma = text.find(',');
-            pieces.push_back(text.substr(0, comma));
-            if (comma == std::string_view::npos) return pieces;
-            text.remove_prefix(comma + 1);
-        }
     }
 
     // The reply lines of tickers that do not get the sample's.

@@ -49,6 +49,7 @@ class OpenTableTest : public QObject {
             const char *id, *words, *toolTip;
         };
         const Row rows[] = {
+            {"CmdUpdateQuotes", "Update Quotes", "Continuous Update of Intraday Real Time Quotes"},
             {"CommandImport", "Import File", "Import quotes from another program's file"},
             {"CommandExport", "Export File", "Export End of Day (EOD), Detailed Quotes to Another Program"},
         };

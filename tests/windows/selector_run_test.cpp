@@ -67,22 +67,6 @@ class SelectorProgram : public Program {
     }
 };
 
-// Acts at every turn of the event loop while a run is on: step i runs until it says that it is done.
-class RunWatcher {
-  public:
-    explicit RunWatcher(std::vector<std::function<bool()>> steps) : steps_(std::move(steps)) {
-        QObject::connect(&timer_, &QTimer::timeout, [this] {
-            if (next < steps_.size() && steps_[next]()) ++next;
-        });
-        timer_.start(0);
-    }
-    std::size_t next = 0;
-
-  private:
-    std::vector<std::function<bool()>> steps_;
-    QTimer timer_;
-};
-
 }  // namespace
 
 class SelectorRunTest : public QObject {

@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "acquire/memory_web.h"
 #include "base/clock.h"
@@ -123,6 +124,22 @@ class DialogHand {
     QTimer timer_;
     QDialog* last_ = nullptr;
     int looks_ = 0;
+};
+
+// Acts at every turn of the event loop while a run is on: step i runs until it says that it is done.
+class RunWatcher {
+  public:
+    explicit RunWatcher(std::vector<std::function<bool()>> steps) : steps_(std::move(steps)) {
+        QObject::connect(&timer_, &QTimer::timeout, [this] {
+            if (next < steps_.size() && steps_[next]()) ++next;
+        });
+        timer_.start(0);
+    }
+    std::size_t next = 0;
+
+  private:
+    std::vector<std::function<bool()>> steps_;
+    QTimer timer_;
 };
 
 inline void PressButton(QDialog& dialog, QMessageBox::StandardButton button) {

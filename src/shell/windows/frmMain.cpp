@@ -55,6 +55,7 @@ constexpr std::array kActions = {
     Action{"mnuFilePopulate", &frmMain::PopulateTickers},
     Action{"mnuFileImportQuotes", &frmMain::ImportQuoteFile},
     Action{"mnuFileExportQuotes", &frmMain::ExportQuoteFile},
+    Action{"mnuFileUpdateQuotes", &frmMain::CmdUpdateQuotes},
     Action{"mnuFileExit", &frmMain::ExitProgram},
     Action{"mnuViewToolbar", &frmMain::ViewToolbar},
     Action{"mnuViewStatusBar", &frmMain::ViewStatusBar},
@@ -155,6 +156,7 @@ void frmMain::Load() {
     const FrameGeometry geometry = LoadFrameGeometry(userStore_);
     setGeometry(PixelsOf(geometry.MainLeft), PixelsOf(geometry.MainTop), PixelsOf(geometry.MainWidth),
                 PixelsOf(geometry.MainHeight));
+    OnLineStatus(updates_.online, LoadUserRegistry(userStore_), web_);
     LoadAllSettings(session_.AppPath, session_.settings);
     setWindowTitle(FrameTitle(session_));
     session_.PickedFile = session_.settings.MruSettings.Text(1);
@@ -164,6 +166,7 @@ void frmMain::Load() {
     OpenQuotesFile();
     session_.OpenWithoutDialog = "False";
     ProgressBar1->hide();
+    StartClock();
 }
 
 // At the top left corner in its own size, or as much of it as the screen has; the whole of a smallest screen.

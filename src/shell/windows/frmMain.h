@@ -10,6 +10,7 @@
 #include "indicators/analysis.h"
 #include "shell/display.h"
 #include "shell/session.h"
+#include "shell/windows/update_runs.h"
 #include "store/day_store.h"
 #include "store/table_road.h"
 
@@ -25,6 +26,7 @@ class CommandBar;
 class frmQuoteGrid;
 class WindowPerson;
 struct Command;
+struct DailyUpdate;
 struct SelectorOutcome;
 
 class frmMain final : public QMainWindow {
@@ -59,6 +61,7 @@ class frmMain final : public QMainWindow {
     void PopulateTickers();
     void ImportQuoteFile();
     void ExportQuoteFile();
+    void CmdUpdateQuotes();
     void StockSelector();
     void ViewToolbar();
     void ViewStatusBar();
@@ -67,6 +70,11 @@ class frmMain final : public QMainWindow {
     void TileVertical();
     void ArrangeIcons();
     void ExportHistoricalQuotes();
+
+    // One look at the clock: starts the daily run in its minute. Called by a timer about once a second.
+    void WaitForDailyRun();
+    // Long runs watch the memory by this text instead of the system's.
+    void WatchMemoryBy(std::string (*memoryInfo)()) { updates_.memoryInfo = memoryInfo; }
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -86,6 +94,8 @@ class frmMain final : public QMainWindow {
     void AskInterval();
     void RunStockSelector(Interval interval);
     void RunPopulate();
+    DailyUpdate RunUpdate();
+    void StartClock();
     void BeginTableRun();
     bool EndTableRun();
     void TellOutcome(const SelectorOutcome& outcome);
@@ -110,6 +120,7 @@ class frmMain final : public QMainWindow {
     CommandBar* commands_;
     QPointer<frmQuoteGrid> quoteForm_;
     QPointer<QMdiSubWindow> quoteWindow_;
+    UpdateRuns updates_;
     bool exitAfterRun_ = false;
 };
 

@@ -61,7 +61,7 @@ void frmMain::RunStockSelector(Interval interval) {
 
 // A run works on the open table: the row in work stays in sight.
 void frmMain::BeginTableRun() {
-    person_.BeginRun([this] { quoteForm_->ShowRowInWork(session_.run.CurrentRow); });
+    person_.BeginRun([this] { quoteForm_->ShowRowInWork(session_.run.CurrentRow, session_.run.TopRow); });
     ApplyRules();
 }
 

@@ -10,6 +10,7 @@
 #include "shell/file_kind.h"
 #include "shell/status_words.h"
 #include "shell/windows/frmEnable.h"
+#include "shell/windows/frmLowMemory.h"
 
 namespace brantlow {
 
@@ -177,6 +178,16 @@ void WindowPerson::PumpEvents() {
 
 void WindowPerson::Beep() {
     QApplication::beep();
+}
+
+void WindowPerson::WarnLowMemory() {
+    if (!frame_.window) return Person::WarnLowMemory();
+    if (!lowMemory_) {
+        lowMemory_ = new frmLowMemory(session_->run, frame_.window);
+        lowMemory_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    lowMemory_->show();
+    lowMemory_->raise();
 }
 
 }  // namespace brantlow

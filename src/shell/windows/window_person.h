@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -20,6 +21,7 @@ class QWidget;
 namespace brantlow {
 
 class frmEnable;
+class frmLowMemory;
 
 // The parts of the main frame that show what the engine tells; they live as long as they are attached.
 struct FrameParts {
@@ -58,6 +60,8 @@ class WindowPerson final : public Person {
     void ShowProgress(double fraction) override;
     void PumpEvents() override;
     void Beep() override;
+    // In a window of its own that the run does not wait for.
+    void WarnLowMemory() override;
 
   private:
     bool ProgressShows() const;
@@ -70,6 +74,7 @@ class WindowPerson final : public Person {
     Session* session_ = nullptr;
     // Made by a run's first PumpEvents, gone with its end.
     std::unique_ptr<frmEnable> enable_;
+    QPointer<frmLowMemory> lowMemory_;
     QElapsedTimer sinceShown_;
     // The word of a run in work, shown with the table's next look.
     QString wordToShow_;

@@ -166,9 +166,10 @@ void frmQuoteGrid::Text1_Change(const QString& text) {
     view_->FrozenView()->viewport()->update();
 }
 
-void frmQuoteGrid::ShowRowInWork(std::size_t row) {
+void frmQuoteGrid::ShowRowInWork(std::size_t row, std::size_t topRow) {
     if (row == 0) return;
-    if (row > kRowsAbove + 1) view_->ShowAtTop(static_cast<int>(row - kRowsAbove) - 1);
+    if (topRow == 0 && row > kRowsAbove + 1) topRow = row - kRowsAbove;
+    if (topRow > 0) view_->ShowAtTop(static_cast<int>(topRow) - 1);
     view_->viewport()->update();
     view_->FrozenView()->viewport()->update();
 }

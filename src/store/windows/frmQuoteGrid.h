@@ -32,8 +32,9 @@ class frmQuoteGrid final : public QWidget {
     const QuoteTable& Table() const { return table_; }
     FrozenTableView* View() const { return view_; }
 
-    // A run is at `row` (1 the first): shows what it wrote since the last call, with this row in sight.
-    void ShowRowInWork(std::size_t row);
+    // A run is at `row` (1 the first): shows what it wrote since the last call, with `topRow` on top, or,
+    // where that is 0, with this row in sight.
+    void ShowRowInWork(std::size_t row, std::size_t topRow = 0);
     // The run is over: the table's first row is on top again.
     void ShowFirstRow();
     // The table's rows are others than before.

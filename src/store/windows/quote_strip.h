@@ -22,6 +22,8 @@ struct StripButton {
 };
 
 inline constexpr std::array kStripButtons = {
+    StripButton{"CmdUpdateQuotes", "Update Quotes", "Continuous Update of Intraday Real Time Quotes",
+                "mnuFileUpdateQuotes", kWithDdq | kWithDb},
     StripButton{"CommandImport", "Import File", "Import quotes from another program's file",
                 "mnuFileImportQuotes", kWithDdq | kWithDb},
     StripButton{"CommandExport", "Export File", "Export End of Day (EOD), Detailed Quotes to Another Program",
