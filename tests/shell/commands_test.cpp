@@ -4,6 +4,7 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 namespace brantlow {
 namespace {
@@ -45,14 +46,53 @@ TEST(CommandCatalogue, EntriesHaveTheirWords) {
         {"mnuView", "&View"},
         {"mnuViewToolbar", "&Toolbar"},
         {"mnuViewStatusBar", "Status &Bar"},
+        {"mnuViewAdvanceDecline", "Advance Decline"},
+        {"mnuViewDowngrades", "Downgrades"},
+        {"mnuViewEconomicCalander", "Economic Calander"},
+        {"mnuViewEarnings", "&Earnings"},
+        {"mnuViewInPlay", "In Play"},
+        {"mnuViewIPOs", "IPO's"},
+        {"mnuViewMarketOverview", "&Market Overview"},
+        {"mnuViewMostActiveAMEX", "Most Active: AMEX"},
+        {"mnuViewMostActiveNYSE", "Most Active: NYSE"},
+        {"mnuViewMostActiveNasdq", "Most Active: NASDQ"},
+        {"mnuViewSplits", "&Splits"},
+        {"mnuViewStockScreener", "Stock Screener"},
+        {"mnuViewSymbolSearch", "S&ymbol Search"},
+        {"mnuViewUSIndices", "U.S. Indices"},
+        {"mnuViewUpgrades", "Upgrades"},
+        {"mnuViewWorldIndices", "World Indices"},
+        {"mnuViewBrokererageFirm", "Bro&kerage Firm"},
         {"mnuEvaluatePickStocks", "St&ock Selector"},
         {"mnuWindow", "&Window"},
         {"mnuWindowCascade", "&Cascade"},
         {"mnuWindowTileHorizontal", "Tile &Horizontal"},
         {"mnuWindowTileVertical", "Tile &Vertical"},
         {"mnuWindowArrangeIcons", "&Arrange Icons"},
+        {"mnuHelp", "&Help"},
+        {"mnuHelpQuestions", "Common Questions"},
+        {"mnuHelpUsersForum", "User's Forum"},
+        {"mnuHelpSupport", "Support"},
         {"mnuPopUp", "&PopUp"},
+        {"mnuPopUpTrade", "Trade"},
         {"mnuPopUpExportHistQuotes", "Export Historical Quotes"},
+        {"mnuPopUpAnalyst", "Analyst"},
+        {"mnuPopUpChart", "Chart"},
+        {"mnuPopUpCompetitors", "Competitors"},
+        {"mnuPopUpDetailedQuote", "Detailed Quote"},
+        {"mnuPopUpFinancials", "Financials"},
+        {"mnuPopUpKeyStatistics", "Key Fundamentals"},
+        {"mnuPopUpIndustry", "Industry"},
+        {"mnuPopUpInsiderTrading", "Insider Trading"},
+        {"mnuPopUpMessageBoard", "MessageBoard"},
+        {"mnuPopUpNews", "News"},
+        {"mnuPopUpProfile", "Profile"},
+        {"mnuPopUpOptions", "Options"},
+        {"mnuPopUpOwnership", "Ownership"},
+        {"mnuPopUpRealTimeQuote", "Real Time Quote"},
+        {"mnuPopUpReports", "Reports"},
+        {"mnuPopUpResearch", "Research"},
+        {"mnuPopUpSECFilings", "SEC Filings"},
     };
     for (const auto& [id, words] : rows) {
         const Command* command = FindCommand(id);
@@ -60,6 +100,39 @@ TEST(CommandCatalogue, EntriesHaveTheirWords) {
         EXPECT_EQ(command->words, words) << id;
     }
     EXPECT_EQ(FindCommand("mnuNothing"), nullptr);
+}
+
+// The names of the menu's rows that `takes` takes, in their order.
+template <class Takes>
+std::vector<std::string_view> NamesInOrder(const Takes& takes) {
+    std::vector<std::string_view> names;
+    for (const Command& command : kMenu) {
+        if (command.row == MenuRow::Entry && takes(command)) names.push_back(command.id);
+    }
+    return names;
+}
+
+TEST(CommandCatalogue, TheResearchEntriesStandInOrder) {
+    const std::vector<std::string_view> view = {
+        "mnuViewAdvanceDecline",  "mnuViewDowngrades",     "mnuViewEconomicCalander",
+        "mnuViewEarnings",        "mnuViewInPlay",         "mnuViewIPOs",
+        "mnuViewMarketOverview",  "mnuViewMostActiveAMEX", "mnuViewMostActiveNYSE",
+        "mnuViewMostActiveNasdq", "mnuViewSplits",         "mnuViewStockScreener",
+        "mnuViewSymbolSearch",    "mnuViewUSIndices",      "mnuViewUpgrades",
+        "mnuViewWorldIndices",    "mnuViewBrokererageFirm"};
+    EXPECT_EQ(NamesInOrder([](const Command& command) { return command.parent == "mnuView"; }), view);
+    // Those of the pop-up menu stand one after another at its end.
+    const std::vector<std::string_view> popUp = {
+        "mnuPopUpAnalyst",      "mnuPopUpChart",         "mnuPopUpCompetitors", "mnuPopUpDetailedQuote",
+        "mnuPopUpFinancials",   "mnuPopUpKeyStatistics", "mnuPopUpIndustry",    "mnuPopUpInsiderTrading",
+        "mnuPopUpMessageBoard", "mnuPopUpNews",          "mnuPopUpProfile",     "mnuPopUpOptions",
+        "mnuPopUpOwnership",    "mnuPopUpRealTimeQuote", "mnuPopUpReports",     "mnuPopUpResearch",
+        "mnuPopUpSECFilings"};
+    std::vector<std::string_view> atTheEnd =
+        NamesInOrder([](const Command& command) { return command.parent == "mnuPopUp"; });
+    ASSERT_GE(atTheEnd.size(), popUp.size());
+    atTheEnd.erase(atTheEnd.begin(), atTheEnd.end() - static_cast<std::ptrdiff_t>(popUp.size()));
+    EXPECT_EQ(atTheEnd, popUp);
 }
 
 TEST(CommandCatalogue, ButtonsHaveTheirToolTipsAndEntries) {
@@ -74,6 +147,7 @@ TEST(CommandCatalogue, ButtonsHaveTheirToolTipsAndEntries) {
         {"Command8", "Save File", "mnuFileSave"},
         {"Command7", "Close File", "mnuFileClose"},
         {"Command4", "Stock Selector", "mnuEvaluatePickStocks"},
+        {"Command18", "Browser Market Overiew", "mnuViewMarketOverview"},
         {"Command20", "Exit", "mnuFileExit"},
     };
     ASSERT_EQ(std::size(rows), kButtons.size());
@@ -106,6 +180,9 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuFileSaveAs", true, true, true, true, false, false, false},
         {"mnuFileExit", true, true, true, true, true, true, true},
         {"mnuViewToolbar", true, true, true, true, true, true, true},
+        {"mnuViewSplits", true, true, true, true, true, true, true},
+        {"mnuPopUpNews", true, true, true, true, true, true, true},
+        {"mnuHelpSupport", true, true, true, true, true, true, true},
         {"mnuWindowCascade", true, true, true, true, true, true, true},
     };
     for (const Row& row : rows) {

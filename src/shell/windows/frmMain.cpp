@@ -39,7 +39,7 @@ QString FrameTitle(const Session& session) {
                                                               : QStringLiteral("Brantlow");
 }
 
-// The routine behind every entry of the catalogue.
+// The routine behind every entry of the catalogue but those that open a research page.
 struct Action {
     std::string_view id;
     void (frmMain::*run)();
@@ -64,6 +64,7 @@ constexpr std::array kActions = {
     Action{"mnuWindowTileHorizontal", &frmMain::TileHorizontal},
     Action{"mnuWindowTileVertical", &frmMain::TileVertical},
     Action{"mnuWindowArrangeIcons", &frmMain::ArrangeIcons},
+    Action{"mnuHelpUsersForum", &frmMain::OpenUsersForum},
     Action{"mnuPopUpExportHistQuotes", &frmMain::ExportHistoricalQuotes},
 };
 
@@ -94,13 +95,14 @@ QString DialogFilter(const std::string& filter) {
 }  // namespace
 
 frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web& web, const Hosts& hosts,
-                 Path userStore)
+                 Path userStore, BrowserOperations browser)
     : session_(session),
       analysis_(analysis),
       person_(person),
       web_(web),
       hosts_(hosts),
       userStore_(std::move(userStore)),
+      browser_(std::move(browser)),
       area_(new FrameArea),
       tbToolBar(new QToolBar(QStringLiteral("Buttons"))) {
     setObjectName(QStringLiteral("frmMain"));
@@ -189,6 +191,7 @@ void frmMain::Run(std::string_view command) {
     for (const Action& action : kActions) {
         if (action.id == command) return (this->*action.run)();
     }
+    OpenResearch(command);
 }
 
 TableWindows frmMain::Windows() {
@@ -203,6 +206,7 @@ TableWindows frmMain::Windows() {
 }
 
 void frmMain::CheckActivefrm() {
+    CloseBrowser();
     if (quoteWindow_) {
         area_->removeSubWindow(quoteWindow_);
         // Later: the window may be the one whose own close button led here.

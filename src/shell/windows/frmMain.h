@@ -10,6 +10,7 @@
 #include "indicators/analysis.h"
 #include "shell/display.h"
 #include "shell/session.h"
+#include "shell/windows/browser_operations.h"
 #include "shell/windows/update_runs.h"
 #include "store/day_store.h"
 #include "store/table_road.h"
@@ -32,9 +33,10 @@ struct SelectorOutcome;
 class frmMain final : public QMainWindow {
     Q_OBJECT
   public:
-    // All outlive the frame. `userStore` is the file of the per-user settings store.
+    // All outlive the frame. `userStore` is the file of the per-user settings store. Without a browser the
+    // research commands open nothing.
     frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web& web, const Hosts& hosts,
-            Path userStore);
+            Path userStore, BrowserOperations browser = {});
     ~frmMain() override;
 
     // The load: settings, display, size, the most recent file, as the program starts.
@@ -48,6 +50,8 @@ class frmMain final : public QMainWindow {
     CommandBar& Commands() { return *commands_; }
     // The open table's window, null when none is open.
     frmQuoteGrid* QuoteForm() const;
+    // The browser window, null when none is open.
+    QWidget* BrowserForm() const;
 
     // The routines of the entries, found by the entry's name in a table.
     void NewTable();
@@ -70,6 +74,7 @@ class frmMain final : public QMainWindow {
     void TileVertical();
     void ArrangeIcons();
     void ExportHistoricalQuotes();
+    void OpenUsersForum();
 
     // One look at the clock: starts the daily run in its minute. Called by a timer about once a second.
     void WaitForDailyRun();
@@ -89,6 +94,9 @@ class frmMain final : public QMainWindow {
     void ShowQuoteForm();
     void NameChanged();
     void ShowPopUpMenu(const QPoint& place);
+    void OpenResearch(std::string_view command);
+    void OpenBrowser(const std::string& address);
+    void CloseBrowser();
     void ApplyRules();
     void StoreGeometry();
     void AskInterval();
@@ -108,6 +116,7 @@ class frmMain final : public QMainWindow {
     Web& web_;
     const Hosts& hosts_;
     Path userStore_;
+    BrowserOperations browser_;
     Display display_;
     // Of all imports until exit.
     DayStore days_;
@@ -121,6 +130,8 @@ class frmMain final : public QMainWindow {
     QPointer<frmQuoteGrid> quoteForm_;
     QPointer<QMdiSubWindow> quoteWindow_;
     UpdateRuns updates_;
+    QPointer<QWidget> browserForm_;
+    QPointer<QMdiSubWindow> browserWindow_;
     bool exitAfterRun_ = false;
 };
 
