@@ -19,6 +19,13 @@ std::string_view BaseAddress(std::string_view text) {
     return text.substr(0, text.find_last_not_of('/') + 1);
 }
 
+std::optional<std::size_t> MarketBuiltInAt(std::string_view address) {
+    for (std::size_t i = 0; i < kMarkets.size(); ++i) {
+        if (kMarkets[i].builtIn == address) return i;
+    }
+    return std::nullopt;
+}
+
 constexpr std::size_t IndexOf(Host host) {
     return static_cast<std::size_t>(host);
 }
@@ -72,7 +79,9 @@ const std::string& Hosts::Address(Host host) const {
 
 const std::string& Hosts::QuoteHostInForce(const SettingsTables& settings) const {
     const bool chosen = !settings.QuoteHost.empty() && settings.QuoteHost != kUnitedStatesQuoteHost;
-    return chosen ? settings.QuoteHost : Address(Host::Quote);
+    if (!chosen) return Address(Host::Quote);
+    const auto market = MarketBuiltInAt(settings.QuoteHost);
+    return market ? markets_[*market] : settings.QuoteHost;
 }
 
 bool Hosts::HasDecimalCommas(std::string_view quoteHost) const {
@@ -84,7 +93,7 @@ bool Hosts::HasDecimalCommas(std::string_view quoteHost) const {
 
 std::optional<std::size_t> Hosts::MarketAt(std::string_view quoteHost) const {
     const auto found = std::find(markets_.begin(), markets_.end(), quoteHost);
-    if (found == markets_.end()) return std::nullopt;
+    if (found == markets_.end()) return MarketBuiltInAt(quoteHost);
     return static_cast<std::size_t>(found - markets_.begin());
 }
 

@@ -104,13 +104,15 @@ class Hosts {
 
     // The host of quotes, key statistics, analyst and research pages: the chosen market's address when the
     // settings hold one, else QuoteHost. The settings' loader puts the built-in United States address where
-    // the file has none, so that address counts as no choice.
+    // the file has none, so that address counts as no choice. A market that is chosen by its built-in address
+    // is asked at the one that Hosts.ini gives it.
     const std::string& QuoteHostInForce(const SettingsTables& settings) const;
 
     // True when `quoteHost` is the address of one of the seven markets that write 1,5 for 1.5.
     bool HasDecimalCommas(std::string_view quoteHost) const;
 
-    // The market whose address is `quoteHost`, as an index of kMarkets; the first of several.
+    // The market whose address, in force or built in, is `quoteHost`, as an index of kMarkets; the first of
+    // several.
     std::optional<std::size_t> MarketAt(std::string_view quoteHost) const;
 
     // True when the file bears the practice market's mark: quotes are not those of the day then, and a window

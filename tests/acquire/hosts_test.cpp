@@ -61,6 +61,8 @@ TEST(Hosts, HaveTheMarketsOfTheDialog) {
         EXPECT_EQ(Hosts().HasDecimalCommas(kMarkets[i].builtIn), row.decimalCommas) << row.name;
         const Hosts own = Hosts::Parse("Market." + std::string(row.name) + "=http://127.0.0.1:8080/m\n");
         EXPECT_EQ(own.MarketAddress(i), "http://127.0.0.1:8080/m") << row.name;
+        EXPECT_EQ(own.MarketAt("http://127.0.0.1:8080/m"), i) << row.name;
+        EXPECT_EQ(own.MarketAt(kMarkets[i].builtIn), i) << row.name;
         EXPECT_EQ(own.HasDecimalCommas("http://127.0.0.1:8080/m"), row.decimalCommas) << row.name;
         EXPECT_EQ(own.HasDecimalCommas(kMarkets[i].builtIn), false) << row.name;
     }
@@ -131,6 +133,10 @@ TEST(Hosts, TheChosenMarketWinsOverQuoteHost) {
         {"a choice, no host in the file", "", "http://de", "http://de"},
         {"no choice, an own United States host", "Market.US=http://us", "", "http://us"},
         {"both", "Market.US=http://us\nQuoteHost=http://q", "", "http://q"},
+        {"a market that the file puts elsewhere", "Market.Germany=http://de",
+         "https://de.quotes.brantlow.example", "http://de"},
+        {"a market that the file does not name", "Market.Germany=http://de",
+         "https://fr.quotes.brantlow.example", "https://fr.quotes.brantlow.example"},
     };
     for (const Row& row : kRows) {
         SettingsTables settings;

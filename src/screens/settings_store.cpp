@@ -1,0 +1,40 @@
+#include "screens/settings_store.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::string_view kOwnDatabaseFolder = "Quotes/EOD";
+
+}  // namespace
+
+std::string CannotBeSaved(SettingsFile file, const std::error_code& error) {
+    return SettingsFileName(file) + ": cannot be saved (" + error.message() + ")";
+}
+
+std::string StoreSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& next,
+                              SettingsTables& settings) {
+    const std::error_code error = WriteSettingsFile(file, appPath, next);
+    if (error) return CannotBeSaved(file, error);
+    LoadSettingsFile(file, appPath, settings);
+    return {};
+}
+
+std::optional<std::size_t> ChosenMarket(const Hosts& hosts, const SettingsTables& settings) {
+    return hosts.MarketAt(settings.QuoteHost);
+}
+
+// The address that the program was built with stands for the market: what a Hosts.ini puts in its place may
+// be another one tomorrow.
+void ChooseMarket(std::size_t market, SettingsTables& settings) {
+    settings.QuoteHost = kMarkets.at(market).builtIn;
+}
+
+void SetDatabasePlace(const std::optional<std::string>& folder, const Path& appPath,
+                      SettingsTables& settings) {
+    const std::string place = folder ? *folder : (appPath / kOwnDatabaseFolder).string();
+    settings.DataSettings.Set(kDatabaseElsewhereLine, Value::OfText(folder ? "True" : "False"));
+    settings.DataSettings.Set(kDatabaseFolderLine, Value::OfText(place));
+}
+
+}  // namespace brantlow
