@@ -5,6 +5,7 @@
 #include <array>
 
 #include "base/dates.h"
+#include "batch/chart_commands.h"
 #include "batch/commands.h"
 #include "batch/maintenance_commands.h"
 #include "batch/table_commands.h"
@@ -35,12 +36,15 @@ constexpr std::array<CommandOption, 3> kGlobalOptions = {{
 }};
 
 constexpr auto kCommands = std::to_array<Command>({
-    kCatalogueCommand,    kSeriesCommand,   kIndicatorsCommand, kEvaluateCommand,
-    kSelectCommand,       kHistoryCommand,  kPopulateCommand,   kUpdateCommand,
-    kFundamentalsCommand, kImportCommand,   kExportCommand,     kAddCommand,
-    kDeleteCommand,       kAlarmCommand,    kSplitCommand,      kSplitCalendarCommand,
-    kPracticeCommand,     kScheduleCommand, kCombineCommand,    kRemoveLastUpdateCommand,
-    kBackUpCommand,       kRestoreCommand,  kResearchCommand,   kSettingsCommand,
+    kCatalogueCommand,    kSeriesCommand,        kIndicatorsCommand,
+    kEvaluateCommand,     kSelectCommand,        kChartCommand,
+    kHistoryCommand,      kPopulateCommand,      kUpdateCommand,
+    kFundamentalsCommand, kImportCommand,        kExportCommand,
+    kAddCommand,          kDeleteCommand,        kAlarmCommand,
+    kSplitCommand,        kSplitCalendarCommand, kPracticeCommand,
+    kScheduleCommand,     kCombineCommand,       kRemoveLastUpdateCommand,
+    kBackUpCommand,       kRestoreCommand,       kResearchCommand,
+    kSettingsCommand,
 });
 
 std::string OptionText(const CommandOption& option) {

@@ -95,11 +95,12 @@ ChartStart StartChart(ChartContext& context, const ChartSelection& selection, st
     chart.SelectorTicker = selection.ticker;
     chart.ChartTimeFrame = kDailyFrame;
     ReloadChart(context, Signals::Compute);
-    LoadChartWindow(context);
+    PrepareChartWindow(context);
+    PaintAllPanels(context);
     return context.analysis.series.LastBar > 1 ? ChartStart::Done : ChartStart::NoHistory;
 }
 
-void LoadChartWindow(ChartContext& context) {
+void PrepareChartWindow(ChartContext& context) {
     ChartSession& chart = context.chart;
     SettingsTables& settings = context.session.settings;
     LoadSettingsFile(SettingsFile::Graph, context.session.AppPath, settings);
@@ -114,7 +115,6 @@ void LoadChartWindow(ChartContext& context) {
     chart.Combo2 = kFirstStudy;
     chart.Combo3 = kVolumeName;
     chart.ReadOut = {};
-    PaintAllPanels(context);
 }
 
 void PaintAllPanels(ChartContext& context) {

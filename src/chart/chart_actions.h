@@ -40,9 +40,9 @@ enum class ChartStart {
 // tool button. Without a table the alarms stay what they are.
 ChartStart StartChart(ChartContext& context, const ChartSelection& selection, std::string_view style);
 
-// What the chart window does when it is loaded: reads VTRGRAPHset.ini again, puts the menu's style over it,
-// fills the slots and the volume list, paints the panels. StartChart includes it.
-void LoadChartWindow(ChartContext& context);
+// What the chart window does when it is loaded, before it is painted: reads VTRGRAPHset.ini again, puts the
+// menu's style over it, fills the slots, the volume list and the pick lists. StartChart includes it.
+void PrepareChartWindow(ChartContext& context);
 
 // Clears the panels and paints price, study and volume.
 void PaintAllPanels(ChartContext& context);
