@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 
 #include "acquire/hosts.h"
 #include "acquire/web.h"
@@ -12,8 +13,10 @@ namespace brantlow {
 
 // Adds the ticker (AppendTicker), sorts the table by `sortColumn`, downloads the history of a new ticker of
 // an end-of-day table when the settings name years for it, and saves when they save by themselves. Messages,
-// status words and the ticker count go to the session's person.
+// status words and the ticker count go to the session's person. `rowAdded`, which may be empty, is called
+// once the table has its new row, before the download.
 TableEdit AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& table,
-                    const NewTicker& ticker, std::size_t sortColumn);
+                    const NewTicker& ticker, std::size_t sortColumn,
+                    const std::function<void()>& rowAdded = {});
 
 }  // namespace brantlow

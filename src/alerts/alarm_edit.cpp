@@ -2,6 +2,7 @@
 
 #include "alerts/price_alarms.h"
 #include "base/text.h"
+#include "store/table_colours.h"
 
 namespace brantlow {
 
@@ -19,7 +20,7 @@ bool WriteAlarm(QuoteTable& table, std::size_t row, std::string_view header,
 }  // namespace
 
 TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbol, const AlarmTexts& alarms) {
-    if (RefuseTableEdit(session, symbol, kEditNeedsTicker)) return {EditOutcome::Refused, {}};
+    if (RefuseTableEdit(session, symbol, kEditNeedsTicker)) return {EditOutcome::Refused, {}, {}};
     if (KindOf(session.CurrentFile) != FileKind::Ddq) return {};
     const std::string ticker = UpperCase(symbol);
     TableEdit edit;
@@ -27,7 +28,9 @@ TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbo
         if (table.Ticker(row) != ticker) continue;
         const bool high = WriteAlarm(table, row, kHighAlarmColumn, alarms.high);
         const bool low = WriteAlarm(table, row, kLowAlarmColumn, alarms.low);
-        if (high || low) edit.outcome = EditOutcome::Changed;
+        if (!high && !low) continue;
+        ColorQuoteRow(table, row, session.clock.Today());
+        edit.outcome = EditOutcome::Changed;
     }
     if (edit.outcome == EditOutcome::Changed) edit.saveError = AutomaticSave(session, table);
     return edit;

@@ -22,8 +22,9 @@ struct AlarmTexts {
 };
 
 // Writes the alarms of `symbol`, in any case, in the table that the session's CurrentFile names; a table of
-// another kind than end-of-day stays as it is, and so does one without this ticker. Saved when the settings
-// save by themselves. A refusal is said to the session's person.
+// another kind than end-of-day stays as it is, and so does one without this ticker. The row takes the colours
+// that its new alarms ask for. Saved when the settings save by themselves. A refusal is said to the session's
+// person.
 TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbol, const AlarmTexts& alarms);
 
 }  // namespace brantlow

@@ -87,9 +87,9 @@ ExitStatus RunAdd(BatchCall& call) {
 }
 
 ExitStatus RunDelete(BatchCall& call) {
-    const DeleteHistory history = call.arguments.Has(kHistoryOption) ? DeleteHistory::Yes : DeleteHistory::No;
+    const bool withHistory = call.arguments.Has(kHistoryOption);
     return EditByTickers(call, "Deleted", [&](QuoteTable& table, const std::string& symbol) {
-        return DeleteTicker(call.session, table, symbol, history);
+        return DeleteTicker(call.session, table, symbol, [&](const std::string&) { return withHistory; });
     });
 }
 

@@ -25,10 +25,10 @@ inline constexpr OpenStates kAlways = kWithTable | kWithNothing;
 // The state while a table of this kind is open.
 OpenStates StateOf(FileKind kind);
 
-enum class MenuRow { Menu, PopUpMenu, Entry, CheckedEntry, Separator, RecentFiles };
+enum class MenuRow { Menu, PopUpMenu, Entry, CheckedEntry, Separator, RecentFiles, ButtonOnly };
 
 // One row of the menu, in order. A row whose parent is empty stands on the menu bar itself; the pop-up menu
-// stands nowhere and appears under a right-click.
+// stands nowhere and appears under a right-click. A row that is for a button only stands in no menu.
 struct Command {
     MenuRow row;
     std::string_view id;
@@ -135,6 +135,10 @@ inline constexpr std::array kMenu = {
             kAlways, true},
     Command{MenuRow::Entry, "mnuHelpSupport", "mnuHelp", "Support",
             "Write to Brantlow's support, in your browser", "", "", kAlways, true},
+    Command{MenuRow::ButtonOnly, "SortAscending", "", "Sort Ascending",
+            "Sort the table by its current column, smallest first", "Alt+Up", "sort-ascending", kWithTable},
+    Command{MenuRow::ButtonOnly, "SortDescending", "", "Sort Descending",
+            "Sort the table by its current column, largest first", "Alt+Down", "sort-descending", kWithTable},
     Command{MenuRow::PopUpMenu, "mnuPopUp", "", "&PopUp", "", "", ""},
     Command{MenuRow::Entry, "mnuPopUpTrade", "mnuPopUp", "Trade",
             "Open your brokerage firm's page in your browser", "", "trade", kAlways, true},
@@ -196,6 +200,8 @@ inline constexpr std::array kButtons = {
     Button{"Command7", "Close File", "mnuFileClose"},
     Button{"Command4", "Stock Selector", "mnuEvaluatePickStocks", true, true},
     Button{"Command18", "Browser Market Overiew", "mnuViewMarketOverview", true},
+    Button{"Command12", "Sort Ticker Symbols Ascending", "SortAscending", true},
+    Button{"Command13", "Sort Ticker Symbols Decending", "SortDescending"},
     Button{"Command20", "Exit", "mnuFileExit", true},
 };
 

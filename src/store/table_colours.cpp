@@ -107,7 +107,7 @@ void ColourXDividendDate(const RowInWork& work, const Date& today) {
     work.Paint(work.at.XDividendColumn, upcoming ? CellStyle::Strong : CellStyle::Neutral);
 }
 
-void ColourQuoteRow(const RowInWork& work, const Date& today) {
+void ColourRow(const RowInWork& work, const Date& today) {
     ColourLastPrice(work);
     ColourChangeCell(work);
     ColourLowPrice(work);
@@ -161,12 +161,18 @@ void ColorChange(QuoteTable& table, FileKind kind, const Date& today, Person* pr
     const std::size_t lastRow = table.TickerCount();
     for (std::size_t row = 1; row <= lastRow; ++row) {
         if (kind == FileKind::Ddq) {
-            ColourQuoteRow({table, positions, row}, today);
+            ColourRow({table, positions, row}, today);
         } else {
             ColourResultRow(table, row);
         }
         if (progress) progress->ShowProgress(static_cast<double>(row) / static_cast<double>(lastRow));
     }
+}
+
+void ColorQuoteRow(QuoteTable& table, std::size_t row, const Date& today) {
+    if (row == 0 || row >= table.RowCount()) return;
+    const ColumnPositions positions = LocateColumns(table);
+    ColourRow({table, positions, row}, today);
 }
 
 }  // namespace brantlow

@@ -76,4 +76,8 @@ bool IsUpcoming(std::string_view dateText, const Date& today);
 // may be null.
 void ColorChange(QuoteTable& table, FileKind kind, const Date& today, Person* progress);
 
+// Colours one row of an end-of-day table by the same rules, after its cells were edited. A row outside the
+// table changes nothing.
+void ColorQuoteRow(QuoteTable& table, std::size_t row, const Date& today);
+
 }  // namespace brantlow

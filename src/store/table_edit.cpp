@@ -13,34 +13,25 @@ namespace {
 constexpr std::size_t kSaveQuoteFileLine = 7;
 constexpr std::string_view kSavesItself = "Automatic Save";
 
-bool DeletesHistory(Session& session, DeleteHistory history) {
-    if (KindOf(session.CurrentFile) != FileKind::Ddq) return false;
-    if (history != DeleteHistory::Ask) return history == DeleteHistory::Yes;
-    return session.person.Ask(kDeleteHistoryQuestion, kDeleteHistoryTitle);
-}
-
-bool HasTicker(const QuoteTable& table, std::string_view ticker) {
-    for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
-        if (table.Ticker(row) == ticker) return true;
-    }
-    return false;
-}
-
 void WriteCell(QuoteTable& table, std::size_t row, std::string_view header, std::string_view text) {
     if (const auto column = table.ColumnOf(header)) table.SetText(row, *column, text);
 }
 
 // True when the table had the ticker.
 bool RemoveTicker(QuoteTable& table, std::string_view ticker) {
-    for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
-        if (table.Ticker(row) != ticker) continue;
-        table.RemoveRow(row);
-        return true;
-    }
-    return false;
+    const std::size_t row = RowOfTicker(table, ticker);
+    table.RemoveRow(row);
+    return row > 0;
 }
 
 }  // namespace
+
+std::size_t RowOfTicker(const QuoteTable& table, std::string_view ticker) {
+    for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
+        if (table.Ticker(row) == ticker) return row;
+    }
+    return 0;
+}
 
 bool RefuseTableEdit(Session& session, std::string_view symbol, std::string_view needsTicker) {
     if (KindOf(session.CurrentFile) == FileKind::Db) {
@@ -70,7 +61,7 @@ EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& t
     const std::string symbol = UpperCase(ticker.symbol);
     if (RefuseTableEdit(session, symbol, kAddNeedsTicker)) return EditOutcome::Refused;
     session.CurrentTicker = symbol;
-    if (HasTicker(table, symbol) || !table.AppendLine(symbol)) return EditOutcome::Unchanged;
+    if (RowOfTicker(table, symbol) > 0 || !table.AppendLine(symbol)) return EditOutcome::Unchanged;
     const std::size_t row = table.TickerCount();
     if (KindOf(session.CurrentFile) == FileKind::Ddq) {
         WriteCell(table, row, "High Alarm", ticker.highAlarm);
@@ -80,12 +71,15 @@ EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& t
     return EditOutcome::Changed;
 }
 
-TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol, DeleteHistory history) {
+TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
+                       const AskDeleteHistory& deletesHistory) {
     if (table.TickerCount() == 1) return {};
-    if (RefuseTableEdit(session, symbol, kDeleteNeedsTicker)) return {EditOutcome::Refused, {}};
+    if (RefuseTableEdit(session, symbol, kDeleteNeedsTicker)) return {EditOutcome::Refused, {}, {}};
     const std::string ticker = UpperCase(symbol);
     session.person.ShowStatusWord(kStatusUpdating);
-    if (DeletesHistory(session, history)) DeleteTickerHistory(session.settings.QuoteFolder, ticker);
+    if (KindOf(session.CurrentFile) == FileKind::Ddq && deletesHistory(ticker)) {
+        DeleteTickerHistory(session.settings.QuoteFolder, ticker);
+    }
     TableEdit edit;
     if (RemoveTicker(table, ticker)) {
         edit.outcome = EditOutcome::Changed;

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -20,9 +21,6 @@ inline constexpr std::string_view kAddNeedsTicker =
     "Enter a Ticker Symbol in the Symbol Box before selecting Add";
 inline constexpr std::string_view kDeleteNeedsTicker =
     "Enter a Ticker Symbol in the Symbol Box before selecting Delete";
-inline constexpr std::string_view kDeleteHistoryTitle = "Delete Quotes from Database";
-inline constexpr std::string_view kDeleteHistoryQuestion =
-    "Would you like to delete the Quote Data from the Database for this Ticker Symbol?";
 
 enum class EditOutcome {
     Unchanged,  // nothing to do, without a word
@@ -32,8 +30,12 @@ enum class EditOutcome {
 
 struct TableEdit {
     EditOutcome outcome = EditOutcome::Unchanged;
-    std::error_code saveError;  // the table is changed but could not be saved
+    std::error_code saveError;     // the table is changed but could not be saved
+    std::error_code historyError;  // a file of the ticker's history could not be written
 };
+
+// The first row of exactly this ticker, 0 when there is none.
+std::size_t RowOfTicker(const QuoteTable& table, std::string_view ticker);
 
 // Says why the table cannot be edited, a template or an empty `symbol` (`needsTicker` tells so); false when
 // it can.
@@ -57,10 +59,12 @@ struct NewTicker {
 EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& ticker,
                          std::size_t sortColumn);
 
-enum class DeleteHistory { Ask, Yes, No };
+// Whether the history of `ticker` goes with its row.
+using AskDeleteHistory = std::function<bool(const std::string& ticker)>;
 
-// Takes the row of `symbol`, in any case, out of the table; of an end-of-day table its history may go too.
-// The last ticker of a table stays.
-TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol, DeleteHistory history);
+// Takes the row of `symbol`, in any case, out of the table; of an end-of-day table `deletesHistory` is asked
+// first whether the ticker's history goes too. The last ticker of a table stays.
+TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
+                       const AskDeleteHistory& deletesHistory);
 
 }  // namespace brantlow

@@ -148,6 +148,8 @@ TEST(CommandCatalogue, ButtonsHaveTheirToolTipsAndEntries) {
         {"Command7", "Close File", "mnuFileClose"},
         {"Command4", "Stock Selector", "mnuEvaluatePickStocks"},
         {"Command18", "Browser Market Overiew", "mnuViewMarketOverview"},
+        {"Command12", "Sort Ticker Symbols Ascending", "SortAscending"},
+        {"Command13", "Sort Ticker Symbols Decending", "SortDescending"},
         {"Command20", "Exit", "mnuFileExit"},
     };
     ASSERT_EQ(std::size(rows), kButtons.size());

@@ -16,6 +16,22 @@ CellStyle StyleIn(const std::string& headers, const std::string& cells, const ch
     return table.Style(1, *table.ColumnOf(header));
 }
 
+TEST(TableColours, OneRowIsColouredAlone) {
+    QuoteTable table;
+    table.AppendLine("Ticker Symbol\tLast Price\tHigh Alarm");
+    table.AppendLine("IBM\t50\t50");
+    table.AppendLine("GE\t50\t50");
+    ColorQuoteRow(table, 2, kToday);
+    EXPECT_EQ(table.Style(1, 1), CellStyle::Plain);
+    EXPECT_EQ(table.Style(2, 1), CellStyle::Strong);
+    table.SetText(2, 2, "51");
+    ColorQuoteRow(table, 2, kToday);
+    EXPECT_EQ(table.Style(2, 1), CellStyle::Neutral);
+    ColorQuoteRow(table, 0, kToday);
+    ColorQuoteRow(table, 3, kToday);
+    EXPECT_EQ(table.Style(0, 1), CellStyle::Plain);
+}
+
 TEST(TableColours, StylesRowByRow) {
     struct Row {
         CellStyle style;

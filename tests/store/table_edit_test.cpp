@@ -7,6 +7,9 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+const AskDeleteHistory kWithHistory = [](const std::string&) { return true; };
+const AskDeleteHistory kWithoutHistory = [](const std::string&) { return false; };
+
 constexpr const char* kHeader = "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm";
 
 class TableEditTest : public SessionTest {
@@ -59,7 +62,7 @@ TEST_F(TableEditTest, AnEmptySymbolIsToldOf) {
     for (const char* symbol : {"", " "}) {
         EXPECT_EQ(Append({symbol}), EditOutcome::Refused);
         ExpectSaid("Enter a Ticker Symbol in the Symbol Box before selecting Add");
-        EXPECT_EQ(DeleteTicker(session, table, symbol, DeleteHistory::Yes).outcome, EditOutcome::Refused);
+        EXPECT_EQ(DeleteTicker(session, table, symbol, kWithHistory).outcome, EditOutcome::Refused);
         ExpectSaid("Enter a Ticker Symbol in the Symbol Box before selecting Delete");
     }
     EXPECT_EQ(table.TickerCount(), 2U);
@@ -69,7 +72,7 @@ TEST_F(TableEditTest, TheTemplateRefusesBothWithTheSameSentence) {
     session.CurrentFile = "New EOD Quotes.db";
     EXPECT_EQ(Append({"DDD"}), EditOutcome::Refused);
     ExpectSaid("Save this file as another name before editing.");
-    EXPECT_EQ(DeleteTicker(session, table, "BBB", DeleteHistory::Yes).outcome, EditOutcome::Refused);
+    EXPECT_EQ(DeleteTicker(session, table, "BBB", kWithHistory).outcome, EditOutcome::Refused);
     ExpectSaid("Save this file as another name before editing.");
     EXPECT_EQ(table.TickerCount(), 2U);
 }
@@ -93,7 +96,7 @@ TEST_F(TableEditTest, AFullTableTakesNoFurtherTicker) {
 }
 
 TEST_F(TableEditTest, DeletingTakesTheRowAndSaves) {
-    const TableEdit edit = DeleteTicker(session, table, "bbb", DeleteHistory::No);
+    const TableEdit edit = DeleteTicker(session, table, "bbb", kWithoutHistory);
     EXPECT_EQ(edit.outcome, EditOutcome::Changed);
     EXPECT_FALSE(edit.saveError);
     EXPECT_EQ(LinesOf(table), (Lines{kHeader, "CCC\t3.000\t5\t1"}));
@@ -105,7 +108,7 @@ TEST_F(TableEditTest, DeletingTakesTheRowAndSaves) {
 TEST_F(TableEditTest, WithManualSaveTheFileStaysAsItIs) {
     Set(session.settings.DataSettings, 7, "Manual Save");
     Write("Data/Mine.ddq", "old");
-    DeleteTicker(session, table, "BBB", DeleteHistory::No);
+    DeleteTicker(session, table, "BBB", kWithoutHistory);
     EXPECT_EQ(table.TickerCount(), 1U);
     EXPECT_EQ(Read("Data/Mine.ddq"), "old");
 }
@@ -113,65 +116,49 @@ TEST_F(TableEditTest, WithManualSaveTheFileStaysAsItIs) {
 TEST_F(TableEditTest, TheLastTickerStaysWithoutAWord) {
     table = TableOf({kHeader, "BBB\t2.000"});
     Write("Quotes/EOD/BBB.24", "history");
-    EXPECT_EQ(DeleteTicker(session, table, "BBB", DeleteHistory::Yes).outcome, EditOutcome::Unchanged);
-    EXPECT_EQ(DeleteTicker(session, table, "", DeleteHistory::Yes).outcome, EditOutcome::Unchanged);
+    EXPECT_EQ(DeleteTicker(session, table, "BBB", kWithHistory).outcome, EditOutcome::Unchanged);
+    EXPECT_EQ(DeleteTicker(session, table, "", kWithHistory).outcome, EditOutcome::Unchanged);
     EXPECT_EQ(table.TickerCount(), 1U);
     EXPECT_TRUE(Exists("Quotes/EOD/BBB.24"));
     EXPECT_TRUE(person.said.empty());
     EXPECT_TRUE(person.statusWords.empty());
 }
 
-TEST_F(TableEditTest, TheHistoryGoesWhenThePersonSaysSo) {
-    struct Row {
-        DeleteHistory history;
-        bool answer;
-        std::size_t asked;
-        bool stays;
-    };
-    constexpr Row kRows[] = {{DeleteHistory::Ask, true, 1, false},
-                             {DeleteHistory::Ask, false, 1, true},
-                             {DeleteHistory::Yes, false, 0, false},
-                             {DeleteHistory::No, true, 0, true}};
-    for (const Row& row : kRows) {
+TEST_F(TableEditTest, TheHistoryGoesWhenTheAnswerSaysSo) {
+    for (const bool goes : {true, false}) {
         table = TableOf({kHeader, "BBB\t2.000", "CCC\t3.000"});
         Write("Quotes/EOD/BBB.24", "history");
         Write("Quotes/EOD/BBBB.24", "another's");
-        person.answer = row.answer;
-        person.asked.clear();
-        DeleteTicker(session, table, "bbb", row.history);
-        EXPECT_EQ(person.asked.size(), row.asked);
-        EXPECT_EQ(Exists("Quotes/EOD/BBB.24"), row.stays);
+        Lines asked;
+        DeleteTicker(session, table, "bbb", [&](const std::string& ticker) {
+            asked.push_back(ticker);
+            return goes;
+        });
+        EXPECT_EQ(asked, Lines{"BBB"}) << goes;
+        EXPECT_EQ(Exists("Quotes/EOD/BBB.24"), !goes);
         EXPECT_TRUE(Exists("Quotes/EOD/BBBB.24"));
         EXPECT_EQ(table.TickerCount(), 1U);
     }
 }
 
-TEST_F(TableEditTest, TheQuestionInItsWords) {
-    DeleteTicker(session, table, "BBB", DeleteHistory::Ask);
-    ASSERT_EQ(person.asked.size(), 1U);
-    EXPECT_EQ(person.asked[0].title, "Delete Quotes from Database");
-    EXPECT_EQ(person.asked[0].text,
-              "Would you like to delete the Quote Data from the Database for this Ticker Symbol?");
-}
-
 TEST_F(TableEditTest, ASelectorRunsTickerKeepsItsHistory) {
     session.CurrentFile = "Evaluations.dbe";
     Write("Quotes/EOD/BBB.24", "history");
-    DeleteTicker(session, table, "BBB", DeleteHistory::Yes);
+    DeleteTicker(session, table, "BBB", kWithHistory);
     EXPECT_TRUE(Exists("Quotes/EOD/BBB.24"));
     EXPECT_EQ(table.TickerCount(), 1U);
 }
 
 TEST_F(TableEditTest, ATickerThatIsNotThereLeavesTheTable) {
     const Lines before = LinesOf(table);
-    EXPECT_EQ(DeleteTicker(session, table, "XYZ", DeleteHistory::No).outcome, EditOutcome::Unchanged);
+    EXPECT_EQ(DeleteTicker(session, table, "XYZ", kWithoutHistory).outcome, EditOutcome::Unchanged);
     EXPECT_EQ(LinesOf(table), before);
     EXPECT_FALSE(Exists("Data/Mine.ddq"));
 }
 
 TEST_F(TableEditTest, ATableThatCannotBeSavedIsReported) {
     session.CurrentFile = "missing/Mine.ddq";
-    EXPECT_TRUE(DeleteTicker(session, table, "BBB", DeleteHistory::No).saveError);
+    EXPECT_TRUE(DeleteTicker(session, table, "BBB", kWithoutHistory).saveError);
 }
 
 }  // namespace

@@ -49,6 +49,9 @@ class OpenTableTest : public QObject {
             const char *id, *words, *toolTip;
         };
         const Row rows[] = {
+            {"CmdAdd", "Add Symbol", "Add Ticker Symbol to Database"},
+            {"CmdDelete", "Delete Symbol", "Delete Ticker Symbol from the Database"},
+            {"CmdAlarm", "Edit Alarm", "Add or Edit High and Low Price Alarms"},
             {"CmdUpdateQuotes", "Update Quotes", "Continuous Update of Intraday Real Time Quotes"},
             {"CommandImport", "Import File", "Import quotes from another program's file"},
             {"CommandExport", "Export File", "Export End of Day (EOD), Detailed Quotes to Another Program"},

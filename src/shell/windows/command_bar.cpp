@@ -60,6 +60,7 @@ void CommandBar::AddRow(const Command& command) {
             return AddRecentFiles(command);
         case MenuRow::Entry:
         case MenuRow::CheckedEntry:
+        case MenuRow::ButtonOnly:
             return AddEntry(command);
     }
 }
@@ -80,6 +81,9 @@ void CommandBar::AddEntry(const Command& command) {
     if (QMenu* menu = menus_.value(Name(command.parent))) {
         entry->setIcon(Picture(command.icon));
         menu->addAction(entry);
+    } else if (command.row == MenuRow::ButtonOnly) {
+        entry->setIcon(Picture(command.icon));
+        frame_.addAction(entry);
     } else {
         frame_.menuBar()->addAction(entry);
     }

@@ -65,6 +65,11 @@ constexpr std::array kActions = {
     Action{"mnuWindowTileVertical", &frmMain::TileVertical},
     Action{"mnuWindowArrangeIcons", &frmMain::ArrangeIcons},
     Action{"mnuHelpUsersForum", &frmMain::OpenUsersForum},
+    Action{"CmdAdd", &frmMain::AddSymbol},
+    Action{"CmdDelete", &frmMain::DeleteSymbol},
+    Action{"CmdAlarm", &frmMain::EditAlarm},
+    Action{"SortAscending", &frmMain::SortAscending},
+    Action{"SortDescending", &frmMain::SortDescending},
     Action{"mnuPopUpExportHistQuotes", &frmMain::ExportHistoricalQuotes},
 };
 

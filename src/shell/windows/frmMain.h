@@ -13,6 +13,7 @@
 #include "shell/windows/browser_operations.h"
 #include "shell/windows/update_runs.h"
 #include "store/day_store.h"
+#include "store/table_edit.h"
 #include "store/table_road.h"
 
 class QLabel;
@@ -65,6 +66,11 @@ class frmMain final : public QMainWindow {
     void PopulateTickers();
     void ImportQuoteFile();
     void ExportQuoteFile();
+    void AddSymbol();
+    void DeleteSymbol();
+    void EditAlarm();
+    void SortAscending();
+    void SortDescending();
     void CmdUpdateQuotes();
     void StockSelector();
     void ViewToolbar();
@@ -106,6 +112,9 @@ class frmMain final : public QMainWindow {
     void StartClock();
     void BeginTableRun();
     bool EndTableRun();
+    bool EndRun();
+    void TellEdit(const TableEdit& edit);
+    bool AsksToDeleteHistory(const std::string& ticker);
     void TellOutcome(const SelectorOutcome& outcome);
     void Tile(Qt::Orientation stacked);
     QList<QMdiSubWindow*> ShownChildren() const;

@@ -67,8 +67,13 @@ void frmMain::BeginTableRun() {
 
 // False when the frame was closed in the run and goes now.
 bool frmMain::EndTableRun() {
-    person_.EndRun();
+    const bool stays = EndRun();
     quoteForm_->ShowFirstRow();
+    return stays;
+}
+
+bool frmMain::EndRun() {
+    person_.EndRun();
     // The run was called from a click; the frame goes when that has returned.
     if (exitAfterRun_) QTimer::singleShot(0, this, &QWidget::close);
     return !exitAfterRun_;

@@ -21,6 +21,7 @@ constexpr std::string_view kProgramName = "Brantlow";
 constexpr qint64 kShowIntervalMs = 40;
 
 constexpr int kBoxPicturePixels = 40;
+constexpr int kFullBar = 100;
 
 QString TitleOf(std::string_view title) {
     return Shown(title.empty() ? kProgramName : title);
@@ -54,6 +55,7 @@ void WindowPerson::Detach() {
     pauseChanged = nullptr;
     showRow_ = nullptr;
     inRun_ = false;
+    inWork_ = false;
 }
 
 bool WindowPerson::Paused() const {
@@ -68,16 +70,29 @@ void WindowPerson::BeginRun(std::function<void()> showRow) {
     if (frame_.window) frame_.window->setEnabled(false);
 }
 
+void WindowPerson::BeginWork() {
+    inWork_ = true;
+    if (pauseChanged) pauseChanged();
+    if (frame_.window) frame_.window->setEnabled(false);
+    if (!frame_.progressBar) return;
+    frame_.progressBar->setRange(0, 0);
+    frame_.progressBar->show();
+}
+
 void WindowPerson::EndRun() {
     if (inRun_) ShowRunSoFar();
     showRow_ = nullptr;
     inRun_ = false;
+    inWork_ = false;
     enable_.reset();
     if (frame_.window) {
         frame_.window->setEnabled(true);
         frame_.window->activateWindow();
     }
-    if (frame_.progressBar) frame_.progressBar->hide();
+    if (frame_.progressBar) {
+        frame_.progressBar->setRange(0, kFullBar);
+        frame_.progressBar->hide();
+    }
     if (pauseChanged) pauseChanged();
 }
 

@@ -44,8 +44,12 @@ class WindowPerson final : public Person {
 
     // From here to EndRun a run works; `showRow` brings the window up to the row in work.
     void BeginRun(std::function<void()> showRow);
+    // The same for work that has no rows and no buttons, such as a single download: the frame is disabled and
+    // the progress bar tells that something goes on.
+    void BeginWork();
+    // Ends either.
     void EndRun();
-    bool InRun() const { return inRun_; }
+    bool InRun() const { return inRun_ || inWork_; }
     bool Paused() const;
     // The frame's menu depends on whether a run stands still.
     std::function<void()> pauseChanged;
@@ -80,6 +84,7 @@ class WindowPerson final : public Person {
     QString wordToShow_;
     std::function<void()> showRow_;
     bool inRun_ = false;
+    bool inWork_ = false;
     bool wasPaused_ = false;
 };
 

@@ -5,9 +5,12 @@
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+#include <algorithm>
 
+#include "base/text.h"
 #include "base/windows/display_text.h"
 #include "shell/display.h"
 #include "store/file_names.h"
@@ -48,8 +51,19 @@ frmQuoteGrid::frmQuoteGrid(Session& session)
     empty_->setWordWrap(true);
     empty_->setAttribute(Qt::WA_TransparentForMouseEvents);
 
+    ConnectBoxes();
+    ConnectView();
+}
+
+void frmQuoteGrid::ConnectBoxes() {
     connect(strip_, &QuoteStrip::Pressed, this, &frmQuoteGrid::CommandPressed);
     connect(Text1, &QLineEdit::textChanged, this, &frmQuoteGrid::Text1_Change);
+    for (const QLineEdit* box : {Text1, strip_->HighAlarm(), strip_->LowAlarm()}) {
+        connect(box, &QLineEdit::returnPressed, this, [this, box] { EnterTicker(*box); });
+    }
+}
+
+void frmQuoteGrid::ConnectView() {
     for (QAbstractItemView* const view :
          {static_cast<QAbstractItemView*>(view_), static_cast<QAbstractItemView*>(view_->FrozenView())}) {
         view->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -57,6 +71,7 @@ frmQuoteGrid::frmQuoteGrid(Session& session)
                 [this, view](const QPoint& place) { AskPopUp(*view, place); });
     }
     connect(view_, &FrozenTableView::ColumnMoved, this, &frmQuoteGrid::MoveColumn);
+    connect(view_, &FrozenTableView::SortAsked, this, &frmQuoteGrid::SortByTurns);
     connect(view_, &FrozenTableView::ColumnResized, this, [this](int column, int pixels) {
         table_.SetWidth(static_cast<std::size_t>(column), TwipsOf(pixels));
     });
@@ -79,12 +94,24 @@ void frmQuoteGrid::ReloadModel() {
 }
 
 void frmQuoteGrid::TableChanged() {
+    const int column = static_cast<int>(CurrentColumn());
     ReloadModel();
     ApplyWidths();
     ShowEmptySentence();
+    view_->ShowSorted(-1, Qt::AscendingOrder);
+    SelectAgain(column);
+}
+
+void frmQuoteGrid::CellsChanged() {
+    model_->CellsChanged();
+}
+
+std::size_t frmQuoteGrid::CurrentColumn() const {
+    return static_cast<std::size_t>(std::max(0, view_->currentIndex().column()));
 }
 
 void frmQuoteGrid::ApplyRules(OpenStates state, bool enabled) {
+    enabled_ = enabled;
     strip_->ApplyRules(state, enabled);
 }
 
@@ -96,6 +123,8 @@ void frmQuoteGrid::ShowTable() {
     });
     ApplyWidths();
     ShowEmptySentence();
+    if (table_.TickerCount() > 0) selectedTicker_ = table_.Ticker(1);
+    SelectAgain(0);
     NameChanged();
 }
 
@@ -130,40 +159,104 @@ void frmQuoteGrid::ApplyWidths() {
 }
 
 void frmQuoteGrid::MoveColumn(int from, int to) {
+    if (!enabled_) return;
     table_.MoveColumn(static_cast<std::size_t>(from), static_cast<std::size_t>(to));
     ApplyWidths();
-    model_->ColumnsChanged();
+    model_->CellsChanged();
+    view_->ShowSorted(-1, Qt::AscendingOrder);
+    view_->SetCurrentColumn(to);
+}
+
+void frmQuoteGrid::Sort(SortOrder order) {
+    SortBy(static_cast<int>(CurrentColumn()), order);
+}
+
+void frmQuoteGrid::SortByTurns(int column) {
+    if (!enabled_) return;
+    view_->SetCurrentColumn(column);
+    SortBy(column, nextOrder_);
+    nextOrder_ = nextOrder_ == SortOrder::Ascending ? SortOrder::Descending : SortOrder::Ascending;
+}
+
+void frmQuoteGrid::SortBy(int column, SortOrder order) {
+    SortTable(table_, static_cast<std::size_t>(column), order);
+    model_->CellsChanged();
+    view_->ShowSorted(column, order == SortOrder::Ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    SelectAgain(column);
+}
+
+// The rows have changed places, or are others: the ticker that was selected is selected where it stands now.
+// The selection is silent meanwhile, so the views have to be told to paint.
+void frmQuoteGrid::SelectAgain(int column) {
+    const QSignalBlocker quiet(view_->selectionModel());
+    view_->selectionModel()->clear();
+    SelectedRow = selectedTicker_.empty() ? 0 : RowOfTicker(table_, selectedTicker_);
+    if (SelectedRow > 0) {
+        view_->selectionModel()->setCurrentIndex(
+            model_->index(static_cast<int>(SelectedRow) - 1, column),
+            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    } else {
+        view_->SetCurrentColumn(column);
+    }
+    view_->viewport()->update();
+    view_->FrozenView()->viewport()->update();
+}
+
+NewTicker frmQuoteGrid::Typed() const {
+    const auto textOf = [](const QLineEdit* box) { return box->text().simplified().toStdString(); };
+    return {textOf(Text1), textOf(strip_->HighAlarm()), textOf(strip_->LowAlarm())};
+}
+
+void frmQuoteGrid::ClearSymbolBox() {
+    Text1->clear();
+}
+
+void frmQuoteGrid::ClearBoxes() {
+    strip_->ClearBoxes();
+}
+
+// Enter in a box adds the ticker; behind the alarms of one that the table holds it sets them.
+void frmQuoteGrid::EnterTicker(const QLineEdit& box) {
+    const bool setsAlarm = &box != Text1 && RowOfTicker(table_, UpperCase(Typed().symbol)) > 0;
+    auto* button = strip_->findChild<QPushButton*>(Name(setsAlarm ? "CmdAlarm" : "CmdAdd"));
+    if (button->isVisible()) button->click();
 }
 
 void frmQuoteGrid::RowSelected(int row) {
     if (row < 0) return;
     SelectedRow = static_cast<std::size_t>(row) + 1;
-    session_.CurrentTicker = table_.Ticker(SelectedRow);
+    selectedTicker_ = table_.Ticker(SelectedRow);
+    session_.CurrentTicker = selectedTicker_;
     const QSignalBlocker quiet(Text1);
     Text1->setText(Shown(session_.CurrentTicker));
 }
 
-// The commands of the menu work on the selected row, so a click selects the row under it first.
+// The commands of the menu work on the ticker in the Symbol box, so a click selects the row under it first.
 void frmQuoteGrid::AskPopUp(const QAbstractItemView& view, const QPoint& place) {
+    if (!HasSavedKind()) return;
     const int row = view.indexAt(place).row();
     if (row >= 0) view_->selectRow(row);
+    session_.CurrentTicker = UpperCase(Typed().symbol);
     Q_EMIT PopUpAsked(view.viewport()->mapToGlobal(place));
 }
 
-void frmQuoteGrid::Text1_Change(const QString& text) {
+// Of a kind that is looked through; a new table has no rows yet.
+bool frmQuoteGrid::HasSavedKind() const {
     const FileKind kind = KindOf(session_.CurrentFile);
-    if (kind != FileKind::Ddq && kind != FileKind::Dbe && kind != FileKind::Efq) return;
+    return kind == FileKind::Ddq || kind == FileKind::Dbe || kind == FileKind::Efq;
+}
+
+void frmQuoteGrid::Text1_Change(const QString& text) {
+    if (!HasSavedKind()) return;
     const std::string typed = text.toStdString();
     session_.CurrentTicker = UpperCase(typed);
     const std::size_t row = FindTickerRow(table_, typed);
     if (row == 0) return;
     SelectedRow = row;
-    const int viewRow = static_cast<int>(row) - 1;
-    const QSignalBlocker quiet(view_->selectionModel());
-    view_->setCurrentIndex(model_->index(viewRow, 0));
-    view_->ShowAtTop(viewRow);
-    view_->viewport()->update();
-    view_->FrozenView()->viewport()->update();
+    // Every ticker begins like an empty text: the table goes to its top, and no row is meant.
+    selectedTicker_ = typed.empty() ? std::string() : table_.Ticker(row);
+    SelectAgain(static_cast<int>(CurrentColumn()));
+    view_->ShowAtTop(static_cast<int>(row) - 1);
 }
 
 void frmQuoteGrid::ShowRowInWork(std::size_t row, std::size_t topRow) {

@@ -1,14 +1,17 @@
 // The window of a table file: the quote table itself, with its ticker column and header fixed, and above it
-// the Symbol box that finds a ticker as it is typed. It owns the table that it shows; runs fill that table
-// and tell the window which row they are at.
+// the Symbol box that finds a ticker as it is typed and the buttons. It owns the table that it shows; runs
+// fill that table and tell the window which row they are at.
 #pragma once
 
 #include <QWidget>
+#include <string>
 
 #include "shell/commands.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
+#include "store/table_edit.h"
 #include "store/table_files.h"
+#include "store/table_sort.h"
 
 class QAbstractItemView;
 class QLabel;
@@ -37,8 +40,18 @@ class frmQuoteGrid final : public QWidget {
     void ShowRowInWork(std::size_t row, std::size_t topRow = 0);
     // The run is over: the table's first row is on top again.
     void ShowFirstRow();
-    // The table's rows are others than before.
+    // The table's rows are others than before. The selected ticker stays selected where it is still there.
     void TableChanged();
+    // Cells of the table have changed, its rows have not.
+    void CellsChanged();
+    // Sorts by the current column, that of the cell or header pressed last.
+    void Sort(SortOrder order);
+    std::size_t CurrentColumn() const;
+    // What stands in the boxes above the table.
+    NewTicker Typed() const;
+    void ClearSymbolBox();
+    // Empties the Symbol box and both alarm boxes; the next ticker can be typed.
+    void ClearBoxes();
     // Shows the buttons of the open table's kind.
     void ApplyRules(OpenStates state, bool enabled);
     // The open file goes by another name.
@@ -63,11 +76,18 @@ class frmQuoteGrid final : public QWidget {
     void ShowEmptySentence();
     void ApplyWidths();
     int ShownWidth(std::size_t column) const;
+    void ConnectBoxes();
+    void ConnectView();
     void MoveColumn(int from, int to);
+    void SortByTurns(int column);
+    void SortBy(int column, SortOrder order);
+    void SelectAgain(int column);
     void RowSelected(int row);
+    void EnterTicker(const QLineEdit& box);
     void AskPopUp(const QAbstractItemView& view, const QPoint& place);
     void Text1_Change(const QString& text);
     QString EmptySentence() const;
+    bool HasSavedKind() const;
 
     Session& session_;
     QuoteTable table_;
@@ -77,6 +97,11 @@ class frmQuoteGrid final : public QWidget {
     QLineEdit* Text1;
     QLabel* empty_;
     std::size_t SelectedRow = 0;
+    std::string selectedTicker_;
+    // False while a run stands still over the table: its rows and columns keep their places.
+    bool enabled_ = true;
+    // Which way the next double click sorts.
+    SortOrder nextOrder_ = SortOrder::Ascending;
 };
 
 }  // namespace brantlow

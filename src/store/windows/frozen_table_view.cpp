@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
+#include <algorithm>
 #include <utility>
 
 #include "base/windows/colours.h"
@@ -46,6 +47,8 @@ FrozenTableView::FrozenTableView(QWidget* parent) : QTableView(parent), frozen_(
     frozen_->setFocusPolicy(Qt::NoFocus);
     frozen_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     frozen_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    ConnectHeader(*this);
+    ConnectHeader(*frozen_);
     frozen_->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setSectionsMovable(true);
     horizontalHeader()->setFirstSectionMovable(false);
@@ -83,6 +86,14 @@ void FrozenTableView::SetUp(QTableView& view) {
     KeepColoursWhenDisabled(view);
 }
 
+void FrozenTableView::ConnectHeader(QTableView& view) {
+    QHeaderView* const header = view.horizontalHeader();
+    connect(header, &QHeaderView::sectionPressed, this, &FrozenTableView::SetCurrentColumn);
+    connect(header, &QHeaderView::sectionDoubleClicked, this, &FrozenTableView::SortAsked);
+    connect(&view, &QAbstractItemView::doubleClicked, this,
+            [this](const QModelIndex& index) { Q_EMIT SortAsked(index.column()); });
+}
+
 void FrozenTableView::SetGridModel(QAbstractItemModel* model) {
     setModel(model);
     frozen_->setModel(model);
@@ -96,6 +107,20 @@ void FrozenTableView::SetColumnWidth(int column, int pixels) {
     if (pixels > 0) setColumnWidth(column, pixels);
     frozen_->setColumnHidden(column, column != 0);
     if (column == 0) PlaceFrozenView();
+}
+
+// Without a current row it is the first in sight, so that nothing scrolls.
+void FrozenTableView::SetCurrentColumn(int column) {
+    if (!model() || model()->rowCount() == 0) return;
+    const int row = currentIndex().isValid() ? currentIndex().row() : std::max(0, rowAt(0));
+    selectionModel()->setCurrentIndex(model()->index(row, column), QItemSelectionModel::NoUpdate);
+}
+
+void FrozenTableView::ShowSorted(int column, Qt::SortOrder order) {
+    for (QHeaderView* header : {horizontalHeader(), frozen_->horizontalHeader()}) {
+        header->setSortIndicatorShown(column >= 0);
+        header->setSortIndicator(column, order);
+    }
 }
 
 void FrozenTableView::ShowAtTop(int row) {
@@ -151,8 +176,21 @@ void FrozenTableView::ReleaseColumn(const QMouseEvent& event) {
     viewport()->unsetCursor();
     if (event.button() != Qt::LeftButton || DragColumn == 0) return;
     const int from = std::exchange(DragColumn, 0);
-    const int to = columnAt(event.position().toPoint().x());
-    if (to > 0 && to != from) Q_EMIT ColumnMoved(from, to);
+    const QModelIndex released = indexAt(event.position().toPoint());
+    if (released.column() == from) {
+        setCurrentIndex(released);
+    } else if (const int to = columnAt(event.position().toPoint().x()); to > 0) {
+        Q_EMIT ColumnMoved(from, to);
+    }
+}
+
+// A press in a column that can be moved selects nothing yet: only a release in the same column does.
+QItemSelectionModel::SelectionFlags FrozenTableView::selectionCommand(const QModelIndex& index,
+                                                                      const QEvent* event) const {
+    const bool byMouse =
+        event && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseMove);
+    if (byMouse && DragColumn > 0) return QItemSelectionModel::NoUpdate;
+    return QTableView::selectionCommand(index, event);
 }
 
 bool FrozenTableView::viewportEvent(QEvent* event) {

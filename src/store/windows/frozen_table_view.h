@@ -1,6 +1,7 @@
 // A table view whose first column stays in sight: a second view of the same model lies over the first column
 // and scrolls up and down with the rest. Columns are moved by dragging their headers, or by pressing in one
-// column and releasing in another.
+// column and releasing in another. The column pressed last is the current one; a double click in it, or on
+// its header, asks for sorting by it.
 #pragma once
 
 #include <QTableView>
@@ -17,22 +18,30 @@ class FrozenTableView final : public QTableView {
     void SetColumnWidth(int column, int pixels);
     // Puts a row (0 the first) at the top.
     void ShowAtTop(int row);
+    // Makes a column the current one, the selection stays.
+    void SetCurrentColumn(int column);
+    // Marks the header of the column that the table is sorted by; -1 for none.
+    void ShowSorted(int column, Qt::SortOrder order);
     // The view over the first column, for tests of the mouse.
     QTableView* FrozenView() const { return frozen_; }
 
   Q_SIGNALS:
     void ColumnMoved(int from, int to);
     void ColumnResized(int column, int pixels);
+    void SortAsked(int column);
 
   protected:
     bool viewportEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event = nullptr) const override;
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
   private:
     void SetUp(QTableView& view);
     void PlaceFrozenView();
     void HeaderMoved(int logical, int from, int to);
+    void ConnectHeader(QTableView& view);
     void PressColumn(const QMouseEvent& event);
     void ReleaseColumn(const QMouseEvent& event);
 

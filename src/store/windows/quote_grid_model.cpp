@@ -95,7 +95,7 @@ void QuoteGridModel::Reload(FileKind kind, Summaries summaries) {
     endResetModel();
 }
 
-void QuoteGridModel::ColumnsChanged() {
+void QuoteGridModel::CellsChanged() {
     if (columnCount() == 0) return;
     Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
     if (rowCount() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));

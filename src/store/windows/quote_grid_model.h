@@ -34,8 +34,8 @@ class QuoteGridModel final : public QAbstractTableModel {
 
     // The table was filled anew. The summaries are the tool tips of an evaluation table's headers.
     void Reload(FileKind kind, Summaries summaries);
-    // Columns have changed places.
-    void ColumnsChanged();
+    // Cells hold something else, or have changed places; rows and columns are as many as before.
+    void CellsChanged();
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

@@ -4,53 +4,61 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 #include "base/windows/display_text.h"
+#include "base/windows/flow_layout.h"
 
 namespace brantlow {
 
 namespace {
 
-constexpr int kSymbolBoxWidth = 140;
-constexpr int kStripMargin = 6;
+constexpr int kStripGap = 6;
 
 }  // namespace
 
-QuoteStrip::QuoteStrip(QWidget* parent) : QWidget(parent), Text1(new QLineEdit) {
-    auto* rows = new QVBoxLayout(this);
-    rows->setSpacing(kStripMargin);
-    rows->setContentsMargins(kStripMargin, kStripMargin, kStripMargin, kStripMargin);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(kStripMargin);
-    rows->addLayout(row);
-    AddSymbolBox(*row);
-    row->addStretch();
-    AddButtons(*row);
+QuoteStrip::QuoteStrip(QWidget* parent) : QWidget(parent) {
+    setLayout(new FlowLayout(nullptr, kStripGap));
+    for (std::size_t index = 0; index < kStripBoxes.size(); ++index) AddBox(index);
+    for (const StripButton& rule : kStripButtons) AddButton(rule);
 }
 
-void QuoteStrip::AddSymbolBox(QHBoxLayout& row) {
-    auto* symbol = new QLabel(QStringLiteral("S&ymbol"));
-    symbol->setBuddy(Text1);
-    Text1->setObjectName(QStringLiteral("Text1"));
-    Text1->setFixedWidth(kSymbolBoxWidth);
-    Text1->setClearButtonEnabled(true);
-    Text1->setToolTip(QStringLiteral("Type the first letters of a ticker to find its row"));
-    row.addWidget(symbol);
-    row.addWidget(Text1);
+void QuoteStrip::AddBox(std::size_t index) {
+    const StripBox& rule = kStripBoxes[index];
+    auto* frame = new QWidget;
+    frame->setObjectName(Name(rule.frame));
+    auto* row = new QHBoxLayout(frame);
+    row->setContentsMargins(0, 0, kStripGap, 0);
+    row->setSpacing(kStripGap);
+    auto* box = new QLineEdit;
+    box->setObjectName(Name(rule.box));
+    box->setToolTip(Name(rule.toolTip));
+    box->setFixedWidth(rule.width);
+    box->setClearButtonEnabled(true);
+    auto* words = new QLabel(Name(rule.words));
+    words->setBuddy(box);
+    row->addWidget(words);
+    row->addWidget(box);
+    layout()->addWidget(frame);
+    boxes_[index] = box;
 }
 
-void QuoteStrip::AddButtons(QHBoxLayout& row) {
-    for (const StripButton& rule : kStripButtons) {
-        auto* button = new QPushButton(Name(rule.words));
-        button->setObjectName(Name(rule.id));
-        button->setToolTip(Name(rule.toolTip));
-        connect(button, &QPushButton::clicked, this, [this, &rule] { Q_EMIT Pressed(rule.command); });
-        row.addWidget(button);
-    }
+void QuoteStrip::AddButton(const StripButton& rule) {
+    auto* button = new QPushButton(Name(rule.words));
+    button->setObjectName(Name(rule.id));
+    button->setToolTip(Name(rule.toolTip));
+    connect(button, &QPushButton::clicked, this, [this, &rule] { Q_EMIT Pressed(rule.command); });
+    layout()->addWidget(button);
+}
+
+void QuoteStrip::ClearBoxes() {
+    for (QLineEdit* box : boxes_) box->clear();
+    Symbol()->setFocus();
 }
 
 void QuoteStrip::ApplyRules(OpenStates state, bool enabled) {
+    for (const StripBox& rule : kStripBoxes) {
+        findChild<QWidget*>(Name(rule.frame))->setVisible((rule.shown & state) != 0);
+    }
     for (const StripButton& rule : kStripButtons) {
         auto* button = findChild<QPushButton*>(Name(rule.id));
         button->setVisible((rule.shown & state) != 0);

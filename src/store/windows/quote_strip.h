@@ -1,5 +1,6 @@
-// The strip above the quote table: the Symbol box and the buttons that work on the open table. The kind of
-// the open file says which of them are shown; what a press does is the main frame's.
+// The strip above the quote table: the Symbol box, the boxes of a ticker's alarms and the buttons that work
+// on the open table. The kind of the open file says which of them are shown; what a press does is the main
+// frame's.
 #pragma once
 
 #include <QWidget>
@@ -8,10 +9,28 @@
 
 #include "shell/commands.h"
 
-class QHBoxLayout;
 class QLineEdit;
 
 namespace brantlow {
+
+// A box with its words, both in a frame of their own.
+struct StripBox {
+    std::string_view frame;
+    std::string_view box;
+    std::string_view words;
+    std::string_view toolTip;
+    int width;
+    OpenStates shown;
+};
+
+inline constexpr std::array kStripBoxes = {
+    StripBox{"Frame1", "Text1", "S&ymbol", "Type the first letters of a ticker to find its row", 130,
+             kWithTable},
+    StripBox{"Frame2", "Text2", "High &Alarm", "The price from which the alarm fires; empty for none", 80,
+             kWithDdq | kWithDb},
+    StripBox{"Frame3", "Text3", "&Low Alarm", "The price down to which the alarm fires; empty for none", 80,
+             kWithDdq | kWithDb},
+};
 
 struct StripButton {
     std::string_view id;
@@ -22,6 +41,11 @@ struct StripButton {
 };
 
 inline constexpr std::array kStripButtons = {
+    StripButton{"CmdAdd", "Add Symbol", "Add Ticker Symbol to Database", "CmdAdd", kWithDdq | kWithDb},
+    StripButton{"CmdDelete", "Delete Symbol", "Delete Ticker Symbol from the Database", "CmdDelete",
+                kWithDdq | kWithDb},
+    StripButton{"CmdAlarm", "Edit Alarm", "Add or Edit High and Low Price Alarms", "CmdAlarm",
+                kWithDdq | kWithDb},
     StripButton{"CmdUpdateQuotes", "Update Quotes", "Continuous Update of Intraday Real Time Quotes",
                 "mnuFileUpdateQuotes", kWithDdq | kWithDb},
     StripButton{"CommandImport", "Import File", "Import quotes from another program's file",
@@ -35,7 +59,11 @@ class QuoteStrip final : public QWidget {
   public:
     explicit QuoteStrip(QWidget* parent = nullptr);
 
-    QLineEdit* Symbol() const { return Text1; }
+    QLineEdit* Symbol() const { return boxes_[0]; }
+    QLineEdit* HighAlarm() const { return boxes_[1]; }
+    QLineEdit* LowAlarm() const { return boxes_[2]; }
+    // Empties all boxes; the next ticker can be typed.
+    void ClearBoxes();
     // Shows what belongs to the open table; `enabled` is false while a run stands still over it.
     void ApplyRules(OpenStates state, bool enabled);
 
@@ -43,10 +71,10 @@ class QuoteStrip final : public QWidget {
     void Pressed(std::string_view command);
 
   private:
-    void AddSymbolBox(QHBoxLayout& row);
-    void AddButtons(QHBoxLayout& row);
+    void AddBox(std::size_t index);
+    void AddButton(const StripButton& rule);
 
-    QLineEdit* Text1;
+    std::array<QLineEdit*, kStripBoxes.size()> boxes_{};
 };
 
 }  // namespace brantlow

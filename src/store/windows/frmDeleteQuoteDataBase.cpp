@@ -1,0 +1,50 @@
+#include "store/windows/frmDeleteQuoteDataBase.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "base/windows/display_text.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr int kTextWidth = 360;
+
+}  // namespace
+
+frmDeleteQuoteDataBase::frmDeleteQuoteDataBase(const std::string& ticker, QWidget* parent) : QDialog(parent) {
+    setObjectName(QStringLiteral("frmDeleteQuoteDataBase"));
+    setWindowTitle(QStringLiteral("Delete Quotes from Database"));
+    auto* layout = new QVBoxLayout(this);
+    auto* question = new QLabel(
+        QStringLiteral("Would you like to delete the Quote Data from the Database for this Ticker Symbol?"));
+    question->setObjectName(QStringLiteral("Label1"));
+    question->setWordWrap(true);
+    question->setFixedWidth(kTextWidth);
+    layout->addWidget(question);
+    auto* symbol = new QLineEdit(Shown(ticker));
+    symbol->setObjectName(QStringLiteral("Text1"));
+    symbol->setAccessibleName(QStringLiteral("Ticker Symbol"));
+    symbol->setReadOnly(true);
+    symbol->setFocusPolicy(Qt::NoFocus);
+    layout->addWidget(symbol);
+    auto* buttons = new QDialogButtonBox;
+    auto* remove = buttons->addButton(QStringLiteral("Delete"), QDialogButtonBox::AcceptRole);
+    remove->setObjectName(QStringLiteral("Command1"));
+    remove->setToolTip(QStringLiteral("Delete the ticker's whole history; it can only be downloaded anew"));
+    auto* keep = buttons->addButton(QStringLiteral("Keep"), QDialogButtonBox::RejectRole);
+    keep->setObjectName(QStringLiteral("Command2"));
+    keep->setToolTip(QStringLiteral("Keep the history; the ticker leaves the quote file all the same"));
+    keep->setDefault(true);
+    keep->setFocus();
+    layout->addWidget(buttons);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+}  // namespace brantlow
