@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
-#include <vector>
 
 namespace brantlow {
 namespace {
@@ -27,137 +27,158 @@ TEST(CommandCatalogue, NoTwoEntriesShareAShortcut) {
     }
 }
 
-TEST(CommandCatalogue, EntriesHaveTheirWords) {
-    const std::pair<std::string_view, std::string_view> rows[] = {
-        {"mnuFile", "&File"},
-        {"mnuFileNew", "&New Quote File"},
-        {"mnuFileNewEODQuoteFile", "New End of Day Quote File"},
-        {"mnuFileOpenQuotesDB", "Open End of Day Quote File"},
-        {"mnuFileOpenEvaluationDB", "Open Stock Selector File"},
-        {"mnuFileOpenExtendedFundamental", "Open Ext Fundamanental File"},
-        {"mnuFileClose", "&Close"},
-        {"mnuFileSave", "&Save"},
-        {"mnuFileSaveAs", "Save &As..."},
-        {"mnuFilePopulate", "Populate Database"},
-        {"mnuFileImportQuotes", "Import File"},
-        {"mnuFileExportQuotes", "&Export File"},
-        {"mnuFileUpdateQuotes", "Update Quotes"},
-        {"mnuFileExit", "E&xit"},
-        {"mnuView", "&View"},
-        {"mnuViewToolbar", "&Toolbar"},
-        {"mnuViewStatusBar", "Status &Bar"},
-        {"mnuViewAdvanceDecline", "Advance Decline"},
-        {"mnuViewDowngrades", "Downgrades"},
-        {"mnuViewEconomicCalander", "Economic Calander"},
-        {"mnuViewEarnings", "&Earnings"},
-        {"mnuViewInPlay", "In Play"},
-        {"mnuViewIPOs", "IPO's"},
-        {"mnuViewMarketOverview", "&Market Overview"},
-        {"mnuViewMostActiveAMEX", "Most Active: AMEX"},
-        {"mnuViewMostActiveNYSE", "Most Active: NYSE"},
-        {"mnuViewMostActiveNasdq", "Most Active: NASDQ"},
-        {"mnuViewSplits", "&Splits"},
-        {"mnuViewStockScreener", "Stock Screener"},
-        {"mnuViewSymbolSearch", "S&ymbol Search"},
-        {"mnuViewUSIndices", "U.S. Indices"},
-        {"mnuViewUpgrades", "Upgrades"},
-        {"mnuViewWorldIndices", "World Indices"},
-        {"mnuViewBrokererageFirm", "Bro&kerage Firm"},
-        {"mnuEvaluatePickStocks", "St&ock Selector"},
-        {"mnuWindow", "&Window"},
-        {"mnuWindowCascade", "&Cascade"},
-        {"mnuWindowTileHorizontal", "Tile &Horizontal"},
-        {"mnuWindowTileVertical", "Tile &Vertical"},
-        {"mnuWindowArrangeIcons", "&Arrange Icons"},
-        {"mnuHelp", "&Help"},
-        {"mnuHelpQuestions", "Common Questions"},
-        {"mnuHelpUsersForum", "User's Forum"},
-        {"mnuHelpSupport", "Support"},
-        {"mnuPopUp", "&PopUp"},
-        {"mnuPopUpTrade", "Trade"},
-        {"mnuPopUpExportHistQuotes", "Export Historical Quotes"},
-        {"mnuPopUpAnalyst", "Analyst"},
-        {"mnuPopUpChart", "Chart"},
-        {"mnuPopUpCompetitors", "Competitors"},
-        {"mnuPopUpDetailedQuote", "Detailed Quote"},
-        {"mnuPopUpFinancials", "Financials"},
-        {"mnuPopUpKeyStatistics", "Key Fundamentals"},
-        {"mnuPopUpIndustry", "Industry"},
-        {"mnuPopUpInsiderTrading", "Insider Trading"},
-        {"mnuPopUpMessageBoard", "MessageBoard"},
-        {"mnuPopUpNews", "News"},
-        {"mnuPopUpProfile", "Profile"},
-        {"mnuPopUpOptions", "Options"},
-        {"mnuPopUpOwnership", "Ownership"},
-        {"mnuPopUpRealTimeQuote", "Real Time Quote"},
-        {"mnuPopUpReports", "Reports"},
-        {"mnuPopUpResearch", "Research"},
-        {"mnuPopUpSECFilings", "SEC Filings"},
-    };
-    for (const auto& [id, words] : rows) {
-        const Command* command = FindCommand(id);
-        ASSERT_NE(command, nullptr) << id;
-        EXPECT_EQ(command->words, words) << id;
+// What the menu holds, in order: entries and menus by name and words.
+struct MenuWords {
+    std::string_view id, words;
+};
+constexpr MenuWords kMenuWords[] = {
+    {"mnuFile", "&File"},
+    {"mnuFileNew", "&New Quote File"},
+    {"mnuFileNewEODQuoteFile", "New End of Day Quote File"},
+    {"mnuFileNewCreateMarketQuoteFile", "Create Market Quote File"},
+    {"mnuFileOpenQuotesDB", "Open End of Day Quote File"},
+    {"mnuFileOpenEvaluationDB", "Open Stock Selector File"},
+    {"mnuFileOpenExtendedFundamental", "Open Ext Fundamanental File"},
+    {"mnuFileClose", "&Close"},
+    {"mnuFileSave", "&Save"},
+    {"mnuFileSaveAs", "Save &As..."},
+    {"mnuFilePopulate", "Populate Database"},
+    {"mnuFileImportQuotes", "Import File"},
+    {"mnuFileExportQuotes", "&Export File"},
+    {"mnuFileUpdateQuotes", "Update Quotes"},
+    {"mnuFilePrintPreview", "Print Preview Browser"},
+    {"mnuFilePrint", "&Print..."},
+    {"mnuFileMRU", ""},
+    {"mnuFileExit", "E&xit"},
+    {"mnuEdit", "&Edit"},
+    {"mnuEditBackUpProgramFiles", "BackUp Program Files"},
+    {"mnuEditBackUpQuoteDatabase", "BackUp Quote Database"},
+    {"mnuEditRestoreProgramFiles", "Restore Program Files"},
+    {"mnuEditRestoreQuoteDatabase", "Restore Quote Database"},
+    {"mnuEditSplitAdjustment", "Split Adjustment"},
+    {"mnuEditEditQuoteFiles", "Edit Quote Files with  Notepad"},
+    {"mnuEditEditDatabaseFiles", "Edit Database Files with  Notepad"},
+    {"mnuEditCombineQuoteFiles", "Combine Quote Files"},
+    {"mnuEditRemoveLastUpdate", "Remove Last Update"},
+    {"mnuEditDelete", "Delete File"},
+    {"mnuView", "&View"},
+    {"mnuViewToolbar", "&Toolbar"},
+    {"mnuViewStatusBar", "Status &Bar"},
+    {"mnuViewAdvanceDecline", "Advance Decline"},
+    {"mnuViewDowngrades", "Downgrades"},
+    {"mnuViewEconomicCalander", "Economic Calander"},
+    {"mnuViewEarnings", "&Earnings"},
+    {"mnuViewInPlay", "In Play"},
+    {"mnuViewIPOs", "IPO's"},
+    {"mnuViewMarketOverview", "&Market Overview"},
+    {"mnuViewMostActiveAMEX", "Most Active: AMEX"},
+    {"mnuViewMostActiveNYSE", "Most Active: NYSE"},
+    {"mnuViewMostActiveNasdq", "Most Active: NASDQ"},
+    {"mnuViewSplits", "&Splits"},
+    {"mnuViewStockScreener", "Stock Screener"},
+    {"mnuViewSymbolSearch", "S&ymbol Search"},
+    {"mnuViewUSIndices", "U.S. Indices"},
+    {"mnuViewUpgrades", "Upgrades"},
+    {"mnuViewWorldIndices", "World Indices"},
+    {"mnuViewBrokererageFirm", "Bro&kerage Firm"},
+    {"mnuSettings", "&Settings"},
+    {"mnuSettingsApplication", "Application"},
+    {"mnuSettingsStockSelector", "&Stock Selector"},
+    {"mnuGraphics", "&Graphics"},
+    {"mnuGraphicsHLC", "High, Low, Close"},
+    {"mnuGraphicsCandleStick", "Candle Stick"},
+    {"mnuEvaluatePickStocks", "St&ock Selector"},
+    {"mnuExtendedFundamentals", "E&xtended Fundamentals"},
+    {"mnuWindow", "&Window"},
+    {"mnuWindowCascade", "&Cascade"},
+    {"mnuWindowTileHorizontal", "Tile &Horizontal"},
+    {"mnuWindowTileVertical", "Tile &Vertical"},
+    {"mnuWindowArrangeIcons", "&Arrange Icons"},
+    {"mnuHelp", "&Help"},
+    {"mnuHelpFile", "&Help File"},
+    {"mnuHelpIndex", "Help &Index"},
+    {"SetupWizard", "Setup Wizard"},
+    {"mnuHelpAbout", "&About "},
+    {"mnuHelpDisclaimer", "Terms, Conditions, and Disclaimer"},
+    {"mnuHelpBrantlowUpdates", "Brantlow Updates"},
+    {"mnuHelpQuestions", "Common Questions"},
+    {"mnuHelpUsersForum", "User's Forum"},
+    {"mnuHelpSupport", "Support"},
+    {"mnuPopUp", "&PopUp"},
+    {"mnuPopUpGraph", "Graph"},
+    {"mnuPopUpGraphicsHLC", "High, Low, Close"},
+    {"mnuPopUpGraphicsCandleStick", "Candle Stick"},
+    {"mnuPopUpSplitAdjustment", "Split Adjustment"},
+    {"mnuPopUpSplitAdjustmentMakeAdjustment", "Make Adjustment"},
+    {"mnuPopUpSplitAdjustmentExit", "Exit"},
+    {"mnuPopUpTrade", "Trade"},
+    {"mnuPopUpExportHistQuotes", "Export Historical Quotes"},
+    {"mnuPopUpAnalyst", "Analyst"},
+    {"mnuPopUpChart", "Chart"},
+    {"mnuPopUpCompetitors", "Competitors"},
+    {"mnuPopUpDetailedQuote", "Detailed Quote"},
+    {"mnuPopUpFinancials", "Financials"},
+    {"mnuPopUpKeyStatistics", "Key Fundamentals"},
+    {"mnuPopUpIndustry", "Industry"},
+    {"mnuPopUpInsiderTrading", "Insider Trading"},
+    {"mnuPopUpMessageBoard", "MessageBoard"},
+    {"mnuPopUpNews", "News"},
+    {"mnuPopUpProfile", "Profile"},
+    {"mnuPopUpOptions", "Options"},
+    {"mnuPopUpOwnership", "Ownership"},
+    {"mnuPopUpRealTimeQuote", "Real Time Quote"},
+    {"mnuPopUpReports", "Reports"},
+    {"mnuPopUpResearch", "Research"},
+    {"mnuPopUpSECFilings", "SEC Filings"},
+};
+
+TEST(CommandCatalogue, EntriesStandInOrderWithTheirWords) {
+    std::size_t next = 0;
+    for (const Command& command : kMenu) {
+        if (command.row == MenuRow::Separator) continue;
+        while (next < std::size(kMenuWords) && kMenuWords[next].id != command.id) ++next;
+        ASSERT_LT(next, std::size(kMenuWords)) << command.id << " is not in the menu, or not there";
+        EXPECT_EQ(command.words, kMenuWords[next].words) << command.id;
     }
     EXPECT_EQ(FindCommand("mnuNothing"), nullptr);
 }
 
-// The names of the menu's rows that `takes` takes, in their order.
-template <class Takes>
-std::vector<std::string_view> NamesInOrder(const Takes& takes) {
-    std::vector<std::string_view> names;
-    for (const Command& command : kMenu) {
-        if (command.row == MenuRow::Entry && takes(command)) names.push_back(command.id);
-    }
-    return names;
-}
-
-TEST(CommandCatalogue, TheResearchEntriesStandInOrder) {
-    const std::vector<std::string_view> view = {
-        "mnuViewAdvanceDecline",  "mnuViewDowngrades",     "mnuViewEconomicCalander",
-        "mnuViewEarnings",        "mnuViewInPlay",         "mnuViewIPOs",
-        "mnuViewMarketOverview",  "mnuViewMostActiveAMEX", "mnuViewMostActiveNYSE",
-        "mnuViewMostActiveNasdq", "mnuViewSplits",         "mnuViewStockScreener",
-        "mnuViewSymbolSearch",    "mnuViewUSIndices",      "mnuViewUpgrades",
-        "mnuViewWorldIndices",    "mnuViewBrokererageFirm"};
-    EXPECT_EQ(NamesInOrder([](const Command& command) { return command.parent == "mnuView"; }), view);
-    // Those of the pop-up menu stand one after another at its end.
-    const std::vector<std::string_view> popUp = {
-        "mnuPopUpAnalyst",      "mnuPopUpChart",         "mnuPopUpCompetitors", "mnuPopUpDetailedQuote",
-        "mnuPopUpFinancials",   "mnuPopUpKeyStatistics", "mnuPopUpIndustry",    "mnuPopUpInsiderTrading",
-        "mnuPopUpMessageBoard", "mnuPopUpNews",          "mnuPopUpProfile",     "mnuPopUpOptions",
-        "mnuPopUpOwnership",    "mnuPopUpRealTimeQuote", "mnuPopUpReports",     "mnuPopUpResearch",
-        "mnuPopUpSECFilings"};
-    std::vector<std::string_view> atTheEnd =
-        NamesInOrder([](const Command& command) { return command.parent == "mnuPopUp"; });
-    ASSERT_GE(atTheEnd.size(), popUp.size());
-    atTheEnd.erase(atTheEnd.begin(), atTheEnd.end() - static_cast<std::ptrdiff_t>(popUp.size()));
-    EXPECT_EQ(atTheEnd, popUp);
-}
-
 TEST(CommandCatalogue, ButtonsHaveTheirToolTipsAndEntries) {
     struct Row {
-        std::string_view id, toolTip, command;
+        std::string_view id, toolTip, command;  // without a command: a button with a routine of its own
     };
     const Row rows[] = {
-        {"Command22", "Create New EOD Quote File", "mnuFileNewEODQuoteFile"},
+        {"Command1", "Graphics", ""},
+        {"Command4", "Stock Selector", "mnuEvaluatePickStocks"},
         {"Command5", "Open EOD Quote File", "mnuFileOpenQuotesDB"},
         {"Command6", "Open Evaluation File", "mnuFileOpenEvaluationDB"},
-        {"Command24", "Open Extended Fundamental File", "mnuFileOpenExtendedFundamental"},
-        {"Command8", "Save File", "mnuFileSave"},
         {"Command7", "Close File", "mnuFileClose"},
-        {"Command4", "Stock Selector", "mnuEvaluatePickStocks"},
+        {"Command8", "Save File", "mnuFileSave"},
+        {"Command9", "Print Preveiw Browser", "mnuFilePrintPreview"},
+        {"Command10", "Print", "mnuFilePrint"},
+        {"Command11", "Delete File", "mnuEditDelete"},
+        {"Command12", "Sort Ticker Symbols Ascending", ""},
+        {"Command13", "Sort Ticker Symbols Decending", ""},
+        {"Command14", "Back Up Quote Database", "mnuEditBackUpQuoteDatabase"},
+        {"Command15", "Back Up Program Files", "mnuEditBackUpProgramFiles"},
+        {"Command16", "Restore Backed Up Quote Database", "mnuEditRestoreQuoteDatabase"},
+        {"Command17", "Restore Backed Up Program Files", "mnuEditRestoreProgramFiles"},
         {"Command18", "Browser Market Overiew", "mnuViewMarketOverview"},
-        {"Command12", "Sort Ticker Symbols Ascending", "SortAscending"},
-        {"Command13", "Sort Ticker Symbols Decending", "SortDescending"},
+        {"Command19", "Brantlow Update", "mnuHelpBrantlowUpdates"},
         {"Command20", "Exit", "mnuFileExit"},
+        {"Command21", "Help", "mnuHelpFile"},
+        {"Command22", "Create New EOD Quote File", "mnuFileNewEODQuoteFile"},
+        {"Command23", "Extended Fundamental Data", "mnuExtendedFundamentals"},
+        {"Command24", "Open Extended Fundamental File", "mnuFileOpenExtendedFundamental"},
     };
-    ASSERT_EQ(std::size(rows), kButtons.size());
-    for (std::size_t i = 0; i < kButtons.size(); ++i) {
-        EXPECT_EQ(kButtons[i].id, rows[i].id);
-        EXPECT_EQ(kButtons[i].toolTip, rows[i].toolTip);
-        EXPECT_EQ(kButtons[i].command, rows[i].command);
-        EXPECT_NE(FindCommand(kButtons[i].command), nullptr);
+    for (const Button& button : kButtons) {
+        const auto row = std::find_if(std::begin(rows), std::end(rows),
+                                      [&](const Row& other) { return other.id == button.id; });
+        ASSERT_NE(row, std::end(rows)) << button.id;
+        EXPECT_EQ(button.toolTip, row->toolTip) << button.id;
+        if (row->command.empty()) continue;
+        EXPECT_EQ(button.command, row->command) << button.id;
+        EXPECT_NE(FindCommand(button.command), nullptr) << button.id;
     }
 }
 

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <functional>
@@ -122,7 +123,7 @@ class DialogHand {
 
     std::function<void(QDialog&)> answer_;
     QTimer timer_;
-    QDialog* last_ = nullptr;
+    QPointer<QDialog> last_;
     int looks_ = 0;
 };
 

@@ -27,6 +27,7 @@ namespace brantlow {
 class CommandBar;
 class frmQuoteGrid;
 class WindowPerson;
+enum class BackedUp;
 struct Command;
 struct DailyUpdate;
 struct SelectorOutcome;
@@ -81,6 +82,15 @@ class frmMain final : public QMainWindow {
     void ArrangeIcons();
     void ExportHistoricalQuotes();
     void OpenUsersForum();
+    void BackUpProgramFiles();
+    void BackUpQuoteDatabase();
+    void RestoreProgramFiles();
+    void RestoreQuoteDatabase();
+    void EditQuoteFiles();
+    void EditDatabaseFiles();
+    void CombineFiles();
+    void RemoveUpdate();
+    void DeleteFiles();
 
     // One look at the clock: starts the daily run in its minute. Called by a timer about once a second.
     void WaitForDailyRun();
@@ -103,6 +113,9 @@ class frmMain final : public QMainWindow {
     void OpenResearch(std::string_view command);
     void OpenBrowser(const std::string& address);
     void CloseBrowser();
+    void RunBackUp(BackedUp what, bool restores);
+    void EditFile(const Path& file);
+    void Tell(const std::string& sentence);
     void ApplyRules();
     void StoreGeometry();
     void AskInterval();
