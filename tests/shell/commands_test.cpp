@@ -135,7 +135,7 @@ constexpr MenuWords kMenuWords[] = {
 TEST(CommandCatalogue, EntriesStandInOrderWithTheirWords) {
     std::size_t next = 0;
     for (const Command& command : kMenu) {
-        if (command.row == MenuRow::Separator) continue;
+        if (command.row == MenuRow::Separator || command.row == MenuRow::ButtonOnly) continue;
         while (next < std::size(kMenuWords) && kMenuWords[next].id != command.id) ++next;
         ASSERT_LT(next, std::size(kMenuWords)) << command.id << " is not in the menu, or not there";
         EXPECT_EQ(command.words, kMenuWords[next].words) << command.id;
