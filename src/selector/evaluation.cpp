@@ -30,6 +30,11 @@ TestState EvaluateSlotAt(std::size_t slot, std::string_view text, const Analysis
     return RunValueSlot(slot, LeadingNumber(text), analysis, bar);
 }
 
+TestState RunStep(const TestStep& step, const Analysis& analysis, std::size_t bar) {
+    if (step.test != nullptr) return RunNamedTest(*step.test, analysis, bar);
+    return RunValueSlot(step.slot, step.x, analysis, bar);
+}
+
 // The walk over the lines. What a line is to be read as hangs on the lines before it and never on a verdict,
 // so it is settled here once. The phase outlives a block: a block that starts in the value phase gives its
 // "Condition" line to the slots, and every further line until its own action.
@@ -62,7 +67,7 @@ class ConditionWalk {
         return ConditionIndex_ <= kConditionCount ? &compiled_.blocks_[ConditionIndex_] : nullptr;
     }
 
-    void Add(const CompiledConditions::Step& step) {
+    void Add(const TestStep& step) {
         if (Block* block = BlockInHand()) block->steps.push_back(step);
     }
 
@@ -88,16 +93,10 @@ CompiledConditions::CompiledConditions(const SettingsTables& settings) {
     blockCount_ = walk.Blocks();
 }
 
-TestState CompiledConditions::Run(const Step& step, const Analysis& analysis) {
-    const std::size_t bar = analysis.series.LastBar;
-    if (step.test != nullptr) return RunNamedTest(*step.test, analysis, bar);
-    return RunValueSlot(step.slot, step.x, analysis, bar);
-}
-
 TestState CompiledConditions::Run(const Block& block, const Analysis& analysis) {
     TestState state = TestState::Undecided;
-    for (const Step& step : block.steps) {
-        const TestState verdict = Run(step, analysis);
+    for (const TestStep& step : block.steps) {
+        const TestState verdict = RunStep(step, analysis, analysis.series.LastBar);
         if (verdict == TestState::False) return verdict;
         if (verdict == TestState::True) state = verdict;
     }

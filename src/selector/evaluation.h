@@ -1,9 +1,8 @@
 // The evaluator: which of the ten conditions hold for the ticker in the working series. Runs after
 // ComputeIndicators.
 //
-// The selector asks for the newest bar (EvaluateConditions); the chart walks the same lines over every bar
-// with EvaluateNameAt and EvaluateSlotAt, or resolves a line once (FindTest in test_table.h) and runs it bar
-// by bar.
+// The selector asks for the newest bar (EvaluateConditions); the chart asks the same lines about every bar
+// (chart/signals.h), each line resolved once to a TestStep and run bar by bar.
 #pragma once
 
 #include <array>
@@ -29,6 +28,17 @@ TestState EvaluateName(std::string_view name, const Analysis& analysis);
 // no number counts as 0.
 TestState EvaluateSlotAt(std::size_t slot, std::string_view text, const Analysis& analysis, std::size_t bar);
 
+// A line of a condition with its name or its number resolved. One without a test and without a slot stands
+// for a name that nothing tests.
+struct TestStep {
+    const NamedTest* test = nullptr;
+    std::size_t slot = 0;
+    double x = 0;
+};
+
+// Undecided where nothing tests the step, or where its test or slot is not to be run at this bar.
+TestState RunStep(const TestStep& step, const Analysis& analysis, std::size_t bar);
+
 struct ConditionResults {
     // Elements 1 to 10: the state of each block at its end, "", "True" or "False", and "Buy", "Sell" or
     // "Hold". Element 0 takes what stands before the first block.
@@ -49,19 +59,13 @@ class CompiledConditions {
     void Evaluate(const Analysis& analysis, ConditionResults& results) const;
 
   private:
-    // One line that can decide something: a name's test, or a filled slot with its number.
-    struct Step {
-        const NamedTest* test = nullptr;
-        std::size_t slot = 0;
-        double x = 0;
-    };
+    // Steps are the lines that can decide something.
     struct Block {
         bool present = false;
         std::string action;
-        std::vector<Step> steps;
+        std::vector<TestStep> steps;
     };
 
-    static TestState Run(const Step& step, const Analysis& analysis);
     static TestState Run(const Block& block, const Analysis& analysis);
 
     std::array<Block, kConditionCount + 1> blocks_;
