@@ -7,6 +7,7 @@
 #include "base/numbers.h"
 #include "chart/chart_panels.h"
 #include "chart/panel_paint.h"
+#include "chart/signals.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -121,12 +122,16 @@ void PaintAllPanels(ChartContext& context) {
     for (const Panel panel : kPaintOrder) PaintCleared(context, panel);
 }
 
-void ReloadChart(ChartContext& context, Signals) {
+void ReloadChart(ChartContext& context, Signals signals) {
     Analysis& analysis = context.analysis;
-    const HistorySource source{context.session.settings.QuoteFolder, context.session.clock};
+    const SettingsTables& settings = context.session.settings;
+    const HistorySource source{settings.QuoteFolder, context.session.clock};
     LoadSeriesFor(source, context.chart.SelectorTicker, IntervalOf(context.chart.ChartTimeFrame),
                   analysis.series);
     ComputeIndicators(analysis.series, analysis.indicators);
+    if (signals == Signals::Keep) return;
+    if (HasCondition(settings, kBuySide)) ComputeBuySignals(settings, analysis, context.chart);
+    if (HasCondition(settings, kSellSide)) ComputeSellSignals(settings, analysis, context.chart);
 }
 
 void PickPriceSeries(ChartContext& context, std::string_view item) {

@@ -4,6 +4,7 @@
 #include "chart/chart_panels.h"
 #include "chart/panel_paint.h"
 #include "chart/series_tables.h"
+#include "chart/signals.h"
 
 namespace brantlow {
 
@@ -178,14 +179,6 @@ void DrawSlots(ChartSession& chart, const Analysis& analysis, bool candles, cons
 
 // --- marks ---
 
-bool HasMarks(const SettingsTable& graphSettings) {
-    const auto isChosen = [&](std::size_t line) {
-        const std::string& condition = graphSettings.Text(line);
-        return !condition.empty() && condition != "None";
-    };
-    return isChosen(kBuyConditionLine) && isChosen(kSellConditionLine);
-}
-
 // The turns from buying to selling and back; the first mark is always one of buying. A mark stands one bar to
 // the left of its signal.
 void DrawSignals(const ChartSession& chart, std::size_t barCount, const PanelPen& pen) {
@@ -252,7 +245,7 @@ PanelDrawing PaintPricePanel(ChartSession& chart, Analysis& analysis, SettingsTa
     drawing.labels = PriceLabels(chart, series);
     chart.Label58 = chart.SelectorTicker;
     DrawSlots(chart, analysis, candles, pen, drawing.labels);
-    if (HasMarks(settings.GraphSettings)) DrawSignals(chart, series.BarCount, pen);
+    if (HasBothConditions(settings)) DrawSignals(chart, series.BarCount, pen);
     DrawAlarms(chart, pen);
     WriteBackSlots(chart, settings.GraphSettings);
     return drawing;

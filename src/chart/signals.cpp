@@ -1,0 +1,112 @@
+#include "chart/signals.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "base/numbers.h"
+#include "indicators/indicator_pass.h"
+#include "selector/evaluation.h"
+#include "selector/test_table.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::string_view kNoCondition = "None";
+
+// The walk over the settings for one side. As what a line is to be read hangs on the lines before it and on
+// no bar, so the lines of the chosen block are resolved here once.
+class SideWalk {
+  public:
+    SideWalk(const SignalSide& side, std::string_view chosenBlock)
+        : action_(side.action), chosenBlock_(chosenBlock) {}
+
+    void Take(const std::string& row) {
+        if (row == kConditionLine) {
+            ++ConditionIndex_;
+            EvalPhase_ = Phase::BeforeAction;
+        }
+        if (chosenBlock_ != "Condition " + std::to_string(ConditionIndex_)) return;
+        if (row == action_) EvalPhase_ = Phase::Names;
+        CountSlots(row);
+        if (IsTested(row)) steps_.push_back(Resolve(row));
+    }
+
+    const std::vector<TestStep>& Steps() const { return steps_; }
+
+  private:
+    enum class Phase : unsigned char { BeforeAction, Names, Slots };
+
+    void CountSlots(const std::string& row) {
+        if (EvalPhase_ == Phase::Names && row == kValueLine) {
+            EvalPhase_ = Phase::Slots;
+            ValueSlot_ = 0;
+        } else if (EvalPhase_ == Phase::Slots && row != kValueLine) {
+            ++ValueSlot_;
+        }
+    }
+
+    bool IsTested(const std::string& row) const {
+        return EvalPhase_ != Phase::BeforeAction && !row.empty() && row != kConditionLine && row != action_ &&
+               row != kValueLine;
+    }
+
+    TestStep Resolve(const std::string& row) const {
+        if (EvalPhase_ == Phase::Names) return {.test = FindTest(row)};
+        return {.slot = ValueSlot_, .x = LeadingNumber(row)};
+    }
+
+    std::string_view action_;
+    std::string_view chosenBlock_;
+    std::vector<TestStep> steps_;
+    std::size_t ConditionIndex_ = 0;
+    Phase EvalPhase_ = Phase::BeforeAction;
+    std::size_t ValueSlot_ = 0;
+};
+
+std::vector<TestStep> StepsOf(const SettingsTables& settings, const SignalSide& side) {
+    SideWalk walk(side, settings.GraphSettings.Text(side.settingsLine));
+    for (std::size_t line = 1; line <= settings.SelectorLineCount; ++line)
+        walk.Take(settings.SelectorSettings.Text(line));
+    return walk.Steps();
+}
+
+// One bar's verdict: every step must be True there. A block without a step leaves the bar dark.
+TestState SignalAt(const std::vector<TestStep>& steps, const Analysis& analysis, std::size_t bar) {
+    if (steps.empty()) return TestState::Undecided;
+    const bool all = std::all_of(steps.begin(), steps.end(), [&](const TestStep& step) {
+        return RunStep(step, analysis, bar) == TestState::True;
+    });
+    return all ? TestState::True : TestState::False;
+}
+
+void ComputeSignals(const SettingsTables& settings, const SignalSide& side, const Analysis& analysis,
+                    TextSeries& signal) {
+    // Of so few bars no indicators are computed: the arrays hold those of an earlier ticker.
+    const bool testable = analysis.series.BarCount > kTooFewBars;
+    const std::vector<TestStep> steps = testable ? StepsOf(settings, side) : std::vector<TestStep>();
+    for (std::size_t bar = 1; bar <= analysis.series.BarCount; ++bar)
+        signal.Set(bar, Word(SignalAt(steps, analysis, bar)));
+}
+
+}  // namespace
+
+bool HasCondition(const SettingsTables& settings, const SignalSide& side) {
+    const std::string& chosen = settings.GraphSettings.Text(side.settingsLine);
+    return !chosen.empty() && chosen != kNoCondition;
+}
+
+bool HasBothConditions(const SettingsTables& settings) {
+    return HasCondition(settings, kBuySide) && HasCondition(settings, kSellSide);
+}
+
+void ComputeBuySignals(const SettingsTables& settings, const Analysis& analysis, ChartSession& session) {
+    ComputeSignals(settings, kBuySide, analysis, session.BuySignal);
+}
+
+void ComputeSellSignals(const SettingsTables& settings, const Analysis& analysis, ChartSession& session) {
+    ComputeSignals(settings, kSellSide, analysis, session.SellSignal);
+}
+
+}  // namespace brantlow

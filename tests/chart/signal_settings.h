@@ -1,0 +1,48 @@
+// Settings for tests of the signals and of what trades on them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "chart/chart_session.h"
+#include "shell/settings/condition_set.h"
+#include "shell/settings/settings_tables.h"
+
+namespace brantlow {
+
+using Lines = std::vector<std::string>;
+
+// A block as the condition editor writes it: `slots` in front, the rest of the 38 empty.
+inline Lines Block(const std::string& action, const Lines& names, Lines slots = {}) {
+    Lines lines = {"Condition", action};
+    lines.insert(lines.end(), names.begin(), names.end());
+    lines.push_back("Value");
+    slots.resize(kSlotCount);
+    lines.insert(lines.end(), slots.begin(), slots.end());
+    return lines;
+}
+
+// The slots of a block with one of them filled.
+inline Lines Slot(std::size_t slot, const std::string& text) {
+    Lines slots(kSlotCount);
+    slots[slot - 1] = text;
+    return slots;
+}
+
+inline Lines operator+(Lines a, const Lines& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+// These lines as VTRSELset.ini, with the chart's two choices.
+inline SettingsTables SignalSettings(const Lines& lines, const std::string& buy, const std::string& sell) {
+    SettingsTables settings;
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        settings.SelectorSettings.Set(i + 1, Value::OfText(lines[i]));
+    settings.SelectorLineCount = lines.size();
+    settings.GraphSettings.Set(kBuyConditionLine, Value::OfText(buy));
+    settings.GraphSettings.Set(kSellConditionLine, Value::OfText(sell));
+    return settings;
+}
+
+}  // namespace brantlow
