@@ -71,6 +71,43 @@ inline constexpr Command kEvaluateCommand = {
     .run = RunEvaluate,
 };
 
+ExitStatus RunSignals(BatchCall& call);
+inline constexpr Command kSignalsCommand = {
+    .name = "signals",
+    .usage = "TICKER...",
+    .operand = "TICKER",
+    .fewestOperands = 1,
+    .mostOperands = kAnyNumber,
+    .options = kIntervalOptions,
+    .summary = "Prints the chart's Buy and Sell signals bar by bar as JSON",
+    .help =
+        "One JSON object a line, one line a ticker, in the order given. BuySignal and SellSignal hold "
+        "\"True\",\n"
+        "\"False\" or \"\" for each bar, by the two conditions that the settings choose for the chart; a "
+        "side "
+        "set to\n"
+        "None prints an empty array.\n",
+    .run = RunSignals,
+};
+
+ExitStatus RunBackTestCommand(BatchCall& call);
+inline constexpr Command kBackTestCommand = {
+    .name = "backtest",
+    .usage = "TICKER...",
+    .operand = "TICKER",
+    .fewestOperands = 1,
+    .mostOperands = kAnyNumber,
+    .options = kIntervalOptions,
+    .summary = "Prints what trading on the chart's signals would have earned as JSON",
+    .help =
+        "One JSON object a line, one line a ticker, in the order given: a lot of 1000 shares is bought and "
+        "sold\n"
+        "on the chart's signals with a commission of 0.5%. Under labels stand the texts of the report by "
+        "control\n"
+        "name. Refuses when the settings choose no condition for a side.\n",
+    .run = RunBackTestCommand,
+};
+
 std::optional<std::string> RefuseEvaluationName(std::string_view text);
 inline constexpr std::array<CommandOption, 2> kSelectOptions = {{
     kIntervalOption,

@@ -105,10 +105,33 @@ TEST(Help, ListsEveryCommandAndNoOther) {
         EXPECT_THAT(help, HasSubstr("\n  " + std::string(command.name) + " ")) << command.name;
     }
     const std::vector<std::string_view> expected = {
-        "catalogue", "series",  "indicators",     "evaluate", "select",   "chart",   "history",
-        "populate",  "update",  "fundamentals",   "import",   "export",   "add",     "delete",
-        "alarm",     "split",   "split-calendar", "practice", "schedule", "combine", "remove-last-update",
-        "backup",    "restore", "research",       "settings",
+        "catalogue",
+        "series",
+        "indicators",
+        "evaluate",
+        "signals",
+        "backtest",
+        "select",
+        "chart",
+        "history",
+        "populate",
+        "update",
+        "fundamentals",
+        "import",
+        "export",
+        "add",
+        "delete",
+        "alarm",
+        "split",
+        "split-calendar",
+        "practice",
+        "schedule",
+        "combine",
+        "remove-last-update",
+        "backup",
+        "restore",
+        "research",
+        "settings",
     };
     EXPECT_EQ(names, expected);
 }

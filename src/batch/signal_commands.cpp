@@ -1,0 +1,84 @@
+// The commands that ask the chart's two conditions about every bar: signals and backtest.
+#include "batch/commands.h"
+#include "batch/ticker_lines.h"
+#include "chart/back_test.h"
+#include "chart/chart_actions.h"
+#include "chart/signals.h"
+
+namespace brantlow {
+
+namespace {
+
+int TimeFrameOf(Interval interval) {
+    if (interval == Interval::Weekly) return kWeeklyFrame;
+    return interval == Interval::Monthly ? kMonthlyFrame : kDailyFrame;
+}
+
+// Loads each ticker as its chart does, and prints its line: ticker, interval, BarCount and what
+// `print(analysis, chart, line)` adds.
+template <typename Print>
+ExitStatus ForEachChart(BatchCall& call, Print print) {
+    const Interval interval = ChosenInterval(call.arguments);
+    ChartSession chart;
+    chart.ChartTimeFrame = TimeFrameOf(interval);
+    return ForEachTicker(call, [&](const std::string& ticker, Analysis& analysis, JsonLine& line) {
+        ChartContext context{call.session, analysis, chart};
+        chart.SelectorTicker = ticker;
+        ReloadChart(context, Signals::Compute);
+        BeginTicker(line, ticker, interval, analysis.series);
+        print(analysis, chart, line);
+        line.EndObject();
+    });
+}
+
+void PrintSignal(std::string_view name, const TextSeries& signal, std::size_t bars, JsonLine& line) {
+    line.Key(name);
+    line.BeginArray();
+    for (std::size_t bar = 1; bar <= bars; ++bar) line.Text(signal[bar]);
+    line.EndArray();
+}
+
+struct ResultName {
+    std::string_view name;
+    double BackTest::*value;
+};
+constexpr std::array kResults = {
+    ResultName{"SharesBought", &BackTest::SharesBought}, ResultName{"SharesSold", &BackTest::SharesSold},
+    ResultName{"BuyCost", &BackTest::BuyCost},           ResultName{"SellValue", &BackTest::SellValue},
+    ResultName{"HeldValue", &BackTest::HeldValue},       ResultName{"Profit", &BackTest::Profit},
+};
+
+void PrintBackTest(const BackTest& test, const SettingsTables& settings, JsonLine& line) {
+    for (const ResultName& result : kResults) {
+        line.Key(result.name);
+        line.Number(test.*result.value);
+    }
+    line.Key("labels");
+    line.BeginObject();
+    for (const BackTestLabel& label : BackTestLabels(test, settings)) {
+        line.Key(label.control);
+        line.Text(label.text);
+    }
+    line.EndObject();
+}
+
+}  // namespace
+
+ExitStatus RunSignals(BatchCall& call) {
+    const SettingsTables& settings = call.session.settings;
+    return ForEachChart(call, [&](const Analysis& analysis, const ChartSession& chart, JsonLine& line) {
+        const std::size_t bars = analysis.series.BarCount;
+        PrintSignal("BuySignal", chart.BuySignal, HasCondition(settings, kBuySide) ? bars : 0, line);
+        PrintSignal("SellSignal", chart.SellSignal, HasCondition(settings, kSellSide) ? bars : 0, line);
+    });
+}
+
+ExitStatus RunBackTestCommand(BatchCall& call) {
+    const SettingsTables& settings = call.session.settings;
+    if (const auto refusal = RefuseBackTest(settings)) return Refuse(call, *refusal);
+    return ForEachChart(call, [&](const Analysis& analysis, const ChartSession& chart, JsonLine& line) {
+        PrintBackTest(RunBackTest(analysis.series, chart), settings, line);
+    });
+}
+
+}  // namespace brantlow
