@@ -67,11 +67,6 @@ std::string StyleOf(const Arguments& arguments) {
     return {};
 }
 
-int TimeFrameOf(Interval interval) {
-    if (interval == Interval::Weekly) return kWeeklyFrame;
-    return interval == Interval::Monthly ? kMonthlyFrame : kDailyFrame;
-}
-
 void DrawChart(BatchCall& call, ChartContext& context) {
     ChartSession& chart = context.chart;
     const Arguments& arguments = call.arguments;

@@ -9,11 +9,6 @@ namespace brantlow {
 
 namespace {
 
-int TimeFrameOf(Interval interval) {
-    if (interval == Interval::Weekly) return kWeeklyFrame;
-    return interval == Interval::Monthly ? kMonthlyFrame : kDailyFrame;
-}
-
 // Loads each ticker as its chart does, and prints its line: ticker, interval, BarCount and what
 // `print(analysis, chart, line)` adds.
 template <typename Print>

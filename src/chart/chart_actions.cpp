@@ -122,6 +122,11 @@ void PaintAllPanels(ChartContext& context) {
     for (const Panel panel : kPaintOrder) PaintCleared(context, panel);
 }
 
+int TimeFrameOf(Interval interval) {
+    if (interval == Interval::Weekly) return kWeeklyFrame;
+    return interval == Interval::Monthly ? kMonthlyFrame : kDailyFrame;
+}
+
 void ReloadChart(ChartContext& context, Signals signals) {
     Analysis& analysis = context.analysis;
     const SettingsTables& settings = context.session.settings;

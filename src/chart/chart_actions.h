@@ -47,6 +47,9 @@ void PrepareChartWindow(ChartContext& context);
 // Clears the panels and paints price, study and volume.
 void PaintAllPanels(ChartContext& context);
 
+// The value of ChartTimeFrame for an interval.
+int TimeFrameOf(Interval interval);
+
 enum class Signals : unsigned char { Compute, Keep };
 
 // Loads and computes the working series of SelectorTicker anew at ChartTimeFrame. Paints nothing.
