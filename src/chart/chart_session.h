@@ -35,6 +35,8 @@ inline constexpr std::size_t kVolumeEntries = 6;
 // Lines of GraphSettings.
 inline constexpr std::size_t kGraphTypeLine = 1;
 inline constexpr std::size_t kFirstSlotLine = 2;  // of Label13; the other six follow
+inline constexpr std::size_t kBuyConditionLine = 9;
+inline constexpr std::size_t kSellConditionLine = 10;
 
 // What the labels show while a button is held on a panel; empty otherwise.
 struct MouseReadOut {
