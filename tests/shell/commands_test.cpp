@@ -204,6 +204,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuFileExit", true, true, true, true, true, true, true},
         {"mnuViewToolbar", true, true, true, true, true, true, true},
         {"mnuViewSplits", true, true, true, true, true, true, true},
+        {"mnuSettingsStockSelector", true, true, true, true, true, true, false},
         {"mnuPopUpNews", true, true, true, true, true, true, true},
         {"mnuHelpSupport", true, true, true, true, true, true, true},
         {"mnuWindowCascade", true, true, true, true, true, true, true},

@@ -68,6 +68,7 @@ constexpr std::array kActions = {
     Action{"mnuEditDelete", &frmMain::DeleteFiles},
     Action{"mnuViewToolbar", &frmMain::ViewToolbar},
     Action{"mnuViewStatusBar", &frmMain::ViewStatusBar},
+    Action{"mnuSettingsStockSelector", &frmMain::StockSelectorSettings},
     Action{"mnuEvaluatePickStocks", &frmMain::StockSelector},
     Action{"mnuWindowCascade", &frmMain::Cascade},
     Action{"mnuWindowTileHorizontal", &frmMain::TileHorizontal},

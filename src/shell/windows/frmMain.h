@@ -76,6 +76,7 @@ class frmMain final : public QMainWindow {
     void StockSelector();
     void ViewToolbar();
     void ViewStatusBar();
+    void StockSelectorSettings();
     void Cascade();
     void TileHorizontal();
     void TileVertical();

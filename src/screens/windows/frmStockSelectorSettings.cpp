@@ -1,0 +1,173 @@
+#include "screens/windows/frmStockSelectorSettings.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "base/windows/display_text.h"
+#include "screens/windows/selector_panel_view.h"
+#include "shell/settings/settings_files.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr QSize kWindowSize(1040, 720);
+// What a window manager puts around the window.
+constexpr QSize kRoomForFrame(16, 48);
+constexpr int kFrameMargin = 6;
+
+constexpr std::string_view kNotApplied = "Changes are kept with Apply only.";
+constexpr std::string_view kApplied = "Applied. The next Stock Selector run uses these conditions.";
+constexpr std::string_view kPartlyInForce =
+    "Applied. The set has changed its length: all of it counts from the next start of Brantlow, or after a "
+    "Clear.";
+
+// Ten tabs fit the width of a small screen where each gives up some of the air around its words.
+class NarrowTabStyle final : public QProxyStyle {
+  public:
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        const int pixels = QProxyStyle::pixelMetric(metric, option, widget);
+        return metric == PM_TabBarTabHSpace ? pixels / 2 : pixels;
+    }
+};
+
+QString UseOf(const SelectorPanel& panel) {
+    const auto values = std::count_if(panel.slots.begin(), panel.slots.end(), [](const SelectorSlot& slot) {
+        return slot.ticked && !slot.text.empty();
+    });
+    if (panel.selected.empty() && values == 0) return QStringLiteral("Empty: no ticker is marked");
+    return QStringLiteral("%1: names %2, values %3")
+        .arg(Name(panel.action))
+        .arg(panel.selected.size())
+        .arg(values);
+}
+
+}  // namespace
+
+frmStockSelectorSettings::frmStockSelectorSettings(Session& session, QWidget* parent)
+    : QDialog(parent),
+      session_(session),
+      panels_(OpenPanels(session.settings.SelectorSettings)),
+      tbsOptions(new QTabWidget),
+      state_(new QLabel) {
+    setObjectName(QStringLiteral("frmStockSelectorSettings"));
+    setWindowTitle(QStringLiteral("Brantlow Stock Selector Settings"));
+    setSizeGripEnabled(true);
+    auto* layout = new QVBoxLayout(this);
+    auto* frame = new QGroupBox(QStringLiteral("Conditional Analyses Settings"));
+    auto* inFrame = new QVBoxLayout(frame);
+    inFrame->setContentsMargins(kFrameMargin, kFrameMargin, kFrameMargin, kFrameMargin);
+    inFrame->addWidget(tbsOptions);
+    layout->addWidget(frame);
+    BuildTabs();
+    auto* row = new QHBoxLayout;
+    BuildButtons(*row);
+    layout->addLayout(row);
+    AddKeys();
+    picOptions_[0]->FocusFilter();
+    resize(kWindowSize.boundedTo(screen()->availableSize() - kRoomForFrame));
+}
+
+void frmStockSelectorSettings::BuildTabs() {
+    tbsOptions->setObjectName(QStringLiteral("tbsOptions"));
+    auto* narrow = new NarrowTabStyle;
+    narrow->setParent(this);
+    tbsOptions->tabBar()->setStyle(narrow);
+    for (std::size_t i = 0; i < kConditionCount; ++i) {
+        auto* panel = new SelectorPanelView(panels_[i]);
+        picOptions_[i] = panel;
+        panel->ShowAll();
+        tbsOptions->addTab(panel, QStringLiteral("Condition - %1").arg(i + 1));
+        ShowUse(i);
+        connect(panel, &SelectorPanelView::Edited, this, [this, i] {
+            ShowUse(i);
+            state_->setText(Name(kNotApplied));
+        });
+    }
+    ShowTab(0);
+    connect(tbsOptions, &QTabWidget::currentChanged, this, &frmStockSelectorSettings::ShowTab);
+}
+
+// The other panels lie out of sight and take no key.
+void frmStockSelectorSettings::ShowTab(int tab) {
+    for (std::size_t i = 0; i < kConditionCount; ++i) {
+        picOptions_[i]->setEnabled(static_cast<int>(i) == tab);
+    }
+}
+
+void frmStockSelectorSettings::ShowUse(std::size_t panel) {
+    tbsOptions->setTabToolTip(static_cast<int>(panel), UseOf(panels_[panel]));
+}
+
+QPushButton* frmStockSelectorSettings::AddButton(QHBoxLayout& row, const QString& name, const QString& words,
+                                                 const QString& toolTip) {
+    auto* button = new QPushButton(words);
+    button->setObjectName(name);
+    button->setToolTip(toolTip);
+    // Enter moves a name here and must not press a button.
+    button->setAutoDefault(false);
+    row.addWidget(button);
+    return button;
+}
+
+void frmStockSelectorSettings::BuildButtons(QHBoxLayout& row) {
+    state_->setObjectName(QStringLiteral("State"));
+    state_->setWordWrap(true);
+    row.addWidget(state_, 1);
+    auto* apply = AddButton(row, QStringLiteral("Command1"), QStringLiteral("&Apply"),
+                            QStringLiteral("Save all ten conditions (Ctrl+S)"));
+    auto* clear = AddButton(row, QStringLiteral("Command3"), QStringLiteral("&Clear"),
+                            QStringLiteral("Empty the condition on show and save all ten"));
+    auto* exit = AddButton(row, QStringLiteral("Command2"), QStringLiteral("E&xit"),
+                           QStringLiteral("Close; what was not applied is dropped (Esc)"));
+    connect(apply, &QPushButton::clicked, this, &frmStockSelectorSettings::Apply);
+    connect(clear, &QPushButton::clicked, this, &frmStockSelectorSettings::Clear);
+    connect(exit, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmStockSelectorSettings::AddKeys() {
+    auto* find = new QShortcut(QKeySequence(QKeySequence::Find), this);
+    connect(find, &QShortcut::activated, this,
+            [this] { picOptions_[static_cast<std::size_t>(tbsOptions->currentIndex())]->FocusFilter(); });
+    auto* save = new QShortcut(QKeySequence(QKeySequence::Save), this);
+    connect(save, &QShortcut::activated, this, &frmStockSelectorSettings::Apply);
+    const std::pair<Qt::Key, int> steps[] = {{Qt::Key_PageDown, 1},
+                                             {Qt::Key_PageUp, static_cast<int>(kConditionCount) - 1}};
+    for (const auto& [key, step] : steps) {
+        auto* turn = new QShortcut(QKeySequence(Qt::CTRL | key), this);
+        connect(turn, &QShortcut::activated, this, [this, forward = step] {
+            tbsOptions->setCurrentIndex((tbsOptions->currentIndex() + forward) % tbsOptions->count());
+        });
+    }
+}
+
+void frmStockSelectorSettings::Apply() {
+    if (!Written(ApplyPanels(panels_, session_.AppPath, session_.settings))) return;
+    state_->setText(Name(IsWholeSetInForce(panels_, session_.settings) ? kApplied : kPartlyInForce));
+}
+
+void frmStockSelectorSettings::Clear() {
+    const auto panel = static_cast<std::size_t>(tbsOptions->currentIndex());
+    if (!Written(ClearPanel(panels_, panel, session_.AppPath, session_.settings))) return;
+    picOptions_[panel]->ShowAll();
+    ShowUse(panel);
+    state_->setText(Name(kApplied));
+}
+
+bool frmStockSelectorSettings::Written(const std::error_code& error) {
+    if (!error) return true;
+    session_.person.Say(SettingsFileName(SettingsFile::Selector) + ": cannot be saved (" + error.message() +
+                        ")");
+    return false;
+}
+
+}  // namespace brantlow

@@ -1,0 +1,45 @@
+// The editor of the ten selector conditions, one on each tab. Its edits live in its controls until Apply or
+// Clear writes them; Exit drops them. The main frame opens it.
+#pragma once
+
+#include <QDialog>
+#include <array>
+
+#include "screens/selector_settings.h"
+#include "shell/session.h"
+
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+class QTabWidget;
+
+namespace brantlow {
+
+class SelectorPanelView;
+
+class frmStockSelectorSettings final : public QDialog {
+    Q_OBJECT
+  public:
+    // `session` outlives the window. Shows the conditions of its SelectorSettings.
+    frmStockSelectorSettings(Session& session, QWidget* parent);
+
+  private:
+    void BuildTabs();
+    QPushButton* AddButton(QHBoxLayout& row, const QString& name, const QString& words,
+                           const QString& toolTip);
+    void BuildButtons(QHBoxLayout& row);
+    void AddKeys();
+    void ShowTab(int tab);
+    void ShowUse(std::size_t panel);
+    void Apply();
+    void Clear();
+    bool Written(const std::error_code& error);
+
+    Session& session_;
+    SelectorPanels panels_;
+    std::array<SelectorPanelView*, kConditionCount> picOptions_{};
+    QTabWidget* tbsOptions;
+    QLabel* state_;
+};
+
+}  // namespace brantlow

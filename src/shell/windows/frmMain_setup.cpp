@@ -1,0 +1,13 @@
+// The main frame's windows in which the program is set up.
+#include "screens/windows/frmStockSelectorSettings.h"
+#include "shell/windows/frmMain.h"
+
+namespace brantlow {
+
+void frmMain::StockSelectorSettings() {
+    auto* settings = new frmStockSelectorSettings(session_, this);
+    connect(settings, &QDialog::finished, settings, &QObject::deleteLater);
+    settings->open();
+}
+
+}  // namespace brantlow
