@@ -75,7 +75,7 @@ struct HeaderLabel {
 };
 
 constexpr std::array<HeaderLabel, 5> kHeaderLabels = {{
-    {"LastPrice:", "Label59", 2850, 3800},
+    {"LastPrice:", "Label59", 2850, 3850},
     {"Date:", "Label60", 5150, 5700},
     {"-", "Label62", 6510, 6620},
     {"PEG:", "Label63", 8050, 8550},
@@ -252,7 +252,7 @@ std::optional<std::string> EmptyPriceText(const WorkingSeries& series) {
 
 std::optional<std::string> EmptyStudyText(const ChartSession& chart) {
     if (chart.StudyTop >= chart.StudyBottom) return std::nullopt;
-    return "Too few bars for " + chart.Combo2;
+    return "No values of " + chart.Combo2;
 }
 
 std::string_view TimeFrameName(int timeFrame) {
