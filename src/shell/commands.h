@@ -18,6 +18,8 @@ inline constexpr OpenStates kWithDbe = 4;
 inline constexpr OpenStates kWithEfq = 8;
 inline constexpr OpenStates kWithOther = 16;
 inline constexpr OpenStates kWithNothing = 32;
+// Stands beside the others: a chart is open, with a table or without.
+inline constexpr OpenStates kWithChart = 64;
 inline constexpr OpenStates kWithKind = kWithDdq | kWithDb | kWithDbe | kWithEfq;
 inline constexpr OpenStates kWithTable = kWithKind | kWithOther;
 inline constexpr OpenStates kAlways = kWithTable | kWithNothing;
@@ -56,7 +58,7 @@ inline constexpr std::array kMenu = {
             "Open a file of extended fundamental data", "Ctrl+Alt+O", "open-fundamental"},
     Command{MenuRow::Separator, "mnuFileBar2", "mnuFile", "", "", "", ""},
     Command{MenuRow::Entry, "mnuFileClose", "mnuFile", "&Close", "Close the open file", "Ctrl+W", "close",
-            kWithTable},
+            kWithTable | kWithChart},
     Command{MenuRow::Entry, "mnuFileSave", "mnuFile", "&Save", "Save the open file", "Ctrl+S", "save",
             kWithKind, true},
     Command{MenuRow::Entry, "mnuFileSaveAs", "mnuFile", "Save &As...",
@@ -141,6 +143,11 @@ inline constexpr std::array kMenu = {
     Command{MenuRow::Menu, "mnuSettings", "", "&Settings", "", "", ""},
     Command{MenuRow::Entry, "mnuSettingsStockSelector", "mnuSettings", "&Stock Selector",
             "Put together the ten conditions of the Stock Selector", "Shift+F9", "conditions"},
+    Command{MenuRow::Menu, "mnuGraphics", "", "&Graphics", "", "", ""},
+    Command{MenuRow::Entry, "mnuGraphicsHLC", "mnuGraphics", "High, Low, Close",
+            "Chart the selected ticker with its high, low and close", "Ctrl+G", "chart-hlc"},
+    Command{MenuRow::Entry, "mnuGraphicsCandleStick", "mnuGraphics", "Candle Stick",
+            "Chart the selected ticker with candlesticks", "Ctrl+Shift+G", "chart-candlestick"},
     Command{MenuRow::Entry, "mnuEvaluatePickStocks", "", "St&ock Selector",
             "Mark every ticker of the quote file Buy, Sell or Hold", "F9", "selector",
             kWithDdq | kWithNothing},
@@ -164,7 +171,14 @@ inline constexpr std::array kMenu = {
             "Sort the table by its current column, smallest first", "Alt+Up", "sort-ascending", kWithTable},
     Command{MenuRow::ButtonOnly, "SortDescending", "", "Sort Descending",
             "Sort the table by its current column, largest first", "Alt+Down", "sort-descending", kWithTable},
+    Command{MenuRow::ButtonOnly, "Graphics", "", "Graphics",
+            "Chart the selected ticker in the style of the last chart", "F8", "chart"},
     Command{MenuRow::PopUpMenu, "mnuPopUp", "", "&PopUp", "", "", ""},
+    Command{MenuRow::Menu, "mnuPopUpGraph", "mnuPopUp", "Graph", "", "", "chart"},
+    Command{MenuRow::Entry, "mnuPopUpGraphicsHLC", "mnuPopUpGraph", "High, Low, Close",
+            "Chart this ticker with its high, low and close", "", "chart-hlc"},
+    Command{MenuRow::Entry, "mnuPopUpGraphicsCandleStick", "mnuPopUpGraph", "Candle Stick",
+            "Chart this ticker with candlesticks", "", "chart-candlestick"},
     Command{MenuRow::Entry, "mnuPopUpTrade", "mnuPopUp", "Trade",
             "Open your brokerage firm's page in your browser", "", "trade", kAlways, true},
     Command{MenuRow::Entry, "mnuPopUpExportHistQuotes", "mnuPopUp", "Export Historical Quotes",
@@ -228,7 +242,8 @@ inline constexpr std::array kButtons = {
     Button{"Command15", "Back Up Program Files", "mnuEditBackUpProgramFiles"},
     Button{"Command16", "Restore Backed Up Quote Database", "mnuEditRestoreQuoteDatabase"},
     Button{"Command17", "Restore Backed Up Program Files", "mnuEditRestoreProgramFiles"},
-    Button{"Command4", "Stock Selector", "mnuEvaluatePickStocks", true, true},
+    Button{"Command1", "Graphics", "Graphics", true},
+    Button{"Command4", "Stock Selector", "mnuEvaluatePickStocks", false, true},
     Button{"Command18", "Browser Market Overiew", "mnuViewMarketOverview", true},
     Button{"Command12", "Sort Ticker Symbols Ascending", "SortAscending", true},
     Button{"Command13", "Sort Ticker Symbols Decending", "SortDescending"},

@@ -202,6 +202,11 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuFileSave", true, true, true, true, false, false, true},
         {"mnuFileSaveAs", true, true, true, true, false, false, false},
         {"mnuFileExit", true, true, true, true, true, true, true},
+        {"mnuGraphicsHLC", true, true, true, true, true, true, false},
+        {"mnuGraphicsCandleStick", true, true, true, true, true, true, false},
+        {"Graphics", true, true, true, true, true, true, false},
+        {"mnuPopUpGraphicsHLC", true, true, true, true, true, true, false},
+        {"mnuPopUpGraphicsCandleStick", true, true, true, true, true, true, false},
         {"mnuViewToolbar", true, true, true, true, true, true, true},
         {"mnuViewSplits", true, true, true, true, true, true, true},
         {"mnuSettingsStockSelector", true, true, true, true, true, true, false},
@@ -219,6 +224,14 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         EXPECT_EQ(IsEnabled(command, kWithNothing, false), row.nothing) << row.id;
         EXPECT_EQ(IsEnabled(command, StateOf(FileKind::Dbe), true), row.pausedRun) << row.id;
     }
+}
+
+// A chart may stand with a table behind it or without one.
+TEST(EnablingRules, AnOpenChartCanBeClosedWithoutATable) {
+    EXPECT_TRUE(IsEnabled(*FindCommand("mnuFileClose"), kWithNothing | kWithChart, false));
+    EXPECT_FALSE(IsEnabled(*FindCommand("mnuFileClose"), kWithNothing | kWithChart, true));
+    EXPECT_FALSE(IsEnabled(*FindCommand("mnuFilePopulate"), kWithNothing | kWithChart, false));
+    EXPECT_TRUE(IsEnabled(*FindCommand("mnuFilePopulate"), kWithDdq | kWithChart, false));
 }
 
 TEST(FileKind, IsReadFromTheEndOfTheNameCaseAndAll) {

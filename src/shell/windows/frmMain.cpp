@@ -20,6 +20,7 @@
 #include "acquire/hosts.h"
 #include "base/windows/colours.h"
 #include "base/windows/display_text.h"
+#include "chart/windows/frmGraph.h"
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
 #include "shell/user_store.h"
@@ -69,6 +70,8 @@ constexpr std::array kActions = {
     Action{"mnuViewToolbar", &frmMain::ViewToolbar},
     Action{"mnuViewStatusBar", &frmMain::ViewStatusBar},
     Action{"mnuSettingsStockSelector", &frmMain::StockSelectorSettings},
+    Action{"mnuGraphicsHLC", &frmMain::ChartHighLowClose},
+    Action{"mnuGraphicsCandleStick", &frmMain::ChartCandleStick},
     Action{"mnuEvaluatePickStocks", &frmMain::StockSelector},
     Action{"mnuWindowCascade", &frmMain::Cascade},
     Action{"mnuWindowTileHorizontal", &frmMain::TileHorizontal},
@@ -80,6 +83,9 @@ constexpr std::array kActions = {
     Action{"CmdAlarm", &frmMain::EditAlarm},
     Action{"SortAscending", &frmMain::SortAscending},
     Action{"SortDescending", &frmMain::SortDescending},
+    Action{"Graphics", &frmMain::ChartAgain},
+    Action{"mnuPopUpGraphicsHLC", &frmMain::ChartHighLowClose},
+    Action{"mnuPopUpGraphicsCandleStick", &frmMain::ChartCandleStick},
     Action{"mnuPopUpExportHistQuotes", &frmMain::ExportHistoricalQuotes},
 };
 
@@ -145,6 +151,10 @@ frmMain::~frmMain() {
 
 frmQuoteGrid* frmMain::QuoteForm() const {
     return quoteForm_;
+}
+
+frmGraph* frmMain::GraphForm() const {
+    return graphForm_;
 }
 
 void frmMain::BuildStatusBar() {
@@ -222,12 +232,32 @@ TableWindows frmMain::Windows() {
 
 void frmMain::CheckActivefrm() {
     CloseBrowser();
-    if (quoteWindow_) {
-        area_->removeSubWindow(quoteWindow_);
-        // Later: the window may be the one whose own close button led here.
-        quoteWindow_->hide();
-        quoteWindow_->deleteLater();
-    }
+    CloseQuoteForm();
+    CloseGraph();
+}
+
+QMdiSubWindow* frmMain::AddChild(QWidget& form) {
+    QMdiSubWindow* const child = area_->addSubWindow(&form);
+    child->setWindowIcon(windowIcon());
+    // The area's own close key would stand against that of the Close command.
+    for (QAction* action : child->systemMenu()->actions()) action->setShortcut({});
+    return child;
+}
+
+void frmMain::RemoveChild(QMdiSubWindow* child) {
+    if (!child) return;
+    area_->removeSubWindow(child);
+    // Later: the window may be the one whose own close button led here.
+    child->hide();
+    child->deleteLater();
+}
+
+bool frmMain::InFront(const QMdiSubWindow* child) const {
+    return child && area_->currentSubWindow() == child;
+}
+
+void frmMain::CloseQuoteForm() {
+    RemoveChild(quoteWindow_);
     quoteWindow_ = nullptr;
     quoteForm_ = nullptr;
     person_.HideTickerCount();
@@ -250,15 +280,12 @@ Path frmMain::AskFile(const FileQuestion& question) {
 TableLoad frmMain::LoadQuoteForm() {
     auto* form = new frmQuoteGrid(session_);
     connect(form, &frmQuoteGrid::CloseAsked, this, [this] {
-        if (!person_.InRun()) CloseFile();
+        if (!person_.InRun()) CloseTable();
     });
     connect(form, &frmQuoteGrid::CommandPressed, this, &frmMain::Run);
     connect(form, &frmQuoteGrid::PopUpAsked, this, &frmMain::ShowPopUpMenu);
     quoteForm_ = form;
-    quoteWindow_ = area_->addSubWindow(form);
-    quoteWindow_->setWindowIcon(windowIcon());
-    // The area's own close key would stand against that of the Close command.
-    for (QAction* action : quoteWindow_->systemMenu()->actions()) action->setShortcut({});
+    quoteWindow_ = AddChild(*form);
     quoteWindow_->resize(std::min(PixelsOf(ScaledWidth(display_, kTableWidth)), area_->width()),
                          std::min(PixelsOf(ScaledHeight(display_, kTableHeight)), area_->height()));
     const TableLoad load = form->Load();
@@ -278,7 +305,8 @@ void frmMain::NameChanged() {
 }
 
 void frmMain::ApplyRules() {
-    const OpenStates state = quoteForm_ ? StateOf(KindOf(session_.CurrentFile)) : kWithNothing;
+    OpenStates state = quoteForm_ ? StateOf(KindOf(session_.CurrentFile)) : kWithNothing;
+    if (graphForm_) state |= kWithChart;
     commands_->ApplyRules(state, person_.InRun());
     if (quoteForm_) quoteForm_->ApplyRules(state, !person_.InRun());
 }
@@ -316,8 +344,17 @@ void frmMain::OpenRecentFile(std::size_t entry) {
 }
 
 void frmMain::CloseFile() {
+    if (InFront(graphWindow_)) return CloseGraph();
+    if (InFront(browserWindow_)) return CloseBrowser();
+    CloseTable();
+}
+
+// The other children stay.
+void frmMain::CloseTable() {
     statusBar()->show();
-    CloseTableFile(session_, Windows());
+    TableWindows windows = Windows();
+    windows.CheckActivefrm = [this] { CloseQuoteForm(); };
+    CloseTableFile(session_, windows);
     NameChanged();
 }
 

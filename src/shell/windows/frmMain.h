@@ -7,6 +7,7 @@
 
 #include "acquire/hosts.h"
 #include "acquire/web.h"
+#include "chart/chart_actions.h"
 #include "indicators/analysis.h"
 #include "shell/display.h"
 #include "shell/session.h"
@@ -25,6 +26,7 @@ class QToolBar;
 namespace brantlow {
 
 class CommandBar;
+class frmGraph;
 class frmQuoteGrid;
 class WindowPerson;
 enum class BackedUp;
@@ -54,6 +56,8 @@ class frmMain final : public QMainWindow {
     frmQuoteGrid* QuoteForm() const;
     // The browser window, null when none is open.
     QWidget* BrowserForm() const;
+    // The chart's window, null when none is open.
+    frmGraph* GraphForm() const;
 
     // The routines of the entries, found by the entry's name in a table.
     void NewTable();
@@ -77,6 +81,9 @@ class frmMain final : public QMainWindow {
     void ViewToolbar();
     void ViewStatusBar();
     void StockSelectorSettings();
+    void ChartHighLowClose();
+    void ChartCandleStick();
+    void ChartAgain();
     void Cascade();
     void TileHorizontal();
     void TileVertical();
@@ -106,6 +113,11 @@ class frmMain final : public QMainWindow {
     void PlaceFrame();
     TableWindows Windows();
     void CheckActivefrm();
+    QMdiSubWindow* AddChild(QWidget& form);
+    void RemoveChild(QMdiSubWindow* child);
+    bool InFront(const QMdiSubWindow* child) const;
+    void CloseQuoteForm();
+    void CloseTable();
     Path AskFile(const FileQuestion& question);
     TableLoad LoadQuoteForm();
     void ShowQuoteForm();
@@ -124,6 +136,11 @@ class frmMain final : public QMainWindow {
     void RunPopulate();
     DailyUpdate RunUpdate();
     void StartClock();
+    void ShowChart(std::string_view style);
+    void LoadGraphForm(const ChartContext& context);
+    void CloseGraph();
+    void OfferHistory();
+    void DownloadChartHistory();
     void BeginTableRun();
     bool EndTableRun();
     bool EndRun();
@@ -153,6 +170,10 @@ class frmMain final : public QMainWindow {
     QPointer<frmQuoteGrid> quoteForm_;
     QPointer<QMdiSubWindow> quoteWindow_;
     UpdateRuns updates_;
+    // Outlives each chart: the next one starts in the style of the last.
+    ChartSession chart_;
+    QPointer<frmGraph> graphForm_;
+    QPointer<QMdiSubWindow> graphWindow_;
     QPointer<QWidget> browserForm_;
     QPointer<QMdiSubWindow> browserWindow_;
     bool exitAfterRun_ = false;

@@ -1,0 +1,144 @@
+#include "chart/windows/chart_painter.h"
+
+#include <QLine>
+#include <QPaintDevice>
+#include <QPainter>
+#include <QPen>
+#include <QRect>
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "shell/display.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr double kHalfPixel = kTwipsPerPixel / 2.0;
+
+struct Span {
+    double from = 0;
+    double to = 1;
+};
+
+// Narrows `span`, a part of a line, to where start + part * run lies within 0 and `end`. False when nowhere.
+bool Narrow(Span& span, double start, double run, double end) {
+    if (run == 0) return start >= 0 && start <= end;
+    const auto [enter, leave] = std::minmax({-start / run, (end - start) / run});
+    span.from = std::max(span.from, enter);
+    span.to = std::min(span.to, leave);
+    return span.from <= span.to;
+}
+
+// Draws on whole device pixels. Runs of lines of one colour go to the painter in one call.
+class DevicePainter {
+  public:
+    DevicePainter(QPainter& painter, QSizeF size)
+        : painter_(painter),
+          ratio_(painter.device()->devicePixelRatioF()),
+          penWidth_(std::max(1, static_cast<int>(std::lround(ratio_)))),
+          width_(size.width() * kTwipsPerPixel),
+          height_(size.height() * kTwipsPerPixel) {
+        painter_.save();
+        painter_.setClipRect(QRectF(QPointF(), size), Qt::IntersectClip);
+        painter_.scale(1 / ratio_, 1 / ratio_);
+        painter_.setBrush(Qt::NoBrush);
+    }
+    ~DevicePainter() {
+        Flush();
+        painter_.restore();
+    }
+    DevicePainter(const DevicePainter&) = delete;
+    DevicePainter& operator=(const DevicePainter&) = delete;
+
+    void operator()(const DrawnLine& line) {
+        if (colour_ != line.colour) Flush();
+        colour_ = line.colour;
+        if (IsDash(line)) return AddDash(line);
+        if (const std::optional<QLine> visible = Visible(line)) AddLine(*visible);
+    }
+
+    // Small rings look round only when smoothed.
+    void operator()(const DrawnCircle& circle) {
+        Flush();
+        SetPen(circle.colour);
+        painter_.setRenderHint(QPainter::Antialiasing, true);
+        const double radius = double{circle.radius} * ratio_ / kTwipsPerPixel;
+        const QPointF halfPen(penWidth_ / 2.0, penWidth_ / 2.0);
+        painter_.drawEllipse(Device({double{circle.x}, double{circle.y}}) + halfPen, radius, radius);
+        painter_.setRenderHint(QPainter::Antialiasing, false);
+    }
+
+  private:
+    // The device pixel of a place in twips.
+    QPoint Device(QPointF twips) const {
+        const QPointF pixel = twips * (ratio_ / kTwipsPerPixel);
+        return {static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y()))};
+    }
+
+    // The part of a line that lies in the area.
+    std::optional<QLine> Visible(const DrawnLine& line) const {
+        const QPointF from(double{line.x1}, double{line.y1});
+        const QPointF run(double{line.x2} - from.x(), double{line.y2} - from.y());
+        Span part;
+        if (!Narrow(part, from.x(), run.x(), width_) || !Narrow(part, from.y(), run.y(), height_)) return {};
+        return QLine(Device(from + part.from * run), Device(from + part.to * run));
+    }
+
+    // A level piece shorter than the pen: with its end pixels it would touch the next one of a dashed rule.
+    static bool IsDash(const DrawnLine& line) {
+        return line.y1 == line.y2 && line.x1 < line.x2 && line.x2 - line.x1 < kTwipsPerPixel;
+    }
+    void AddDash(const DrawnLine& line) {
+        const QPoint start = Device({double{line.x1} + kHalfPixel / ratio_, double{line.y1}});
+        const QPoint end = Device({double{line.x2} + kHalfPixel / ratio_, double{line.y2}});
+        if (start.x() < end.x()) bars_.emplace_back(start, QSize(end.x() - start.x(), penWidth_));
+    }
+
+    // A pen of one pixel is fast by itself; a wider one is not, and most lines run along an axis.
+    void AddLine(const QLine& line) {
+        if (penWidth_ == 1) return lines_.push_back(line);
+        if (line.dx() != 0 && line.dy() != 0)
+            return lines_.push_back(line.translated(penWidth_ / 2, penWidth_ / 2));
+        bars_.emplace_back(std::min(line.x1(), line.x2()), std::min(line.y1(), line.y2()),
+                           std::abs(line.dx()) + penWidth_, std::abs(line.dy()) + penWidth_);
+    }
+
+    void SetPen(Rgb colour) {
+        QPen pen(ColourOf(colour), penWidth_);
+        pen.setCosmetic(true);
+        painter_.setPen(pen);
+    }
+
+    // Lines of one colour may change places with one another.
+    void Flush() {
+        for (const QRect& bar : bars_) painter_.fillRect(bar, ColourOf(colour_));
+        bars_.clear();
+        if (lines_.empty()) return;
+        SetPen(colour_);
+        painter_.drawLines(lines_.data(), static_cast<int>(lines_.size()));
+        lines_.clear();
+    }
+
+    QPainter& painter_;
+    double ratio_;
+    int penWidth_;
+    // In twips.
+    double width_;
+    double height_;
+    Rgb colour_;
+    std::vector<QLine> lines_;
+    std::vector<QRect> bars_;
+};
+
+}  // namespace
+
+void PaintItems(QPainter& painter, std::span<const DrawnItem> items, QSizeF size) {
+    DevicePainter device(painter, size);
+    for (const DrawnItem& item : items) std::visit(device, item);
+}
+
+}  // namespace brantlow

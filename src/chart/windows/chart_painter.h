@@ -1,0 +1,25 @@
+// Replays the drawing of a chart panel with a painter: on the window, and in the pictures of the batch tool.
+//
+// A twip is a fifteenth of a logical pixel. Lines are one logical pixel wide and lie on whole pixels of the
+// device, so that they are sharp on a screen of any density.
+#pragma once
+
+#include <QColor>
+#include <QSizeF>
+#include <span>
+
+#include "chart/drawing.h"
+
+class QPainter;
+
+namespace brantlow {
+
+inline QColor ColourOf(Rgb colour) {
+    return QColor(colour.red, colour.green, colour.blue);
+}
+
+// Draws `items` in their order with the panel's top left corner at the painter's origin. `size` is the area
+// in logical pixels; what reaches out of it is not drawn.
+void PaintItems(QPainter& painter, std::span<const DrawnItem> items, QSizeF size);
+
+}  // namespace brantlow

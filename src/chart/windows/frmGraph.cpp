@@ -1,0 +1,338 @@
+#include "chart/windows/frmGraph.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <array>
+#include <span>
+
+#include "base/windows/display_text.h"
+#include "chart/windows/chart_painter.h"
+#include "chart/windows/chart_panel.h"
+#include "chart/windows/panel_stack.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr int kSpacing = 4;
+constexpr int kGroupSpacing = 18;
+constexpr double kCaptionScale = 0.9;
+
+// A heading and the values that stand after it.
+struct ValueGroup {
+    std::string_view header;
+    std::string_view words;
+    std::array<std::string_view, 3> values;
+};
+constexpr std::array kHeaderValues = {
+    ValueGroup{"Label3", "Symbol:", {"Label58"}},
+    ValueGroup{"Label1", "LastPrice:", {"Label59"}},
+    ValueGroup{"Label2", "Date:", {"Label60", "Label61", "Label62"}},
+    ValueGroup{"Label11", "PEG:", {"Label63"}},
+    ValueGroup{"Label12", "P/E:", {"Label64"}},
+};
+constexpr std::array kReadOuts = {
+    ValueGroup{"Label21", "Date:", {"Label68"}},
+    ValueGroup{"Label22", "Price:", {"Label69"}},
+    ValueGroup{"Label24", "Volume:", {"Label28"}},
+    ValueGroup{"Label23", "Indicator:", {"Label26"}},
+};
+
+struct PickList {
+    std::string_view control;
+    const char* words;
+    const char* accessibleName;
+    std::span<const std::string_view> items;
+    std::string ChartSession::*text;
+    void (*pick)(ChartContext& context, std::string_view item);
+};
+constexpr std::array kPickLists = {
+    PickList{"Combo1", "&Price series", "Series on the price panel", kPriceSeriesItems, &ChartSession::Combo1,
+             &PickPriceSeries},
+    PickList{"Combo2", "S&tudy", "Study", kStudyItems, &ChartSession::Combo2, &PickStudy},
+    PickList{"Combo3", "V&olume series", "Series on the volume panel", kVolumeSeriesItems,
+             &ChartSession::Combo3, &PickVolumeSeries},
+};
+
+constexpr std::array<const char*, 3> kTimeFrames = {"Daily", "Weekly", "Monthly"};
+
+QFont Bold(QFont font) {
+    font.setBold(true);
+    return font;
+}
+
+// Shows `text` whether or not it is one of the list's items.
+void ShowText(QComboBox& list, const QString& text) {
+    list.setPlaceholderText(text);
+    list.setCurrentIndex(list.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+}
+
+void GiveColour(QLabel& label, Rgb colour) {
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, ColourOf(colour));
+    label.setPalette(palette);
+}
+
+}  // namespace
+
+frmGraph::frmGraph(const ChartContext& context)
+    : context_(context), sheet_(new QWidget), panels_(new PanelStack(context.chart)) {
+    setObjectName(QStringLiteral("frmGraph"));
+    sheet_->setObjectName(QStringLiteral("ClientArea"));
+    auto* rows = new QVBoxLayout(sheet_);
+    rows->setContentsMargins(kSpacing, kSpacing, kSpacing, 0);
+    rows->setSpacing(kSpacing);
+    BuildValues(*rows);
+    BuildPicks(*rows);
+    BuildPanels(*rows);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+    for (QLabel* label : sheet_->findChildren<QLabel*>()) labels_.insert(label->objectName(), label);
+
+    auto* scroll = new QScrollArea;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    scroll->setWidget(sheet_);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(scroll);
+    setFocusProxy(picks_.constFirst());
+    ConnectPanels();
+    Refresh();
+}
+
+QLabel* frmGraph::AddLabel(std::string_view control, const QString& words) {
+    auto* label = new QLabel(words);
+    label->setObjectName(Name(control));
+    return label;
+}
+
+QPushButton* frmGraph::AddButton(std::string_view control, const QString& words, const QString& toolTip,
+                                 void (frmGraph::*pressed)()) {
+    auto* button = new QPushButton(words);
+    button->setObjectName(Name(control));
+    button->setToolTip(toolTip);
+    connect(button, &QPushButton::clicked, this, pressed);
+    return button;
+}
+
+void frmGraph::BuildValues(QBoxLayout& rows) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kSpacing);
+    rows.addLayout(row);
+    for (const ValueGroup& group : kHeaderValues) {
+        row->addWidget(AddLabel(group.header, Name(group.words)));
+        for (const std::string_view control : group.values) {
+            if (control.empty()) continue;
+            QLabel* const value = AddLabel(control);
+            value->setFont(Bold(font()));
+            row->addWidget(value);
+        }
+        row->addSpacing(kGroupSpacing);
+    }
+    row->addStretch();
+}
+
+void frmGraph::BuildPicks(QBoxLayout& rows) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kSpacing);
+    rows.addLayout(row);
+    for (std::size_t i = 0; i < kPickLists.size(); ++i) {
+        const PickList& pick = kPickLists[i];
+        auto* list = new QComboBox;
+        list->setObjectName(Name(pick.control));
+        list->setAccessibleName(QString::fromLatin1(pick.accessibleName));
+        list->setToolTip(list->accessibleName());
+        for (const std::string_view item : pick.items) list->addItem(Name(item));
+        list->setMaxVisibleItems(list->count());
+        // A pick draws a line: the wheel is for scrolling.
+        list->setFocusPolicy(Qt::StrongFocus);
+        list->installEventFilter(this);
+        connect(list, &QComboBox::activated, this, [this, i](int item) { Picked(i, item); });
+        auto* words = new QLabel(QString::fromLatin1(pick.words));
+        words->setBuddy(list);
+        row->addWidget(words);
+        row->addWidget(list);
+        picks_.append(list);
+    }
+    row->addStretch();
+    row->addWidget(AddButton("CommandReturn", QStringLiteral("Test Buy and Sell Conditions"),
+                             QStringLiteral("Replay the Buy and Sell signals of this chart as trades"),
+                             &frmGraph::TestAsked));
+    row->addWidget(AddButton("Command1", QStringLiteral("Exit"), QStringLiteral("Close the chart"),
+                             &frmGraph::ExitAsked));
+}
+
+void frmGraph::BuildPanels(QBoxLayout& rows) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kSpacing);
+    rows.addLayout(row);
+    row->addWidget(panels_);
+    auto* column = new QVBoxLayout;
+    column->setSpacing(2);
+    row->addLayout(column);
+    column->addSpacing(panels_->TopOf(Panel::Price));
+    BuildSlots(*column);
+    column->addSpacing(kGroupSpacing);
+    BuildReadOuts(*column);
+    column->addSpacing(kGroupSpacing);
+    BuildFrameButtons(*column);
+    column->addStretch();
+    column->addWidget(AddButton("Command4", QStringLiteral("Clear Series"),
+                                QStringLiteral("Leave only the volume on the volume panel"),
+                                &frmGraph::ClearVolume));
+    column->addSpacing(kGroupSpacing);
+    empty_ = AddLabel("lblEmpty");
+    empty_->setParent(&panels_->PanelAt(Panel::Price));
+    empty_->setAlignment(Qt::AlignCenter);
+    empty_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    empty_->setGeometry(panels_->PanelAt(Panel::Price).rect());
+}
+
+// The captions lie on the panels' ground, since they bear the colours of the lines.
+void frmGraph::BuildSlots(QBoxLayout& column) {
+    QLabel* const heading = AddLabel("Label20", QStringLiteral("    Series       "));
+    column.addWidget(heading);
+    auto* ground = new QFrame;
+    ground->setFrameShape(QFrame::StyledPanel);
+    ground->setAutoFillBackground(true);
+    ground->setBackgroundRole(QPalette::Base);
+    auto* captions = new QVBoxLayout(ground);
+    captions->setContentsMargins(kSpacing, 2, kSpacing, 2);
+    captions->setSpacing(1);
+    QFont captionFont = Bold(font());
+    captionFont.setPointSizeF(captionFont.pointSizeF() * kCaptionScale);
+    for (const std::string_view control : kSlotControls) {
+        QLabel* const caption = AddLabel(control);
+        caption->setFont(captionFont);
+        caption->setForegroundRole(QPalette::WindowText);
+        captions->addWidget(caption);
+    }
+    column.addWidget(ground);
+    column.addWidget(AddButton("Command3", QStringLiteral("Clear Series"),
+                               QStringLiteral("Leave only the price on the price panel"),
+                               &frmGraph::ClearPrice));
+}
+
+void frmGraph::BuildReadOuts(QBoxLayout& column) {
+    for (const ValueGroup& group : kReadOuts) {
+        column.addWidget(AddLabel(group.header, Name(group.words)));
+        QLabel* const value = AddLabel(group.values.front());
+        value->setFont(Bold(font()));
+        column.addWidget(value);
+    }
+}
+
+void frmGraph::BuildFrameButtons(QBoxLayout& column) {
+    Command5 = AddButton("Command5", QStringLiteral("<<"), QStringLiteral("Weekly or Monthly Display"),
+                         &frmGraph::Coarser);
+    Command6 = AddButton("Command6", QStringLiteral(">>"), QStringLiteral("Daily or Weekly Display"),
+                         &frmGraph::Finer);
+    timeFrame_ = AddLabel("lblTimeFrame");
+    timeFrame_->setAlignment(Qt::AlignCenter);
+    column.addWidget(timeFrame_);
+    auto* buttons = new QHBoxLayout;
+    for (QPushButton* button : {Command5, Command6}) {
+        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        buttons->addWidget(button);
+    }
+    column.addLayout(buttons);
+}
+
+void frmGraph::ConnectPanels() {
+    for (std::size_t i = 0; i < kPanels.size(); ++i) {
+        ChartPanel& panel = panels_->PanelAt(static_cast<Panel>(i));
+        connect(&panel, &ChartPanel::Pressed, this, [this](double x) {
+            PressPanel(context_, x);
+            Refresh();
+        });
+        connect(&panel, &ChartPanel::Released, this, [this](Panel released) {
+            ReleasePanel(context_, released);
+            Refresh();
+        });
+    }
+}
+
+void frmGraph::Picked(std::size_t list, int item) {
+    const PickList& pick = kPickLists[list];
+    pick.pick(context_, pick.items[static_cast<std::size_t>(item)]);
+    Refresh();
+}
+
+void frmGraph::ClearPrice() {
+    ClearPriceSeries(context_);
+    Refresh();
+}
+
+void frmGraph::ClearVolume() {
+    ClearVolumeSeries(context_);
+    Refresh();
+}
+
+void frmGraph::Coarser() {
+    if (CoarserTimeFrame(context_)) Refresh();
+}
+
+void frmGraph::Finer() {
+    if (FinerTimeFrame(context_)) Refresh();
+}
+
+void frmGraph::Refresh() {
+    const ChartSession& chart = context_.chart;
+    setWindowTitle(Shown(chart.Label58));
+    ShowLabels();
+    ShowReadOut();
+    for (std::size_t i = 0; i < kPickLists.size(); ++i) {
+        ShowText(*picks_.at(static_cast<qsizetype>(i)), Shown(chart.*kPickLists[i].text));
+    }
+    timeFrame_->setText(
+        QString::fromLatin1(kTimeFrames[static_cast<std::size_t>(chart.ChartTimeFrame - kDailyFrame)]));
+    const bool drawn = context_.analysis.series.LastBar > 1;
+    empty_->setVisible(!drawn);
+    empty_->setText(QStringLiteral("There is no price history of %1 to draw.").arg(Shown(chart.Label58)));
+    panels_->PlaceLabels();
+    panels_->update();
+    for (std::size_t i = 0; i < kPanels.size(); ++i) panels_->PanelAt(static_cast<Panel>(i)).update();
+}
+
+void frmGraph::ShowLabels() {
+    for (const PanelDrawing& picture : context_.chart.Pictures) {
+        for (const PanelLabel& text : picture.labels) {
+            QLabel* const label = labels_.value(Name(text.control));
+            label->setText(Shown(text.text));
+            if (text.colour) GiveColour(*label, *text.colour);
+        }
+    }
+}
+
+void frmGraph::ShowReadOut() {
+    const MouseReadOut& readOut = context_.chart.ReadOut;
+    labels_.value(QStringLiteral("Label68"))->setText(Shown(readOut.Label68));
+    labels_.value(QStringLiteral("Label69"))->setText(Shown(readOut.Label69));
+    labels_.value(QStringLiteral("Label28"))->setText(Shown(readOut.Label28));
+    labels_.value(QStringLiteral("Label26"))->setText(Shown(readOut.Label26));
+}
+
+void frmGraph::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    Q_EMIT ExitAsked();
+}
+
+void frmGraph::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape) return QWidget::keyPressEvent(event);
+    Q_EMIT ExitAsked();
+}
+
+bool frmGraph::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::Wheel) return QWidget::eventFilter(watched, event);
+    event->ignore();
+    return true;
+}
+
+}  // namespace brantlow
