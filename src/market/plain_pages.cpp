@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <vector>
 
 #include "acquire/version_check.h"
 #include "base/text.h"
 #include "market/html.h"
 #include "market/quote_of_day.h"
+#include "splits/split_calendar.h"
 
 namespace brantlow {
 
@@ -38,14 +40,29 @@ constexpr std::array<ShownSplit, 4> kShownSplits = {{{-2, "QXTA", "Quexta Mills"
                                                      {3, "QXTC", "Quextac Stores", 1, 4},
                                                      {6, "QXTD", "Quextad Foods", 5, 4}}};
 
+// The last day from Monday to Friday before `day`.
+Date WorkdayBefore(Date day) {
+    constexpr unsigned kFriday = 5;
+    do {
+        day = AddDays(day, -1);
+    } while (std::chrono::weekday{std::chrono::sys_days{day}}.iso_encoding() > kFriday);
+    return day;
+}
+
+// The day under which a split of the practice prices is listed: its own for as long as a log takes it, so
+// that an update on any later day finds it too, that of the last workday.
+Date ListedDay(const Date& splitDay, const Date& today) {
+    return splitDay < AddDays(today, -kDaysInSplitLog) ? WorkdayBefore(today) : splitDay;
+}
+
 std::vector<CalendarSplit> SplitsOf(const MarketData& data, const Date& today) {
     std::vector<CalendarSplit> splits;
     for (const PracticeSplit& split : kPracticeSplits) {
         const MarketTicker* ticker = data.Find(split.ticker);
         if (ticker == nullptr) continue;
         const int move = DaysToMoveTicker(split.ticker, Date{ticker->days.back().day}, today);
-        splits.push_back({AddDays(split.day, move), ticker->about.ticker, ticker->about.name, split.newShares,
-                          split.oldShares});
+        splits.push_back({ListedDay(AddDays(split.day, move), today), ticker->about.ticker,
+                          ticker->about.name, split.newShares, split.oldShares});
     }
     for (const ShownSplit& split : kShownSplits) {
         splits.push_back({AddDays(today, split.fromToday), std::string(split.ticker), std::string(split.name),

@@ -12,7 +12,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr int kDaysInLog = 4;
 constexpr std::size_t kMonthAndDay = std::string_view("mm/dd").size();
 
 std::string YearOf(const Date& today) {
@@ -95,7 +94,7 @@ void LogNewSplits(const std::vector<PageSplit>& splits, const Date& today, std::
 }
 
 void DropOldSplits(const Date& today, std::vector<LoggedSplit>& log) {
-    const std::string oldest = FormatDate(AddDays(today, -kDaysInLog)).substr(0, kMonthAndDay);
+    const std::string oldest = FormatDate(AddDays(today, -kDaysInSplitLog)).substr(0, kMonthAndDay);
     std::erase_if(log, [&](LoggedSplit& split) {
         split.date = MonthAndDay(split.date, today);
         return split.date < oldest;

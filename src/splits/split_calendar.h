@@ -21,6 +21,7 @@ namespace brantlow {
 
 inline constexpr std::string_view kSplitLogName = "SplitLog.txt";
 inline constexpr std::size_t kMostLoggedSplits = 100;
+inline constexpr int kDaysInSplitLog = 4;
 
 // What the window frmAdjustSplits shows while the check runs.
 inline constexpr std::string_view kAdjustSplitsText = "Adjusting for Stock Splits";
