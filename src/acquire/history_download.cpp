@@ -100,6 +100,20 @@ std::vector<std::string> TickersOf(const QuoteTable& table) {
     return tickers;
 }
 
+// Shows that `done` of `count` tickers are reached, `ticker` the one in work.
+void ShowTickerInWork(Session& session, const std::string& ticker, std::size_t done, std::size_t count) {
+    session.CurrentTicker = ticker;
+    session.person.PumpEvents();
+    session.run.ProgressFraction = static_cast<double>(done) / static_cast<double>(count);
+    session.person.ShowProgress(session.run.ProgressFraction);
+}
+
+void EndPopulating(Session& session) {
+    session.run.ProgressFraction = 0;
+    session.run.CurrentRow = 0;
+    session.person.ShowStatusWord(kStatusComplete);
+}
+
 // One run over the tickers of a table.
 class PopulateWalk {
   public:
@@ -133,11 +147,8 @@ class PopulateWalk {
     }
 
     void ShowRow(std::size_t row) {
-        session_.CurrentTicker = tickers_[row - 1];
         session_.run.CurrentRow = row;
-        session_.person.PumpEvents();
-        session_.run.ProgressFraction = static_cast<double>(row) / static_cast<double>(tickers_.size());
-        session_.person.ShowProgress(session_.run.ProgressFraction);
+        ShowTickerInWork(session_, tickers_[row - 1], row, tickers_.size());
     }
 
     void Populate(const std::string& ticker) {
@@ -182,9 +193,7 @@ PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, con
     PopulateWalk walk(session, web, hosts, TickersOf(table));
     if (KindOf(session.CurrentFile) == FileKind::Ddq) walk.DeleteHistories();
     const PopulateRun run = walk.Walk();
-    session.run.ProgressFraction = 0;
-    session.run.CurrentRow = 0;
-    session.person.ShowStatusWord(kStatusComplete);
+    EndPopulating(session);
     return run;
 }
 
@@ -192,14 +201,20 @@ PopulateRun RepopulateReported(Session& session, Web& web, const Hosts& hosts) {
     PopulateRun run;
     const std::optional<ErrorReport> report = ReadErrorReport(session.DataFolder());
     if (!report) return run;
+    BeginRun(session.run);
+    session.person.ShowStatusWord(kStatusPopulating);
     DeleteTickerHistories(session.settings.QuoteFolder, report->tickers);
     for (const std::string& ticker : report->tickers) {
+        ShowTickerInWork(session, ticker, run.tickers + 1, report->tickers.size());
         const HistoryDownload download = DownloadTickerHistory(session, web, hosts, ticker);
         if (download.outcome == HistoryOutcome::NoSource) break;
         ++run.tickers;
         if (download.days > 0) ++run.stored;
         if (download.error && !run.error) run.error = download.error;
+        run.stopped = ShouldStop(session.run, session.person);
+        if (run.stopped) break;
     }
+    EndPopulating(session);
     return run;
 }
 

@@ -64,7 +64,8 @@ struct PopulateRun {
 PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table);
 
 // The offer of frmErrorReport: deletes the histories of all tickers of "Error Report.txt" and downloads them
-// anew from the chosen source. Stops at once where there is none.
+// anew from the chosen source. Stops at once where there is none, and after the current ticker when the run's
+// control word asks for it.
 PopulateRun RepopulateReported(Session& session, Web& web, const Hosts& hosts);
 
 }  // namespace brantlow

@@ -230,6 +230,22 @@ TEST_F(HistoryDownloadTest, ReportedTickersAreFetchedAnew) {
     EXPECT_TRUE(person.said.empty());
 }
 
+TEST_F(HistoryDownloadTest, FetchingReportedTickersAnewTakesPartInRunControl) {
+    std::filesystem::create_directories(folder / "Data");
+    ASSERT_FALSE(
+        WriteWholeFile(folder / "Data/Error Report.txt", "The reason.\r\n\"A\"\r\n\"B\"\r\n\"C\"\r\n"));
+    for (const char* ticker : {"A", "B", "C"}) Answer(ticker, kThreeDays);
+    // A goes through, B is paused behind and resumed, and the run is stopped then.
+    person.events = {[] {}, [this] { session.run.ProcessCommand = kPauseRun; }, [] {},
+                     [this] { session.run.ProcessCommand = kStopRun; }};
+    const PopulateRun run = RepopulateReported(session, web, hosts);
+    EXPECT_TRUE(run.stopped);
+    EXPECT_EQ(run.tickers, 2U);
+    EXPECT_EQ(web.Addresses.size(), 2U);
+    EXPECT_THAT(person.progress, ElementsAre(1.0 / 3, 2.0 / 3));
+    EXPECT_THAT(person.statusWords, ElementsAre("Populating", "Complete"));
+}
+
 TEST_F(HistoryDownloadTest, WithoutAReportNothingIsFetchedAnew) {
     EXPECT_EQ(RepopulateReported(session, web, hosts).tickers, 0U);
     EXPECT_THAT(web.Addresses, IsEmpty());

@@ -56,16 +56,26 @@ frmErrorReport::frmErrorReport(Path report, QWidget* parent) : QDialog(parent), 
     auto* view = buttons->addButton(QStringLiteral("View Data Report"), QDialogButtonBox::ActionRole);
     view->setObjectName(QStringLiteral("Command1"));
     view->setToolTip(QStringLiteral("Show the list of tickers with too little history"));
+    auto* repopulate = buttons->addButton(QStringLiteral("Re-populate"), QDialogButtonBox::ActionRole);
+    repopulate->setObjectName(QStringLiteral("Command3"));
+    repopulate->setToolTip(QStringLiteral("Download the history of the tickers in the report anew"));
     auto* close = buttons->addButton(QStringLiteral("Close"), QDialogButtonBox::RejectRole);
     close->setObjectName(QStringLiteral("Command2"));
     close->setDefault(true);
     layout->addWidget(buttons);
     connect(view, &QPushButton::clicked, this, &frmErrorReport::ViewDataReport);
+    connect(repopulate, &QPushButton::clicked, this, &frmErrorReport::Repopulate);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }
 
 void frmErrorReport::ViewDataReport() {
     ShowTextFile(report_, this);
+}
+
+// Closed first: it would stand over the buttons of the run.
+void frmErrorReport::Repopulate() {
+    accept();
+    Q_EMIT RepopulateAsked();
 }
 
 }  // namespace brantlow

@@ -1,4 +1,5 @@
-// Tells after a selector run that some tickers have too little history, and shows the report that lists them.
+// Tells after a selector run that some tickers have too little history, shows the report that lists them and
+// offers to download their history anew.
 #pragma once
 
 #include <QDialog>
@@ -13,8 +14,13 @@ class frmErrorReport final : public QDialog {
     // `report` is the report file in Data/.
     frmErrorReport(Path report, QWidget* parent);
 
+  Q_SIGNALS:
+    // Re-populate was pressed; the window has closed.
+    void RepopulateAsked();
+
   private:
     void ViewDataReport();
+    void Repopulate();
 
     Path report_;
 };

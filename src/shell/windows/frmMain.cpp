@@ -78,6 +78,8 @@ constexpr std::array kActions = {
     Action{"mnuWindowTileVertical", &frmMain::TileVertical},
     Action{"mnuWindowArrangeIcons", &frmMain::ArrangeIcons},
     Action{"mnuHelpUsersForum", &frmMain::OpenUsersForum},
+    Action{"mnuEditSplitAdjustment", &frmMain::AdjustSplit},
+    Action{"mnuPopUpSplitAdjustmentMakeAdjustment", &frmMain::AdjustSplit},
     Action{"CmdAdd", &frmMain::AddSymbol},
     Action{"CmdDelete", &frmMain::DeleteSymbol},
     Action{"CmdAlarm", &frmMain::EditAlarm},

@@ -76,6 +76,7 @@ class frmMain final : public QMainWindow {
     void EditAlarm();
     void SortAscending();
     void SortDescending();
+    void AdjustSplit();
     void CmdUpdateQuotes();
     void StockSelector();
     void ViewToolbar();
@@ -145,6 +146,9 @@ class frmMain final : public QMainWindow {
     bool EndTableRun();
     bool EndRun();
     void TellEdit(const TableEdit& edit);
+    void TellDatabaseError(const std::error_code& error);
+    void RestateHistory(const std::string& ticker, double SplitFactor);
+    void RunRepopulate();
     bool AsksToDeleteHistory(const std::string& ticker);
     void TellOutcome(const SelectorOutcome& outcome);
     void Tile(Qt::Orientation stacked);

@@ -53,10 +53,12 @@ void frmMain::TellEdit(const TableEdit& edit) {
     if (edit.saveError) {
         person_.Say(session_.CurrentFile + ": cannot be saved (" + edit.saveError.message() + ")");
     }
-    if (edit.historyError) {
-        person_.Say(session_.settings.QuoteFolder + ": a file of the database cannot be written (" +
-                    edit.historyError.message() + ")");
-    }
+    if (edit.historyError) TellDatabaseError(edit.historyError);
+}
+
+void frmMain::TellDatabaseError(const std::error_code& error) {
+    person_.Say(session_.settings.QuoteFolder + ": a file of the database cannot be written (" +
+                error.message() + ")");
 }
 
 void frmMain::SortAscending() {

@@ -90,10 +90,15 @@ void frmMain::RunPopulate() {
     if (!quoteForm_) return;
     BeginTableRun();
     const PopulateRun run = PopulateDatabase(session_, web_, hosts_, quoteForm_->Table());
-    if (EndTableRun() && run.error) {
-        person_.Say(session_.settings.QuoteFolder + ": a file of the database cannot be written (" +
-                    run.error.message() + ")");
-    }
+    if (EndTableRun() && run.error) TellDatabaseError(run.error);
+}
+
+// The tickers are those of the report, whatever table is open: no row of it is in work.
+void frmMain::RunRepopulate() {
+    person_.BeginRun([] {});
+    ApplyRules();
+    const PopulateRun run = RepopulateReported(session_, web_, hosts_);
+    if (EndRun() && run.error) TellDatabaseError(run.error);
 }
 
 void frmMain::TellOutcome(const SelectorOutcome& outcome) {
@@ -102,7 +107,8 @@ void frmMain::TellOutcome(const SelectorOutcome& outcome) {
                     ")");
     } else if (!outcome.shortTickers.empty()) {
         auto* report = new frmErrorReport(session_.DataFolder() / Path(kErrorReportName), this);
-        report->setAttribute(Qt::WA_DeleteOnClose);
+        connect(report, &QDialog::finished, report, &QObject::deleteLater);
+        connect(report, &frmErrorReport::RepopulateAsked, this, &frmMain::RunRepopulate);
         report->open();
     }
 }

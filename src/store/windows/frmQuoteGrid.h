@@ -47,6 +47,8 @@ class frmQuoteGrid final : public QWidget {
     // Sorts by the current column, that of the cell or header pressed last.
     void Sort(SortOrder order);
     std::size_t CurrentColumn() const;
+    // The ticker of the selected row; empty where none is selected.
+    const std::string& SelectedTicker() const { return selectedTicker_; }
     // What stands in the boxes above the table.
     NewTicker Typed() const;
     void ClearSymbolBox();

@@ -184,12 +184,12 @@ void FrozenTableView::ReleaseColumn(const QMouseEvent& event) {
     }
 }
 
-// A press in a column that can be moved selects nothing yet: only a release in the same column does.
+// A press in a column that can be moved selects nothing yet: ReleaseColumn does, where it was a click.
 QItemSelectionModel::SelectionFlags FrozenTableView::selectionCommand(const QModelIndex& index,
                                                                       const QEvent* event) const {
-    const bool byMouse =
-        event && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseMove);
-    if (byMouse && DragColumn > 0) return QItemSelectionModel::NoUpdate;
+    const QEvent::Type type = event ? event->type() : QEvent::None;
+    const bool moves = type == QEvent::MouseButtonPress || type == QEvent::MouseMove;
+    if (type == QEvent::MouseButtonRelease || (moves && DragColumn > 0)) return QItemSelectionModel::NoUpdate;
     return QTableView::selectionCommand(index, event);
 }
 
