@@ -11,8 +11,8 @@ packages=(
   ccache cmake g++ git ninja-build pkg-config
   # libraries of the engine and the batch tool
   libcli11-dev libfmt-dev nlohmann-json3-dev
-  # the web: downloads, whose certificates are checked, and the text of pages
-  ca-certificates libcurl4-openssl-dev libgumbo-dev
+  # the web: downloads, whose certificates and signatures are checked, and the text of pages
+  ca-certificates libcurl4-openssl-dev libgumbo-dev libssl-dev
   # windows, on X11 and Wayland, with their fonts
   fonts-dejavu-core qt6-base-dev qt6-svg-dev qt6-wayland
   # tests, benchmarks and checks

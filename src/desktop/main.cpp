@@ -2,6 +2,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QIcon>
+#include <QLockFile>
 #include <QProxyStyle>
 #include <clocale>
 #include <cstdlib>
@@ -11,6 +12,7 @@
 #include "acquire/curl_web.h"
 #include "acquire/hosts.h"
 #include "base/clock.h"
+#include "base/windows/display_text.h"
 #include "indicators/analysis.h"
 #include "shell/app_folder.h"
 #include "shell/session.h"
@@ -79,6 +81,15 @@ int main(int argc, char** argv) {
     if (!failure.empty()) {
         splash.close();
         person.Say(failure);
+        return EXIT_FAILURE;
+    }
+    // A folder that cannot be written to takes no lock; there two copies can do each other no harm.
+    QLockFile lock(ShownPath(appPath / "Brantlow.lock"));
+    lock.setStaleLockTime(0);
+    if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError) {
+        splash.close();
+        person.Say("Brantlow is open already with the folder " + appPath.string() +
+                   ". Two copies would write over each other's files, so this one ends.");
         return EXIT_FAILURE;
     }
     std::error_code ignored;

@@ -18,6 +18,7 @@
 #include <algorithm>
 
 #include "acquire/hosts.h"
+#include "acquire/version_check.h"
 #include "base/windows/colours.h"
 #include "base/windows/display_text.h"
 #include "chart/windows/frmGraph.h"
@@ -47,6 +48,7 @@ struct Action {
 };
 constexpr std::array kActions = {
     Action{"mnuFileNewEODQuoteFile", &frmMain::NewTable},
+    Action{"mnuFileNewCreateMarketQuoteFile", &frmMain::CreateMarketQuoteFile},
     Action{"mnuFileOpenQuotesDB", &frmMain::OpenQuotesFile},
     Action{"mnuFileOpenEvaluationDB", &frmMain::OpenEvaluations},
     Action{"mnuFileOpenExtendedFundamental", &frmMain::OpenFundamentals},
@@ -89,6 +91,9 @@ constexpr std::array kActions = {
     Action{"mnuPopUpGraphicsHLC", &frmMain::ChartHighLowClose},
     Action{"mnuPopUpGraphicsCandleStick", &frmMain::ChartCandleStick},
     Action{"mnuPopUpExportHistQuotes", &frmMain::ExportHistoricalQuotes},
+    Action{"mnuHelpAbout", &frmMain::ShowAbout},
+    Action{"mnuHelpDisclaimer", &frmMain::ShowDisclaimer},
+    Action{"mnuHelpBrantlowUpdates", &frmMain::CheckForUpdates},
 };
 
 constexpr int kIconPixels = 24;
@@ -195,6 +200,7 @@ void frmMain::Load() {
     OpenQuotesFile();
     session_.OpenWithoutDialog = "False";
     ProgressBar1->hide();
+    OfferNewVersion(AskedBy::Program);
     StartClock();
 }
 

@@ -29,6 +29,7 @@ class CommandBar;
 class frmGraph;
 class frmQuoteGrid;
 class WindowPerson;
+enum class AskedBy;
 enum class BackedUp;
 struct Command;
 struct DailyUpdate;
@@ -91,6 +92,10 @@ class frmMain final : public QMainWindow {
     void ArrangeIcons();
     void ExportHistoricalQuotes();
     void OpenUsersForum();
+    void CreateMarketQuoteFile();
+    void ShowAbout();
+    void ShowDisclaimer();
+    void CheckForUpdates();
     void BackUpProgramFiles();
     void BackUpQuoteDatabase();
     void RestoreProgramFiles();
@@ -128,6 +133,9 @@ class frmMain final : public QMainWindow {
     void OpenBrowser(const std::string& address);
     void CloseBrowser();
     void RunBackUp(BackedUp what, bool restores);
+    void OfferNewVersion(AskedBy askedBy);
+    void UpdateProgram();
+    UrlCache& Cache();
     void EditFile(const Path& file);
     void Tell(const std::string& sentence);
     void ApplyRules();

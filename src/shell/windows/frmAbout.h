@@ -1,0 +1,17 @@
+// About Brantlow: name, version, what the program is for, and the way to the system's information.
+#pragma once
+
+#include <QDialog>
+
+namespace brantlow {
+
+class frmAbout final : public QDialog {
+    Q_OBJECT
+  public:
+    explicit frmAbout(QWidget* parent);
+
+  private:
+    void cmdSysInfo_Click();
+};
+
+}  // namespace brantlow

@@ -1,0 +1,166 @@
+// About, the disclaimer, the check for a new version, and the companion program.
+#include <QCheckBox>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "acquire/version_check.h"
+#include "acquire/windows/frmVersionUpdate.h"
+#include "shell/windows/frmDisclaimer.h"
+#include "window_fixture.h"
+
+using namespace brantlow;
+
+namespace {
+
+constexpr const char* kUpdatePage = "https://www.brantlow.example/Updates/brantlow/updateme.htm";
+
+// Presses the button of this name in the dialog that opens, and takes down the words of message boxes.
+class Reader {
+  public:
+    QStringList texts;
+    DialogHand hand{[this](QDialog& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        if (!box) return;
+        texts << box->text();
+        box->buttons().constFirst()->click();
+    }};
+};
+
+}  // namespace
+
+class HelpMenuTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void aboutTellsNameVersionAndPurpose() {
+        Program program;
+        program.Start("Jan.ddq");
+        const QByteArray path = qgetenv("PATH");
+        QString facts;
+        // A click that opens a further dialog comes from a turn of its own.
+        const auto clickLater = [](QWidget* from, const char* name) {
+            auto* button = from->findChild<QPushButton*>(QString::fromLatin1(name));
+            QTimer::singleShot(0, button, [button] { button->click(); });
+        };
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+                facts = box->text();
+                clickLater(box->parentWidget(), "cmdOK");
+                return box->buttons().constFirst()->click();
+            }
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("About Brantlow"));
+            QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblVersion"))->text(),
+                     Shown(RunningVersion()));
+            QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblDescription"))->text(),
+                     QStringLiteral("Brantlow performs Fundemental and Technical analyses of quote data "
+                                    "stored in the local data base to generate Stock Picks."));
+            QCOMPARE(dialog.findChild<QPushButton*>(QStringLiteral("cmdSysInfo"))->text(),
+                     QStringLiteral("&System Info..."));
+            qputenv("PATH", "/nowhere");
+            clickLater(&dialog, "cmdSysInfo");
+        });
+        program.frame->Run("mnuHelpAbout");
+        qputenv("PATH", path);
+        QCOMPARE(hand.seen, 2);
+        QVERIFY(facts.contains(QStringLiteral("Kernel: ")));
+    }
+
+    void theDisclaimerHasToBeAccepted() {
+        Program program;
+        program.Start("Jan.ddq");
+        QString refusal;
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+                refusal = box->text();
+                auto* form = program.frame->findChild<frmDisclaimer*>();
+                form->findChild<QCheckBox*>()->click();
+                auto* go = form->findChild<QPushButton*>(QStringLiteral("Command1"));
+                QTimer::singleShot(0, go, [go] { go->click(); });
+                return PressButton(dialog, QMessageBox::Ok);
+            }
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Terms, Conditions, and Disclaimer"));
+            QVERIFY(dialog.findChild<QListWidget*>(QStringLiteral("List1"))->count() > 0);
+            QCOMPARE(dialog.findChild<QCheckBox*>(QStringLiteral("Check1"))->text(),
+                     QStringLiteral("Accept Conditions"));
+            auto* go = dialog.findChild<QPushButton*>(QStringLiteral("Command1"));
+            QCOMPARE(go->text(), QStringLiteral("Continue"));
+            QTimer::singleShot(0, go, [go] { go->click(); });
+        });
+        program.frame->Run("mnuHelpDisclaimer");
+        QCOMPARE(hand.seen, 2);
+        QCOMPARE(refusal, QStringLiteral("You must Accept the Terms and Conditions before continuing."));
+    }
+
+    void theCompanionProgramIsToldWhereItIsMissing() {
+        Program program;
+        program.Start("Jan.ddq");
+        Reader reader;
+        program.frame->Run("mnuFileNewCreateMarketQuoteFile");
+        QCOMPARE(
+            reader.texts,
+            QStringList(Shown("The program that creates market quote files is not installed. It belongs in " +
+                              (program.session.AppPath / "BrantlowQuoteFiles").string() + ".")));
+    }
+
+    void theCompanionProgramIsStarted() {
+        Program program;
+        const Path tool = program.session.AppPath / "BrantlowQuoteFiles";
+        QVERIFY(!WriteWholeFile(tool, "#!/bin/sh\ntouch started\n"));
+        std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
+        program.Start("Jan.ddq");
+        program.frame->Run("mnuFileNewCreateMarketQuoteFile");
+        QTRY_VERIFY(IsRegularFile(program.session.AppPath / "started"));
+    }
+
+    void noUpdatesAreToldToTheOneWhoAsked() {
+        Program program;
+        program.web.Answer(kUpdatePage, MemoryWeb::Page(RunningVersion()));
+        program.Start("Jan.ddq");
+        Reader reader;
+        program.Click("Command19");
+        QCOMPARE(reader.texts, QStringList(QStringLiteral("No Updates are available.")));
+    }
+
+    void aNewVersionIsOfferedAtTheStartWhenTheSettingsSaySo() {
+        for (const bool automatic : {false, true}) {
+            Program program;
+            program.web.Answer(kUpdatePage, MemoryWeb::Page("Version: 99.0.0"));
+            std::string settings;
+            for (int line = 1; line <= 11; ++line) settings += "\"None\"\r\n";
+            settings += automatic ? "\"Automatic Updates\"\r\n" : "\"Manual Updates\"\r\n";
+            program.Write("VTRDATAset.ini", settings);
+            program.Start("Jan.ddq");
+            auto* offer = program.frame->findChild<frmVersionUpdate*>();
+            QCOMPARE(offer != nullptr, automatic);
+            if (!offer) continue;
+            QVERIFY(offer->isVisible());
+            QTest::keyClick(offer, Qt::Key_Escape);
+            QVERIFY(!offer->isVisible());
+        }
+    }
+
+    void anUpdateWithoutAGoodSignatureIsRefused() {
+        Program program;
+        program.web.Answer(kUpdatePage, MemoryWeb::Page("Version: 99.0.0"));
+        program.web.Answer("https://www.brantlow.example/Updates/brantlow/Updater",
+                           MemoryWeb::Page("program"));
+        program.web.Answer("https://www.brantlow.example/Updates/brantlow/Updater.sig",
+                           MemoryWeb::Page(std::string(64, 'x')));
+        program.Start("Jan.ddq");
+        program.frame->Run("mnuHelpBrantlowUpdates");
+        auto* offer = program.frame->findChild<frmVersionUpdate*>();
+        QVERIFY(offer);
+        Reader reader;
+        QTest::mouseClick(offer->findChild<QPushButton*>(QStringLiteral("Command1")), Qt::LeftButton);
+        QCOMPARE(reader.hand.seen, 2);
+        QCOMPARE(
+            reader.texts,
+            QStringList({QStringLiteral("If help file is open, close help file before continuing."),
+                         QStringLiteral("The downloaded update does not bear the signature of its maker. It "
+                                        "was deleted and nothing was changed.")}));
+        QVERIFY(program.frame->isVisible());
+        QVERIFY(!std::filesystem::exists(program.session.AppPath / "Updater"));
+    }
+};
+
+QTEST_MAIN(HelpMenuTest)
+#include "help_menu_test.moc"
