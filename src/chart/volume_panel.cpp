@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "base/numbers.h"
@@ -81,15 +82,16 @@ PanelDrawing PaintVolumePanel(ChartSession& chart, Analysis& analysis) {
     PanelDrawing drawing;
     ValueAxis axis;
     const PanelPen pen(drawing, axis);
-    DrawFrame(Panel::Volume, pen);
-    // An entry that repeats the one before it, at the same scale, would draw the same lines over themselves.
-    std::pair<std::string, double> drawn;
+    // Each entry draws the frame first, over the bars of the entries before it. One that repeats the entry
+    // before it, at the same scale, would draw the same lines over themselves.
+    std::optional<std::pair<std::string, double>> drawn;
     for (const std::string& entry : chart.VolumeSeriesList) {
         if (!entry.empty()) chart.Combo3 = entry;
         SetVolumeScale(analysis, chart);
         axis = AxisOf(chart, Panel::Volume);
         std::pair<std::string, double> next(chart.Combo3, chart.VolumeScale);
         if (next == drawn) continue;
+        DrawFrame(Panel::Volume, pen);
         DrawNamed(chart.Combo3, analysis, pen);
         drawn = std::move(next);
     }

@@ -23,8 +23,18 @@ class VolumePanel : public PaintTest {
         std::copy(entries.begin(), entries.end(), chart.VolumeSeriesList.begin());
         return PaintVolumePanel(chart, analysis);
     }
+    // Without the frame, which every entry draws.
     std::vector<DrawnLine> Lines(const std::vector<std::string>& entries) {
-        return LinesAfterFrame(Paint(entries), kStripFrameItems);
+        return WithoutFrames(Paint(entries));
+    }
+    static std::vector<DrawnLine> WithoutFrames(const PanelDrawing& drawing) {
+        std::vector<DrawnLine> lines = ItemsFrom<DrawnLine>(drawing, 0);
+        std::erase_if(lines, [](const DrawnLine& line) {
+            const bool isAxis = line.x1 == line.x2 && line.y1 == 50 && line.y2 == 1170;
+            const bool isRule = line.x1 == 25 && line.x2 == 12650;
+            return isAxis || isRule;
+        });
+        return lines;
     }
     static double VolumeY(double volume) { return 50 + 1.07 * (2000 - volume); }
 };
@@ -105,6 +115,15 @@ TEST_F(VolumePanel, FrameIsThatOfTheStudyPanel) {
     EXPECT_EQ(ItemsFrom<DrawnLine>(Paint({"unknown"}), 0), ItemsFrom<DrawnLine>(PaintStudy("unknown"), 0));
 }
 
+TEST_F(VolumePanel, TheFrameIsDrawnAgainOverTheBarsOfTheEntryBefore) {
+    indicators.AverageVolume = 1500;
+    const PanelDrawing drawing = Paint({"Volume", "Average", "", "", "", ""});
+    ASSERT_EQ(drawing.items.size(), 2 * (kStripFrameItems + kBars));
+    EXPECT_EQ(drawing.items[kStripFrameItems + kBars], DrawnItem(DrawnLine{50, 50, 50, 1170, kTestBlack}));
+    EXPECT_EQ(drawing.items[2 * kStripFrameItems + kBars - 1],
+              DrawnItem(DrawnLine{25, 1120, 12650, 1120, kTestBlack}));
+}
+
 TEST_F(VolumePanel, LabelsShowTheBoundsAsWholeNumbers) {
     series.Volume.Set(1, 999.6);
     const PanelDrawing drawing = Paint({"Volume"});
@@ -117,7 +136,7 @@ TEST_F(VolumePanel, AVolumeOfZeroLeavesZeroAsTheBottomOnceAndIsOneFromThenOn) {
     const PanelDrawing first = Paint({"Volume", "Average", "LR"});
     EXPECT_EQ(series.Volume[5], 1);
     // The first entry was drawn from 0 to 2000, the ones behind it from 1.
-    const std::vector<DrawnLine> lines = LinesAfterFrame(first, kStripFrameItems);
+    const std::vector<DrawnLine> lines = WithoutFrames(first);
     ExpectLine(lines.at(0), 95, 585, 95, 1120, {10, 150, 10}, "bar 1 of 1000");
     EXPECT_EQ(chart.VolumeBottom, 1);
     EXPECT_EQ(LabelText(first, "Label57"), "1");
