@@ -12,6 +12,9 @@ namespace brantlow {
 
 namespace {
 
+// While a row is worked on, these stand above it.
+constexpr std::size_t kRowsAbove = 15;
+
 bool HasPages(const std::string& ticker) {
     return !ticker.empty() && ticker.front() != kIndexMark;
 }
@@ -61,6 +64,7 @@ class Collection {
     FundamentalsOutcome Run() {
         for (std::size_t row = 1; row < table_.RowCount() && !outcome_.stopped; ++row) {
             session_.run.CurrentRow = row;
+            if (row > kRowsAbove) session_.run.TopRow = row - kRowsAbove;
             if (HasPages(table_.Ticker(row))) CollectRow(row);
             ++outcome_.tickers;
             ShowProgress(row);
@@ -110,6 +114,7 @@ FundamentalsOutcome CollectExtendedFundamentals(Session& session, const Fundamen
     BeginRun(session.run);
     FundamentalsOutcome outcome = Collection(session, sources, table).Run();
     session.run.CurrentRow = 0;
+    session.run.TopRow = 0;
     session.person.ShowProgress(1);
     outcome.saveError = SaveQuoteTable(table, session.DataFile(session.CurrentFile));
     session.CurrentFile = CollectedFundamentalsName(session.clock.Today());

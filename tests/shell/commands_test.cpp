@@ -168,7 +168,7 @@ TEST(CommandCatalogue, ButtonsHaveTheirToolTipsAndEntries) {
         {"Command20", "Exit", "mnuFileExit"},
         {"Command21", "Help", "mnuHelpFile"},
         {"Command22", "Create New EOD Quote File", "mnuFileNewEODQuoteFile"},
-        {"Command23", "Extended Fundamental Data", "mnuExtendedFundamentals"},
+        {"Command23", "Extended Fundamental Data", ""},
         {"Command24", "Open Extended Fundamental File", "mnuFileOpenExtendedFundamental"},
     };
     for (const Button& button : kButtons) {
@@ -191,6 +191,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
     const Row rows[] = {
         {"mnuFilePopulate", true, false, false, false, false, false, false},
         {"mnuEvaluatePickStocks", true, false, false, false, false, true, false},
+        {"mnuExtendedFundamentals", true, false, false, false, false, false, false},
         {"mnuFileImportQuotes", true, false, false, false, false, true, false},
         {"mnuFileExportQuotes", true, false, true, true, false, true, false},
         {"mnuFileUpdateQuotes", true, true, false, false, false, false, false},

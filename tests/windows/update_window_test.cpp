@@ -118,17 +118,6 @@ class UpdateProgram : public Program {
     }
 };
 
-// The words of the boxes that `act` opens, each answered with OK.
-QStringList BoxesOf(const std::function<void()>& act) {
-    QStringList told;
-    DialogHand hand([&](QDialog& dialog) {
-        if (auto* box = qobject_cast<QMessageBox*>(&dialog)) told << box->text();
-        PressButton(dialog, QMessageBox::Ok);
-    });
-    act();
-    return told;
-}
-
 }  // namespace
 
 class UpdateWindowTest : public QObject {

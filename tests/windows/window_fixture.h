@@ -129,6 +129,19 @@ class DialogHand {
     int looks_ = 0;
 };
 
+// The words of the boxes that `act` opens, each answered with OK.
+inline QStringList BoxesOf(const std::function<void()>& act) {
+    QStringList told;
+    DialogHand hand([&](QDialog& dialog) {
+        if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+            told << box->text();
+            box->button(QMessageBox::Ok)->click();
+        }
+    });
+    act();
+    return told;
+}
+
 // Acts at every turn of the event loop while a run is on: step i runs until it says that it is done.
 class RunWatcher {
   public:

@@ -75,6 +75,8 @@ constexpr std::array kActions = {
     Action{"mnuGraphicsHLC", &frmMain::ChartHighLowClose},
     Action{"mnuGraphicsCandleStick", &frmMain::ChartCandleStick},
     Action{"mnuEvaluatePickStocks", &frmMain::StockSelector},
+    Action{"mnuExtendedFundamentals", &frmMain::ExtendedFundamentals},
+    Action{"FundamentalData", &frmMain::ExtendedFundamentalData},
     Action{"mnuWindowCascade", &frmMain::Cascade},
     Action{"mnuWindowTileHorizontal", &frmMain::TileHorizontal},
     Action{"mnuWindowTileVertical", &frmMain::TileVertical},
@@ -288,7 +290,7 @@ Path frmMain::AskFile(const FileQuestion& question) {
 TableLoad frmMain::LoadQuoteForm() {
     auto* form = new frmQuoteGrid(session_);
     connect(form, &frmQuoteGrid::CloseAsked, this, [this] {
-        if (!person_.InRun()) CloseTable();
+        if (!person_.InRun() || updates_.collecting) CloseTable();
     });
     connect(form, &frmQuoteGrid::CommandPressed, this, &frmMain::Run);
     connect(form, &frmQuoteGrid::PopUpAsked, this, &frmMain::ShowPopUpMenu);
@@ -316,6 +318,7 @@ void frmMain::ApplyRules() {
     OpenStates state = quoteForm_ ? StateOf(KindOf(session_.CurrentFile)) : kWithNothing;
     if (graphForm_) state |= kWithChart;
     commands_->ApplyRules(state, person_.InRun());
+    if (updates_.collecting) commands_->Entry("mnuFileClose")->setEnabled(true);
     if (quoteForm_) quoteForm_->ApplyRules(state, !person_.InRun());
 }
 
@@ -359,6 +362,11 @@ void frmMain::CloseFile() {
 
 // The other children stay.
 void frmMain::CloseTable() {
+    if (updates_.collecting) {
+        session_.run.ProcessCommand = kStopRun;
+        updates_.closeAfterRun = true;
+        return;
+    }
     statusBar()->show();
     TableWindows windows = Windows();
     windows.CheckActivefrm = [this] { CloseQuoteForm(); };

@@ -80,6 +80,8 @@ class frmMain final : public QMainWindow {
     void AdjustSplit();
     void CmdUpdateQuotes();
     void StockSelector();
+    void ExtendedFundamentals();
+    void ExtendedFundamentalData();
     void ViewToolbar();
     void ViewStatusBar();
     void StockSelectorSettings();
@@ -144,6 +146,7 @@ class frmMain final : public QMainWindow {
     void RunStockSelector(Interval interval);
     void RunPopulate();
     DailyUpdate RunUpdate();
+    void CollectFundamentals();
     void StartClock();
     void ShowChart(std::string_view style);
     void LoadGraphForm(const ChartContext& context);

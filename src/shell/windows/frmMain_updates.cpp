@@ -1,11 +1,16 @@
-// The updates of the main frame: the end-of-day update by hand and at its minute.
+// What fills the main frame's tables from the web: the end-of-day update, by hand and at its minute, and the
+// collection of extended fundamentals.
 #include <QApplication>
 #include <QTimer>
+#include <utility>
 
+#include "acquire/extended_fundamentals.h"
 #include "daily/daily_update.h"
+#include "shell/status_words.h"
 #include "shell/windows/frmMain.h"
 #include "shell/windows/window_person.h"
 #include "splits/windows/frmAdjustSplits.h"
+#include "store/file_names.h"
 #include "store/windows/frmQuoteGrid.h"
 
 namespace brantlow {
@@ -60,6 +65,48 @@ DailyUpdate frmMain::RunUpdate() {
                           updates_.memoryInfo,
                           showAdjustSplits};
     return RunDailyUpdate(work, days_, analysis_.series);
+}
+
+void frmMain::ExtendedFundamentalData() {
+    if (KindOf(session_.CurrentFile) != FileKind::Ddq) {
+        person_.Say(kFundamentalsNeedQuoteFile);
+        return;
+    }
+    ExtendedFundamentals();
+}
+
+void frmMain::ExtendedFundamentals() {
+    if (!quoteForm_ || person_.InRun()) return;
+    if (KindOf(session_.CurrentFile) == FileKind::Db) {
+        person_.Say(kFundamentalsOverTemplate);
+        return;
+    }
+    const std::error_code error = CreateFundamentalFile(quoteForm_->Table(), session_.DataFolder());
+    if (error) {
+        person_.Say(std::string(kFundamentalsName) + ": cannot be saved (" + error.message() + ")");
+        return;
+    }
+    CheckActivefrm();
+    session_.CurrentFile = kFundamentalsName;
+    if (ShowCurrentFile(session_, Windows())) CollectFundamentals();
+}
+
+// The table counts as new afterwards and goes by the day's name. One that was closed meanwhile goes now.
+void frmMain::CollectFundamentals() {
+    const FundamentalSources sources{web_, browser_.cache ? *browser_.cache : updates_.cache, hosts_,
+                                     updates_.memoryInfo};
+    updates_.collecting = true;
+    person_.ShowStatusWord(kStatusUpdating);
+    BeginTableRun();
+    const FundamentalsOutcome outcome = CollectExtendedFundamentals(session_, sources, quoteForm_->Table());
+    updates_.collecting = false;
+    const bool stays = EndTableRun();
+    NameChanged();
+    if (std::exchange(updates_.closeAfterRun, false) && stays) CloseTable();
+    if (outcome.saveError) {
+        person_.Say(std::string(kFundamentalsName) + ": cannot be saved (" + outcome.saveError.message() +
+                    ")");
+    }
 }
 
 void frmMain::StartClock() {
