@@ -24,10 +24,12 @@ struct Step {
     std::size_t switchLine;
     std::size_t folderLine;
     std::string_view noFolder;
+    double done;  // steps before it
 };
 
-constexpr Step kApplicationStep = {2, 3, kNoApplicationBackUpFolder};
-constexpr Step kDatabaseStep = {4, 5, kNoDatabaseBackUpFolder};
+constexpr Step kApplicationStep = {2, 3, kNoApplicationBackUpFolder, 0};
+constexpr Step kDatabaseStep = {4, 5, kNoDatabaseBackUpFolder, 1};
+constexpr double kSteps = 2;
 
 std::optional<int> IntervalDays(const std::string& word) {
     for (const Frequency& row : kFrequencies) {
@@ -36,6 +38,7 @@ std::optional<int> IntervalDays(const std::string& word) {
     return std::nullopt;
 }
 
+// Both steps share the progress bar, half of it each.
 std::optional<FolderCopy> RunStep(const Step& step, const Path& from, const Path& appPath,
                                   const SettingsTable& DataSettings, Person& person) {
     if (DataSettings.Text(step.switchLine) != kChosen) return std::nullopt;
@@ -44,7 +47,8 @@ std::optional<FolderCopy> RunStep(const Step& step, const Path& from, const Path
         person.Say(step.noFolder);
         return std::nullopt;
     }
-    return CopyFolderFiles(from, FolderOfSetting(appPath, folder));
+    const auto progress = [&](double share) { person.ShowProgress((step.done + share) / kSteps); };
+    return CopyFolderFiles(from, FolderOfSetting(appPath, folder), progress);
 }
 
 }  // namespace

@@ -114,6 +114,15 @@ WeeklyTime StartTimeFor(const WeeklyTime& chosen) {
     return start;
 }
 
+WeeklyTime ChosenTimeOf(const WeeklyTime& start) {
+    WeeklyTime chosen = start;
+    chosen.minute += kStartEarlyMinutes;
+    if (chosen.minute < kMinutesPerDay) return chosen;
+    chosen.minute -= kMinutesPerDay;
+    std::rotate(chosen.days.begin(), chosen.days.end() - 1, chosen.days.end());
+    return chosen;
+}
+
 bool CanBeScheduled(const StartedProgram& started) {
     const bool screenHolds = std::any_of(started.screen.begin(), started.screen.end(),
                                          [](const auto& entry) { return HoldsControl(entry.second); });

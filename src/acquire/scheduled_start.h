@@ -35,6 +35,8 @@ std::string WeeklyTimeText(const WeeklyTime& time);
 
 // kStartEarlyMinutes before `chosen`. A start before midnight falls on the days before.
 WeeklyTime StartTimeFor(const WeeklyTime& chosen);
+// The other way round: the chosen time that has this start.
+WeeklyTime ChosenTimeOf(const WeeklyTime& start);
 
 // What is started.
 struct StartedProgram {

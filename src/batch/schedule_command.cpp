@@ -1,39 +1,10 @@
-#include <array>
-#include <cstdlib>
-
-#include "acquire/start_keeper.h"
+#include "acquire/daily_start.h"
 #include "acquire/update_schedule.h"
 #include "batch/commands.h"
-#include "shell/app_folder.h"
-#include "shell/settings/settings_files.h"
 
 namespace brantlow {
 
 namespace {
-
-constexpr const char* kProgramName = "brantlow";
-
-// By which a program finds the screen of the person who is at work.
-constexpr std::array<const char*, 4> kScreenVariables = {"DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY",
-                                                         "XDG_RUNTIME_DIR"};
-
-std::string Environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
-ScheduleSystem ThisSystem() {
-    return {RunSystemCommand, UserUnitFolder(Environment("XDG_CONFIG_HOME"), CurrentStartPlaces().home)};
-}
-
-StartedProgram ProgramOf(const BatchCall& call) {
-    StartedProgram started{call.executable.parent_path() / kProgramName, call.session.AppPath, {}};
-    for (const char* name : kScreenVariables) {
-        const std::string value = Environment(name);
-        if (!value.empty()) started.screen.emplace_back(name, value);
-    }
-    return started;
-}
 
 // The time that the call names, else the one that the settings hold.
 std::optional<int> ChosenMinute(const BatchCall& call) {
@@ -56,20 +27,10 @@ ExitStatus Show(BatchCall& call, const ScheduleSystem& system) {
 }
 
 ExitStatus Install(BatchCall& call, const ScheduleSystem& system, int minute) {
-    const StartedProgram started = ProgramOf(call);
-    if (!IsRegularFile(started.program)) {
-        return Refuse(call, started.program.string() + ": no such program to be started");
-    }
+    const StartedProgram started = DesktopProgram(call.executable, call.session.AppPath);
     const auto days = ParseDays(call.arguments.Text("--days")).value_or(kMondayToFriday);
-    const std::string refusal = InstallScheduledStart(system, StartTimeFor({days, minute}), started);
-    if (!refusal.empty()) return Refuse(call, refusal);
-    SetDailyRun(minute, call.session.settings);
-    const auto error = WriteSettingsFile(SettingsFile::Data, call.session.AppPath, call.session.settings);
-    if (error) {
-        return Refuse(call,
-                      SettingsFileName(SettingsFile::Data) + " could not be written: " + error.message());
-    }
-    return Show(call, system);
+    const std::string refusal = ScheduleDailyRun(system, {days, minute}, started, call.session.settings);
+    return refusal.empty() ? Show(call, system) : Refuse(call, refusal);
 }
 
 }  // namespace
@@ -86,7 +47,7 @@ std::optional<std::string> RefuseDays(std::string_view text) {
 
 ExitStatus RunSchedule(BatchCall& call) {
     const Arguments& arguments = call.arguments;
-    const ScheduleSystem system = ThisSystem();
+    const ScheduleSystem system = ThisScheduleSystem();
     const bool installs = arguments.Has("--at") || arguments.Has("--days");
     if (arguments.Has("--remove")) {
         if (installs) return RefuseUsage(call, "--remove", "takes neither --at nor --days beside it");

@@ -48,6 +48,17 @@ TEST(StartTimeFor, AcrossMidnightTheDaysShift) {
     EXPECT_EQ(StartTimeFor({kMonday, 0}).days, kSunday);
 }
 
+TEST(ChosenTimeOf, IsTheTimeThatHasTheStart) {
+    EXPECT_EQ(ChosenTimeOf({kMondayToFriday, 985}), (WeeklyTime{kMondayToFriday, 990}));
+    constexpr Days kSundayToThursday = {true, true, true, true, false, false, true};
+    EXPECT_EQ(ChosenTimeOf({kSundayToThursday, 1435}), (WeeklyTime{kMondayToFriday, 0}));
+    EXPECT_EQ(ChosenTimeOf({kSundayToThursday, 1439}), (WeeklyTime{kMondayToFriday, 4}));
+    for (int minute = 0; minute < 24 * 60; ++minute) {
+        const WeeklyTime chosen = {{true, false, true, false, false, false, false}, minute};
+        EXPECT_EQ(ChosenTimeOf(StartTimeFor(chosen)), chosen) << minute;
+    }
+}
+
 TEST(TimerText, IsAUserTimer) {
     EXPECT_EQ(TimerText({kMondayToFriday, 16 * 60 + 25}),
               "[Unit]\n"

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
+#include "acquire/pretend_system.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {
@@ -13,56 +12,13 @@ const StartedProgram kProgram = {"/opt/b/brantlow", "/home/a/Brantlow", {}};
 const WeeklyTime kStart = {kMondayToFriday, 985};
 constexpr std::string_view kOthers = "0 5 * * * backup\n";
 
-std::string Joined(const std::vector<std::string>& command) {
-    std::string text;
-    for (const std::string& word : command) text += (text.empty() ? "" : " ") + word;
-    return text;
-}
-
-// A system with or without systemd and crontab, which keeps the table as crontab does.
-struct PretendSystem {
-    bool systemd = false;
-    bool crontab = false;
-    std::string crontabError;  // what crontab refuses with
-    std::string failing;       // the command that fails
-    std::optional<std::string> table;
-    std::vector<std::string> calls;
-
-    CommandResult Run(const std::vector<std::string>& command, std::string_view input) {
-        const std::string text = Joined(command);
-        calls.push_back(text);
-        if (command.front() == "systemctl") {
-            if (!systemd) return {true, 1, "", "Failed to connect to bus: No medium found\n"};
-            if (text == failing) return {true, 1, "", "Access denied\n"};
-            return {true, 0, "", ""};
-        }
-        if (!crontab) return {};
-        if (!crontabError.empty()) return {true, 1, "", crontabError};
-        if (text == failing) return {true, 1, "", "disk full\n"};
-        if (text == "crontab -l" && !table) return {true, 1, "", "no crontab for a\n"};
-        if (text == "crontab -l") return {true, 0, *table, ""};
-        if (text == "crontab -r") table.reset();
-        if (text == "crontab -") table = std::string(input);
-        return {true, 0, "", ""};
-    }
-    bool Called(const std::string& command) const {
-        return std::find(calls.begin(), calls.end(), command) != calls.end();
-    }
-};
-
 class StartKeeperTest : public ::testing::Test {
   protected:
-    StartKeeperTest() {
-        system.run = [this](const std::vector<std::string>& command, std::string_view input) {
-            return pretend.Run(command, input);
-        };
-        system.unitFolder = folder / "config/systemd/user";
-    }
     std::string Unit(const char* name) const { return BytesOrEmpty(system.unitFolder / name); }
 
     TempFolder folder;
     PretendSystem pretend;
-    ScheduleSystem system;
+    ScheduleSystem system = pretend.System(folder / "config/systemd/user");
 };
 
 TEST_F(StartKeeperTest, InstallsATimerWhereSystemdAnswers) {

@@ -394,6 +394,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    BackUpBeforeExit();
     if (quoteForm_) {
         SaveRecentFiles(session_);
         CheckActivefrm();

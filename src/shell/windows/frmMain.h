@@ -147,6 +147,7 @@ class frmMain final : public QMainWindow {
     void RunPopulate();
     DailyUpdate RunUpdate();
     void CollectFundamentals();
+    void BackUpBeforeExit();
     void StartClock();
     void ShowChart(std::string_view style);
     void LoadGraphForm(const ChartContext& context);

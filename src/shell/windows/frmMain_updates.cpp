@@ -1,11 +1,13 @@
 // What fills the main frame's tables from the web: the end-of-day update, by hand and at its minute, and the
-// collection of extended fundamentals.
+// collection of extended fundamentals. The back-up at exit stands with them.
 #include <QApplication>
 #include <QTimer>
 #include <utility>
 
+#include "acquire/exit_back_up.h"
 #include "acquire/extended_fundamentals.h"
 #include "daily/daily_update.h"
+#include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
 #include "shell/windows/frmMain.h"
 #include "shell/windows/window_person.h"
@@ -106,6 +108,21 @@ void frmMain::CollectFundamentals() {
     if (outcome.saveError) {
         person_.Say(std::string(kFundamentalsName) + ": cannot be saved (" + outcome.saveError.message() +
                     ")");
+    }
+}
+
+void frmMain::BackUpBeforeExit() {
+    const Date today = session_.clock.Today();
+    if (!BackUpIsDue(session_.settings.DataSettings, today)) return;
+    person_.ShowStatusWord(kStatusSaving);
+    session_.run.ProgressLastShown = 0;
+    session_.ProgressAlways = "True";
+    const ExitBackUp backUp = BackUpAtExit(session_.AppPath, today, session_.settings, person_);
+    session_.ProgressAlways = "False";
+    person_.ShowStatusWord(kStatusComplete);
+    if (backUp.settingsError) {
+        person_.Say(SettingsFileName(SettingsFile::Data) + ": cannot be saved (" +
+                    backUp.settingsError.message() + ")");
     }
 }
 
