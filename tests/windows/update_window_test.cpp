@@ -559,9 +559,10 @@ class UpdateWindowTest : public QObject {
         auto* timer = program.frame->findChild<QTimer*>(QStringLiteral("tmrDailyRun"));
         QVERIFY(timer && timer->isActive());
         QCOMPARE(timer->interval(), 1000);
-        timer->setInterval(1);
-        QTest::qWait(20);
+        // The wait begins with this look; the next one is the timer's.
+        program.frame->WaitForDailyRun();
         program.clock.Set(kTestDay, kHalfPastFour);
+        timer->setInterval(1);
         QTRY_COMPARE(program.Text(0, kLastColumn), QStringLiteral("110.000"));
     }
 
