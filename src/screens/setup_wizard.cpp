@@ -1,0 +1,126 @@
+#include "screens/setup_wizard.h"
+
+#include <algorithm>
+
+#include "acquire/update_schedule.h"
+#include "screens/control_loading.h"
+#include "screens/settings_controls.h"
+#include "screens/settings_store.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::string_view kTrue = "True";
+constexpr std::string_view kFalse = "False";
+
+constexpr std::size_t kCollectionLine = 9;
+constexpr std::size_t kHourLine = 10;
+constexpr std::size_t kMinuteLine = 11;
+
+// Takes the value of an option into its line.
+void TakeOption(std::string_view control, SettingsTable& table) {
+    if (const OptionRow* row = FindOption(control)) table.Set(row->line, Value::OfText(row->value));
+}
+
+// A set of lines without its last marker has no end that is known, and is kept whole.
+void DropLinesBehindSequences(SettingsTables& settings) {
+    if (settings.NetHistLast == 0) return;
+    SettingsTable kept;
+    const std::size_t last = std::min(settings.NetHistLast + 1, settings.NetSettings.Size());
+    for (std::size_t i = 1; i <= last; ++i) kept.Set(i, settings.NetSettings.At(i));
+    settings.NetSettings = kept;
+}
+
+void RepairNumbers(SettingsTable& net) {
+    for (const NumberRow& row : kNumberRows) {
+        if (row.file != SettingsFile::Net || !net.Text(row.line).empty()) continue;
+        net.Set(row.line, Value::OfRawLine(row.whenUnknown));
+    }
+}
+
+WizardOutcome Store(SettingsFile file, const Path& appPath, const SettingsTables& next,
+                    SettingsTables& settings) {
+    WizardOutcome outcome;
+    outcome.sentence = StoreSettingsFile(file, appPath, next, settings);
+    return outcome;
+}
+
+// VTRNETset.ini with the option taken into it.
+WizardOutcome StoreNetOption(std::string_view option, const Path& appPath, SettingsTables& settings) {
+    SettingsTables next = settings;
+    TakeOption(option, next.NetSettings);
+    DropLinesBehindSequences(next);
+    RepairNumbers(next.NetSettings);
+    return Store(SettingsFile::Net, appPath, next, settings);
+}
+
+}  // namespace
+
+void WizardDriver::Start() {
+    WizardRunning_ = kTrue;
+    flags_.fill("");
+    flags_.front() = kFalse;
+}
+
+std::optional<std::size_t> WizardDriver::StepToShow() const {
+    if (WizardRunning_ != kTrue) return std::nullopt;
+    const auto shown = std::find(flags_.begin(), flags_.end(), kFalse);
+    if (shown == flags_.end()) return std::nullopt;
+    return static_cast<std::size_t>(shown - flags_.begin()) + 1;
+}
+
+void WizardDriver::GoTo(std::size_t step) {
+    const std::optional<std::size_t> shown = StepToShow();
+    if (!shown || step < 1 || step > flags_.size()) return;
+    flags_[*shown - 1] = kTrue;
+    flags_[step - 1] = kFalse;
+}
+
+void WizardDriver::Next() {
+    GoTo(StepToShow().value_or(0) + 1);
+}
+
+void WizardDriver::Back() {
+    GoTo(StepToShow().value_or(1) - 1);
+}
+
+void WizardDriver::Finish() {
+    flags_.back() = kTrue;
+    WizardRunning_ = kFalse;
+}
+
+WizardOutcome SaveQuoteSupplier(std::string_view option, const Path& appPath, SettingsTables& settings) {
+    return StoreNetOption(option, appPath, settings);
+}
+
+WizardOutcome SaveMarketAndContent(std::string_view option, std::optional<std::size_t> market,
+                                   const Path& appPath, SettingsTables& settings) {
+    WizardOutcome outcome = StoreNetOption(option, appPath, settings);
+    if (!outcome.sentence.empty()) return outcome;
+    SettingsTables next = settings;
+    if (market) ChooseMarket(*market, next);
+    return Store(SettingsFile::Lang, appPath, next, settings);
+}
+
+WizardOutcome SaveDatabasePlace(const std::optional<std::string>& folder, const Path& appPath,
+                                SettingsTables& settings) {
+    SettingsTables next = settings;
+    SetDatabasePlace(folder, appPath, next);
+    return Store(SettingsFile::Data, appPath, next, settings);
+}
+
+WizardOutcome SaveDailyRun(bool on, std::string_view hour, std::string_view minute, const Path& appPath,
+                           SettingsTables& settings) {
+    if (on && (hour.empty() || minute.empty())) return {std::string(kWizardNeedsTime), true, false};
+    SettingsTables next = settings;
+    const bool turnedOn = on && TurnOnDailyRun(hour, minute, next);
+    next.DataSettings.Set(kCollectionLine, Value::OfText(on ? "EOD" : "None"));
+    next.DataSettings.Set(kHourLine, Value::OfText(hour));
+    next.DataSettings.Set(kMinuteLine, Value::OfText(minute));
+    WizardOutcome outcome = Store(SettingsFile::Data, appPath, next, settings);
+    outcome.openScheduler = turnedOn && outcome.sentence.empty();
+    return outcome;
+}
+
+}  // namespace brantlow
