@@ -168,6 +168,8 @@ inline constexpr std::array kMenu = {
     Command{MenuRow::Entry, "mnuWindowArrangeIcons", "mnuWindow", "&Arrange Icons",
             "Line up the minimised windows", "", "", kAlways, true},
     Command{MenuRow::Menu, "mnuHelp", "", "&Help", "", "", ""},
+    Command{MenuRow::Entry, "SetupWizard", "mnuHelp", "Setup Wizard", "Walk through the basic settings", "",
+            "wizard"},
     Command{MenuRow::Entry, "mnuHelpAbout", "mnuHelp", "&About ", "The program and its version", "",
             "brantlow"},
     Command{MenuRow::Entry, "mnuHelpDisclaimer", "mnuHelp", "Terms, Conditions, and Disclaimer",

@@ -214,6 +214,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"SortAscending", true, true, true, true, true, false, false},
         {"mnuViewSplits", true, true, true, true, true, true, true},
         {"mnuSettingsStockSelector", true, true, true, true, true, true, false},
+        {"SetupWizard", true, true, true, true, true, true, false},
         {"mnuPopUpNews", true, true, true, true, true, true, true},
         {"mnuHelpSupport", true, true, true, true, true, true, true},
         {"mnuWindowCascade", true, true, true, true, true, true, true},

@@ -81,6 +81,7 @@ constexpr std::array kActions = {
     Action{"mnuWindowTileHorizontal", &frmMain::TileHorizontal},
     Action{"mnuWindowTileVertical", &frmMain::TileVertical},
     Action{"mnuWindowArrangeIcons", &frmMain::ArrangeIcons},
+    Action{"SetupWizard", &frmMain::SetupWizard},
     Action{"mnuHelpUsersForum", &frmMain::OpenUsersForum},
     Action{"mnuEditSplitAdjustment", &frmMain::AdjustSplit},
     Action{"mnuPopUpSplitAdjustmentMakeAdjustment", &frmMain::AdjustSplit},

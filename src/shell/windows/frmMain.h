@@ -88,6 +88,7 @@ class frmMain final : public QMainWindow {
     void ChartHighLowClose();
     void ChartCandleStick();
     void ChartAgain();
+    void SetupWizard();
     void Cascade();
     void TileHorizontal();
     void TileVertical();

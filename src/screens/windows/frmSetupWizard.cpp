@@ -1,0 +1,144 @@
+#include "screens/windows/frmSetupWizard.h"
+
+#include <QDialogButtonBox>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+#include "base/windows/display_text.h"
+
+namespace brantlow {
+
+namespace {
+
+// Room for the largest form, so that the window keeps its size from step to step.
+constexpr QSize kWindowSize(640, 480);
+// What a window manager puts around the window.
+constexpr QSize kRoomForFrame(16, 48);
+constexpr int kMargin = 14;
+constexpr int kPicturePixels = 40;
+constexpr double kTitleScale = 1.3;
+
+QPushButton* AddButton(QHBoxLayout& row, const QString& name, const QString& words, const QString& toolTip) {
+    auto* button = new QPushButton(words);
+    button->setObjectName(name);
+    button->setToolTip(toolTip);
+    button->setAutoDefault(false);
+    row.addWidget(button);
+    return button;
+}
+
+QLabel* NewTitle() {
+    auto* title = new QLabel(Name(kWizardHead));
+    QFont font = title->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * kTitleScale);
+    title->setFont(font);
+    return title;
+}
+
+}  // namespace
+
+frmSetupWizard::frmSetupWizard(Session& session, const Hosts& hosts, QWidget* parent)
+    : QDialog(parent), session_(session), hosts_(hosts), head_(new QLabel), place_(new QVBoxLayout) {
+    setObjectName(QStringLiteral("frmSetupWizard"));
+    setWindowTitle(Name(kWizardTitle));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(BuildHead());
+    place_->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    layout->addLayout(place_, 1);
+    layout->addWidget(BuildButtons());
+    resize(kWindowSize.boundedTo(screen()->availableSize() - kRoomForFrame));
+    driver_.Start();
+    ShowStep();
+}
+
+QWidget* frmSetupWizard::BuildHead() {
+    auto* head = new QFrame;
+    head->setBackgroundRole(QPalette::Base);
+    head->setAutoFillBackground(true);
+    auto* row = new QHBoxLayout(head);
+    row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    auto* picture = new QLabel;
+    picture->setPixmap(QIcon(QStringLiteral(":/icons/brantlow.svg"))
+                           .pixmap(QSize(kPicturePixels, kPicturePixels), devicePixelRatioF()));
+    row->addWidget(picture);
+    auto* words = new QVBoxLayout;
+    words->addWidget(NewTitle());
+    head_->setObjectName(QStringLiteral("Head"));
+    head_->setTextFormat(Qt::PlainText);
+    words->addWidget(head_);
+    row->addLayout(words, 1);
+    return head;
+}
+
+QWidget* frmSetupWizard::BuildButtons() {
+    auto* foot = new QWidget;
+    auto* row = new QHBoxLayout(foot);
+    row->setContentsMargins(kMargin, 0, kMargin, kMargin);
+    row->addStretch();
+    back_ = AddButton(*row, QStringLiteral("cmdBack"), QStringLiteral("<<&Back"),
+                      QStringLiteral("Go to the step before; nothing of this step is kept"));
+    next_ = AddButton(*row, QStringLiteral("cmdNext"), QStringLiteral("&Next>>"),
+                      QStringLiteral("Keep this step and go on"));
+    finish_ = AddButton(*row, QStringLiteral("cmdFinish"), QStringLiteral("&Finish"),
+                        QStringLiteral("Close the wizard"));
+    cancel_ = AddButton(*row, QStringLiteral("cmdCancel"), QStringLiteral("&Cancel"),
+                        QStringLiteral("Leave the wizard; the steps done so far are kept"));
+    connect(back_, &QPushButton::clicked, this, &frmSetupWizard::Back);
+    connect(next_, &QPushButton::clicked, this, &frmSetupWizard::Next);
+    connect(finish_, &QPushButton::clicked, this, &frmSetupWizard::Finish);
+    connect(cancel_, &QPushButton::clicked, this, &frmSetupWizard::reject);
+    return foot;
+}
+
+// Unloads the form that is shown and loads the one whose turn it is.
+void frmSetupWizard::ShowStep() {
+    const std::size_t step = driver_.StepToShow().value_or(1);
+    delete form_.widget;
+    form_ = MakeWizardForm(step, session_, hosts_);
+    place_->addWidget(form_.widget);
+    form_.widget->show();
+    head_->setText(Name(kWizardSteps[step - 1].head));
+    const bool isLast = step == kWizardSteps.size();
+    back_->setVisible(step > 1);
+    next_->setVisible(!isLast);
+    finish_->setVisible(isLast);
+    cancel_->setVisible(!isLast);
+    QPushButton* onward = isLast ? finish_ : next_;
+    onward->setDefault(true);
+    QWidget* first = form_.widget->focusProxy();
+    (first ? first : onward)->setFocus();
+}
+
+void frmSetupWizard::Next() {
+    const WizardOutcome outcome = form_.next();
+    if (!outcome.sentence.empty()) session_.person.Say(outcome.sentence);
+    if (outcome.stays) return;
+    driver_.Next();
+    ShowStep();
+    if (outcome.openScheduler) Q_EMIT ScheduleAsked();
+}
+
+void frmSetupWizard::Back() {
+    driver_.Back();
+    ShowStep();
+}
+
+void frmSetupWizard::Finish() {
+    driver_.Finish();
+    accept();
+}
+
+void frmSetupWizard::reject() {
+    driver_.Leave();
+    QDialog::reject();
+}
+
+}  // namespace brantlow
