@@ -168,6 +168,11 @@ inline constexpr std::array kMenu = {
     Command{MenuRow::Entry, "mnuWindowArrangeIcons", "mnuWindow", "&Arrange Icons",
             "Line up the minimised windows", "", "", kAlways, true},
     Command{MenuRow::Menu, "mnuHelp", "", "&Help", "", "", ""},
+    Command{MenuRow::Entry, "mnuHelpFile", "mnuHelp", "&Help File",
+            "Open the help at its contents (F1: at the page of the window in front)", "", "help", kAlways,
+            true},
+    Command{MenuRow::Entry, "mnuHelpIndex", "mnuHelp", "Help &Index", "Open the help at its index", "", "",
+            kAlways, true},
     Command{MenuRow::Entry, "SetupWizard", "mnuHelp", "Setup Wizard", "Walk through the basic settings", "",
             "wizard"},
     Command{MenuRow::Entry, "mnuHelpAbout", "mnuHelp", "&About ", "The program and its version", "",
@@ -271,6 +276,7 @@ inline constexpr std::array kButtons = {
     Button{"Command12", "Sort Ticker Symbols Ascending", "SortAscending", true},
     Button{"Command13", "Sort Ticker Symbols Decending", "SortDescending"},
     Button{"Command19", "Brantlow Update", "mnuHelpBrantlowUpdates"},
+    Button{"Command21", "Help", "mnuHelpFile"},
     Button{"Command20", "Exit", "mnuFileExit", true},
 };
 

@@ -2,10 +2,14 @@
 #include <QCheckBox>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTextBrowser>
 
 #include "acquire/version_check.h"
 #include "acquire/windows/frmVersionUpdate.h"
 #include "shell/windows/frmDisclaimer.h"
+#include "shell/windows/frmHelp.h"
+#include "store/windows/frmQuoteGrid.h"
+#include "support/source_folder.h"
 #include "window_fixture.h"
 
 using namespace brantlow;
@@ -13,6 +17,17 @@ using namespace brantlow;
 namespace {
 
 constexpr const char* kUpdatePage = "https://www.brantlow.example/Updates/brantlow/updateme.htm";
+
+void CopyHelp(Program& program) {
+    std::filesystem::copy(SourceFolder() / "assets/Help", program.session.AppPath / "Help");
+}
+
+frmHelp* OpenHelp() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (auto* help = qobject_cast<frmHelp*>(window); help && help->isVisible()) return help;
+    }
+    return nullptr;
+}
 
 // Presses the button of this name in the dialog that opens, and takes down the words of message boxes.
 class Reader {
@@ -62,6 +77,62 @@ class HelpMenuTest : public QObject {
         qputenv("PATH", path);
         QCOMPARE(hand.seen, 2);
         QVERIFY(facts.contains(QStringLiteral("Kernel: ")));
+    }
+
+    void helpOpensAtItsContentsAndAtItsIndex() {
+        Program program;
+        CopyHelp(program);
+        program.Start("Jan.ddq");
+        program.Click("Command21");
+        frmHelp* help = OpenHelp();
+        QVERIFY(help);
+        QCOMPARE(help->windowTitle(), QStringLiteral("Brantlow Help"));
+        auto* page = help->findChild<QTextBrowser*>();
+        QCOMPARE(page->source().toString(), QStringLiteral("contents.html"));
+        QVERIFY(page->toPlainText().contains(QStringLiteral("First steps")));
+        program.frame->Run("mnuHelpIndex");
+        QCOMPARE(OpenHelp(), help);
+        QCOMPARE(page->source().toString(), QStringLiteral("index.html"));
+        help->findChild<QAction*>(QStringLiteral("actBack"))->trigger();
+        QCOMPARE(page->source().toString(), QStringLiteral("contents.html"));
+        help->findChild<QAction*>(QStringLiteral("actForward"))->trigger();
+        QCOMPARE(page->source().toString(), QStringLiteral("index.html"));
+        help->findChild<QAction*>(QStringLiteral("actContents"))->trigger();
+        auto* find = help->findChild<QLineEdit*>(QStringLiteral("txtFind"));
+        find->setText(QStringLiteral("alarms"));
+        QTest::keyClick(find, Qt::Key_Return);
+        QCOMPARE(page->textCursor().selectedText(), QStringLiteral("alarms"));
+        QTest::keyClick(help, Qt::Key_Escape);
+        QTRY_VERIFY(!OpenHelp());
+    }
+
+    void f1OpensThePageOfTheWindowInFront() {
+        Program program;
+        CopyHelp(program);
+        program.Start("Jan.ddq");
+        program.frame->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(program.frame.get()));
+        QTest::keyClick(program.frame->QuoteForm(), Qt::Key_F1);
+        QCOMPARE(OpenHelp()->findChild<QTextBrowser*>()->source().toString(), QStringLiteral("tables.html"));
+        OpenHelp()->close();
+        QTRY_VERIFY(!OpenHelp());
+        QString inDialog;
+        DialogHand hand([&](QDialog& dialog) {
+            QTest::keyClick(&dialog, Qt::Key_F1);
+            if (OpenHelp()) inDialog = OpenHelp()->findChild<QTextBrowser*>()->source().toString();
+            dialog.reject();
+        });
+        program.frame->Run("mnuHelpDisclaimer");
+        QCOMPARE(inDialog, QStringLiteral("start.html"));
+    }
+
+    void aMissingPageIsTold() {
+        Program program;
+        frmHelp help(program.folder / "nowhere", nullptr);
+        help.setAttribute(Qt::WA_DeleteOnClose, false);
+        help.ShowPage("contents.html");
+        QCOMPARE(help.findChild<QTextBrowser*>()->toPlainText(),
+                 Shown("The page " + (program.folder / "nowhere/contents.html").string() + " is not there."));
     }
 
     void theDisclaimerHasToBeAccepted() {

@@ -94,6 +94,8 @@ constexpr std::array kActions = {
     Action{"mnuPopUpGraphicsHLC", &frmMain::ChartHighLowClose},
     Action{"mnuPopUpGraphicsCandleStick", &frmMain::ChartCandleStick},
     Action{"mnuPopUpExportHistQuotes", &frmMain::ExportHistoricalQuotes},
+    Action{"mnuHelpFile", &frmMain::ShowHelpContents},
+    Action{"mnuHelpIndex", &frmMain::ShowHelpIndex},
     Action{"mnuHelpAbout", &frmMain::ShowAbout},
     Action{"mnuHelpDisclaimer", &frmMain::ShowDisclaimer},
     Action{"mnuHelpBrantlowUpdates", &frmMain::CheckForUpdates},
@@ -151,6 +153,7 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
     commands_ = new CommandBar(*this, *tbToolBar, [this](const Command& command) { Run(command.id); });
     connect(commands_, &CommandBar::RecentFileChosen, this, &frmMain::OpenRecentFile);
     BuildStatusBar();
+    qApp->installEventFilter(this);
     person_.Attach({this, statusWord_, tickerCount_, ProgressBar1}, session_);
     person_.pauseChanged = [this] { ApplyRules(); };
 }

@@ -27,6 +27,7 @@ namespace brantlow {
 
 class CommandBar;
 class frmGraph;
+class frmHelp;
 class frmQuoteGrid;
 class WindowPerson;
 enum class AskedBy;
@@ -96,6 +97,8 @@ class frmMain final : public QMainWindow {
     void ExportHistoricalQuotes();
     void OpenUsersForum();
     void CreateMarketQuoteFile();
+    void ShowHelpContents();
+    void ShowHelpIndex();
     void ShowAbout();
     void ShowDisclaimer();
     void CheckForUpdates();
@@ -116,6 +119,7 @@ class frmMain final : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
     void BuildStatusBar();
@@ -136,6 +140,9 @@ class frmMain final : public QMainWindow {
     void OpenBrowser(const std::string& address);
     void CloseBrowser();
     void RunBackUp(BackedUp what, bool restores);
+    Path HelpFolder() const;
+    void ShowHelp(std::string_view page);
+    std::string WindowInFront() const;
     void OfferNewVersion(AskedBy askedBy);
     void UpdateProgram();
     UrlCache& Cache();
@@ -193,6 +200,7 @@ class frmMain final : public QMainWindow {
     QPointer<QMdiSubWindow> graphWindow_;
     QPointer<QWidget> browserForm_;
     QPointer<QMdiSubWindow> browserWindow_;
+    QPointer<frmHelp> helpForm_;
     bool exitAfterRun_ = false;
 };
 

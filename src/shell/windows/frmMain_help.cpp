@@ -1,5 +1,9 @@
 // The commands of the Help menu that are about the program itself, the check for a new version, and the
 // companion program.
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QProcess>
 
 #include "acquire/updater.h"
@@ -7,8 +11,10 @@
 #include "acquire/windows/frmVersionUpdate.h"
 #include "base/windows/display_text.h"
 #include "shell/app_folder.h"
+#include "shell/help_pages.h"
 #include "shell/windows/frmAbout.h"
 #include "shell/windows/frmDisclaimer.h"
+#include "shell/windows/frmHelp.h"
 #include "shell/windows/frmMain.h"
 #include "shell/windows/window_person.h"
 
@@ -27,6 +33,50 @@ constexpr const char* kQuoteFileTool = "BrantlowQuoteFiles";
 UrlCache& frmMain::Cache() {
     if (browser_.cache != nullptr) return *browser_.cache;
     return updates_.cache;
+}
+
+void frmMain::ShowHelpContents() {
+    ShowHelp(kHelpContents);
+}
+
+void frmMain::ShowHelpIndex() {
+    ShowHelp(kHelpIndex);
+}
+
+// An application folder that is older than the help has no pages; those of the installation serve.
+Path frmMain::HelpFolder() const {
+    Path folder = session_.AppPath / "Help";
+    if (IsRegularFile(folder / kHelpContents)) return folder;
+    const std::optional<Path> assets = FindAssets(CurrentStartPlaces().executable);
+    return assets ? *assets / "Help" : folder;
+}
+
+// A window that a modal one shuts out could not be read in: then the help belongs to the modal one.
+void frmMain::ShowHelp(std::string_view page) {
+    QWidget* const owner = QApplication::activeModalWidget();
+    if (helpForm_ && helpForm_->parentWidget() != owner) helpForm_->close();
+    if (!helpForm_ || helpForm_->parentWidget() != owner) helpForm_ = new frmHelp(HelpFolder(), owner);
+    helpForm_->ShowPage(page);
+}
+
+// The name of the window in front: the child in the frame, or a window of its own.
+std::string frmMain::WindowInFront() const {
+    const QWidget* window = QApplication::activeWindow();
+    if (window == this) {
+        const QMdiSubWindow* child = area_->activeSubWindow();
+        window = child ? child->widget() : this;
+    }
+    return window ? window->objectName().toStdString() : std::string();
+}
+
+// F1 anywhere in the program opens the page of the window in front.
+bool frmMain::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_F1 &&
+        object->isWidgetType()) {
+        ShowHelp(HelpPageOf(WindowInFront()));
+        return true;
+    }
+    return QMainWindow::eventFilter(object, event);
 }
 
 void frmMain::ShowAbout() {

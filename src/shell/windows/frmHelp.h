@@ -1,0 +1,30 @@
+// The help: pages of the Help folder with their links, a way back, and a search in the page.
+#pragma once
+
+#include <QWidget>
+#include <string_view>
+
+#include "base/files.h"
+
+class QLineEdit;
+class QTextBrowser;
+
+namespace brantlow {
+
+class frmHelp final : public QWidget {
+    Q_OBJECT
+  public:
+    // `folder` holds the pages. The window deletes itself when it is closed.
+    frmHelp(const Path& folder, QWidget* parent);
+
+    void ShowPage(std::string_view page);
+
+  private:
+    void FindNext();
+
+    Path folder_;
+    QTextBrowser* page_;
+    QLineEdit* find_;
+};
+
+}  // namespace brantlow

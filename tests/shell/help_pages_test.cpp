@@ -1,0 +1,93 @@
+// The pages of the help: all there, and no link leads nowhere.
+#include "shell/help_pages.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "base/files.h"
+#include "base/text.h"
+#include "support/source_folder.h"
+
+namespace brantlow {
+namespace {
+
+std::string PageText(std::string_view file) {
+    return BytesOrEmpty(SourceFolder() / "assets/Help" / std::string(file));
+}
+
+// What stands between `before` and the next quotation mark, each time.
+std::vector<std::string> Attributes(const std::string& text, const std::string& before) {
+    std::vector<std::string> found;
+    for (std::size_t at = text.find(before); at != std::string::npos; at = text.find(before, at + 1)) {
+        const std::size_t start = at + before.size();
+        found.push_back(text.substr(start, text.find('"', start) - start));
+    }
+    return found;
+}
+
+std::vector<std::string> AllPages() {
+    std::vector<std::string> pages = {std::string(kHelpContents), std::string(kHelpIndex)};
+    for (const HelpPage& page : kHelpPages) pages.emplace_back(page.file);
+    return pages;
+}
+
+TEST(HelpPages, EveryPageIsThereUnderItsTitle) {
+    for (const HelpPage& page : kHelpPages) {
+        const std::string text = PageText(page.file);
+        EXPECT_NE(text.find("<h1>" + std::string(page.title) + "</h1>"), std::string::npos) << page.file;
+        EXPECT_NE(text.find("href=\"contents.html\""), std::string::npos) << page.file;
+    }
+    std::vector<std::string> files = FileNamesIn(SourceFolder() / "assets/Help");
+    std::vector<std::string> pages = AllPages();
+    std::sort(pages.begin(), pages.end());
+    EXPECT_EQ(files, pages);
+}
+
+TEST(HelpPages, TheContentsListThePagesInTheirOrder) {
+    std::vector<std::string> links = Attributes(PageText(kHelpContents), "href=\"");
+    ASSERT_EQ(links.size(), kHelpPages.size() + 1);
+    EXPECT_EQ(links.front(), kHelpIndex);
+    for (std::size_t i = 0; i < kHelpPages.size(); ++i) EXPECT_EQ(links[i + 1], kHelpPages[i].file);
+}
+
+TEST(HelpPages, EveryLinkLeadsToAPageAndAPlaceInIt) {
+    const std::vector<std::string> pages = AllPages();
+    for (const std::string& page : pages) {
+        for (const std::string& link : Attributes(PageText(page), "href=\"")) {
+            const std::size_t mark = link.find('#');
+            const std::string target = link.substr(0, mark);
+            EXPECT_TRUE(std::find(pages.begin(), pages.end(), target) != pages.end()) << page << ": " << link;
+            if (mark == std::string::npos) continue;
+            const std::vector<std::string> places = Attributes(PageText(target), "name=\"");
+            EXPECT_TRUE(std::find(places.begin(), places.end(), link.substr(mark + 1)) != places.end())
+                << page << ": " << link;
+        }
+    }
+}
+
+TEST(HelpPages, TheIndexIsInOrder) {
+    std::vector<std::string> entries;
+    const std::string text = PageText(kHelpIndex);
+    for (std::size_t at = text.find("<li>"); at != std::string::npos; at = text.find("<li>", at + 1)) {
+        const std::size_t start = text.find('>', at + 4) + 1;
+        entries.push_back(UpperCase(text.substr(start, text.find('<', start) - start)));
+    }
+    EXPECT_GT(entries.size(), kHelpPages.size());
+    EXPECT_TRUE(std::is_sorted(entries.begin(), entries.end()));
+}
+
+TEST(HelpPages, EveryWindowHasAPageOfTheHelp) {
+    const std::vector<std::string> pages = AllPages();
+    for (const WindowHelp& row : kWindowHelp) {
+        EXPECT_TRUE(std::find(pages.begin(), pages.end(), row.page) != pages.end()) << row.window;
+        EXPECT_EQ(HelpPageOf(row.window), row.page);
+    }
+    EXPECT_EQ(HelpPageOf("frmMain"), kHelpContents);
+    EXPECT_EQ(HelpPageOf(""), kHelpContents);
+}
+
+}  // namespace
+}  // namespace brantlow
