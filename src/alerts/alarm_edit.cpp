@@ -2,6 +2,7 @@
 
 #include "alerts/price_alarms.h"
 #include "base/text.h"
+#include "shell/status_words.h"
 #include "store/table_colours.h"
 
 namespace brantlow {
@@ -32,7 +33,10 @@ TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbo
         ColorQuoteRow(table, row, session.clock.Today());
         edit.outcome = EditOutcome::Changed;
     }
-    if (edit.outcome == EditOutcome::Changed) edit.saveError = AutomaticSave(session, table);
+    if (edit.outcome == EditOutcome::Changed) {
+        edit.saveError = AutomaticSave(session, table);
+        session.person.ShowStatusWord(kStatusComplete);
+    }
     return edit;
 }
 

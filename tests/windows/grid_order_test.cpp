@@ -227,6 +227,15 @@ class GridOrderTest : public QObject {
         QCOMPARE(program.Grid().Table().Header(3), std::string("Last Price"));
     }
 
+    void aLongNumberIsNotCut() {
+        const std::string digits = "123456789012";
+        GridProgram program("Ticker Symbol\tName\tTrade Date\tLast Price\r\nA\tn\t\t" + digits + "\r\n");
+        const QFontMetrics metrics(program.View().font());
+        const int column = static_cast<int>(*program.Grid().Table().ColumnOf("Last Price"));
+        QVERIFY(program.View().columnWidth(column) >
+                metrics.horizontalAdvance(QString::fromStdString(digits)) + 6);
+    }
+
     void anEmptyTableIsSortedWithoutHarm() {
         GridProgram program("Ticker Symbol\tLast Price\r\n");
         program.PressTool("Command12");

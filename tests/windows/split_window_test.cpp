@@ -1,4 +1,5 @@
 // The split adjustment at the windows: the factors that are offered, and the history that is restated.
+#include <unistd.h>
 #include <QAction>
 #include <QGroupBox>
 #include <QMenu>

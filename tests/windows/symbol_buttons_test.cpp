@@ -80,7 +80,7 @@ class HistoryHand {
   public:
     explicit HistoryHand(const char* button) : button_(QString::fromLatin1(button)) {}
 
-    QString title, text, ticker, deleteWords;
+    QString title, text, ticker, deleteWords, focus;
     int seen() const { return hand_.seen; }
 
   private:
@@ -90,6 +90,7 @@ class HistoryHand {
         text = dialog.findChild<QLabel*>(QStringLiteral("Label1"))->text();
         ticker = dialog.findChild<QLineEdit*>(QStringLiteral("Text1"))->text();
         deleteWords = dialog.findChild<QPushButton*>(QStringLiteral("Command1"))->text();
+        if (dialog.focusWidget()) focus = dialog.focusWidget()->objectName();
         if (button_.isEmpty()) return dialog.reject();
         dialog.findChild<QPushButton*>(button_)->click();
     }
@@ -291,6 +292,7 @@ class SymbolButtonsTest : public QObject {
                                            "this Ticker Symbol?"));
         QCOMPARE(hand.ticker, QStringLiteral("T2"));
         QCOMPARE(hand.deleteWords, QStringLiteral("Delete"));
+        QCOMPARE(hand.focus, QStringLiteral("Command2"));
         QCOMPARE(program.Tickers(), (Tickers{"T1", "T3"}));
         QCOMPARE(program.ShownTickers(), QStringList({QStringLiteral("T1"), QStringLiteral("T3")}));
         QVERIFY(!program.History("T2.26").empty());
@@ -355,6 +357,7 @@ class SymbolButtonsTest : public QObject {
         QCOMPARE(program.Cell(2, "High Alarm"), std::string("60"));
         QCOMPARE(program.Cell(2, "Low Alarm"), std::string("5"));
         QVERIFY(program.Read("Jan.ddq").find("\t60\t5\r\n") != std::string::npos);
+        QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
         program.Type("T2", "", "6");
         program.Click("CmdAlarm");
         QCOMPARE(program.Cell(2, "High Alarm"), std::string());

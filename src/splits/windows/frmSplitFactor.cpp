@@ -55,7 +55,7 @@ frmSplitFactor::frmSplitFactor(const std::string& ticker, QWidget* parent)
     cancel->setToolTip(QStringLiteral("Leave the history as it is"));
     layout->addWidget(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
-    connect(choices_, &QButtonGroup::idClicked, this, [this] { continue_->setEnabled(true); });
+    connect(choices_, &QButtonGroup::idToggled, this, [this] { continue_->setEnabled(true); });
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }

@@ -40,9 +40,9 @@ frmDeleteQuoteDataBase::frmDeleteQuoteDataBase(const std::string& ticker, QWidge
     keep->setObjectName(QStringLiteral("Command2"));
     keep->setToolTip(QStringLiteral("Keep the history; the ticker leaves the quote file all the same"));
     keep->setDefault(true);
-    keep->setFocus();
     layout->addWidget(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    keep->setFocus();
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 }

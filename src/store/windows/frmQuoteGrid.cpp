@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -25,7 +26,9 @@ namespace {
 
 // While a run works its row is the last of this many rows from the top.
 constexpr std::size_t kRowsAbove = 19;
-constexpr int kHeaderPadding = 18;
+constexpr int kCellPadding = 18;
+// More characters than this are no number that a table holds.
+constexpr std::size_t kLongestNumber = 20;
 // Distance of the empty table's sentence from the header.
 constexpr int kEmptyMargin = 48;
 
@@ -143,13 +146,31 @@ QString frmQuoteGrid::EmptySentence() const {
     return QStringLiteral("This file holds no tickers.");
 }
 
-// A header has to be read whole, whatever font the desktop uses.
+// A header has to be read whole, whatever font the desktop uses and with the mark of a sorted column beside
+// it, and so has every number: one that is cut would be taken for another.
 int frmQuoteGrid::ShownWidth(std::size_t column) const {
     const int twips = table_.Width(column);
     if (twips <= 0) return 0;
-    const int words =
-        view_->horizontalHeader()->fontMetrics().horizontalAdvance(Shown(table_.Header(column)));
-    return std::max(PixelsOf(twips), words + kHeaderPadding);
+    const QHeaderView& header = *view_->horizontalHeader();
+    const int mark = style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, &header) +
+                     style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, view_);
+    const int words = header.fontMetrics().horizontalAdvance(Shown(table_.Header(column))) + mark;
+    return std::max({PixelsOf(twips), words + kCellPadding, NumberWidth(column) + kCellPadding});
+}
+
+// Of the longest number in a column, 0 for a column of words.
+int frmQuoteGrid::NumberWidth(std::size_t column) const {
+    const QVariant alignment =
+        model_->headerData(static_cast<int>(column), Qt::Horizontal, Qt::TextAlignmentRole);
+    if (!alignment.value<Qt::Alignment>().testFlag(Qt::AlignRight)) return 0;
+    std::size_t longest = 0;
+    for (std::size_t row = 1; row <= table_.TickerCount(); ++row) {
+        longest = std::max(longest, table_.Text(row, column).size());
+    }
+    QFont bold = view_->font();
+    bold.setBold(true);
+    const int digit = QFontMetrics(bold).horizontalAdvance(QLatin1Char('0'));
+    return static_cast<int>(std::min(longest, kLongestNumber)) * digit;
 }
 
 void frmQuoteGrid::ApplyWidths() {

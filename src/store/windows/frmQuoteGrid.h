@@ -78,6 +78,7 @@ class frmQuoteGrid final : public QWidget {
     void ShowEmptySentence();
     void ApplyWidths();
     int ShownWidth(std::size_t column) const;
+    int NumberWidth(std::size_t column) const;
     void ConnectBoxes();
     void ConnectView();
     void MoveColumn(int from, int to);

@@ -33,7 +33,7 @@ void QuoteStrip::AddBox(std::size_t index) {
     box->setObjectName(Name(rule.box));
     box->setToolTip(Name(rule.toolTip));
     box->setFixedWidth(rule.width);
-    box->setClearButtonEnabled(true);
+    box->setClearButtonEnabled(index == 0);
     auto* words = new QLabel(Name(rule.words));
     words->setBuddy(box);
     row->addWidget(words);

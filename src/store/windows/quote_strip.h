@@ -24,11 +24,11 @@ struct StripBox {
 };
 
 inline constexpr std::array kStripBoxes = {
-    StripBox{"Frame1", "Text1", "S&ymbol", "Type the first letters of a ticker to find its row", 130,
+    StripBox{"Frame1", "Text1", "S&ymbol", "Type the first letters of a ticker to find its row", 100,
              kWithTable},
-    StripBox{"Frame2", "Text2", "High &Alarm", "The price from which the alarm fires; empty for none", 80,
+    StripBox{"Frame2", "Text2", "High &Alarm", "The price from which the alarm fires; empty for none", 62,
              kWithDdq | kWithDb},
-    StripBox{"Frame3", "Text3", "&Low Alarm", "The price down to which the alarm fires; empty for none", 80,
+    StripBox{"Frame3", "Text3", "&Low Alarm", "The price down to which the alarm fires; empty for none", 62,
              kWithDdq | kWithDb},
 };
 
