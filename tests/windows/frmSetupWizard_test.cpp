@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 
+#include "acquire/windows/frmSchedule.h"
 #include "window_fixture.h"
 
 using namespace brantlow;
@@ -285,6 +286,30 @@ class SetupWizardTest : public QObject {
         program.Press("cmdNext");
         QCOMPARE(scheduleAsked.count(), 1);
         QCOMPARE(program.Read(kData), off);
+    }
+
+    void theScheduleOpensOverTheWizard() {
+        // Without the system's programs there is no schedule of this machine's to be seen or touched.
+        qputenv("PATH", "");
+        Program program;
+        program.Write(kNet, kNetText);
+        program.Write(kData, kDataText);
+        program.Start("Jan.ddq");
+        program.frame->Run("SetupWizard");
+        auto* wizard = program.frame->findChild<frmSetupWizard*>();
+        auto* next = wizard->findChild<QPushButton*>(QStringLiteral("cmdNext"));
+        while (wizard->Driver().StepToShow().value_or(5) < 5) next->click();
+        wizard->findChild<QCheckBox*>(QStringLiteral("Check1"))->click();
+        wizard->findChild<QComboBox*>(QStringLiteral("Combo4"))->setCurrentText(QStringLiteral("17"));
+        wizard->findChild<QComboBox*>(QStringLiteral("Combo5"))->setCurrentText(QStringLiteral("30"));
+        next->click();
+        auto* schedule = wizard->findChild<frmSchedule*>();
+        QVERIFY(schedule && schedule->isVisible());
+        QCOMPARE(schedule->Chosen().minute, 17 * 60 + 30);
+        QCOMPARE(schedule->Chosen().days, kMondayToFriday);
+        schedule->reject();
+        QCOMPARE(wizard->Driver().StepToShow().value_or(0), std::size_t{6});
+        QVERIFY(wizard->isVisible());
     }
 
     void leavingHalfWayKeepsWhatWasDone() {

@@ -90,6 +90,8 @@ class frmMain final : public QMainWindow {
     void ChartCandleStick();
     void ChartAgain();
     void SetupWizard();
+    // Opens the schedule of the daily run over the window that turned it on.
+    void OpenSchedulerWizard(QWidget* asking);
     void Cascade();
     void TileHorizontal();
     void TileVertical();

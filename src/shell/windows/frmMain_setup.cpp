@@ -1,6 +1,9 @@
 // The main frame's windows in which the program is set up.
+#include "acquire/daily_start.h"
+#include "acquire/windows/frmSchedule.h"
 #include "screens/windows/frmSetupWizard.h"
 #include "screens/windows/frmStockSelectorSettings.h"
+#include "shell/app_folder.h"
 #include "shell/windows/frmMain.h"
 
 namespace brantlow {
@@ -14,7 +17,16 @@ void frmMain::StockSelectorSettings() {
 void frmMain::SetupWizard() {
     auto* wizard = new frmSetupWizard(session_, hosts_, this);
     connect(wizard, &QDialog::finished, wizard, &QObject::deleteLater);
+    connect(wizard, &frmSetupWizard::ScheduleAsked, this, [this, wizard] { OpenSchedulerWizard(wizard); });
     wizard->open();
+}
+
+void frmMain::OpenSchedulerWizard(QWidget* asking) {
+    auto* schedule =
+        new frmSchedule(session_, ThisScheduleSystem(),
+                        DesktopProgram(CurrentStartPlaces().executable, session_.AppPath), asking);
+    connect(schedule, &QDialog::finished, schedule, &QObject::deleteLater);
+    schedule->open();
 }
 
 }  // namespace brantlow
