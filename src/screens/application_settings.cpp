@@ -57,6 +57,18 @@ const SettingsControl& ApplicationSettings::Control(std::string_view name) const
     return found == controls_.end() ? unknown : found->second;
 }
 
+std::string_view ApplicationSettings::Note(std::string_view label) const {
+    const bool noTime = Control("Combo2").text.empty() || Control("Combo3").text.empty();
+    const bool noYears = std::none_of(kOptionRows.begin(), kOptionRows.end(), [this](const OptionRow& row) {
+        return IsYears(row) && Control(row.control).on;
+    });
+    const bool fewVariables = Control("List5").items.size() < kMostVariables;
+    if (label == kTimeNote.label && Control("Option16").on && noTime) return kTimeNote.words;
+    if (label == kYearsNote.label && Control(kHistoryCheck).on && noYears) return kYearsNote.words;
+    if (label == kVariablesNote.label && fewVariables) return kVariablesNote.words;
+    return {};
+}
+
 void ApplicationSettings::Choose(std::string_view option) {
     if (!Control(option).enabled) return;
     const bool isMarket = std::any_of(kMarkets.begin(), kMarkets.end(),

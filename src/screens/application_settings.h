@@ -31,6 +31,10 @@ class ApplicationSettings {
     // The control of this name; one that is usable and empty where no rule and no setting knows the name.
     const SettingsControl& Control(std::string_view name) const;
 
+    // What a person should know of the choices made so far, by the label that shows it (kTimeNote and the
+    // other two); empty where there is nothing to tell.
+    std::string_view Note(std::string_view label) const;
+
     // A click on an option or a check box, or an entry in a text box or drop-down list. What a rule disables
     // stays as it is.
     void Choose(std::string_view option);

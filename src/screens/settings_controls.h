@@ -267,6 +267,17 @@ inline constexpr std::array kListRows = {
             ListKind::Positions},
 };
 
+// What a label tells while a choice is not complete.
+struct NoteRow {
+    std::string_view label;
+    std::string_view words;
+};
+
+inline constexpr NoteRow kTimeNote = {"lblTimeNote", "Choose an hour and a minute."};
+inline constexpr NoteRow kYearsNote = {"lblYearsNote", "Choose the number of years."};
+inline constexpr NoteRow kVariablesNote = {
+    "lblVariablesNote", "With fewer than six variables the Buy and Sell conditions have no effect."};
+
 // A control that can be used only while another one is on; without another one it never can.
 struct EnablingRow {
     std::string_view control;

@@ -145,6 +145,8 @@ inline constexpr std::array kMenu = {
     Command{MenuRow::Entry, "mnuViewBrokererageFirm", "mnuView", "Bro&kerage Firm",
             "Open your brokerage firm's page in your browser", "", "trade", kAlways, true},
     Command{MenuRow::Menu, "mnuSettings", "", "&Settings", "", "", ""},
+    Command{MenuRow::Entry, "mnuSettingsApplication", "mnuSettings", "Application",
+            "Choose how Brantlow collects, keeps and shows its data", "Ctrl+,", "settings"},
     Command{MenuRow::Entry, "mnuSettingsStockSelector", "mnuSettings", "&Stock Selector",
             "Put together the ten conditions of the Stock Selector", "Shift+F9", "conditions"},
     Command{MenuRow::Menu, "mnuGraphics", "", "&Graphics", "", "", ""},

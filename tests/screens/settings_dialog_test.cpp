@@ -494,6 +494,27 @@ TEST_F(SettingsDialog, HistoryOfANewTickerStartsWithNoYearsChosen) {
     EXPECT_TRUE(On("Option12"));
 }
 
+TEST_F(SettingsDialog, AChoiceThatIsNotCompleteIsTold) {
+    EXPECT_EQ(dialog.Note("lblTimeNote"), "");
+    EXPECT_EQ(dialog.Note("lblYearsNote"), "");
+    EXPECT_EQ(dialog.Note("lblVariablesNote"), "");
+    dialog.Choose("Option16");
+    EXPECT_EQ(dialog.Note("lblTimeNote"), "Choose an hour and a minute.");
+    dialog.SetText("Combo2", "16");
+    EXPECT_EQ(dialog.Note("lblTimeNote"), "Choose an hour and a minute.");
+    dialog.SetText("Combo3", "00");
+    EXPECT_EQ(dialog.Note("lblTimeNote"), "");
+    dialog.Check("Check11", false);
+    EXPECT_EQ(dialog.Note("lblYearsNote"), "");
+    dialog.Check("Check11", true);
+    EXPECT_EQ(dialog.Note("lblYearsNote"), "Choose the number of years.");
+    dialog.Choose("Option10");
+    EXPECT_EQ(dialog.Note("lblYearsNote"), "");
+    dialog.Move("Command3", 0);
+    EXPECT_EQ(dialog.Note("lblVariablesNote"),
+              "With fewer than six variables the Buy and Sell conditions have no effect.");
+}
+
 TEST_F(SettingsDialog, TheStandardSourceCannotBeMisconfigured) {
     dialog.Choose("Option8");
     dialog.SetText("Combo6", "12");

@@ -208,6 +208,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"Graphics", true, true, true, true, true, true, false},
         {"mnuPopUpGraphicsHLC", true, true, true, true, true, true, false},
         {"mnuPopUpGraphicsCandleStick", true, true, true, true, true, true, false},
+        {"mnuSettingsApplication", true, true, true, true, true, true, false},
         {"mnuViewToolbar", true, true, true, true, true, true, true},
         {"mnuEditSplitAdjustment", true, true, true, true, true, false, false},
         {"mnuPopUpSplitAdjustmentMakeAdjustment", true, true, true, true, true, false, false},

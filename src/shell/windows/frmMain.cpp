@@ -71,6 +71,7 @@ constexpr std::array kActions = {
     Action{"mnuEditDelete", &frmMain::DeleteFiles},
     Action{"mnuViewToolbar", &frmMain::ViewToolbar},
     Action{"mnuViewStatusBar", &frmMain::ViewStatusBar},
+    Action{"mnuSettingsApplication", &frmMain::ApplicationSettingsScreen},
     Action{"mnuSettingsStockSelector", &frmMain::StockSelectorSettings},
     Action{"mnuGraphicsHLC", &frmMain::ChartHighLowClose},
     Action{"mnuGraphicsCandleStick", &frmMain::ChartCandleStick},

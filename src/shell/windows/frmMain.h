@@ -80,6 +80,7 @@ class frmMain final : public QMainWindow {
     void SortDescending();
     void AdjustSplit();
     void CmdUpdateQuotes();
+    void ApplicationSettingsScreen();
     void StockSelector();
     void ExtendedFundamentals();
     void ExtendedFundamentalData();

@@ -113,6 +113,15 @@ std::size_t frmQuoteGrid::CurrentColumn() const {
     return static_cast<std::size_t>(std::max(0, view_->currentIndex().column()));
 }
 
+void frmQuoteGrid::RebuildColumns() {
+    const FileKind kind = KindOf(session_.CurrentFile);
+    ColumnWidth(kind, table_);
+    ColumnLocation(kind, session_.settings, table_);
+    ApplyWidths();
+    model_->CellsChanged();
+    view_->ShowSorted(-1, Qt::AscendingOrder);
+}
+
 void frmQuoteGrid::ApplyRules(OpenStates state, bool enabled) {
     enabled_ = enabled;
     strip_->ApplyRules(state, enabled);

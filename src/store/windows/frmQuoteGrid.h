@@ -40,6 +40,8 @@ class frmQuoteGrid final : public QWidget {
     void ShowRowInWork(std::size_t row, std::size_t topRow = 0);
     // The run is over: the table's first row is on top again.
     void ShowFirstRow();
+    // The user's columns are others than before: shows them, in their order.
+    void RebuildColumns();
     // The table's rows are others than before. The selected ticker stays selected where it is still there.
     void TableChanged();
     // Cells of the table have changed, its rows have not.

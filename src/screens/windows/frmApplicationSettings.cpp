@@ -1,0 +1,138 @@
+#include "screens/windows/frmApplicationSettings.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "base/windows/display_text.h"
+#include "screens/windows/settings_pages.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr int kSmallestButtonWidth = 96;
+// What a title bar and a border take of the screen.
+constexpr QSize kWindowFrame(16, 48);
+
+// The captions with the letters that the tabs answer to.
+constexpr std::array kMarkedCaptions = {"&Import / Export", "Data && A&utomation Settings",
+                                        "&Graphics Display", "Grid &Column Display",
+                                        "&Network and Web Settings"};
+static_assert(kMarkedCaptions.size() == kSettingsTabs.size());
+
+QPushButton* AddButton(QHBoxLayout* row, const QString& name, const QString& words, const QString& toolTip) {
+    auto* button = new QPushButton(words);
+    button->setObjectName(name);
+    button->setToolTip(toolTip);
+    button->setMinimumWidth(kSmallestButtonWidth);
+    // Enter belongs to the lists.
+    button->setAutoDefault(false);
+    row->addWidget(button);
+    return button;
+}
+
+}  // namespace
+
+frmApplicationSettings::frmApplicationSettings(Session& session, const Hosts& hosts, QWidget* parent)
+    : QDialog(parent),
+      session_(session),
+      settings_(session, hosts),
+      binder_(settings_, session.AppPath),
+      TabStrip1(new QTabWidget),
+      outcome_(new QLabel) {
+    setObjectName(QStringLiteral("frmApplicationSettings"));
+    setWindowTitle(QStringLiteral("Brantlow Settings"));
+    auto* layout = new QVBoxLayout(this);
+    TabStrip1->setObjectName(QStringLiteral("TabStrip1"));
+    AddPages();
+    layout->addWidget(TabStrip1, 1);
+    layout->addWidget(ButtonRow());
+    connect(&binder_, &SettingsBinder::Entered, outcome_, &QLabel::clear);
+    connect(TabStrip1, &QTabWidget::currentChanged, outcome_, &QLabel::clear);
+    Form_Load();
+    FitToScreen();
+    TabStrip1->setFocus();
+}
+
+// A screen too small for a page scrolls it.
+void frmApplicationSettings::AddPages() {
+    for (std::size_t i = 0; i < kSettingsTabs.size(); ++i) {
+        const TabRow& row = kSettingsTabs[i];
+        QWidget* page = SettingsPage(row.tab, binder_);
+        page->setObjectName(Name(row.control));
+        auto* area = new QScrollArea;
+        area->setWidget(page);
+        area->setWidgetResizable(true);
+        area->setFrameShape(QFrame::NoFrame);
+        area->setFocusPolicy(Qt::NoFocus);
+        const int index = TabStrip1->addTab(area, QLatin1String(kMarkedCaptions[i]));
+        TabStrip1->setTabToolTip(index, Name(row.toolTip));
+    }
+    auto* schedule = TabStrip1->findChild<QPushButton*>(QLatin1String(kScheduleButton));
+    connect(schedule, &QPushButton::clicked, this, &frmApplicationSettings::ScheduleAsked);
+}
+
+QWidget* frmApplicationSettings::ButtonRow() {
+    auto* buttons = new QWidget;
+    auto* row = new QHBoxLayout(buttons);
+    row->setContentsMargins(0, 0, 0, 0);
+    outcome_->setObjectName(QStringLiteral("lblOutcome"));
+    row->addWidget(outcome_, 1);
+    auto* apply = AddButton(row, QStringLiteral("Command21"), QStringLiteral("&Apply"),
+                            QStringLiteral("Save the settings of this tab"));
+    auto* defaults = AddButton(row, QStringLiteral("Command23"), QStringLiteral("&Default"),
+                               QStringLiteral("Put the settings of this tab back to their defaults"));
+    auto* exit = AddButton(row, QStringLiteral("Command22"), QStringLiteral("E&xit"),
+                           QStringLiteral("Close; what is not applied is not kept"));
+    connect(apply, &QPushButton::clicked, this, &frmApplicationSettings::Command21_Click);
+    connect(defaults, &QPushButton::clicked, this, &frmApplicationSettings::Command23_Click);
+    connect(exit, &QPushButton::clicked, this, &QDialog::reject);
+    return buttons;
+}
+
+void frmApplicationSettings::Form_Load() {
+    settings_.Load();
+    binder_.Refresh();
+}
+
+// As large as its largest page, or as the screen.
+void frmApplicationSettings::FitToScreen() {
+    QSize page;
+    for (QScrollArea* area : TabStrip1->findChildren<QScrollArea*>()) {
+        if (area->widget()->objectName().startsWith(QStringLiteral("Picture"))) {
+            page = page.expandedTo(area->widget()->sizeHint());
+        }
+    }
+    const QSize around = sizeHint() - TabStrip1->currentWidget()->sizeHint();
+    resize((page + around).boundedTo(screen()->availableSize() - kWindowFrame));
+}
+
+SettingsTab frmApplicationSettings::TabOnShow() const {
+    return kSettingsTabs.at(static_cast<std::size_t>(TabStrip1->currentIndex())).tab;
+}
+
+void frmApplicationSettings::Command21_Click() {
+    const SettingsOutcome outcome = settings_.Apply(TabOnShow());
+    binder_.Refresh();
+    Tell(outcome, QStringLiteral("The settings of this tab are saved."));
+}
+
+void frmApplicationSettings::Command23_Click() {
+    const SettingsOutcome outcome = settings_.Default(TabOnShow());
+    binder_.Refresh();
+    Tell(outcome, QStringLiteral("The settings of this tab are back at their defaults."));
+}
+
+void frmApplicationSettings::Tell(const SettingsOutcome& outcome, const QString& done) {
+    outcome_->setText(outcome.sentence.empty() ? done : QString());
+    if (!outcome.sentence.empty()) session_.person.Say(outcome.sentence);
+    if (outcome.rebuildColumns) Q_EMIT ColumnsChanged();
+    if (outcome.openScheduler) Q_EMIT ScheduleAsked();
+}
+
+}  // namespace brantlow

@@ -1,0 +1,18 @@
+// The five pages of the settings dialog: which control stands where.
+#pragma once
+
+#include "screens/settings_controls.h"
+
+class QWidget;
+
+namespace brantlow {
+
+class SettingsBinder;
+
+// The page of a tab with its controls, made by `binder`.
+QWidget* SettingsPage(SettingsTab tab, SettingsBinder& binder);
+
+// The name of the button on the data page that opens the schedule of the daily run.
+inline constexpr const char* kScheduleButton = "CommandSchedule";
+
+}  // namespace brantlow
