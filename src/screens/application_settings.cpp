@@ -51,6 +51,13 @@ void ApplicationSettings::Load() {
     controls_ = LoadControls(session_.settings, hosts_);
 }
 
+void ApplicationSettings::ShowDailyRun() {
+    const SettingsControls stored = LoadControls(session_.settings, hosts_);
+    for (const char* control : {"Option16", "Option36", "Combo2", "Combo3"}) {
+        controls_[control] = stored.at(control);
+    }
+}
+
 const SettingsControl& ApplicationSettings::Control(std::string_view name) const {
     static const SettingsControl unknown;
     const auto found = controls_.find(name);

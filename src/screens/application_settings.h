@@ -28,6 +28,9 @@ class ApplicationSettings {
     // those that the session has loaded.
     void Load();
 
+    // Shows the daily run as the session's tables have it by now; all else stays as it was entered.
+    void ShowDailyRun();
+
     // The control of this name; one that is usable and empty where no rule and no setting knows the name.
     const SettingsControl& Control(std::string_view name) const;
 

@@ -479,6 +479,20 @@ TEST_F(SettingsDialog, TheDisabledRunClearsItsTime) {
     EXPECT_EQ(Text("Combo3"), "");
 }
 
+TEST_F(SettingsDialog, ATimeSetElsewhereIsShownAndOtherEditsStay) {
+    dialog.SetText("Text2", "/edited");
+    session.settings.DataSettings.Set(9, Value::OfText("EOD"));
+    session.settings.DataSettings.Set(10, Value::OfText("17"));
+    session.settings.DataSettings.Set(11, Value::OfText("05"));
+    dialog.ShowDailyRun();
+    EXPECT_TRUE(On("Option16"));
+    EXPECT_FALSE(On("Option36"));
+    EXPECT_EQ(Text("Combo2"), "17");
+    EXPECT_EQ(Text("Combo3"), "05");
+    EXPECT_TRUE(Enabled("Combo2"));
+    EXPECT_EQ(Text("Text2"), "/edited");
+}
+
 TEST_F(SettingsDialog, HistoryOfANewTickerStartsWithNoYearsChosen) {
     EXPECT_TRUE(On("Option11"));
     dialog.Check("Check11", false);

@@ -10,6 +10,7 @@
 #include <QTabWidget>
 #include <set>
 
+#include "acquire/windows/frmSchedule.h"
 #include "screens/windows/folder_picker.h"
 #include "screens/windows/frmApplicationSettings.h"
 #include "screens/windows/settings_pages.h"
@@ -510,6 +511,21 @@ class ApplicationSettingsTest : public QObject {
         QCOMPARE(asked, 2);
         apply->click();
         QCOMPARE(asked, 2);
+    }
+
+    void theScheduleOpensOverTheDialog() {
+        SettingsProgram program;
+        program.Show(SettingsTab::DataAutomation);
+        program.Press(kScheduleButton);
+        auto* schedule = program.dialog->findChild<frmSchedule*>();
+        QVERIFY(schedule && schedule->isVisible());
+        program.session.settings.DataSettings.Set(9, Value::OfText("EOD"));
+        program.session.settings.DataSettings.Set(10, Value::OfText("17"));
+        program.session.settings.DataSettings.Set(11, Value::OfText("05"));
+        schedule->reject();
+        QVERIFY(program.Part<QRadioButton>("Option16")->isChecked());
+        QCOMPARE(program.Part<QComboBox>("Combo2")->currentText(), QStringLiteral("17"));
+        QVERIFY(program.dialog->isVisible());
     }
 
     void aFileThatCannotBeWrittenIsToldAndTheEditsStay() {

@@ -100,6 +100,11 @@ void frmApplicationSettings::Form_Load() {
     binder_.Refresh();
 }
 
+void frmApplicationSettings::ShowDailyRun() {
+    settings_.ShowDailyRun();
+    binder_.Refresh();
+}
+
 // As large as its largest page, or as the screen.
 void frmApplicationSettings::FitToScreen() {
     QSize page;

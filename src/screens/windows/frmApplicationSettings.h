@@ -18,6 +18,9 @@ class frmApplicationSettings final : public QDialog {
     // All outlive the window. All tabs are filled from the files.
     frmApplicationSettings(Session& session, const Hosts& hosts, QWidget* parent);
 
+    // The schedule may have set another time.
+    void ShowDailyRun();
+
   Q_SIGNALS:
     // The open quote table is to show the columns chosen.
     void ColumnsChanged();

@@ -17,6 +17,7 @@
 #include "store/table_edit.h"
 #include "store/table_road.h"
 
+class QDialog;
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
@@ -125,6 +126,8 @@ class frmMain final : public QMainWindow {
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
+    // The schedule of the daily run, over this window.
+    QDialog* OpenSchedulerWizard(QWidget* over);
     void BuildStatusBar();
     void PlaceFrame();
     TableWindows Windows();
