@@ -93,7 +93,7 @@ class frmMain final : public QMainWindow {
     void ChartAgain();
     void SetupWizard();
     // Opens the schedule of the daily run over the window that turned it on.
-    void OpenSchedulerWizard(QWidget* asking);
+    QDialog* OpenSchedulerWizard(QWidget* asking);
     void Cascade();
     void TileHorizontal();
     void TileVertical();
@@ -126,8 +126,6 @@ class frmMain final : public QMainWindow {
     bool eventFilter(QObject* object, QEvent* event) override;
 
   private:
-    // The schedule of the daily run, over this window.
-    QDialog* OpenSchedulerWizard(QWidget* over);
     void BuildStatusBar();
     void PlaceFrame();
     TableWindows Windows();
