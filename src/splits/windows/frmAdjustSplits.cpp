@@ -11,6 +11,8 @@ namespace brantlow {
 namespace {
 
 constexpr int kMargin = 28;
+// Wide enough for the title beside the buttons that a desktop may put there.
+constexpr int kTextWidth = 300;
 constexpr double kTextScale = 1.25;
 
 }  // namespace
@@ -27,6 +29,8 @@ frmAdjustSplits::frmAdjustSplits(QWidget* frame)
     QFont large = text->font();
     large.setPointSizeF(large.pointSizeF() * kTextScale);
     text->setFont(large);
+    text->setAlignment(Qt::AlignCenter);
+    text->setMinimumWidth(kTextWidth);
     layout->addWidget(text);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     setEnabled(true);
