@@ -151,8 +151,9 @@ std::string ServiceText(const StartedProgram& started) {
         "\n"
         "[Service]\n"
         "Environment={}\n"
-        "ExecStart={}\n",
-        UnitQuoted("BRANTLOW_HOME=" + started.appPath.native()), UnitQuoted(started.program.native()));
+        "ExecStart={} {}\n",
+        UnitQuoted("BRANTLOW_HOME=" + started.appPath.native()), UnitQuoted(started.program.native()),
+        kScheduledFlag);
 }
 
 std::optional<WeeklyTime> ReadTimer(std::string_view text) {
@@ -174,7 +175,8 @@ std::string CrontabLine(const WeeklyTime& start, const StartedProgram& started) 
                                    start.minute / kMinutesPerHour, JoinDays(start.days, &Day::crontabName),
                                    CrontabQuoted(started.appPath.native()));
     for (const auto& [name, value] : started.screen) line += name + '=' + CrontabQuoted(value) + ' ';
-    return line.append(CrontabQuoted(started.program.native())).append(kOwnRemark).append("\n");
+    line.append(CrontabQuoted(started.program.native())).append(" ").append(kScheduledFlag);
+    return line.append(kOwnRemark).append("\n");
 }
 
 std::optional<WeeklyTime> ReadCrontab(std::string_view crontab) {

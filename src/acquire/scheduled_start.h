@@ -38,6 +38,9 @@ WeeklyTime StartTimeFor(const WeeklyTime& chosen);
 // The other way round: the chosen time that has this start.
 WeeklyTime ChosenTimeOf(const WeeklyTime& start);
 
+// The program's argument when it is started so: where it is open already, the new copy ends without a word.
+inline constexpr const char* kScheduledFlag = "--scheduled";
+
 // What is started.
 struct StartedProgram {
     Path program;

@@ -11,6 +11,7 @@
 
 #include "acquire/curl_web.h"
 #include "acquire/hosts.h"
+#include "acquire/scheduled_start.h"
 #include "base/clock.h"
 #include "base/windows/display_text.h"
 #include "indicators/analysis.h"
@@ -88,6 +89,8 @@ int main(int argc, char** argv) {
     lock.setStaleLockTime(0);
     if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError) {
         splash.close();
+        // The copy that is open does the daily update.
+        if (QApplication::arguments().contains(QString::fromLatin1(kScheduledFlag))) return EXIT_SUCCESS;
         person.Say("Brantlow is open already with the folder " + appPath.string() +
                    ". Two copies would write over each other's files, so this one ends.");
         return EXIT_FAILURE;

@@ -81,19 +81,20 @@ TEST(ServiceText, StartsTheProgramWithItsFolder) {
               "\n"
               "[Service]\n"
               "Environment=\"BRANTLOW_HOME=/home/a/Brantlow\"\n"
-              "ExecStart=\"/opt/b/brantlow\"\n");
+              "ExecStart=\"/opt/b/brantlow\" --scheduled\n");
 }
 
 TEST(ServiceText, QuotesWhatAUnitFileWouldReadOtherwise) {
     const std::string text = ServiceText({"/a b/100%/\"q\"/back\\s", "/h me/5%", {}});
     EXPECT_NE(text.find("\nEnvironment=\"BRANTLOW_HOME=/h me/5%%\"\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("\nExecStart=\"/a b/100%%/\\\"q\\\"/back\\\\s\"\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("\nExecStart=\"/a b/100%%/\\\"q\\\"/back\\\\s\" --scheduled\n"), std::string::npos)
+        << text;
 }
 
 TEST(CrontabLine, StartsTheProgramWithItsFolder) {
     EXPECT_EQ(CrontabLine({kMondayToFriday, 16 * 60 + 5}, kProgram),
               "5 16 * * 1,2,3,4,5 BRANTLOW_HOME='/home/a/Brantlow' '/opt/b/brantlow'"
-              " # Brantlow: started for the daily update\n");
+              " --scheduled # Brantlow: started for the daily update\n");
     EXPECT_EQ(CrontabLine({kWeekend, 0}, kProgram).substr(0, 12), "0 0 * * 6,0 ");
 }
 
@@ -102,13 +103,13 @@ TEST(CrontabLine, NamesTheScreen) {
     started.screen = {{"DISPLAY", ":0"}, {"XAUTHORITY", "/home/a/.X a"}};
     EXPECT_EQ(CrontabLine({kWeekend, 61}, started),
               "1 1 * * 6,0 BRANTLOW_HOME='/home/a/Brantlow' DISPLAY=':0' XAUTHORITY='/home/a/.X a'"
-              " '/opt/b/brantlow' # Brantlow: started for the daily update\n");
+              " '/opt/b/brantlow' --scheduled # Brantlow: started for the daily update\n");
 }
 
 TEST(CrontabLine, QuotesWhatAShellOrACrontabWouldReadOtherwise) {
     EXPECT_EQ(CrontabLine({kWeekend, 0}, {"/a'b/$x;`y`", "/5% of", {}}),
               "0 0 * * 6,0 BRANTLOW_HOME='/5\\% of' '/a'\\''b/$x;`y`'"
-              " # Brantlow: started for the daily update\n");
+              " --scheduled # Brantlow: started for the daily update\n");
 }
 
 TEST(CanBeScheduled, RefusesControlCharacters) {
@@ -134,7 +135,7 @@ TEST(ScheduledStart, OtherTextsHoldNoTime) {
                              "OnCalendar=Xyz *-*-* 16:25:00\n"}) {
         EXPECT_EQ(ReadTimer(text), std::nullopt) << text;
     }
-    const std::string remark = " # Brantlow: started for the daily update\n";
+    const std::string remark = " --scheduled # Brantlow: started for the daily update\n";
     for (const std::string& text :
          {std::string(), std::string("5 16 * * 1 /opt/b/brantlow\n"), remark, "a b * * 1 x" + remark,
           "99 99 * * 1 x" + remark, "-5 0 * * 1 x" + remark, "5 16 * * mon x" + remark}) {

@@ -57,7 +57,7 @@ class ScheduleCommand : public BatchTest {
     }
     std::string OwnLine(const std::string& time) const {
         return time + " BRANTLOW_HOME='" + folder.Get().string() + "' DISPLAY=':7' '" +
-               (folder / "brantlow").string() + "' # Brantlow: started for the daily update\n";
+               (folder / "brantlow").string() + "' --scheduled # Brantlow: started for the daily update\n";
     }
 
     TestVariable path{"PATH", (folder / "bin").string()};
@@ -86,7 +86,7 @@ TEST_F(ScheduleCommand, InstallsATimerAndTheDailyUpdate) {
     EXPECT_THAT(Read("config/systemd/user/brantlow.timer"),
                 HasSubstr("\nOnCalendar=Mon,Tue,Wed,Thu,Fri *-*-* 16:25:00\n"));
     EXPECT_THAT(Read("config/systemd/user/brantlow.service"),
-                HasSubstr("\nExecStart=\"" + (folder / "brantlow").string() + "\"\n"));
+                HasSubstr("\nExecStart=\"" + (folder / "brantlow").string() + "\" --scheduled\n"));
     EXPECT_THAT(Read("Data/VTRDATAset.ini"), HasSubstr("\"EOD\"\r\n\"16\"\r\n\"30\"\r\n"));
     EXPECT_EQ(Schedule({}).out, result.out);
 }

@@ -114,9 +114,9 @@ class ScheduleWindowTest : public QObject {
                  QStringLiteral("The system will start Brantlow 5 minutes earlier, at 17:57."));
         program.Press("Command1");
         const std::string home = program.folder.Get().string();
-        QCOMPARE(program.pretend.table.value(), "0 5 * * * backup\n57 17 * * 1,3,0 BRANTLOW_HOME='" + home +
-                                                    "' DISPLAY=':7' '" + home +
-                                                    "/brantlow' # Brantlow: started for the daily update\n");
+        QCOMPARE(program.pretend.table.value(),
+                 "0 5 * * * backup\n57 17 * * 1,3,0 BRANTLOW_HOME='" + home + "' DISPLAY=':7' '" + home +
+                     "/brantlow' --scheduled # Brantlow: started for the daily update\n");
         QCOMPARE(program.Read("VTRDATAset.ini"), ScheduleProgram::DataSettings("EOD", "18", "02"));
         QCOMPARE(program.Words("Label3"),
                  QStringLiteral("Monday, Wednesday, Sunday at 17:57, by a line of your crontab."));
