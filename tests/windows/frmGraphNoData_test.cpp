@@ -65,13 +65,13 @@ class FrmGraphNoDataTest : public QObject {
 
     void theEmptyChartSaysSo() {
         EmptyChartProgram program;
-        auto* const empty = program.Part<QLabel>("lblEmpty");
+        auto* const empty = program.Part<QLabel>("lblEmptyPrice");
         QVERIFY(empty->isVisible());
-        QCOMPARE(empty->text(), QStringLiteral("There is no price history of T2 to draw."));
+        QCOMPARE(empty->text(), QStringLiteral("Data does not exist in the Quote Database for this Ticker Symbol."));
         program.OfferButton("Command2")->click();
         program.SelectTicker("T1");
         program.Choose("mnuGraphicsHLC");
-        QVERIFY(!program.Part<QLabel>("lblEmpty")->isVisible());
+        QVERIFY(!program.Part<QLabel>("lblEmptyPrice")->isVisible());
         QVERIFY(!program.Offer() || !program.Offer()->isVisible());
     }
 
@@ -168,7 +168,7 @@ class FrmGraphNoDataTest : public QObject {
             QVERIFY(!program.Picture(panel).isNull());
         }
         QCOMPARE(program.Label("Label58"), QStringLiteral("T2"));
-        QVERIFY(program.Part<QLabel>("lblEmpty")->isVisible());
+        QVERIFY(program.Part<QLabel>("lblEmptyPrice")->isVisible());
     }
 };
 

@@ -13,6 +13,7 @@
 #include <span>
 
 #include "base/windows/display_text.h"
+#include "chart/chart_picture.h"
 #include "chart/windows/chart_painter.h"
 #include "chart/windows/chart_panel.h"
 #include "chart/windows/panel_stack.h"
@@ -60,8 +61,6 @@ constexpr std::array kPickLists = {
     PickList{"Combo3", "V&olume series", "Series on the volume panel", kVolumeSeriesItems,
              &ChartSession::Combo3, &PickVolumeSeries},
 };
-
-constexpr std::array<const char*, 3> kTimeFrames = {"Daily", "Weekly", "Monthly"};
 
 QFont Bold(QFont font) {
     font.setBold(true);
@@ -188,11 +187,22 @@ void frmGraph::BuildPanels(QBoxLayout& rows) {
                                 QStringLiteral("Leave only the volume on the volume panel"),
                                 &frmGraph::ClearVolume));
     column->addSpacing(kGroupSpacing);
-    empty_ = AddLabel("lblEmpty");
-    empty_->setParent(&panels_->PanelAt(Panel::Price));
-    empty_->setAlignment(Qt::AlignCenter);
-    empty_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    empty_->setGeometry(panels_->PanelAt(Panel::Price).rect());
+    emptyPrice_ = AddEmptyText("lblEmptyPrice", Panel::Price);
+    emptyStudy_ = AddEmptyText("lblEmptyStudy", Panel::Study);
+}
+
+// What a panel says in place of a drawing.
+QLabel* frmGraph::AddEmptyText(std::string_view name, Panel panel) {
+    QLabel* const text = AddLabel(name);
+    ChartPanel& ground = panels_->PanelAt(panel);
+    text->setParent(&ground);
+    text->setAlignment(Qt::AlignCenter);
+    text->setWordWrap(true);
+    text->setAttribute(Qt::WA_TransparentForMouseEvents);
+    // Between two rules, so that none crosses it.
+    text->setGeometry(0, 0, ground.width(),
+                      panel == Panel::Price ? ground.height() * 3 / 4 : ground.height());
+    return text;
 }
 
 // The captions lie on the panels' ground, since they bear the colours of the lines.
@@ -291,11 +301,8 @@ void frmGraph::Refresh() {
     for (std::size_t i = 0; i < kPickLists.size(); ++i) {
         ShowText(*picks_.at(static_cast<qsizetype>(i)), Shown(chart.*kPickLists[i].text));
     }
-    timeFrame_->setText(
-        QString::fromLatin1(kTimeFrames[static_cast<std::size_t>(chart.ChartTimeFrame - kDailyFrame)]));
-    const bool drawn = context_.analysis.series.LastBar > 1;
-    empty_->setVisible(!drawn);
-    empty_->setText(QStringLiteral("There is no price history of %1 to draw.").arg(Shown(chart.Label58)));
+    timeFrame_->setText(Name(TimeFrameName(chart.ChartTimeFrame)));
+    ShowEmptyTexts();
     panels_->PlaceLabels();
     panels_->update();
     for (std::size_t i = 0; i < kPanels.size(); ++i) panels_->PanelAt(static_cast<Panel>(i)).update();
@@ -317,6 +324,15 @@ void frmGraph::ShowReadOut() {
     labels_.value(QStringLiteral("Label69"))->setText(Shown(readOut.Label69));
     labels_.value(QStringLiteral("Label28"))->setText(Shown(readOut.Label28));
     labels_.value(QStringLiteral("Label26"))->setText(Shown(readOut.Label26));
+}
+
+void frmGraph::ShowEmptyTexts() {
+    const std::optional<std::string> noHistory = EmptyPriceText(context_.analysis.series);
+    const std::optional<std::string> noStudy = noHistory ? std::nullopt : EmptyStudyText(context_.chart);
+    emptyPrice_->setText(Shown(noHistory.value_or("")));
+    emptyPrice_->setVisible(noHistory.has_value());
+    emptyStudy_->setText(Shown(noStudy.value_or("")));
+    emptyStudy_->setVisible(noStudy.has_value());
 }
 
 void frmGraph::closeEvent(QCloseEvent* event) {

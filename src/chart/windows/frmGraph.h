@@ -47,6 +47,7 @@ class frmGraph final : public QWidget {
     void BuildSlots(QBoxLayout& column);
     void BuildReadOuts(QBoxLayout& column);
     void BuildFrameButtons(QBoxLayout& column);
+    QLabel* AddEmptyText(std::string_view name, Panel panel);
     QLabel* AddLabel(std::string_view control, const QString& words = {});
     QPushButton* AddButton(std::string_view control, const QString& words, const QString& toolTip,
                            void (frmGraph::*pressed)());
@@ -62,6 +63,7 @@ class frmGraph final : public QWidget {
     void Refresh();
     void ShowLabels();
     void ShowReadOut();
+    void ShowEmptyTexts();
 
     ChartContext context_;
     QWidget* sheet_;
@@ -69,7 +71,8 @@ class frmGraph final : public QWidget {
     QHash<QString, QLabel*> labels_;
     QList<QComboBox*> picks_;
     QLabel* timeFrame_ = nullptr;
-    QLabel* empty_ = nullptr;
+    QLabel* emptyPrice_ = nullptr;
+    QLabel* emptyStudy_ = nullptr;
     QPushButton* Command5 = nullptr;
     QPushButton* Command6 = nullptr;
 };
