@@ -4,10 +4,12 @@
 
 #include "base/text.h"
 #include "batch/chart_commands.h"
+#include "batch/png_picture.h"
 #include "batch/ticker_lines.h"
 #include "chart/chart_actions.h"
 #include "chart/chart_picture.h"
 #include "chart/chart_svg.h"
+#include "shell/app_folder.h"
 
 namespace brantlow {
 
@@ -24,9 +26,16 @@ constexpr std::array<StyleWord, 2> kStyleWords = {{
 
 constexpr std::string_view kStandardOut = "-";
 constexpr std::string_view kSvgEnding = ".svg";
+constexpr std::string_view kPngEnding = ".png";
 
 std::string Quoted(std::string_view text) {
     return "'" + std::string(text) + "'";
+}
+
+// Whether `file` names a file of this kind; the ending alone is no name.
+bool HasEnding(std::string_view file, std::string_view ending) {
+    const std::string name = Path(file).filename().string();
+    return name.size() > ending.size() && EqualIgnoringCase(name.substr(name.size() - ending.size()), ending);
 }
 
 bool IsAmong(std::span<const std::string_view> items, std::string_view name) {
@@ -153,7 +162,15 @@ void PrintChart(BatchCall& call, const ChartContext& context) {
 
 ExitStatus WritePicture(BatchCall& call, const ChartContext& context, const std::string& file) {
     const ChartPicture picture = LayOutPicture(context.chart, context.analysis.series);
-    if (const auto error = WriteWholeFile(Path(file), SvgOf(picture), Flush::Later)) {
+    std::string bytes;
+    if (HasEnding(file, kPngEnding)) {
+        PngPicture png = PaintPng(CurrentStartPlaces().executable, picture);
+        if (!png.failure.empty()) return Refuse(call, file + " could not be written: " + png.failure);
+        bytes = std::move(png.bytes);
+    } else {
+        bytes = SvgOf(picture);
+    }
+    if (const auto error = WriteWholeFile(Path(file), bytes, Flush::Later)) {
         return Refuse(call, file + " could not be written: " + error.message());
     }
     return ExitStatus::Done;
@@ -182,11 +199,9 @@ std::optional<std::string> RefuseVolumeSeries(std::string_view text) {
 }
 
 std::optional<std::string> RefusePicture(std::string_view text) {
-    const std::string name = Path(text).filename().string();
-    const bool isPicture = name.size() > kSvgEnding.size() &&
-                           EqualIgnoringCase(name.substr(name.size() - kSvgEnding.size()), kSvgEnding);
-    if (text == kStandardOut || isPicture) return std::nullopt;
-    return Quoted(text) + " does not end in " + std::string(kSvgEnding);
+    if (text == kStandardOut || HasEnding(text, kSvgEnding) || HasEnding(text, kPngEnding))
+        return std::nullopt;
+    return Quoted(text) + " does not end in " + std::string(kSvgEnding) + " or " + std::string(kPngEnding);
 }
 
 ExitStatus RunChart(BatchCall& call) {

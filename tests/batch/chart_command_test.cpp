@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <nlohmann/json.hpp>
 
 #include "batch_fixture.h"
@@ -116,6 +117,51 @@ TEST_F(ChartCommand, WritesAnSvgFileAndPrintsNothing) {
     EXPECT_THAT(svg, HasSubstr(">MA 30</text>"));
 }
 
+// The size of a PNG file from its head: a signature of 8 bytes, then the length and the name of the first
+// chunk, and in it width and height, most significant byte first.
+std::pair<int, int> PngSize(const std::string& bytes) {
+    if (!bytes.starts_with("\x89PNG\r\n\x1a\n") || bytes.size() < 24 || bytes.substr(12, 4) != "IHDR")
+        return {};
+    const auto numberAt = [&](std::size_t place) {
+        int number = 0;
+        for (std::size_t i = 0; i < 4; ++i)
+            number = number * 256 + static_cast<unsigned char>(bytes[place + i]);
+        return number;
+    };
+    return {numberAt(16), numberAt(20)};
+}
+
+TEST_F(ChartCommand, WritesAPngFileAsLargeAsTheSvgAndPrintsNothing) {
+    const std::string file = (folder / "ko.PNG").string();
+    const CallResult result = Chart({"--out", file});
+    EXPECT_EQ(result.status, ExitStatus::Done);
+    EXPECT_EQ(result.out + result.err, "");
+    Chart({"--out", SvgPath()});
+    const auto [width, height] = PngSize(BytesOrEmpty(file));
+    const std::string svg = BytesOrEmpty(SvgPath());
+    const auto lengthOf = [&](const std::string& name) {
+        return std::lround(std::stod(svg.substr(svg.find(name + "=\"") + name.size() + 2)));
+    };
+    EXPECT_GT(width, 12650 / 15);
+    EXPECT_EQ(width, lengthOf("width"));
+    EXPECT_EQ(height, lengthOf("height"));
+}
+
+TEST_F(ChartCommand, APngIsTheSameEveryTimeAndAnotherForAnotherChart) {
+    const auto paint = [&](const std::vector<std::string>& arguments) {
+        std::vector<std::string> all = arguments;
+        const std::string file = (folder / "ko.png").string();
+        all.insert(all.end(), {"--out", file});
+        Chart(all);
+        return BytesOrEmpty(file);
+    };
+    const std::string first = paint({});
+    EXPECT_FALSE(first.empty());
+    EXPECT_EQ(paint({}), first);
+    EXPECT_NE(paint({"--style", "candlestick"}), first);
+    EXPECT_NE(paint({"--study", "RSI 15"}), first);
+}
+
 TEST_F(ChartCommand, DrawsATickerWithoutHistoryAsAnEmptyChart) {
     const CallResult result = Call({"chart", "NONE", "--out", SvgPath(), "--today", std::string(kToday)});
     EXPECT_EQ(result.status, ExitStatus::Done);
@@ -130,8 +176,9 @@ TEST_F(ChartCommand, ChangesNoFileButThePicture) {
 
 TEST_F(ChartCommand, RefusesWhatItCannotRead) {
     ExpectUsage({}, "--out: missing; a file's name, or -");
-    ExpectUsage({"--out", "ko.gif"}, "--out: 'ko.gif' does not end in .svg");
-    ExpectUsage({"--out", ".svg"}, "--out: '.svg' does not end in .svg");
+    ExpectUsage({"--out", "ko.gif"}, "--out: 'ko.gif' does not end in .svg or .png");
+    ExpectUsage({"--out", ".svg"}, "--out: '.svg' does not end in .svg or .png");
+    ExpectUsage({"--out", "a/.png"}, "--out: 'a/.png' does not end in .svg or .png");
     ExpectUsage({"--out", "-", "--style", "bars"}, "--style: 'bars' is neither default nor candlestick");
     ExpectUsage({"--out", "-", "--series", "Price,MA30"}, "--series: 'MA30' is no series of the panel");
     ExpectUsage({"--out", "-", "--series", "Price,,,,,,,Price"}, "--series: more than 7 series");
@@ -145,6 +192,8 @@ TEST_F(ChartCommand, AFileThatCannotBeWrittenIsRefused) {
     const CallResult result = Chart({"--out", file});
     EXPECT_EQ(result.status, ExitStatus::Refused);
     EXPECT_EQ(result.err, file + " could not be written: No such file or directory\n");
+    const std::string png = (folder / "missing/ko.png").string();
+    EXPECT_EQ(Chart({"--out", png}).err, png + " could not be written: No such file or directory\n");
 }
 
 }  // namespace

@@ -47,6 +47,7 @@ echo "market $*" >>calls
 echo "# practice market" >app/Data/Hosts.ini
 [[ -e refuse ]] || echo "http://127.0.0.1:1"
 END
+: >build/release/bin/brantlow-picture.so
 chmod +x tools/build.sh build/release/bin/*
 unset DISPLAY WAYLAND_DISPLAY
 

@@ -67,7 +67,8 @@ class FrmGraphNoDataTest : public QObject {
         EmptyChartProgram program;
         auto* const empty = program.Part<QLabel>("lblEmptyPrice");
         QVERIFY(empty->isVisible());
-        QCOMPARE(empty->text(), QStringLiteral("Data does not exist in the Quote Database for this Ticker Symbol."));
+        QCOMPARE(empty->text(),
+                 QStringLiteral("Data does not exist in the Quote Database for this Ticker Symbol."));
         program.OfferButton("Command2")->click();
         program.SelectTicker("T1");
         program.Choose("mnuGraphicsHLC");
