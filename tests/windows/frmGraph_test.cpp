@@ -506,7 +506,7 @@ class FrmGraphTest : public QObject {
         program.Choose("mnuGraphicsHLC");
         const QImage picture = program.Picture("Picture3");
         // The last bar stands at x = 50 + 45 x 20; beyond it only frame and regression lines are drawn.
-        QVERIFY(picture.pixelColor((50 + 45 * 20) / kTwips, 1110 / kTwips) == QColor(10, 150, 10));
+        QVERIFY(picture.pixelColor((50 + 45 * 20) / kTwips, 1095 / kTwips) == QColor(10, 150, 10));
         program.Press("Command4");
         const QImage cleared = program.Picture("Picture3");
         for (int x = (50 + 45 * 21) / kTwips; x < 12640 / kTwips; ++x) {
