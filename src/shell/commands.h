@@ -10,7 +10,8 @@
 
 namespace brantlow {
 
-// When an entry is enabled: a sum of these, one for each kind of open table and one for no table at all.
+// When an entry is enabled: a sum of these, one for each kind of open table, one for no table at all, and one
+// for each active child that is no table.
 using OpenStates = unsigned;
 inline constexpr OpenStates kWithDdq = 1;
 inline constexpr OpenStates kWithDb = 2;
@@ -18,10 +19,11 @@ inline constexpr OpenStates kWithDbe = 4;
 inline constexpr OpenStates kWithEfq = 8;
 inline constexpr OpenStates kWithOther = 16;
 inline constexpr OpenStates kWithNothing = 32;
-// Stands beside the others: a chart is open, with a table or without.
-inline constexpr OpenStates kWithChart = 64;
+inline constexpr OpenStates kChartActive = 64;
+inline constexpr OpenStates kBrowserActive = 128;
 inline constexpr OpenStates kWithKind = kWithDdq | kWithDb | kWithDbe | kWithEfq;
 inline constexpr OpenStates kWithTable = kWithKind | kWithOther;
+inline constexpr OpenStates kWithPicture = kChartActive | kBrowserActive;
 inline constexpr OpenStates kAlways = kWithTable | kWithNothing;
 
 // The state while a table of this kind is open.
@@ -60,11 +62,11 @@ inline constexpr std::array kMenu = {
             "Open a file of extended fundamental data", "Ctrl+Alt+O", "open-fundamental"},
     Command{MenuRow::Separator, "mnuFileBar2", "mnuFile", "", "", "", ""},
     Command{MenuRow::Entry, "mnuFileClose", "mnuFile", "&Close", "Close the open file", "Ctrl+W", "close",
-            kWithTable | kWithChart},
+            kWithTable | kWithPicture},
     Command{MenuRow::Entry, "mnuFileSave", "mnuFile", "&Save", "Save the open file", "Ctrl+S", "save",
-            kWithKind, true},
+            kWithKind | kWithPicture, true},
     Command{MenuRow::Entry, "mnuFileSaveAs", "mnuFile", "Save &As...",
-            "Save the open file under another name", "Ctrl+Shift+S", "save-as", kWithKind},
+            "Save the open file under another name", "Ctrl+Shift+S", "save-as", kWithKind | kWithPicture},
     Command{MenuRow::Separator, "mnuFileBar4", "mnuFile", "", "", "", ""},
     Command{MenuRow::Entry, "mnuFilePopulate", "mnuFile", "Populate Database",
             "Download the history of every ticker of the quote file", "", "populate", kWithDdq},
@@ -75,6 +77,13 @@ inline constexpr std::array kMenu = {
             kWithDdq | kWithDbe | kWithEfq | kWithNothing},
     Command{MenuRow::Entry, "mnuFileUpdateQuotes", "mnuFile", "Update Quotes",
             "Fetch the day's quotes of every ticker of the quote file", "F5", "update", kWithDdq | kWithDb},
+    Command{MenuRow::Separator, "mnuFileBar5", "mnuFile", "", "", "", ""},
+    Command{MenuRow::Entry, "mnuFilePrintPreview", "mnuFile", "Print Preview Browser",
+            "Show the browser's page as it would be printed", "", "print-preview", kBrowserActive},
+    Command{MenuRow::Entry, "mnuFilePrint", "mnuFile", "&Print...", "Print the active window", "Ctrl+P",
+            "print", kWithDdq | kWithDbe | kWithEfq | kWithPicture, true},
+    Command{MenuRow::Entry, "mnuFilePageSetup", "mnuFile", "Page Set&up...",
+            "Choose the printer and the form of the page", "", "page-setup", kAlways, true},
     Command{MenuRow::RecentFiles, "mnuFileMRU", "mnuFile", "", "", "", ""},
     Command{MenuRow::Separator, "mnuFileBar3", "mnuFile", "", "", "", ""},
     Command{MenuRow::Entry, "mnuFileExit", "mnuFile", "E&xit", "Leave Brantlow", "Ctrl+Q", "exit", kAlways,
@@ -266,6 +275,8 @@ inline constexpr std::array kButtons = {
     Button{"Command24", "Open Extended Fundamental File", "mnuFileOpenExtendedFundamental"},
     Button{"Command8", "Save File", "mnuFileSave", true},
     Button{"Command7", "Close File", "mnuFileClose"},
+    Button{"Command9", "Print Preveiw Browser", "mnuFilePrintPreview", true},
+    Button{"Command10", "Print", "mnuFilePrint"},
     Button{"Command11", "Delete File", "mnuEditDelete"},
     Button{"Command14", "Back Up Quote Database", "mnuEditBackUpQuoteDatabase", true},
     Button{"Command15", "Back Up Program Files", "mnuEditBackUpProgramFiles"},

@@ -48,6 +48,7 @@ constexpr MenuWords kMenuWords[] = {
     {"mnuFileUpdateQuotes", "Update Quotes"},
     {"mnuFilePrintPreview", "Print Preview Browser"},
     {"mnuFilePrint", "&Print..."},
+    {"mnuFilePageSetup", "Page Set&up..."},
     {"mnuFileMRU", ""},
     {"mnuFileExit", "E&xit"},
     {"mnuEdit", "&Edit"},
@@ -202,6 +203,9 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuFileClose", true, true, true, true, true, false, false},
         {"mnuFileSave", true, true, true, true, false, false, true},
         {"mnuFileSaveAs", true, true, true, true, false, false, false},
+        {"mnuFilePrintPreview", false, false, false, false, false, false, false},
+        {"mnuFilePrint", true, false, true, true, false, false, true},
+        {"mnuFilePageSetup", true, true, true, true, true, true, true},
         {"mnuFileExit", true, true, true, true, true, true, true},
         {"mnuGraphicsHLC", true, true, true, true, true, true, false},
         {"mnuGraphicsCandleStick", true, true, true, true, true, true, false},
@@ -234,10 +238,33 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
 
 // A chart may stand with a table behind it or without one.
 TEST(EnablingRules, AnOpenChartCanBeClosedWithoutATable) {
-    EXPECT_TRUE(IsEnabled(*FindCommand("mnuFileClose"), kWithNothing | kWithChart, false));
-    EXPECT_FALSE(IsEnabled(*FindCommand("mnuFileClose"), kWithNothing | kWithChart, true));
-    EXPECT_FALSE(IsEnabled(*FindCommand("mnuFilePopulate"), kWithNothing | kWithChart, false));
-    EXPECT_TRUE(IsEnabled(*FindCommand("mnuFilePopulate"), kWithDdq | kWithChart, false));
+    EXPECT_TRUE(IsEnabled(*FindCommand("mnuFileClose"), kWithNothing | kChartActive, false));
+    EXPECT_FALSE(IsEnabled(*FindCommand("mnuFileClose"), kWithNothing | kChartActive, true));
+    EXPECT_FALSE(IsEnabled(*FindCommand("mnuFilePopulate"), kWithNothing | kChartActive, false));
+    EXPECT_TRUE(IsEnabled(*FindCommand("mnuFilePopulate"), kWithDdq | kChartActive, false));
+}
+
+// While the chart or the browser is the active child, whatever table is open behind it.
+TEST(EnablingRules, FollowTheActiveChild) {
+    struct Row {
+        std::string_view id;
+        bool chart, browser, chartInPausedRun;
+    };
+    const Row rows[] = {
+        {"mnuFilePrintPreview", false, true, false},
+        {"mnuFilePrint", true, true, true},
+        {"mnuFileSave", true, true, true},
+        {"mnuFileSaveAs", true, true, false},
+    };
+    for (const OpenStates open : {kWithNothing, kWithOther}) {
+        for (const Row& row : rows) {
+            const Command& command = *FindCommand(row.id);
+            EXPECT_EQ(IsEnabled(command, open | kChartActive, false), row.chart) << row.id;
+            EXPECT_EQ(IsEnabled(command, open | kBrowserActive, false), row.browser) << row.id;
+            EXPECT_EQ(IsEnabled(command, open | kChartActive, true), row.chartInPausedRun) << row.id;
+            EXPECT_FALSE(IsEnabled(command, open, false) && row.id != "mnuFilePageSetup") << row.id;
+        }
+    }
 }
 
 TEST(FileKind, IsReadFromTheEndOfTheNameCaseAndAll) {

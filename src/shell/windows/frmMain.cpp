@@ -22,6 +22,7 @@
 #include "base/windows/colours.h"
 #include "base/windows/display_text.h"
 #include "chart/windows/frmGraph.h"
+#include "chart/windows/page_printer.h"
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
 #include "shell/user_store.h"
@@ -59,6 +60,9 @@ constexpr std::array kActions = {
     Action{"mnuFileImportQuotes", &frmMain::ImportQuoteFile},
     Action{"mnuFileExportQuotes", &frmMain::ExportQuoteFile},
     Action{"mnuFileUpdateQuotes", &frmMain::CmdUpdateQuotes},
+    Action{"mnuFilePrintPreview", &frmMain::PrintPreview},
+    Action{"mnuFilePrint", &frmMain::Print},
+    Action{"mnuFilePageSetup", &frmMain::PageSetUp},
     Action{"mnuFileExit", &frmMain::ExitProgram},
     Action{"mnuEditBackUpProgramFiles", &frmMain::BackUpProgramFiles},
     Action{"mnuEditBackUpQuoteDatabase", &frmMain::BackUpQuoteDatabase},
@@ -138,7 +142,8 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
       userStore_(std::move(userStore)),
       browser_(std::move(browser)),
       area_(new FrameArea),
-      tbToolBar(new QToolBar(QStringLiteral("Buttons"))) {
+      tbToolBar(new QToolBar(QStringLiteral("Buttons"))),
+      pagePrinter_(std::make_unique<PagePrinter>()) {
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Brantlow"));
     setWindowIcon(QIcon(QStringLiteral(":/icons/brantlow.svg")));
@@ -153,6 +158,7 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
             [this](const QPoint& place) { ShowPopUpMenu(area_->mapToGlobal(place)); });
     commands_ = new CommandBar(*this, *tbToolBar, [this](const Command& command) { Run(command.id); });
     connect(commands_, &CommandBar::RecentFileChosen, this, &frmMain::OpenRecentFile);
+    connect(area_, &QMdiArea::subWindowActivated, this, &frmMain::ApplyRules);
     BuildStatusBar();
     qApp->installEventFilter(this);
     person_.Attach({this, statusWord_, tickerCount_, ProgressBar1}, session_);
@@ -160,6 +166,8 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
 }
 
 frmMain::~frmMain() {
+    // The children go after this; nobody is to hear of it any more.
+    area_->disconnect(this);
     person_.Detach();
 }
 
@@ -304,7 +312,7 @@ TableLoad frmMain::LoadQuoteForm() {
     quoteWindow_->resize(std::min(PixelsOf(ScaledWidth(display_, kTableWidth)), area_->width()),
                          std::min(PixelsOf(ScaledHeight(display_, kTableHeight)), area_->height()));
     const TableLoad load = form->Load();
-    ApplyRules();
+    SetTableOperations();
     return load;
 }
 
@@ -320,9 +328,9 @@ void frmMain::NameChanged() {
 }
 
 void frmMain::ApplyRules() {
-    OpenStates state = quoteForm_ ? StateOf(KindOf(session_.CurrentFile)) : kWithNothing;
-    if (graphForm_) state |= kWithChart;
-    commands_->ApplyRules(state, person_.InRun());
+    const OpenStates state = quoteForm_ ? StateOf(KindOf(session_.CurrentFile)) : kWithNothing;
+    const ChildOperations* active = ActiveOperations();
+    commands_->ApplyRules(state | (active ? active->active : 0), person_.InRun());
     if (updates_.collecting) commands_->Entry("mnuFileClose")->setEnabled(true);
     if (quoteForm_) quoteForm_->ApplyRules(state, !person_.InRun());
 }
@@ -377,14 +385,6 @@ void frmMain::CloseTable() {
     windows.CheckActivefrm = [this] { CloseQuoteForm(); };
     CloseTableFile(session_, windows);
     NameChanged();
-}
-
-void frmMain::SaveFile() {
-    SaveTableFile(session_, Windows());
-}
-
-void frmMain::SaveFileAs() {
-    SaveTableFileAs(session_, Windows());
 }
 
 void frmMain::ExitProgram() {

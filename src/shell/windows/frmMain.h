@@ -2,8 +2,10 @@
 // the engine decides and passes clicks on; the roads of files are in store/table_road.h.
 #pragma once
 
+#include <QList>
 #include <QMainWindow>
 #include <QPointer>
+#include <memory>
 
 #include "acquire/hosts.h"
 #include "acquire/web.h"
@@ -12,12 +14,14 @@
 #include "shell/display.h"
 #include "shell/session.h"
 #include "shell/windows/browser_operations.h"
+#include "shell/windows/child_operations.h"
 #include "shell/windows/update_runs.h"
 #include "store/day_store.h"
 #include "store/table_edit.h"
 #include "store/table_road.h"
 
 class QDialog;
+class QImage;
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
@@ -30,6 +34,7 @@ class CommandBar;
 class frmGraph;
 class frmHelp;
 class frmQuoteGrid;
+class PagePrinter;
 class WindowPerson;
 enum class AskedBy;
 enum class BackedUp;
@@ -62,6 +67,13 @@ class frmMain final : public QMainWindow {
     // The chart's window, null when none is open.
     frmGraph* GraphForm() const;
 
+    // Where Print sends its pages.
+    PagePrinter& Pages() { return *pagePrinter_; }
+    // What the File menu does with this child of the frame; forgotten when the child is gone.
+    void SetOperations(QWidget& child, ChildOperations operations);
+    // Those of a chart: it is printed and kept as the picture of its `client` area, under its caption.
+    ChildOperations PictureOperations(QWidget& chart, QWidget& client);
+
     // The routines of the entries, found by the entry's name in a table.
     void NewTable();
     void OpenQuotesFile();
@@ -70,6 +82,9 @@ class frmMain final : public QMainWindow {
     void CloseFile();
     void SaveFile();
     void SaveFileAs();
+    void Print();
+    void PrintPreview();
+    void PageSetUp();
     void ExitProgram();
     void PopulateTickers();
     void ImportQuoteFile();
@@ -136,12 +151,26 @@ class frmMain final : public QMainWindow {
     void CloseQuoteForm();
     void CloseTable();
     Path AskFile(const FileQuestion& question);
+    const ChildOperations* ActiveOperations() const;
+    void Operate(std::function<void()> ChildOperations::*operation);
+    void SetTableOperations();
+    void PrintTable();
+    void PrintPicture(QWidget& client, const QString& caption);
+    void PrintToFile(const QImage& picture, const QString& caption);
+    void SavePicture(QWidget& client, const QString& caption);
+    void SavePictureAs(QWidget& client, const QString& caption);
+    void WritePicture(const QImage& picture, const Path& file);
+    // A file below Images/ for this caption, empty when the person chose none.
+    Path AskImageFile(const std::string& title, const QString& caption, std::string_view extension);
+    // A line in the status bar for a while.
+    void Notice(const std::string& text);
     TableLoad LoadQuoteForm();
     void ShowQuoteForm();
     void NameChanged();
     void ShowPopUpMenu(const QPoint& place);
     void OpenResearch(std::string_view command);
     void OpenBrowser(const std::string& address);
+    void SetBrowserOperations();
     void CloseBrowser();
     void RunBackUp(BackedUp what, bool restores);
     Path HelpFolder() const;
@@ -205,6 +234,12 @@ class frmMain final : public QMainWindow {
     QPointer<QWidget> browserForm_;
     QPointer<QMdiSubWindow> browserWindow_;
     QPointer<frmHelp> helpForm_;
+    struct HeldOperations {
+        QPointer<QWidget> child;  // null once it is gone
+        ChildOperations operations;
+    };
+    QList<HeldOperations> operations_;
+    std::unique_ptr<PagePrinter> pagePrinter_;
     bool exitAfterRun_ = false;
 };
 

@@ -66,6 +66,7 @@ void frmMain::OpenBrowser(const std::string& address) {
     QMdiSubWindow* const window = area_->addSubWindow(browserForm_);
     browserWindow_ = window;
     window->setAttribute(Qt::WA_DeleteOnClose);
+    SetBrowserOperations();
     // The area's own close key would stand against that of the Close command.
     for (QAction* action : window->systemMenu()->actions()) action->setShortcut({});
     window->resize(area_->viewport()->size() * kBrowserShare);
@@ -75,6 +76,15 @@ void frmMain::OpenBrowser(const std::string& address) {
         window->setGeometry(place);
         window->show();
     }
+}
+
+void frmMain::SetBrowserOperations() {
+    QWidget& form = *browserForm_;
+    SetOperations(form, {.active = kBrowserActive,
+                         .print = [this, &form] { browser_.print(form); },
+                         .printPreview = [this, &form] { browser_.printPreview(form); },
+                         .save = [this, &form] { browser_.savePage(form); },
+                         .saveAs = [this, &form] { browser_.savePageAs(form); }});
 }
 
 void frmMain::CloseBrowser() {

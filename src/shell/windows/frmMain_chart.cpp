@@ -5,6 +5,7 @@
 #include "acquire/history_download.h"
 #include "chart/windows/frmGraph.h"
 #include "chart/windows/frmGraphNoData.h"
+#include "chart/windows/frmReturn.h"
 #include "shell/windows/frmMain.h"
 #include "shell/windows/window_person.h"
 #include "store/table_edit.h"
@@ -48,6 +49,10 @@ void frmMain::LoadGraphForm(const ChartContext& context) {
     graphForm_ = form;
     QMdiSubWindow* const window = AddChild(*form);
     graphWindow_ = window;
+    SetOperations(*form, PictureOperations(*form, *form->ClientArea()));
+    connect(form, &frmGraph::TestAsked, this, [this] {
+        TestConditions({session_.settings, analysis_.series, chart_}, person_, this);
+    });
     window->resize(form->ClientArea()->size());
     window->showMaximized();
     form->setFocus();

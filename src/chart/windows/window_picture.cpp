@@ -1,0 +1,39 @@
+#include "chart/windows/window_picture.h"
+
+#include <QBuffer>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QPixmap>
+#include <QWidget>
+
+#include "chart/picture_files.h"
+
+namespace brantlow {
+
+QImage CaptureClient(QWidget& window) {
+    QImage picture = window.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    // From here on a pixel is a pixel, however many of them the screen gives to a unit of length.
+    picture.setDevicePixelRatio(1);
+    return picture;
+}
+
+std::string BitmapBytes(const QImage& picture) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "BMP");
+    return bytes.toStdString();
+}
+
+bool PrintPictureToFit(QPagedPaintDevice& printer, const QImage& picture) {
+    const Extent size =
+        FitToPage({static_cast<double>(picture.width()), static_cast<double>(picture.height())},
+                  {static_cast<double>(printer.width()), static_cast<double>(printer.height())});
+    QPainter painter;
+    if (!painter.begin(&printer)) return false;
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawImage(QRectF(0, 0, size.width, size.height), picture);
+    return painter.end();
+}
+
+}  // namespace brantlow

@@ -1,0 +1,300 @@
+// Printing, saving and saving as by the active child: pictures of windows on paper and in files.
+#include <QAction>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPageSetupDialog>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QStatusBar>
+
+#include "chart/windows/page_printer.h"
+#include "chart/windows/window_picture.h"
+#include "store/windows/frmQuoteGrid.h"
+#include "window_fixture.h"
+
+using namespace brantlow;
+
+namespace {
+
+// A window that paints its left half red and its right half blue.
+class TwoColours final : public QWidget {
+  public:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.fillRect(QRect(0, 0, width() / 2, height()), Qt::red);
+        painter.fillRect(QRect(width() / 2, 0, width() - width() / 2, height()), Qt::blue);
+    }
+};
+
+int PagesOf(const std::string& pdf) {
+    int pages = 0;
+    constexpr std::string_view kPage = "/Type /Page";
+    for (std::size_t at = pdf.find(kPage); at != std::string::npos; at = pdf.find(kPage, at + 1)) {
+        if (pdf[at + kPage.size()] != 's') ++pages;
+    }
+    return pages;
+}
+
+// The main frame, told to send its pages to files.
+class PrintingProgram : public Program {
+  public:
+    explicit PrintingProgram(const std::string& recent) {
+        Start(recent);
+        frame->Pages().LeavePrinterAlone();
+    }
+    QMdiArea& Area() { return *frame->findChild<QMdiArea*>(); }
+    // A child of 400 x 200 pixels with this caption, made the active one.
+    QWidget& AddPicture(const QString& caption) {
+        auto* child = new TwoColours;
+        child->setWindowTitle(caption);
+        QMdiSubWindow* window = Area().addSubWindow(child);
+        frame->SetOperations(*child, frame->PictureOperations(*child, *child));
+        window->show();
+        Area().setActiveSubWindow(window);
+        child->setFixedSize(400, 200);
+        return *child;
+    }
+    bool Enabled(const char* entry) { return frame->Commands().Entry(entry)->isEnabled(); }
+    Path Images(const char* name) const { return session.AppPath / "Images" / name; }
+};
+
+}  // namespace
+
+class PrintTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void aCaptureIsTheClientAreaInItsPixels() {
+        TwoColours window;
+        window.resize(300, 120);
+        const QImage picture = CaptureClient(window);
+        QCOMPARE(picture.size(), QSize(300, 120) * window.devicePixelRatio());
+        QCOMPARE(picture.devicePixelRatio(), 1.0);
+        QCOMPARE(picture.pixelColor(10, 60), QColor(Qt::red));
+        QCOMPARE(picture.pixelColor(290, 60), QColor(Qt::blue));
+    }
+
+    void aBitmapReadsBackAsItWas() {
+        TwoColours window;
+        window.resize(301, 120);
+        const QImage picture = CaptureClient(window);
+        const std::string bytes = BitmapBytes(picture);
+        QVERIFY(bytes.starts_with("BM"));
+        const QImage read = QImage::fromData(QByteArray::fromStdString(bytes), "BMP");
+        QCOMPARE(read.size(), picture.size());
+        QCOMPARE(read.convertToFormat(QImage::Format_RGB32), picture);
+    }
+
+    // The picture's own size on the page, told by the command that draws it: the page is 1000 by 1400 points
+    // and the picture twice as wide as tall.
+    void theQuoteTableIsPrintedOnOnePage() {
+        PrintingProgram program("Feb.ddq");
+        QVERIFY(program.Enabled("mnuFilePrint"));
+        const Path file = program.folder / "table.pdf";
+        QStringList told;
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+                told.append(box->text());
+                return box->accept();
+            }
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Print"));
+            auto* question = qobject_cast<QFileDialog*>(&dialog);
+            QCOMPARE(question->directory().dirName(), QStringLiteral("Images"));
+            QCOMPARE(question->selectedFiles().constFirst().section(u'/', -1), QStringLiteral("Feb.ddq"));
+            QCOMPARE(question->nameFilters(), QStringList(QStringLiteral("All Files (*.pdf)")));
+            EnterFile(dialog, program.folder / "table");
+        });
+        program.Click("Command10");
+        QCOMPARE(hand.seen, 2);
+        QCOMPARE(told, QStringList(QStringLiteral("There is no printer. The page was written to ") +
+                                   ShownPath(file)));
+        const std::string pdf = BytesOrEmpty(file);
+        QVERIFY(pdf.starts_with("%PDF-"));
+        QCOMPARE(PagesOf(pdf), 1);
+    }
+
+    void aCancelPrintsNothing() {
+        PrintingProgram program("Feb.ddq");
+        DialogHand hand([](QDialog& dialog) { dialog.reject(); });
+        program.frame->Run("mnuFilePrint");
+        QCOMPARE(hand.seen, 1);
+        QVERIFY(std::filesystem::is_empty(program.session.AppPath / "Images"));
+    }
+
+    void aPageThatCannotBeWrittenIsTold() {
+        PrintingProgram program("Feb.ddq");
+        const Path file = program.folder / "missing" / "table.pdf";
+        QString told;
+        DialogHand hand([&](QDialog& dialog) {
+            auto* box = qobject_cast<QMessageBox*>(&dialog);
+            if (!box) return EnterFile(dialog, file);
+            told = box->text();
+            box->accept();
+        });
+        program.frame->Run("mnuFilePrint");
+        QVERIFY2(told.startsWith(ShownPath(file) + QStringLiteral(": cannot be saved (")), qPrintable(told));
+    }
+
+    void theTemplateOfNewTablesIsNotPrinted() {
+        PrintingProgram program("Feb.ddq");
+        program.frame->NewTable();
+        QVERIFY(!program.Enabled("mnuFilePrint"));
+        DialogHand hand([](QDialog& dialog) { dialog.reject(); });
+        program.frame->Print();
+        QCOMPARE(hand.seen, 0);
+    }
+
+    void theActiveChildDecidesWhatIsEnabled() {
+        PrintingProgram program("Feb.ddq");
+        QVERIFY(!program.Enabled("mnuFilePrintPreview"));
+        program.AddPicture(QStringLiteral("AAPL"));
+        QVERIFY(program.Enabled("mnuFilePrint"));
+        QVERIFY(program.Enabled("mnuFileSave"));
+        QVERIFY(program.Enabled("mnuFileSaveAs"));
+        QVERIFY(!program.Enabled("mnuFilePrintPreview"));
+    }
+
+    void withoutAChildTheCommandsDoNothing() {
+        PrintingProgram program("Feb.ddq");
+        program.frame->CloseFile();
+        DialogHand hand([](QDialog& dialog) { dialog.reject(); });
+        for (const char* command : {"mnuFilePrint", "mnuFilePrintPreview", "mnuFileSave", "mnuFileSaveAs"}) {
+            program.frame->Run(command);
+            QVERIFY2(!program.Enabled(command), command);
+        }
+        QCOMPARE(hand.seen, 0);
+    }
+
+    void aChartIsSavedUnderItsCaptionWithNoQuestion() {
+        PrintingProgram program("Feb.ddq");
+        program.AddPicture(QStringLiteral("AAPL"));
+        DialogHand hand([](QDialog& dialog) { dialog.reject(); });
+        const Path file = program.Images("AAPL.bmp");
+        QVERIFY(!std::filesystem::exists(program.session.AppPath / "Images"));
+        program.Click("Command8");
+        QCOMPARE(QImage(ShownPath(file)).size(), QSize(400, 200));
+        QCOMPARE(program.frame->statusBar()->currentMessage(), QStringLiteral("Saved as ") + ShownPath(file));
+        // Again, over a file that is not the picture.
+        QVERIFY(!WriteWholeFile(file, "an older one"));
+        program.Click("Command8");
+        const QImage picture(ShownPath(file));
+        QCOMPARE(picture.size(), QSize(400, 200));
+        QCOMPARE(picture.pixelColor(5, 100), QColor(Qt::red));
+        QCOMPARE(picture.pixelColor(395, 100), QColor(Qt::blue));
+        QCOMPARE(hand.seen, 0);
+        QVERIFY(program.Read("Feb.ddq") == Program::QuoteTableText(40));
+    }
+
+    void aChartIsSavedAsTheFileThatIsChosen() {
+        PrintingProgram program("Feb.ddq");
+        program.AddPicture(QStringLiteral("BRK.B"));
+        DialogHand hand([&](QDialog& dialog) {
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Save As"));
+            auto* question = qobject_cast<QFileDialog*>(&dialog);
+            QVERIFY(question && question->acceptMode() == QFileDialog::AcceptSave);
+            QCOMPARE(question->directory().dirName(), QStringLiteral("Images"));
+            QCOMPARE(question->nameFilters(), QStringList(QStringLiteral("All Files (*.bmp)")));
+            QCOMPARE(question->selectedFiles().constFirst().section(u'/', -1), QStringLiteral("BRK.B"));
+            EnterFile(dialog, program.folder / "mine");
+        });
+        program.frame->Run("mnuFileSaveAs");
+        QCOMPARE(hand.seen, 1);
+        QCOMPARE(QImage(ShownPath(program.folder / "mine.bmp")).size(), QSize(400, 200));
+        QVERIFY(!IsRegularFile(program.folder / "mine"));
+    }
+
+    void aFileThatTheEndingLeadsToIsAskedAbout() {
+        PrintingProgram program("Feb.ddq");
+        program.AddPicture(QStringLiteral("AAPL"));
+        QVERIFY(!WriteWholeFile(program.folder / "mine.bmp", "kept"));
+        for (const bool replaces : {false, true}) {
+            DialogHand hand([&](QDialog& dialog) {
+                auto* box = qobject_cast<QMessageBox*>(&dialog);
+                if (!box) return EnterFile(dialog, program.folder / "mine");
+                QCOMPARE(box->text(), QStringLiteral("mine.bmp already exists. Do you want to replace it?"));
+                PressButton(dialog, replaces ? QMessageBox::Yes : QMessageBox::No);
+            });
+            program.frame->SaveFileAs();
+            QCOMPARE(hand.seen, 2);
+            QCOMPARE(BytesOrEmpty(program.folder / "mine.bmp") == "kept", !replaces);
+        }
+    }
+
+    void aPictureThatCannotBeSavedIsTold() {
+        PrintingProgram program("Feb.ddq");
+        program.AddPicture(QStringLiteral("AAPL"));
+        QVERIFY(!WriteWholeFile(program.session.AppPath / "Images", "no folder"));
+        QString told;
+        DialogHand hand([&](QDialog& dialog) {
+            told = qobject_cast<QMessageBox*>(&dialog)->text();
+            dialog.accept();
+        });
+        program.frame->SaveFile();
+        QVERIFY(told.startsWith(ShownPath(program.Images("AAPL.bmp")) + QStringLiteral(": cannot be saved")));
+    }
+
+    void withTheTableActiveSaveKeepsTheTable() {
+        PrintingProgram program("Feb.ddq");
+        QWidget& child = program.AddPicture(QStringLiteral("AAPL"));
+        for (QMdiSubWindow* window : program.Area().subWindowList()) {
+            if (window->widget() != &child) program.Area().setActiveSubWindow(window);
+        }
+        program.frame->QuoteForm()->Table().SetText(1, 1, "99.000");
+        program.frame->SaveFile();
+        QVERIFY(program.Read("Feb.ddq").find("99.000") != std::string::npos);
+        QVERIFY(!std::filesystem::exists(program.session.AppPath / "Images"));
+    }
+
+    // What the browser hands in is called while it is the active child, and forgotten with it.
+    void everyChildHasItsOwnOperations() {
+        PrintingProgram program("Feb.ddq");
+        QStringList called;
+        auto* child = new QWidget;
+        QMdiSubWindow* window = program.Area().addSubWindow(child);
+        program.frame->SetOperations(*child,
+                                     {.active = kBrowserActive,
+                                      .print = [&] { called.append(QStringLiteral("print")); },
+                                      .printPreview = [&] { called.append(QStringLiteral("preview")); },
+                                      .save = [&] { called.append(QStringLiteral("save")); },
+                                      .saveAs = [&] { called.append(QStringLiteral("save as")); }});
+        window->show();
+        program.Area().setActiveSubWindow(window);
+        QVERIFY(program.Enabled("mnuFilePrintPreview"));
+        for (const char* command : {"mnuFilePrint", "mnuFilePrintPreview", "mnuFileSave", "mnuFileSaveAs"})
+            program.frame->Run(command);
+        QCOMPARE(called, QStringList({QStringLiteral("print"), QStringLiteral("preview"),
+                                      QStringLiteral("save"), QStringLiteral("save as")}));
+        delete window;
+        QCoreApplication::processEvents();
+        QVERIFY(!program.Enabled("mnuFilePrintPreview"));
+        program.frame->Run("mnuFilePrintPreview");
+        QCOMPARE(called.size(), 4);
+    }
+
+    void thePageSetUpAsksForTheForm() {
+        PrintingProgram program("Feb.ddq");
+        DialogHand hand([](QDialog& dialog) {
+            QCOMPARE(dialog.windowTitle(), QStringLiteral("Page Setup"));
+            QVERIFY(qobject_cast<QPageSetupDialog*>(&dialog));
+            dialog.reject();
+        });
+        program.frame->Run("mnuFilePageSetup");
+        QCOMPARE(hand.seen, 1);
+    }
+
+    // The scale of the only picture on the page, read from the page's own commands.
+    void aPageTakesThePictureToItsEdge() {
+        const TempFolder folder;
+        QImage picture(200, 100, QImage::Format_RGB32);
+        picture.fill(Qt::green);
+        for (const QPageLayout::Orientation orientation : {QPageLayout::Portrait, QPageLayout::Landscape}) {
+            const Path file = folder / "page.pdf";
+            QPdfWriter writer(ShownPath(file));
+            writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), orientation, QMarginsF()));
+            QVERIFY(PrintPictureToFit(writer, picture));
+            QCOMPARE(PagesOf(BytesOrEmpty(file)), 1);
+        }
+    }
+};
+
+QTEST_MAIN(PrintTest)
+#include "print_test.moc"
