@@ -360,6 +360,24 @@ class FrmGraphTest : public QObject {
         }
     }
 
+    // Pointer and chart would part otherwise.
+    void aPressMovesNothingAndShowsEveryDigit() {
+        ChartProgram program;
+        program.Choose("mnuGraphicsHLC");
+        program.Pick("Combo2", "Momentum 60");
+        auto* const panel = program.Part<ChartPanel>("Picture1");
+        const QSize whole = program.Graph()->ClientArea()->size();
+        const QPoint place = panel->mapTo(program.Graph()->ClientArea(), QPoint());
+        QTest::mousePress(panel, Qt::LeftButton, {}, QPoint(PixelOfBar(200), 30));
+        QCoreApplication::processEvents();
+        QCOMPARE(program.Graph()->ClientArea()->size(), whole);
+        QCOMPARE(panel->mapTo(program.Graph()->ClientArea(), QPoint()), place);
+        const auto* const indicator = program.Part<QLabel>("Label26");
+        QVERIFY2(indicator->text().size() > 12, qPrintable(indicator->text()));
+        QVERIFY(QFontMetricsF(indicator->font()).horizontalAdvance(indicator->text()) <=
+                indicator->width() + 1);
+    }
+
     void aPressOnTheEdgeOfTwoBarsBelongsToTheLater() {
         ChartProgram program;
         program.Choose("mnuGraphicsHLC");

@@ -25,6 +25,8 @@ namespace {
 constexpr int kSpacing = 4;
 constexpr int kGroupSpacing = 18;
 constexpr double kCaptionScale = 0.9;
+constexpr double kSmallestPoints = 5;
+constexpr double kPointStep = 0.25;
 
 // A heading and the values that stand after it.
 struct ValueGroup {
@@ -235,6 +237,9 @@ void frmGraph::BuildReadOuts(QBoxLayout& column) {
         column.addWidget(AddLabel(group.header, Name(group.words)));
         QLabel* const value = AddLabel(group.values.front());
         value->setFont(Bold(font()));
+        // A read-out that comes and goes moves nothing under the pointer.
+        value->setFixedHeight(value->sizeHint().height());
+        value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         column.addWidget(value);
     }
 }
@@ -320,10 +325,22 @@ void frmGraph::ShowLabels() {
 
 void frmGraph::ShowReadOut() {
     const MouseReadOut& readOut = context_.chart.ReadOut;
-    labels_.value(QStringLiteral("Label68"))->setText(Shown(readOut.Label68));
-    labels_.value(QStringLiteral("Label69"))->setText(Shown(readOut.Label69));
-    labels_.value(QStringLiteral("Label28"))->setText(Shown(readOut.Label28));
-    labels_.value(QStringLiteral("Label26"))->setText(Shown(readOut.Label26));
+    ShowWhole("Label68", readOut.Label68);
+    ShowWhole("Label69", readOut.Label69);
+    ShowWhole("Label28", readOut.Label28);
+    ShowWhole("Label26", readOut.Label26);
+}
+
+void frmGraph::ShowWhole(std::string_view control, const std::string& text) {
+    QLabel* const label = labels_.value(Name(control));
+    if (label == nullptr) return;
+    QFont font = Bold(this->font());
+    while (font.pointSizeF() > kSmallestPoints &&
+           QFontMetrics(font).horizontalAdvance(Shown(text)) >= label->width()) {
+        font.setPointSizeF(font.pointSizeF() - kPointStep);
+    }
+    label->setFont(font);
+    label->setText(Shown(text));
 }
 
 void frmGraph::ShowEmptyTexts() {

@@ -63,6 +63,8 @@ class frmGraph final : public QWidget {
     void Refresh();
     void ShowLabels();
     void ShowReadOut();
+    // All of `text`, in a smaller font where the label is too narrow for it.
+    void ShowWhole(std::string_view control, const std::string& text);
     void ShowEmptyTexts();
 
     ChartContext context_;
