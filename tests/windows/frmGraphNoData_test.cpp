@@ -76,6 +76,22 @@ class FrmGraphNoDataTest : public QObject {
         QVERIFY(!program.Offer() || !program.Offer()->isVisible());
     }
 
+    // The bounds of a scale without values are long numbers.
+    void theEmptyChartIsNoWiderThanAnother() {
+        EmptyChartProgram program;
+        program.OfferButton("Command2")->click();
+        QVERIFY2(program.Graph()->ClientArea()->width() <= 1024,
+                 qPrintable(QString::number(program.Graph()->ClientArea()->width())));
+        QCOMPARE(program.Label("Label54"), QStringLiteral("-900000000000000000000.0000"));
+        QCOMPARE(program.Label("Label55"), QStringLiteral("900000000000000000000.0000"));
+        const QRect study = program.Part<ChartPanel>("Picture2")->geometry();
+        for (const char* name : {"Label54", "Label55"}) {
+            const auto* const label = program.Part<QLabel>(name);
+            QVERIFY2(study.contains(label->geometry()), name);
+            QVERIFY2(label->width() >= label->sizeHint().width(), name);
+        }
+    }
+
     void nextDownloadsTheHistoryAndClosesTheChart() {
         EmptyChartProgram program;
         bool busy = false;

@@ -28,7 +28,10 @@ constexpr std::array kScaleLabels = {
 
 // The room that usual prices and volumes take, so that the panels keep their place from ticker to ticker.
 const char* const kUsualText = "00000000";
+// A longer one stands in its panel, which is empty then: such are the bounds of a scale without values.
+const char* const kLongestText = "000000000000";
 constexpr int kLabelGap = 2;
+constexpr int kInset = 8;
 constexpr int kPanelGap = 8;
 constexpr double kLabelFontScale = 0.9;
 
@@ -44,6 +47,7 @@ PanelStack::PanelStack(const ChartSession& chart, QWidget* parent) : QWidget(par
         auto* label = new QLabel(this);
         label->setObjectName(Name(row.control));
         label->setFont(small);
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         labels_.append(label);
     }
@@ -58,21 +62,33 @@ int PanelStack::TopOf(Panel panel) const {
 }
 
 void PanelStack::PlaceLabels() {
-    int room = labels_.constFirst()->fontMetrics().horizontalAdvance(QString::fromLatin1(kUsualText));
-    for (const QLabel* label : labels_) room = std::max(room, label->sizeHint().width());
+    const QFontMetrics metrics = labels_.constFirst()->fontMetrics();
+    const int most = metrics.horizontalAdvance(QString::fromLatin1(kLongestText));
+    int room = metrics.horizontalAdvance(QString::fromLatin1(kUsualText));
+    for (const QLabel* label : labels_) {
+        if (label->sizeHint().width() <= most) room = std::max(room, label->sizeHint().width());
+    }
     for (std::size_t i = 0; i < panels_.size(); ++i) {
         panels_[i]->move(room + kLabelGap, TopOf(static_cast<Panel>(i)));
     }
     for (std::size_t i = 0; i < kScaleLabels.size(); ++i) {
-        const ScaleLabel& row = kScaleLabels[i];
-        QLabel* const label = labels_.at(static_cast<qsizetype>(i));
-        const PanelForm& form = FormOf(row.panel);
-        const int line = TopOf(row.panel) + PixelsOf(form.topY + row.share * form.Height());
-        const int height = label->sizeHint().height();
-        label->setGeometry(0, line - height / 2, room, height);
+        PlaceLabel(kScaleLabels[i].panel, kScaleLabels[i].share, *labels_.at(static_cast<qsizetype>(i)),
+                   room);
     }
     const ChartPanel& last = PanelAt(Panel::Volume);
     setFixedSize(last.geometry().right() + 1, last.geometry().bottom() + 1 + kLabelGap);
+}
+
+void PanelStack::PlaceLabel(Panel panel, double share, QLabel& label, int room) const {
+    const PanelForm& form = FormOf(panel);
+    const int line = TopOf(panel) + PixelsOf(form.topY + share * form.Height());
+    const QSize size = label.sizeHint();
+    if (size.width() <= room) {
+        label.setGeometry(0, line - size.height() / 2, room, size.height());
+        return;
+    }
+    const int top = share < 1 ? line + kLabelGap : line - kLabelGap - size.height();
+    label.setGeometry(QRect(QPoint(PanelAt(panel).x() + kInset, top), size));
 }
 
 }  // namespace brantlow

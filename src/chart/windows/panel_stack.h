@@ -22,10 +22,12 @@ class PanelStack final : public QWidget {
     ChartPanel& PanelAt(Panel panel) const { return *panels_[static_cast<std::size_t>(panel)]; }
     // y of a panel's upper edge in pixels.
     int TopOf(Panel panel) const;
-    // Brings the labels to their lines; the room for them is as wide as the widest of their texts.
+    // Brings the labels to their lines; the room for them is as wide as the widest of their usual texts.
     void PlaceLabels();
 
   private:
+    void PlaceLabel(Panel panel, double share, QLabel& label, int room) const;
+
     std::array<ChartPanel*, kPanels.size()> panels_;
     QList<QLabel*> labels_;
 };
