@@ -5,10 +5,15 @@
 #include <QPageSetupDialog>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QRadioButton>
+#include <QRegularExpression>
 #include <QStatusBar>
+#include <cmath>
 
 #include "chart/windows/page_printer.h"
 #include "chart/windows/window_picture.h"
+#include "chart_fixture.h"
+#include "shell/settings/condition_set.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "window_fixture.h"
 
@@ -33,6 +38,34 @@ int PagesOf(const std::string& pdf) {
         if (pdf[at + kPage.size()] != 's') ++pages;
     }
     return pages;
+}
+
+// The drawing commands of a page of a PDF file.
+QString CommandsOf(const std::string& pdf) {
+    // The unpacker wants a guess of the unpacked size in front.
+    const QByteArray sizeGuess("\0\0\x10\0", 4);
+    const QByteArray stream("stream\n");
+    const QByteArray file = QByteArray::fromStdString(pdf);
+    for (qsizetype at = file.indexOf(stream); at >= 0; at = file.indexOf(stream, at + 1)) {
+        const qsizetype start = at + stream.size();
+        QByteArray packed = file.mid(start, file.indexOf("endstream", start) - start);
+        const QString text = QString::fromLatin1(qUncompress(packed.prepend(sizeGuess)));
+        if (text.contains(QStringLiteral(" Do"))) return text;
+    }
+    return {};
+}
+
+// The size in points of the only picture on the page: a unit square under the scales set before it.
+QSizeF SizeOnPage(const std::string& pdf) {
+    static const QRegularExpression scale(QStringLiteral("([-.0-9]+) 0 0 ([-.0-9]+) [-.0-9]+ [-.0-9]+ cm"));
+    QSizeF size(1, 1);
+    QRegularExpressionMatchIterator matches = scale.globalMatch(CommandsOf(pdf));
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        size.rwidth() *= std::abs(match.captured(1).toDouble());
+        size.rheight() *= std::abs(match.captured(2).toDouble());
+    }
+    return size;
 }
 
 // The main frame, told to send its pages to files.
@@ -84,8 +117,6 @@ class PrintTest : public QObject {
         QCOMPARE(read.convertToFormat(QImage::Format_RGB32), picture);
     }
 
-    // The picture's own size on the page, told by the command that draws it: the page is 1000 by 1400 points
-    // and the picture twice as wide as tall.
     void theQuoteTableIsPrintedOnOnePage() {
         PrintingProgram program("Feb.ddq");
         QVERIFY(program.Enabled("mnuFilePrint"));
@@ -270,28 +301,123 @@ class PrintTest : public QObject {
         QCOMPARE(called.size(), 4);
     }
 
-    void thePageSetUpAsksForTheForm() {
-        PrintingProgram program("Feb.ddq");
-        DialogHand hand([](QDialog& dialog) {
-            QCOMPARE(dialog.windowTitle(), QStringLiteral("Page Setup"));
-            QVERIFY(qobject_cast<QPageSetupDialog*>(&dialog));
-            dialog.reject();
+    void theChartWindowIsKeptAndPrintedWhole() {
+        ChartProgram program;
+        program.frame->Pages().LeavePrinterAlone();
+        program.Choose("mnuGraphicsHLC");
+        const QSize size = program.Graph()->ClientArea()->size() * program.Graph()->devicePixelRatio();
+        program.frame->Run("mnuFileSave");
+        const QImage picture(ShownPath(program.session.AppPath / "Images" / "T1.bmp"));
+        QCOMPARE(picture.size(), size);
+        QCOMPARE(picture, CaptureClient(*program.Graph()->ClientArea()));
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) return box->accept();
+            EnterFile(dialog, program.folder / "chart.pdf");
         });
-        program.frame->Run("mnuFilePageSetup");
-        QCOMPARE(hand.seen, 1);
+        program.frame->Run("mnuFilePrint");
+        QCOMPARE(hand.seen, 2);
+        QCOMPARE(PagesOf(BytesOrEmpty(program.folder / "chart.pdf")), 1);
     }
 
-    // The scale of the only picture on the page, read from the page's own commands.
-    void aPageTakesThePictureToItsEdge() {
+    void theChartsButtonTestsItsConditions() {
+        ChartProgram program;
+        program.Choose("mnuGraphicsHLC");
+        QString told;
+        DialogHand refusal([&](QDialog& dialog) {
+            told = qobject_cast<QMessageBox*>(&dialog)->text();
+            dialog.accept();
+        });
+        program.Press("CommandReturn");
+        QCOMPARE(told, QStringLiteral("First, you must select Buy and Sell Conditions. Select Settings, "
+                                      "Application, and Graphics Display Settings tab."));
+    }
+
+    // The P/E ratio is 12.5 on every bar: one purchase, signalled on bar 1 and made at the close of bar 2,
+    // 102.
+    void theChartsButtonReportsTheBackTest() {
+        ChartProgram program;
+        ConditionSet set;
+        set[0].slots[16] = "12";
+        set[1].action = "Sell";
+        set[1].slots[17] = "5";
+        program.Write("VTRSELset.ini", FormatConditionSet(set));
+        program.Write("VTRGRAPHset.ini",
+                      "\"Default\"\r\n\"Price\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
+                      "\"Condition 1\"\r\n\"Condition 2\"\r\n");
+        LoadAllSettings(program.session.AppPath, program.session.settings);
+        program.Choose("mnuGraphicsHLC");
+        QStringList texts;
+        DialogHand report([&](QDialog& dialog) {
+            for (const char* control : {"Label3", "Label4", "Label6", "Label7", "Label12", "Label14"})
+                texts.append(dialog.findChild<QLabel*>(QString::fromLatin1(control))->text());
+            dialog.reject();
+        });
+        program.Press("CommandReturn");
+        QCOMPARE(texts,
+                 QStringList({QStringLiteral("T1"), QStringLiteral("1000"), QStringLiteral("$102510.00"),
+                              QStringLiteral("0"), QStringLiteral("$379000.00"), QStringLiteral("269.7 %")}));
+    }
+
+    void thePageSetUpGivesThePageItsFormUnlessItIsCancelled() {
+        PrintingProgram program("Feb.ddq");
+        const auto pageBox = [&] {
+            const Path file = program.folder / "page.pdf";
+            DeleteOneFile(file);
+            DialogHand hand([&](QDialog& dialog) {
+                if (auto* box = qobject_cast<QMessageBox*>(&dialog)) return box->accept();
+                EnterFile(dialog, file);
+            });
+            program.frame->Run("mnuFilePrint");
+            const std::string pdf = BytesOrEmpty(file);
+            const std::size_t at = pdf.find("/MediaBox");
+            return pdf.substr(at, pdf.find(']', at) - at);
+        };
+        const std::string portrait = pageBox();
+        const auto setUp = [&](bool accepts) {
+            DialogHand hand([accepts](QDialog& dialog) {
+                QCOMPARE(dialog.windowTitle(), QStringLiteral("Page Setup"));
+                QVERIFY(qobject_cast<QPageSetupDialog*>(&dialog));
+                auto* landscape = dialog.findChild<QRadioButton*>(QStringLiteral("landscape"));
+                QVERIFY(landscape);
+                landscape->click();
+                accepts ? dialog.accept() : dialog.reject();
+            });
+            program.frame->Run("mnuFilePageSetup");
+            QCOMPARE(hand.seen, 1);
+        };
+        setUp(false);
+        QCOMPARE(pageBox(), portrait);
+        setUp(true);
+        QCOMPARE(pageBox(), std::string("/MediaBox [0 0 842.000000 595.000000"));
+    }
+
+    void aPictureFillsThePageAsFarAsItsProportionsAllow() {
         const TempFolder folder;
-        QImage picture(200, 100, QImage::Format_RGB32);
-        picture.fill(Qt::green);
-        for (const QPageLayout::Orientation orientation : {QPageLayout::Portrait, QPageLayout::Landscape}) {
-            const Path file = folder / "page.pdf";
+        const Path file = folder / "page.pdf";
+        struct Row {
+            QPageLayout::Orientation page;
+            QSize picture;
+            QSizeF expected;  // in points; A4 is 595 by 842 of them
+        };
+        const Row rows[] = {
+            {QPageLayout::Portrait, {200, 100}, {595, 297.5}},
+            {QPageLayout::Landscape, {200, 100}, {842, 421}},
+            {QPageLayout::Portrait, {100, 200}, {421, 842}},
+            {QPageLayout::Landscape, {100, 200}, {297.5, 595}},
+        };
+        for (const Row& row : rows) {
+            QImage picture(row.picture, QImage::Format_RGB32);
+            picture.fill(Qt::green);
             QPdfWriter writer(ShownPath(file));
-            writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), orientation, QMarginsF()));
+            writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), row.page, QMarginsF()));
             QVERIFY(PrintPictureToFit(writer, picture));
-            QCOMPARE(PagesOf(BytesOrEmpty(file)), 1);
+            const std::string pdf = BytesOrEmpty(file);
+            QCOMPARE(PagesOf(pdf), 1);
+            const QSizeF size = SizeOnPage(pdf);
+            QVERIFY2(std::abs(size.width() - row.expected.width()) < 1,
+                     qPrintable(QString::number(size.width())));
+            QVERIFY2(std::abs(size.height() - row.expected.height()) < 1,
+                     qPrintable(QString::number(size.height())));
         }
     }
 };

@@ -152,6 +152,8 @@ void AddRulings(QGridLayout& grid) {
         line->setObjectName(QStringLiteral("Line%1").arg(++number));
         line->setFrameStyle((ruling.rows == 1 ? QFrame::HLine : QFrame::VLine) | QFrame::Plain);
         line->setForegroundRole(QPalette::Mid);
+        // No wider than drawn, so that lines meet at their ends.
+        ruling.rows == 1 ? line->setFixedHeight(line->lineWidth()) : line->setFixedWidth(line->lineWidth());
         grid.addWidget(line, ruling.row, ruling.column, ruling.rows, ruling.columns);
     }
 }

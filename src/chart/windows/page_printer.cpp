@@ -62,6 +62,7 @@ std::error_code PagePrinter::WritePdf(const Path& file, const QImage& picture, c
     writer.setPageLayout(Printer().pageLayout());
     writer.setResolution(Printer().resolution());
     writer.setTitle(title);
+    writer.setCreator(QStringLiteral("Brantlow"));
     if (!PrintPictureToFit(writer, picture)) return std::make_error_code(std::errc::io_error);
     return WriteWholeFile(file, bytes.toStdString());
 }
