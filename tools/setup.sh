@@ -13,8 +13,8 @@ packages=(
   libcli11-dev libfmt-dev nlohmann-json3-dev
   # the web: downloads, whose certificates and signatures are checked, and the text of pages
   ca-certificates libcurl4-openssl-dev libgumbo-dev libssl-dev
-  # windows, on X11 and Wayland, with their fonts
-  fonts-dejavu-core qt6-base-dev qt6-svg-dev qt6-wayland
+  # windows, on X11 and Wayland, with their fonts, and the engine of the browser window
+  fonts-dejavu-core qt6-base-dev qt6-svg-dev qt6-wayland qt6-webengine-dev
   # tests, benchmarks and checks
   clang-format libbenchmark-dev libcpp-httplib-dev libgmock-dev libgtest-dev
 )

@@ -15,6 +15,8 @@
 #include "base/clock.h"
 #include "base/windows/display_text.h"
 #include "indicators/analysis.h"
+#include "research/windows/browser.h"
+#include "research/windows/web_sandbox.h"
 #include "shell/app_folder.h"
 #include "shell/session.h"
 #include "shell/user_store.h"
@@ -64,6 +66,7 @@ std::string Environment(const char* name) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    PrepareWebSandbox();
     QApplication application(argc, argv);
     // Qt takes over the user's locale; the program's files hold numbers with a point everywhere.
     std::setlocale(LC_NUMERIC, "C");
@@ -103,8 +106,9 @@ int main(int argc, char** argv) {
     const auto analysis = std::make_unique<Analysis>();
     CurlWeb web(person);
     const Hosts hosts = LoadHosts(session.DataFolder());
+    Browser browser;
     frmMain frame(session, *analysis, person, web, hosts,
-                  UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home));
+                  UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home), browser.Operations());
     splash.close();
     frame.Load();
     return frame.isVisible() ? QApplication::exec() : EXIT_SUCCESS;

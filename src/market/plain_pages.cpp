@@ -96,14 +96,18 @@ std::string QuoteParagraphs(const std::string& ticker, const MarketData& data, c
            Paragraph("Volume", fmt::format("{:.0f}", *quote.volume));
 }
 
-// Links to the tickers, for the page that a browser opens first.
-std::string TickerLinks(const MarketData& data) {
-    std::string links = "<p>";
+// The day's quotes with links to the tickers: what a page of the market shows.
+std::string QuoteRows(const MarketData& data, const Date& today) {
+    std::string rows = TableRow({"Ticker", "Name", "Last price", "Change", "Volume"});
     for (const auto& [ticker, rest] : data.Tickers()) {
-        links += fmt::format("<a href=\"/q?s={0}&d=t\">{0}</a>\n", Escaped(ticker));
+        const QuoteOfDay quote = MakeQuote(ticker, data, today);
+        if (!quote.last) continue;
+        rows += TableRow({fmt::format("<a href=\"/q?s={0}&d=t\">{0}</a>", Escaped(ticker)),
+                          Escaped(*quote.name), fmt::format("{:.3f}", *quote.last),
+                          fmt::format("{:+.3f}", *quote.change), fmt::format("{:.0f}", *quote.volume)});
     }
-    return links +
-           "</p>\n<p><a href=\"/c/s.html\">Stock splits</a> <a href=\"/alerts\">Alert requests</a></p>\n";
+    return "<table>\n" + rows +
+           "</table>\n<p><a href=\"/c/s.html\">Stock splits</a> <a href=\"/alerts\">Alert requests</a></p>\n";
 }
 
 // "BRK.B" of "/p/B/BRK.B.html": pages of one ticker lie in a folder named by its first character.
@@ -153,10 +157,11 @@ std::string ResearchPage(const MarketRequest& request, const MarketData& data, c
     if (!ticker.empty()) {
         body += Paragraph("Ticker", std::string_view(ticker).substr(0, kShown));
         body += QuoteParagraphs(ticker, data, today);
-    } else if (request.path == "/") {
-        body += TickerLinks(data);
+    } else {
+        body += QuoteRows(data, today);
     }
-    return HtmlPage("Practice market", body);
+    const std::string title = "Practice market";
+    return HtmlPage(ticker.empty() ? title : ticker + " - " + title, body);
 }
 
 }  // namespace brantlow

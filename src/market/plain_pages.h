@@ -17,7 +17,8 @@ std::string SplitCalendarPage(const MarketData& data, const Date& today);
 
 std::string AlertPage(const AlertList& alerts);
 
-// What is shown for an address that has no reply of its own: the path, its ticker and the ticker's quote.
+// What is shown for an address that has no reply of its own: the path, its ticker and the ticker's quote, or
+// the quotes of all tickers for an address without one.
 std::string ResearchPage(const MarketRequest& request, const MarketData& data, const Date& today);
 
 // The ticker that a research address names, in the query or as the page's name; empty when none.

@@ -322,11 +322,21 @@ TEST(ResearchPages, SayWhenATickerIsUnknown) {
         ::testing::IsSupersetOf({"Ticker: ZZZZ", "The practice market has no prices for this ticker."}));
 }
 
-TEST(ResearchPages, LinkToEveryTickerFromTheFirstPage) {
-    const std::string page = Ask("/").body;
-    for (const auto& [ticker, rest] : ShippedData().Tickers()) {
-        EXPECT_THAT(page, HasSubstr("<a href=\"/q?s=" + ticker + "&d=t\">" + ticker + "</a>"));
+TEST(ResearchPages, LinkToEveryTickerFromAPageWithoutOne) {
+    for (const char* target : {"/", "/mt?u"}) {
+        const std::string page = Ask(target).body;
+        for (const auto& [ticker, rest] : ShippedData().Tickers()) {
+            EXPECT_THAT(page, HasSubstr("<a href=\"/q?s=" + ticker + "&d=t\">" + ticker + "</a>"));
+        }
     }
+}
+
+TEST(ResearchPages, TellTheQuotesOfTheDayOnAPageWithoutATicker) {
+    const auto fields = FieldsOfLine(LinesOf(Ask("/d/quotes.txt?s=NFLX&f=sl1c1v").body).at(0), ',');
+    ASSERT_EQ(fields.size(), 4u);
+    const std::string page = Ask("/mt?u").body;
+    EXPECT_THAT(page, HasSubstr(">NFLX</a></td><td>Netflix, Inc.</td><td>" + fields[1] + "</td><td>" +
+                                fields[2] + "</td><td>" + fields[3] + "</td></tr>"));
 }
 
 TEST(TickerOfAddress, TakesAPageNamedInTheFolderOfItsFirstCharacterOnly) {
