@@ -66,6 +66,7 @@ bool WebPage::acceptNavigationRequest(const QUrl& url, NavigationType, bool isMa
 }
 
 QStringList WebPage::chooseFiles(FileSelectionMode, const QStringList&, const QStringList&) {
+    Q_EMIT FileRefused();
     return {};
 }
 

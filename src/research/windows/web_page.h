@@ -19,6 +19,10 @@ class WebPage final : public QWebEnginePage {
     // Shows a page of the program's own in place of `address`.
     void ShowRefusal(const QString& address, const QString& reason);
 
+  Q_SIGNALS:
+    // The page asked for a file and got none.
+    void FileRefused();
+
   protected:
     bool acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) override;
     QWebEnginePage* createWindow(WebWindowType type) override;
