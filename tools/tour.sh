@@ -1,0 +1,110 @@
+#!/usr/bin/env bash
+# Walks through the program on a screen of its own, from the first start to the exit, as a newcomer would, and
+# writes a picture of every station: to be looked at by whoever changed a window.
+#
+#   tools/tour.sh FOLDER [WIDTHxHEIGHT]
+#
+# Needs the programs built (./test) and the packages xvfb xauth openbox xdotool imagemagick. The application
+# folder is made anew in FOLDER/app. QT_SCALE_FACTOR=2 shows it at twice the size.
+set -euo pipefail
+
+if [[ -z ${BRANTLOW_TOUR_SCREEN:-} ]]; then
+  folder=${1:?tools/tour.sh FOLDER [WIDTHxHEIGHT]}
+  mkdir -p "$folder"
+  BRANTLOW_TOUR_SCREEN=${2:-1400x950} exec xvfb-run -a -s "-screen 0 ${2:-1400x950}x24 -nolisten tcp" \
+    "$0" "$(realpath "$folder")"
+fi
+
+folder=$1
+programs=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/release/bin
+rm -rf "$folder/app" "$folder/home" "$folder"/*.png
+mkdir -p "$folder/home" "$folder/app"
+export HOME=$folder/home XDG_CONFIG_HOME=$folder/home/config XDG_RUNTIME_DIR=$folder/home/runtime
+mkdir -m 700 -p "$XDG_RUNTIME_DIR"
+# The sandbox of web pages does not start as root.
+[[ $(id -u) -ne 0 ]] || export QTWEBENGINE_DISABLE_SANDBOX=1
+
+started=()
+stop() {
+  for process in "${started[@]}"; do kill "$process" 2> /dev/null || true; done
+}
+trap stop EXIT
+
+station=0
+# Takes the picture of this station; the pause lets windows be drawn.
+picture() {
+  sleep "${2:-1}"
+  station=$((station + 1))
+  local file
+  file=$folder/$(printf '%02d' "$station")-$1.png
+  import -window root "$file"
+  echo "$file"
+}
+keys() { xdotool key --delay 60 "$@"; }
+# Waits until the text of a status file of the application folder, or its absence, is as told.
+wait_for() {
+  local tries
+  for ((tries = 0; tries < 240; tries++)); do
+    if "$@" 2> /dev/null; then return; fi
+    sleep 0.25
+  done
+  echo "tour.sh: waited too long for: $*" >&2
+  exit 1
+}
+window_named() { xdotool search --onlyvisible --name "$1" > /dev/null; }
+newer() { [[ $1 -nt $2 ]]; }
+
+"$programs/brantlow-batch" --app "$folder/app" practice
+"$programs/brantlow-market" --hosts "$folder/app/Data/Hosts.ini" > "$folder/market.txt" &
+started+=($!)
+openbox > /dev/null 2>&1 &
+started+=($!)
+wait_for grep -q http "$folder/market.txt"
+
+BRANTLOW_HOME=$folder/app "$programs/brantlow" &
+started+=($!)
+program=$!
+wait_for window_named '^Brantlow$'
+picture splash 0
+wait_for window_named 'Practice.ddq'
+picture start 2
+
+touch "$folder/mark"
+keys F5
+picture update-begins 0.3
+wait_for newer "$folder/app/Quotes/EOD/QuoteList.ddq" "$folder/mark"
+picture updated 4
+keys F9
+picture selector-asks 1
+keys Return
+wait_for newer "$folder/app/Data/Evaluations.dbe" "$folder/mark"
+picture selected 3
+keys ctrl+g
+picture chart 2
+keys ctrl+shift+g
+picture candlesticks 2
+keys ctrl+w
+picture chart-closed 1
+keys alt+e
+picture edit-menu 1
+keys Escape Escape
+keys ctrl+comma
+picture settings 2
+for tab in 2 3 4 5; do
+  keys ctrl+Tab
+  picture "settings-$tab" 1
+done
+keys Escape
+keys shift+F9
+picture selector-settings 2
+keys Escape
+keys F1
+picture help 2
+keys Escape
+keys alt+v
+picture view-menu 1
+keys m
+picture browser 5
+keys ctrl+q
+wait_for bash -c "! kill -0 $program"
+echo "The tour ended."
