@@ -361,6 +361,17 @@ class FrmGraphTest : public QObject {
         }
     }
 
+    void theTableTakesTheWholeAreaAgainBehindAClosedChart() {
+        ChartProgram program;
+        program.Choose("mnuGraphicsHLC");
+        QVERIFY(program.frame->GraphForm());
+        program.Choose("mnuFileClose");
+        QVERIFY(!program.frame->GraphForm());
+        auto* child = qobject_cast<QMdiSubWindow*>(program.frame->QuoteForm()->parentWidget());
+        QVERIFY(child);
+        QVERIFY(child->isMaximized());
+    }
+
     void closingTheTableLeavesTheChart() {
         ChartProgram program;
         program.Choose("mnuGraphicsHLC");

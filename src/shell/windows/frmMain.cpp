@@ -267,12 +267,16 @@ QMdiSubWindow* frmMain::AddChild(QWidget& form) {
     return child;
 }
 
+// The child that comes to the front takes the whole area when the one before it did.
 void frmMain::RemoveChild(QMdiSubWindow* child) {
     if (!child) return;
+    const bool filled = child->isMaximized();
     area_->removeSubWindow(child);
     // Later: the window may be the one whose own close button led here.
     child->hide();
     child->deleteLater();
+    const QList<QMdiSubWindow*> left = ShownChildren();
+    if (filled && !left.isEmpty()) left.constLast()->showMaximized();
 }
 
 bool frmMain::InFront(const QMdiSubWindow* child) const {
