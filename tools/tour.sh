@@ -41,6 +41,14 @@ picture() {
   echo "$file"
 }
 keys() { xdotool key --delay 60 "$@"; }
+# Chooses the entry of a menu that stands so many usable entries below its first.
+choose() {
+  keys "$1"
+  sleep 0.5
+  local i
+  for ((i = 0; i < $2; i++)); do keys Down; done
+  keys Return
+}
 # Waits until the text of a status file of the application folder, or its absence, is as told.
 wait_for() {
   local tries
@@ -69,6 +77,13 @@ picture splash 0
 wait_for window_named 'Practice.ddq'
 picture start 2
 
+choose alt+f 7
+picture populate-asks 1
+keys Return
+picture populating 0.5
+wait_for bash -c "! xdotool search --onlyvisible --name 'Exit, Pause or Resume Process'"
+picture populated 1
+
 touch "$folder/mark"
 keys F5
 picture update-begins 0.3
@@ -83,6 +98,10 @@ keys ctrl+g
 picture chart 2
 keys ctrl+shift+g
 picture candlesticks 2
+# The button stands at the right end of the chart's upper row.
+xdotool mousemove 834 115 click 1
+picture back-test 1
+keys Escape
 keys ctrl+w
 picture chart-closed 1
 keys alt+e
@@ -97,6 +116,9 @@ done
 keys Escape
 keys shift+F9
 picture selector-settings 2
+keys Escape
+choose alt+h 2
+picture wizard 1
 keys Escape
 keys F1
 picture help 2
