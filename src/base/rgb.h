@@ -1,4 +1,5 @@
-// A colour as red, green and blue, for whatever the program draws: cells of the quote table, lines of a chart.
+// A colour as red, green and blue, for whatever the program draws: cells of the quote table, lines of a
+// chart.
 #pragma once
 
 namespace brantlow {
