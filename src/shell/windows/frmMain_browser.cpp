@@ -88,13 +88,10 @@ void frmMain::SetBrowserOperations() {
 }
 
 void frmMain::CloseBrowser() {
-    if (!browserWindow_) return;
-    area_->removeSubWindow(browserWindow_);
-    browserWindow_->hide();
-    // Later: a click in the window may have led here.
-    browserWindow_->deleteLater();
+    RemoveChild(browserWindow_);
     browserWindow_ = nullptr;
     browserForm_ = nullptr;
+    ApplyRules();
 }
 
 }  // namespace brantlow
