@@ -106,8 +106,9 @@ class Window {
     explicit Window(const std::string& address, const std::string& home = "",
                     const std::string& search = "") {
         std::filesystem::create_directories(folder / "Images");
-        form.reset(
-            qobject_cast<frmBrowser*>(operations.open({address, home, search, folder / "Images", person})));
+        form.reset(qobject_cast<frmBrowser*>(
+            operations.open({address, home, search, folder / "Images", person,
+                             [this](const std::string& text) { notices.push_back(text); }})));
         form->resize(900, 600);
         form->show();
     }
@@ -152,6 +153,7 @@ class Window {
 
     TempFolder folder;
     WindowPerson person;
+    std::vector<std::string> notices;
     Browser browser;
     BrowserOperations operations = browser.Operations();
     std::unique_ptr<frmBrowser> form;
@@ -488,6 +490,8 @@ class BrowserTest : public QObject {
         QVERIFY(source.starts_with("\xEF\xBB\xBF<"));
         QVERIFY(source.find("<p>caf\xc3\xa9</p>") != std::string::npos);
         QCOMPARE(FileNamesIn(window.folder / "Images").size(), std::size_t{1});
+        QVERIFY(QTest::qWaitFor([&] { return !window.notices.empty(); }, kPatienceMs));
+        QCOMPARE(window.notices, std::vector<std::string>{"Saved as " + file.string()});
     }
 
     void savingAgainReplacesTheFile() {

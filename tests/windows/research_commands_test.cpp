@@ -50,6 +50,15 @@ class BrowsingProgram : public Program {
             window->setWindowTitle(QStringLiteral("Page %1").arg(starts.size()));
             return window;
         };
+        const auto note = [this](const char* name) {
+            return [this, name](QWidget& window) {
+                done.append(QString::fromLatin1(name) + window.windowTitle());
+            };
+        };
+        browser.print = note("print ");
+        browser.printPreview = note("preview ");
+        browser.savePage = note("save ");
+        browser.savePageAs = note("save as ");
         frame = std::make_unique<frmMain>(session, *analysis, person, web, hosts, store, browser);
         WriteNet("Yahoo", "");
     }
@@ -71,6 +80,7 @@ class BrowsingProgram : public Program {
         Path images;
     };
     std::vector<Started> starts;
+    QStringList done;
 };
 
 }  // namespace
@@ -173,6 +183,26 @@ class ResearchCommandsTest : public QObject {
         QVERIFY(!program.frame->BrowserForm());
         QCOMPARE(program.Browsers(), 0);
         QVERIFY(program.frame->QuoteForm());
+    }
+
+    void theFileMenuWorksOnTheBrowserInFront() {
+        BrowsingProgram program;
+        program.Start("Jan.ddq");
+        QVERIFY(!program.frame->Commands().Entry("mnuFilePrintPreview")->isEnabled());
+        program.frame->Run("mnuViewIPOs");
+        for (const char* command : {"mnuFilePrint", "mnuFilePrintPreview", "mnuFileSave", "mnuFileSaveAs"}) {
+            QAction* entry = program.frame->Commands().Entry(command);
+            QVERIFY2(entry->isEnabled(), command);
+            entry->trigger();
+        }
+        program.Click("Command9");
+        QCOMPARE(program.done, (QStringList{QStringLiteral("print Page 1"), QStringLiteral("preview Page 1"),
+                                            QStringLiteral("save Page 1"), QStringLiteral("save as Page 1"),
+                                            QStringLiteral("preview Page 1")}));
+        program.frame->Commands().Entry("mnuFileClose")->trigger();
+        QCOMPARE(program.Browsers(), 0);
+        QVERIFY(program.frame->QuoteForm());
+        QVERIFY(!program.frame->Commands().Entry("mnuFilePrintPreview")->isEnabled());
     }
 
     void theUserClosesTheBrowserAndTheTableStays() {

@@ -22,7 +22,6 @@
 #include "research/windows/page_printing.h"
 #include "research/windows/web_page.h"
 #include "research/windows/web_rules.h"
-#include "shell/status_words.h"
 
 namespace brantlow {
 
@@ -49,6 +48,7 @@ frmBrowser::frmBrowser(QWebEngineProfile& profile, const BrowserStart& start)
       search_(Shown(start.search)),
       images_(start.images),
       person_(start.person),
+      notice_(start.notice),
       tbToolBar(new QToolBar),
       picAddress(new QWidget),
       cboAddress(new QComboBox),
@@ -275,14 +275,15 @@ void frmBrowser::PrintPreview() {
 
 // The page's text is taken while the window lives; a window that closes meanwhile saves nothing.
 void frmBrowser::WritePage(const Path& file) {
-    person_.ShowStatusWord(kStatusSaving);
     page_->toHtml([window = QPointer<frmBrowser>(this), file](const QString& source) {
         const frmBrowser* const open = window.data();
         if (open == nullptr) return;
-        Person& person = open->person_;
         const std::error_code error = WriteWholeFile(file, FileText(source));
-        person.ShowStatusWord(kStatusComplete);
-        if (error) person.Say(file.string() + ": cannot be saved (" + error.message() + ")");
+        if (error) {
+            open->person_.Say(file.string() + ": cannot be saved (" + error.message() + ")");
+        } else if (open->notice_) {
+            open->notice_("Saved as " + file.string());
+        }
     });
 }
 

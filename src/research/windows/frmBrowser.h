@@ -65,6 +65,7 @@ class frmBrowser final : public QWidget {
     QString search_;
     Path images_;
     Person& person_;
+    std::function<void(const std::string&)> notice_;
     QToolBar* tbToolBar;
     QWidget* picAddress;
     QComboBox* cboAddress;

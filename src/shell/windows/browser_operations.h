@@ -20,6 +20,8 @@ struct BrowserStart {
     std::string search;  // where "Search" leads
     Path images;         // the folder of saved pages
     Person& person;      // outlives the window
+    // Tells in passing what was done.
+    std::function<void(const std::string&)> notice;
 };
 
 struct BrowserOperations {

@@ -2,10 +2,10 @@
 #include <QDesktopServices>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QMenu>
 #include <QUrl>
 
 #include "base/windows/display_text.h"
+#include "chart/picture_files.h"
 #include "research/research_catalogue.h"
 #include "shell/user_store.h"
 #include "shell/windows/frmForumLogin.h"
@@ -24,6 +24,15 @@ void OpenOutside(const std::string& address) {
     const QUrl url = QUrl::fromUserInput(Shown(address));
     if (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"))
         QDesktopServices::openUrl(url);
+}
+
+// What the File menu does while the browser window is in front. The window outlives the operations.
+ChildOperations BrowserChild(const BrowserOperations& browser, QWidget& form) {
+    return {.active = kBrowserActive,
+            .print = [&browser, &form] { browser.print(form); },
+            .printPreview = [&browser, &form] { browser.printPreview(form); },
+            .save = [&browser, &form] { browser.savePage(form); },
+            .saveAs = [&browser, &form] { browser.savePageAs(form); }};
 }
 
 }  // namespace
@@ -61,14 +70,14 @@ void frmMain::OpenBrowser(const std::string& address) {
     CloseBrowser();
     const std::string search =
         TargetOf("mnuViewSymbolSearch", {hosts_, session_.settings}, std::string_view()).address;
-    browserForm_ =
-        browser_.open({address, hosts_.Address(Host::Vendor), search, session_.AppPath / "Images", person_});
-    QMdiSubWindow* const window = area_->addSubWindow(browserForm_);
+    QWidget* const form =
+        browser_.open({address, hosts_.Address(Host::Vendor), search, ImagesFolder(session_.AppPath), person_,
+                       [this](const std::string& text) { Notice(text); }});
+    QMdiSubWindow* const window = AddChild(*form);
+    browserForm_ = form;
     browserWindow_ = window;
     window->setAttribute(Qt::WA_DeleteOnClose);
-    SetBrowserOperations();
-    // The area's own close key would stand against that of the Close command.
-    for (QAction* action : window->systemMenu()->actions()) action->setShortcut({});
+    SetOperations(*form, BrowserChild(browser_, *form));
     window->resize(area_->viewport()->size() * kBrowserShare);
     if (filled) {
         window->showMaximized();
@@ -76,15 +85,7 @@ void frmMain::OpenBrowser(const std::string& address) {
         window->setGeometry(place);
         window->show();
     }
-}
-
-void frmMain::SetBrowserOperations() {
-    QWidget& form = *browserForm_;
-    SetOperations(form, {.active = kBrowserActive,
-                         .print = [this, &form] { browser_.print(form); },
-                         .printPreview = [this, &form] { browser_.printPreview(form); },
-                         .save = [this, &form] { browser_.savePage(form); },
-                         .saveAs = [this, &form] { browser_.savePageAs(form); }});
+    ApplyRules();
 }
 
 void frmMain::CloseBrowser() {
