@@ -54,8 +54,10 @@ Path frmMain::HelpFolder() const {
 // A window that a modal one shuts out could not be read in: then the help belongs to the modal one.
 void frmMain::ShowHelp(std::string_view page) {
     QWidget* const owner = QApplication::activeModalWidget();
-    if (helpForm_ && helpForm_->parentWidget() != owner) helpForm_->close();
-    if (!helpForm_ || helpForm_->parentWidget() != owner) helpForm_ = new frmHelp(HelpFolder(), owner);
+    frmHelp* const shown = helpForm_.data();
+    const bool elsewhere = shown != nullptr && shown->parentWidget() != owner;
+    if (elsewhere) shown->close();
+    if (shown == nullptr || elsewhere) helpForm_ = new frmHelp(HelpFolder(), owner);
     helpForm_->ShowPage(page);
 }
 
