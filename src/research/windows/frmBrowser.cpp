@@ -11,6 +11,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWebEngineContextMenuRequest>
 #include <QWebEngineHistory>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
@@ -259,9 +260,11 @@ void frmBrowser::contextMenuEvent(QContextMenuEvent* event) {
     for (const auto action : {QWebEnginePage::Back, QWebEnginePage::Forward, QWebEnginePage::Reload})
         menu.addAction(page_->action(action));
     menu.addSeparator();
-    for (const auto action :
-         {QWebEnginePage::Copy, QWebEnginePage::CopyLinkToClipboard, QWebEnginePage::SelectAll})
-        menu.addAction(page_->action(action));
+    menu.addAction(page_->action(QWebEnginePage::Copy));
+    const QWebEngineContextMenuRequest* const under = brwWebBrowser->lastContextMenuRequest();
+    if (under != nullptr && !under->linkUrl().isEmpty())
+        menu.addAction(page_->action(QWebEnginePage::CopyLinkToClipboard));
+    menu.addAction(page_->action(QWebEnginePage::SelectAll));
     menu.exec(event->globalPos());
 }
 
