@@ -226,8 +226,10 @@ void frmMain::PlaceFrame() {
     display_.ScreenHeight = onScreen->size().height();
     const QRect available = onScreen->availableGeometry();
     move(available.topLeft());
+    // The title bar stands above what is measured here.
+    const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
     resize(std::min(PixelsOf(kFrameWidth), available.width()),
-           std::min(PixelsOf(kFrameHeight), available.height()));
+           std::min(PixelsOf(kFrameHeight), available.height() - titleBar));
     if (display_.FrameStartsMaximised()) {
         showMaximized();
     } else {
