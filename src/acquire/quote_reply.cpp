@@ -1,5 +1,7 @@
 #include "acquire/quote_reply.h"
 
+#include <array>
+
 #include "base/text.h"
 #include "base/values.h"
 
@@ -43,10 +45,13 @@ std::error_code NormaliseDecimalComma(const Path& file) {
 }
 
 bool TakeStandardLine(std::string_view line, std::size_t row, QuoteArrays& rows) {
-    const std::vector<Value> values = ParseRecord(line);
-    if (values.size() < kQuoteFields.size()) return false;
-    for (std::size_t i = 0; i < kQuoteFields.size(); ++i)
-        (rows.*kQuoteFields[i].array)[row] = values[i].Text();
+    std::array<std::string_view, kQuoteFields.size()> fields;
+    RecordReader reader(line);
+    for (std::string_view& field : fields) {
+        if (!reader.Next(field)) return false;
+    }
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        TakeValueText(fields[i], (rows.*kQuoteFields[i].array)[row]);
     return true;
 }
 

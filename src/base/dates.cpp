@@ -4,7 +4,6 @@
 
 #include <array>
 #include <charconv>
-#include <vector>
 
 #include "base/text.h"
 
@@ -35,15 +34,21 @@ std::optional<int> MonthByName(std::string_view text) {
     return std::nullopt;
 }
 
-std::vector<std::string_view> DateParts(std::string_view text) {
-    std::vector<std::string_view> parts;
+constexpr std::size_t kDateParts = 3;
+
+// The three parts of a date, or nothing where a text has more or fewer.
+std::optional<std::array<std::string_view, kDateParts>> DateParts(std::string_view text) {
+    std::array<std::string_view, kDateParts> parts;
     constexpr std::string_view kSeparators = "/-., \t";
+    std::size_t count = 0;
     std::size_t start = text.find_first_not_of(kSeparators);
     while (start != std::string_view::npos) {
+        if (count == kDateParts) return std::nullopt;
         const std::size_t end = text.find_first_of(kSeparators, start);
-        parts.push_back(text.substr(start, end - start));
+        parts[count++] = text.substr(start, end - start);
         start = text.find_first_not_of(kSeparators, end);
     }
+    if (count < kDateParts) return std::nullopt;
     return parts;
 }
 
@@ -76,8 +81,9 @@ unsigned DayOf(const Date& date) {
 }  // namespace
 
 std::optional<Date> ParseDate(std::string_view text) {
-    const auto parts = DateParts(text);
-    if (parts.size() != 3) return std::nullopt;
+    const auto found = DateParts(text);
+    if (!found) return std::nullopt;
+    const auto& parts = *found;
     const auto count = [&](std::size_t i) { return WholeCount(parts[i]); };
     if (const auto month = MonthByName(parts[0])) {
         return ValidDate(count(2), month, count(1), parts[2].size());

@@ -141,22 +141,62 @@ Picture ParsePicture(std::string_view text) {
     return picture;
 }
 
-// True when `value` is what a decimal number of at most fifteen digits, `decimals` of them behind the point,
-// reads as: no other number so short reads as the same value, so that rounding gives it back. Most prices
-// are of this kind. May say false of such a value, which then takes the long road.
-bool HasNoMoreDecimals(double value, int decimals) {
-    constexpr std::array<double, 7> kPowersOfTen = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
+constexpr std::array<double, 7> kPowersOfTen = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
+
+// A number of at most fifteen digits, `places` of them behind the point, without its point.
+struct Scaled {
+    double whole = 0;
+    std::size_t places = 0;
+
+    // The double that the number reads as.
+    double Value() const { return whole / kPowersOfTen[places]; }
+};
+
+// `value` with so many decimals where that takes no look at its digits; the others take the long road. It
+// takes none where a number so short reads as the value, as most prices do: no other one of fifteen digits
+// does. And none where what is cut off is far from a half, measured by what the product may be wrong by.
+std::optional<Scaled> ScaledTo(double value, std::size_t places) {
     constexpr double kFifteenDigits = 1e15;
-    if (decimals < 0 || static_cast<std::size_t>(decimals) >= kPowersOfTen.size()) return false;
-    const double power = kPowersOfTen[static_cast<std::size_t>(decimals)];
-    const double scaled = std::nearbyint(value * power);
-    return std::abs(scaled) < kFifteenDigits && scaled / power == value;
+    constexpr double kSafeSize = 1e11;
+    constexpr double kSafeRest = 0.499;
+    if (places >= kPowersOfTen.size()) return std::nullopt;
+    const double product = value * kPowersOfTen[places];
+    const Scaled scaled{std::nearbyint(product), places};
+    if (std::abs(scaled.whole) < kFifteenDigits && scaled.Value() == value) return scaled;
+    if (std::abs(product) < kSafeSize && std::abs(product - scaled.whole) < kSafeRest) return scaled;
+    return std::nullopt;
+}
+
+// Adds the number's digits to `out`, at least so many before and behind the point, after the minus sign and
+// `prefix`.
+void AppendScaled(const Scaled& scaled, const Picture& form, std::string& out) {
+    constexpr std::size_t kMostDigits = 24;
+    std::array<char, kMostDigits> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(),
+                                   static_cast<std::int64_t>(std::abs(scaled.whole)))
+                         .ptr;
+    std::string_view digits(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    if (digits == "0") digits = {};
+    const std::size_t wholeDigits = digits.size() - std::min(digits.size(), scaled.places);
+    const std::string_view whole = digits.substr(0, wholeDigits);
+    const std::string_view fraction = digits.substr(wholeDigits);
+    const std::size_t leadingZeros = digits.empty() ? 0 : scaled.places - fraction.size();
+    const std::size_t kept = fraction.find_last_not_of('0') + 1;
+    const std::size_t fractionSize = kept == 0 ? 0 : leadingZeros + kept;
+
+    if (scaled.whole < 0) out += '-';
+    out += form.prefix;
+    out.append(form.wholeZeros - std::min(form.wholeZeros, whole.size()), '0').append(whole);
+    if (std::max(fractionSize, form.fractionZeros) == 0) return;
+    out += '.';
+    if (kept > 0) out.append(leadingZeros, '0').append(fraction.substr(0, kept));
+    out.append(form.fractionZeros - std::min(form.fractionZeros, fractionSize), '0');
 }
 
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
     return Convert(text.substr(0, NumberLength(text)));
 }
 
@@ -167,19 +207,34 @@ std::optional<double> WholeNumber(std::string_view text) {
 }
 
 std::string ShortestNumber(double value) {
-    if (!std::isfinite(value) || value == 0) return "0";
+    std::string text;
+    AppendShortestNumber(value, text);
+    return text;
+}
+
+void AppendShortestNumber(double value, std::string& out) {
     constexpr double kPlainLow = 1e-5;
     constexpr double kPlainHigh = 1e16;
+    constexpr std::size_t kMostPlaces = 3;
+    constexpr Picture kPlain{.prefix = {}, .wholeZeros = 1, .fractionZeros = 0, .fractionPlaces = kMostPlaces};
+    if (!std::isfinite(value)) value = 0;
+    const auto scaled = ScaledTo(value, kMostPlaces);
+    if (scaled && scaled->Value() == value) return AppendScaled(*scaled, kPlain, out);
     const double size = std::fabs(value);
     char buffer[64];
     const auto end = size >= kPlainLow && size < kPlainHigh
                          ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr
                          : std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
-    return std::string(buffer, end);
+    out.append(buffer, end);
 }
 
 std::string FormatPicture(std::string_view text, double value) {
     const Picture picture = ParsePicture(text);
+    std::string out;
+    if (const auto scaled = ScaledTo(value, picture.fractionPlaces)) {
+        AppendScaled(*scaled, picture, out);
+        return out;
+    }
     Decimal decimal = ToDecimal(std::isfinite(value) ? value : 0);
     RoundAt(decimal, static_cast<int>(picture.fractionPlaces));
     std::string whole = WholeDigits(decimal);
@@ -188,9 +243,8 @@ std::string FormatPicture(std::string_view text, double value) {
     if (fraction.size() < picture.fractionZeros) {
         fraction.append(picture.fractionZeros - fraction.size(), '0');
     }
-    std::string out = decimal.negative ? "-" : "";
-    out += picture.prefix;
-    out += whole;
+    if (decimal.negative) out += '-';
+    out.append(picture.prefix).append(whole);
     if (!fraction.empty()) out.append(1, '.').append(fraction);
     return out;
 }
@@ -202,7 +256,10 @@ std::string FormatPictureText(std::string_view picture, std::string_view text) {
 
 double RoundDecimals(double value, int decimals) {
     if (!std::isfinite(value)) return 0;
-    if (HasNoMoreDecimals(value, decimals)) return value;
+    if (decimals >= 0) {
+        // Adding 0 takes the sign from a zero that a small negative value is rounded to.
+        if (const auto scaled = ScaledTo(value, static_cast<std::size_t>(decimals))) return scaled->Value() + 0.0;
+    }
     Decimal decimal = ToDecimal(value);
     RoundAt(decimal, decimals);
     const std::string text =

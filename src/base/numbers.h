@@ -19,6 +19,8 @@ std::optional<double> WholeNumber(std::string_view text);
 // The shortest decimal text that reads back to the same double. Plain digits between 1e-5 and 1e16, an
 // exponent outside; 0 for a value that is not finite and for negative zero.
 std::string ShortestNumber(double value);
+// The same, added to `out`.
+void AppendShortestNumber(double value, std::string& out);
 
 // `value` by a picture such as "#####0.000", "######0.###" or "$#.00": 0 is a digit always printed, # a digit
 // printed if needed, text before the first of them stands in front of the number (a minus sign before it).

@@ -1,5 +1,6 @@
 #include "base/text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -7,7 +8,10 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n\v\f";
+// A blank, a tab or one of the line ends that stand between it and CR in ASCII: LF, VT, FF.
+bool IsBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 char UpperAscii(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -73,9 +77,14 @@ std::vector<std::string_view> SplitAt(std::string_view text, char separator) {
 }
 
 std::string_view Trim(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+    while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+std::size_t LineCount(std::string_view text) {
+    const auto ends = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+    return ends + (text.empty() || text.back() == '\n' ? 0 : 1);
 }
 
 std::string UpperCase(std::string_view text) {

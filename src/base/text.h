@@ -4,6 +4,7 @@
 // show bytes of unknown encoding. Case means ASCII case: tickers, file kinds and settings words are ASCII.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,9 @@ std::vector<std::string_view> SplitAt(std::string_view text, char separator);
 std::string_view Trim(std::string_view text);
 
 std::string UpperCase(std::string_view text);
+
+// The number of lines that a LineReader finds in `text`.
+std::size_t LineCount(std::string_view text);
 
 // Equal but for ASCII case.
 bool EqualIgnoringCase(std::string_view a, std::string_view b);

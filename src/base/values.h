@@ -45,7 +45,27 @@ class Value {
     std::string text_;
 };
 
-// The comma-separated values of a record; a comma between double quotes belongs to its value.
+// The comma-separated values of a record, one after another as they are written; a comma between double
+// quotes belongs to its value. An empty line holds one empty value.
+class RecordReader {
+  public:
+    explicit RecordReader(std::string_view line) : rest_(line) {}
+
+    // False behind the last value, with `field` untouched. The field lives as long as the line.
+    bool Next(std::string_view& field);
+
+  private:
+    std::string_view rest_;
+    bool atEnd_ = false;
+};
+
+// The values of a record.
 std::vector<Value> ParseRecord(std::string_view line);
+
+// Value::Parse(field).Text() into `text`, for readers of many records that keep their texts.
+void TakeValueText(std::string_view field, std::string& text);
+
+// Adds `text` in its written form, Value::OfText(text).Written(), to `out`.
+void AppendQuoted(std::string_view text, std::string& out);
 
 }  // namespace brantlow

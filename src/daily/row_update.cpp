@@ -25,6 +25,12 @@ std::unordered_set<std::string> TickersOf(const QuoteTable& table) {
     return tickers;
 }
 
+std::vector<const QuoteField*> StandardFields() {
+    std::vector<const QuoteField*> fields;
+    for (const QuoteField& field : kQuoteFields) fields.push_back(&field);
+    return fields;
+}
+
 }  // namespace
 
 RowUpdate::RowUpdate(const UpdateWork& work, UpdateOutcome& outcome)
@@ -33,22 +39,41 @@ RowUpdate::RowUpdate(const UpdateWork& work, UpdateOutcome& outcome)
       today_(work.session.clock.Today()),
       standardSource_(QuoteSourceOf(work.session.settings) == QuoteSource::Standard),
       userForm_(UserQuoteFormOf(work.session.settings)),
+      fields_(standardSource_ ? StandardFields() : userForm_.fields),
       decimalCommas_(work.hosts.HasDecimalCommas(work.hosts.QuoteHostInForce(work.session.settings))),
-      columns_(LocateColumns(work.table)),
       tickers_(TickersOf(work.table)) {
     for (std::size_t i = 0; i < acceptedDates_.size(); ++i) {
         acceptedDates_[i] = FormatDate(AddDays(today_, -static_cast<int>(i)));
     }
+    spare_.MakeRoom(1);
 }
 
-bool RowUpdate::ReadLine(std::string_view line, std::size_t row, QuoteArrays& rows) const {
+void RowUpdate::BeginBatch(std::size_t batchRow) {
+    batchRow_ = batchRow;
+    columns_ = LocateColumns(work_.table);
+    filledColumns_.clear();
+    for (std::size_t column = 1; column < work_.table.ColumnCount(); ++column) {
+        if (const auto source = CellSourceOf(work_.table.Header(column)))
+            filledColumns_.push_back({column, *source});
+    }
+}
+
+bool RowUpdate::ReadLine(std::string_view line, std::string_view ticker) {
+    spare_.ClearRow(1);
+    spare_.Symbols[1] = ticker;
     const bool taken =
-        standardSource_ ? TakeStandardLine(line, row, rows) : TakeUserLine(line, userForm_, row, rows);
-    if (taken) rows.TradeDates[row] = ReformatDate(rows.TradeDates[row]);
+        standardSource_ ? TakeStandardLine(line, 1, spare_) : TakeUserLine(line, userForm_, 1, spare_);
+    if (taken) spare_.TradeDates[1] = ReformatDate(spare_.TradeDates[1]);
     return taken;
 }
 
-void RowUpdate::CountIfStale(std::string_view tradeDate, std::size_t batchRow) {
+void RowUpdate::FillRow(std::size_t row) {
+    for (const QuoteField* field : fields_) {
+        if (field != nullptr) (work_.rows.*field->array)[row] = (spare_.*field->array)[1];
+    }
+}
+
+void RowUpdate::CountIfStale(std::string_view tradeDate) {
     constexpr int kStaleDays = 4;
     constexpr std::size_t kFirstTestedBatch = 16;
     constexpr double kStaleShare = 0.9;
@@ -57,24 +82,20 @@ void RowUpdate::CountIfStale(std::string_view tradeDate, std::size_t batchRow) {
     const auto rowCount = static_cast<double>(work_.table.RowCount());
     // The quotient is reduced by one, not the count: only rows that come again and again can get there.
     const double share = static_cast<double>(outcome_.StaleCount) / rowCount - 1;
-    if (batchRow >= kFirstTestedBatch && share > kStaleShare) work_.session.run.ProcessCommand = kStopRun;
+    if (batchRow_ >= kFirstTestedBatch && share > kStaleShare) work_.session.run.ProcessCommand = kStopRun;
 }
 
-bool RowUpdate::IsAccepted(const QuoteArrays& rows, std::size_t row) const {
+bool RowUpdate::HasStorableQuote(const QuoteArrays& rows, std::size_t row) const {
     const std::string& date = rows.TradeDates[row];
     const bool isYoung =
         std::find(acceptedDates_.begin(), acceptedDates_.end(), date) != acceptedDates_.end();
-    // A file is named after the record's ticker, so only tickers of the table may pass.
-    return isYoung && LeadingNumber(rows.LastPrices[row]) > 0 &&
-           tickers_.count(UpperCase(rows.Symbols[row])) > 0;
+    return isYoung && LeadingNumber(rows.LastPrices[row]) > 0;
 }
 
 void RowUpdate::WriteCells(std::size_t row) {
-    QuoteTable& table = work_.table;
-    std::string text;
-    for (std::size_t column = 1; column < table.ColumnCount(); ++column) {
-        if (!CellText(work_.rows, row, table.Header(column), text)) continue;
-        table.SetText(row, column, IsMissing(text) ? std::string_view{} : std::string_view(text));
+    for (const FilledColumn& filled : filledColumns_) {
+        const std::string text = CellText(work_.rows, row, filled.source);
+        work_.table.SetText(row, filled.column, IsMissing(text) ? std::string_view{} : std::string_view(text));
     }
 }
 
@@ -85,21 +106,20 @@ void RowUpdate::Scan(std::size_t row) {
                    &session.run);
 }
 
-void RowUpdate::TakeLine(std::string_view line, std::size_t row, std::size_t batchRow, std::string& records) {
+void RowUpdate::TakeLine(std::string_view line, std::size_t row, std::string& records) {
     const std::string ticker = work_.table.Ticker(row);
-    spare_ = QuoteArrays();
-    spare_.MakeRoom(1);
-    spare_.Symbols[1] = ticker;
-    if (!ReadLine(line, 1, spare_)) return;
+    if (!ReadLine(line, ticker)) return;
     const bool isRowsOwn = !ticker.empty() && UpperCase(spare_.Symbols[1]) == ticker;
     const bool fillsRow = decimalCommas_ || isRowsOwn;
     QuoteArrays& rows = fillsRow ? work_.rows : spare_;
     const std::size_t at = fillsRow ? row : 1;
-    if (fillsRow) ReadLine(line, row, rows);
+    if (fillsRow) FillRow(row);
 
-    CountIfStale(rows.TradeDates[at], batchRow);
+    CountIfStale(rows.TradeDates[at]);
     CalculateRow(rows, at, RatioGuard::AboveZero, today_);
-    if (IsAccepted(rows, at)) {
+    // A file is named after the record's ticker, so only tickers of the table may pass.
+    const bool isListed = isRowsOwn || tickers_.count(UpperCase(rows.Symbols[at])) > 0;
+    if (isListed && HasStorableQuote(rows, at)) {
         AppendImportRecord(rows, at, records);
         ++outcome_.accepted;
     }

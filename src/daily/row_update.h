@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "acquire/quote_reply.h"
 #include "acquire/quote_request.h"
@@ -19,18 +20,28 @@ class RowUpdate {
   public:
     RowUpdate(const UpdateWork& work, UpdateOutcome& outcome);
 
-    // Takes a reply line at row `row` of the table, in the batch that begins at `batchRow`. A record goes to
-    // the end of `records`. A line that does not hold the source's fields changes nothing.
-    void TakeLine(std::string_view line, std::size_t row, std::size_t batchRow, std::string& records);
+    // The lines that follow belong to the batch that begins at `batchRow`; the columns of the table stay in
+    // their places meanwhile.
+    void BeginBatch(std::size_t batchRow);
+
+    // Takes a reply line at row `row` of the table. A record goes to the end of `records`. A line that does
+    // not hold the source's fields changes nothing.
+    void TakeLine(std::string_view line, std::size_t row, std::string& records);
 
     bool HasDecimalCommas() const { return decimalCommas_; }
 
   private:
     static constexpr std::size_t kAcceptedDays = 4;
 
-    bool ReadLine(std::string_view line, std::size_t row, QuoteArrays& rows) const;
-    void CountIfStale(std::string_view tradeDate, std::size_t batchRow);
-    bool IsAccepted(const QuoteArrays& rows, std::size_t row) const;
+    struct FilledColumn {
+        std::size_t column;
+        CellSource source;
+    };
+
+    bool ReadLine(std::string_view line, std::string_view ticker);
+    void FillRow(std::size_t row);
+    void CountIfStale(std::string_view tradeDate);
+    bool HasStorableQuote(const QuoteArrays& rows, std::size_t row) const;
     void WriteCells(std::size_t row);
     void Scan(std::size_t row);
 
@@ -39,13 +50,17 @@ class RowUpdate {
     Date today_;
     bool standardSource_;
     UserQuoteForm userForm_;
+    // What the source sends; null for a piece that is skipped.
+    std::vector<const QuoteField*> fields_;
     bool decimalCommas_;
+    std::size_t batchRow_ = 1;
     ColumnPositions columns_;
+    std::vector<FilledColumn> filledColumns_;
     // The newest days that enter the database, as they stand in a row.
     std::array<std::string, kAcceptedDays> acceptedDates_;
     // In capitals.
     std::unordered_set<std::string> tickers_;
-    // A line for another ticker than its row's is worked out here, in row 1.
+    // Each line is read here, in row 1; one for another ticker than its row's is worked out here as well.
     QuoteArrays spare_;
 };
 

@@ -123,9 +123,10 @@ class QuoteUpdate {
         LineReader reader(bytes);
         std::string_view line;
         std::string records;
+        row_.BeginBatch(batchRow);
         for (std::size_t row = first; row <= std::min(last, lastRow_) && reader.Next(line); ++row) {
             ShowRow(row, batchRow);
-            row_.TakeLine(line, row, batchRow, records);
+            row_.TakeLine(line, row, records);
         }
         if (records.empty()) return;
         const auto error = AppendToFile(ImportRecordFile(work_.session.AppPath), records);

@@ -1,5 +1,7 @@
 #include "store/day_import.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "shell/status_words.h"
 #include "store/import_record.h"
@@ -13,11 +15,9 @@ std::size_t ReadRecords(const Path& file, QuoteArrays& rows) {
     const std::string bytes = BytesOrEmpty(file);
     LineReader reader(bytes);
     std::string_view line;
-    std::size_t count = 0;
-    while (count < kMostRows && reader.Next(line)) {
-        rows.MakeRoom(++count);
-        TakeImportRecord(line, count, rows);
-    }
+    const std::size_t count = std::min(LineCount(bytes), kMostRows);
+    if (count > 0) rows.MakeRoom(count);
+    for (std::size_t i = 1; i <= count && reader.Next(line); ++i) TakeImportRecord(line, i, rows);
     return count;
 }
 

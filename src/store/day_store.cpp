@@ -1,7 +1,5 @@
 #include "store/day_store.h"
 
-#include <algorithm>
-
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/values.h"
@@ -15,11 +13,6 @@ namespace {
 bool IsStored(const QuoteArrays& rows, std::size_t row) {
     const std::string& ticker = rows.Symbols[row];
     return !ticker.empty() && !IsDeviceName(ticker) && !rows.TradeDates[row].empty();
-}
-
-std::size_t CountLines(std::string_view bytes) {
-    const auto ends = static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n'));
-    return ends + (bytes.empty() || bytes.back() == '\n' ? 0 : 1);
 }
 
 // The last line of a text that has one.
@@ -42,14 +35,13 @@ std::size_t EndOfLine(std::string_view bytes, std::size_t number) {
 }
 
 void ReadYearFile(DayStore& state) {
-    state.bytes.clear();
-    if (state.file) state.bytes = BytesOrEmpty(*state.file);
-    state.endsInsideLine = !state.bytes.empty() && state.bytes.back() != '\n';
+    state.used = 0;
+    if (state.file) ReadIntoBuffer(*state.file, state.buffer, state.used);
+    const std::string_view bytes = state.Bytes();
+    state.endsInsideLine = !bytes.empty() && bytes.back() != '\n';
     // A file of fewer bytes has fewer lines.
-    if (state.bytes.size() > kMostRows && CountLines(state.bytes) > kMostRows) {
-        state.bytes.resize(EndOfLine(state.bytes, kMostRows));
-    }
-    state.last = state.bytes.empty() ? HistoryRecord{} : ParseHistoryLine(LastLine(state.bytes));
+    if (bytes.size() > kMostRows && LineCount(bytes) > kMostRows) state.used = EndOfLine(bytes, kMostRows);
+    state.last = state.used == 0 ? HistoryRecord{} : ParseHistoryLine(LastLine(state.Bytes()));
 }
 
 // A date without a year leaves the file and the records of the row before in force.
@@ -71,7 +63,7 @@ bool FollowsLast(const QuoteArrays& rows, std::size_t row, const HistoryRecord& 
 
 std::error_code ReplaceLast(const HistoryRecord& record, DayStore& state) {
     std::string bytes;
-    LineReader reader(state.bytes);
+    LineReader reader(state.Bytes());
     std::string_view line;
     const std::size_t count = state.HistoryCount();
     for (std::size_t i = 1; i < count && reader.Next(line); ++i) {
@@ -98,7 +90,7 @@ StoredDay Outcome(DayOutcome outcome, std::error_code error) {
 }  // namespace
 
 std::size_t DayStore::HistoryCount() const {
-    return CountLines(bytes);
+    return LineCount(Bytes());
 }
 
 HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row) {

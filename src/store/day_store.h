@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "base/files.h"
@@ -21,14 +22,16 @@ namespace brantlow {
 struct DayStore {
     // Nothing before the first row, and after a ticker that can have no file.
     std::optional<Path> file;
-    // The file as it was read. Only its last record is looked at on most days: the others are read when the
-    // file is written anew.
-    std::string bytes;
+    // The file as it was read stands in the buffer's first `used` bytes. Only its last record is looked at on
+    // most days: the others are read when the file is written anew.
+    std::string buffer;
+    std::size_t used = 0;
     // Record HistoryCount, the newest; empty when there is none.
     HistoryRecord last;
     // The file's last line has no line end.
     bool endsInsideLine = false;
 
+    std::string_view Bytes() const { return std::string_view(buffer).substr(0, used); }
     // The records of the file, at most kMostRows; counted anew by each call.
     std::size_t HistoryCount() const;
 };

@@ -85,8 +85,11 @@ void RoundHistoryRecord(HistoryRecord& record) {
 void AppendHistoryLine(const HistoryRecord& record, std::string& out) {
     for (std::size_t i = 0; i < kHistoryFieldCount; ++i) {
         if (i > 0) out += ',';
-        out += kPlaces[i].text ? Value::OfText(record.*kPlaces[i].text).Written()
-                               : ShortestNumber(record.*kPlaces[i].number);
+        if (kPlaces[i].text) {
+            AppendQuoted(record.*kPlaces[i].text, out);
+        } else {
+            AppendShortestNumber(record.*kPlaces[i].number, out);
+        }
     }
     out += kLineEnd;
 }

@@ -1,6 +1,5 @@
 #include "store/import_record.h"
 
-#include <algorithm>
 #include <array>
 
 #include "base/numbers.h"
@@ -55,22 +54,14 @@ constexpr std::array<RecordField, kImportFieldCount> kRecordFields = {{
     {&QuoteArrays::OpenPrices, RecordForm::ThreeDecimals},
 }};
 
-Value RecordValue(const RecordField& field, const QuoteArrays& rows, std::size_t row) {
+void AppendField(const RecordField& field, const QuoteArrays& rows, std::size_t row, std::string& out) {
     constexpr int kDecimals = 3;
-    if (field.form == RecordForm::MarketCap) return Value::OfNumber(rows.MarketCaps[row]);
+    if (field.form == RecordForm::MarketCap) return AppendShortestNumber(rows.MarketCaps[row], out);
     const std::string& text = (rows.*field.array)[row];
-    switch (field.form) {
-        case RecordForm::Capitals:
-            return Value::OfText(UpperCase(text));
-        case RecordForm::Text:
-            return Value::OfText(text);
-        case RecordForm::ThreeDecimals:
-            return Value::OfNumber(RoundDecimals(LeadingNumber(text), kDecimals));
-        case RecordForm::Full:
-        case RecordForm::MarketCap:
-            break;
-    }
-    return Value::OfNumber(LeadingNumber(text));
+    if (field.form == RecordForm::Capitals) return AppendQuoted(UpperCase(text), out);
+    if (field.form == RecordForm::Text) return AppendQuoted(text, out);
+    const double number = LeadingNumber(text);
+    AppendShortestNumber(field.form == RecordForm::Full ? number : RoundDecimals(number, kDecimals), out);
 }
 
 }  // namespace
@@ -84,21 +75,20 @@ void AppendImportRecord(const QuoteArrays& rows, std::size_t row, std::string& o
     for (const RecordField& field : kRecordFields) {
         if (!first) out += ',';
         first = false;
-        out += RecordValue(field, rows, row).Written();
+        AppendField(field, rows, row, out);
     }
     out += kLineEnd;
 }
 
 void TakeImportRecord(std::string_view line, std::size_t row, QuoteArrays& rows) {
-    const std::vector<Value> values = ParseRecord(line);
-    const std::size_t count = std::min(values.size(), kRecordFields.size());
-    for (std::size_t i = 0; i < count; ++i) {
-        const RecordField& field = kRecordFields[i];
-        if (field.form == RecordForm::MarketCap) {
-            rows.MarketCaps[row] = LeadingNumber(values[i].Text());
-        } else {
-            (rows.*field.array)[row] = values[i].Text();
-        }
+    RecordReader reader(line);
+    std::string_view written;
+    std::string number;
+    for (const RecordField& field : kRecordFields) {
+        if (!reader.Next(written)) return;
+        const bool isMarketCap = field.form == RecordForm::MarketCap;
+        TakeValueText(written, isMarketCap ? number : (rows.*field.array)[row]);
+        if (isMarketCap) rows.MarketCaps[row] = LeadingNumber(number);
     }
 }
 

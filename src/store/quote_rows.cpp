@@ -98,6 +98,12 @@ void QuoteArrays::MakeRoom(std::size_t lastRow) {
     MarketCaps.resize(size);
 }
 
+void QuoteArrays::ClearRow(std::size_t row) {
+    for (const ArrayColumn& column : kArrayColumns) (this->*column.array)[row].clear();
+    MarketCapText[row].clear();
+    MarketCaps[row] = 0;
+}
+
 void CopySymbols(const QuoteTable& table, QuoteArrays& rows) {
     rows.MakeRoom(table.TickerCount());
     for (std::size_t row = 1; row <= table.TickerCount(); ++row) rows.Symbols[row] = table.Ticker(row);
@@ -221,19 +227,26 @@ void CalculateRow(QuoteArrays& rows, std::size_t row, RatioGuard guard, const Da
     CalculatePeEst(rows, row, guard);
 }
 
-bool CellText(const QuoteArrays& rows, std::size_t row, std::string_view header, std::string& text) {
+std::optional<CellSource> CellSourceOf(std::string_view header) {
     const QuoteColumn* column = FindQuoteColumn(header);
-    if (column == nullptr) return false;
-    if (header == kMarketCapHeader) {
-        text = FormatPicture(column->picture, rows.MarketCaps[row]);
-        return true;
-    }
+    if (column == nullptr) return std::nullopt;
+    if (header == kMarketCapHeader) return CellSource{nullptr, column->picture};
     const auto entry = std::find_if(kArrayColumns.begin(), kArrayColumns.end(),
                                     [&](const ArrayColumn& c) { return c.header == header; });
-    if (entry == kArrayColumns.end()) return false;
-    const std::string& value = (rows.*(entry->array))[row];
-    text = column->picture.empty() ? value : FormatPictureText(column->picture, value);
-    return true;
+    if (entry == kArrayColumns.end()) return std::nullopt;
+    return CellSource{entry->array, column->picture};
+}
+
+std::string CellText(const QuoteArrays& rows, std::size_t row, const CellSource& source) {
+    if (source.array == nullptr) return FormatPicture(source.picture, rows.MarketCaps[row]);
+    const std::string& value = (rows.*source.array)[row];
+    return source.picture.empty() ? value : FormatPictureText(source.picture, value);
+}
+
+bool CellText(const QuoteArrays& rows, std::size_t row, std::string_view header, std::string& text) {
+    const auto source = CellSourceOf(header);
+    if (source) text = CellText(rows, row, *source);
+    return source.has_value();
 }
 
 void WriteRow(const QuoteArrays& rows, std::size_t row, QuoteTable& table) {

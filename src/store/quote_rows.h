@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,6 +59,8 @@ struct QuoteArrays {
     // Makes room for the rows 1 to `lastRow`, at most kMostRows; what is there stays. A row is touched only
     // after room was made for it.
     void MakeRoom(std::size_t lastRow);
+    // Empties the entries of row `row`, for which room was made.
+    void ClearRow(std::size_t row);
     bool HasRow(std::size_t row) const { return row >= 1 && row < Symbols.size(); }
 };
 
@@ -90,8 +93,17 @@ void CalculatePeEst(QuoteArrays& rows, std::size_t row, RatioGuard guard);
 // All of these steps, one after another; the trade date has its final form before.
 void CalculateRow(QuoteArrays& rows, std::size_t row, RatioGuard guard, const Date& today);
 
-// The text that the column `header` shows for a row, in the column's form; false, with `text` untouched, for
-// a column that the arrays do not hold (an alarm, or no column of a quote table).
+// Where the cells of a column come from: an array, or the market caps where it is null, and their form.
+struct CellSource {
+    QuoteArray QuoteArrays::*array = nullptr;
+    std::string_view picture;
+};
+
+// Nothing for a column that the arrays do not hold (an alarm, or no column of a quote table).
+std::optional<CellSource> CellSourceOf(std::string_view header);
+// The text that a column shows for a row, in the column's form.
+std::string CellText(const QuoteArrays& rows, std::size_t row, const CellSource& source);
+// The same by the column's header; false, with `text` untouched, where it has no source.
 bool CellText(const QuoteArrays& rows, std::size_t row, std::string_view header, std::string& text);
 
 // Writes the row into the table, each column in its form; the table grows to hold it. Columns that the table
