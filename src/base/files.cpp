@@ -36,6 +36,8 @@ class Descriptor {
     Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
 
     int Number() const { return number_; }
+    // The caller closes it from now on.
+    int Release() { return std::exchange(number_, -1); }
     bool IsOpen() const { return number_ >= 0; }
     // False when the system reports a late write error.
     bool Close() {
@@ -75,10 +77,13 @@ std::error_code ReadAll(int descriptor, std::string& bytes, std::size_t& used) {
     }
 }
 
+constexpr int kToAppend = O_APPEND | O_CLOEXEC | O_NONBLOCK;
+
 // Opens a regular file for reading and tells its size; closed, with the reason, where there is none.
-Descriptor OpenToRead(const Path& path, std::size_t& size, ReadResult& result) {
+Descriptor OpenToRead(const Path& path, std::size_t& size, ReadResult& result,
+                      int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK) {
     if (NamesNoFile(path)) return Descriptor(-1);
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    Descriptor file(::open(path.c_str(), flags));
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0) {
         result.error = LastError();
@@ -96,6 +101,16 @@ Descriptor OpenToRead(const Path& path, std::size_t& size, ReadResult& result) {
     }
     size = static_cast<std::size_t>(status.st_size);
     return file;
+}
+
+// ReadIntoBuffer for an open file of `size` bytes.
+ReadOutcome ReadBehind(int descriptor, std::size_t size, std::string& buffer, std::size_t& used) {
+    const std::size_t needed = used + size + 1;
+    if (buffer.size() < needed) buffer.resize(needed);
+    std::size_t end = used;
+    if (ReadAll(descriptor, buffer, end)) return ReadOutcome::Failed;
+    used = end;
+    return ReadOutcome::Done;
 }
 
 // The file that a link points to, so that it is replaced and not the link; `path` itself where it is none.
@@ -133,13 +148,7 @@ ReadOutcome ReadIntoBuffer(const Path& path, std::string& buffer, std::size_t& u
     ReadResult result;
     std::size_t size = 0;
     const Descriptor file = OpenToRead(path, size, result);
-    if (!file.IsOpen()) return result.outcome;
-    const std::size_t needed = used + size + 1;
-    if (buffer.size() < needed) buffer.resize(needed);
-    std::size_t end = used;
-    if (ReadAll(file.Number(), buffer, end)) return ReadOutcome::Failed;
-    used = end;
-    return ReadOutcome::Done;
+    return file.IsOpen() ? ReadBehind(file.Number(), size, buffer, used) : result.outcome;
 }
 
 std::string BytesOrEmpty(const Path& path) {
@@ -171,19 +180,42 @@ std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush f
 }
 
 std::error_code AppendToFile(const Path& path, std::string_view bytes) {
-    if (NamesNoFile(path)) return NoSuchName();
+    GrowingFile file(path);
+    if (const auto error = file.Append(bytes)) return error;
+    return file.Close();
+}
+
+ReadOutcome GrowingFile::ReadIntoBuffer(std::string& buffer, std::size_t& used) {
+    Close();
+    ReadResult result;
+    std::size_t size = 0;
+    Descriptor file = OpenToRead(path_, size, result, O_RDWR | kToAppend);
+    // A file that may not grow can be read all the same.
+    if (!file.IsOpen()) {
+        const bool isMissing = result.outcome == ReadOutcome::Missing;
+        return isMissing ? result.outcome : brantlow::ReadIntoBuffer(path_, buffer, used);
+    }
+    descriptor_ = file.Release();
+    return ReadBehind(descriptor_, size, buffer, used);
+}
+
+std::error_code GrowingFile::Append(std::string_view bytes) {
+    if (NamesNoFile(path_)) return NoSuchName();
     constexpr mode_t kDefaultMode = 0666;
-    Descriptor file(
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, kDefaultMode));
-    if (!file.IsOpen()) return LastError();
+    if (descriptor_ < 0) descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | kToAppend, kDefaultMode);
     struct stat status {};
-    if (::fstat(file.Number(), &status) != 0) return LastError();
-    if (const auto error = WriteAll(file.Number(), bytes)) {
+    if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return LastError();
+    if (const auto error = WriteAll(descriptor_, bytes)) {
         // A disk that filled up in mid-write: what was there before stands alone again.
-        if (::ftruncate(file.Number(), status.st_size) != 0) return LastError();
+        if (::ftruncate(descriptor_, status.st_size) != 0) return LastError();
         return error;
     }
-    return file.Close() ? std::error_code{} : LastError();
+    return {};
+}
+
+std::error_code GrowingFile::Close() {
+    if (descriptor_ < 0) return {};
+    return ::close(std::exchange(descriptor_, -1)) == 0 ? std::error_code{} : LastError();
 }
 
 bool DeleteOneFile(const Path& path) {

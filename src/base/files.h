@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace brantlow {
@@ -42,6 +43,28 @@ std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush f
 
 // Adds whole lines to the end of `path` in one write, creating it when it is missing.
 std::error_code AppendToFile(const Path& path, std::string_view bytes);
+
+// A file that is read and grows by whole lines while it is kept open: for writers of one line after another,
+// and for those that look at a file before they add to it. Nothing is opened before it is needed. Nobody else
+// may replace or delete the file meanwhile.
+class GrowingFile {
+  public:
+    explicit GrowingFile(Path path) : path_(std::move(path)) {}
+    ~GrowingFile() { Close(); }
+    GrowingFile(const GrowingFile&) = delete;
+    GrowingFile& operator=(const GrowingFile&) = delete;
+
+    // As the routine of this name above.
+    ReadOutcome ReadIntoBuffer(std::string& buffer, std::size_t& used);
+    // Adds whole lines to the end in one write; creates the file when it is missing.
+    std::error_code Append(std::string_view bytes);
+    // Tells a write error that the system reports late.
+    std::error_code Close();
+
+  private:
+    Path path_;
+    int descriptor_ = -1;  // open for appending
+};
 
 // Deletes a file; true when one was deleted. A folder is never deleted.
 bool DeleteOneFile(const Path& path);

@@ -216,7 +216,8 @@ void AppendShortestNumber(double value, std::string& out) {
     constexpr double kPlainLow = 1e-5;
     constexpr double kPlainHigh = 1e16;
     constexpr std::size_t kMostPlaces = 3;
-    constexpr Picture kPlain{.prefix = {}, .wholeZeros = 1, .fractionZeros = 0, .fractionPlaces = kMostPlaces};
+    constexpr Picture kPlain{
+        .prefix = {}, .wholeZeros = 1, .fractionZeros = 0, .fractionPlaces = kMostPlaces};
     if (!std::isfinite(value)) value = 0;
     const auto scaled = ScaledTo(value, kMostPlaces);
     if (scaled && scaled->Value() == value) return AppendScaled(*scaled, kPlain, out);
@@ -258,7 +259,8 @@ double RoundDecimals(double value, int decimals) {
     if (!std::isfinite(value)) return 0;
     if (decimals >= 0) {
         // Adding 0 takes the sign from a zero that a small negative value is rounded to.
-        if (const auto scaled = ScaledTo(value, static_cast<std::size_t>(decimals))) return scaled->Value() + 0.0;
+        if (const auto scaled = ScaledTo(value, static_cast<std::size_t>(decimals)))
+            return scaled->Value() + 0.0;
     }
     Decimal decimal = ToDecimal(value);
     RoundAt(decimal, decimals);

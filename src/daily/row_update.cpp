@@ -95,7 +95,8 @@ bool RowUpdate::HasStorableQuote(const QuoteArrays& rows, std::size_t row) const
 void RowUpdate::WriteCells(std::size_t row) {
     for (const FilledColumn& filled : filledColumns_) {
         const std::string text = CellText(work_.rows, row, filled.source);
-        work_.table.SetText(row, filled.column, IsMissing(text) ? std::string_view{} : std::string_view(text));
+        work_.table.SetText(row, filled.column,
+                            IsMissing(text) ? std::string_view{} : std::string_view(text));
     }
 }
 

@@ -29,10 +29,11 @@ void ShowEntry(Session& session, std::size_t entry, std::size_t entries) {
 
 void StoreEntries(Session& session, std::size_t entries, QuoteArrays& rows, DayStore& days,
                   DayImport& result) {
+    GrowingFile updateList(UpdateListPath(session.settings.QuoteFolder));
     for (std::size_t entry = 1; entry <= entries; ++entry) {
         ShowEntry(session, entry, entries);
         if (!rows.HasRow(entry)) continue;
-        const StoredDay stored = StoreDay(session.settings.QuoteFolder, rows, entry, days);
+        const StoredDay stored = StoreDay(session.settings.QuoteFolder, rows, entry, days, updateList);
         if (stored.outcome == DayOutcome::Appended || stored.outcome == DayOutcome::Replaced) ++result.stored;
         if (!result.error) result.error = stored.error;
     }

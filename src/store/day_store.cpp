@@ -34,9 +34,9 @@ std::size_t EndOfLine(std::string_view bytes, std::size_t number) {
     return end;
 }
 
-void ReadYearFile(DayStore& state) {
+void ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
     state.used = 0;
-    if (state.file) ReadIntoBuffer(*state.file, state.buffer, state.used);
+    if (opened) opened->ReadIntoBuffer(state.buffer, state.used);
     const std::string_view bytes = state.Bytes();
     state.endsInsideLine = !bytes.empty() && bytes.back() != '\n';
     // A file of fewer bytes has fewer lines.
@@ -45,11 +45,13 @@ void ReadYearFile(DayStore& state) {
 }
 
 // A date without a year leaves the file and the records of the row before in force.
-void OpenYearFile(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, DayStore& state) {
+void OpenYearFile(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row,
+                  std::optional<GrowingFile>& opened, DayStore& state) {
     const std::string_view year = YearDigits(rows.TradeDates[row]);
     if (!(LeadingNumber(year) > 0)) return;
     state.file = YearFilePath(quoteFolder, rows.Symbols[row], year);
-    ReadYearFile(state);
+    if (state.file) opened.emplace(*state.file);
+    ReadYearFile(opened, state);
 }
 
 bool ReplacesLast(const QuoteArrays& rows, std::size_t row, const HistoryRecord& last) {
@@ -75,10 +77,12 @@ std::error_code ReplaceLast(const HistoryRecord& record, DayStore& state) {
     return error;
 }
 
-std::error_code Append(const HistoryRecord& record, DayStore& state) {
+std::error_code Append(const HistoryRecord& record, std::optional<GrowingFile>& opened, DayStore& state) {
     std::string bytes(state.endsInsideLine ? kLineEnd : std::string_view{});
     AppendHistoryLine(record, bytes);
-    const std::error_code error = AppendToFile(*state.file, bytes);
+    if (!opened) opened.emplace(*state.file);
+    std::error_code error = opened->Append(bytes);
+    if (!error) error = opened->Close();
     if (!error) state.endsInsideLine = false;
     return error;
 }
@@ -119,17 +123,20 @@ HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row) {
     return record;
 }
 
-StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state) {
+StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state,
+                   GrowingFile& updateList) {
     if (!IsStored(rows, row)) return {};
     RepairRow(rows, row);
     RepairOpenPrice(rows, row);
     // The list is a help for taking an update back: a day is stored even where the list cannot be written.
-    AppendUpdatedTicker(quoteFolder, rows.Symbols[row]);
-    OpenYearFile(quoteFolder, rows, row, state);
+    AppendUpdatedTicker(updateList, rows.Symbols[row]);
+    std::optional<GrowingFile> opened;
+    OpenYearFile(quoteFolder, rows, row, opened, state);
     if (!state.file) return {DayOutcome::Unchanged, {}};
     const HistoryRecord record = RecordOfRow(rows, row);
     if (ReplacesLast(rows, row, state.last)) return Outcome(DayOutcome::Replaced, ReplaceLast(record, state));
-    if (FollowsLast(rows, row, state.last)) return Outcome(DayOutcome::Appended, Append(record, state));
+    if (FollowsLast(rows, row, state.last))
+        return Outcome(DayOutcome::Appended, Append(record, opened, state));
     return {DayOutcome::Unchanged, {}};
 }
 

@@ -50,8 +50,9 @@ struct StoredDay {
 };
 
 // Stores row `row` of `rows`, for which room was made; its missing prices are filled in first. The ticker
-// enters the update list unless the row is skipped.
-StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state);
+// enters the update list, which the caller keeps open for one run, unless the row is skipped.
+StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state,
+                   GrowingFile& updateList);
 
 // The row as a record of its year file, rounded.
 HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row);

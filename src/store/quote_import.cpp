@@ -13,6 +13,7 @@
 #include "store/quote_rows.h"
 #include "store/table_colours.h"
 #include "store/table_files.h"
+#include "store/update_list.h"
 
 namespace brantlow {
 
@@ -90,6 +91,7 @@ class ImportWalk {
           table_(table),
           former_(table),
           days_(days),
+          updateList_(UpdateListPath(session.settings.QuoteFolder)),
           result_(result),
           separator_(SeparatorOf(session.settings)),
           parts_(FilePartsOf(session.settings)) {
@@ -179,7 +181,7 @@ class ImportWalk {
     }
 
     void Store(std::size_t row) {
-        const StoredDay stored = StoreDay(session_.settings.QuoteFolder, rows_, row, days_);
+        const StoredDay stored = StoreDay(session_.settings.QuoteFolder, rows_, row, days_, updateList_);
         if (stored.outcome == DayOutcome::Appended || stored.outcome == DayOutcome::Replaced) {
             ++result_.stored;
         }
@@ -193,6 +195,7 @@ class ImportWalk {
     QuoteTable& table_;
     const QuoteTable former_;
     DayStore& days_;
+    GrowingFile updateList_;
     QuoteImport& result_;
     char separator_;
     std::vector<FilePart> parts_;

@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::string_view kUpdateListName = "QuoteList.ddq";
 
-std::error_code AppendValue(const std::string& quoteFolder, const Value& value) {
-    return AppendToFile(UpdateListPath(quoteFolder), value.Written().append(kLineEnd));
-}
-
 }  // namespace
 
 Path UpdateListPath(const std::string& quoteFolder) {
@@ -26,11 +22,13 @@ bool DeleteUpdateList(const std::string& quoteFolder) {
 }
 
 std::error_code AppendUpdateCount(const std::string& quoteFolder, std::size_t tickerCount) {
-    return AppendValue(quoteFolder, Value::OfNumber(static_cast<double>(tickerCount)));
+    return AppendToFile(UpdateListPath(quoteFolder), std::to_string(tickerCount).append(kLineEnd));
 }
 
-std::error_code AppendUpdatedTicker(const std::string& quoteFolder, std::string_view ticker) {
-    return AppendValue(quoteFolder, Value::OfText(ticker));
+std::error_code AppendUpdatedTicker(GrowingFile& list, std::string_view ticker) {
+    std::string line;
+    AppendQuoted(ticker, line);
+    return list.Append(line.append(kLineEnd));
 }
 
 UpdateList ReadUpdateList(const std::string& quoteFolder) {

@@ -20,7 +20,8 @@ Path UpdateListPath(const std::string& quoteFolder);
 bool DeleteUpdateList(const std::string& quoteFolder);
 // Appends the line with the number of tickers: the table's row count without the header.
 std::error_code AppendUpdateCount(const std::string& quoteFolder, std::size_t tickerCount);
-std::error_code AppendUpdatedTicker(const std::string& quoteFolder, std::string_view ticker);
+// Appends a ticker to the list at UpdateListPath, which an import keeps open for its tickers.
+std::error_code AppendUpdatedTicker(GrowingFile& list, std::string_view ticker);
 
 struct UpdateList {
     ReadOutcome outcome = ReadOutcome::Missing;

@@ -238,6 +238,65 @@ TEST(AppendToFile, AFullDiskLeavesTheFileAsItWas) {
     EXPECT_EQ(BytesOrEmpty(path), "old line\r\n");
 }
 
+TEST(GrowingFile, IsReadAndGrowsWhileItIsOpen) {
+    const TempFolder folder;
+    const Path file = folder / "year.24";
+    ASSERT_FALSE(WriteWholeFile(file, "one\r\n"));
+    GrowingFile growing(file);
+    std::string buffer = "before";
+    std::size_t used = buffer.size();
+    EXPECT_EQ(growing.ReadIntoBuffer(buffer, used), ReadOutcome::Done);
+    EXPECT_EQ(buffer.substr(0, used), "beforeone\r\n");
+    EXPECT_FALSE(growing.Append("two\r\n"));
+    EXPECT_EQ(BytesOrEmpty(file), "one\r\ntwo\r\n");
+    EXPECT_FALSE(growing.Append("three\r\n"));
+    EXPECT_FALSE(growing.Close());
+    EXPECT_EQ(BytesOrEmpty(file), "one\r\ntwo\r\nthree\r\n");
+}
+
+TEST(GrowingFile, AMissingFileIsMadeByItsFirstLine) {
+    const TempFolder folder;
+    GrowingFile growing(folder / "year.24");
+    std::string buffer;
+    std::size_t used = 0;
+    EXPECT_EQ(growing.ReadIntoBuffer(buffer, used), ReadOutcome::Missing);
+    EXPECT_FALSE(IsRegularFile(folder / "year.24"));
+    EXPECT_FALSE(growing.Append("one\n"));
+    EXPECT_EQ(BytesOrEmpty(folder / "year.24"), "one\n");
+}
+
+TEST(GrowingFile, AFolderInItsPlaceIsAFailureThatIsTold) {
+    const TempFolder folder;
+    GrowingFile growing(folder.Get());
+    std::string buffer;
+    std::size_t used = 0;
+    EXPECT_EQ(growing.ReadIntoBuffer(buffer, used), ReadOutcome::Failed);
+    EXPECT_EQ(growing.Append("one\n"), std::errc::is_a_directory);
+}
+
+TEST(GrowingFile, AFileThatMayNotGrowIsReadAllTheSame) {
+    const TempFolder folder;
+    const Path path = folder / "year.24";
+    ASSERT_FALSE(WriteWholeFile(path, "one\n"));
+    fs::permissions(path, static_cast<fs::perms>(0444));
+    fs::permissions(folder.Get(), static_cast<fs::perms>(0755));
+    constexpr uid_t kNobody = 65534;
+    const pid_t child = ::fork();
+    if (child == 0) {
+        // To the superuser every file may grow.
+        const bool left = ::geteuid() != 0 || ::setuid(kNobody) == 0;
+        GrowingFile growing(path);
+        std::string buffer;
+        std::size_t used = 0;
+        const bool isRead = growing.ReadIntoBuffer(buffer, used) == ReadOutcome::Done && used == 4;
+        ::_exit(left && isRead && growing.Append("two\n") == std::errc::permission_denied ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(BytesOrEmpty(path), "one\n");
+}
+
 TEST(DeleteOneFile, DeletesFilesAndLinksButNoFolder) {
     const TempFolder folder;
     ASSERT_FALSE(WriteWholeFile(folder / "file", "x"));

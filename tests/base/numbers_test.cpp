@@ -230,6 +230,40 @@ TEST(RoundDecimals, AgreesWithThePictureAroundEveryShortPrice) {
     }
 }
 
+TEST(FormatPicture, AgreesWithTheDigitsNearEveryHalf) {
+    // What stands before a half and its neighbours decides; the digits are those of the shortest form.
+    struct Row {
+        double value;
+        const char* three;
+        const char* optional;
+    };
+    constexpr Row kRows[] = {{0.0005, "0.001", "0.001"},
+                             {0.00049999999999999, "0.000", "0"},
+                             {-0.0004, "0.000", "0"},
+                             {-0.0005, "-0.001", "-0.001"},
+                             {0.05, "0.050", "0.05"},
+                             {120, "120.000", "120"},
+                             {-1234.5, "-1234.500", "-1234.5"},
+                             {2.0625, "2.063", "2.063"},
+                             {99.9995, "100.000", "100"},
+                             {99.99949, "99.999", "99.999"},
+                             {99999999.99949, "99999999.999", "99999999.999"},
+                             {123456789012.0625, "123456789012.063", "123456789012.063"}};
+    for (const Row& row : kRows) {
+        EXPECT_EQ(FormatPicture("#####0.000", row.value), row.three) << row.value;
+        EXPECT_EQ(FormatPicture("######0.###", row.value), row.optional) << row.value;
+        EXPECT_EQ(RoundDecimals(row.value, 3), LeadingNumber(row.three)) << row.value;
+    }
+}
+
+TEST(AppendShortestNumber, AddsToWhatIsThere) {
+    std::string text = "a,";
+    AppendShortestNumber(-0.25, text);
+    text += ',';
+    AppendShortestNumber(1e-9, text);
+    EXPECT_EQ(text, "a,-0.25,1e-09");
+}
+
 TEST(Divide, FailsOnZeroAndOnOverflow) {
     EXPECT_EQ(Divide(1, 4), 0.25);
     EXPECT_FALSE(Divide(1, 0));

@@ -102,6 +102,37 @@ TEST(ParseRecord, SplitsAtCommasOutsideQuotes) {
     }
 }
 
+TEST(TakeValueText, GivesTheTextOfEachWrittenForm) {
+    struct Row {
+        const char* field;
+        const char* text;
+    };
+    constexpr Row kRows[] = {{"\"a,b\"", "a,b"},
+                             {" \"a\"b ", "a"},
+                             {"\"open", "open"},
+                             {"\"", ""},
+                             {" 1.50 ", "1.50"},
+                             {"N/A", "N/A"},
+                             {"", ""},
+                             {"  ", ""},
+                             {"#2004-01-02#", "2004-01-02"},
+                             {"#1/2/2004#", "2004-01-02"},
+                             {"#x#", "#x#"}};
+    std::string text = "left over";
+    for (const Row& row : kRows) {
+        TakeValueText(row.field, text);
+        EXPECT_EQ(text, row.text) << row.field;
+        EXPECT_EQ(text, Value::Parse(row.field).Text()) << row.field;
+    }
+}
+
+TEST(AppendQuoted, LeavesOutWhatALineCannotHold) {
+    std::string out = "1,";
+    AppendQuoted("a\"b\r\nc\t,", out);
+    AppendQuoted("", out);
+    EXPECT_EQ(out, "1,\"abc\t,\"\"\"");
+}
+
 TEST(ParseRecord, TakesAnyNumberOfFields) {
     EXPECT_EQ(ParseRecord(std::string(100'000, ',')).size(), 100'001U);
 }

@@ -28,7 +28,10 @@ class StoreDayTest : public ::testing::Test {
         rows.Volumes[row] = "1000";
         rows.OpenPrices[row] = "12";
     }
-    DayOutcome Store(std::size_t row = 1) { return StoreDay(quotes, rows, row, state).outcome; }
+    DayOutcome Store(std::size_t row = 1) {
+        GrowingFile list(UpdateListPath(quotes));
+        return StoreDay(quotes, rows, row, state, list).outcome;
+    }
     DayOutcome Store(const std::string& ticker, const std::string& date, const std::string& time,
                      const std::string& price) {
         Fill(ticker, date, time, price);
@@ -280,14 +283,16 @@ TEST_F(StoreDayTest, AnEmptyLineAtTheEndIsTheLastRecord) {
 TEST_F(StoreDayTest, AFolderInPlaceOfAYearFileIsAFailureThatIsTold) {
     folder.Folder("EOD/IBM.24");
     Fill("IBM", "03/15/24", "16:00", "10");
-    const StoredDay stored = StoreDay(quotes, rows, 1, state);
+    GrowingFile list(UpdateListPath(quotes));
+    const StoredDay stored = StoreDay(quotes, rows, 1, state, list);
     EXPECT_EQ(stored.outcome, DayOutcome::Failed);
     EXPECT_EQ(stored.error, std::errc::is_a_directory);
 }
 
 TEST_F(StoreDayTest, AMissingFolderIsAFailureThatIsTold) {
     Fill("IBM", "03/15/24", "16:00", "10");
-    const StoredDay stored = StoreDay(quotes + "none/", rows, 1, state);
+    GrowingFile list(UpdateListPath(quotes + "none/"));
+    const StoredDay stored = StoreDay(quotes + "none/", rows, 1, state, list);
     EXPECT_EQ(stored.outcome, DayOutcome::Failed);
     EXPECT_TRUE(stored.error);
 }
@@ -309,6 +314,25 @@ TEST_F(StoreDayTest, ADateThatNamesNoFileWritesNone) {
         EXPECT_EQ(Store("IBM", date, "16:00", "10"), DayOutcome::Unchanged) << date;
     }
     EXPECT_EQ(folder.Files(), std::vector<std::string>{"EOD/QuoteList.ddq"});
+}
+
+TEST_F(StoreDayTest, AWholeRunWritesItsTickersIntoOneOpenList) {
+    GrowingFile list(UpdateListPath(quotes));
+    Fill("IBM", "03/15/24", "16:00", "10", 1);
+    Fill("MSFT", "03/15/24", "16:00", "20", 2);
+    EXPECT_EQ(StoreDay(quotes, rows, 1, state, list).outcome, DayOutcome::Appended);
+    // The line is there before the next row is looked at.
+    EXPECT_EQ(File("QuoteList.ddq"), "\"IBM\"\r\n");
+    EXPECT_EQ(StoreDay(quotes, rows, 2, state, list).outcome, DayOutcome::Appended);
+    EXPECT_EQ(File("QuoteList.ddq"), "\"IBM\"\r\n\"MSFT\"\r\n");
+}
+
+TEST_F(StoreDayTest, ADayReplacedByAnotherFileIsFoundAgainByARowWithoutAYear) {
+    const std::string last = LineOf("03/15/24", "12:00", "10");
+    Put("IBM.24", last);
+    EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "11"), DayOutcome::Replaced);
+    EXPECT_EQ(Store("IBM", "someday", "16:00", "50"), DayOutcome::Appended);
+    EXPECT_EQ(File("IBM.24"), LineOf("03/15/24", "16:00", "11") + LineOf("someday", "16:00", "50"));
 }
 
 TEST_F(StoreDayTest, EachRowUsesItsOwnEntries) {

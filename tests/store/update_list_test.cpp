@@ -13,8 +13,9 @@ class UpdateListTest : public ::testing::Test {
 
 TEST_F(UpdateListTest, HoldsACountAndOneQuotedTickerALine) {
     EXPECT_FALSE(AppendUpdateCount(quotes, 2));
-    EXPECT_FALSE(AppendUpdatedTicker(quotes, "MSFT"));
-    EXPECT_FALSE(AppendUpdatedTicker(quotes, "BRK.B"));
+    GrowingFile open(UpdateListPath(quotes));
+    EXPECT_FALSE(AppendUpdatedTicker(open, "MSFT"));
+    EXPECT_FALSE(AppendUpdatedTicker(open, "BRK.B"));
     EXPECT_EQ(folder.Read("EOD/QuoteList.ddq"), "2\r\n\"MSFT\"\r\n\"BRK.B\"\r\n");
     const UpdateList list = ReadUpdateList(quotes);
     EXPECT_EQ(list.outcome, ReadOutcome::Done);
@@ -54,7 +55,8 @@ TEST_F(UpdateListTest, HoldsNoMoreTickersThanATableHasRows) {
 
 TEST_F(UpdateListTest, AFolderInItsPlaceIsAnErrorAndNoList) {
     folder.Folder("EOD/QuoteList.ddq");
-    EXPECT_TRUE(AppendUpdatedTicker(quotes, "A"));
+    GrowingFile open(UpdateListPath(quotes));
+    EXPECT_TRUE(AppendUpdatedTicker(open, "A"));
     EXPECT_EQ(ReadUpdateList(quotes).outcome, ReadOutcome::Failed);
     EXPECT_FALSE(DeleteUpdateList(quotes));
 }
