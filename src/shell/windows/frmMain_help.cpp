@@ -61,9 +61,12 @@ void frmMain::ShowHelp(std::string_view page) {
     helpForm_->ShowPage(page);
 }
 
-// The name of the window in front: the child in the frame, or a window of its own.
+// The name of the window in front: the child in the frame, or a window of its own. A modal one is in front of
+// the frame from its opening, though the system may say a moment later that it is active.
 std::string frmMain::WindowInFront() const {
     const QWidget* window = QApplication::activeWindow();
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (modal && (!window || window == this)) window = modal;
     if (window == this) {
         const QMdiSubWindow* child = area_->activeSubWindow();
         window = child ? child->widget() : this;
