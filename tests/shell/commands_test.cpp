@@ -1,10 +1,14 @@
 #include "shell/commands.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <set>
 #include <string>
+#include <vector>
+
+#include "support/catalogue_words.h"
 
 namespace brantlow {
 namespace {
@@ -27,159 +31,29 @@ TEST(CommandCatalogue, NoTwoEntriesShareAShortcut) {
     }
 }
 
-// What the menu holds, in order: entries and menus by name and words.
-struct MenuWords {
-    std::string_view id, words;
-};
-constexpr MenuWords kMenuWords[] = {
-    {"mnuFile", "&File"},
-    {"mnuFileNew", "&New Quote File"},
-    {"mnuFileNewEODQuoteFile", "New End of Day Quote File"},
-    {"mnuFileNewCreateMarketQuoteFile", "Create Market Quote File"},
-    {"mnuFileOpenQuotesDB", "Open End of Day Quote File"},
-    {"mnuFileOpenEvaluationDB", "Open Stock Selector File"},
-    {"mnuFileOpenExtendedFundamental", "Open Ext Fundamanental File"},
-    {"mnuFileClose", "&Close"},
-    {"mnuFileSave", "&Save"},
-    {"mnuFileSaveAs", "Save &As..."},
-    {"mnuFilePopulate", "Populate Database"},
-    {"mnuFileImportQuotes", "Import File"},
-    {"mnuFileExportQuotes", "&Export File"},
-    {"mnuFileUpdateQuotes", "Update Quotes"},
-    {"mnuFilePrintPreview", "Print Preview Browser"},
-    {"mnuFilePrint", "&Print..."},
-    {"mnuFilePageSetup", "Page Set&up..."},
-    {"mnuFileMRU", ""},
-    {"mnuFileExit", "E&xit"},
-    {"mnuEdit", "&Edit"},
-    {"mnuEditBackUpProgramFiles", "BackUp Program Files"},
-    {"mnuEditBackUpQuoteDatabase", "BackUp Quote Database"},
-    {"mnuEditRestoreProgramFiles", "Restore Program Files"},
-    {"mnuEditRestoreQuoteDatabase", "Restore Quote Database"},
-    {"mnuEditSplitAdjustment", "Split Adjustment"},
-    {"mnuEditEditQuoteFiles", "Edit Quote Files with  Notepad"},
-    {"mnuEditEditDatabaseFiles", "Edit Database Files with  Notepad"},
-    {"mnuEditCombineQuoteFiles", "Combine Quote Files"},
-    {"mnuEditRemoveLastUpdate", "Remove Last Update"},
-    {"mnuEditDelete", "Delete File"},
-    {"mnuView", "&View"},
-    {"mnuViewToolbar", "&Toolbar"},
-    {"mnuViewStatusBar", "Status &Bar"},
-    {"mnuViewAdvanceDecline", "Advance Decline"},
-    {"mnuViewDowngrades", "Downgrades"},
-    {"mnuViewEconomicCalander", "Economic Calander"},
-    {"mnuViewEarnings", "&Earnings"},
-    {"mnuViewInPlay", "In Play"},
-    {"mnuViewIPOs", "IPO's"},
-    {"mnuViewMarketOverview", "&Market Overview"},
-    {"mnuViewMostActiveAMEX", "Most Active: AMEX"},
-    {"mnuViewMostActiveNYSE", "Most Active: NYSE"},
-    {"mnuViewMostActiveNasdq", "Most Active: NASDQ"},
-    {"mnuViewSplits", "&Splits"},
-    {"mnuViewStockScreener", "Stock Screener"},
-    {"mnuViewSymbolSearch", "S&ymbol Search"},
-    {"mnuViewUSIndices", "U.S. Indices"},
-    {"mnuViewUpgrades", "Upgrades"},
-    {"mnuViewWorldIndices", "World Indices"},
-    {"mnuViewBrokererageFirm", "Bro&kerage Firm"},
-    {"mnuSettings", "&Settings"},
-    {"mnuSettingsApplication", "Application"},
-    {"mnuSettingsStockSelector", "&Stock Selector"},
-    {"mnuGraphics", "&Graphics"},
-    {"mnuGraphicsHLC", "High, Low, Close"},
-    {"mnuGraphicsCandleStick", "Candle Stick"},
-    {"mnuEvaluatePickStocks", "St&ock Selector"},
-    {"mnuExtendedFundamentals", "E&xtended Fundamentals"},
-    {"mnuWindow", "&Window"},
-    {"mnuWindowCascade", "&Cascade"},
-    {"mnuWindowTileHorizontal", "Tile &Horizontal"},
-    {"mnuWindowTileVertical", "Tile &Vertical"},
-    {"mnuWindowArrangeIcons", "&Arrange Icons"},
-    {"mnuHelp", "&Help"},
-    {"mnuHelpFile", "&Help File"},
-    {"mnuHelpIndex", "Help &Index"},
-    {"SetupWizard", "Setup Wizard"},
-    {"mnuHelpAbout", "&About "},
-    {"mnuHelpDisclaimer", "Terms, Conditions, and Disclaimer"},
-    {"mnuHelpBrantlowUpdates", "Brantlow Updates"},
-    {"mnuHelpQuestions", "Common Questions"},
-    {"mnuHelpUsersForum", "User's Forum"},
-    {"mnuHelpSupport", "Support"},
-    {"mnuPopUp", "&PopUp"},
-    {"mnuPopUpGraph", "Graph"},
-    {"mnuPopUpGraphicsHLC", "High, Low, Close"},
-    {"mnuPopUpGraphicsCandleStick", "Candle Stick"},
-    {"mnuPopUpSplitAdjustment", "Split Adjustment"},
-    {"mnuPopUpSplitAdjustmentMakeAdjustment", "Make Adjustment"},
-    {"mnuPopUpSplitAdjustmentExit", "Exit"},
-    {"mnuPopUpTrade", "Trade"},
-    {"mnuPopUpExportHistQuotes", "Export Historical Quotes"},
-    {"mnuPopUpAnalyst", "Analyst"},
-    {"mnuPopUpChart", "Chart"},
-    {"mnuPopUpCompetitors", "Competitors"},
-    {"mnuPopUpDetailedQuote", "Detailed Quote"},
-    {"mnuPopUpFinancials", "Financials"},
-    {"mnuPopUpKeyStatistics", "Key Fundamentals"},
-    {"mnuPopUpIndustry", "Industry"},
-    {"mnuPopUpInsiderTrading", "Insider Trading"},
-    {"mnuPopUpMessageBoard", "MessageBoard"},
-    {"mnuPopUpNews", "News"},
-    {"mnuPopUpProfile", "Profile"},
-    {"mnuPopUpOptions", "Options"},
-    {"mnuPopUpOwnership", "Ownership"},
-    {"mnuPopUpRealTimeQuote", "Real Time Quote"},
-    {"mnuPopUpReports", "Reports"},
-    {"mnuPopUpResearch", "Research"},
-    {"mnuPopUpSECFilings", "SEC Filings"},
-};
-
 TEST(CommandCatalogue, EntriesStandInOrderWithTheirWords) {
-    std::size_t next = 0;
+    std::vector<std::string> expected;
+    for (const MenuWords& row : kMenuWords) {
+        expected.push_back(fmt::format("{}/{}: {}", row.parent, row.id, row.words));
+    }
+    std::vector<std::string> found;
     for (const Command& command : kMenu) {
         if (command.row == MenuRow::Separator || command.row == MenuRow::ButtonOnly) continue;
-        while (next < std::size(kMenuWords) && kMenuWords[next].id != command.id) ++next;
-        ASSERT_LT(next, std::size(kMenuWords)) << command.id << " is not in the menu, or not there";
-        EXPECT_EQ(command.words, kMenuWords[next].words) << command.id;
+        found.push_back(fmt::format("{}/{}: {}", command.parent, command.id, command.words));
     }
+    EXPECT_EQ(found, expected);
     EXPECT_EQ(FindCommand("mnuNothing"), nullptr);
 }
 
 TEST(CommandCatalogue, ButtonsHaveTheirToolTipsAndEntries) {
-    struct Row {
-        std::string_view id, toolTip, command;  // without a command: a button with a routine of its own
-    };
-    const Row rows[] = {
-        {"Command1", "Graphics", ""},
-        {"Command4", "Stock Selector", "mnuEvaluatePickStocks"},
-        {"Command5", "Open EOD Quote File", "mnuFileOpenQuotesDB"},
-        {"Command6", "Open Evaluation File", "mnuFileOpenEvaluationDB"},
-        {"Command7", "Close File", "mnuFileClose"},
-        {"Command8", "Save File", "mnuFileSave"},
-        {"Command9", "Print Preveiw Browser", "mnuFilePrintPreview"},
-        {"Command10", "Print", "mnuFilePrint"},
-        {"Command11", "Delete File", "mnuEditDelete"},
-        {"Command12", "Sort Ticker Symbols Ascending", ""},
-        {"Command13", "Sort Ticker Symbols Decending", ""},
-        {"Command14", "Back Up Quote Database", "mnuEditBackUpQuoteDatabase"},
-        {"Command15", "Back Up Program Files", "mnuEditBackUpProgramFiles"},
-        {"Command16", "Restore Backed Up Quote Database", "mnuEditRestoreQuoteDatabase"},
-        {"Command17", "Restore Backed Up Program Files", "mnuEditRestoreProgramFiles"},
-        {"Command18", "Browser Market Overiew", "mnuViewMarketOverview"},
-        {"Command19", "Brantlow Update", "mnuHelpBrantlowUpdates"},
-        {"Command20", "Exit", "mnuFileExit"},
-        {"Command21", "Help", "mnuHelpFile"},
-        {"Command22", "Create New EOD Quote File", "mnuFileNewEODQuoteFile"},
-        {"Command23", "Extended Fundamental Data", ""},
-        {"Command24", "Open Extended Fundamental File", "mnuFileOpenExtendedFundamental"},
-    };
-    for (const Button& button : kButtons) {
-        const auto row = std::find_if(std::begin(rows), std::end(rows),
-                                      [&](const Row& other) { return other.id == button.id; });
-        ASSERT_NE(row, std::end(rows)) << button.id;
-        EXPECT_EQ(button.toolTip, row->toolTip) << button.id;
-        if (row->command.empty()) continue;
-        EXPECT_EQ(button.command, row->command) << button.id;
-        EXPECT_NE(FindCommand(button.command), nullptr) << button.id;
+    EXPECT_EQ(kButtons.size(), std::size(kButtonWords));
+    for (const ButtonWords& row : kButtonWords) {
+        const auto button = std::find_if(kButtons.begin(), kButtons.end(),
+                                         [&](const Button& other) { return other.id == row.id; });
+        ASSERT_NE(button, kButtons.end()) << row.id;
+        EXPECT_EQ(button->toolTip, row.toolTip) << row.id;
+        EXPECT_EQ(button->command, row.command) << row.id;
+        EXPECT_NE(FindCommand(button->command), nullptr) << row.id;
     }
 }
 

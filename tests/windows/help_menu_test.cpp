@@ -106,6 +106,17 @@ class HelpMenuTest : public QObject {
         QTRY_VERIFY(!OpenHelp());
     }
 
+    void theHelpGoesWithTheFrame() {
+        Program program;
+        CopyHelp(program);
+        program.Start("Jan.ddq");
+        program.frame->Run("mnuHelpFile");
+        QVERIFY(OpenHelp());
+        program.frame->Run("mnuFileExit");
+        QVERIFY(!program.frame->isVisible());
+        QVERIFY(!OpenHelp());
+    }
+
     void f1OpensThePageOfTheWindowInFront() {
         Program program;
         CopyHelp(program);

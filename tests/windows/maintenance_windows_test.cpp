@@ -235,6 +235,27 @@ class MaintenanceWindowsTest : public QObject {
         QCOMPARE(program.Read("Jan.ddq"), Program::QuoteTableText(3) + "\r\nT4\t1");
     }
 
+    void theFrameStaysWhileATextIsNotSaved() {
+        KeptProgram program;
+        auto* editor = new TextEditor(program.session.DataFile("Feb.ddq"), program.frame.get());
+        editor->show();
+        editor->findChild<QPlainTextEdit*>()->appendPlainText(QStringLiteral("T41\t1"));
+        QMessageBox::StandardButton answer = QMessageBox::Cancel;
+        QStringList texts;
+        DialogHand hand([&](QDialog& dialog) {
+            texts << qobject_cast<QMessageBox*>(&dialog)->text();
+            PressButton(dialog, answer);
+        });
+        program.frame->Run("mnuFileExit");
+        QVERIFY(program.frame->isVisible() && program.frame->QuoteForm() && editor->isVisible());
+        QCOMPARE(program.Read("Feb.ddq"), Program::QuoteTableText(40));
+        answer = QMessageBox::Save;
+        program.frame->Run("mnuFileExit");
+        QVERIFY(!program.frame->isVisible());
+        QCOMPARE(program.Read("Feb.ddq"), Program::QuoteTableText(40) + "\r\nT41\t1");
+        QCOMPARE(texts, QStringList(2, QStringLiteral("Save the changes?")));
+    }
+
     void editingTheDatabaseStartsInItsFolder() {
         KeptProgram program;
         auto hand = DialogHand([&](QDialog& dialog) {

@@ -28,6 +28,7 @@
 #include "shell/user_store.h"
 #include "shell/windows/command_bar.h"
 #include "shell/windows/frame_area.h"
+#include "shell/windows/frmHelp.h"
 #include "shell/windows/window_person.h"
 #include "store/file_names.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -166,6 +167,7 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
 }
 
 frmMain::~frmMain() {
+    delete helpForm_;
     // The children go after this; nobody is to hear of it any more.
     area_->disconnect(this);
     person_.Detach();
@@ -405,6 +407,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    if (!CloseEditors()) return event->ignore();
+    if (helpForm_) helpForm_->close();
     BackUpBeforeExit();
     if (quoteForm_) {
         SaveRecentFiles(session_);

@@ -180,6 +180,8 @@ class frmMain final : public QMainWindow {
     void UpdateProgram();
     UrlCache& Cache();
     void EditFile(const Path& file);
+    // False when a text that is not saved is to stay open.
+    bool CloseEditors();
     void Tell(const std::string& sentence);
     void ApplyRules();
     void StoreGeometry();

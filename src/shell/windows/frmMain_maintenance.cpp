@@ -1,6 +1,7 @@
 // The housekeeping commands of the Edit menu: back-ups, joining tables, taking an update back, deleting and
 // editing files.
 #include <QStatusBar>
+#include <algorithm>
 
 #include "base/windows/display_text.h"
 #include "base/windows/text_editor.h"
@@ -113,6 +114,11 @@ void frmMain::EditFile(const Path& file) {
         editor->setAttribute(Qt::WA_DeleteOnClose);
         editor->show();
     });
+}
+
+bool frmMain::CloseEditors() {
+    const QList<TextEditor*> editors = findChildren<TextEditor*>();
+    return std::all_of(editors.begin(), editors.end(), [](TextEditor* editor) { return editor->close(); });
 }
 
 }  // namespace brantlow
