@@ -112,8 +112,11 @@ class QuoteUpdate {
         DeleteOneFile(tempFile_);
     }
 
-    bool WriteReply(std::string_view text) const {
-        if (WriteTextFile(tempFile_, text)) return false;
+    bool WriteReply(std::string_view text) {
+        if (const std::error_code error = WriteTextFile(tempFile_, text)) {
+            if (!outcome_.error) outcome_.error = error;
+            return false;
+        }
         return !row_.HasDecimalCommas() || !NormaliseDecimalComma(tempFile_);
     }
 

@@ -7,6 +7,7 @@
 #include <clocale>
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
 #include <memory>
 
 #include "acquire/curl_web.h"
@@ -14,6 +15,7 @@
 #include "acquire/scheduled_start.h"
 #include "base/clock.h"
 #include "base/windows/display_text.h"
+#include "desktop/end_signals.h"
 #include "indicators/analysis.h"
 #include "research/windows/browser.h"
 #include "research/windows/web_sandbox.h"
@@ -58,6 +60,14 @@ class ProgramStyle final : public QProxyStyle {
     }
 };
 
+// Tells why the program cannot go on, at the window and where it was started.
+int Refuse(frmSplash& splash, WindowPerson& person, const std::string& sentence) {
+    splash.close();
+    std::cerr << sentence << std::endl;
+    person.Say(sentence);
+    return EXIT_FAILURE;
+}
+
 std::string Environment(const char* name) {
     const char* value = std::getenv(name);
     return value ? value : "";
@@ -77,26 +87,22 @@ int main(int argc, char** argv) {
 
     frmSplash splash(QStringLiteral(BRANTLOW_VERSION));
     splash.ShowFor(kSplashMilliseconds);
+    CloseWindowsOnEndSignals();
 
     const StartPlaces places = CurrentStartPlaces();
     const Path appPath = ResolveAppPath(places);
     WindowPerson person;
     const std::string failure = MakeWhereMissing(places.executable, appPath);
-    if (!failure.empty()) {
-        splash.close();
-        person.Say(failure);
-        return EXIT_FAILURE;
-    }
+    if (!failure.empty()) return Refuse(splash, person, failure);
     // A folder that cannot be written to takes no lock; there two copies can do each other no harm.
     QLockFile lock(ShownPath(appPath / "Brantlow.lock"));
     lock.setStaleLockTime(0);
     if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError) {
-        splash.close();
         // The copy that is open does the daily update.
         if (QApplication::arguments().contains(QString::fromLatin1(kScheduledFlag))) return EXIT_SUCCESS;
-        person.Say("Brantlow is open already with the folder " + appPath.string() +
-                   ". Two copies would write over each other's files, so this one ends.");
-        return EXIT_FAILURE;
+        return Refuse(splash, person,
+                      "Brantlow is open already with the folder " + appPath.string() +
+                          ". Two copies would write over each other's files, so this one ends.");
     }
     std::error_code ignored;
     std::filesystem::current_path(appPath, ignored);

@@ -26,6 +26,8 @@ class SceneProgram : public Program {
         hosts = Hosts::Parse(
             "QuoteHost=http://quote.test\nYahooBizHost=http://biz.test\n"
             "YahooScreenHost=http://screen.test\nVendorHost=http://vendor.test\n");
+        // The person takes its leave of one frame before it meets the next.
+        frame.reset();
         frame = std::make_unique<frmMain>(session, *analysis, person, web, hosts, store, Browser());
         WriteFiles();
         // A quote of the day for each ticker.

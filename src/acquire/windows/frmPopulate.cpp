@@ -61,7 +61,7 @@ frmPopulate::frmPopulate(Session& session, QWidget* parent) : QDialog(parent), s
         options->addWidget(options_[i]);
     }
     layout->addWidget(frame);
-    auto* buttons = new QDialogButtonBox;
+    auto* buttons = new QDialogButtonBox(this);
     auto* populate = buttons->addButton(QStringLiteral("Populate"), QDialogButtonBox::ActionRole);
     populate->setObjectName(QStringLiteral("Command1"));
     populate->setToolTip(QStringLiteral("Download the history of every ticker of the open quote file"));

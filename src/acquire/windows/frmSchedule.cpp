@@ -157,7 +157,7 @@ QWidget* frmSchedule::InstalledBox() {
 }
 
 QWidget* frmSchedule::Buttons() {
-    auto* box = new QDialogButtonBox;
+    auto* box = new QDialogButtonBox(this);
     QPushButton* install = AddButton(
         *box, QStringLiteral("Command1"), QStringLiteral("&Install"), QDialogButtonBox::ActionRole,
         QStringLiteral("Have the system start Brantlow on these days, in place of any earlier start"));

@@ -50,6 +50,7 @@ TextEditor::TextEditor(Path file, QWidget* parent)
     resize(kEditorSize);
     auto* layout = new QVBoxLayout(this);
     text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    text_->setAccessibleName(QStringLiteral("Text of ") + ShownPath(file_.filename()));
     text_->setLineWrapMode(QPlainTextEdit::NoWrap);
     layout->addWidget(text_);
     QDialogButtonBox* buttons = AddButtons(*layout);

@@ -60,7 +60,7 @@ constexpr std::array kPickLists = {
     PickList{"Combo1", "&Price series", "Series on the price panel", kPriceSeriesItems, &ChartSession::Combo1,
              &PickPriceSeries},
     PickList{"Combo2", "S&tudy", "Study", kStudyItems, &ChartSession::Combo2, &PickStudy},
-    PickList{"Combo3", "V&olume series", "Series on the volume panel", kVolumeSeriesItems,
+    PickList{"Combo3", "Vol&ume series", "Series on the volume panel", kVolumeSeriesItems,
              &ChartSession::Combo3, &PickVolumeSeries},
 };
 

@@ -262,6 +262,8 @@ QWidget* SettingsBinder::Lists(std::string_view selectedList, const QString& ava
     grid->setContentsMargins(0, 0, 0, 0);
     QListWidget* available = List(row.available, row.selectArrow);
     QListWidget* selected = List(row.selected, row.returnArrow);
+    available->setAccessibleName(availableWords);
+    selected->setAccessibleName(selectedWords);
     QAbstractButton* select = Arrow(row.selectArrow, true, available);
     QAbstractButton* takeBack = Arrow(row.returnArrow, false, selected);
     auto* arrows = new QVBoxLayout;

@@ -52,7 +52,7 @@ frmErrorReport::frmErrorReport(Path report, QWidget* parent) : QDialog(parent), 
         paragraph->setFixedWidth(kTextWidth);
         layout->addWidget(paragraph);
     }
-    auto* buttons = new QDialogButtonBox;
+    auto* buttons = new QDialogButtonBox(this);
     auto* view = buttons->addButton(QStringLiteral("View Data Report"), QDialogButtonBox::ActionRole);
     view->setObjectName(QStringLiteral("Command1"));
     view->setToolTip(QStringLiteral("Show the list of tickers with too little history"));
@@ -62,6 +62,7 @@ frmErrorReport::frmErrorReport(Path report, QWidget* parent) : QDialog(parent), 
     auto* close = buttons->addButton(QStringLiteral("Close"), QDialogButtonBox::RejectRole);
     close->setObjectName(QStringLiteral("Command2"));
     close->setDefault(true);
+    close->setFocus();
     layout->addWidget(buttons);
     connect(view, &QPushButton::clicked, this, &frmErrorReport::ViewDataReport);
     connect(repopulate, &QPushButton::clicked, this, &frmErrorReport::Repopulate);

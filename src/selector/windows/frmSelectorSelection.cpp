@@ -36,7 +36,7 @@ frmSelectorSelection::frmSelectorSelection(QWidget* parent) : QDialog(parent) {
     Option2->setChecked(true);
     layout->addWidget(frame);
 
-    auto* buttons = new QDialogButtonBox;
+    auto* buttons = new QDialogButtonBox(this);
     auto* go = buttons->addButton(QStringLiteral("Continue"), QDialogButtonBox::AcceptRole);
     go->setObjectName(QStringLiteral("Command1"));
     go->setToolTip(QStringLiteral("Start the Stock Selector"));

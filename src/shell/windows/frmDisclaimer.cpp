@@ -53,6 +53,7 @@ frmDisclaimer::frmDisclaimer(Person& person, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     auto* terms = new QListWidget;
     terms->setObjectName(QStringLiteral("List1"));
+    terms->setAccessibleName(windowTitle());
     terms->setWordWrap(true);
     terms->setSelectionMode(QAbstractItemView::NoSelection);
     terms->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);

@@ -51,6 +51,7 @@ frmHelp::frmHelp(const Path& folder, QWidget* parent)
     bar->addWidget(find_);
     layout->addWidget(bar);
     page_->setObjectName(QStringLiteral("Page"));
+    page_->setAccessibleName(QStringLiteral("Help page"));
     page_->setSearchPaths({ShownPath(folder)});
     page_->document()->setDocumentMargin(18);
     layout->addWidget(page_);

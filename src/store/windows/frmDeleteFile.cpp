@@ -61,7 +61,9 @@ frmDeleteFile::frmDeleteFile(Person& person, Path folder, QWidget* parent)
     resize(kWindowSize);
     Dir1->setObjectName(QStringLiteral("Dir1"));
     Dir1->setToolTip(QStringLiteral("Double click, or the Enter key, opens a folder"));
+    Dir1->setAccessibleName(QStringLiteral("Select Directory"));
     File1->setObjectName(QStringLiteral("File1"));
+    File1->setAccessibleName(QStringLiteral("Select File"));
     chosen_->setObjectName(QStringLiteral("Text1"));
     chosen_->setReadOnly(true);
     chosen_->setFocusPolicy(Qt::NoFocus);

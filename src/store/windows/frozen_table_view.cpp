@@ -39,6 +39,7 @@ int RowHeight(const QWidget& widget) {
 
 FrozenTableView::FrozenTableView(QWidget* parent) : QTableView(parent), frozen_(new QTableView(this)) {
     setObjectName(QStringLiteral("MSHFlexGrid1"));
+    setAccessibleName(QStringLiteral("Tickers and their quotes"));
     SetUp(*this);
     setFrameShape(QFrame::NoFrame);
     frozen_->setObjectName(QStringLiteral("FrozenColumn"));

@@ -1,0 +1,69 @@
+#!/usr/bin/env bash
+# Starts the desktop program twice on one folder, without a screen: the second copy says that the first is open and
+# fails, a scheduled one ends quietly, and a program that is told to end closes its windows in order.
+#
+#   second_copy_test.sh BRANTLOW
+set -euo pipefail
+program=$1
+scratch=$(mktemp -d)
+first=
+cleanup() {
+  [[ -z $first ]] || kill -9 "$first" 2>/dev/null || true
+  rm -rf "$scratch"
+}
+trap cleanup EXIT
+mkdir -m 700 "$scratch/runtime"
+mkdir -p "$scratch/app/Data"
+export BRANTLOW_HOME=$scratch/app HOME=$scratch XDG_RUNTIME_DIR=$scratch/runtime XDG_CONFIG_HOME=$scratch/config
+unset DISPLAY WAYLAND_DISPLAY
+printf 'Ticker Symbol\tLast Price\r\nKO\t1.000\r\n' >"$scratch/app/Data/Mine.ddq"
+printf '"Mine.ddq"\r\n""\r\n""\r\n""\r\n' >"$scratch/app/Data/VTRMRUset.ini"
+printf 'VendorHost=http://127.0.0.1:9\r\n' >"$scratch/app/Data/Hosts.ini"
+
+fail() {
+  echo "FAILED: $*"
+  cat "$scratch"/*.txt
+  exit 1
+}
+# wait_for WHAT COMMAND...: until the command succeeds, at most half a minute.
+wait_for() {
+  local what=$1 tries
+  shift
+  for ((tries = 0; tries < 300; tries++)); do
+    if "$@" 2>/dev/null; then return; fi
+    sleep 0.1
+  done
+  fail "waited too long for $what"
+}
+
+"$program" >"$scratch/first.txt" 2>&1 &
+first=$!
+wait_for "the first copy" test -e "$scratch/app/Brantlow.lock"
+
+"$program" >"$scratch/second.txt" 2>&1 &
+second=$!
+wait_for "the second copy's sentence" grep -q \
+  "^Brantlow is open already with the folder $scratch/app. Two copies would write over each other's files, so this one ends.$" \
+  "$scratch/second.txt"
+kill -0 "$second" || fail "the sentence is not shown until it is read"
+kill -TERM "$second"
+status=0
+wait "$second" || status=$?
+[[ $status -eq 1 ]] || fail "the second copy ended with $status"
+
+status=0
+"$program" --scheduled >"$scratch/scheduled.txt" 2>&1 || status=$?
+[[ $status -eq 0 ]] || fail "the scheduled copy ended with $status"
+! grep -q "open already" "$scratch/scheduled.txt" || fail "the scheduled copy spoke"
+
+kill -0 "$first" || fail "the first copy is gone"
+before=$(stat -c %i "$scratch/app/Data/VTRMRUset.ini")
+kill -TERM "$first"
+status=0
+wait "$first" || status=$?
+first=
+[[ $status -eq 0 ]] || fail "the first copy ended with $status"
+[[ $(stat -c %i "$scratch/app/Data/VTRMRUset.ini") != "$before" ]] || fail "the list of recent files was not kept"
+[[ -e $scratch/config/Brantlow.ini || -n $(find "$scratch/config" -type f) ]] || fail "the window's place was not kept"
+[[ ! -e $scratch/app/Brantlow.lock ]] || fail "the folder is still locked"
+echo "all checks of a second copy passed"
