@@ -182,7 +182,6 @@ class frmMain final : public QMainWindow {
     void EditFile(const Path& file);
     // False when a text that is not saved is to stay open.
     bool CloseEditors();
-    void Tell(const std::string& sentence);
     void ApplyRules();
     void StoreGeometry();
     void AskInterval();

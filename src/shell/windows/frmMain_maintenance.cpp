@@ -1,12 +1,10 @@
 // The housekeeping commands of the Edit menu: back-ups, joining tables, taking an update back, deleting and
 // editing files.
-#include <QStatusBar>
 #include <algorithm>
 
 #include "base/windows/display_text.h"
 #include "base/windows/text_editor.h"
 #include "shell/settings/settings_files.h"
-#include "shell/status_words.h"
 #include "shell/windows/command_bar.h"
 #include "shell/windows/frmMain.h"
 #include "shell/windows/window_person.h"
@@ -34,14 +32,7 @@ void frmMain::RunBackUp(BackedUp what, bool restores) {
         LoadAllSettings(session_.AppPath, session_.settings);
         commands_->ShowRecentFiles(session_.settings.MruSettings);
     }
-    Tell(std::to_string(result.copy.copied) + (result.copy.copied == 1 ? " file copied" : " files copied"));
-}
-
-// For a moment in the status bar, for what went well and needs no answer.
-void frmMain::Tell(const std::string& sentence) {
-    constexpr int kMilliseconds = 8000;
-    person_.ShowStatusWord(kStatusComplete);
-    statusBar()->showMessage(QString::fromStdString(sentence), kMilliseconds);
+    Notice(std::to_string(result.copy.copied) + (result.copy.copied == 1 ? " file copied" : " files copied"));
 }
 
 void frmMain::BackUpProgramFiles() {
@@ -68,7 +59,7 @@ void frmMain::RemoveUpdate() {
     if (result.error) {
         return person_.Say("The database could not be written: " + result.error.message());
     }
-    Tell(std::to_string(result.removed) + (result.removed == 1 ? " record removed" : " records removed"));
+    Notice(std::to_string(result.removed) + (result.removed == 1 ? " record removed" : " records removed"));
 }
 
 void frmMain::CombineFiles() {
@@ -87,7 +78,7 @@ void frmMain::CombineFiles() {
     if (combined.error) {
         return person_.Say(names[2] + ": cannot be saved (" + combined.error.message() + ")");
     }
-    Tell(names[2] + ": " + std::to_string(combined.rows) + " rows");
+    Notice(names[2] + ": " + std::to_string(combined.rows) + " rows");
 }
 
 void frmMain::DeleteFiles() {
