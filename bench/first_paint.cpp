@@ -17,12 +17,12 @@
 #include <string>
 #include <vector>
 
-#include "acquire/memory_web.h"
+#include "acquire/web/memory_web.h"
 #include "base/clock.h"
 #include "indicators/analysis.h"
+#include "shell/frame/windows/frmMain.h"
+#include "shell/frame/windows/window_person.h"
 #include "shell/session.h"
-#include "shell/windows/frmMain.h"
-#include "shell/windows/window_person.h"
 #include "store/columns.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"

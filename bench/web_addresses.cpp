@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "acquire/history_address.h"
-#include "acquire/hosts.h"
-#include "acquire/quote_request.h"
+#include "acquire/feeds/history_address.h"
+#include "acquire/feeds/quote_request.h"
+#include "acquire/web/hosts.h"
 #include "base/dates.h"
 #include "shell/settings/settings_files.h"
 #include "store/table_files.h"

@@ -9,7 +9,7 @@ set -euo pipefail
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../src}"
 
 # Ground first. Every folder named windows stands on the floor "windows", whatever room it belongs to.
-floors='base|shell shell/settings|store|indicators|selector|acquire splits|alerts|daily|chart|research|screens|windows|desktop batch market'
+floors='base|shell shell/settings shell/frame|acquire/web store|indicators alerts acquire/schedule acquire/version|selector splits|chart acquire/feeds research|daily screens|windows|desktop batch market'
 
 {
   find . -type f \( -name '*.h' -o -name '*.cpp' \) -printf 'file %P\n'

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "acquire/hosts.h"
-#include "acquire/web.h"
+#include "acquire/web/hosts.h"
+#include "acquire/web/web.h"
 #include "shell/settings/settings_tables.h"
 
 namespace brantlow {

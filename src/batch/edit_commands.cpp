@@ -1,6 +1,6 @@
 // The commands that edit a table: add, delete and alarm.
-#include "acquire/add_ticker.h"
-#include "acquire/curl_web.h"
+#include "acquire/feeds/add_ticker.h"
+#include "acquire/web/curl_web.h"
 #include "alerts/alarm_edit.h"
 #include "base/numbers.h"
 #include "base/text.h"

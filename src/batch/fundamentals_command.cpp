@@ -1,5 +1,5 @@
-#include "acquire/curl_web.h"
-#include "acquire/extended_fundamentals.h"
+#include "acquire/feeds/extended_fundamentals.h"
+#include "acquire/web/curl_web.h"
 #include "batch/commands.h"
 #include "batch/table_calls.h"
 #include "shell/memory_status.h"

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <array>
 
-#include "acquire/curl_web.h"
-#include "acquire/history_download.h"
+#include "acquire/feeds/history_download.h"
+#include "acquire/web/curl_web.h"
 #include "batch/commands.h"
 #include "batch/table_calls.h"
 #include "shell/settings/settings_files.h"

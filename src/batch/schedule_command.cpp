@@ -1,5 +1,5 @@
-#include "acquire/daily_start.h"
-#include "acquire/update_schedule.h"
+#include "acquire/schedule/daily_start.h"
+#include "acquire/schedule/update_schedule.h"
 #include "batch/commands.h"
 
 namespace brantlow {

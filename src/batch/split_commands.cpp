@@ -1,10 +1,10 @@
-#include "acquire/curl_web.h"
-#include "acquire/split_calendar_page.h"
+#include "acquire/web/curl_web.h"
 #include "batch/commands.h"
 #include "batch/ticker_lines.h"
 #include "shell/memory_status.h"
 #include "splits/split_adjustment.h"
 #include "splits/split_calendar.h"
+#include "splits/split_calendar_page.h"
 #include "splits/split_factors.h"
 
 namespace brantlow {

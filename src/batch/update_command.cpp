@@ -1,4 +1,4 @@
-#include "acquire/curl_web.h"
+#include "acquire/web/curl_web.h"
 #include "batch/table_calls.h"
 #include "batch/table_commands.h"
 #include "daily/daily_update.h"

@@ -1,7 +1,7 @@
 #include "daily/daily_update.h"
 
-#include "acquire/split_calendar_page.h"
 #include "shell/status_words.h"
+#include "splits/split_calendar_page.h"
 #include "store/table_edit.h"
 
 namespace brantlow {

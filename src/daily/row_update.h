@@ -9,8 +9,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "acquire/quote_reply.h"
-#include "acquire/quote_request.h"
+#include "acquire/feeds/quote_reply.h"
+#include "acquire/feeds/quote_request.h"
 #include "daily/update_quotes.h"
 #include "store/table_colours.h"
 

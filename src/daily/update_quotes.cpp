@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "acquire/downloads.h"
-#include "acquire/fetch_queue.h"
-#include "acquire/quote_reply.h"
-#include "acquire/quote_request.h"
+#include "acquire/feeds/quote_reply.h"
+#include "acquire/feeds/quote_request.h"
+#include "acquire/web/downloads.h"
+#include "acquire/web/fetch_queue.h"
 #include "base/text.h"
 #include "daily/row_update.h"
 #include "store/import_record.h"

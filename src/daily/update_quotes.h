@@ -9,8 +9,8 @@
 #include <string_view>
 #include <system_error>
 
-#include "acquire/hosts.h"
-#include "acquire/web.h"
+#include "acquire/web/hosts.h"
+#include "acquire/web/web.h"
 #include "alerts/stock_alert.h"
 #include "shell/memory_status.h"
 #include "shell/session.h"

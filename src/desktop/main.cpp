@@ -10,9 +10,9 @@
 #include <iostream>
 #include <memory>
 
-#include "acquire/curl_web.h"
-#include "acquire/hosts.h"
-#include "acquire/scheduled_start.h"
+#include "acquire/schedule/scheduled_start.h"
+#include "acquire/web/curl_web.h"
+#include "acquire/web/hosts.h"
 #include "base/clock.h"
 #include "base/windows/display_text.h"
 #include "desktop/end_signals.h"
@@ -20,11 +20,11 @@
 #include "research/windows/browser.h"
 #include "research/windows/web_sandbox.h"
 #include "shell/app_folder.h"
+#include "shell/frame/windows/frmMain.h"
+#include "shell/frame/windows/frmSplash.h"
+#include "shell/frame/windows/window_person.h"
 #include "shell/session.h"
 #include "shell/user_store.h"
-#include "shell/windows/frmMain.h"
-#include "shell/windows/frmSplash.h"
-#include "shell/windows/window_person.h"
 
 using namespace brantlow;
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <string>
 
-#include "acquire/version_check.h"
+#include "acquire/version/version_check.h"
 #include "base/text.h"
 #include "market/fundamental_pages.h"
 #include "market/history_reply.h"

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 #include "base/numbers.h"
 #include "base/values.h"
 #include "market/market_request.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 
 namespace brantlow {
 

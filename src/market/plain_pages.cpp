@@ -7,7 +7,7 @@
 #include <chrono>
 #include <vector>
 
-#include "acquire/version_check.h"
+#include "acquire/version/version_check.h"
 #include "base/text.h"
 #include "market/html.h"
 #include "market/quote_of_day.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 #include "shell/settings/settings_tables.h"
 
 namespace brantlow {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <span>
 
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 #include "base/numbers.h"
 #include "screens/control_loading.h"
 #include "screens/settings_store.h"

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 #include "screens/settings_controls.h"
 #include "shell/settings/settings_tables.h"
 

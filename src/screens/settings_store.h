@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 #include "base/files.h"
 #include "shell/settings/settings_files.h"
 

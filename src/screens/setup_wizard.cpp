@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "acquire/update_schedule.h"
+#include "acquire/schedule/update_schedule.h"
 #include "screens/control_loading.h"
 #include "screens/settings_controls.h"
 #include "screens/settings_store.h"

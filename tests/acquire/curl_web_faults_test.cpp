@@ -4,9 +4,9 @@
 
 #include <atomic>
 
-#include "acquire/curl_web.h"
-#include "acquire/downloads.h"
 #include "acquire/waiting_person.h"
+#include "acquire/web/curl_web.h"
+#include "acquire/web/downloads.h"
 #include "acquire/web_test_tools.h"
 #include "support/temp_folder.h"
 

@@ -1,4 +1,4 @@
-#include "acquire/curl_web.h"
+#include "acquire/web/curl_web.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -10,8 +10,8 @@
 #include <set>
 #include <thread>
 
-#include "acquire/fetch_queue.h"
 #include "acquire/waiting_person.h"
+#include "acquire/web/fetch_queue.h"
 #include "acquire/web_test_tools.h"
 
 namespace brantlow {

@@ -1,9 +1,9 @@
-#include "acquire/downloads.h"
+#include "acquire/web/downloads.h"
 
 #include <gtest/gtest.h>
 
-#include "acquire/memory_web.h"
 #include "acquire/waiting_person.h"
+#include "acquire/web/memory_web.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {

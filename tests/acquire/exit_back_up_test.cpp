@@ -1,4 +1,4 @@
-#include "acquire/exit_back_up.h"
+#include "store/exit_back_up.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "acquire/extended_fundamentals.h"
+#include "acquire/feeds/extended_fundamentals.h"
 
 #include <gtest/gtest.h>
 
-#include "acquire/memory_web.h"
+#include "acquire/web/memory_web.h"
 #include "shell/memory_status.h"
 #include "store/table_files.h"
 #include "support/recording_person.h"

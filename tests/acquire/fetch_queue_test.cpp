@@ -1,8 +1,8 @@
-#include "acquire/fetch_queue.h"
+#include "acquire/web/fetch_queue.h"
 
 #include <gtest/gtest.h>
 
-#include "acquire/memory_web.h"
+#include "acquire/web/memory_web.h"
 
 namespace brantlow {
 namespace {

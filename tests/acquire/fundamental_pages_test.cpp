@@ -1,4 +1,4 @@
-#include "acquire/fundamental_pages.h"
+#include "acquire/feeds/fundamental_pages.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "acquire/history_address.h"
+#include "acquire/feeds/history_address.h"
 
 #include <gtest/gtest.h>
 

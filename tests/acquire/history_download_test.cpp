@@ -1,4 +1,4 @@
-#include "acquire/history_download.h"
+#include "acquire/feeds/history_download.h"
 
 #include <algorithm>
 

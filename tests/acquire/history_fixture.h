@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "acquire/history_address.h"
-#include "acquire/history_download.h"
-#include "acquire/memory_web.h"
+#include "acquire/feeds/history_address.h"
+#include "acquire/feeds/history_download.h"
+#include "acquire/web/memory_web.h"
 #include "base/values.h"
 #include "support/recording_person.h"
 #include "support/temp_folder.h"

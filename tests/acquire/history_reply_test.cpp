@@ -1,4 +1,4 @@
-#include "acquire/history_reply.h"
+#include "acquire/feeds/history_reply.h"
 
 #include <gtest/gtest.h>
 

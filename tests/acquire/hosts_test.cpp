@@ -1,4 +1,4 @@
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "acquire/page_decoding.h"
+#include "acquire/web/page_decoding.h"
 
 #include <gtest/gtest.h>
 

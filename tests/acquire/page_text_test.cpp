@@ -1,4 +1,4 @@
-#include "acquire/page_text.h"
+#include "acquire/web/page_text.h"
 
 #include <gtest/gtest.h>
 

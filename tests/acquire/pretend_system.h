@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "acquire/start_keeper.h"
+#include "acquire/schedule/start_keeper.h"
 
 namespace brantlow {
 

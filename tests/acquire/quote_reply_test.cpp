@@ -1,4 +1,4 @@
-#include "acquire/quote_reply.h"
+#include "acquire/feeds/quote_reply.h"
 
 #include "support/session_fixture.h"
 

@@ -1,4 +1,4 @@
-#include "acquire/quote_request.h"
+#include "acquire/feeds/quote_request.h"
 
 #include "support/session_fixture.h"
 

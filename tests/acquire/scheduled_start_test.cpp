@@ -1,4 +1,4 @@
-#include "acquire/scheduled_start.h"
+#include "acquire/schedule/scheduled_start.h"
 
 #include <gtest/gtest.h>
 

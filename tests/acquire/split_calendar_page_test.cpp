@@ -1,8 +1,8 @@
-#include "acquire/split_calendar_page.h"
+#include "splits/split_calendar_page.h"
 
 #include <gtest/gtest.h>
 
-#include "acquire/memory_web.h"
+#include "acquire/web/memory_web.h"
 
 namespace brantlow {
 namespace {

@@ -1,4 +1,4 @@
-#include "acquire/start_keeper.h"
+#include "acquire/schedule/start_keeper.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "acquire/update_schedule.h"
+#include "acquire/schedule/update_schedule.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,13 @@
 // The helper that brings a new version in, and the signature that it needs.
-#include "acquire/updater.h"
+#include "acquire/version/updater.h"
 
 #include <openssl/evp.h>
 #include <openssl/pem.h>
 
 #include <memory>
 
-#include "acquire/memory_web.h"
-#include "acquire/signature.h"
+#include "acquire/version/signature.h"
+#include "acquire/web/memory_web.h"
 #include "store/store_fixture.h"
 
 namespace brantlow {

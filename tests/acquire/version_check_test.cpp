@@ -1,10 +1,10 @@
-#include "acquire/version_check.h"
+#include "acquire/version/version_check.h"
 
 #include <gtest/gtest.h>
 
 #include <regex>
 
-#include "acquire/memory_web.h"
+#include "acquire/web/memory_web.h"
 #include "support/recording_person.h"
 #include "support/temp_folder.h"
 

@@ -1,10 +1,10 @@
 // The web cache, the per-user store and the offline flag.
 #include <gtest/gtest.h>
 
-#include "acquire/memory_web.h"
-#include "acquire/online_status.h"
-#include "acquire/url_cache.h"
-#include "acquire/user_registry.h"
+#include "acquire/version/online_status.h"
+#include "acquire/version/user_registry.h"
+#include "acquire/web/memory_web.h"
+#include "acquire/web/url_cache.h"
 #include "shell/user_store.h"
 #include "support/temp_folder.h"
 

@@ -1,4 +1,4 @@
-#include "acquire/web.h"
+#include "acquire/web/web.h"
 
 #include <gtest/gtest.h>
 

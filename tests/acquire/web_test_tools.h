@@ -5,7 +5,7 @@
 #include <string>
 
 #include "acquire/raw_server.h"
-#include "acquire/web_time.h"
+#include "acquire/web/web_time.h"
 
 namespace brantlow {
 

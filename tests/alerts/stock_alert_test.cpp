@@ -1,6 +1,6 @@
 #include "alerts/stock_alert.h"
 
-#include "acquire/memory_web.h"
+#include "acquire/web/memory_web.h"
 #include "support/session_fixture.h"
 
 namespace brantlow {

@@ -1,7 +1,7 @@
 #include "daily/daily_update.h"
 
-#include "acquire/split_calendar_page.h"
 #include "daily/update_fixture.h"
+#include "splits/split_calendar_page.h"
 
 namespace brantlow {
 namespace {

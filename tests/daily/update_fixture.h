@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "acquire/memory_web.h"
+#include "acquire/web/memory_web.h"
 #include "daily/reply_line.h"
 #include "daily/update_quotes.h"
 #include "support/session_fixture.h"

@@ -5,7 +5,7 @@
 
 #include <set>
 
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 #include "market/market_request.h"
 #include "support/temp_folder.h"
 

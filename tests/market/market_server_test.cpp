@@ -4,8 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "acquire/curl_web.h"
 #include "acquire/waiting_person.h"
+#include "acquire/web/curl_web.h"
 #include "acquire/web_test_tools.h"
 #include "market_fixture.h"
 

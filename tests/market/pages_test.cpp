@@ -4,11 +4,11 @@
 
 #include <span>
 
-#include "acquire/fundamental_labels.h"
-#include "acquire/memory_web.h"
-#include "acquire/page_text.h"
-#include "acquire/url_cache.h"
-#include "acquire/version_check.h"
+#include "acquire/feeds/fundamental_labels.h"
+#include "acquire/version/version_check.h"
+#include "acquire/web/memory_web.h"
+#include "acquire/web/page_text.h"
+#include "acquire/web/url_cache.h"
 #include "base/numbers.h"
 #include "market/market_request.h"
 #include "market/plain_pages.h"

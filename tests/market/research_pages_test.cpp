@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "acquire/page_text.h"
+#include "acquire/web/page_text.h"
 #include "market/market_hosts.h"
 #include "market_fixture.h"
 #include "research/research_catalogue.h"

@@ -1,6 +1,6 @@
 #include "screens/setup_wizard.h"
 
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 #include "shell/settings/settings_defaults.h"
 #include "shell/settings/settings_files.h"
 #include "support/session_fixture.h"

@@ -1,4 +1,4 @@
-#include "shell/commands.h"
+#include "shell/frame/commands.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>

@@ -17,8 +17,8 @@ new_tree() {
   put store/table.h '#include "shell/session.h"' '#include "row.h"'
   put store/row.h '#pragma once'
   put acquire/update.cpp '#include <queue>' '#include "store/table.h"'
-  put shell/windows/frmMain.h '#include <QMainWindow>' '#include "store/table.h"'
-  put desktop/main.cpp '#include <QApplication>' '#include "shell/windows/frmMain.h"'
+  put shell/frame/windows/frmMain.h '#include <QMainWindow>' '#include "store/table.h"'
+  put desktop/main.cpp '#include <QApplication>' '#include "shell/frame/windows/frmMain.h"'
 }
 
 # put FILE LINE...
@@ -53,8 +53,8 @@ put base/text.cpp '#include "store/table.h"'
 expect_offence "an upward include" 'base/text.cpp: includes "store/table.h" from a higher floor'
 
 new_tree
-put store/table.cpp '  #  include   "shell/windows/frmMain.h"'
-expect_offence "the engine including a window" 'store/table.cpp: includes "shell/windows/frmMain.h"'
+put store/table.cpp '  #  include   "shell/frame/windows/frmMain.h"'
+expect_offence "the engine including a window" 'store/table.cpp: includes "shell/frame/windows/frmMain.h"'
 
 new_tree
 put batch/main.cpp '#include "store/table.h"'

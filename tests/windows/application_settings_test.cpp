@@ -10,7 +10,7 @@
 #include <QTabWidget>
 #include <set>
 
-#include "acquire/windows/frmSchedule.h"
+#include "acquire/schedule/windows/frmSchedule.h"
 #include "screens/windows/folder_picker.h"
 #include "screens/windows/frmApplicationSettings.h"
 #include "screens/windows/settings_pages.h"

@@ -8,7 +8,7 @@
 #include <csignal>
 
 #include "catalogue_scene.h"
-#include "shell/windows/frmEnable.h"
+#include "shell/frame/windows/frmEnable.h"
 
 using namespace brantlow;
 

@@ -1,7 +1,7 @@
 // What pages may do in the browser window, and what they leave behind.
 #include <QSignalSpy>
 
-#include "acquire/url_cache.h"
+#include "acquire/web/url_cache.h"
 #include "browser_fixture.h"
 #include "research/windows/web_rules.h"
 #include "research/windows/web_sandbox.h"

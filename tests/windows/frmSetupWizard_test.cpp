@@ -9,7 +9,7 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 
-#include "acquire/windows/frmSchedule.h"
+#include "acquire/schedule/windows/frmSchedule.h"
 #include "window_fixture.h"
 
 using namespace brantlow;

@@ -4,7 +4,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "shell/windows/frmSplash.h"
+#include "shell/frame/windows/frmSplash.h"
 
 using namespace brantlow;
 

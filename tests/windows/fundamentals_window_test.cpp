@@ -2,8 +2,8 @@
 #include <QAction>
 #include <QPushButton>
 
-#include "shell/windows/frmEnable.h"
-#include "shell/windows/frmLowMemory.h"
+#include "shell/frame/windows/frmEnable.h"
+#include "shell/frame/windows/frmLowMemory.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"

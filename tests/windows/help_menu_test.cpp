@@ -4,10 +4,10 @@
 #include <QPushButton>
 #include <QTextBrowser>
 
-#include "acquire/version_check.h"
-#include "acquire/windows/frmVersionUpdate.h"
-#include "shell/windows/frmDisclaimer.h"
-#include "shell/windows/frmHelp.h"
+#include "acquire/version/version_check.h"
+#include "acquire/version/windows/frmVersionUpdate.h"
+#include "shell/frame/windows/frmDisclaimer.h"
+#include "shell/frame/windows/frmHelp.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "support/source_folder.h"
 #include "window_fixture.h"

@@ -4,8 +4,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include "acquire/windows/frmPopulate.h"
-#include "shell/windows/frmEnable.h"
+#include "acquire/feeds/windows/frmPopulate.h"
+#include "shell/frame/windows/frmEnable.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "window_fixture.h"
 

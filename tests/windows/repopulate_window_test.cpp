@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "selector/windows/frmErrorReport.h"
-#include "shell/windows/frmEnable.h"
+#include "shell/frame/windows/frmEnable.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "window_fixture.h"
 

@@ -7,8 +7,8 @@
 #include <QPushButton>
 
 #include "research/research_catalogue.h"
+#include "shell/frame/windows/frmForumLogin.h"
 #include "shell/user_store.h"
-#include "shell/windows/frmForumLogin.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"

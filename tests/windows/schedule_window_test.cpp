@@ -4,7 +4,7 @@
 #include <QTimeEdit>
 
 #include "acquire/pretend_system.h"
-#include "acquire/windows/frmSchedule.h"
+#include "acquire/schedule/windows/frmSchedule.h"
 #include "window_fixture.h"
 
 using namespace brantlow;

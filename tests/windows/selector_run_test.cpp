@@ -6,7 +6,7 @@
 
 #include "selector/windows/frmErrorReport.h"
 #include "selector/windows/frmSelectorSelection.h"
-#include "shell/windows/frmEnable.h"
+#include "shell/frame/windows/frmEnable.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"

@@ -17,16 +17,16 @@
 #include <string>
 #include <vector>
 
-#include "acquire/memory_web.h"
+#include "acquire/web/memory_web.h"
 #include "base/clock.h"
 #include "base/files.h"
 #include "base/windows/display_text.h"
 #include "indicators/analysis.h"
+#include "shell/frame/windows/command_bar.h"
+#include "shell/frame/windows/frmMain.h"
+#include "shell/frame/windows/window_person.h"
 #include "shell/session.h"
 #include "shell/settings/settings_files.h"
-#include "shell/windows/command_bar.h"
-#include "shell/windows/frmMain.h"
-#include "shell/windows/window_person.h"
 #include "store/columns.h"
 #include "store/file_names.h"
 #include "support/temp_folder.h"

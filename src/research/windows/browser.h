@@ -3,7 +3,7 @@
 #pragma once
 
 #include "research/windows/web_profile.h"
-#include "shell/windows/browser_operations.h"
+#include "shell/frame/windows/browser_operations.h"
 
 namespace brantlow {
 

@@ -6,7 +6,7 @@
 #include <QUrl>
 #include <QWidget>
 
-#include "shell/windows/browser_operations.h"
+#include "shell/frame/windows/browser_operations.h"
 
 class QAction;
 class QComboBox;

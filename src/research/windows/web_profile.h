@@ -6,7 +6,7 @@
 #include <QWebEngineUrlRequestInterceptor>
 #include <memory>
 
-#include "acquire/url_cache.h"
+#include "acquire/web/url_cache.h"
 #include "shell/person.h"
 
 class QWebEngineDownloadRequest;

@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-#include "acquire/web.h"
+#include "acquire/web/web.h"
 #include "base/windows/display_text.h"
 
 namespace brantlow {

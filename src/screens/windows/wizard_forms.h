@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <functional>
 
-#include "acquire/hosts.h"
+#include "acquire/web/hosts.h"
 #include "screens/setup_wizard.h"
 #include "shell/session.h"
 

@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <string>
 
-#include "shell/commands.h"
+#include "shell/frame/commands.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
 #include "store/table_edit.h"

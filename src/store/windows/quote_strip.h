@@ -7,7 +7,7 @@
 #include <array>
 #include <string_view>
 
-#include "shell/commands.h"
+#include "shell/frame/commands.h"
 
 class QLineEdit;
 

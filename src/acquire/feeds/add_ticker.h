@@ -1,0 +1,22 @@
+// Adding a ticker to the open table with its history, as the button "Add Symbol" does.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+#include "acquire/web/hosts.h"
+#include "acquire/web/web.h"
+#include "shell/session.h"
+#include "store/table_edit.h"
+
+namespace brantlow {
+
+// Adds the ticker (AppendTicker), sorts the table by `sortColumn`, downloads the history of a new ticker of
+// an end-of-day table when the settings name years for it, and saves when they save by themselves. Messages,
+// status words and the ticker count go to the session's person. `rowAdded`, which may be empty, is called
+// once the table has its new row, before the download.
+TableEdit AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& table,
+                    const NewTicker& ticker, std::size_t sortColumn,
+                    const std::function<void()>& rowAdded = {});
+
+}  // namespace brantlow

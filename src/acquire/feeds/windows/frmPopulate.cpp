@@ -1,0 +1,96 @@
+#include "acquire/feeds/windows/frmPopulate.h"
+
+#include <QDialogButtonBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+#include <string_view>
+
+#include "base/windows/display_text.h"
+#include "shell/settings/settings_files.h"
+
+namespace brantlow {
+
+namespace {
+
+// Line of DataSettings that holds the years.
+constexpr std::size_t kHistoryYearsLine = 6;
+constexpr int kTextWidth = 420;
+
+struct YearsOption {
+    std::string_view control;
+    std::string_view words;
+    double years;
+};
+constexpr std::array<YearsOption, 4> kYearsOptions = {{
+    {"Option1", "2 Years", 2},
+    {"Option2", "5 Years", 5},
+    {"Option3", "10Years", 10},
+    {"Option4", "20 Years", 20},
+}};
+
+constexpr std::string_view kExplanation =
+    "This function is used to build a historical database of quote data. This data will be used for end of "
+    "day Graphics, Analysis, and generating Stock Picks. Once the Database is built for the quote file you "
+    "have open, this function is no longer needed for this quote file. To keep end the database current, all "
+    "you need to do is simply update the quote file daily. This can be totally automated by selecting Help "
+    "and Setup Wizard.";
+constexpr std::string_view kSelectTimeFrame = "You must select a database time frame.";
+
+}  // namespace
+
+frmPopulate::frmPopulate(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+    setObjectName(QStringLiteral("frmPopulate"));
+    setWindowTitle(QStringLiteral("Create and Populate Database"));
+    auto* layout = new QVBoxLayout(this);
+    auto* text = new QLabel(Name(kExplanation));
+    text->setObjectName(QStringLiteral("Label1"));
+    text->setWordWrap(true);
+    text->setFixedWidth(kTextWidth);
+    layout->addWidget(text);
+    auto* frame = new QGroupBox(QStringLiteral("Build Historical Database"));
+    frame->setObjectName(QStringLiteral("Frame1"));
+    auto* options = new QVBoxLayout(frame);
+    const double years = session_.settings.DataSettings.Number(kHistoryYearsLine);
+    for (std::size_t i = 0; i < kYearsOptions.size(); ++i) {
+        options_[i] = new QRadioButton(Name(kYearsOptions[i].words));
+        options_[i]->setObjectName(Name(kYearsOptions[i].control));
+        options_[i]->setChecked(kYearsOptions[i].years == years);
+        options->addWidget(options_[i]);
+    }
+    layout->addWidget(frame);
+    auto* buttons = new QDialogButtonBox(this);
+    auto* populate = buttons->addButton(QStringLiteral("Populate"), QDialogButtonBox::ActionRole);
+    populate->setObjectName(QStringLiteral("Command1"));
+    populate->setToolTip(QStringLiteral("Download the history of every ticker of the open quote file"));
+    populate->setDefault(true);
+    auto* exit = buttons->addButton(QStringLiteral("Exit"), QDialogButtonBox::RejectRole);
+    exit->setObjectName(QStringLiteral("Command2"));
+    exit->setToolTip(QStringLiteral("Leave the database as it is"));
+    layout->addWidget(buttons);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    connect(populate, &QPushButton::clicked, this, &frmPopulate::Populate);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+void frmPopulate::Populate() {
+    for (std::size_t i = 0; i < options_.size(); ++i) {
+        if (!options_[i]->isChecked()) continue;
+        session_.settings.DataSettings.Set(kHistoryYearsLine, Value::OfNumber(kYearsOptions[i].years));
+        const std::error_code error =
+            WriteSettingsFile(SettingsFile::Data, session_.AppPath, session_.settings);
+        if (error) {
+            session_.person.Say(SettingsFileName(SettingsFile::Data) + ": cannot be saved (" +
+                                error.message() + ")");
+            return;
+        }
+        accept();
+        Q_EMIT PopulateAsked();
+        return;
+    }
+    session_.person.Say(kSelectTimeFrame);
+}
+
+}  // namespace brantlow

@@ -1,0 +1,55 @@
+#include "acquire/version/version_check.h"
+
+#include <vector>
+
+#include "acquire/web/downloads.h"
+#include "base/text.h"
+#include "base/values.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr const char* kScratchName = "Temp.txt";
+constexpr std::size_t kUpdateCheckLine = 12;
+constexpr std::string_view kAutomaticUpdates = "Automatic Updates";
+
+std::string FirstValueOf(const Path& file) {
+    const std::string bytes = BytesOrEmpty(file);
+    std::string_view line;
+    if (!LineReader(bytes).Next(line)) return {};
+    const std::vector<Value> values = ParseRecord(line);
+    return values.empty() ? std::string() : std::string(Trim(values.front().Text()));
+}
+
+std::string PublishedVersion(Web& web, const std::string& address, const Path& appPath) {
+    const Path scratch = appPath / kScratchName;
+    WriteTextFile(scratch, FetchPageText(web, address, kPageSeconds).value_or(""));
+    std::string version = FirstValueOf(scratch);
+    DeleteOneFile(scratch);
+    return version;
+}
+
+}  // namespace
+
+std::string RunningVersion() {
+    return "Version: " BRANTLOW_VERSION;
+}
+
+VersionOutcome CheckVersion(Web& web, UrlCache& cache, const Hosts& hosts, const SettingsTables& settings,
+                            const Path& appPath, std::string_view runningVersion, AskedBy askedBy,
+                            Person& person) {
+    PurgeUrlCache(cache);
+    const std::string address = hosts.Address(Host::Vendor) + std::string(kUpdatePagePath);
+    const std::string published = PublishedVersion(web, address, appPath);
+    if (published.empty() || published == runningVersion) {
+        if (askedBy == AskedBy::User) person.Say("No Updates are available.");
+        return VersionOutcome::Nothing;
+    }
+    PurgeUrlCache(cache);
+    const bool offered =
+        askedBy == AskedBy::User || settings.DataSettings.Text(kUpdateCheckLine) == kAutomaticUpdates;
+    return offered ? VersionOutcome::NewVersion : VersionOutcome::Nothing;
+}
+
+}  // namespace brantlow

@@ -1,0 +1,56 @@
+#include "acquire/web/downloads.h"
+
+#include "acquire/web/page_decoding.h"
+#include "acquire/web/page_text.h"
+#include "base/values.h"
+
+namespace brantlow {
+
+namespace {
+
+// A page that was sent whole, or as much of one as came in its time.
+bool HoldsPage(const WebReply& reply) {
+    constexpr int kStatusOk = 200;
+    return reply.ok || (reply.failure == WebFailure::TimedOut && reply.status == kStatusOk);
+}
+
+}  // namespace
+
+bool DownloadFile(Web& web, const WebRequest& request, const Path& target) {
+    return StoreReply(web.Fetch(request), target);
+}
+
+bool DownloadFile(Web& web, std::string_view url, const Path& target) {
+    return DownloadFile(web, {.url = std::string(url), .limitSeconds = kDownloadSeconds}, target);
+}
+
+bool StoreReply(const WebReply& reply, const Path& target) {
+    return reply.ok && !WriteWholeFile(target, reply.bytes, Flush::Later);
+}
+
+std::optional<std::string> FetchPageText(Web& web, const WebRequest& request) {
+    return TextOfReply(web.Fetch(request));
+}
+
+std::optional<std::string> FetchPageText(Web& web, std::string_view url, std::optional<double> limitSeconds) {
+    return FetchPageText(web, {.url = std::string(url), .limitSeconds = limitSeconds});
+}
+
+std::optional<std::string> FetchPageMarkup(Web& web, const WebRequest& request) {
+    const WebReply reply = web.Fetch(request);
+    if (!HoldsPage(reply)) return std::nullopt;
+    return DecodePage(reply.bytes, reply.contentType);
+}
+
+std::optional<std::string> TextOfReply(const WebReply& reply) {
+    if (!HoldsPage(reply)) return std::nullopt;
+    return PageText(reply.bytes, reply.contentType);
+}
+
+std::error_code WriteTextFile(const Path& path, std::string_view text) {
+    std::string bytes(text);
+    bytes += kLineEnd;
+    return WriteWholeFile(path, bytes, Flush::Later);
+}
+
+}  // namespace brantlow

@@ -1,0 +1,44 @@
+// The primitives through which quotes and pages arrive: an address into a file, an address into visible text,
+// text into a scratch file.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "acquire/web/web.h"
+#include "base/files.h"
+
+namespace brantlow {
+
+// The longest wait for one downloaded file, in seconds.
+inline constexpr double kDownloadSeconds = 120;
+
+// The wait of the checks that must not hold the program up, in seconds.
+inline constexpr double kPageSeconds = 10;
+
+// Fetches `request` and replaces `target` by what came. False on any failure; `target` is then as it was.
+bool DownloadFile(Web& web, const WebRequest& request, const Path& target);
+// The same with a wait of at most kDownloadSeconds.
+bool DownloadFile(Web& web, std::string_view url, const Path& target);
+
+// Puts a reply that has come into `target`, under the same rules.
+bool StoreReply(const WebReply& reply, const Path& target);
+
+// The visible text of the page at an address (page_text.h), or nothing when it cannot be fetched. A page
+// whose time is over gives the text of what had come by then. Without a limit the wait has no end but the
+// page's own or the run's stop.
+std::optional<std::string> FetchPageText(Web& web, const WebRequest& request);
+std::optional<std::string> FetchPageText(Web& web, std::string_view url, std::optional<double> limitSeconds);
+
+// The page's markup in place of its text, in UTF-8, under the same rules.
+std::optional<std::string> FetchPageMarkup(Web& web, const WebRequest& request);
+
+// The text of a reply that has come, or nothing when it is a failed one.
+std::optional<std::string> TextOfReply(const WebReply& reply);
+
+// Replaces `path` by `text` and one line end.
+std::error_code WriteTextFile(const Path& path, std::string_view text);
+
+}  // namespace brantlow

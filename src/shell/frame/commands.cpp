@@ -1,0 +1,33 @@
+#include "shell/frame/commands.h"
+
+#include <algorithm>
+
+namespace brantlow {
+
+OpenStates StateOf(FileKind kind) {
+    switch (kind) {
+        case FileKind::Ddq:
+            return kWithDdq;
+        case FileKind::Db:
+            return kWithDb;
+        case FileKind::Dbe:
+            return kWithDbe;
+        case FileKind::Efq:
+            return kWithEfq;
+        case FileKind::None:
+            break;
+    }
+    return kWithOther;
+}
+
+const Command* FindCommand(std::string_view id) {
+    const auto found =
+        std::find_if(kMenu.begin(), kMenu.end(), [&](const Command& command) { return command.id == id; });
+    return found == kMenu.end() ? nullptr : &*found;
+}
+
+bool IsEnabled(const Command& command, OpenStates state, bool inRun) {
+    return (command.enabled & state) != 0 && (command.duringRun || !inRun);
+}
+
+}  // namespace brantlow

@@ -1,0 +1,72 @@
+#include "shell/frame/windows/frmSplash.h"
+
+#include <QEventLoop>
+#include <QLabel>
+#include <QPainter>
+#include <QScreen>
+#include <QSvgRenderer>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace brantlow {
+
+namespace {
+
+constexpr QSize kPictureSize(560, 330);
+constexpr int kMargin = 28;
+constexpr int kNamePixels = 46;
+constexpr int kTextPixels = 15;
+constexpr int kNoticePixels = 11;
+
+QLabel* AddLine(QVBoxLayout* layout, const QString& name, const QString& words, int pixels, bool bold) {
+    auto* line = new QLabel(words);
+    line->setObjectName(name);
+    line->setWordWrap(true);
+    QFont font = line->font();
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    line->setFont(font);
+    QPalette palette = line->palette();
+    palette.setColor(QPalette::WindowText, Qt::white);
+    line->setPalette(palette);
+    layout->addWidget(line);
+    return line;
+}
+
+}  // namespace
+
+frmSplash::frmSplash(const QString& version)
+    : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint),
+      picture_(new QSvgRenderer(QStringLiteral(":/icons/splash.svg"), this)) {
+    setObjectName(QStringLiteral("frmSplash"));
+    setWindowTitle(QStringLiteral("Brantlow"));
+    setFixedSize(kPictureSize);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin / 2);
+    AddLine(layout, QStringLiteral("lblProductName"), QStringLiteral("Brantlow"), kNamePixels, true);
+    AddLine(layout, QStringLiteral("lblPurpose"),
+            QStringLiteral("Quotes, indicators and stock selection for the private investor"), kTextPixels,
+            false);
+    AddLine(layout, QStringLiteral("lblVersion"), QStringLiteral("Version: ") + version, kTextPixels, false);
+    layout->addStretch();
+    AddLine(
+        layout, QStringLiteral("lblWarning"),
+        QStringLiteral("For your own research only. Nothing that this program shows is investment advice; "
+                       "quotes may be late or wrong, and all decisions are your own."),
+        kNoticePixels, false);
+}
+
+void frmSplash::ShowFor(int milliseconds) {
+    move(screen()->availableGeometry().center() - rect().center());
+    show();
+    QEventLoop wait;
+    QTimer::singleShot(milliseconds, &wait, &QEventLoop::quit);
+    wait.exec();
+}
+
+void frmSplash::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    picture_->render(&painter, QRectF(rect()));
+}
+
+}  // namespace brantlow

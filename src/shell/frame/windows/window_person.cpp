@@ -1,0 +1,208 @@
+#include "shell/frame/windows/window_person.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QLabel>
+#include <QMessageBox>
+#include <QProgressBar>
+
+#include "base/windows/display_text.h"
+#include "shell/file_kind.h"
+#include "shell/frame/windows/frmEnable.h"
+#include "shell/frame/windows/frmLowMemory.h"
+#include "shell/status_words.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::string_view kProgramName = "Brantlow";
+// What a run has done is shown this often at most: as fast as the eye follows.
+constexpr qint64 kShowIntervalMs = 40;
+
+constexpr int kBoxPicturePixels = 40;
+constexpr int kFullBar = 100;
+
+QString TitleOf(std::string_view title) {
+    return Shown(title.empty() ? kProgramName : title);
+}
+
+// A box that can be answered even where it stands over a disabled frame.
+void FillBox(QMessageBox& box, std::string_view text, std::string_view title, std::string_view picture) {
+    box.setWindowTitle(TitleOf(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(Shown(text));
+    box.setIconPixmap(QIcon(QStringLiteral(":/icons/%1.svg").arg(Name(picture)))
+                          .pixmap(QSize(kBoxPicturePixels, kBoxPicturePixels), box.devicePixelRatioF()));
+    box.setEnabled(true);
+}
+
+}  // namespace
+
+WindowPerson::WindowPerson() = default;
+
+WindowPerson::~WindowPerson() = default;
+
+void WindowPerson::Attach(const FrameParts& frame, Session& session) {
+    frame_ = frame;
+    session_ = &session;
+}
+
+void WindowPerson::Detach() {
+    enable_.reset();
+    frame_ = FrameParts{};
+    session_ = nullptr;
+    pauseChanged = nullptr;
+    showRow_ = nullptr;
+    inRun_ = false;
+    inWork_ = false;
+}
+
+bool WindowPerson::Paused() const {
+    return inRun_ && session_ && session_->run.ProcessCommand.empty();
+}
+
+void WindowPerson::BeginRun(std::function<void()> showRow) {
+    showRow_ = std::move(showRow);
+    inRun_ = session_ != nullptr;
+    wasPaused_ = false;
+    sinceShown_.start();
+    if (frame_.window) frame_.window->setEnabled(false);
+}
+
+void WindowPerson::BeginWork() {
+    inWork_ = true;
+    if (pauseChanged) pauseChanged();
+    if (frame_.window) frame_.window->setEnabled(false);
+    if (!frame_.progressBar) return;
+    frame_.progressBar->setRange(0, 0);
+    frame_.progressBar->show();
+}
+
+void WindowPerson::EndRun() {
+    if (inRun_) ShowRunSoFar();
+    showRow_ = nullptr;
+    inRun_ = false;
+    inWork_ = false;
+    enable_.reset();
+    if (frame_.window) {
+        frame_.window->setEnabled(true);
+        frame_.window->activateWindow();
+    }
+    if (frame_.progressBar) {
+        frame_.progressBar->setRange(0, kFullBar);
+        frame_.progressBar->hide();
+    }
+    if (pauseChanged) pauseChanged();
+}
+
+QWidget* WindowPerson::DialogParent() const {
+    if (enable_ && enable_->isVisible()) return enable_.get();
+    return frame_.window && frame_.window->isVisible() ? frame_.window : nullptr;
+}
+
+void WindowPerson::Say(std::string_view text, std::string_view title) {
+    QMessageBox box(DialogParent());
+    FillBox(box, text, title, "information");
+    box.exec();
+}
+
+bool WindowPerson::Ask(std::string_view text, std::string_view title) {
+    QMessageBox box(DialogParent());
+    FillBox(box, text, title, "question");
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(QMessageBox::Yes);
+    return box.exec() == QMessageBox::Yes;
+}
+
+void WindowPerson::ShowStatusWord(std::string_view word) {
+    if (!frame_.statusWord) return;
+    wordToShow_ = Shown(word);
+    if (word == kStatusComplete) frame_.progressBar->hide();
+    if (inRun_) return;
+    frame_.statusWord->setText(wordToShow_);
+    frame_.statusWord->repaint();
+}
+
+void WindowPerson::ShowTickerCount(std::size_t count) {
+    if (!frame_.tickerCount) return;
+    frame_.tickerCount->setText(QString::number(count));
+    frame_.tickerCount->show();
+}
+
+void WindowPerson::HideTickerCount() {
+    if (!frame_.tickerCount) return;
+    frame_.tickerCount->clear();
+    frame_.tickerCount->hide();
+}
+
+void WindowPerson::HideProgress() {
+    if (frame_.progressBar) frame_.progressBar->hide();
+}
+
+bool WindowPerson::ProgressShows() const {
+    return frame_.progressBar &&
+           (KindOf(session_->CurrentFile) != FileKind::None || session_->ProgressAlways == "True");
+}
+
+void WindowPerson::ShowProgress(double fraction) {
+    if (!ProgressShows()) return;
+    session_->run.ProgressFraction = fraction;
+    const ProgressStep step = NextProgress(session_->run);
+    frame_.progressBar->setVisible(step.visible);
+    if (!step.repaint) return;
+    frame_.progressBar->setValue(static_cast<int>(step.value));
+    frame_.window->repaint();
+}
+
+void WindowPerson::ShowRunSoFar() {
+    frame_.statusWord->setText(wordToShow_);
+    showRow_();
+    sinceShown_.restart();
+}
+
+frmEnable& WindowPerson::EnableWindow() {
+    if (!enable_) enable_ = std::make_unique<frmEnable>(session_->run, frame_.window);
+    return *enable_;
+}
+
+// The frame is free only while the run stands still, and then frmEnable comes back when it was closed, since
+// only its buttons go on from there.
+void WindowPerson::KeepRunWindows() {
+    if (session_->run.ProcessCommand == kStopRun) return;
+    frmEnable& buttons = EnableWindow();
+    buttons.show();
+    buttons.setEnabled(true);
+    if (Paused() == wasPaused_) return;
+    wasPaused_ = Paused();
+    buttons.ShowPaused(wasPaused_);
+    frame_.window->setEnabled(wasPaused_);
+    // The frame's state goes down to the windows that it owns.
+    buttons.setEnabled(true);
+    if (pauseChanged) pauseChanged();
+}
+
+void WindowPerson::PumpEvents() {
+    if (inRun_) {
+        KeepRunWindows();
+        if (Paused() || sinceShown_.elapsed() >= kShowIntervalMs) ShowRunSoFar();
+    }
+    QCoreApplication::processEvents(Paused() ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
+                                             : QEventLoop::AllEvents);
+}
+
+void WindowPerson::Beep() {
+    QApplication::beep();
+}
+
+void WindowPerson::WarnLowMemory() {
+    if (!frame_.window) return Person::WarnLowMemory();
+    if (!lowMemory_) {
+        lowMemory_ = new frmLowMemory(session_->run, frame_.window);
+        lowMemory_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    lowMemory_->show();
+    lowMemory_->raise();
+}
+
+}  // namespace brantlow
