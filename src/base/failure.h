@@ -1,0 +1,62 @@
+// Why something could not be done, as a value: what was tried, on which file (and line), for which ticker,
+// and what the system said. The routine that meets the failure fills in what it knows, the ones above add
+// what they know (About, Of), and the last one, a window or a command, makes the sentence. Every sentence
+// about a file comes from the one table in failure.cpp, so that windows and commands say the same thing in
+// the same words.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "base/files.h"
+
+namespace brantlow {
+
+// What was tried.
+enum class FailureKind {
+    None,
+    Read,    // a file that is there could not be read
+    List,    // a folder could not be looked through
+    Write,   // a file could not be written; the old one stands
+    Delete,  // a file could not be deleted
+    Make,    // a folder could not be made
+    Other,   // `text` says it all
+};
+
+struct Failure {
+    FailureKind kind = FailureKind::None;
+    Path file;              // as the person is to read it; a full path unless the place is known to everybody
+    std::size_t line = 0;   // of the file, from 1; 0 where no line is meant
+    std::string ticker;     // whose data it was; empty where it was nobody's
+    std::string text;       // what else is to be said, without a full stop: "the import file stays"
+    std::error_code cause;  // what the system said
+
+    explicit operator bool() const { return kind != FailureKind::None; }
+
+    // The same with the ticker, or with what else is to be said, where that is not known yet.
+    Failure Of(std::string_view whose) &&;
+    Failure About(std::string_view further) &&;
+
+    bool operator==(const Failure&) const = default;
+};
+
+// A failure where `cause` is set, none where it is not.
+Failure FailedTo(FailureKind kind, const Path& file, const std::error_code& cause);
+
+// A failure whose sentence is `text`.
+Failure FailedBecause(std::string text);
+
+// The first of two that is one; for runs that go on and tell of their first failure.
+void KeepFirst(Failure& first, const Failure& next);
+
+// "NAME: cannot be read (REASON)": the place, what was tried, the cause, and what else is to be said behind a
+// semicolon. One line without a full stop at its end, as every sentence about a file is; empty for None.
+std::string Sentence(const Failure& failure);
+
+// The bytes of a file that may be missing: those of a missing one are none. A file that is there and gives no
+// bytes is a failure, with `bytes` empty: whoever goes on as though it were missing loses what it holds.
+Failure ReadIfThere(const Path& file, std::string& bytes);
+
+}  // namespace brantlow
