@@ -2,65 +2,20 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
+#include <charconv>
 #include <string>
 #include <utility>
+
+#include "base/file_calls.h"
 
 namespace brantlow {
 
 namespace {
 
-std::error_code LastError() {
-    return {errno, std::generic_category()};
-}
-
-// The system reads a path up to a NUL and would take another file for it.
-bool NamesNoFile(const Path& path) {
-    return path.native().find('\0') != std::string::npos;
-}
-
 std::error_code NoSuchName() {
     return std::make_error_code(std::errc::invalid_argument);
-}
-
-// An open file descriptor, closed with its owner.
-class Descriptor {
-  public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() { Close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-
-    int Number() const { return number_; }
-    // The caller closes it from now on.
-    int Release() { return std::exchange(number_, -1); }
-    bool IsOpen() const { return number_ >= 0; }
-    // False when the system reports a late write error.
-    bool Close() {
-        if (number_ < 0) return true;
-        const int number = number_;
-        number_ = -1;
-        return ::close(number) == 0;
-    }
-
-  private:
-    int number_;
-};
-
-std::error_code WriteAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0) {
-            if (errno == EINTR) continue;
-            return LastError();
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return {};
 }
 
 // Reads to the end of the file behind the first `used` bytes, and adds what was read to `used`.
@@ -120,15 +75,121 @@ Path BehindLink(const Path& path, std::error_code& error) {
     return isLink ? std::filesystem::canonical(path, error) : path;
 }
 
-std::error_code WriteTemporary(const Path& temporary, std::string_view bytes, Flush flush, mode_t mode) {
-    Descriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (!file.IsOpen()) return LastError();
-    if (const auto error = WriteAll(file.Number(), bytes)) return error;
-    if (flush == Flush::ToDisk && ::fdatasync(file.Number()) != 0) return LastError();
-    return file.Close() ? std::error_code{} : LastError();
+Path FolderOf(const Path& file) {
+    return file.has_parent_path() ? file.parent_path() : Path(".");
+}
+
+std::error_code SyncOpened(const Path& path, int (*sync)(int)) {
+    const Descriptor opened(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!opened.IsOpen() || sync(opened.Number()) != 0) return LastError();
+    return {};
+}
+
+// Puts a finished file in its place. A second name of the old file brings it back where the folder cannot be
+// flushed; a file system without second names goes without.
+std::error_code TakePlace(const Path& temporary, const WriteTarget& target, Flush flush) {
+    const Path old = temporary.native() + "o";
+    ::unlink(old.c_str());
+    const bool keepsOld =
+        flush == Flush::ToDisk && target.exists && ::link(target.path.c_str(), old.c_str()) == 0;
+    std::error_code error;
+    if (::rename(temporary.c_str(), target.path.c_str()) != 0) error = LastError();
+    if (!error && flush == Flush::ToDisk) error = SyncFolder(FolderOf(target.path));
+    if (error && keepsOld) {
+        ::rename(old.c_str(), target.path.c_str());
+    } else if (error && !target.exists) {
+        ::unlink(target.path.c_str());
+    }
+    if (keepsOld) ::unlink(old.c_str());
+    return error;
 }
 
 }  // namespace
+
+bool NamesNoFile(const Path& path) {
+    return path.native().find('\0') != std::string::npos;
+}
+
+std::error_code WriteAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+        if (written < 0) {
+            if (errno == EINTR) continue;
+            return LastError();
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return {};
+}
+
+std::error_code FindWriteTarget(const Path& path, WriteTarget& target) {
+    if (NamesNoFile(path)) return NoSuchName();
+    std::error_code error;
+    target.path = BehindLink(path, error);
+    if (error) return error;
+    struct stat status {};
+    target.exists = ::stat(target.path.c_str(), &status) == 0;
+    if (target.exists && !S_ISREG(status.st_mode)) {
+        return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
+                                                            : std::errc::invalid_argument);
+    }
+    if (target.exists && ::access(target.path.c_str(), W_OK) != 0) return LastError();
+    constexpr mode_t kDefaultMode = 0666;
+    constexpr mode_t kPermissions = 0777;
+    target.mode = target.exists ? status.st_mode & kPermissions : kDefaultMode;
+    return {};
+}
+
+std::error_code WriteNewFile(const Path& path, std::string_view bytes, Flush flush, mode_t mode) {
+    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (!file.IsOpen()) return LastError();
+    std::error_code error = WriteAll(file.Number(), bytes);
+    if (!error && flush == Flush::ToDisk && ::fdatasync(file.Number()) != 0) error = LastError();
+    if (!file.Close() && !error) error = LastError();
+    if (error) ::unlink(path.c_str());
+    return error;
+}
+
+Path TemporaryIn(const Path& folder, std::string_view number) {
+    std::string name(kTemporaryPrefix);
+    name.append(std::to_string(::getpid())).append(1, '-').append(number).append(".tmp");
+    return folder / name;
+}
+
+bool IsTemporaryName(std::string_view name) {
+    return OwnerOfTemporary(name) > 0;
+}
+
+pid_t OwnerOfTemporary(std::string_view name) {
+    if (!name.starts_with(kTemporaryPrefix) || name.find(".tmp") == std::string_view::npos) return 0;
+    name.remove_prefix(kTemporaryPrefix.size());
+    pid_t owner = 0;
+    const auto parsed = std::from_chars(name.data(), name.data() + name.size(), owner);
+    return parsed.ec == std::errc() ? owner : 0;
+}
+
+std::vector<std::string> TemporaryNamesIn(const Path& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (auto it = std::filesystem::directory_iterator(folder, error);
+         !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
+        std::string name = it->path().filename().string();
+        if (IsTemporaryName(name)) names.push_back(std::move(name));
+    }
+    return names;
+}
+
+std::error_code SyncFolder(const Path& folder) {
+    return SyncOpened(folder, ::fsync);
+}
+
+std::error_code SyncFile(const Path& file) {
+    return SyncOpened(file, ::fdatasync);
+}
+
+std::error_code SyncFileSystem(const Path& folder) {
+    return SyncOpened(folder, ::syncfs);
+}
 
 ReadResult ReadWholeFile(const Path& path) {
     ReadResult result;
@@ -156,25 +217,13 @@ std::string BytesOrEmpty(const Path& path) {
 }
 
 std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush flush) {
-    if (NamesNoFile(path)) return NoSuchName();
-    std::error_code error;
-    const Path target = BehindLink(path, error);
-    if (error) return error;
-    struct stat status {};
-    const bool exists = ::stat(target.c_str(), &status) == 0;
-    if (exists && !S_ISREG(status.st_mode)) {
-        return std::make_error_code(S_ISDIR(status.st_mode) ? std::errc::is_a_directory
-                                                            : std::errc::invalid_argument);
-    }
-    if (exists && ::access(target.c_str(), W_OK) != 0) return LastError();
-    constexpr mode_t kDefaultMode = 0666;
-    constexpr mode_t kPermissions = 0777;
-    const mode_t mode = exists ? status.st_mode & kPermissions : kDefaultMode;
+    WriteTarget target;
+    if (const auto error = FindWriteTarget(path, target)) return error;
     // Thread numbers are unique on the machine, so that two writers never share a temporary file.
-    const Path temporary = target.parent_path() / (".brantlow-" + std::to_string(::gettid()) + ".tmp");
+    const Path temporary = TemporaryIn(FolderOf(target.path), std::to_string(::gettid()));
     ::unlink(temporary.c_str());
-    error = WriteTemporary(temporary, bytes, flush, mode);
-    if (!error && ::rename(temporary.c_str(), target.c_str()) != 0) error = LastError();
+    std::error_code error = WriteNewFile(temporary, bytes, flush, target.mode);
+    if (!error) error = TakePlace(temporary, target, flush);
     if (error) ::unlink(temporary.c_str());
     return error;
 }

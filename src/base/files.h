@@ -33,8 +33,13 @@ ReadOutcome ReadIntoBuffer(const Path& path, std::string& buffer, std::size_t& u
 // The bytes of the file, empty when it cannot be read: for callers to whom a missing file is an empty one.
 std::string BytesOrEmpty(const Path& path);
 
-// Settings, tables and reports are flushed to the disk before they take the old file's place. Year files of
-// the database are many and can be fetched again; they are not.
+// The beginning of the names of unfinished files, and the process number behind it. Whoever made one takes it
+// away again; what a killed program left is taken away by SweepTemporaries (base/undo_store.h).
+inline constexpr std::string_view kTemporaryPrefix = ".brantlow-";
+bool IsTemporaryName(std::string_view name);
+
+// ToDisk: the file is on the disk before it takes the old one's place, and its folder after that. Later is
+// for work files that nobody misses; many files that belong together are flushed by base/file_change.h.
 enum class Flush { ToDisk, Later };
 
 // Replaces `path` by `bytes`. On failure the old file stands, no other file is left behind and the reason is

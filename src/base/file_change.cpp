@@ -1,0 +1,315 @@
+#include "base/file_change.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <set>
+
+#include "base/change_list.h"
+#include "base/file_calls.h"
+#include "base/undo_store.h"
+
+namespace brantlow {
+
+namespace {
+
+// Up to here files are flushed one by one, beyond with all that their file system has to write.
+constexpr std::size_t kFlushedOneByOne = 16;
+// Access keys are nobody's to copy.
+constexpr std::string_view kKeysFile = "Keys.ini";
+
+bool IsThere(const Path& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0;
+}
+
+FileFault FaultAt(const Path& file, const std::error_code& code) {
+    return {file, code, false};
+}
+
+// A second name of the file where the file system has such; else a copy of its first bytes.
+std::error_code LinkOrCopy(const Path& from, std::uintmax_t length, const Path& to) {
+    if (::link(from.c_str(), to.c_str()) == 0) return {};
+    return CopyBeginning(from, length, to);
+}
+
+// A name for the folder of a change that is done.
+std::string FolderName(std::string_view when, std::string_view what) {
+    constexpr std::size_t kMostBytes = 120;
+    std::string name = std::string(when).append(1, '-').append(what).substr(0, kMostBytes);
+    for (char& c : name) {
+        const auto code = static_cast<unsigned char>(c);
+        if (c == '/' || c == '\\' || code < ' ') c = '-';
+    }
+    std::erase(name, ':');
+    return name;
+}
+
+// Renames `folder` to its final name; a number tells changes of one second apart.
+std::error_code RenameTo(const Path& undoFolder, const std::string& name, Path& folder) {
+    constexpr int kMostTries = 1000;
+    for (int tried = 1; tried <= kMostTries; ++tried) {
+        const Path target = undoFolder / (tried == 1 ? name : name + " (" + std::to_string(tried) + ")");
+        if (IsThere(target)) continue;
+        if (::rename(folder.c_str(), target.c_str()) != 0) return LastError();
+        folder = target;
+        return {};
+    }
+    return std::make_error_code(std::errc::file_exists);
+}
+
+}  // namespace
+
+FileChange::FileChange(ChangePlace place, std::string what, ChangeKeeps keeps)
+    : place_(std::move(place)), what_(std::move(what)), keeps_(keeps) {}
+
+FileChange::~FileChange() {
+    static_cast<void>(TakeBack());
+}
+
+FileFault FileChange::Write(const Path& path, std::string_view bytes) {
+    WriteTarget target;
+    if (const auto error = FindWriteTarget(path, target)) return FaultAt(path, error);
+    deleted_.erase(target.path.native());
+    const auto found = stagedAt_.find(target.path.native());
+    if (found != stagedAt_.end()) ::unlink(staged_[found->second].temporary.c_str());
+    constexpr int kMostTries = 1000;
+    for (int tried = 0;; ++tried) {
+        const Path temporary = TemporaryIn(target.path.parent_path(), "c" + std::to_string(nextTemporary_++));
+        const auto error = WriteNewFile(temporary, bytes, Flush::Later, target.mode);
+        // Another change of this process is at work in the folder.
+        if (error == std::errc::file_exists && tried < kMostTries) continue;
+        if (error) return FaultAt(path, error);
+        if (found != stagedAt_.end()) {
+            staged_[found->second].temporary = temporary;
+        } else {
+            stagedAt_.emplace(target.path.native(), staged_.size());
+            staged_.push_back({target.path, temporary});
+        }
+        return {};
+    }
+}
+
+FileFault FileChange::Delete(const Path& path) {
+    if (NamesNoFile(path)) return {};
+    const auto found = stagedAt_.find(path.native());
+    if (found != stagedAt_.end()) {
+        ::unlink(staged_[found->second].temporary.c_str());
+        staged_[found->second].temporary.clear();
+        stagedAt_.erase(found);
+    }
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) != 0) {
+        return errno == ENOENT || errno == ENOTDIR ? FileFault{} : FaultAt(path, LastError());
+    }
+    if (S_ISDIR(status.st_mode)) return FaultAt(path, std::make_error_code(std::errc::is_a_directory));
+    deleted_.insert(path.native());
+    return {};
+}
+
+Path FileChange::Where(const Path& path) const {
+    const auto found = stagedAt_.find(path.native());
+    return found == stagedAt_.end() ? path : staged_[found->second].temporary;
+}
+
+FileFault FileChange::WillGrow(const Path& path) {
+    if (stagedAt_.contains(path.native()) || grown_.contains(path.native())) return {};
+    if (const FileFault fault = OpenJournal()) return fault;
+    struct stat status {};
+    Entry entry{Entry::Was::Absent, 0, 0, path};
+    if (::stat(path.c_str(), &status) == 0) {
+        entry.was = Entry::Was::Grown;
+        entry.length = static_cast<std::uintmax_t>(status.st_size);
+    } else if (errno != ENOENT) {
+        return FaultAt(path, LastError());
+    }
+    if (const FileFault fault = Note(ChangeListLine(entry, place_.appPath))) return fault;
+    grown_.emplace(path.native(), entry.length);
+    entries_.push_back(std::move(entry));
+    return {};
+}
+
+FileFault FileChange::Commit() {
+    std::erase_if(staged_, [](const Staged& file) { return file.temporary.empty(); });
+    if (!HasWork()) return TakeBack();
+    if (const FileFault fault = SyncStaged()) return Failed(fault);
+    if (NeedsJournal()) {
+        if (const FileFault fault = KeepAll()) return Failed(fault);
+    }
+    if (const FileFault fault = PutInPlace()) return Failed(fault);
+    if (const FileFault fault = SyncFolders()) return Failed(fault);
+    if (const FileFault fault = Close()) return Failed(fault);
+    staged_.clear();
+    stagedAt_.clear();
+    deleted_.clear();
+    grown_.clear();
+    entries_.clear();
+    journal_.clear();
+    return {};
+}
+
+FileFault FileChange::TakeBack() {
+    DropTemporaries();
+    deleted_.clear();
+    grown_.clear();
+    if (list_ >= 0) ::close(std::exchange(list_, -1));
+    if (journal_.empty()) return {};
+    const FileFault fault = PutBack(entries_, journal_);
+    entries_.clear();
+    // A list that could not be followed stays for the next recovery.
+    if (!fault) RemoveChangeFolder(journal_);
+    journal_.clear();
+    return fault;
+}
+
+FileFault FileChange::Failed(FileFault fault) {
+    fault.isHalfDone = static_cast<bool>(TakeBack());
+    return fault;
+}
+
+void FileChange::DropTemporaries() {
+    for (const Staged& file : staged_) {
+        if (!file.temporary.empty()) ::unlink(file.temporary.c_str());
+    }
+    staged_.clear();
+    stagedAt_.clear();
+}
+
+bool FileChange::NeedsJournal() const {
+    if (keeps_ == ChangeKeeps::UntilDone) return staged_.size() + deleted_.size() + grown_.size() > 1;
+    return keeps_ == ChangeKeeps::ForUndo;
+}
+
+FileFault FileChange::OpenJournal() {
+    if (list_ >= 0) return {};
+    const Path undoFolder = place_.UndoFolder();
+    std::error_code error;
+    std::filesystem::create_directories(undoFolder, error);
+    if (error) return FaultAt(undoFolder, error);
+    for (int number = 1;; ++number) {
+        std::string name(kOpenChange);
+        journal_ = undoFolder / name.append(std::to_string(::getpid()) + "-" + std::to_string(number));
+        constexpr mode_t kDefaultMode = 0777;
+        if (::mkdir(journal_.c_str(), kDefaultMode) == 0) break;
+        if (errno == EEXIST) continue;
+        error = LastError();
+        return FaultAt(std::exchange(journal_, Path()), error);
+    }
+    const Path list = journal_ / kChangeList;
+    constexpr mode_t kFileMode = 0666;
+    list_ = ::open(list.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC, kFileMode);
+    return list_ < 0 ? FaultAt(list, LastError()) : Note(ChangeListHead(place_.when, what_));
+}
+
+FileFault FileChange::Note(const std::string& lines) {
+    const std::error_code error = WriteAll(list_, lines);
+    return error ? FaultAt(journal_ / kChangeList, error) : FileFault{};
+}
+
+FileFault FileChange::SyncStaged() const {
+    std::vector<Path> files;
+    for (const Staged& file : staged_) files.push_back(file.temporary);
+    for (const auto& [path, length] : grown_) files.emplace_back(path);
+    // Of many files the file systems are flushed, one each, by a file of theirs.
+    const bool oneByOne = files.size() <= kFlushedOneByOne;
+    std::set<dev_t> done;
+    for (const Path& file : files) {
+        struct stat status {};
+        if (::stat(file.c_str(), &status) != 0) return FaultAt(file, LastError());
+        if (!oneByOne && !done.insert(status.st_dev).second) continue;
+        const std::error_code error = oneByOne ? SyncFile(file) : SyncFileSystem(file);
+        if (error) return FaultAt(oneByOne ? file : file.parent_path(), error);
+    }
+    return {};
+}
+
+FileFault FileChange::Keep(const Path& path, std::string& lines) {
+    if (path.filename() == kKeysFile) return {};
+    const auto grown = grown_.find(path.native());
+    Entry entry{Entry::Was::Absent, 0, 0, path};
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) == 0) {
+        if (!S_ISREG(status.st_mode)) return FaultAt(path, std::make_error_code(std::errc::is_a_directory));
+        entry.was = Entry::Was::Kept;
+        entry.number = entries_.size() + 1;
+        entry.length = grown == grown_.end() ? static_cast<std::uintmax_t>(status.st_size) : grown->second;
+        // What cannot be read could not be brought back.
+        const Descriptor readable(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+        if (!readable.IsOpen()) return FaultAt(path, LastError());
+        const Path copy = CopyOf(entry, journal_);
+        if (const auto error = LinkOrCopy(path, entry.length, copy)) return FaultAt(copy, error);
+    } else if (errno != ENOENT) {
+        return FaultAt(path, LastError());
+    }
+    lines += ChangeListLine(entry, place_.appPath);
+    entries_.push_back(std::move(entry));
+    return {};
+}
+
+FileFault FileChange::KeepAll() {
+    if (const FileFault fault = OpenJournal()) return fault;
+    std::string lines;
+    for (const Staged& file : staged_) {
+        if (const FileFault fault = Keep(file.path, lines)) return fault;
+    }
+    for (const std::string& path : deleted_) {
+        if (const FileFault fault = Keep(path, lines)) return fault;
+    }
+    if (const FileFault fault = Note(lines)) return fault;
+    if (::fdatasync(list_) != 0) return FaultAt(journal_ / kChangeList, LastError());
+    for (const Path& folder : {journal_, place_.UndoFolder()}) {
+        if (const auto error = SyncFolder(folder)) return FaultAt(folder, error);
+    }
+    return {};
+}
+
+FileFault FileChange::PutInPlace() {
+    for (Staged& file : staged_) {
+        if (::rename(file.temporary.c_str(), file.path.c_str()) != 0) return FaultAt(file.path, LastError());
+        file.temporary.clear();
+    }
+    for (const std::string& path : deleted_) {
+        if (::unlink(path.c_str()) != 0 && errno != ENOENT) return FaultAt(path, LastError());
+    }
+    return {};
+}
+
+FileFault FileChange::SyncFolders() const {
+    std::set<Path> folders;
+    for (const Staged& file : staged_) folders.insert(file.path.parent_path());
+    for (const std::string& path : deleted_) folders.insert(Path(path).parent_path());
+    for (const auto& [path, length] : grown_) folders.insert(Path(path).parent_path());
+    for (const Path& folder : folders) {
+        if (const auto error = SyncFolder(folder)) return FaultAt(folder, error);
+    }
+    return {};
+}
+
+FileFault FileChange::Close() {
+    if (list_ < 0) return {};
+    if (::close(std::exchange(list_, -1)) != 0) return FaultAt(journal_ / kChangeList, LastError());
+    if (keeps_ != ChangeKeeps::ForUndo) {
+        RemoveChangeFolder(journal_);
+        return {};
+    }
+    const Path undoFolder = place_.UndoFolder();
+    const std::vector<ChangeSummary> before = ReadChangeSummaries(undoFolder);
+    ChangeSummary summary;
+    summary.number = before.empty() ? 1 : before.front().number + 1;
+    summary.when = place_.when;
+    summary.what = what_;
+    summary.files = entries_.size();
+    for (const Entry& entry : entries_) summary.bytes += entry.was == Entry::Was::Kept ? entry.length : 0;
+    constexpr mode_t kFileMode = 0666;
+    const Path file = journal_ / kChangeSummary;
+    auto error = WriteNewFile(file, ChangeSummaryLine(summary), Flush::ToDisk, kFileMode);
+    if (error) return FaultAt(file, error);
+    error = RenameTo(undoFolder, FolderName(summary.when, what_), journal_);
+    if (!error) error = SyncFolder(undoFolder);
+    if (error) return FaultAt(undoFolder, error);
+    DropOldChanges(undoFolder, place_.limits);
+    return {};
+}
+
+}  // namespace brantlow

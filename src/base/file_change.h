@@ -1,0 +1,127 @@
+// A change of many files that happens wholly or not at all. Whatever a command replaces, deletes or lengthens
+// beyond the ordinary save of one table goes through one of these:
+//
+//     FileChange change(ChangePlaceOf(session), "Split KO 2/1");   // shell/session_change.h
+//     change.Write(file, bytes);        // any number, in any order; nothing is changed yet
+//     change.Delete(oldFile);
+//     if (const FileFault fault = change.Commit()) ...             // named file and reason
+//
+// Until Commit the files stand as they were: new ones lie beside them under a temporary name. Commit flushes
+// the new ones to the disk as a group, keeps the old ones under `Back Up/Undo/` with a list of what was there
+// and what was not, puts the new ones in their places by renames, deletes last, flushes the folders and
+// closes the list. An error on the way puts everything back: the fault then says that nothing was changed,
+// or, where that failed too, that the list stays open. A list that a killed program left open is taken back
+// by RecoverChanges (base/undo_store.h), under the application folder's lock.
+//
+// Files that grow by lines are lengthened in place, between WillGrow, which notes their length, and Commit.
+// A change that is destroyed without Commit is taken back.
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "base/files.h"
+
+namespace brantlow {
+
+// A file and why it could not be read, written or deleted; false when nothing failed.
+struct FileFault {
+    Path file;
+    std::error_code code;
+    // The change could not be put back either: some of its files are new, some old, until the next recovery.
+    bool isHalfDone = false;
+
+    explicit operator bool() const { return static_cast<bool>(code); }
+};
+
+// What stays once a change is done.
+enum class ChangeKeeps {
+    ForUndo,    // its old files, as the newest change that can be undone
+    UntilDone,  // nothing: the old files are there for the time of the change
+    Nothing,    // as above, and none are kept meanwhile either: files that do not depend on one another
+};
+
+// How many changes can be undone, and how many bytes their files may hold. The newest is always kept.
+struct UndoLimits {
+    std::size_t changes = 20;
+    std::uintmax_t bytes = std::uintmax_t{2} * 1024 * 1024 * 1024;
+};
+
+struct ChangePlace {
+    Path appPath;
+    std::string when;  // "YYYY-MM-DD HH:MM:SS"
+    UndoLimits limits = {};
+
+    Path UndoFolder() const { return appPath / "Back Up" / "Undo"; }
+};
+
+class FileChange {
+  public:
+    // `what` is the change in words for a person, as a menu shows it behind "Undo".
+    FileChange(ChangePlace place, std::string what, ChangeKeeps keeps = ChangeKeeps::ForUndo);
+    ~FileChange();
+    FileChange(const FileChange&) = delete;
+    FileChange& operator=(const FileChange&) = delete;
+
+    // Prepares that the file's bytes become these. A file of a second call takes the later bytes.
+    FileFault Write(const Path& path, std::string_view bytes);
+    // Prepares that the file goes. One that is not there is passed over.
+    FileFault Delete(const Path& path);
+    // Where the file's newest bytes lie, prepared ones included: for who reads what it has just prepared.
+    Path Where(const Path& path) const;
+    // To be called before lines are added in place to the file Where(path).
+    FileFault WillGrow(const Path& path);
+
+    // False when there is nothing to do yet.
+    bool HasWork() const { return !staged_.empty() || !deleted_.empty() || !grown_.empty(); }
+    // Carries the change out. A change without work leaves nothing behind.
+    FileFault Commit();
+    // Everything as it was before the change; for a caller whose work failed elsewhere.
+    FileFault TakeBack();
+
+    // One line of a change's list.
+    struct Entry {
+        enum class Was { Kept, Absent, Grown };
+        Was was = Was::Absent;
+        std::size_t number = 0;     // Kept: the name of the copy
+        std::uintmax_t length = 0;  // Kept and Grown: bytes of the file before the change
+        Path path;
+    };
+
+  private:
+    struct Staged {
+        Path path;
+        Path temporary;
+    };
+
+    FileFault OpenJournal();
+    FileFault Note(const std::string& lines);
+    FileFault StageFile(const Path& path, std::string_view bytes);
+    FileFault SyncStaged() const;
+    FileFault Keep(const Path& path, std::string& lines);
+    FileFault KeepAll();
+    FileFault PutInPlace();
+    FileFault SyncFolders() const;
+    FileFault Close();
+    bool NeedsJournal() const;
+    FileFault Failed(FileFault fault);
+    void DropTemporaries();
+
+    ChangePlace place_;
+    std::string what_;
+    ChangeKeeps keeps_;
+    std::vector<Staged> staged_;
+    std::unordered_map<std::string, std::size_t> stagedAt_;
+    std::set<std::string> deleted_;
+    std::unordered_map<std::string, std::uintmax_t> grown_;
+    std::vector<Entry> entries_;
+    Path journal_;  // its folder; empty while there is none
+    int list_ = -1;
+    std::size_t nextTemporary_ = 0;
+};
+
+}  // namespace brantlow

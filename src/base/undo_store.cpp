@@ -1,0 +1,149 @@
+#include "base/undo_store.h"
+
+#include <signal.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <set>
+
+#include "base/file_calls.h"
+
+namespace brantlow {
+
+namespace {
+
+using Entry = FileChange::Entry;
+
+constexpr std::string_view kUndoing = "Undo ";
+
+std::vector<Path> FoldersIn(const Path& folder) {
+    std::vector<Path> folders;
+    std::error_code error;
+    for (auto it = std::filesystem::directory_iterator(folder, error);
+         !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
+        std::error_code typeError;
+        if (it->is_directory(typeError)) folders.push_back(it->path());
+    }
+    return folders;
+}
+
+bool IsOpenChange(const Path& folder) {
+    return folder.filename().native().starts_with(kOpenChange);
+}
+
+// Prepares that the file of `entry` is what it was.
+FileFault PrepareUndo(const Entry& entry, const Path& folder, FileChange& change) {
+    if (entry.was == Entry::Was::Absent) return change.Delete(entry.path);
+    const Path source = entry.was == Entry::Was::Kept ? CopyOf(entry, folder) : entry.path;
+    const ReadResult read = ReadWholeFile(source);
+    if (read.outcome == ReadOutcome::Failed) return {source, read.error};
+    if (read.outcome == ReadOutcome::Missing) {
+        return {source, std::make_error_code(std::errc::no_such_file_or_directory)};
+    }
+    // Files are replaced whole or lengthened: one that is shorter was changed by another program.
+    if (read.bytes.size() < entry.length) return {source, std::make_error_code(std::errc::io_error)};
+    return change.Write(entry.path, std::string_view(read.bytes).substr(0, entry.length));
+}
+
+FileFault CarryOut(const ChangeList& list, const Path& folder, FileChange& change, std::vector<Path>& files) {
+    // A file that grew before it was replaced stands in the list twice, and its copy holds what it was.
+    std::set<Path> kept;
+    for (const Entry& entry : list.entries) {
+        if (entry.was == Entry::Was::Kept) kept.insert(entry.path);
+    }
+    // The first entry of a file has the last word.
+    for (auto entry = list.entries.rbegin(); entry != list.entries.rend(); ++entry) {
+        if (entry->was == Entry::Was::Grown && kept.contains(entry->path)) continue;
+        if (const FileFault fault = PrepareUndo(*entry, folder, change)) return fault;
+        files.push_back(entry->path);
+    }
+    return change.Commit();
+}
+
+bool HasEnded(pid_t process) {
+    return ::kill(process, 0) != 0 && errno == ESRCH;
+}
+
+}  // namespace
+
+std::vector<KeptChange> KeptChanges(const ChangePlace& place) {
+    return ReadChangeSummaries(place.UndoFolder());
+}
+
+bool IsUndoing(std::string_view what) {
+    return what.starts_with(kUndoing);
+}
+
+std::string NameOfUndoing(std::string_view what) {
+    if (IsUndoing(what)) return std::string(what.substr(kUndoing.size()));
+    return std::string(kUndoing).append(what);
+}
+
+UndoResult UndoChange(const ChangePlace& place, std::string_view id) {
+    UndoResult result;
+    const std::vector<KeptChange> changes = KeptChanges(place);
+    const auto found = std::find_if(changes.begin(), changes.end(), [&](const KeptChange& change) {
+        return id.empty() || std::to_string(change.number) == id;
+    });
+    if (found == changes.end()) return result;
+    result.change = *found;
+    const Path file = found->folder / kChangeList;
+    const ReadResult read = ReadWholeFile(file);
+    const ChangeList list = ParseChangeList(read.bytes, place.appPath);
+    if (list.entries.size() != found->files) {
+        const auto damaged = std::make_error_code(std::errc::io_error);
+        result.fault = {file, read.error ? read.error : damaged};
+        return result;
+    }
+    FileChange change(place, NameOfUndoing(found->what));
+    result.fault = CarryOut(list, found->folder, change, result.files);
+    if (!result.fault) RemoveChangeFolder(found->folder);
+    return result;
+}
+
+std::vector<InterruptedChange> RecoverChanges(const ChangePlace& place) {
+    std::vector<InterruptedChange> interrupted;
+    std::vector<Path> open;
+    for (const Path& folder : FoldersIn(place.UndoFolder())) {
+        if (IsOpenChange(folder)) open.push_back(folder);
+    }
+    std::sort(open.rbegin(), open.rend());
+    for (const Path& folder : open) {
+        const ReadResult read = ReadWholeFile(folder / kChangeList);
+        const ChangeList list = ParseChangeList(read.bytes, place.appPath);
+        FileFault fault;
+        if (read.outcome == ReadOutcome::Failed) fault = {folder / kChangeList, read.error};
+        if (!fault) fault = PutBack(list.entries, folder);
+        if (!fault) RemoveChangeFolder(folder);
+        if (fault || !list.entries.empty()) interrupted.push_back({list.what, fault});
+    }
+    return interrupted;
+}
+
+std::string InterruptedSentence(const InterruptedChange& change) {
+    if (!change.fault) return change.what + " was interrupted: what it had changed was taken back.";
+    return change.what + " was interrupted and cannot be taken back: " + change.fault.file.string() + ": " +
+           change.fault.code.message();
+}
+
+void SweepTemporaries(std::span<const Path> folders) {
+    for (const Path& folder : folders) {
+        for (const std::string& name : TemporaryNamesIn(folder)) {
+            if (HasEnded(OwnerOfTemporary(name))) ::unlink((folder / name).c_str());
+        }
+    }
+}
+
+void DropOldChanges(const Path& undoFolder, const UndoLimits& limits) {
+    std::size_t kept = 0;
+    std::uintmax_t bytes = 0;
+    for (const KeptChange& change : ReadChangeSummaries(undoFolder)) {
+        bytes += change.bytes;
+        if (++kept > 1 && (kept > limits.changes || bytes > limits.bytes)) RemoveChangeFolder(change.folder);
+    }
+    for (const Path& folder : FoldersIn(undoFolder)) {
+        if (!IsOpenChange(folder) && !ReadChangeSummary(folder)) RemoveChangeFolder(folder);
+    }
+}
+
+}  // namespace brantlow

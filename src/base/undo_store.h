@@ -1,0 +1,51 @@
+// The changes that can be undone, `Back Up/Undo/` of the application folder: listing them, bringing the files
+// of one back, and what is due at the start of every writing command and of the window: taking back what a
+// killed program left half done, and its unfinished files. base/file_change.h fills the store.
+//
+// All but KeptChanges write, and are called under the application folder's lock.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/change_list.h"
+#include "base/file_change.h"
+
+namespace brantlow {
+
+// The changes that can be undone, newest first. An id is its number as text.
+using KeptChange = ChangeSummary;
+std::vector<KeptChange> KeptChanges(const ChangePlace& place);
+
+// "Undo X" for a change X, and X for "Undo X": the undoing is a change itself.
+std::string NameOfUndoing(std::string_view what);
+bool IsUndoing(std::string_view what);
+
+struct UndoResult {
+    KeptChange change;        // the one whose files are back; number 0 when there is no such change
+    std::vector<Path> files;  // those that were brought back
+    FileFault fault;          // nothing was changed, unless it says so
+};
+// Brings the files of a change back to what they were before it, as a change of its own that can be undone
+// again. `id` empty: the newest change.
+UndoResult UndoChange(const ChangePlace& place, std::string_view id);
+
+// A change that was cut off.
+struct InterruptedChange {
+    std::string what;
+    FileFault fault;  // it could not be taken back
+};
+// Takes the changes back that were open when their program ended, the newest first.
+std::vector<InterruptedChange> RecoverChanges(const ChangePlace& place);
+// One sentence for a person.
+std::string InterruptedSentence(const InterruptedChange& change);
+
+// Deletes the unfinished files of programs that have ended from these folders.
+void SweepTemporaries(std::span<const Path> folders);
+
+// Drops the oldest changes beyond the limits, and folders without a change in them.
+void DropOldChanges(const Path& undoFolder, const UndoLimits& limits);
+
+}  // namespace brantlow

@@ -1,0 +1,55 @@
+#include "shell/session_change.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "base/undo_store.h"
+#include "shell/settings/settings_files.h"
+
+namespace brantlow {
+
+namespace {
+
+// The lines of the data settings with the folders of the back-ups.
+constexpr std::array<std::size_t, 2> kBackUpFolderLines = {3, 5};
+
+std::vector<Path> WrittenFolders(const Session& session) {
+    const Path backUp = session.AppPath / "Back Up";
+    std::vector<Path> folders = {session.AppPath, session.DataFolder(), session.settings.QuoteFolder, backUp,
+                                 backUp / "Data"};
+    for (const std::size_t line : kBackUpFolderLines) {
+        const std::string& folder = session.settings.DataSettings.Text(line);
+        if (!folder.empty()) folders.push_back(FolderOfSetting(session.AppPath, folder));
+    }
+    return folders;
+}
+
+}  // namespace
+
+ChangePlace ChangePlaceOf(const Session& session) {
+    const Date today = session.clock.Today();
+    const auto seconds = static_cast<int>(session.clock.SecondsSinceMidnight());
+    constexpr int kSecondsAnHour = 3600;
+    constexpr int kSixty = 60;
+    ChangePlace place;
+    place.appPath = session.AppPath;
+    place.when = fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", static_cast<int>(today.year()),
+                             static_cast<unsigned>(today.month()), static_cast<unsigned>(today.day()),
+                             seconds / kSecondsAnHour, seconds / kSixty % kSixty, seconds % kSixty);
+    return place;
+}
+
+FolderRecovery RecoverFolder(const Session& session) {
+    FolderRecovery recovery;
+    for (const InterruptedChange& change : RecoverChanges(ChangePlaceOf(session))) {
+        recovery.sentences.push_back(InterruptedSentence(change));
+        recovery.failed = recovery.failed || change.fault;
+        (IsUndoing(change.what) ? recovery.tookUndoBack : recovery.tookChangeBack) = true;
+    }
+    const std::vector<Path> folders = WrittenFolders(session);
+    SweepTemporaries(folders);
+    return recovery;
+}
+
+}  // namespace brantlow

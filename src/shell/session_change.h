@@ -1,0 +1,27 @@
+// A session's changes of files: where they are kept and by which limits (base/file_change.h), and what is due
+// at the start of a writing command and of the window.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/file_change.h"
+#include "shell/session.h"
+
+namespace brantlow {
+
+ChangePlace ChangePlaceOf(const Session& session);
+
+// What a killed program left behind in the application folder and in the folders of the settings: open
+// changes are taken back, unfinished files go.
+struct FolderRecovery {
+    std::vector<std::string> sentences;  // one for each change that was cut off, for a person
+    bool tookUndoBack = false;           // one of them was an undoing
+    bool tookChangeBack = false;         // one of them was another change
+    bool failed = false;                 // one could not be taken back: nothing may be written
+};
+// Under the application folder's lock, once the settings are loaded. The caller loads them anew when
+// something was taken back.
+FolderRecovery RecoverFolder(const Session& session);
+
+}  // namespace brantlow
