@@ -41,6 +41,10 @@ ExitStatus RunCommand(const CommandLine& line, const BatchProcess& process) {
         return RefuseUsage(call, "--app", "'" + session.AppPath.string() + "' is no folder");
     }
     LoadAllSettings(session.AppPath, session.settings);
+    for (const SettingsFile file : line.command->settings) {
+        const std::string sentence = UnreadableSettings(file, session.AppPath, session.settings);
+        if (!sentence.empty()) return Refuse(call, sentence);
+    }
     return line.command->run(call);
 }
 

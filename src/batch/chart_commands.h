@@ -44,6 +44,7 @@ inline constexpr Command kChartCommand = {
         "each panel its lines and circles in drawing order, in twips, the texts of its labels, and the "
         "colours\n"
         "of those that have one.\n",
+    .settings = kChartSettings,
     .run = RunChart,
 };
 

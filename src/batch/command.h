@@ -58,6 +58,23 @@ struct BatchCall {
     const Path& executable;
 };
 
+// For Command::settings.
+inline constexpr SettingsFile kAnySettings[] = {
+    SettingsFile::Columns, SettingsFile::Data, SettingsFile::Graph, SettingsFile::Selector, SettingsFile::Mru,
+    SettingsFile::Net,     SettingsFile::Lang, SettingsFile::ImEx,  SettingsFile::Own};
+inline constexpr SettingsFile kDatabaseSettings[] = {SettingsFile::Data};
+inline constexpr SettingsFile kChangeSettings[] = {SettingsFile::Data, SettingsFile::Own};
+inline constexpr SettingsFile kConditionSettings[] = {SettingsFile::Data, SettingsFile::Selector};
+inline constexpr SettingsFile kSelectorRunSettings[] = {SettingsFile::Data, SettingsFile::Selector,
+                                                        SettingsFile::Own};
+inline constexpr SettingsFile kChartSettings[] = {SettingsFile::Data, SettingsFile::Graph,
+                                                  SettingsFile::Selector};
+inline constexpr SettingsFile kExchangeSettings[] = {SettingsFile::Columns, SettingsFile::Data,
+                                                     SettingsFile::ImEx, SettingsFile::Own};
+inline constexpr SettingsFile kDownloadSettings[] = {
+    SettingsFile::Columns, SettingsFile::Data, SettingsFile::Net, SettingsFile::Lang, SettingsFile::Own};
+inline constexpr SettingsFile kPageSettings[] = {SettingsFile::Net, SettingsFile::Lang};
+
 inline constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
 
 struct Command {
@@ -72,6 +89,8 @@ struct Command {
     std::string_view help;     // further lines, each ended
     // False for a command that makes the application folder, or needs none.
     bool needsAppFolder = true;
+    // The settings files that the command goes by: the call refuses where one of them cannot be read.
+    std::span<const SettingsFile> settings = kAnySettings;
     ExitStatus (*run)(BatchCall& call) = nullptr;
 };
 

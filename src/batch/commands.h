@@ -18,6 +18,7 @@ inline constexpr Command kCatalogueCommand = {
     .summary = "Prints the names of the selector's tests, one a line",
     .help = "",
     .needsAppFolder = false,
+    .settings = {},
     .run = RunCatalogue,
 };
 
@@ -42,6 +43,7 @@ inline constexpr Command kSeriesCommand = {
     .options = kSeriesOptions,
     .summary = "Prints the working series of tickers as JSON",
     .help = kJsonHelp,
+    .settings = kDatabaseSettings,
     .run = RunSeries,
 };
 
@@ -55,6 +57,7 @@ inline constexpr Command kIndicatorsCommand = {
     .options = kIntervalOptions,
     .summary = "Prints the indicators of tickers as JSON",
     .help = kJsonHelp,
+    .settings = kDatabaseSettings,
     .run = RunIndicators,
 };
 
@@ -68,6 +71,7 @@ inline constexpr Command kEvaluateCommand = {
     .options = kIntervalOptions,
     .summary = "Prints which tests and conditions hold on the newest bar as JSON",
     .help = kJsonHelp,
+    .settings = kConditionSettings,
     .run = RunEvaluate,
 };
 
@@ -87,6 +91,7 @@ inline constexpr Command kSignalsCommand = {
         "side "
         "set to\n"
         "None prints an empty array.\n",
+    .settings = kChartSettings,
     .run = RunSignals,
 };
 
@@ -105,6 +110,7 @@ inline constexpr Command kBackTestCommand = {
         "on the chart's signals with a commission of 0.5%. Under labels stand the texts of the report by "
         "control\n"
         "name. Refuses when the settings choose no condition for a side.\n",
+    .settings = kChartSettings,
     .run = RunBackTestCommand,
 };
 
@@ -128,6 +134,7 @@ inline constexpr Command kSelectCommand = {
         "Tickers with too little history are listed in Error Report.txt. Prints the count of tickers, the\n"
         "hits of each condition and the short tickers. Ctrl-C stops at the next ticker: the rows so far are\n"
         "saved and counted, and the exit status is 130.\n",
+    .settings = kSelectorRunSettings,
     .run = RunSelect,
 };
 
@@ -150,6 +157,7 @@ inline constexpr Command kFundamentalsCommand = {
         "the count of tickers and those whose pages gave no value; indexes (^DJI) have no such pages. "
         "Ctrl-C\n"
         "stops at the next ticker: the rows so far are saved, and the exit status is 130.\n",
+    .settings = kDownloadSettings,
     .run = RunFundamentals,
 };
 
@@ -167,6 +175,7 @@ inline constexpr Command kHistoryCommand = {
         "this year is refused; one whose download fails loses what it had of earlier years. Prints the "
         "count of\n"
         "days stored, one line a ticker.\n",
+    .settings = kDownloadSettings,
     .run = RunHistory,
 };
 
@@ -189,6 +198,7 @@ inline constexpr Command kPopulateCommand = {
         "Prints the count of tickers and how many have data now. Ctrl-C stops after the current ticker: "
         "every\n"
         "file is whole, and the exit status is 130.\n",
+    .settings = kDownloadSettings,
     .run = RunPopulate,
 };
 
@@ -204,6 +214,7 @@ inline constexpr Command kSplitCommand = {
         "NEW/OLD is new shares by old shares: 2/1, 3/2, 1/10. The day of the split is the most recent jump "
         "of\n"
         "the prices that fits; without one nothing changes, so that a second call does no harm.\n",
+    .settings = kChangeSettings,
     .run = RunSplit,
 };
 
@@ -217,6 +228,7 @@ inline constexpr Command kSplitCalendarCommand = {
         "Splits wait in SplitLog.txt until their day is past. Prints how many the log holds, how many of "
         "them\n"
         "are due, and how many showed in the prices and were restated.\n",
+    .settings = kDownloadSettings,
     .run = RunSplitCalendar,
 };
 
@@ -235,6 +247,7 @@ inline constexpr Command kPracticeCommand = {
         "Practice.ddq in Data and the year files; what a first start needs is made too where it is "
         "missing.\n",
     .needsAppFolder = false,
+    .settings = kDatabaseSettings,
     .run = RunPractice,
 };
 
@@ -256,6 +269,7 @@ inline constexpr Command kScheduleCommand = {
         "Without an option it shows what is installed. The start is a timer of the user's systemd where\n"
         "systemctl --user answers, else a line of the user's crontab; other lines there stay as they are.\n"
         "The time of the update itself is kept in the data settings, and stays there with --remove.\n",
+    .settings = kDatabaseSettings,
     .run = RunSchedule,
 };
 
@@ -274,6 +288,7 @@ inline constexpr Command kResearchCommand = {
         "TICKER, which stands in the address as it is given; with an empty one nothing is printed. The "
         "other\n"
         "entries pay no heed to it.\n",
+    .settings = kPageSettings,
     .run = RunResearch,
 };
 
@@ -287,6 +302,7 @@ inline constexpr Command kSettingsCommand = {
     .help =
         "One object with an array for each table: its first element is line 1 of the table's file. With a\n"
         "FILE.ini only that file's table.\n",
+    .settings = {},  // it tells itself
     .run = RunSettings,
 };
 

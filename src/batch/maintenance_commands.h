@@ -16,6 +16,7 @@ inline constexpr Command kCombineCommand = {
     .help =
         "The rows of A, then those of B, whose first row takes the place of the last row of A. Tickers of\n"
         "both files stay twice. OUT gets a header when its name ends in ddq. Prints the count of rows.\n",
+    .settings = kChangeSettings,
     .run = RunCombine,
 };
 
@@ -29,6 +30,7 @@ inline constexpr Command kRemoveLastUpdateCommand = {
         "The last record of this year's file of each ticker that the update touched goes, whatever its "
         "date;\n"
         "a second call takes a further day. Prints the count of records removed.\n",
+    .settings = kChangeSettings,
     .run = RunRemoveLastUpdate,
 };
 
@@ -41,6 +43,7 @@ inline constexpr Command kBackUpCommand = {
     .mostOperands = 1,
     .summary = "Copies the program's files or the quote database to the back-up folder",
     .help = "The folders stand in VTRDATAset.ini. Prints the count of files copied.\n",
+    .settings = kDatabaseSettings,
     .run = RunBackUp,
 };
 
@@ -53,6 +56,7 @@ inline constexpr Command kRestoreCommand = {
     .mostOperands = 1,
     .summary = "Copies the files of a back-up back",
     .help = "Files of the same name are replaced, others stay. Prints the count of files copied.\n",
+    .settings = kDatabaseSettings,
     .run = RunRestore,
 };
 

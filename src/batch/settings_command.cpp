@@ -44,10 +44,14 @@ ExitStatus RunSettings(BatchCall& call) {
         only = FindForm(name);
         if (only == nullptr) return RefuseUsage(call, "FILE.ini", "'" + name + "' is no settings file");
     }
+    const SettingsTables& settings = call.session.settings;
     JsonLine json;
     json.BeginObject();
     for (const SettingsFileForm& form : kSettingsFiles) {
-        if (only == nullptr || only == &form) PrintTable(form, call.session.settings, json);
+        if (only != nullptr && only != &form) continue;
+        const std::string sentence = UnreadableSettings(form.file, call.session.AppPath, settings);
+        if (!sentence.empty()) return Refuse(call, sentence);
+        PrintTable(form, settings, json);
     }
     json.EndObject();
     call.out << json.Line() << '\n';

@@ -47,6 +47,7 @@ inline constexpr Command kImportCommand = {
         "Which file is imported and what its fields are stands in VTRIMEXset.ini. FILE is saved; the "
         "imported\n"
         "file is deleted once everything in it is stored.\n",
+    .settings = kExchangeSettings,
     .run = RunImport,
 };
 
@@ -59,6 +60,7 @@ inline constexpr Command kExportCommand = {
     .mostOperands = 1,
     .summary = "Exports a file for another program",
     .help = "Where the export goes and which columns it holds stands in VTRIMEXset.ini.\n",
+    .settings = kExchangeSettings,
     .run = RunExport,
 };
 
@@ -71,6 +73,7 @@ inline constexpr Command kAddCommand = {
     .mostOperands = kAnyNumber,
     .summary = "Adds tickers with their history to a file",
     .help = "The file is sorted by ticker and saved. A ticker that it holds already is passed over.\n",
+    .settings = kDownloadSettings,
     .run = RunAdd,
 };
 
@@ -87,6 +90,7 @@ inline constexpr Command kDeleteCommand = {
     .options = kDeleteOptions,
     .summary = "Deletes tickers from a file",
     .help = "The file is saved. Its last ticker stays.\n",
+    .settings = kChangeSettings,
     .run = RunDelete,
 };
 
@@ -105,6 +109,7 @@ inline constexpr Command kAlarmCommand = {
     .options = kAlarmOptions,
     .summary = "Sets the price alarms of a ticker",
     .help = "An alarm that is not given stays as it is. The file is saved.\n",
+    .settings = kChangeSettings,
     .run = RunAlarm,
 };
 

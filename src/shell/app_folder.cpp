@@ -3,8 +3,11 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+
+#include "shell/settings/settings_files.h"
 
 namespace brantlow {
 
@@ -54,8 +57,24 @@ std::error_code CopyMissingFile(const Path& from, const Path& to) {
     return WriteWholeFile(to, shipped.bytes);
 }
 
+// A file that only a new folder gets.
+bool IsForNewFolders(const Path& file) {
+    return std::any_of(kSettingsFiles.begin(), kSettingsFiles.end(), [&](const SettingsFileForm& form) {
+        return form.shippedTo == ShippedTo::NewFolders && form.fileName == file.filename().native();
+    });
+}
+
+// A Data/ that somebody has worked with. One without any settings file is as good as new.
+bool HoldsSettings(const Path& data) {
+    return std::any_of(kSettingsFiles.begin(), kSettingsFiles.end(), [&](const SettingsFileForm& form) {
+        std::error_code error;
+        return fs::exists(fs::symlink_status(data / form.fileName, error));
+    });
+}
+
 // Copies the files below `from` that `to` lacks, making folders as needed.
-std::error_code CopyMissingFiles(const Path& from, const Path& to) {
+std::error_code CopyMissingFiles(const Path& from, const Path& to,
+                                 ShippedTo shippedTo = ShippedTo::NewFolders) {
     std::error_code error;
     fs::create_directories(to, error);
     if (error || !IsFolder(from)) return error;
@@ -65,7 +84,7 @@ std::error_code CopyMissingFiles(const Path& from, const Path& to) {
         std::error_code one;
         if (it->is_directory(one)) {
             fs::create_directories(target, one);
-        } else {
+        } else if (shippedTo == ShippedTo::NewFolders || !IsForNewFolders(target)) {
             one = CopyMissingFile(it->path(), target);
         }
         if (one) return one;
@@ -74,10 +93,14 @@ std::error_code CopyMissingFiles(const Path& from, const Path& to) {
 }
 
 std::error_code MakeData(const Path& assets, const Path& appPath) {
-    if (IsFolder(appPath / kData)) return CopyMissingFiles(assets / kData, appPath / kData);
+    const Path data = appPath / kData;
+    if (IsFolder(data)) {
+        const ShippedTo shippedTo = HoldsSettings(data) ? ShippedTo::EveryFolder : ShippedTo::NewFolders;
+        return CopyMissingFiles(assets / kData, data, shippedTo);
+    }
     if (const auto error = CopyMissingFiles(assets / kData, appPath / kDataInWork)) return error;
     std::error_code error;
-    fs::rename(appPath / kDataInWork, appPath / kData, error);
+    fs::rename(appPath / kDataInWork, data, error);
     return error;
 }
 

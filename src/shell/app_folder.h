@@ -33,9 +33,10 @@ std::optional<Path> FindAssets(const Path& executable);
 bool NeedsMaking(const Path& appPath);
 
 // Makes Data/, Quotes/EOD/, Images/, Help/, "Back Up/" and "Back Up/Data/" in `appPath` and copies the
-// shipped files into them. A file that is there already, whatever it is, stays as it is. The first failure is
-// returned; what was made until then stays and a further call goes on from there. Data/ appears last and
-// whole, so that NeedsMaking holds until everything is in place.
+// shipped files into them. A file that is there already, whatever it is, stays as it is; a Data/ with
+// settings gets no settings file that is for new folders only. The first failure is returned; what was made
+// until then stays and a further call goes on from there. Data/ appears last and whole, so that NeedsMaking
+// holds until everything is in place.
 std::error_code MakeAppFolder(const Path& assets, const Path& appPath);
 
 }  // namespace brantlow

@@ -2,7 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "batch/command_table.h"
 #include "batch_fixture.h"
+#include "shell/settings/settings_files.h"
 
 namespace brantlow {
 namespace {
@@ -28,7 +30,7 @@ TEST_F(SettingsCommand, PrintsEveryTableByItsNameInOneLine) {
     std::vector<std::string> names;
     for (const auto& [name, table] : tables.items()) names.push_back(name);
     EXPECT_THAT(names, ElementsAre("ColumnSettings", "DataSettings", "GraphSettings", "SelectorSettings",
-                                   "MruSettings", "NetSettings", "QuoteHost", "ImExSettings"));
+                                   "MruSettings", "NetSettings", "QuoteHost", "ImExSettings", "OwnSettings"));
     EXPECT_EQ(tables["QuoteHost"], "http://quotes.example");
     EXPECT_EQ(tables["SelectorSettings"], ordered_json::array());
 }
@@ -51,7 +53,35 @@ TEST_F(SettingsCommand, RefusesAFileThatIsNotThere) {
 TEST_F(SettingsCommand, RefusesAFolderInPlaceOfAFile) {
     std::filesystem::create_directories(folder / "Data/VTRSELset.ini");
     EXPECT_EQ(Call({"settings", "VTRSELset.ini"}).err, "VTRSELset.ini: no such file in Data\n");
-    EXPECT_EQ(Call({"settings"}).status, ExitStatus::Done);
+}
+
+TEST_F(SettingsCommand, RefusesToPrintAFileThatCannotBeRead) {
+    std::filesystem::create_directories(folder / "Data/VTRSELset.ini");
+    const CallResult result = Call({"settings"});
+    EXPECT_EQ(result.status, ExitStatus::Refused);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, (folder / "Data/VTRSELset.ini").string() + ": cannot be read (Is a directory)\n");
+    EXPECT_EQ(Call({"settings", "VTRDATAset.ini"}).status, ExitStatus::Done);
+}
+
+// Every command whose row names the file refuses and changes nothing, whatever else is in the folder.
+TEST_F(SettingsCommand, CommandsThatGoByAnUnreadableFileRefuse) {
+    for (const SettingsFileForm& form : kSettingsFiles) {
+        const TempFolder app;
+        std::filesystem::create_directories(app / "Data" / form.fileName);
+        for (const Command& command : Commands()) {
+            if (std::ranges::find(command.settings, form.file) == command.settings.end()) continue;
+            std::vector<std::string> arguments = {"--app", app.Get().string(), std::string(command.name)};
+            arguments.insert(arguments.end(), command.fewestOperands, "A/2");
+            const CallResult result = Call(arguments);
+            EXPECT_EQ(result.status, ExitStatus::Refused) << command.name << ' ' << form.fileName;
+            EXPECT_EQ(result.out, "");
+            EXPECT_EQ(result.err,
+                      (app / "Data" / form.fileName).string() + ": cannot be read (Is a directory)\n")
+                << command.name;
+        }
+        EXPECT_EQ(std::distance(std::filesystem::recursive_directory_iterator(app.Get()), {}), 2);
+    }
 }
 
 TEST_F(SettingsCommand, AFileThatIsNoSettingsFileIsAnUnreadableArgument) {

@@ -1,4 +1,4 @@
-// The settings dialog on an application folder of a test's own, with the eight files as an installation has
+// The settings dialog on an application folder of a test's own, with its files as an installation has
 // them.
 #pragma once
 

@@ -115,6 +115,22 @@ TEST_F(MakeAppFolderTest, NeverOverwritesWhatIsThere) {
     EXPECT_EQ(fs::read_symlink(app / "Data/New EOD Quotes.db"), "nowhere");
 }
 
+TEST_F(MakeAppFolderTest, OnlyANewFolderGetsTheOwnSettings) {
+    Put(assets / "Data/VTROWNset.ini", "\"Keep\"\r\n");
+    Put(folder / "old/Data/VTRMRUset.ini", "");
+    ASSERT_FALSE(MakeAppFolder(assets, folder / "old"));
+    EXPECT_FALSE(fs::exists(folder / "old/Data/VTROWNset.ini"));
+    EXPECT_TRUE(fs::exists(folder / "old/Data/VTRDATAset.ini"));
+
+    ASSERT_FALSE(MakeAppFolder(assets, app));
+    EXPECT_EQ(BytesOrEmpty(app / "Data/VTROWNset.ini"), "\"Keep\"\r\n");
+
+    // A Data folder without any settings was only prepared.
+    fs::create_directories(folder / "prepared/Data");
+    ASSERT_FALSE(MakeAppFolder(assets, folder / "prepared"));
+    EXPECT_TRUE(fs::exists(folder / "prepared/Data/VTROWNset.ini"));
+}
+
 TEST_F(MakeAppFolderTest, FilesOfAReadOnlyInstallationBecomeTheUsersOwn) {
     fs::permissions(assets / "Data/VTRDATAset.ini", fs::perms::owner_read);
     ASSERT_FALSE(MakeAppFolder(assets, app));

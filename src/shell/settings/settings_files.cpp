@@ -102,6 +102,20 @@ std::string PrintedForm(const Value& value) {
     return text;
 }
 
+// The table of a file whose bytes are at hand. Lines that a longer set left behind the selector's last line
+// stay there.
+void TakeFile(SettingsFile file, std::string_view bytes, SettingsTables& settings) {
+    const SettingsFileForm& form = FormOf(file);
+    if (form.table == nullptr) return LoadQuoteHost(bytes, settings);
+    SettingsTable& table = settings.*form.table;
+    if (file != SettingsFile::Selector) table.Clear();
+    const std::size_t lines = ReadLines(form, bytes, table);
+    if (file == SettingsFile::Columns) settings.ColumnCount = CountColumns(table);
+    if (file == SettingsFile::Selector) settings.SelectorLineCount = lines;
+    if (file == SettingsFile::Net) FindNetSequences(settings);
+    if (file == SettingsFile::ImEx) FindImportSequence(settings);
+}
+
 }  // namespace
 
 std::string SettingsFileName(SettingsFile file) {
@@ -112,34 +126,21 @@ void LoadAllSettings(const Path& appPath, SettingsTables& settings) {
     for (const SettingsFileForm& form : kSettingsFiles) LoadSettingsFile(form.file, appPath, settings);
 }
 
-void LoadSettingsFile(SettingsFile file, const Path& appPath, SettingsTables& settings) {
-    const SettingsFileForm& form = FormOf(file);
-    const std::string bytes = BytesOrEmpty(FileOf(file, appPath));
-    if (form.table == nullptr) return LoadQuoteHost(bytes, settings);
-    SettingsTable& table = settings.*form.table;
-    if (file != SettingsFile::Selector) table.Clear();
-    const std::size_t lines = ReadLines(form, bytes, table);
-    switch (file) {
-        case SettingsFile::Columns:
-            settings.ColumnCount = CountColumns(table);
-            break;
-        case SettingsFile::Data:
-            settings.QuoteFolder = DeriveQuoteFolder(appPath, table);
-            break;
-        case SettingsFile::Selector:
-            settings.SelectorLineCount = lines;
-            break;
-        case SettingsFile::Net:
-            FindNetSequences(settings);
-            break;
-        case SettingsFile::ImEx:
-            FindImportSequence(settings);
-            break;
-        case SettingsFile::Graph:
-        case SettingsFile::Mru:
-        case SettingsFile::Lang:
-            break;
-    }
+std::string UnreadableSettings(SettingsFile file, const Path& appPath, const SettingsTables& settings) {
+    const std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)];
+    return error ? FileOf(file, appPath).string() + ": cannot be read (" + error.message() + ")"
+                 : std::string{};
+}
+
+std::error_code LoadSettingsFile(SettingsFile file, const Path& appPath, SettingsTables& settings) {
+    const ReadResult read = ReadWholeFile(FileOf(file, appPath));
+    std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)];
+    error = read.outcome == ReadOutcome::Failed ? read.error : std::error_code{};
+    if (!error) TakeFile(file, read.bytes, settings);
+    // Without its line the folder is the standard one, so that it is never empty.
+    if (file == SettingsFile::Data) settings.QuoteFolder = DeriveQuoteFolder(appPath, settings.DataSettings);
+    if (settings.QuoteHost.empty()) settings.QuoteHost = kUnitedStatesQuoteHost;
+    return error;
 }
 
 std::string SettingsFileText(SettingsFile file, const SettingsTables& settings) {
@@ -162,6 +163,8 @@ std::string SettingsFileText(SettingsFile file, const SettingsTables& settings) 
 }
 
 std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings) {
+    // What could not be read is not known: writing the table would put nothing in its place.
+    if (const std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)]) return error;
     return WriteWholeFile(FileOf(file, appPath), SettingsFileText(file, settings));
 }
 

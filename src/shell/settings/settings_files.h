@@ -1,4 +1,4 @@
-// Reading and writing the eight settings files in Data/: a value's meaning is its line number, or its place
+// Reading and writing the settings files in Data/: a value's meaning is its line number, or its place
 // between two marker lines. main() loads them all at start; whoever changes a setting writes its file and
 // reads it back.
 //
@@ -17,8 +17,9 @@
 
 namespace brantlow {
 
-// In the order in which they are loaded.
-enum class SettingsFile { Columns, Data, Graph, Selector, Mru, Net, Lang, ImEx };
+// Which application folders get a file: every one that lacks it, or only one that is made anew. A folder that
+// goes without a file of the second kind keeps behaving as if there were none.
+enum class ShippedTo { EveryFolder, NewFolders };
 
 struct SettingsFileForm {
     SettingsFile file;
@@ -31,13 +32,15 @@ struct SettingsFileForm {
     // A written file has at least and at most this many lines; missing entries are empty texts.
     std::size_t fewestWritten;
     std::size_t mostWritten;
+    ShippedTo shippedTo = ShippedTo::EveryFolder;
 };
 
 inline constexpr std::size_t kDataLines = 19;
 inline constexpr std::size_t kGraphLines = 10;
 inline constexpr std::size_t kMruLines = 4;
+inline constexpr std::size_t kOwnLines = 3;
 
-inline constexpr std::array<SettingsFileForm, 8> kSettingsFiles = {{
+inline constexpr std::array<SettingsFileForm, kSettingsFileCount> kSettingsFiles = {{
     {SettingsFile::Columns, "VTRCOLset.ini", "ColumnSettings", &SettingsTables::ColumnSettings, kMostRows, 1,
      kMostRows},
     {SettingsFile::Data, "VTRDATAset.ini", "DataSettings", &SettingsTables::DataSettings, kMostRows,
@@ -54,6 +57,8 @@ inline constexpr std::array<SettingsFileForm, 8> kSettingsFiles = {{
     {SettingsFile::Lang, "VTRLANGset.ini", "QuoteHost", nullptr, 1, 1, 1},
     {SettingsFile::ImEx, "VTRIMEXset.ini", "ImExSettings", &SettingsTables::ImExSettings, kMostRows, 0,
      kMostRows},
+    {SettingsFile::Own, "VTROWNset.ini", "OwnSettings", &SettingsTables::OwnSettings, kMostRows, kOwnLines,
+     kOwnLines, ShippedTo::NewFolders},
 }};
 
 constexpr const SettingsFileForm& FormOf(SettingsFile file) {
@@ -62,20 +67,26 @@ constexpr const SettingsFileForm& FormOf(SettingsFile file) {
 
 std::string SettingsFileName(SettingsFile file);
 
-// Reads all eight files of `appPath`/Data in their order. A file that is missing, short or not readable
-// leaves its entries empty, and an empty value acts as no option chosen. QuoteHost is never empty afterwards.
+// Reads all files of `appPath`/Data in their order. A file that is missing or short leaves its entries empty,
+// and an empty value acts as no option chosen. QuoteHost is never empty afterwards. A file that is there and
+// cannot be read leaves its table as it was and says why in ReadErrors.
 void LoadAllSettings(const Path& appPath, SettingsTables& settings);
 
 // Reads one file into its table and sets what is derived from it: ColumnCount, SelectorLineCount, the
 // sequence indexes (0 where a marker is missing), QuoteFolder. The table is emptied first, except
-// SelectorSettings: lines that a longer earlier set left behind the file's last line stay there.
-void LoadSettingsFile(SettingsFile file, const Path& appPath, SettingsTables& settings);
+// SelectorSettings: lines that a longer earlier set left behind the file's last line stay there. Gives the
+// file's entry of ReadErrors.
+std::error_code LoadSettingsFile(SettingsFile file, const Path& appPath, SettingsTables& settings);
+
+// The sentence for a file that could not be read when it was last loaded; empty for any other.
+std::string UnreadableSettings(SettingsFile file, const Path& appPath, const SettingsTables& settings);
 
 // The text that WriteSettingsFile writes. Values keep their types: a number stays bare, a date stays between
 // number signs. An address of lines 4 and 5 of NetSettings keeps its quotes when it is set as a raw line.
 std::string SettingsFileText(SettingsFile file, const SettingsTables& settings);
 
-// Replaces the file in `appPath`/Data as a whole. On an error the old file stands.
+// Replaces the file in `appPath`/Data as a whole. On an error the old file stands, as does one that could not
+// be read when it was last loaded.
 std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings);
 
 // A folder named by a settings line as a path of this platform: a relative one lies in the application

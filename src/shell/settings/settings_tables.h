@@ -1,9 +1,11 @@
-// The settings tables in memory. Entry n of a table is line n of its file; consumers read by line number.
-// Loading and writing the eight files is in settings_files.h.
+// The settings tables in memory. Entry n of a table is line n of its file; consumers read the lines by the
+// names that lines.h gives them. Loading and writing the files is in settings_files.h.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "base/values.h"
@@ -12,6 +14,10 @@ namespace brantlow {
 
 // The size of the program's world: no table has more rows and no file more lines than this.
 inline constexpr std::size_t kMostRows = 18000;
+
+// The settings files in the order in which they are loaded.
+enum class SettingsFile { Columns, Data, Graph, Selector, Mru, Net, Lang, ImEx, Own };
+inline constexpr std::size_t kSettingsFileCount = 9;
 
 // A 1-based table of at most kMostRows values. Reading past its end gives an empty text.
 class SettingsTable {
@@ -37,7 +43,11 @@ struct SettingsTables {
     SettingsTable MruSettings;
     SettingsTable NetSettings;
     SettingsTable ImExSettings;
+    SettingsTable OwnSettings;
     std::string QuoteHost;
+    // By SettingsFile: why a file that is there could not be read when it was last loaded. A missing file is
+    // no error.
+    std::array<std::error_code, kSettingsFileCount> ReadErrors;
 
     std::size_t ColumnCount = 0;
     std::size_t SelectorLineCount = 0;
