@@ -16,7 +16,7 @@ namespace {
 TEST(CommandCatalogue, NamesAreUniqueAndParentsStandBeforeTheirRows) {
     std::set<std::string_view> menus = {""};
     std::set<std::string_view> ids;
-    for (const Command& command : kMenu) {
+    for (const MenuEntry& command : kMenu) {
         EXPECT_TRUE(ids.insert(command.id).second) << command.id;
         EXPECT_TRUE(menus.contains(command.parent)) << command.id;
         if (command.row == MenuRow::Menu || command.row == MenuRow::PopUpMenu) menus.insert(command.id);
@@ -25,7 +25,7 @@ TEST(CommandCatalogue, NamesAreUniqueAndParentsStandBeforeTheirRows) {
 
 TEST(CommandCatalogue, NoTwoEntriesShareAShortcut) {
     std::set<std::string_view> shortcuts;
-    for (const Command& command : kMenu) {
+    for (const MenuEntry& command : kMenu) {
         if (command.shortcut.empty()) continue;
         EXPECT_TRUE(shortcuts.insert(command.shortcut).second) << command.id;
     }
@@ -37,12 +37,12 @@ TEST(CommandCatalogue, EntriesStandInOrderWithTheirWords) {
         expected.push_back(fmt::format("{}/{}: {}", row.parent, row.id, row.words));
     }
     std::vector<std::string> found;
-    for (const Command& command : kMenu) {
+    for (const MenuEntry& command : kMenu) {
         if (command.row == MenuRow::Separator || command.row == MenuRow::ButtonOnly) continue;
         found.push_back(fmt::format("{}/{}: {}", command.parent, command.id, command.words));
     }
     EXPECT_EQ(found, expected);
-    EXPECT_EQ(FindCommand("mnuNothing"), nullptr);
+    EXPECT_EQ(FindMenuEntry("mnuNothing"), nullptr);
 }
 
 TEST(CommandCatalogue, ButtonsHaveTheirToolTipsAndEntries) {
@@ -53,7 +53,7 @@ TEST(CommandCatalogue, ButtonsHaveTheirToolTipsAndEntries) {
         ASSERT_NE(button, kButtons.end()) << row.id;
         EXPECT_EQ(button->toolTip, row.toolTip) << row.id;
         EXPECT_EQ(button->command, row.command) << row.id;
-        EXPECT_NE(FindCommand(button->command), nullptr) << row.id;
+        EXPECT_NE(FindMenuEntry(button->command), nullptr) << row.id;
     }
 }
 
@@ -99,7 +99,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuWindowCascade", true, true, true, true, true, true, true},
     };
     for (const Row& row : rows) {
-        const Command& command = *FindCommand(row.id);
+        const MenuEntry& command = *FindMenuEntry(row.id);
         EXPECT_EQ(IsEnabled(command, StateOf(FileKind::Ddq), false), row.ddq) << row.id;
         EXPECT_EQ(IsEnabled(command, StateOf(FileKind::Db), false), row.db) << row.id;
         EXPECT_EQ(IsEnabled(command, StateOf(FileKind::Dbe), false), row.dbe) << row.id;
@@ -112,10 +112,10 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
 
 // A chart may stand with a table behind it or without one.
 TEST(EnablingRules, AnOpenChartCanBeClosedWithoutATable) {
-    EXPECT_TRUE(IsEnabled(*FindCommand("mnuFileClose"), kWithNothing | kChartActive, false));
-    EXPECT_FALSE(IsEnabled(*FindCommand("mnuFileClose"), kWithNothing | kChartActive, true));
-    EXPECT_FALSE(IsEnabled(*FindCommand("mnuFilePopulate"), kWithNothing | kChartActive, false));
-    EXPECT_TRUE(IsEnabled(*FindCommand("mnuFilePopulate"), kWithDdq | kChartActive, false));
+    EXPECT_TRUE(IsEnabled(*FindMenuEntry("mnuFileClose"), kWithNothing | kChartActive, false));
+    EXPECT_FALSE(IsEnabled(*FindMenuEntry("mnuFileClose"), kWithNothing | kChartActive, true));
+    EXPECT_FALSE(IsEnabled(*FindMenuEntry("mnuFilePopulate"), kWithNothing | kChartActive, false));
+    EXPECT_TRUE(IsEnabled(*FindMenuEntry("mnuFilePopulate"), kWithDdq | kChartActive, false));
 }
 
 // While the chart or the browser is the active child, whatever table is open behind it.
@@ -132,7 +132,7 @@ TEST(EnablingRules, FollowTheActiveChild) {
     };
     for (const OpenStates open : {kWithNothing, kWithOther}) {
         for (const Row& row : rows) {
-            const Command& command = *FindCommand(row.id);
+            const MenuEntry& command = *FindMenuEntry(row.id);
             EXPECT_EQ(IsEnabled(command, open | kChartActive, false), row.chart) << row.id;
             EXPECT_EQ(IsEnabled(command, open | kBrowserActive, false), row.browser) << row.id;
             EXPECT_EQ(IsEnabled(command, open | kChartActive, true), row.chartInPausedRun) << row.id;

@@ -240,7 +240,7 @@ class CatalogueWalkTest : public QObject {
         for (const PageWalk& page : kPages) walked << QString::fromLatin1(page.entry);
         for (const char* entry : kArranging) walked << QString::fromLatin1(entry);
         walked << QString::fromLatin1(kOfThePage);
-        for (const Command& command : kMenu) {
+        for (const MenuEntry& command : kMenu) {
             const bool isEntry = command.row == MenuRow::Entry || command.row == MenuRow::CheckedEntry ||
                                  command.row == MenuRow::ButtonOnly;
             QVERIFY2(!isEntry || walked.count(Name(command.id)) == 1, command.id.data());

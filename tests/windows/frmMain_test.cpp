@@ -63,7 +63,7 @@ class FrmMainTest : public QObject {
 
     void everyEntryOfTheCatalogueHasAnActionWithItsWords() {
         Program program;
-        for (const Command& command : kMenu) {
+        for (const MenuEntry& command : kMenu) {
             if (command.row != MenuRow::Entry && command.row != MenuRow::CheckedEntry) continue;
             QAction* entry = program.frame->Commands().Entry(command.id);
             QVERIFY2(entry, std::string(command.id).c_str());
@@ -87,7 +87,7 @@ class FrmMainTest : public QObject {
                                           "mnuHelp"};
         QStringList expected;
         for (const std::string_view id : order) {
-            if (const Command* command = FindCommand(id)) expected << Name(command->words);
+            if (const MenuEntry* command = FindMenuEntry(id)) expected << Name(command->words);
         }
         QStringList words;
         for (QAction* action : program.frame->menuBar()->actions()) words << action->text();

@@ -20,13 +20,13 @@ OpenStates StateOf(FileKind kind) {
     return kWithOther;
 }
 
-const Command* FindCommand(std::string_view id) {
+const MenuEntry* FindMenuEntry(std::string_view id) {
     const auto found =
-        std::find_if(kMenu.begin(), kMenu.end(), [&](const Command& command) { return command.id == id; });
+        std::find_if(kMenu.begin(), kMenu.end(), [&](const MenuEntry& command) { return command.id == id; });
     return found == kMenu.end() ? nullptr : &*found;
 }
 
-bool IsEnabled(const Command& command, OpenStates state, bool inRun) {
+bool IsEnabled(const MenuEntry& command, OpenStates state, bool inRun) {
     return (command.enabled & state) != 0 && (command.duringRun || !inRun);
 }
 

@@ -28,14 +28,14 @@ QString ToolTip(std::string_view words, const QKeySequence& shortcut) {
 
 }  // namespace
 
-CommandBar::CommandBar(QMainWindow& frame, QToolBar& buttons, std::function<void(const Command&)> run)
+CommandBar::CommandBar(QMainWindow& frame, QToolBar& buttons, std::function<void(const MenuEntry&)> run)
     : QObject(&frame), frame_(frame), buttons_(buttons), run_(std::move(run)) {
-    for (const Command& command : kMenu) AddRow(command);
+    for (const MenuEntry& command : kMenu) AddRow(command);
     for (const Button& button : kButtons) AddButton(button);
     ApplyRules(kWithNothing, false);
 }
 
-void CommandBar::AddRow(const Command& command) {
+void CommandBar::AddRow(const MenuEntry& command) {
     QMenu* parent = menus_.value(Name(command.parent));
     switch (command.row) {
         case MenuRow::Menu: {
@@ -65,7 +65,7 @@ void CommandBar::AddRow(const Command& command) {
     }
 }
 
-void CommandBar::AddEntry(const Command& command) {
+void CommandBar::AddEntry(const MenuEntry& command) {
     auto* entry = new QAction(Name(command.words), this);
     entry->setObjectName(Name(command.id));
     entry->setToolTip(Name(command.toolTip));
@@ -89,7 +89,7 @@ void CommandBar::AddEntry(const Command& command) {
     }
 }
 
-void CommandBar::AddRecentFiles(const Command& command) {
+void CommandBar::AddRecentFiles(const MenuEntry& command) {
     QMenu* menu = menus_.value(Name(command.parent));
     recentBar_ = menu->addSeparator();
     for (std::size_t entry = 1; entry <= kRecentFileCount; ++entry) {
@@ -104,7 +104,7 @@ void CommandBar::AddRecentFiles(const Command& command) {
 // A button is an action of its own with the entry's picture, so that its tool tip can differ from the
 // entry's; it follows the entry's state.
 void CommandBar::AddButton(const Button& button) {
-    const Command* command = FindCommand(button.command);
+    const MenuEntry* command = FindMenuEntry(button.command);
     if (button.startsGroup && !button.waitsForQuoteFile) buttons_.addSeparator();
     auto* action = new QAction(Picture(command->icon), Name(button.toolTip), this);
     QAction* entry = Entry(button.command);
@@ -128,7 +128,7 @@ QAction* CommandBar::Entry(std::string_view id) const {
 }
 
 void CommandBar::ApplyRules(OpenStates state, bool inRun) {
-    for (const Command& command : kMenu) {
+    for (const MenuEntry& command : kMenu) {
         if (QAction* entry = Entry(command.id)) entry->setEnabled(IsEnabled(command, state, inRun));
     }
     for (QAction* entry : recent_) entry->setEnabled(!inRun);

@@ -22,7 +22,7 @@ class CommandBar final : public QObject {
     Q_OBJECT
   public:
     // Fills the menu bar of `frame` and `buttons`. `run` takes the name of the entry that was chosen.
-    CommandBar(QMainWindow& frame, QToolBar& buttons, std::function<void(const Command&)> run);
+    CommandBar(QMainWindow& frame, QToolBar& buttons, std::function<void(const MenuEntry&)> run);
 
     QAction* Entry(std::string_view id) const;
     // What a right-click shows, on the empty frame and on a row of the quote table.
@@ -39,14 +39,14 @@ class CommandBar final : public QObject {
     void RecentFileChosen(std::size_t entry);
 
   private:
-    void AddRow(const Command& command);
-    void AddEntry(const Command& command);
-    void AddRecentFiles(const Command& command);
+    void AddRow(const MenuEntry& command);
+    void AddEntry(const MenuEntry& command);
+    void AddRecentFiles(const MenuEntry& command);
     void AddButton(const Button& button);
 
     QMainWindow& frame_;
     QToolBar& buttons_;
-    std::function<void(const Command&)> run_;
+    std::function<void(const MenuEntry&)> run_;
     QHash<QString, QAction*> entries_;
     QHash<QString, QMenu*> menus_;
     QMenu* PopUpMenu_ = nullptr;

@@ -157,7 +157,7 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
     area_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(area_, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& place) { ShowPopUpMenu(area_->mapToGlobal(place)); });
-    commands_ = new CommandBar(*this, *tbToolBar, [this](const Command& command) { Run(command.id); });
+    commands_ = new CommandBar(*this, *tbToolBar, [this](const MenuEntry& command) { Run(command.id); });
     connect(commands_, &CommandBar::RecentFileChosen, this, &frmMain::OpenRecentFile);
     connect(area_, &QMdiArea::subWindowActivated, this, &frmMain::ApplyRules);
     BuildStatusBar();

@@ -38,7 +38,7 @@ class PagePrinter;
 class WindowPerson;
 enum class AskedBy;
 enum class BackedUp;
-struct Command;
+struct MenuEntry;
 struct DailyUpdate;
 struct SelectorOutcome;
 
