@@ -4,13 +4,19 @@
 #
 #   tools/tour.sh FOLDER [WIDTHxHEIGHT]
 #
-# Needs the programs built (./test) and the packages xvfb xauth openbox xdotool imagemagick. The application
-# folder is made anew in FOLDER/app. QT_SCALE_FACTOR=2 shows it at twice the size.
+# Needs the programs built (./test) and the packages xvfb xauth openbox xdotool imagemagick. FOLDER is new, empty
+# or of an earlier tour: what it holds is made anew. QT_SCALE_FACTOR=2 shows the program at twice the size.
 set -euo pipefail
 
 if [[ -z ${BRANTLOW_TOUR_SCREEN:-} ]]; then
   folder=${1:?tools/tour.sh FOLDER [WIDTHxHEIGHT]}
+  # What is deleted below is a tour's own: a folder with files of anyone else is left as it is.
+  if [[ ! -e $folder/.brantlow-tour && -n $(ls -A "$folder" 2> /dev/null) ]]; then
+    echo "tour.sh: $folder holds files that are not of a tour. Name a new or an empty folder." >&2
+    exit 1
+  fi
   mkdir -p "$folder"
+  touch "$folder/.brantlow-tour"
   BRANTLOW_TOUR_SCREEN=${2:-1400x950} exec xvfb-run -a -s "-screen 0 ${2:-1400x950}x24 -nolisten tcp" \
     "$0" "$(realpath "$folder")"
 fi

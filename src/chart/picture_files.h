@@ -12,7 +12,6 @@
 namespace brantlow {
 
 inline constexpr std::string_view kBitmapExtension = ".bmp";
-inline constexpr std::string_view kPageExtension = ".htm";
 
 // Where captures and saved pages go unless another folder is chosen.
 Path ImagesFolder(const Path& appPath);

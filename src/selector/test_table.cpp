@@ -102,8 +102,8 @@ void AddCloseAgainstBands(Rows& rows) {
     }
 }
 
-// The offsets of the whole-window bands are single numbers, yet these names ask for them bar by bar. That has
-// always failed, and stored condition sets count on the outcome. "Close Price Broke Above LR Loose UCL" is
+// The offsets of the whole-window bands are single numbers, yet these names ask for them bar by bar. That
+// fails, and condition sets count on the outcome. "Close Price Broke Above LR Loose UCL" is
 // not in the catalogue, which spells it "LR LooseUCL"; that spelling has no test.
 constexpr std::array<std::string_view, 4> kWindowBands = {"Above LR Tight UCL", "Below LR Tight LCL",
                                                           "Above LR Loose UCL", "Below LR Loose LCL"};
@@ -142,8 +142,8 @@ void AddAveragesAgainst(Rows& rows, const std::vector<Average>& lefts, const std
     }
 }
 
-// The Tight bands of 60 and 90 against the longest averages. Those of 90 have always been laid on the line of
-// 60, and stored results compare with that.
+// The Tight bands of 60 and 90 against the longest averages. Those of 90 are laid on the line of 60: condition
+// sets count on that outcome.
 struct TightBand {
     std::size_t length;
     IndicatorArray lower;
@@ -319,8 +319,8 @@ void AddRelativeStrength(Rows& rows) {
             {TestKind::Today, Of(row.series), row.relation, {.constant = row.limit}, row.guard});
 }
 
-// The extreme that these names speak of has never been handed to the evaluator: it is 0 there, and three
-// quarters of it are too.
+// The extreme that these names speak of is not handed to the evaluator: it is 0 there, and three quarters of it
+// are too.
 struct ExtremeRow {
     std::string_view name;
     std::string_view extreme;

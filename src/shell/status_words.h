@@ -10,8 +10,6 @@ inline constexpr std::string_view kStatusSaving = "Saving";
 inline constexpr std::string_view kStatusComplete = "Complete";
 inline constexpr std::string_view kStatusImporting = "Importing EODQ";
 inline constexpr std::string_view kStatusUpdating = "Updating";
-inline constexpr std::string_view kStatusAutomaticSave = "Automatic Save";
-inline constexpr std::string_view kStatusAutomatic = "Automatic";
 inline constexpr std::string_view kStatusSelecting = "Selecting";
 inline constexpr std::string_view kStatusPopulating = "Populating";
 
