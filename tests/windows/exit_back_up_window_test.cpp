@@ -113,7 +113,7 @@ class ExitBackUpWindowTest : public QObject {
 
     void withNothingOpenItRunsToo() {
         BackUpProgram program("Weekly", "03/02/26");
-        program.frame->CloseFile();
+        program.frame->Run("mnuFileClose");
         program.frame->close();
         QVERIFY(program.HasCopied("Data/Jan.ddq"));
     }

@@ -79,7 +79,7 @@ class FrmGraphTest : public QObject {
 
     void withoutATableItSaysSo() {
         ChartProgram program;
-        program.frame->CloseFile();
+        program.frame->Run("mnuFileClose");
         QString told;
         DialogHand hand([&](QDialog& dialog) {
             if (auto* box = qobject_cast<QMessageBox*>(&dialog)) told = box->text();

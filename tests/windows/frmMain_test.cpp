@@ -146,7 +146,7 @@ class FrmMainTest : public QObject {
         program.frame->OpenRecentFile(1);
         QCoreApplication::processEvents();
         QVERIFY(selector->isVisible());
-        program.frame->CloseFile();
+        program.frame->Run("mnuFileClose");
         QVERIFY(selector->isVisible());
         QVERIFY(selector->isEnabled());
     }
@@ -281,7 +281,7 @@ class FrmMainTest : public QObject {
     void theSelectorEntrySpeaksWhereNoQuoteFileIsOpen() {
         Program program;
         program.Start("Jan.ddq");
-        program.frame->CloseFile();
+        program.frame->Run("mnuFileClose");
         QString told;
         DialogHand hand([&](QDialog& dialog) {
             if (auto* box = qobject_cast<QMessageBox*>(&dialog)) told = box->text();
@@ -312,15 +312,15 @@ class FrmMainTest : public QObject {
         program.Start("Jan.ddq");
         auto* area = program.frame->findChild<QMdiArea*>();
         QMdiSubWindow* child = area->subWindowList().constFirst();
-        program.frame->TileHorizontal();
+        program.frame->Run("mnuWindowTileHorizontal");
         QCOMPARE(child->size(), area->viewport()->size());
-        program.frame->Cascade();
+        program.frame->Run("mnuWindowCascade");
         QCOMPARE(child->size(), area->viewport()->size() * 0.8);
         QCOMPARE(child->pos(), QPoint(0, 0));
-        program.frame->TileVertical();
+        program.frame->Run("mnuWindowTileVertical");
         QCOMPARE(child->size(), area->viewport()->size());
         child->showMinimized();
-        program.frame->ArrangeIcons();
+        program.frame->Run("mnuWindowArrangeIcons");
         QCOMPARE(child->geometry().bottom() + 1, area->viewport()->height());
     }
 

@@ -189,7 +189,7 @@ class FrmQuoteGridTest : public QObject {
         program.Start("Jan.ddq");
         program.frame->QuoteForm()->View()->horizontalHeader()->moveSection(2, 1);
         QCoreApplication::processEvents();
-        program.frame->SaveFile();
+        program.frame->Run("mnuFileSave");
         QVERIFY(program.Read("Jan.ddq").starts_with("Ticker Symbol\tChange\tLast Price\tName\t"));
     }
 
@@ -211,7 +211,7 @@ class FrmQuoteGridTest : public QObject {
     void anEmptyTableSaysSo() {
         Program program;
         program.Start("Jan.ddq");
-        program.frame->NewTable();
+        program.frame->Run("mnuFileNewEODQuoteFile");
         auto* label = program.frame->QuoteForm()->findChild<QLabel*>(QStringLiteral("lblEmpty"));
         QVERIFY(label->text().startsWith(QStringLiteral("This is a new quote file without tickers.")));
         QVERIFY(label->isVisible());

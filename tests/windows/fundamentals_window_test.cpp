@@ -2,6 +2,7 @@
 #include <QAction>
 #include <QPushButton>
 
+#include "shell/frame/windows/update_commands.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "shell/frame/windows/frmLowMemory.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -32,7 +33,7 @@ class FundamentalsProgram : public Program {
     explicit FundamentalsProgram(const std::string& tickers = "T1\r\nT2\r\nT3\r\n") {
         Write("Mine.ddq", "Ticker Symbol\tLast Price\r\n" + tickers);
         web.AnswerWith([this](const WebRequest& request) { return Answer(request); });
-        frame->WatchMemoryBy(MuchMemory);
+        frame->Updates().WatchMemoryBy(MuchMemory);
         Start("Mine.ddq");
     }
 
@@ -116,7 +117,7 @@ class FundamentalsWindowTest : public QObject {
                 static_cast<QDialog*>(files)->accept();
             }
         });
-        program.frame->SaveFile();
+        program.frame->Run("mnuFileSave");
         QCOMPARE(proposed, QString::fromLatin1(kDaysName));
         QCOMPARE(program.Read(kDaysName), program.Read(kWorkingName));
     }
@@ -225,7 +226,7 @@ class FundamentalsWindowTest : public QObject {
 
     void lowMemoryEndsTheRun() {
         FundamentalsProgram program;
-        program.frame->WatchMemoryBy(TooLittleMemory);
+        program.frame->Updates().WatchMemoryBy(TooLittleMemory);
         program.Collect();
         QVERIFY(program.frame->findChild<frmLowMemory*>());
         QCOMPARE(program.frame->findChildren<frmLowMemory*>().size(), 1);
@@ -248,13 +249,13 @@ class FundamentalsWindowTest : public QObject {
         QVERIFY(button->isVisible() && button->isEnabled());
         const QStringList guard = {
             QStringLiteral("To run Extended Fundamentals, you will need to open an End of Day Quote File")};
-        program.frame->NewTable();
+        program.frame->Run("mnuFileNewEODQuoteFile");
         QVERIFY(button->isVisible() && button->isEnabled());
         QCOMPARE(BoxesOf([&] { program.Click("Command23"); }), guard);
         program.session.settings.MruSettings.Set(1, Value::OfText("Old.dbe"));
         program.frame->OpenRecentFile(1);
         QCOMPARE(BoxesOf([&] { program.Click("Command23"); }), guard);
-        program.frame->CloseFile();
+        program.frame->Run("mnuFileClose");
         QCOMPARE(BoxesOf([&] { program.Click("Command23"); }), guard);
         QVERIFY(program.web.Addresses.empty());
         QVERIFY(!IsRegularFile(program.session.DataFile(kWorkingName)));
@@ -273,7 +274,7 @@ class FundamentalsWindowTest : public QObject {
 
     void theEntrySpeaksOverTheTemplate() {
         FundamentalsProgram program;
-        program.frame->NewTable();
+        program.frame->Run("mnuFileNewEODQuoteFile");
         QVERIFY(!program.frame->Commands().Entry("mnuExtendedFundamentals")->isEnabled());
         QCOMPARE(BoxesOf([&] { program.frame->Run("mnuExtendedFundamentals"); }),
                  QStringList({QStringLiteral("To access Extended Fundamental data, you will need to open an "

@@ -143,7 +143,7 @@ class GridOrderTest : public QObject {
     void aSortIsSavedWithTheTable() {
         GridProgram program;
         program.PressTool("Command13");
-        program.frame->SaveFile();
+        program.frame->Run("mnuFileSave");
         QVERIFY(program.Read("Dates.ddq").find("\r\nD\talpha\t11/02/25\t-3\tN\r\nC\tBeta\t\t20\tN\r\n") !=
                 std::string::npos);
     }
@@ -212,7 +212,7 @@ class GridOrderTest : public QObject {
 
     void aNewTableHasNoPopUp() {
         GridProgram program;
-        program.frame->NewTable();
+        program.frame->Run("mnuFileNewEODQuoteFile");
         Q_EMIT program.View().customContextMenuRequested(QPoint(10, 10));
         QVERIFY(!program.frame->Commands().PopUpMenu().isVisible());
     }

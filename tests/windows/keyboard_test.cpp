@@ -25,7 +25,6 @@
 #include "screens/windows/frmApplicationSettings.h"
 #include "screens/windows/frmSetupWizard.h"
 #include "screens/windows/frmStockSelectorSettings.h"
-#include "selector/windows/frmErrorReport.h"
 #include "selector/windows/frmSelectorSelection.h"
 #include "shell/frame/windows/frmAbout.h"
 #include "shell/frame/windows/frmDisclaimer.h"
@@ -36,6 +35,7 @@
 #include "splits/windows/frmSplitFactor.h"
 #include "store/windows/frmDeleteFile.h"
 #include "store/windows/frmDeleteQuoteDataBase.h"
+#include "store/windows/frmErrorReport.h"
 #include "support/source_folder.h"
 
 using namespace brantlow;

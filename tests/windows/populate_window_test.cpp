@@ -155,9 +155,9 @@ class PopulateWindowTest : public QObject {
     void theEntryIsForQuoteFilesOnly() {
         PopulateProgram program("5");
         QVERIFY(program.frame->Commands().Entry("mnuFilePopulate")->isEnabled());
-        program.frame->CloseFile();
+        program.frame->Run("mnuFileClose");
         QVERIFY(!program.frame->Commands().Entry("mnuFilePopulate")->isEnabled());
-        program.frame->NewTable();
+        program.frame->Run("mnuFileNewEODQuoteFile");
         QVERIFY(!program.frame->Commands().Entry("mnuFilePopulate")->isEnabled());
     }
 };

@@ -13,6 +13,8 @@
 #include "chart/windows/page_printer.h"
 #include "chart/windows/window_picture.h"
 #include "chart_fixture.h"
+#include "shell/frame/windows/frame_children.h"
+#include "shell/frame/windows/print_commands.h"
 #include "shell/settings/condition_set.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "window_fixture.h"
@@ -73,7 +75,7 @@ class PrintingProgram : public Program {
   public:
     explicit PrintingProgram(const std::string& recent) {
         Start(recent);
-        frame->Pages().LeavePrinterAlone();
+        frame->Printing().Pages().LeavePrinterAlone();
     }
     QMdiArea& Area() { return *frame->findChild<QMdiArea*>(); }
     // A child of 400 x 200 pixels with this caption, made the active one.
@@ -81,7 +83,7 @@ class PrintingProgram : public Program {
         auto* child = new TwoColours;
         child->setWindowTitle(caption);
         QMdiSubWindow* window = Area().addSubWindow(child);
-        frame->SetOperations(*child, frame->PictureOperations(*child, *child));
+        frame->Children().SetOperations(*child, frame->Printing().PictureOperations(*child, *child));
         window->show();
         Area().setActiveSubWindow(window);
         child->setFixedSize(400, 200);
@@ -167,10 +169,10 @@ class PrintTest : public QObject {
 
     void theTemplateOfNewTablesIsNotPrinted() {
         PrintingProgram program("Feb.ddq");
-        program.frame->NewTable();
+        program.frame->Run("mnuFileNewEODQuoteFile");
         QVERIFY(!program.Enabled("mnuFilePrint"));
         DialogHand hand([](QDialog& dialog) { dialog.reject(); });
-        program.frame->Print();
+        program.frame->Run("mnuFilePrint");
         QCOMPARE(hand.seen, 0);
     }
 
@@ -186,7 +188,7 @@ class PrintTest : public QObject {
 
     void withoutAChildTheCommandsDoNothing() {
         PrintingProgram program("Feb.ddq");
-        program.frame->CloseFile();
+        program.frame->Run("mnuFileClose");
         DialogHand hand([](QDialog& dialog) { dialog.reject(); });
         for (const char* command : {"mnuFilePrint", "mnuFilePrintPreview", "mnuFileSave", "mnuFileSaveAs"}) {
             program.frame->Run(command);
@@ -244,7 +246,7 @@ class PrintTest : public QObject {
                 QCOMPARE(box->text(), QStringLiteral("mine.bmp already exists. Do you want to replace it?"));
                 PressButton(dialog, replaces ? QMessageBox::Yes : QMessageBox::No);
             });
-            program.frame->SaveFileAs();
+            program.frame->Run("mnuFileSaveAs");
             QCOMPARE(hand.seen, 2);
             QCOMPARE(BytesOrEmpty(program.folder / "mine.bmp") == "kept", !replaces);
         }
@@ -259,7 +261,7 @@ class PrintTest : public QObject {
             told = qobject_cast<QMessageBox*>(&dialog)->text();
             dialog.accept();
         });
-        program.frame->SaveFile();
+        program.frame->Run("mnuFileSave");
         QVERIFY(told.startsWith(ShownPath(program.Images("AAPL.bmp")) + QStringLiteral(": cannot be saved")));
     }
 
@@ -270,7 +272,7 @@ class PrintTest : public QObject {
             if (window->widget() != &child) program.Area().setActiveSubWindow(window);
         }
         program.frame->QuoteForm()->Table().SetText(1, 1, "99.000");
-        program.frame->SaveFile();
+        program.frame->Run("mnuFileSave");
         QVERIFY(program.Read("Feb.ddq").find("99.000") != std::string::npos);
         QVERIFY(!std::filesystem::exists(program.session.AppPath / "Images"));
     }
@@ -281,12 +283,12 @@ class PrintTest : public QObject {
         QStringList called;
         auto* child = new QWidget;
         QMdiSubWindow* window = program.Area().addSubWindow(child);
-        program.frame->SetOperations(*child,
-                                     {.active = kBrowserActive,
-                                      .print = [&] { called.append(QStringLiteral("print")); },
-                                      .printPreview = [&] { called.append(QStringLiteral("preview")); },
-                                      .save = [&] { called.append(QStringLiteral("save")); },
-                                      .saveAs = [&] { called.append(QStringLiteral("save as")); }});
+        program.frame->Children().SetOperations(
+            *child, {.active = kBrowserActive,
+                     .print = [&] { called.append(QStringLiteral("print")); },
+                     .printPreview = [&] { called.append(QStringLiteral("preview")); },
+                     .save = [&] { called.append(QStringLiteral("save")); },
+                     .saveAs = [&] { called.append(QStringLiteral("save as")); }});
         window->show();
         program.Area().setActiveSubWindow(window);
         QVERIFY(program.Enabled("mnuFilePrintPreview"));
@@ -303,7 +305,7 @@ class PrintTest : public QObject {
 
     void theChartWindowIsKeptAndPrintedWhole() {
         ChartProgram program;
-        program.frame->Pages().LeavePrinterAlone();
+        program.frame->Printing().Pages().LeavePrinterAlone();
         program.Choose("mnuGraphicsHLC");
         const QSize size = program.Graph()->ClientArea()->size() * program.Graph()->devicePixelRatio();
         program.frame->Run("mnuFileSave");

@@ -3,8 +3,8 @@
 #include <QPushButton>
 #include <utility>
 
-#include "selector/windows/frmErrorReport.h"
 #include "shell/frame/windows/frmEnable.h"
+#include "store/windows/frmErrorReport.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "window_fixture.h"
 
@@ -28,7 +28,7 @@ class ReportProgram : public Program {
             return MemoryWeb::Page("Date,Open,High,Low,Close,Volume,Adj\n2026-03-06,10,12,9,11,500,11\n");
         });
         Start("Jan.ddq");
-        frame->StockSelector();
+        frame->Run("mnuEvaluatePickStocks");
     }
 
     frmErrorReport* Report() { return frame->findChild<frmErrorReport*>(); }

@@ -4,9 +4,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include "selector/windows/frmErrorReport.h"
 #include "selector/windows/frmSelectorSelection.h"
 #include "shell/frame/windows/frmEnable.h"
+#include "store/windows/frmErrorReport.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"
@@ -240,12 +240,12 @@ class SelectorRunTest : public QObject {
                 if (qobject_cast<QMessageBox*>(&dialog)) return PressButton(dialog, QMessageBox::Yes);
                 EnterFile(dialog, program.session.DataFile("Evaluations.dbe"));
             });
-            program.frame->SaveFile();
+            program.frame->Run("mnuFileSave");
         }
         QVERIFY(program.Read("Evaluations.dbe").find("T1\tBuy\t") != std::string::npos);
         DialogHand hand(
             [&](QDialog& dialog) { EnterFile(dialog, program.session.DataFile("Evaluations.dbe")); });
-        program.frame->OpenEvaluations();
+        program.frame->Run("mnuFileOpenEvaluationDB");
         QVERIFY(program.frame->QuoteForm());
         const QModelIndex cell = program.frame->QuoteForm()->View()->model()->index(0, 1);
         QCOMPARE(cell.data().toString(), QStringLiteral("Buy"));

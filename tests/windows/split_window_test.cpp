@@ -154,7 +154,7 @@ class SplitWindowTest : public QObject {
         auto* box = program.frame->QuoteForm()->findChild<QLineEdit*>(QStringLiteral("Text1"));
         box->clear();
         QVERIFY(!program.Ask());
-        program.frame->CloseFile();
+        program.frame->Run("mnuFileClose");
         program.frame->Run("mnuEditSplitAdjustment");
         QVERIFY(!program.frame->findChild<frmSplitFactor*>());
     }

@@ -200,7 +200,7 @@ class SymbolButtonsTest : public QObject {
 
     void aNewTableRefusesEditsWithOneSentence() {
         EditProgram program;
-        program.frame->NewTable();
+        program.frame->Run("mnuFileNewEODQuoteFile");
         for (const char* button : {"CmdAdd", "CmdDelete", "CmdAlarm"}) {
             program.Type("IBM");
             QVERIFY(program.Find<QPushButton>(button)->isVisible());
@@ -426,7 +426,7 @@ class SymbolButtonsTest : public QObject {
         QTest::keyClick(program.Box("Text1"), Qt::Key_Return);
         QCOMPARE(program.Tickers(), Tickers{"T1"});
         DialogHand hand([](QDialog& dialog) { PressButton(dialog, QMessageBox::No); });
-        program.frame->CloseFile();
+        program.frame->Run("mnuFileClose");
     }
 
     void nothingIsCutInANarrowWindow() {

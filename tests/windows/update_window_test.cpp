@@ -4,6 +4,7 @@
 
 #include "daily/daily_update.h"
 #include "daily/reply_line.h"
+#include "shell/frame/windows/update_commands.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "shell/frame/windows/frmLowMemory.h"
 #include "splits/windows/frmAdjustSplits.h"
@@ -72,7 +73,7 @@ class UpdateProgram : public Program {
         for (int i = 1; i <= tickers; ++i) table += "T" + std::to_string(i) + "\t1.000\t\t\r\n";
         Write("Mine.ddq", table);
         web.AnswerWith([this](const WebRequest& request) { return Answer(request); });
-        frame->WatchMemoryBy(MuchMemory);
+        frame->Updates().WatchMemoryBy(MuchMemory);
     }
 
     void StartMine() { Start("Mine.ddq"); }
@@ -286,7 +287,7 @@ class UpdateWindowTest : public QObject {
 
     void lowMemoryShowsItsWindowStopsTheRunAndKeepsWhatCame() {
         UpdateProgram program({}, 40);
-        program.frame->WatchMemoryBy(TooLittleMemory);
+        program.frame->Updates().WatchMemoryBy(TooLittleMemory);
         program.StartMine();
         program.Update();
         QCOMPARE(program.Text(14, kLastColumn), QStringLiteral("110.000"));
@@ -319,7 +320,7 @@ class UpdateWindowTest : public QObject {
 
     void atFiveAndAHalfPercentTheRunGoesOn() {
         UpdateProgram program({}, 40);
-        program.frame->WatchMemoryBy(JustEnoughMemory);
+        program.frame->Updates().WatchMemoryBy(JustEnoughMemory);
         program.StartMine();
         program.Update();
         QCOMPARE(program.Text(39, kLastColumn), QStringLiteral("110.000"));
@@ -447,7 +448,7 @@ class UpdateWindowTest : public QObject {
         UpdateProgram program;
         program.Write("Old.dbe", EvaluationHeader() + "\r\nT1\tBuy\r\n");
         program.StartMine();
-        program.frame->NewTable();
+        program.frame->Run("mnuFileNewEODQuoteFile");
         QVERIFY(program.frame->Commands().Entry("mnuFileUpdateQuotes")->isEnabled());
         QVERIFY(program.Find<QPushButton>("CmdUpdateQuotes")->isVisible());
         QCOMPARE(BoxesOf([&] { program.Update(); }),
@@ -470,14 +471,14 @@ class UpdateWindowTest : public QObject {
         // Two hours around the chosen minute, a look a second.
         for (double second = kHalfPastFour - 3600; second < kHalfPastFour + 3600; ++second) {
             program.clock.Set(kTestDay, second);
-            program.frame->WaitForDailyRun();
+            program.frame->Updates().WaitForDailyRun();
             if (second < kHalfPastFour) QCOMPARE(updates, std::size_t{0});
         }
         QCOMPARE(updates, std::size_t{1});
         QCOMPARE(program.Text(0, kLastColumn), QStringLiteral("110.000"));
         for (double second = kHalfPastFour - 300; second < kHalfPastFour + 300; ++second) {
             program.clock.Set(AddDays(kTestDay, 1), second);
-            program.frame->WaitForDailyRun();
+            program.frame->Updates().WaitForDailyRun();
         }
         QCOMPARE(updates, std::size_t{2});
     }
@@ -487,7 +488,7 @@ class UpdateWindowTest : public QObject {
         program.StartMine();
         for (double second = kHalfPastFour - 300; second < kHalfPastFour + 300; ++second) {
             program.clock.Set(kTestDay, second);
-            program.frame->WaitForDailyRun();
+            program.frame->Updates().WaitForDailyRun();
         }
         QVERIFY(program.web.Addresses.empty());
     }
@@ -498,18 +499,18 @@ class UpdateWindowTest : public QObject {
         UpdateProgram program(switches);
         program.StartMine();
         program.clock.Set(kTestDay, kHalfPastFour - 59);
-        program.frame->WaitForDailyRun();
+        program.frame->Updates().WaitForDailyRun();
         program.clock.Set(kTestDay, kHalfPastFour);
         std::size_t askedMeanwhile = 1;
         DialogHand hand([&](QDialog& dialog) {
-            program.frame->WaitForDailyRun();
+            program.frame->Updates().WaitForDailyRun();
             askedMeanwhile = program.web.Addresses.size();
             PressButton(dialog, QMessageBox::Ok);
         });
         program.person.Say("A question.");
         QCOMPARE(askedMeanwhile, std::size_t{0});
         program.clock.Set(kTestDay, kHalfPastFour + 20);
-        program.frame->WaitForDailyRun();
+        program.frame->Updates().WaitForDailyRun();
         QCOMPARE(program.Text(0, kLastColumn), QStringLiteral("110.000"));
     }
 
@@ -519,12 +520,12 @@ class UpdateWindowTest : public QObject {
         UpdateProgram program(switches);
         program.StartMine();
         program.clock.Set(kTestDay, kHalfPastFour - 59);
-        program.frame->WaitForDailyRun();
+        program.frame->Updates().WaitForDailyRun();
         program.clock.Set(kTestDay, kHalfPastFour);
         std::size_t updates = 0;
         program.onQuotes = [&] {
             ++updates;
-            program.frame->WaitForDailyRun();
+            program.frame->Updates().WaitForDailyRun();
         };
         program.Update();
         QCOMPARE(updates, std::size_t{1});
@@ -537,14 +538,14 @@ class UpdateWindowTest : public QObject {
         program.StartMine();
         for (const bool withTemplate : {true, false}) {
             if (withTemplate) {
-                program.frame->NewTable();
+                program.frame->Run("mnuFileNewEODQuoteFile");
             } else {
                 DialogHand hand([](QDialog& dialog) { PressButton(dialog, QMessageBox::No); });
-                program.frame->CloseFile();
+                program.frame->Run("mnuFileClose");
             }
             for (double second = kHalfPastFour - 120; second < kHalfPastFour + 120; ++second) {
                 program.clock.Set(AddDays(kTestDay, withTemplate ? 0 : 1), second);
-                program.frame->WaitForDailyRun();
+                program.frame->Updates().WaitForDailyRun();
             }
         }
         QVERIFY(program.web.Addresses.empty());
@@ -560,7 +561,7 @@ class UpdateWindowTest : public QObject {
         QVERIFY(timer && timer->isActive());
         QCOMPARE(timer->interval(), 1000);
         // The wait begins with this look; the next one is the timer's.
-        program.frame->WaitForDailyRun();
+        program.frame->Updates().WaitForDailyRun();
         program.clock.Set(kTestDay, kHalfPastFour);
         timer->setInterval(1);
         QTRY_COMPARE(program.Text(0, kLastColumn), QStringLiteral("110.000"));

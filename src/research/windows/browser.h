@@ -2,8 +2,8 @@
 // them.
 #pragma once
 
+#include "research/windows/browser_operations.h"
 #include "research/windows/web_profile.h"
-#include "shell/frame/windows/browser_operations.h"
 
 namespace brantlow {
 

@@ -6,7 +6,7 @@
 #include <QUrl>
 #include <QWidget>
 
-#include "shell/frame/windows/browser_operations.h"
+#include "research/windows/browser_operations.h"
 
 class QAction;
 class QComboBox;
@@ -50,7 +50,6 @@ class frmBrowser final : public QWidget {
     void BuildAddressStrip();
     void BuildView(QWebEngineProfile& profile);
     QAction* AddButton(const char* key, const char* icon, const char* toolTip, const QKeySequence& shortcut);
-    void Press(QAction* button);
     void GoTo(const QString& address);
     void cboAddress_Click();
     void NavigateComplete();

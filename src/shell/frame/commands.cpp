@@ -4,22 +4,6 @@
 
 namespace brantlow {
 
-OpenStates StateOf(FileKind kind) {
-    switch (kind) {
-        case FileKind::Ddq:
-            return kWithDdq;
-        case FileKind::Db:
-            return kWithDb;
-        case FileKind::Dbe:
-            return kWithDbe;
-        case FileKind::Efq:
-            return kWithEfq;
-        case FileKind::None:
-            break;
-    }
-    return kWithOther;
-}
-
 const MenuEntry* FindMenuEntry(std::string_view id) {
     const auto found =
         std::find_if(kMenu.begin(), kMenu.end(), [&](const MenuEntry& command) { return command.id == id; });

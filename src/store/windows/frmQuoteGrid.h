@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <string>
 
-#include "shell/frame/commands.h"
+#include "shell/open_states.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
 #include "store/table_edit.h"

@@ -7,7 +7,7 @@
 #include <array>
 #include <string_view>
 
-#include "shell/frame/commands.h"
+#include "shell/open_states.h"
 
 class QLineEdit;
 

@@ -1,5 +1,5 @@
 // What the commands of the File menu do with one child of the main frame while it is the active one: Print,
-// Print Preview, Save, Save As. Each child hands its own in when it is made (frmMain::SetOperations).
+// Print Preview, Save, Save As, Close. Each child hands its own in when it is made (frmMain::SetOperations).
 #pragma once
 
 #include <functional>
@@ -16,6 +16,7 @@ struct ChildOperations {
     std::function<void()> printPreview = {};
     std::function<void()> save = {};
     std::function<void()> saveAs = {};
+    std::function<void()> close = {};
 };
 
 }  // namespace brantlow

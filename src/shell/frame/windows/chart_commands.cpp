@@ -1,0 +1,104 @@
+#include "shell/frame/windows/chart_commands.h"
+
+#include <QMainWindow>
+#include <QMdiSubWindow>
+
+#include "acquire/feeds/history_download.h"
+#include "chart/windows/frmGraph.h"
+#include "chart/windows/frmGraphNoData.h"
+#include "chart/windows/frmReturn.h"
+#include "shell/frame/windows/frame_children.h"
+#include "shell/frame/windows/window_person.h"
+#include "store/table_edit.h"
+#include "store/windows/frmQuoteGrid.h"
+
+namespace brantlow {
+
+CommandRows ChartCommands::Rows() {
+    static constexpr SubjectRow<ChartCommands> kRows[] = {
+        {"mnuGraphicsHLC", &ChartCommands::ChartHighLowClose},
+        {"mnuGraphicsCandleStick", &ChartCommands::ChartCandleStick},
+        {"Graphics", &ChartCommands::ChartAgain},
+        {"mnuPopUpGraphicsHLC", &ChartCommands::ChartHighLowClose},
+        {"mnuPopUpGraphicsCandleStick", &ChartCommands::ChartCandleStick},
+    };
+    return RowsOf(*this, kRows);
+}
+
+frmGraph* ChartCommands::Form() const {
+    return form_;
+}
+
+void ChartCommands::ChartHighLowClose() {
+    ShowChart(kDefaultStyle);
+}
+
+void ChartCommands::ChartCandleStick() {
+    ShowChart(kCandleStickStyle);
+}
+
+void ChartCommands::ChartAgain() {
+    ShowChart({});
+}
+
+void ChartCommands::ShowChart(std::string_view style) {
+    ChartSelection selection;
+    const frmQuoteGrid* const table = frame_.table.form();
+    const std::string ticker = table ? frame_.session.CurrentTicker : std::string();
+    selection.ticker = ticker;
+    if (table) {
+        selection.table = &table->Table();
+        selection.row = RowOfTicker(table->Table(), ticker);
+    }
+    ChartContext context{frame_.session, analysis_, chart_};
+    const ChartStart start = StartChart(context, selection, style);
+    if (start == ChartStart::NoTicker) return;
+    CloseForm();
+    LoadForm(context);
+    if (start == ChartStart::NoHistory) OfferHistory();
+}
+
+void ChartCommands::LoadForm(const ChartContext& context) {
+    auto* form = new frmGraph(context);
+    QObject::connect(form, &frmGraph::ExitAsked, &frame_.window, [this] {
+        if (!frame_.person.InRun()) CloseForm();
+    });
+    form_ = form;
+    QMdiSubWindow* const window = frame_.children.Add(*form);
+    window_ = window;
+    ChildOperations operations = frame_.pictureOperations(*form, *form->ClientArea());
+    operations.close = [this] { CloseForm(); };
+    frame_.children.SetOperations(*form, operations);
+    QObject::connect(form, &frmGraph::TestAsked, &frame_.window, [this] {
+        TestConditions({frame_.session.settings, analysis_.series, chart_}, frame_.person, &frame_.window);
+    });
+    window->resize(form->ClientArea()->size());
+    window->showMaximized();
+    form->setFocus();
+    frame_.applyRules();
+}
+
+void ChartCommands::CloseForm() {
+    frame_.children.Remove(window_);
+    window_ = nullptr;
+    form_ = nullptr;
+    frame_.applyRules();
+}
+
+void ChartCommands::OfferHistory() {
+    auto* offer = new frmGraphNoData([this] { DownloadHistory(); }, &frame_.window);
+    QObject::connect(offer, &QDialog::finished, offer, &QObject::deleteLater);
+    offer->open();
+}
+
+void ChartCommands::DownloadHistory() {
+    const HistoryDownload download =
+        DownloadTickerHistory(frame_.session, frame_.web, frame_.hosts, chart_.SelectorTicker);
+    if (download.outcome == HistoryOutcome::Failed) {
+        frame_.person.Say(chart_.SelectorTicker + ": the history cannot be written to " +
+                          frame_.session.settings.QuoteFolder + " (" + download.error.message() + ")");
+    }
+    CloseForm();
+}
+
+}  // namespace brantlow

@@ -1,0 +1,199 @@
+#include "shell/frame/windows/file_commands.h"
+
+#include <QMainWindow>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QProcess>
+#include <QStatusBar>
+#include <algorithm>
+
+#include "base/windows/display_text.h"
+#include "shell/frame/windows/frame_children.h"
+#include "shell/frame/windows/frame_runs.h"
+#include "shell/frame/windows/window_person.h"
+#include "store/quote_export.h"
+#include "store/windows/frmQuoteGrid.h"
+
+namespace brantlow {
+
+namespace {
+
+// The companion program that makes the quote file of a whole market.
+constexpr const char* kQuoteFileTool = "BrantlowQuoteFiles";
+
+}  // namespace
+
+FileCommands::FileCommands(const FrameHands& frame, const Display& display)
+    : frame_(frame), display_(display) {}
+
+CommandRows FileCommands::Rows() {
+    static constexpr SubjectRow<FileCommands> kRows[] = {
+        {"mnuFileNewEODQuoteFile", &FileCommands::NewTable},
+        {"mnuFileNewCreateMarketQuoteFile", &FileCommands::CreateMarketQuoteFile},
+        {"mnuFileOpenQuotesDB", &FileCommands::OpenQuotesFile},
+        {"mnuFileOpenEvaluationDB", &FileCommands::OpenEvaluations},
+        {"mnuFileOpenExtendedFundamental", &FileCommands::OpenFundamentals},
+        {"mnuFileClose", &FileCommands::CloseFile},
+        {"mnuFileSave", &FileCommands::SaveFile},
+        {"mnuFileSaveAs", &FileCommands::SaveFileAs},
+        {"mnuFileExportQuotes", &FileCommands::ExportQuoteFile},
+        {"mnuFileExit", &FileCommands::ExitProgram},
+        {"mnuPopUpExportHistQuotes", &FileCommands::ExportHistoricalQuotes},
+    };
+    return RowsOf(*this, kRows);
+}
+
+TableHands FileCommands::Table() {
+    return {.form = [this] { return form_.data(); },
+            .show = [this](std::string_view name) { return ShowFile(name); },
+            .nameChanged = [this] { NameChanged(); },
+            .close = [this] { CloseTable(); }};
+}
+
+TableWindows FileCommands::Windows() {
+    TableWindows windows;
+    windows.CheckActivefrm = frame_.closeChildren;
+    windows.askFile = frame_.askFile;
+    windows.loadQuoteForm = [this] { return LoadForm(); };
+    windows.showQuoteForm = [this] { ShowForm(); };
+    windows.openTable = [this]() -> const QuoteTable* { return form_ ? &form_->Table() : nullptr; };
+    windows.nameChanged = [this] { NameChanged(); };
+    return windows;
+}
+
+TableLoad FileCommands::LoadForm() {
+    auto* form = new frmQuoteGrid(frame_.session);
+    QObject::connect(form, &frmQuoteGrid::CloseAsked, &frame_.window, [this] {
+        if (frame_.runs.TableMayClose()) CloseTable();
+    });
+    QObject::connect(form, &frmQuoteGrid::CommandPressed, &frame_.window, frame_.run);
+    QObject::connect(form, &frmQuoteGrid::PopUpAsked, &frame_.window, frame_.showPopUpMenu);
+    form_ = form;
+    window_ = frame_.children.Add(*form);
+    const QSize area = frame_.children.AreaSize();
+    window_->resize(std::min(PixelsOf(ScaledWidth(display_, kTableWidth)), area.width()),
+                    std::min(PixelsOf(ScaledHeight(display_, kTableHeight)), area.height()));
+    const TableLoad load = form->Load();
+    frame_.children.SetOperations(*form, Operations());
+    return load;
+}
+
+// The template of new tables and files of other kinds are not printed.
+ChildOperations FileCommands::Operations() {
+    const auto print = [this, printPicture = frame_.pictureOperations(*form_, *form_).print] {
+        const FileKind kind = KindOf(frame_.session.CurrentFile);
+        if (kind == FileKind::Ddq || kind == FileKind::Dbe || kind == FileKind::Efq) printPicture();
+    };
+    return {.print = print,
+            .save = [this] { SaveTableFile(frame_.session, Windows()); },
+            .saveAs = [this] { SaveTableFileAs(frame_.session, Windows()); }};
+}
+
+void FileCommands::ShowForm() {
+    window_->showMaximized();
+    frame_.tableShown();
+}
+
+bool FileCommands::ShowFile(std::string_view name) {
+    frame_.closeChildren();
+    frame_.session.CurrentFile = name;
+    return ShowCurrentFile(frame_.session, Windows());
+}
+
+void FileCommands::NameChanged() {
+    if (form_) form_->NameChanged();
+    frame_.showRecentFiles();
+    frame_.applyRules();
+}
+
+void FileCommands::CloseForm() {
+    frame_.children.Remove(window_);
+    window_ = nullptr;
+    form_ = nullptr;
+    frame_.person.HideTickerCount();
+    frame_.showTitle();
+    frame_.applyRules();
+}
+
+void FileCommands::NewTable() {
+    OpenTableFile(frame_.session, OpeningRoad::NewTable, Windows());
+}
+
+void FileCommands::OpenQuotesFile() {
+    frame_.window.statusBar()->show();
+    OpenTableFile(frame_.session, OpeningRoad::EndOfDay, Windows());
+    NameChanged();
+}
+
+void FileCommands::OpenEvaluations() {
+    OpenTableFile(frame_.session, OpeningRoad::Evaluation, Windows());
+}
+
+void FileCommands::OpenFundamentals() {
+    OpenTableFile(frame_.session, OpeningRoad::ExtendedFundamental, Windows());
+}
+
+void FileCommands::OpenRecentFile(std::size_t entry) {
+    frame_.session.OpenWithoutDialog = "True";
+    frame_.session.PickedFile = frame_.session.settings.MruSettings.Text(entry);
+    OpenQuotesFile();
+}
+
+void FileCommands::CloseFile() {
+    if (!frame_.children.Operate(&ChildOperations::close)) CloseTable();
+}
+
+// The other children stay.
+void FileCommands::CloseTable() {
+    if (frame_.runs.ClosesTableAfterwards()) return;
+    frame_.window.statusBar()->show();
+    TableWindows windows = Windows();
+    windows.CheckActivefrm = [this] { CloseForm(); };
+    CloseTableFile(frame_.session, windows);
+    NameChanged();
+}
+
+void FileCommands::SaveFile() {
+    frame_.children.Operate(&ChildOperations::save);
+}
+
+void FileCommands::SaveFileAs() {
+    frame_.children.Operate(&ChildOperations::saveAs);
+}
+
+void FileCommands::ExportQuoteFile() {
+    if (!form_) {
+        frame_.person.Say(kExportNeedsTable);
+        return;
+    }
+    Session& session = frame_.session;
+    session.run.ProgressLastShown = 0;
+    const QuoteExport exported = ExportQuotes(session, form_->Table());
+    frame_.person.HideProgress();
+    if (exported.outcome == ExportOutcome::Failed) {
+        frame_.person.Say(ExportFile(session.AppPath, session.settings).string() + ": cannot be saved (" +
+                          exported.error.message() + ")");
+    }
+}
+
+void FileCommands::ExportHistoricalQuotes() {
+    frame_.person.Say("This function is not yet available.");
+}
+
+void FileCommands::CreateMarketQuoteFile() {
+    const Path& appPath = frame_.session.AppPath;
+    const Path tool = appPath / kQuoteFileTool;
+    if (!IsRegularFile(tool)) {
+        return frame_.person.Say(
+            "The program that creates market quote files is not installed. It belongs in " + tool.string() +
+            ".");
+    }
+    if (!QProcess::startDetached(ShownPath(tool), {}, ShownPath(appPath)))
+        frame_.person.Say(tool.string() + ": cannot be started");
+}
+
+void FileCommands::ExitProgram() {
+    frame_.window.close();
+}
+
+}  // namespace brantlow

@@ -1,0 +1,56 @@
+// The commands of the File menu that open, close and save the open table, with its window; the companion
+// program that makes tables, and the way out.
+#pragma once
+
+#include <QPointer>
+#include <cstddef>
+
+#include "shell/display.h"
+#include "shell/frame/windows/frame_hands.h"
+
+class QMdiSubWindow;
+
+namespace brantlow {
+
+class FileCommands final {
+  public:
+    // `frame` and `display` outlive this.
+    FileCommands(const FrameHands& frame, const Display& display);
+
+    CommandRows Rows();
+    TableHands Table();
+
+    // Opens the file that Session::PickedFile names, or asks for one, as Session::OpenWithoutDialog says.
+    void OpenQuotesFile();
+    // Opens the recent file 1 to 4 without a dialog.
+    void OpenRecentFile(std::size_t entry);
+    // Takes the table's window away without a question.
+    void CloseForm();
+
+  private:
+    void NewTable();
+    void CreateMarketQuoteFile();
+    void OpenEvaluations();
+    void OpenFundamentals();
+    void CloseFile();
+    void SaveFile();
+    void SaveFileAs();
+    void ExportQuoteFile();
+    void ExportHistoricalQuotes();
+    void ExitProgram();
+
+    TableWindows Windows();
+    TableLoad LoadForm();
+    void ShowForm();
+    bool ShowFile(std::string_view name);
+    void NameChanged();
+    void CloseTable();
+    ChildOperations Operations();
+
+    const FrameHands& frame_;
+    const Display& display_;
+    QPointer<frmQuoteGrid> form_;
+    QPointer<QMdiSubWindow> window_;
+};
+
+}  // namespace brantlow

@@ -1,0 +1,97 @@
+// What the main frame does for the subjects of its commands. Each subject (file, edit, chart ...) is a class
+// with its own state and its own rows of the menu table; it gets these hands and sees no other subject.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "acquire/web/hosts.h"
+#include "acquire/web/web.h"
+#include "shell/frame/windows/child_operations.h"
+#include "shell/session.h"
+#include "store/table_road.h"
+
+class QMainWindow;
+class QPoint;
+class QWidget;
+
+namespace brantlow {
+
+class FrameChildren;
+class FrameRuns;
+class WindowPerson;
+class frmQuoteGrid;
+
+// The routine behind one entry of the menu table.
+struct CommandRow {
+    std::string_view id;
+    std::function<void()> run;
+};
+using CommandRows = std::vector<CommandRow>;
+
+// The rows of a subject as it writes them down; RowsOf makes them callable. The subject outlives the rows.
+template <class Subject>
+struct SubjectRow {
+    std::string_view id;
+    void (Subject::*run)();
+};
+template <class Subject, std::size_t Count>
+CommandRows RowsOf(Subject& subject, const SubjectRow<Subject> (&rows)[Count]) {
+    CommandRows bound;
+    for (const SubjectRow<Subject>& row : rows)
+        bound.push_back({row.id, [&subject, run = row.run] { (subject.*run)(); }});
+    return bound;
+}
+
+// The open table, as the subjects beside the file commands may have it.
+struct TableHands {
+    // Its window, null when none is open.
+    std::function<frmQuoteGrid*()> form;
+    // Closes every child and opens this file of the data folder; false when that failed, which the person has
+    // been told.
+    std::function<bool(std::string_view name)> show;
+    // The open file goes by Session::CurrentFile from now on.
+    std::function<void()> nameChanged;
+    std::function<void()> close;
+};
+
+struct FrameHands {
+    QMainWindow& window;  // the owner of dialogs
+    Session& session;
+    WindowPerson& person;
+    Web& web;
+    const Hosts& hosts;
+    FrameChildren& children;
+    FrameRuns& runs;
+    TableHands table = {};
+    // The file that the person chose, empty when the dialog was cancelled.
+    std::function<Path(const FileQuestion&)> askFile = {};
+    // A line in the status bar for a while.
+    std::function<void(const std::string&)> notice = {};
+    // Applies the enabling rules.
+    std::function<void()> applyRules = {};
+    // Closes every child, whatever it shows.
+    std::function<void()> closeChildren = {};
+    // The open table's window has come into sight.
+    std::function<void()> tableShown = {};
+    // Shows the menu that belongs to a right-click at this place of the screen.
+    std::function<void(const QPoint&)> showPopUpMenu = {};
+    // Shows the recent files in the menu as they stand in the settings.
+    std::function<void()> showRecentFiles = {};
+    // The frame's title, that of the practice market while quotes come from there.
+    std::function<void()> showTitle = {};
+    // Runs the entry of this name.
+    std::function<void(std::string_view)> run = {};
+    // What the File menu does with a chart: it is printed and kept as the picture of its `client` area, under
+    // its caption.
+    std::function<ChildOperations(QWidget& chart, QWidget& client)> pictureOperations = {};
+    // Opens a page in the browser window.
+    std::function<void(const std::string& address)> openPage = {};
+};
+
+void TellDatabaseError(const FrameHands& frame, const std::error_code& error);
+
+}  // namespace brantlow

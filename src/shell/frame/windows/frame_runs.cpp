@@ -1,0 +1,68 @@
+#include "shell/frame/windows/frame_runs.h"
+
+#include <QTimer>
+#include <QWidget>
+#include <utility>
+
+#include "shell/frame/windows/window_person.h"
+#include "shell/run_control.h"
+#include "store/windows/frmQuoteGrid.h"
+
+namespace brantlow {
+
+FrameRuns::FrameRuns(QWidget& window, Session& session, WindowPerson& person,
+                     std::function<void()> applyRules)
+    : window_(window), session_(session), person_(person), applyRules_(std::move(applyRules)) {}
+
+void FrameRuns::Begin(frmQuoteGrid& table) {
+    person_.BeginRun([this, &table] { table.ShowRowInWork(session_.run.CurrentRow, session_.run.TopRow); });
+    applyRules_();
+}
+
+void FrameRuns::BeginFilling(frmQuoteGrid& table) {
+    filling_ = true;
+    Begin(table);
+}
+
+void FrameRuns::BeginWithoutTable() {
+    person_.BeginRun([] {});
+    applyRules_();
+}
+
+bool FrameRuns::End() {
+    filling_ = false;
+    person_.EndRun();
+    // The run was called from a click; the frame goes when that has returned.
+    if (closeFrame_) QTimer::singleShot(0, &window_, &QWidget::close);
+    return !closeFrame_;
+}
+
+bool FrameRuns::EndOn(frmQuoteGrid& table) {
+    const bool stays = End();
+    table.ShowFirstRow();
+    return stays;
+}
+
+bool FrameRuns::TableMayClose() const {
+    return !person_.InRun() || filling_;
+}
+
+bool FrameRuns::ClosesTableAfterwards() {
+    if (!filling_) return false;
+    session_.run.ProcessCommand = kStopRun;
+    closeTable_ = true;
+    return true;
+}
+
+bool FrameRuns::TakeCloseTable() {
+    return std::exchange(closeTable_, false);
+}
+
+bool FrameRuns::ClosesFrameAfterwards() {
+    if (!person_.InRun()) return false;
+    session_.run.ProcessCommand = kStopRun;
+    closeFrame_ = true;
+    return true;
+}
+
+}  // namespace brantlow

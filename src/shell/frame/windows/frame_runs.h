@@ -1,0 +1,51 @@
+// A long run as the main frame has it: it begins and ends here, and what the person asks for meanwhile,
+// closing the frame or the table that is being filled, waits for its end.
+#pragma once
+
+#include <functional>
+
+#include "shell/session.h"
+
+class QWidget;
+
+namespace brantlow {
+
+class WindowPerson;
+class frmQuoteGrid;
+
+class FrameRuns final {
+  public:
+    // All outlive this.
+    FrameRuns(QWidget& window, Session& session, WindowPerson& person, std::function<void()> applyRules);
+
+    // A run on the open table: the row in work stays in sight.
+    void Begin(frmQuoteGrid& table);
+    // The same for a run that fills the table: closing the table ends it.
+    void BeginFilling(frmQuoteGrid& table);
+    // A run on no table.
+    void BeginWithoutTable();
+    // Ends either, and work as WindowPerson has it. False when the frame was closed meanwhile and goes now.
+    bool End();
+    bool EndOn(frmQuoteGrid& table);
+
+    // Whether the open table may be closed.
+    bool TableMayClose() const;
+    bool FillsTable() const { return filling_; }
+    // A run fills the table that is to be closed: stops it and remembers. False when there is no such run.
+    bool ClosesTableAfterwards();
+    // Whether it was to be closed; asked once.
+    bool TakeCloseTable();
+    // The frame is to be closed: stops the run and remembers. False when there is none.
+    bool ClosesFrameAfterwards();
+
+  private:
+    QWidget& window_;
+    Session& session_;
+    WindowPerson& person_;
+    std::function<void()> applyRules_;
+    bool filling_ = false;
+    bool closeTable_ = false;
+    bool closeFrame_ = false;
+};
+
+}  // namespace brantlow

@@ -1,0 +1,42 @@
+#include "shell/frame/windows/frame_subjects.h"
+
+namespace brantlow {
+
+FrameSubjects::FrameSubjects(const Start& start)
+    : children(start.area, start.applyRules),
+      runs(start.window, start.session, start.person, start.applyRules),
+      hands{start.window, start.session, start.person, start.web, start.hosts, children, runs},
+      file(hands, start.display),
+      print(hands),
+      edit(hands),
+      upkeep(hands),
+      longRuns(hands, start.analysis),
+      browser(hands, start.userStore, start.browser),
+      updates(hands, start.analysis, browser.Cache()),
+      chart(hands, start.analysis),
+      setup(hands),
+      help(hands, browser.Cache()) {
+    hands.table = file.Table();
+    hands.applyRules = start.applyRules;
+    hands.run = [this](std::string_view command) { Run(command); };
+    hands.pictureOperations = [this](QWidget& chartForm, QWidget& client) {
+        return print.PictureOperations(chartForm, client);
+    };
+    hands.openPage = [this](const std::string& address) { browser.OpenPage(address); };
+    for (const CommandRows& rows :
+         {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(), longRuns.Rows(),
+          browser.Rows(), updates.Rows(), chart.Rows(), setup.Rows(), help.Rows()})
+        Add(rows);
+}
+
+void FrameSubjects::Add(const CommandRows& rows) {
+    for (const CommandRow& row : rows) routines_.emplace(row.id, row.run);
+}
+
+void FrameSubjects::Run(std::string_view command) {
+    const auto found = routines_.find(command);
+    if (found == routines_.end()) return browser.OpenResearch(command);
+    found->second();
+}
+
+}  // namespace brantlow

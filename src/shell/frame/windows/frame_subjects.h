@@ -1,0 +1,63 @@
+// The subjects of the main frame's commands, wired to what the frame does for them: one member a subject. A new
+// subject is a member here and its rows in the constructor.
+#pragma once
+
+#include <functional>
+#include <unordered_map>
+
+#include "shell/frame/windows/browser_commands.h"
+#include "shell/frame/windows/chart_commands.h"
+#include "shell/frame/windows/edit_commands.h"
+#include "shell/frame/windows/file_commands.h"
+#include "shell/frame/windows/frame_children.h"
+#include "shell/frame/windows/frame_runs.h"
+#include "shell/frame/windows/help_commands.h"
+#include "shell/frame/windows/print_commands.h"
+#include "shell/frame/windows/run_commands.h"
+#include "shell/frame/windows/setup_commands.h"
+#include "shell/frame/windows/update_commands.h"
+#include "shell/frame/windows/upkeep_commands.h"
+
+namespace brantlow {
+
+struct FrameSubjects {
+    // What the frame starts with; its own hands are put into `hands` before the first command runs.
+    struct Start {
+        QMainWindow& window;
+        QMdiArea& area;
+        Session& session;
+        Analysis& analysis;
+        WindowPerson& person;
+        Web& web;
+        const Hosts& hosts;
+        const Display& display;
+        const Path& userStore;
+        BrowserOperations browser;
+        std::function<void()> applyRules;
+    };
+    explicit FrameSubjects(const Start& start);
+
+    // Adds rows; the routine of an entry is found by the entry's name.
+    void Add(const CommandRows& rows);
+    // Runs the entry of this name, which may be that of a research page.
+    void Run(std::string_view command);
+
+    FrameChildren children;
+    FrameRuns runs;
+    FrameHands hands;
+    FileCommands file;
+    PrintCommands print;
+    EditCommands edit;
+    UpkeepCommands upkeep;
+    RunCommands longRuns;
+    BrowserCommands browser;
+    UpdateCommands updates;
+    ChartCommands chart;
+    SetupCommands setup;
+    HelpCommands help;
+
+  private:
+    std::unordered_map<std::string_view, std::function<void()>> routines_;
+};
+
+}  // namespace brantlow

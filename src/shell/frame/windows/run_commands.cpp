@@ -1,0 +1,148 @@
+#include "shell/frame/windows/run_commands.h"
+
+#include <QMainWindow>
+#include <QStatusBar>
+#include <memory>
+
+#include "acquire/feeds/history_download.h"
+#include "acquire/feeds/windows/frmPopulate.h"
+#include "base/windows/display_text.h"
+#include "selector/selector_run.h"
+#include "selector/windows/frmSelectorSelection.h"
+#include "shell/frame/windows/frame_runs.h"
+#include "shell/frame/windows/window_person.h"
+#include "shell/status_words.h"
+#include "splits/split_adjustment.h"
+#include "splits/windows/frmSplitFactor.h"
+#include "store/error_report.h"
+#include "store/file_names.h"
+#include "store/windows/frmErrorReport.h"
+#include "store/windows/frmQuoteGrid.h"
+
+namespace brantlow {
+
+namespace {
+
+// Line of DataSettings that says whether the selector runs by itself after an update.
+constexpr std::size_t kRunSelectorLine = 16;
+constexpr std::string_view kAutomatic = "Automatic";
+
+constexpr int kResultMilliseconds = 10000;
+
+QString ResultSentence(const std::string& ticker, std::size_t days) {
+    return Shown(ticker) + QStringLiteral(": %1 days before the split are restated").arg(days);
+}
+
+}  // namespace
+
+CommandRows RunCommands::Rows() {
+    static constexpr SubjectRow<RunCommands> kRows[] = {
+        {"mnuFilePopulate", &RunCommands::PopulateTickers},
+        {"mnuEvaluatePickStocks", &RunCommands::StockSelector},
+        {"mnuEditSplitAdjustment", &RunCommands::AdjustSplit},
+        {"mnuPopUpSplitAdjustmentMakeAdjustment", &RunCommands::AdjustSplit},
+    };
+    return RowsOf(*this, kRows);
+}
+
+void RunCommands::StockSelector() {
+    frmQuoteGrid* const form = frame_.table.form();
+    if (!form || KindOf(frame_.session.CurrentFile) != FileKind::Ddq) {
+        frame_.person.Say(kSelectorNeedsQuoteFile);
+        return;
+    }
+    const std::error_code error = CreateEvaluationFile(form->Table(), frame_.session.DataFolder());
+    if (error) {
+        frame_.person.Say(std::string(kEvaluationsName) + ": cannot be saved (" + error.message() + ")");
+        return;
+    }
+    if (frame_.session.settings.DataSettings.Text(kRunSelectorLine) == kAutomatic) {
+        RunStockSelector(Interval::Daily);
+    } else {
+        AskInterval();
+    }
+}
+
+void RunCommands::AskInterval() {
+    auto* selection = new frmSelectorSelection(&frame_.window);
+    QObject::connect(selection, &QDialog::finished, selection, &QObject::deleteLater);
+    QObject::connect(selection, &frmSelectorSelection::Exited, &frame_.window,
+                     [this] { frame_.person.ShowStatusWord(kStatusComplete); });
+    QObject::connect(selection, &frmSelectorSelection::Continued, &frame_.window,
+                     [this](Interval interval) { RunStockSelector(interval); });
+    selection->open();
+}
+
+void RunCommands::RunStockSelector(Interval interval) {
+    if (!frame_.table.show(kEvaluationsName)) return;
+    frmQuoteGrid& form = *frame_.table.form();
+    frame_.runs.Begin(form);
+    SelectorOutcome outcome;
+    RunSelector(frame_.session, analysis_, interval, form.Table(), outcome);
+    if (frame_.runs.EndOn(form)) TellOutcome(outcome);
+}
+
+void RunCommands::PopulateTickers() {
+    auto* dialog = new frmPopulate(frame_.session, &frame_.window);
+    QObject::connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
+    QObject::connect(dialog, &frmPopulate::PopulateAsked, &frame_.window, [this] { RunPopulate(); });
+    dialog->open();
+}
+
+void RunCommands::RunPopulate() {
+    frmQuoteGrid* const form = frame_.table.form();
+    if (!form) return;
+    frame_.runs.Begin(*form);
+    const PopulateRun run = PopulateDatabase(frame_.session, frame_.web, frame_.hosts, form->Table());
+    if (frame_.runs.EndOn(*form) && run.error) TellDatabaseError(frame_, run.error);
+}
+
+// The tickers are those of the report, whatever table is open: no row of it is in work.
+void RunCommands::RunRepopulate() {
+    frame_.runs.BeginWithoutTable();
+    const PopulateRun run = RepopulateReported(frame_.session, frame_.web, frame_.hosts);
+    if (frame_.runs.End() && run.error) TellDatabaseError(frame_, run.error);
+}
+
+void RunCommands::TellOutcome(const SelectorOutcome& outcome) {
+    if (outcome.reportError) {
+        frame_.person.Say(std::string(kErrorReportName) + ": cannot be saved (" +
+                          outcome.reportError.message() + ")");
+    } else if (!outcome.shortTickers.empty()) {
+        auto* report =
+            new frmErrorReport(frame_.session.DataFolder() / Path(kErrorReportName), &frame_.window);
+        QObject::connect(report, &QDialog::finished, report, &QObject::deleteLater);
+        QObject::connect(report, &frmErrorReport::RepopulateAsked, &frame_.window,
+                         [this] { RunRepopulate(); });
+        report->open();
+    }
+}
+
+void RunCommands::AdjustSplit() {
+    const frmQuoteGrid* const form = frame_.table.form();
+    if (!form || form->SelectedTicker().empty()) return;
+    auto* dialog = new frmSplitFactor(form->SelectedTicker(), &frame_.window);
+    QObject::connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
+    QObject::connect(
+        dialog, &QDialog::accepted, &frame_.window,
+        [this, dialog, ticker = form->SelectedTicker()] { RestateHistory(ticker, dialog->SplitFactor()); });
+    dialog->open();
+}
+
+// A series of its own, so that an open chart keeps the one that it draws. A factor that does not show in the
+// prices changes nothing, without a word.
+void RunCommands::RestateHistory(const std::string& ticker, double SplitFactor) {
+    frame_.person.ShowStatusWord(kStatusUpdating);
+    const auto series = std::make_unique<WorkingSeries>();
+    const HistorySource source{frame_.session.settings.QuoteFolder, frame_.session.clock};
+    const SplitAdjustment adjustment = AdjustForSplit(source, ticker, SplitFactor, *series);
+    frame_.person.ShowStatusWord(kStatusComplete);
+    if (adjustment.error) {
+        TellDatabaseError(frame_, adjustment.error);
+    } else if (adjustment.SplitIndex > 0) {
+        frame_.window.statusBar()->showMessage(ResultSentence(ticker, adjustment.SplitIndex),
+                                               kResultMilliseconds);
+    }
+}
+
+}  // namespace brantlow

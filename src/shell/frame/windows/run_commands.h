@@ -1,0 +1,36 @@
+// The long runs that a person starts on the open table's tickers: the selector, filling the database, and
+// restating the history of one ticker after a stock split.
+#pragma once
+
+#include <string>
+
+#include "indicators/analysis.h"
+#include "shell/frame/windows/frame_hands.h"
+
+namespace brantlow {
+
+struct SelectorOutcome;
+
+class RunCommands final {
+  public:
+    // Both outlive this.
+    RunCommands(const FrameHands& frame, Analysis& analysis) : frame_(frame), analysis_(analysis) {}
+
+    CommandRows Rows();
+
+  private:
+    void StockSelector();
+    void PopulateTickers();
+    void AdjustSplit();
+    void AskInterval();
+    void RunStockSelector(Interval interval);
+    void TellOutcome(const SelectorOutcome& outcome);
+    void RunPopulate();
+    void RunRepopulate();
+    void RestateHistory(const std::string& ticker, double SplitFactor);
+
+    const FrameHands& frame_;
+    Analysis& analysis_;
+};
+
+}  // namespace brantlow

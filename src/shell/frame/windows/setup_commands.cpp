@@ -1,0 +1,60 @@
+#include "shell/frame/windows/setup_commands.h"
+
+#include <QMainWindow>
+
+#include "acquire/schedule/daily_start.h"
+#include "acquire/schedule/windows/frmSchedule.h"
+#include "screens/windows/frmApplicationSettings.h"
+#include "screens/windows/frmSetupWizard.h"
+#include "screens/windows/frmStockSelectorSettings.h"
+#include "shell/app_folder.h"
+#include "store/windows/frmQuoteGrid.h"
+
+namespace brantlow {
+
+CommandRows SetupCommands::Rows() {
+    static constexpr SubjectRow<SetupCommands> kRows[] = {
+        {"mnuSettingsApplication", &SetupCommands::ApplicationSettingsScreen},
+        {"mnuSettingsStockSelector", &SetupCommands::StockSelectorSettings},
+        {"SetupWizard", &SetupCommands::SetupWizard},
+    };
+    return RowsOf(*this, kRows);
+}
+
+void SetupCommands::ApplicationSettingsScreen() {
+    auto* dialog = new frmApplicationSettings(frame_.session, frame_.hosts, &frame_.window);
+    QObject::connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
+    QObject::connect(dialog, &frmApplicationSettings::ColumnsChanged, &frame_.window, [this] {
+        if (frmQuoteGrid* const form = frame_.table.form()) form->RebuildColumns();
+    });
+    QObject::connect(dialog, &frmApplicationSettings::ScheduleAsked, &frame_.window, [this, dialog] {
+        QObject::connect(OpenSchedulerWizard(dialog), &QDialog::finished, dialog,
+                         &frmApplicationSettings::ShowDailyRun);
+    });
+    dialog->open();
+}
+
+void SetupCommands::StockSelectorSettings() {
+    auto* settings = new frmStockSelectorSettings(frame_.session, &frame_.window);
+    QObject::connect(settings, &QDialog::finished, settings, &QObject::deleteLater);
+    settings->open();
+}
+
+void SetupCommands::SetupWizard() {
+    auto* wizard = new frmSetupWizard(frame_.session, frame_.hosts, &frame_.window);
+    QObject::connect(wizard, &QDialog::finished, wizard, &QObject::deleteLater);
+    QObject::connect(wizard, &frmSetupWizard::ScheduleAsked, &frame_.window,
+                     [this, wizard] { OpenSchedulerWizard(wizard); });
+    wizard->open();
+}
+
+QDialog* SetupCommands::OpenSchedulerWizard(QWidget* asking) {
+    auto* schedule =
+        new frmSchedule(frame_.session, ThisScheduleSystem(),
+                        DesktopProgram(CurrentStartPlaces().executable, frame_.session.AppPath), asking);
+    QObject::connect(schedule, &QDialog::finished, schedule, &QObject::deleteLater);
+    schedule->open();
+    return schedule;
+}
+
+}  // namespace brantlow

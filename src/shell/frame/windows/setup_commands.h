@@ -1,0 +1,27 @@
+// The windows in which the program is set up: the settings, the selector's conditions, the wizard, the
+// schedule.
+#pragma once
+
+#include "shell/frame/windows/frame_hands.h"
+
+class QDialog;
+
+namespace brantlow {
+
+class SetupCommands final {
+  public:
+    explicit SetupCommands(const FrameHands& frame) : frame_(frame) {}
+
+    CommandRows Rows();
+
+  private:
+    void ApplicationSettingsScreen();
+    void StockSelectorSettings();
+    void SetupWizard();
+    // Opens the schedule of the daily run over the window that turned it on.
+    QDialog* OpenSchedulerWizard(QWidget* asking);
+
+    const FrameHands& frame_;
+};
+
+}  // namespace brantlow

@@ -1,0 +1,54 @@
+// What fills the open table from outside: the end-of-day update, by hand and at its minute, the collection of
+// extended fundamentals, and a file of another program.
+#pragma once
+
+#include <string>
+
+#include "acquire/schedule/update_schedule.h"
+#include "acquire/web/url_cache.h"
+#include "alerts/stock_alert.h"
+#include "indicators/analysis.h"
+#include "shell/frame/windows/frame_hands.h"
+#include "shell/memory_status.h"
+#include "store/day_store.h"
+#include "store/quote_rows.h"
+
+namespace brantlow {
+
+struct DailyUpdate;
+
+class UpdateCommands final {
+  public:
+    // All outlive this; `cache` is what pages leave behind.
+    UpdateCommands(const FrameHands& frame, Analysis& analysis, UrlCache& cache)
+        : frame_(frame), analysis_(analysis), cache_(cache) {}
+
+    CommandRows Rows();
+
+    // Looks at the clock from now on.
+    void StartClock();
+    // One look at the clock: starts the daily run in its minute. Called by a timer about once a second.
+    void WaitForDailyRun();
+    // Long runs watch the memory by this text instead of the system's.
+    void WatchMemoryBy(std::string (*memoryInfo)()) { memoryInfo_ = memoryInfo; }
+
+  private:
+    void CmdUpdateQuotes();
+    void ExtendedFundamentals();
+    void ExtendedFundamentalData();
+    void ImportQuoteFile();
+    DailyUpdate RunUpdate(frmQuoteGrid& form);
+    void CollectFundamentals(frmQuoteGrid& form);
+
+    const FrameHands& frame_;
+    Analysis& analysis_;
+    UrlCache& cache_;
+    // Kept from one run to the next, until exit.
+    QuoteArrays rows_;
+    AlertedTickers alerted_;
+    DailyRun dailyRun_;
+    DayStore days_;
+    std::string (*memoryInfo_)() = ReadMemoryInfo;
+};
+
+}  // namespace brantlow

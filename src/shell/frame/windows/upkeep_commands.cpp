@@ -1,0 +1,152 @@
+#include "shell/frame/windows/upkeep_commands.h"
+
+#include <QMainWindow>
+#include <algorithm>
+
+#include "base/windows/display_text.h"
+#include "base/windows/text_editor.h"
+#include "shell/frame/windows/window_person.h"
+#include "shell/settings/settings_files.h"
+#include "shell/status_words.h"
+#include "store/back_up.h"
+#include "store/combine_tables.h"
+#include "store/exit_back_up.h"
+#include "store/file_deletion.h"
+#include "store/remove_update.h"
+#include "store/windows/frmDeleteFile.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr const char* kQuoteFileFilter = "EOD Detailed Quote Files (*.ddq)|*.ddq";
+
+}  // namespace
+
+CommandRows UpkeepCommands::Rows() {
+    static constexpr SubjectRow<UpkeepCommands> kRows[] = {
+        {"mnuEditBackUpProgramFiles", &UpkeepCommands::BackUpProgramFiles},
+        {"mnuEditBackUpQuoteDatabase", &UpkeepCommands::BackUpQuoteDatabase},
+        {"mnuEditRestoreProgramFiles", &UpkeepCommands::RestoreProgramFiles},
+        {"mnuEditRestoreQuoteDatabase", &UpkeepCommands::RestoreQuoteDatabase},
+        {"mnuEditEditQuoteFiles", &UpkeepCommands::EditQuoteFiles},
+        {"mnuEditEditDatabaseFiles", &UpkeepCommands::EditDatabaseFiles},
+        {"mnuEditCombineQuoteFiles", &UpkeepCommands::CombineFiles},
+        {"mnuEditRemoveLastUpdate", &UpkeepCommands::RemoveUpdate},
+        {"mnuEditDelete", &UpkeepCommands::DeleteFiles},
+    };
+    return RowsOf(*this, kRows);
+}
+
+void UpkeepCommands::RunBackUp(BackedUp what, bool restores) {
+    const BackUpJob& job = BackUpJobOf(what, restores);
+    if (!frame_.person.Ask(job.question, job.title)) return;
+    const BackUpResult result = RunBackUpJob(job, frame_.session);
+    frame_.person.HideProgress();
+    if (!result.refusal.empty()) return frame_.person.Say(result.refusal);
+    if (restores && what == BackedUp::ProgramFiles) {
+        LoadAllSettings(frame_.session.AppPath, frame_.session.settings);
+        frame_.showRecentFiles();
+    }
+    frame_.notice(std::to_string(result.copy.copied) +
+                  (result.copy.copied == 1 ? " file copied" : " files copied"));
+}
+
+void UpkeepCommands::BackUpProgramFiles() {
+    RunBackUp(BackedUp::ProgramFiles, false);
+}
+
+void UpkeepCommands::BackUpQuoteDatabase() {
+    RunBackUp(BackedUp::QuoteDatabase, false);
+}
+
+void UpkeepCommands::RestoreProgramFiles() {
+    RunBackUp(BackedUp::ProgramFiles, true);
+}
+
+void UpkeepCommands::RestoreQuoteDatabase() {
+    RunBackUp(BackedUp::QuoteDatabase, true);
+}
+
+void UpkeepCommands::RemoveUpdate() {
+    if (!frame_.person.Ask(kRemoveUpdateQuestion, kRemoveUpdateTitle)) return;
+    const RemovedUpdate result = RemoveLastUpdate(frame_.session);
+    frame_.person.HideProgress();
+    if (!result.hasList) return frame_.person.Say(kNoUpdateToRemove);
+    if (result.error) {
+        return frame_.person.Say("The database could not be written: " + result.error.message());
+    }
+    frame_.notice(std::to_string(result.removed) +
+                  (result.removed == 1 ? " record removed" : " records removed"));
+}
+
+void UpkeepCommands::CombineFiles() {
+    std::array<std::string, 3> names;
+    const std::array<std::string_view, 3> titles = {kFirstFileTitle, kSecondFileTitle, kCombinedFileTitle};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const bool isOutput = i + 1 == names.size();
+        const Path chosen = frame_.askFile(
+            {std::string(titles[i]), frame_.session.DataFolder(), std::string(), kQuoteFileFilter, isOutput});
+        if (chosen.empty()) return;
+        names[i] = BareFileName(chosen.string());
+    }
+    if (!MayDelete(names[2]))
+        return frame_.person.Say(names[2] + ": a file of the program cannot be replaced");
+    const CombinedFile combined =
+        CombineQuoteFiles(frame_.session.DataFolder(), names[0], names[1], names[2]);
+    if (!combined.unreadable.empty())
+        return frame_.person.Say(combined.unreadable + ": no such file in Data");
+    if (combined.error) {
+        return frame_.person.Say(names[2] + ": cannot be saved (" + combined.error.message() + ")");
+    }
+    frame_.notice(names[2] + ": " + std::to_string(combined.rows) + " rows");
+}
+
+void UpkeepCommands::DeleteFiles() {
+    auto* dialog = new frmDeleteFile(frame_.person, frame_.session.DataFolder(), &frame_.window);
+    QObject::connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
+    dialog->open();
+}
+
+void UpkeepCommands::EditQuoteFiles() {
+    EditFile(frame_.askFile({"Edit Quote File", frame_.session.DataFolder(), {}, kQuoteFileFilter}));
+}
+
+void UpkeepCommands::EditDatabaseFiles() {
+    EditFile(frame_.askFile({"Edit Quote Database Files",
+                             Path(frame_.session.settings.QuoteFolder),
+                             {},
+                             "EOD Quote Database (*.*)|*.*"}));
+}
+
+void UpkeepCommands::EditFile(const Path& file) {
+    if (file.empty()) return;
+    OpenInDesktop(ShownPath(file), &frame_.window, [this, file] {
+        auto* editor = new TextEditor(file, &frame_.window);
+        editor->setAttribute(Qt::WA_DeleteOnClose);
+        editor->show();
+    });
+}
+
+bool UpkeepCommands::CloseEditors() {
+    const QList<TextEditor*> editors = frame_.window.findChildren<TextEditor*>();
+    return std::all_of(editors.begin(), editors.end(), [](TextEditor* editor) { return editor->close(); });
+}
+
+void UpkeepCommands::BackUpBeforeExit() {
+    const Date today = frame_.session.clock.Today();
+    if (!BackUpIsDue(frame_.session.settings.DataSettings, today)) return;
+    frame_.person.ShowStatusWord(kStatusSaving);
+    frame_.session.run.ProgressLastShown = 0;
+    frame_.session.ProgressAlways = "True";
+    const ExitBackUp backUp =
+        BackUpAtExit(frame_.session.AppPath, today, frame_.session.settings, frame_.person);
+    frame_.session.ProgressAlways = "False";
+    frame_.person.ShowStatusWord(kStatusComplete);
+    if (backUp.settingsError) {
+        frame_.person.Say(SettingsFileName(SettingsFile::Data) + ": cannot be saved (" +
+                          backUp.settingsError.message() + ")");
+    }
+}
+
+}  // namespace brantlow

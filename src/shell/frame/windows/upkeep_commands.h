@@ -1,0 +1,38 @@
+// The housekeeping commands of the Edit menu: back-ups, joining tables, taking an update back, deleting and
+// editing files. The back-up at exit stands with them.
+#pragma once
+
+#include "shell/frame/windows/frame_hands.h"
+
+namespace brantlow {
+
+enum class BackedUp;
+
+class UpkeepCommands final {
+  public:
+    explicit UpkeepCommands(const FrameHands& frame) : frame_(frame) {}
+
+    CommandRows Rows();
+
+    // The frame closes: false when a text that is not saved is to stay open.
+    bool CloseEditors();
+    // The weekly or monthly back-up, where one is due.
+    void BackUpBeforeExit();
+
+  private:
+    void BackUpProgramFiles();
+    void BackUpQuoteDatabase();
+    void RestoreProgramFiles();
+    void RestoreQuoteDatabase();
+    void EditQuoteFiles();
+    void EditDatabaseFiles();
+    void CombineFiles();
+    void RemoveUpdate();
+    void DeleteFiles();
+    void RunBackUp(BackedUp what, bool restores);
+    void EditFile(const Path& file);
+
+    const FrameHands& frame_;
+};
+
+}  // namespace brantlow
