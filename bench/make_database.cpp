@@ -14,9 +14,9 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "base/values.h"
+#include "practice/practice_prices.h"
 #include "shell/settings/settings_tables.h"
 #include "store/history_record.h"
-#include "store/practice_prices.h"
 #include "store/year_files.h"
 
 namespace {

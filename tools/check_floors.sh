@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Checks how the folders of the source lean on one another: a file includes only from its own floor or below,
-# no folders include one another in a circle, and only windows and mains know the window toolkit.
+# Checks how the rooms of the source lean on one another. A room is a folder with its windows: a file includes
+# only from its own floor or below, no two rooms include one another, directly or in a circle, and only windows
+# and the desktop program know the window toolkit.
 #
 #   tools/check_floors.sh [SOURCE_FOLDER]
 #
@@ -8,8 +9,9 @@
 set -euo pipefail
 cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../src}"
 
-# Ground first. Every folder named windows stands on the floor "windows", whatever room it belongs to.
-floors='base|shell shell/settings shell/frame|acquire/web store|indicators alerts acquire/schedule acquire/version|selector splits|chart acquire/feeds research|daily screens|windows|desktop batch market'
+# Ground first; a room that is not named here has no floor to stand on.
+floors='base|shell/settings|shell|acquire/web store|indicators alerts acquire/schedule acquire/version practice'
+floors+='|selector splits|chart acquire/feeds research study|daily screens|shell/frame|desktop batch market'
 
 {
   find . -type f \( -name '*.h' -o -name '*.cpp' \) -printf 'file %P\n'
@@ -22,29 +24,38 @@ floors='base|shell shell/settings shell/frame|acquire/web store|indicators alert
     sub(/.*\//, "", path)
     return path
   }
-  function floor_of(folder) {
-    if (("/" folder "/") ~ /\/windows\//) return floor["windows"]
-    return folder in floor ? floor[folder] : 0
+  function room_of(path,    folder) {
+    folder = folder_of(path)
+    sub(/\/windows$/, "", folder)
+    return folder
+  }
+  function floor_of(room) {
+    return room in floor ? floor[room] : 0
+  }
+  function shows_windows(path) {
+    return path ~ /\/windows\// || path ~ /^desktop\//
   }
   function complain(text) {
     print text
     offences++
   }
-  function check_toolkit(file, level, target) {
-    if (level < floor["windows"] && target ~ /^(Q[A-Z]|Qt[A-Za-z0-9]*(\/|$)|q[a-z]*\.h$)/)
+  function check_toolkit(file, target) {
+    if (shows_windows(file)) return
+    if (target ~ /^(Q[A-Z]|Qt[A-Za-z0-9]*(\/|$)|q[a-z]*\.h$)/)
       complain(file ": the engine includes no " target)
+    if (shows_windows(target)) complain(file ": the engine includes no window, \"" target "\"")
   }
   function check_include(file, target,    from, to) {
-    from = folder_of(file)
-    to = (target in known) ? folder_of(target) : from
-    if (!(target in known) && !((from "/" target) in known)) {
+    from = room_of(file)
+    to = (target in known) ? room_of(target) : from
+    if (!(target in known) && !((folder_of(file) "/" target) in known)) {
       complain(file ": includes \"" target "\", which is not in the source")
       return
     }
     if (floor_of(to) > floor_of(from)) complain(file ": includes \"" target "\" from a higher floor")
     if (to != from) edge[from, to] = file " includes \"" target "\""
   }
-  # Takes away every folder that includes nothing or is included by nothing, until only circles are left.
+  # Takes away every room that includes nothing or is included by nothing, until only circles are left.
   function strip_to_circles(    key, part, out, in_, changed) {
     do {
       changed = 0
@@ -75,8 +86,8 @@ floors='base|shell shell/settings shell/frame|acquire/web store|indicators alert
     path = substr($0, 6)
     known[path] = 1
     files++
-    if (!floor_of(folder_of(path)) && !(folder_of(path) in homeless)) {
-      homeless[folder_of(path)] = 1
+    if (!floor_of(room_of(path)) && !(room_of(path) in homeless)) {
+      homeless[room_of(path)] = 1
       complain(path ": the folder stands on no floor")
     }
     next
@@ -88,13 +99,13 @@ floors='base|shell shell/settings shell/frame|acquire/web store|indicators alert
     if (!match(text, /[<"][^>"]*[>"]/)) next
     mark = substr(text, RSTART, 1)
     target = substr(text, RSTART + 1, RLENGTH - 2)
-    check_toolkit(file, floor_of(folder_of(file)), target)
+    check_toolkit(file, target)
     # Angle brackets are for what lies outside, unless they name a file of the source.
     if (mark == "\"" || target in known) check_include(file, target)
   }
   END {
     strip_to_circles()
-    for (key in edge) complain("circle of folders: " edge[key])
+    for (key in edge) complain("circle of rooms: " edge[key])
     if (!files) complain("no source files here")
     exit offences > 0
   }'

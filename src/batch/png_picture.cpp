@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "chart/windows/picture_module.h"
+#include "chart/picture_module.h"
 
 namespace brantlow {
 

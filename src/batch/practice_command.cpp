@@ -1,7 +1,7 @@
 #include "batch/commands.h"
+#include "practice/practice.h"
 #include "shell/app_folder.h"
 #include "shell/settings/settings_files.h"
-#include "store/practice.h"
 
 namespace brantlow {
 

@@ -3,8 +3,8 @@
 
 #include "batch/commands.h"
 #include "batch/table_calls.h"
-#include "selector/error_report.h"
 #include "selector/selector_run.h"
+#include "store/error_report.h"
 #include "store/table_files.h"
 
 namespace brantlow {

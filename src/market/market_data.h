@@ -12,7 +12,7 @@
 
 #include "base/dates.h"
 #include "base/files.h"
-#include "store/practice_prices.h"
+#include "practice/practice_prices.h"
 
 namespace brantlow {
 

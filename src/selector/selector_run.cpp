@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "indicators/series_pipeline.h"
-#include "selector/error_report.h"
 #include "selector/evaluation.h"
 #include "shell/status_words.h"
+#include "store/error_report.h"
 #include "store/table_colours.h"
 
 namespace brantlow {

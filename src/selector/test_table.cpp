@@ -142,8 +142,8 @@ void AddAveragesAgainst(Rows& rows, const std::vector<Average>& lefts, const std
     }
 }
 
-// The Tight bands of 60 and 90 against the longest averages. Those of 90 are laid on the line of 60: condition
-// sets count on that outcome.
+// The Tight bands of 60 and 90 against the longest averages. Those of 90 are laid on the line of 60:
+// condition sets count on that outcome.
 struct TightBand {
     std::size_t length;
     IndicatorArray lower;
@@ -319,8 +319,8 @@ void AddRelativeStrength(Rows& rows) {
             {TestKind::Today, Of(row.series), row.relation, {.constant = row.limit}, row.guard});
 }
 
-// The extreme that these names speak of is not handed to the evaluator: it is 0 there, and three quarters of it
-// are too.
+// The extreme that these names speak of is not handed to the evaluator: it is 0 there, and three quarters of
+// it are too.
 struct ExtremeRow {
     std::string_view name;
     std::string_view extreme;

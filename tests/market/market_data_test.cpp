@@ -5,7 +5,7 @@
 #include "market/history_reply.h"
 #include "market/practice_dice.h"
 #include "market_fixture.h"
-#include "store/practice.h"
+#include "practice/practice.h"
 #include "store/year_files.h"
 #include "support/temp_folder.h"
 

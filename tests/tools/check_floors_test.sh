@@ -16,8 +16,9 @@ new_tree() {
   put shell/session.h '#include "shell/settings/tables.h"'
   put store/table.h '#include "shell/session.h"' '#include "row.h"'
   put store/row.h '#pragma once'
-  put acquire/update.cpp '#include <queue>' '#include "store/table.h"'
-  put shell/frame/windows/frmMain.h '#include <QMainWindow>' '#include "store/table.h"'
+  put acquire/feeds/update.cpp '#include <queue>' '#include "store/table.h"'
+  put store/windows/frmGrid.h '#include <QWidget>' '#include "store/table.h"'
+  put shell/frame/windows/frmMain.h '#include <QMainWindow>' '#include "store/windows/frmGrid.h"'
   put desktop/main.cpp '#include <QApplication>' '#include "shell/frame/windows/frmMain.h"'
 }
 
@@ -53,13 +54,17 @@ put base/text.cpp '#include "store/table.h"'
 expect_offence "an upward include" 'base/text.cpp: includes "store/table.h" from a higher floor'
 
 new_tree
-put store/table.cpp '  #  include   "shell/frame/windows/frmMain.h"'
-expect_offence "the engine including a window" 'store/table.cpp: includes "shell/frame/windows/frmMain.h"'
+put store/table.cpp '  #  include   "store/windows/frmGrid.h"'
+expect_offence "the engine including a window of its room" 'store/table.cpp: the engine includes no window, "store/windows/frmGrid.h"'
+
+new_tree
+put store/windows/frmGrid.cpp '#include "shell/frame/windows/frmMain.h"'
+expect_offence "a window including the frame above it" 'store/windows/frmGrid.cpp: includes "shell/frame/windows/frmMain.h" from a higher'
 
 new_tree
 put batch/main.cpp '#include "store/table.h"'
-put acquire/update.h '#include <batch/main.cpp>'
-expect_offence "an upward include in angle brackets" 'acquire/update.h: includes "batch/main.cpp"'
+put acquire/feeds/update.h '#include <batch/main.cpp>'
+expect_offence "an upward include in angle brackets" 'acquire/feeds/update.h: includes "batch/main.cpp"'
 
 for header in QString QtCore/QString QtWidgets qglobal.h; do
   [[ $header == QtWidgets ]] && included='<QtWidgets>' || included="<$header>"
@@ -69,14 +74,20 @@ for header in QString QtCore/QString QtWidgets qglobal.h; do
 done
 
 new_tree
-put splits/split.h '#include "alerts/alert.h"'
-put alerts/alert.h '#include "acquire/update.h"'
-put acquire/update.h '#include "splits/split.h"'
-expect_offence "a circle of three folders" 'circle of folders: splits/split.h includes "alerts/alert.h"'
+put chart/chart.h '#include "acquire/feeds/feed.h"'
+put acquire/feeds/feed.h '#include "research/page.h"'
+put research/page.h '#include "chart/chart.h"'
+expect_offence "a circle of three rooms" 'circle of rooms: chart/chart.h includes "acquire/feeds/feed.h"'
+
+new_tree
+put chart/windows/frmChart.h '#include "research/page.h"'
+put research/page.h '#include "chart/chart.h"'
+put chart/chart.h '#pragma once'
+expect_offence "a circle that goes through a window" 'circle of rooms: chart/windows/frmChart.h includes "research/page.h"'
 
 new_tree
 put shell/settings/tables.cpp '#include "shell/session.h"'
-expect_offence "a circle of a folder and the one beneath it" 'circle of folders'
+expect_offence "a room including the one that stands on it" 'shell/settings/tables.cpp: includes "shell/session.h" from a higher'
 
 new_tree
 put store/table.cpp '#include "store/nowhere.h"'
@@ -84,7 +95,7 @@ expect_offence "an include of nothing" 'store/table.cpp: includes "store/nowhere
 
 new_tree
 put garage/car.h '#pragma once'
-expect_offence "a folder on no floor" 'garage/car.h: the folder stands on no floor'
+expect_offence "a room on no floor" 'garage/car.h: the folder stands on no floor'
 
 tree=$(mktemp -d "$scratch/empty.XXXXXX")
 expect_offence "an empty tree" 'no source files here'

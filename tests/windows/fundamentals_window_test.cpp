@@ -2,9 +2,9 @@
 #include <QAction>
 #include <QPushButton>
 
-#include "shell/frame/windows/update_commands.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "shell/frame/windows/frmLowMemory.h"
+#include "shell/frame/windows/update_commands.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"

@@ -4,9 +4,9 @@
 
 #include "daily/daily_update.h"
 #include "daily/reply_line.h"
-#include "shell/frame/windows/update_commands.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "shell/frame/windows/frmLowMemory.h"
+#include "shell/frame/windows/update_commands.h"
 #include "splits/windows/frmAdjustSplits.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"

@@ -6,8 +6,8 @@
 #include "acquire/web/fetch_queue.h"
 #include "base/text.h"
 #include "base/values.h"
-#include "selector/error_report.h"
 #include "shell/status_words.h"
+#include "store/error_report.h"
 #include "store/history_rewrite.h"
 #include "store/year_files.h"
 

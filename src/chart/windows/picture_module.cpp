@@ -1,4 +1,4 @@
-#include "chart/windows/picture_module.h"
+#include "chart/picture_module.h"
 
 #include <QGuiApplication>
 #include <clocale>

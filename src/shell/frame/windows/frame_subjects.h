@@ -1,5 +1,5 @@
-// The subjects of the main frame's commands, wired to what the frame does for them: one member a subject. A new
-// subject is a member here and its rows in the constructor.
+// The subjects of the main frame's commands, wired to what the frame does for them: one member a subject. A
+// new subject is a member here and its rows in the constructor.
 #pragma once
 
 #include <functional>

@@ -74,7 +74,9 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
     area_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(area_, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& place) { ShowPopUpMenu(area_->mapToGlobal(place)); });
-    subjects_ = std::make_unique<FrameSubjects>(FrameSubjects::Start{*this, *area_, session, analysis, person, web, hosts, display_, userStore_, std::move(browser), [this] { ApplyRules(); }});
+    subjects_ = std::make_unique<FrameSubjects>(
+        FrameSubjects::Start{*this, *area_, session, analysis, person, web, hosts, display_, userStore_,
+                             std::move(browser), [this] { ApplyRules(); }});
     LendHands();
     commands_ = new CommandBar(*this, *tbToolBar, [this](const MenuEntry& entry) { Run(entry.id); });
     connect(commands_, &CommandBar::RecentFileChosen, this, &frmMain::OpenRecentFile);
@@ -94,7 +96,9 @@ frmMain::~frmMain() {
 void frmMain::LendHands() {
     FrameHands& hands = subjects_->hands;
     hands.askFile = [this](const FileQuestion& question) { return AskFile(question); };
-    hands.notice = [this](const std::string& text) { statusBar()->showMessage(Shown(text), kNoticeMilliseconds); };
+    hands.notice = [this](const std::string& text) {
+        statusBar()->showMessage(Shown(text), kNoticeMilliseconds);
+    };
     hands.closeChildren = [this] { CloseChildren(); };
     hands.tableShown = [this] {
         if (KindOf(session_.CurrentFile) == FileKind::Ddq) commands_->ShowQuoteFileButtons();
@@ -102,8 +106,11 @@ void frmMain::LendHands() {
     hands.showPopUpMenu = [this](const QPoint& place) { ShowPopUpMenu(place); };
     hands.showRecentFiles = [this] { commands_->ShowRecentFiles(session_.settings.MruSettings); };
     hands.showTitle = [this] { ShowTitle(); };
-    subjects_->Add({{"mnuViewToolbar", [this] { tbToolBar->setVisible(commands_->Entry("mnuViewToolbar")->isChecked()); }},
-                    {"mnuViewStatusBar", [this] { statusBar()->setVisible(commands_->Entry("mnuViewStatusBar")->isChecked()); }}});
+    subjects_->Add({{"mnuViewToolbar",
+                     [this] { tbToolBar->setVisible(commands_->Entry("mnuViewToolbar")->isChecked()); }},
+                    {"mnuViewStatusBar", [this] {
+                         statusBar()->setVisible(commands_->Entry("mnuViewStatusBar")->isChecked());
+                     }}});
 }
 
 frmQuoteGrid* frmMain::QuoteForm() const {
@@ -204,8 +211,9 @@ void frmMain::CloseChildren() {
 
 // Tells quotes of the practice market from real ones.
 void frmMain::ShowTitle() {
-    setWindowTitle(LoadHosts(session_.DataFolder()).IsPracticeMarket() ? QStringLiteral("Brantlow - Practice Market")
-                                                              : QStringLiteral("Brantlow"));
+    setWindowTitle(LoadHosts(session_.DataFolder()).IsPracticeMarket()
+                       ? QStringLiteral("Brantlow - Practice Market")
+                       : QStringLiteral("Brantlow"));
 }
 
 Path frmMain::AskFile(const FileQuestion& question) {

@@ -1,5 +1,5 @@
-// The main frame: the area in which the windows stand, the menu and the buttons, the status bar, and the load and
-// the close of the program. What an entry of the menu does is done by the subjects of its commands
+// The main frame: the area in which the windows stand, the menu and the buttons, the status bar, and the load
+// and the close of the program. What an entry of the menu does is done by the subjects of its commands
 // (frame_hands.h says what the frame does for them); the menu table itself is shell/frame/commands.h.
 #pragma once
 

@@ -1,4 +1,4 @@
-#include "store/practice_prices.h"
+#include "practice/practice_prices.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,14 +1,14 @@
-#include "store/practice.h"
+#include "practice/practice.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "base/text.h"
+#include "practice/practice_prices.h"
 #include "store/columns.h"
 #include "store/history_record.h"
-#include "store/practice_prices.h"
+#include "store/store_fixture.h"
 #include "store/year_files.h"
-#include "store_fixture.h"
 #include "support/source_folder.h"
 
 namespace brantlow {

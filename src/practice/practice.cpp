@@ -1,13 +1,13 @@
-#include "store/practice.h"
+#include "practice/practice.h"
 
 #include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
 
+#include "practice/practice_prices.h"
 #include "store/columns.h"
 #include "store/history_record.h"
-#include "store/practice_prices.h"
 #include "store/quote_table.h"
 #include "store/table_files.h"
 #include "store/year_files.h"

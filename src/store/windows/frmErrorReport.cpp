@@ -1,4 +1,4 @@
-#include "selector/windows/frmErrorReport.h"
+#include "store/windows/frmErrorReport.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "selector/error_report.h"
+#include "store/error_report.h"
 
 #include "base/text.h"
 #include "base/values.h"
