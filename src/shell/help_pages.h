@@ -47,7 +47,7 @@ inline constexpr std::array<WindowHelp, 22> kWindowHelp = {{
     {"frmSplitFactor", "splits.html"},
     {"frmSelectorSelection", "selector.html"},
     {"frmErrorReport", "selector.html"},
-    {"frmStockSelectorSettings", "values.html"},
+    {"frmStockSelectorSettings", "selector.html"},
     {"frmGraph", "chart.html"},
     {"frmGraphNoData", "chart.html"},
     {"frmReturn", "chart.html"},
