@@ -4,9 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "acquire/waiting_person.h"
 #include "acquire/web/curl_web.h"
-#include "acquire/web_test_tools.h"
+#include "acquire/web/waiting_person.h"
+#include "acquire/web/web_test_tools.h"
 #include "market_fixture.h"
 
 namespace brantlow {

@@ -14,7 +14,7 @@
 #include <map>
 
 #include "acquire/feeds/windows/frmPopulate.h"
-#include "acquire/pretend_system.h"
+#include "acquire/schedule/pretend_system.h"
 #include "acquire/schedule/windows/frmSchedule.h"
 #include "acquire/version/windows/frmVersionUpdate.h"
 #include "base/windows/text_editor.h"

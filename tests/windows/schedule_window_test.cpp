@@ -3,7 +3,7 @@
 #include <QPushButton>
 #include <QTimeEdit>
 
-#include "acquire/pretend_system.h"
+#include "acquire/schedule/pretend_system.h"
 #include "acquire/schedule/windows/frmSchedule.h"
 #include "window_fixture.h"
 

@@ -4,10 +4,10 @@
 
 #include <atomic>
 
-#include "acquire/waiting_person.h"
 #include "acquire/web/curl_web.h"
 #include "acquire/web/downloads.h"
-#include "acquire/web_test_tools.h"
+#include "acquire/web/waiting_person.h"
+#include "acquire/web/web_test_tools.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {

@@ -1,4 +1,4 @@
-#include "acquire/raw_server.h"
+#include "acquire/web/raw_server.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>

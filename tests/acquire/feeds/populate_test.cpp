@@ -1,4 +1,4 @@
-#include "acquire/history_fixture.h"
+#include "acquire/feeds/history_fixture.h"
 
 namespace brantlow {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "acquire/waiting_person.h"
 #include "acquire/web/memory_web.h"
+#include "acquire/web/waiting_person.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {

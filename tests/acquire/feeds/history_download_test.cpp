@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "acquire/history_fixture.h"
+#include "acquire/feeds/history_fixture.h"
 
 namespace brantlow {
 namespace {

@@ -4,7 +4,7 @@
 #include <atomic>
 #include <string>
 
-#include "acquire/raw_server.h"
+#include "acquire/web/raw_server.h"
 #include "acquire/web/web_time.h"
 
 namespace brantlow {

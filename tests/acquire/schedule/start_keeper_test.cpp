@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "acquire/pretend_system.h"
+#include "acquire/schedule/pretend_system.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {

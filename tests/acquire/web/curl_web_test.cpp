@@ -10,9 +10,9 @@
 #include <set>
 #include <thread>
 
-#include "acquire/waiting_person.h"
 #include "acquire/web/fetch_queue.h"
-#include "acquire/web_test_tools.h"
+#include "acquire/web/waiting_person.h"
+#include "acquire/web/web_test_tools.h"
 
 namespace brantlow {
 namespace {
