@@ -12,11 +12,12 @@ struct FailureWords {
     std::string_view words;
 };
 // Behind the file's name and a colon.
-constexpr std::array<FailureWords, 5> kFailureWords = {{{FailureKind::Read, "cannot be read"},
+constexpr std::array<FailureWords, 6> kFailureWords = {{{FailureKind::Read, "cannot be read"},
                                                         {FailureKind::List, "cannot be looked through"},
                                                         {FailureKind::Write, "cannot be saved"},
                                                         {FailureKind::Delete, "cannot be deleted"},
-                                                        {FailureKind::Make, "cannot be made"}}};
+                                                        {FailureKind::Make, "cannot be made"},
+                                                        {FailureKind::Lock, "cannot be locked"}}};
 
 std::string_view WordsOf(FailureKind kind) {
     for (const FailureWords& row : kFailureWords) {

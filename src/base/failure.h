@@ -21,7 +21,8 @@ enum class FailureKind {
     List,    // a folder could not be looked through
     Write,   // a file could not be written; the old one stands
     Delete,  // a file could not be deleted
-    Make,    // a folder could not be made
+    Make,    // a file or folder could not be made
+    Lock,    // a file could not be locked
     Other,   // `text` says it all
 };
 

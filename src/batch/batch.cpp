@@ -6,6 +6,7 @@
 #include "batch/command_line.h"
 #include "batch/table_commands.h"
 #include "batch/terminal_person.h"
+#include "shell/folder_lock.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -13,6 +14,8 @@ namespace brantlow {
 namespace {
 
 constexpr double kSecondsPerMinute = 60;
+// How long a call waits for the folder's lock that names no time.
+constexpr int kWaitSeconds = 10;
 
 // The clock stands still for the whole call; what the call does not set is the system's day or time.
 FixedClock CallClock(const CommandLine& line) {
@@ -28,6 +31,33 @@ Path AppPathOf(const CommandLine& line, const Path& executable) {
     return absolute.has_filename() ? absolute : absolute.parent_path();
 }
 
+// What a call is called by those who wait for it.
+std::string WorkOf(const CommandLine& line) {
+    std::string work(line.command->name);
+    for (const std::string& operand : line.arguments.operands) work.append(" ").append(operand);
+    constexpr std::size_t kLongestWork = 200;
+    return work.substr(0, kLongestWork);
+}
+
+// Takes the lock of the folder for a call that writes; the status of one that is refused.
+std::optional<ExitStatus> TakeLock(const CommandLine& line, const BatchProcess& process, BatchCall& call,
+                                   FolderLock& lock) {
+    if (line.command->writes == nullptr || !line.command->writes(line.arguments)) return std::nullopt;
+    const Path& folder = call.session.AppPath;
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        return Refuse(call,
+                      "The application folder " + folder.string() + " could not be made: " + error.message());
+    }
+    const LockPatience patience{std::chrono::seconds(line.wait.value_or(kWaitSeconds)),
+                                [&] { return !process.interrupted(); }};
+    const LockOutcome outcome = lock.Take(folder, ThisProcess(kCommandHolder, WorkOf(line)), patience);
+    if (outcome == LockOutcome::Taken) return std::nullopt;
+    if (process.interrupted()) return ExitStatus::Interrupted;
+    return Refuse(call, lock.Refusal());
+}
+
 ExitStatus RunCommand(const CommandLine& line, const BatchProcess& process) {
     const FixedClock clock = CallClock(line);
     TerminalPerson person(process.err, process.errIsTerminal, process.interrupted);
@@ -40,6 +70,9 @@ ExitStatus RunCommand(const CommandLine& line, const BatchProcess& process) {
     if (line.command->needsAppFolder && !std::filesystem::is_directory(session.AppPath, error)) {
         return RefuseUsage(call, "--app", "'" + session.AppPath.string() + "' is no folder");
     }
+    FolderLock lock;
+    if (const auto refused = TakeLock(line, process, call, lock)) return *refused;
+    // What another call has just written counts.
     LoadAllSettings(session.AppPath, session.settings);
     for (const SettingsFile file : line.command->settings) {
         const std::string sentence = UnreadableSettings(file, session.AppPath, session.settings);

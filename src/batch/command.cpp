@@ -33,6 +33,10 @@ std::string Arguments::Text(std::string_view option) const {
     return found == options.end() ? std::string() : found->second;
 }
 
+bool AlwaysWrites(const Arguments&) {
+    return true;
+}
+
 std::optional<Interval> ParseInterval(std::string_view word) {
     for (const IntervalName& row : kIntervalNames) {
         if (row.word == word) return row.interval;
@@ -79,6 +83,14 @@ std::optional<int> ReadClockTime(std::string_view text) {
     constexpr int kMinutes = 60;
     if (!hour || !minute || *hour >= kHours || *minute >= kMinutes) return std::nullopt;
     return *hour * kMinutes + *minute;
+}
+
+std::optional<int> ReadSeconds(std::string_view text) {
+    constexpr std::size_t kMostDigits = 5;
+    constexpr int kMostSeconds = 24 * 60 * 60;
+    if (text.empty() || text.size() > kMostDigits) return std::nullopt;
+    const auto seconds = Digits(text, text.size());
+    return seconds && *seconds <= kMostSeconds ? seconds : std::nullopt;
 }
 
 ExitStatus RefuseUsage(BatchCall& call, std::string_view name, std::string_view reason) {

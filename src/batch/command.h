@@ -91,8 +91,14 @@ struct Command {
     bool needsAppFolder = true;
     // The settings files that the command goes by: the call refuses where one of them cannot be read.
     std::span<const SettingsFile> settings = kAnySettings;
+    // Whether a call changes files of the application folder, and so takes its lock; null for a command that
+    // only reads.
+    bool (*writes)(const Arguments& arguments) = nullptr;
     ExitStatus (*run)(BatchCall& call) = nullptr;
 };
+
+// For commands that write whatever their arguments are.
+bool AlwaysWrites(const Arguments& arguments);
 
 // `--interval`, which several commands take.
 std::optional<Interval> ParseInterval(std::string_view word);
@@ -106,6 +112,9 @@ Interval ChosenInterval(const Arguments& arguments);
 // A day "YYYY-MM-DD" from 1900 on, and minutes since midnight of "HH:MM"; nothing for any other text.
 std::optional<Date> ReadIsoDate(std::string_view text);
 std::optional<int> ReadClockTime(std::string_view text);
+
+// Whole seconds, from 0 to those of a day; nothing for any other text.
+std::optional<int> ReadSeconds(std::string_view text);
 
 // Writes `NAME: REASON` as one line to the call's error stream and gives Usage.
 ExitStatus RefuseUsage(BatchCall& call, std::string_view name, std::string_view reason);

@@ -83,6 +83,7 @@ void TakeGlobalOptions(const OptionValues& values, CommandLine& line) {
     if (const auto time = values.find("--time"); time != values.end()) {
         line.minutes = ReadClockTime(time->second);
     }
+    if (const auto wait = values.find("--wait"); wait != values.end()) line.wait = ReadSeconds(wait->second);
 }
 
 // True for a command whose number of operands is not what it takes.

@@ -17,6 +17,7 @@ struct CommandLine {
     std::optional<Path> app;
     std::optional<Date> today;
     std::optional<int> minutes;  // since midnight
+    std::optional<int> wait;     // seconds to wait for the folder's lock
     std::string help;            // set when the call asks for help
     std::string error;           // set when the call cannot be read: the argument and why, one line
 };

@@ -29,10 +29,17 @@ std::optional<std::string> RefuseTime(std::string_view text) {
     return "'" + std::string(text) + "' is no time of the form HH:MM";
 }
 
-constexpr std::array<CommandOption, 3> kGlobalOptions = {{
+std::optional<std::string> RefuseWait(std::string_view text) {
+    if (ReadSeconds(text)) return std::nullopt;
+    return "'" + std::string(text) + "' is no whole number of seconds from 0 to 86400";
+}
+
+constexpr std::array<CommandOption, 4> kGlobalOptions = {{
     {"--app", "DIR", "the application folder; without it the folder of the executable", RefuseFolder},
     {"--today", "YYYY-MM-DD", "the day that the call takes for today", RefuseToday},
     {"--time", "HH:MM", "the time of day that the call takes for now", RefuseTime},
+    {"--wait", "SECONDS",
+     "how long to wait while the window or another command uses the folder; 10 without it", RefuseWait},
 }};
 
 constexpr auto kCommands = std::to_array<Command>({
@@ -101,7 +108,8 @@ std::span<const CommandOption> GlobalOptions() {
 
 std::string ToolHelp() {
     std::string text =
-        "Usage: brantlow-batch [--app DIR] [--today YYYY-MM-DD] [--time HH:MM] COMMAND ...\n\n";
+        "Usage: brantlow-batch [--app DIR] [--today YYYY-MM-DD] [--time HH:MM] [--wait SECONDS] COMMAND "
+        "...\n\n";
     text += "Brantlow without a window: what the windows do with a file or a ticker, it does too.\n\n";
     text += "Commands:\n";
     for (const Command& command : kCommands)

@@ -135,6 +135,7 @@ inline constexpr Command kSelectCommand = {
         "hits of each condition and the short tickers. Ctrl-C stops at the next ticker: the rows so far are\n"
         "saved and counted, and the exit status is 130.\n",
     .settings = kSelectorRunSettings,
+    .writes = AlwaysWrites,
     .run = RunSelect,
 };
 
@@ -158,6 +159,7 @@ inline constexpr Command kFundamentalsCommand = {
         "Ctrl-C\n"
         "stops at the next ticker: the rows so far are saved, and the exit status is 130.\n",
     .settings = kDownloadSettings,
+    .writes = AlwaysWrites,
     .run = RunFundamentals,
 };
 
@@ -176,6 +178,7 @@ inline constexpr Command kHistoryCommand = {
         "count of\n"
         "days stored, one line a ticker.\n",
     .settings = kDownloadSettings,
+    .writes = AlwaysWrites,
     .run = RunHistory,
 };
 
@@ -199,6 +202,7 @@ inline constexpr Command kPopulateCommand = {
         "every\n"
         "file is whole, and the exit status is 130.\n",
     .settings = kDownloadSettings,
+    .writes = AlwaysWrites,
     .run = RunPopulate,
 };
 
@@ -215,6 +219,7 @@ inline constexpr Command kSplitCommand = {
         "of\n"
         "the prices that fits; without one nothing changes, so that a second call does no harm.\n",
     .settings = kChangeSettings,
+    .writes = AlwaysWrites,
     .run = RunSplit,
 };
 
@@ -229,6 +234,7 @@ inline constexpr Command kSplitCalendarCommand = {
         "them\n"
         "are due, and how many showed in the prices and were restated.\n",
     .settings = kDownloadSettings,
+    .writes = AlwaysWrites,
     .run = RunSplitCalendar,
 };
 
@@ -248,6 +254,7 @@ inline constexpr Command kPracticeCommand = {
         "missing.\n",
     .needsAppFolder = false,
     .settings = kDatabaseSettings,
+    .writes = AlwaysWrites,
     .run = RunPractice,
 };
 
@@ -258,6 +265,7 @@ inline constexpr std::array<CommandOption, 3> kScheduleOptions = {{
     {"--days", "DAYS", "on these days; mon,tue,wed,thu,fri without it", RefuseDays},
     {"--remove", "", "remove the scheduled start"},
 }};
+bool ChangesSchedule(const Arguments& arguments);
 ExitStatus RunSchedule(BatchCall& call);
 inline constexpr Command kScheduleCommand = {
     .name = "schedule",
@@ -270,6 +278,7 @@ inline constexpr Command kScheduleCommand = {
         "systemctl --user answers, else a line of the user's crontab; other lines there stay as they are.\n"
         "The time of the update itself is kept in the data settings, and stays there with --remove.\n",
     .settings = kDatabaseSettings,
+    .writes = ChangesSchedule,
     .run = RunSchedule,
 };
 

@@ -17,6 +17,7 @@ inline constexpr Command kCombineCommand = {
         "The rows of A, then those of B, whose first row takes the place of the last row of A. Tickers of\n"
         "both files stay twice. OUT gets a header when its name ends in ddq. Prints the count of rows.\n",
     .settings = kChangeSettings,
+    .writes = AlwaysWrites,
     .run = RunCombine,
 };
 
@@ -31,6 +32,7 @@ inline constexpr Command kRemoveLastUpdateCommand = {
         "date;\n"
         "a second call takes a further day. Prints the count of records removed.\n",
     .settings = kChangeSettings,
+    .writes = AlwaysWrites,
     .run = RunRemoveLastUpdate,
 };
 
@@ -44,6 +46,7 @@ inline constexpr Command kBackUpCommand = {
     .summary = "Copies the program's files or the quote database to the back-up folder",
     .help = "The folders stand in VTRDATAset.ini. Prints the count of files copied.\n",
     .settings = kDatabaseSettings,
+    .writes = AlwaysWrites,
     .run = RunBackUp,
 };
 
@@ -57,6 +60,7 @@ inline constexpr Command kRestoreCommand = {
     .summary = "Copies the files of a back-up back",
     .help = "Files of the same name are replaced, others stay. Prints the count of files copied.\n",
     .settings = kDatabaseSettings,
+    .writes = AlwaysWrites,
     .run = RunRestore,
 };
 

@@ -45,6 +45,10 @@ std::optional<std::string> RefuseDays(std::string_view text) {
     return "'" + std::string(text) + "' is no list of mon, tue, wed, thu, fri, sat, sun with commas between";
 }
 
+bool ChangesSchedule(const Arguments& arguments) {
+    return arguments.Has("--at") || arguments.Has("--days") || arguments.Has("--remove");
+}
+
 ExitStatus RunSchedule(BatchCall& call) {
     const Arguments& arguments = call.arguments;
     const ScheduleSystem system = ThisScheduleSystem();

@@ -28,6 +28,7 @@ inline constexpr Command kUpdateCommand = {
         "database, the split calendar is looked at, the file is saved, the selector runs. Ctrl-C stops at "
         "the\n"
         "next batch: what came until then is stored, and the exit status is 130.\n",
+    .writes = AlwaysWrites,
     .run = RunUpdate,
 };
 
@@ -48,6 +49,7 @@ inline constexpr Command kImportCommand = {
         "imported\n"
         "file is deleted once everything in it is stored.\n",
     .settings = kExchangeSettings,
+    .writes = AlwaysWrites,
     .run = RunImport,
 };
 
@@ -61,6 +63,7 @@ inline constexpr Command kExportCommand = {
     .summary = "Exports a file for another program",
     .help = "Where the export goes and which columns it holds stands in VTRIMEXset.ini.\n",
     .settings = kExchangeSettings,
+    .writes = AlwaysWrites,
     .run = RunExport,
 };
 
@@ -74,6 +77,7 @@ inline constexpr Command kAddCommand = {
     .summary = "Adds tickers with their history to a file",
     .help = "The file is sorted by ticker and saved. A ticker that it holds already is passed over.\n",
     .settings = kDownloadSettings,
+    .writes = AlwaysWrites,
     .run = RunAdd,
 };
 
@@ -91,6 +95,7 @@ inline constexpr Command kDeleteCommand = {
     .summary = "Deletes tickers from a file",
     .help = "The file is saved. Its last ticker stays.\n",
     .settings = kChangeSettings,
+    .writes = AlwaysWrites,
     .run = RunDelete,
 };
 
@@ -110,6 +115,7 @@ inline constexpr Command kAlarmCommand = {
     .summary = "Sets the price alarms of a ticker",
     .help = "An alarm that is not given stays as it is. The file is saved.\n",
     .settings = kChangeSettings,
+    .writes = AlwaysWrites,
     .run = RunAlarm,
 };
 

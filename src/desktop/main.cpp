@@ -2,7 +2,6 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QIcon>
-#include <QLockFile>
 #include <QProxyStyle>
 #include <clocale>
 #include <cstdlib>
@@ -20,6 +19,7 @@
 #include "research/windows/browser.h"
 #include "research/windows/web_sandbox.h"
 #include "shell/app_folder.h"
+#include "shell/folder_lock.h"
 #include "shell/frame/windows/frmMain.h"
 #include "shell/frame/windows/frmSplash.h"
 #include "shell/frame/windows/window_person.h"
@@ -68,6 +68,26 @@ int Refuse(frmSplash& splash, WindowPerson& person, const std::string& sentence)
     return EXIT_FAILURE;
 }
 
+// Takes the folder's lock for as long as the program is open; a command at work is given time to end. A
+// folder that cannot be written to takes no lock: there two copies can do each other no harm.
+bool TakesFolder(const Path& appPath, FolderLock& lock) {
+    constexpr std::chrono::seconds kCommandPatience{10};
+    const LockPatience patience{kCommandPatience, [&] {
+                                    QApplication::processEvents();
+                                    return !lock.Holder().IsWindow();
+                                }};
+    const LockOutcome outcome = lock.Take(appPath, ThisProcess(kWindowHolder, "it is open"), patience);
+    if (outcome != LockOutcome::Failed) return outcome == LockOutcome::Taken;
+    const std::error_code& cause = lock.Why().cause;
+    return cause == std::errc::permission_denied || cause == std::errc::read_only_file_system;
+}
+
+std::string WhyNotTaken(const Path& appPath, const FolderLock& lock) {
+    if (lock.Why() || !lock.Holder().IsWindow()) return lock.Refusal();
+    return "Brantlow is open already with the folder " + appPath.string() +
+           ". Two copies would write over each other's files, so this one ends.";
+}
+
 std::string Environment(const char* name) {
     const char* value = std::getenv(name);
     return value ? value : "";
@@ -94,15 +114,12 @@ int main(int argc, char** argv) {
     WindowPerson person;
     const std::string failure = MakeWhereMissing(places.executable, appPath);
     if (!failure.empty()) return Refuse(splash, person, failure);
-    // A folder that cannot be written to takes no lock; there two copies can do each other no harm.
-    QLockFile lock(ShownPath(appPath / "Brantlow.lock"));
-    lock.setStaleLockTime(0);
-    if (!lock.tryLock() && lock.error() == QLockFile::LockFailedError) {
+    FolderLock lock;
+    if (!TakesFolder(appPath, lock)) {
         // The copy that is open does the daily update.
-        if (QApplication::arguments().contains(QString::fromLatin1(kScheduledFlag))) return EXIT_SUCCESS;
-        return Refuse(splash, person,
-                      "Brantlow is open already with the folder " + appPath.string() +
-                          ". Two copies would write over each other's files, so this one ends.");
+        const bool isScheduled = QApplication::arguments().contains(QString::fromLatin1(kScheduledFlag));
+        if (isScheduled && lock.Holder().IsWindow()) return EXIT_SUCCESS;
+        return Refuse(splash, person, WhyNotTaken(appPath, lock));
     }
     std::error_code ignored;
     std::filesystem::current_path(appPath, ignored);

@@ -28,6 +28,7 @@ TEST(Failure, NamesTheFileTheAttemptAndTheCause) {
         {FailureKind::Write, "/q/NFLX.25: cannot be saved (No space left on device)"},
         {FailureKind::Delete, "/q/NFLX.25: cannot be deleted (No space left on device)"},
         {FailureKind::Make, "/q/NFLX.25: cannot be made (No space left on device)"},
+        {FailureKind::Lock, "/q/NFLX.25: cannot be locked (No space left on device)"},
     };
     for (const Worded& row : rows) {
         EXPECT_EQ(Sentence(FailedTo(row.kind, "/q/NFLX.25", kFull)), row.sentence);
