@@ -1,6 +1,10 @@
 #include "base/failure.h"
 
+#include <unistd.h>
+
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <utility>
 
 namespace brantlow {
@@ -67,6 +71,35 @@ Failure ReadIfThere(const Path& file, std::string& bytes) {
     ReadResult read = ReadWholeFile(file);
     bytes = std::move(read.bytes);
     return read.outcome == ReadOutcome::Failed ? FailedTo(FailureKind::Read, file, read.error) : Failure{};
+}
+
+Failure ReadBehindIfThere(const Path& file, std::string& buffer, std::size_t& used) {
+    if (ReadIntoBuffer(file, buffer, used) != ReadOutcome::Failed) return {};
+    const std::error_code why = ReadWholeFile(file).error;
+    return FailedTo(FailureKind::Read, file, why ? why : std::make_error_code(std::errc::io_error));
+}
+
+Failure ListFiles(const Path& folder, std::vector<std::string>& names) {
+    names.clear();
+    std::error_code error;
+    for (auto it = std::filesystem::directory_iterator(folder, error);
+         !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
+        std::error_code typeError;
+        if (it->is_regular_file(typeError)) names.push_back(it->path().filename().string());
+        // A name that went meanwhile, or a link to nothing, is no file.
+        if (typeError && typeError != std::errc::no_such_file_or_directory) {
+            return FailedTo(FailureKind::Read, it->path(), typeError);
+        }
+    }
+    if (error && error != std::errc::no_such_file_or_directory)
+        return FailedTo(FailureKind::List, folder, error);
+    std::sort(names.begin(), names.end());
+    return {};
+}
+
+Failure DeleteIfThere(const Path& file) {
+    if (::unlink(file.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) return {};
+    return FailedTo(FailureKind::Delete, file, {errno, std::generic_category()});
 }
 
 }  // namespace brantlow

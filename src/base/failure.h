@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "base/files.h"
 
@@ -59,5 +60,14 @@ std::string Sentence(const Failure& failure);
 // The bytes of a file that may be missing: those of a missing one are none. A file that is there and gives no
 // bytes is a failure, with `bytes` empty: whoever goes on as though it were missing loses what it holds.
 Failure ReadIfThere(const Path& file, std::string& bytes);
+
+// The same behind the first `used` bytes of a buffer, as ReadIntoBuffer (base/files.h).
+Failure ReadBehindIfThere(const Path& file, std::string& buffer, std::size_t& used);
+
+// The names of the regular files in a folder, sorted. A folder that is missing has none.
+Failure ListFiles(const Path& folder, std::vector<std::string>& names);
+
+// Deletes a file; one that is not there is gone already.
+Failure DeleteIfThere(const Path& file);
 
 }  // namespace brantlow

@@ -45,6 +45,7 @@ Descriptor OpenToRead(const Path& path, std::size_t& size, ReadResult& result,
         const bool missing = result.error == std::errc::no_such_file_or_directory ||
                              result.error == std::errc::not_a_directory;
         result.outcome = missing ? ReadOutcome::Missing : ReadOutcome::Failed;
+        if (missing) result.error.clear();
         file.Close();
         return file;
     }

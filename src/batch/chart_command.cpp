@@ -76,18 +76,19 @@ std::string StyleOf(const Arguments& arguments) {
     return {};
 }
 
-void DrawChart(BatchCall& call, ChartContext& context) {
+Failure DrawChart(BatchCall& call, ChartContext& context) {
     ChartSession& chart = context.chart;
     const Arguments& arguments = call.arguments;
     chart.SelectorTicker = arguments.operands.front();
     chart.ChartStyle = StyleOf(arguments);
     chart.ChartTimeFrame = TimeFrameOf(ChosenInterval(arguments));
-    ReloadChart(context, Signals::Compute);
+    if (Failure failure = ReloadChart(context, Signals::Compute)) return failure;
     PrepareChartWindow(context);
     TakeNames(arguments, "--series", chart.Slots);
     TakeNames(arguments, "--volume", chart.VolumeSeriesList);
     if (arguments.Has("--study")) chart.Combo2 = arguments.Text("--study");
     PaintAllPanels(context);
+    return {};
 }
 
 // --- the list of lines as JSON ---
@@ -209,7 +210,7 @@ ExitStatus RunChart(BatchCall& call) {
     Analysis analysis;
     ChartSession chart;
     ChartContext context{call.session, analysis, chart};
-    DrawChart(call, context);
+    if (const Failure failure = DrawChart(call, context)) return Refuse(call, Sentence(failure));
     const std::string out = call.arguments.Text("--out");
     if (out != kStandardOut) return WritePicture(call, context, out);
     PrintChart(call, context);

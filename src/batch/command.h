@@ -23,6 +23,7 @@ enum class ExitStatus : int {
     Done = 0,
     Refused = 1,
     Usage = 2,
+    Partly = 3,         // some of what was asked for failed, the rest is done
     Interrupted = 130,  // as a shell counts a program that Ctrl-C ended
 };
 

@@ -39,13 +39,14 @@ ExitStatus RunEvaluate(BatchCall& call) {
     const HistorySource source = SourceOf(call);
     ConditionResults results;
     return ForEachTicker(call, [&](const std::string& ticker, Analysis& analysis, JsonLine& line) {
-        AnalyseTicker(source, ticker, interval, analysis);
+        if (Failure failure = AnalyseTicker(source, ticker, interval, analysis)) return failure;
         const bool evaluated = HasBarsToEvaluate(analysis.series);
         if (evaluated) EvaluateConditions(call.session.settings, analysis, results);
         BeginTicker(line, ticker, interval, analysis.series);
         PrintNames(analysis, line);
         PrintConditions(results, evaluated ? results.blocks : 0, line);
         line.EndObject();
+        return Failure{};
     });
 }
 

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "batch/commands.h"
+#include "batch/left_out.h"
 #include "batch/table_calls.h"
 #include "selector/selector_run.h"
 #include "store/error_report.h"
@@ -71,16 +72,20 @@ ExitStatus SelectFrom(BatchCall& call, const std::string& name, Interval interva
     SelectorOutcome outcome;
     RunSelector(session, analysis, interval, evaluations, outcome);
 
+    const std::size_t rows = evaluations.TickerCount();
+    if (rows > 0 && outcome.unreadable.size() == rows)
+        return TellLeftOut(call, outcome.unreadable, rows, "tickers");
     if (!saveAs.empty()) session.CurrentFile = saveAs;
     if (const auto error = SaveQuoteTable(evaluations, session.DataFile(session.CurrentFile))) {
         return Refuse(call, session.CurrentFile + " could not be written: " + error.message());
     }
     PrintOutcome(call, outcome, evaluations.TickerCount(), session.CurrentFile);
+    ExitStatus status = TellLeftOut(call, outcome.unreadable, rows, "tickers");
     if (outcome.reportError) {
-        return Refuse(
-            call, std::string(kErrorReportName) + " could not be written: " + outcome.reportError.message());
+        Refuse(call, Sentence(outcome.reportError));
+        status = ExitStatus::Partly;
     }
-    return outcome.stopped ? ExitStatus::Interrupted : ExitStatus::Done;
+    return outcome.stopped ? ExitStatus::Interrupted : status;
 }
 
 ExitStatus RunSelect(BatchCall& call) {

@@ -9,19 +9,15 @@ namespace brantlow {
 namespace {
 
 // Daily bars come from the recent years, weekly and monthly ones from all.
-void LoadWindow(const HistorySource& source, const std::string& ticker, Interval interval, double window,
-                WorkingSeries& series) {
-    if (interval == Interval::Daily) {
-        LoadRecentSeries(source, ticker, series);
-    } else {
-        LoadFullSeries(source, ticker, series);
-        if (interval == Interval::Weekly) {
-            MakeWeeklySeries(series);
-        } else {
-            MakeMonthlySeries(series);
-        }
-    }
+Failure LoadWindow(const HistorySource& source, const std::string& ticker, Interval interval, double window,
+                   WorkingSeries& series) {
+    Failure failure = interval == Interval::Daily ? LoadRecentSeries(source, ticker, series)
+                                                  : LoadFullSeries(source, ticker, series);
+    if (failure) return failure;
+    if (interval == Interval::Weekly) MakeWeeklySeries(series);
+    if (interval == Interval::Monthly) MakeMonthlySeries(series);
     WindowSeries(window, series);
+    return {};
 }
 
 // Percent changes are printed as their consumers see them.
@@ -69,7 +65,7 @@ ExitStatus RunSeries(BatchCall& call) {
     const HistorySource source = SourceOf(call);
     return ForEachTicker(call, [&](const std::string& ticker, Analysis& analysis, JsonLine& line) {
         const WorkingSeries& series = analysis.series;
-        LoadWindow(source, ticker, interval, window, analysis.series);
+        if (Failure failure = LoadWindow(source, ticker, interval, window, analysis.series)) return failure;
         BeginTicker(line, ticker, interval, series);
         line.Key("LastBar");
         line.Number(static_cast<double>(series.LastBar));
@@ -85,6 +81,7 @@ ExitStatus RunSeries(BatchCall& call) {
         }
         line.EndObject();
         line.EndObject();
+        return Failure{};
     });
 }
 
@@ -92,11 +89,12 @@ ExitStatus RunIndicators(BatchCall& call) {
     const Interval interval = ChosenInterval(call.arguments);
     const HistorySource source = SourceOf(call);
     return ForEachTicker(call, [&](const std::string& ticker, Analysis& analysis, JsonLine& line) {
-        LoadSeriesFor(source, ticker, interval, analysis.series);
+        if (Failure failure = LoadSeriesFor(source, ticker, interval, analysis.series)) return failure;
         ComputeIndicators(analysis.series, analysis.indicators);
         BeginTicker(line, ticker, interval, analysis.series);
         PrintIndicators(analysis, line);
         line.EndObject();
+        return Failure{};
     });
 }
 

@@ -19,10 +19,11 @@ ExitStatus ForEachChart(BatchCall& call, Print print) {
     return ForEachTicker(call, [&](const std::string& ticker, Analysis& analysis, JsonLine& line) {
         ChartContext context{call.session, analysis, chart};
         chart.SelectorTicker = ticker;
-        ReloadChart(context, Signals::Compute);
+        if (Failure failure = ReloadChart(context, Signals::Compute)) return failure;
         BeginTicker(line, ticker, interval, analysis.series);
         print(analysis, chart, line);
         line.EndObject();
+        return Failure{};
     });
 }
 

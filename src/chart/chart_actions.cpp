@@ -64,7 +64,7 @@ void FillFirstFree(Iterator first, Iterator last, std::string_view item) {
 
 void ReloadFromWindow(ChartContext& context, Signals signals) {
     context.chart.SelectorTicker = context.chart.Label58;
-    ReloadChart(context, signals);
+    if (const Failure failure = ReloadChart(context, signals)) context.session.person.Say(Sentence(failure));
 }
 
 void ChangeTimeFrame(ChartContext& context, int timeFrame) {
@@ -95,9 +95,13 @@ ChartStart StartChart(ChartContext& context, const ChartSelection& selection, st
     TakeAlarms(selection, chart);
     chart.SelectorTicker = selection.ticker;
     chart.ChartTimeFrame = kDailyFrame;
-    ReloadChart(context, Signals::Compute);
+    const Failure failure = ReloadChart(context, Signals::Compute);
     PrepareChartWindow(context);
     PaintAllPanels(context);
+    if (failure) {
+        context.session.person.Say(Sentence(failure));
+        return ChartStart::Unreadable;
+    }
     return context.analysis.series.LastBar > 1 ? ChartStart::Done : ChartStart::NoHistory;
 }
 
@@ -127,16 +131,19 @@ int TimeFrameOf(Interval interval) {
     return interval == Interval::Monthly ? kMonthlyFrame : kDailyFrame;
 }
 
-void ReloadChart(ChartContext& context, Signals signals) {
+Failure ReloadChart(ChartContext& context, Signals signals) {
     Analysis& analysis = context.analysis;
     const SettingsTables& settings = context.session.settings;
     const HistorySource source{settings.QuoteFolder, context.session.clock};
-    LoadSeriesFor(source, context.chart.SelectorTicker, IntervalOf(context.chart.ChartTimeFrame),
-                  analysis.series);
+    Failure failure = LoadSeriesFor(source, context.chart.SelectorTicker,
+                                    IntervalOf(context.chart.ChartTimeFrame), analysis.series);
+    // The bars of the ticker before are none of this one's.
+    if (failure) analysis.series.BarCount = analysis.series.LastBar = analysis.series.LastRowRead = 0;
     ComputeIndicators(analysis.series, analysis.indicators);
-    if (signals == Signals::Keep) return;
+    if (signals == Signals::Keep) return failure;
     if (HasCondition(settings, kBuySide)) ComputeBuySignals(settings, analysis, context.chart);
     if (HasCondition(settings, kSellSide)) ComputeSellSignals(settings, analysis, context.chart);
+    return failure;
 }
 
 void PickPriceSeries(ChartContext& context, std::string_view item) {

@@ -31,8 +31,9 @@ struct ChartSelection {
 inline constexpr std::string_view kNoTickerForChart = "You must select a ticker symbol to obtain a graph.";
 
 enum class ChartStart {
-    NoTicker,   // the sentence was said; nothing has changed
-    NoHistory,  // the chart stands empty: the window shows frmGraphNoData over it
+    NoTicker,    // the sentence was said; nothing has changed
+    NoHistory,   // the chart stands empty: the window shows frmGraphNoData over it
+    Unreadable,  // the chart stands empty: a file of the history cannot be read, which was said
     Done,
 };
 
@@ -52,8 +53,9 @@ int TimeFrameOf(Interval interval);
 
 enum class Signals : unsigned char { Compute, Keep };
 
-// Loads and computes the working series of SelectorTicker anew at ChartTimeFrame. Paints nothing.
-void ReloadChart(ChartContext& context, Signals signals);
+// Loads and computes the working series of SelectorTicker anew at ChartTimeFrame. Paints nothing. Where a
+// file of the history cannot be read there are no bars.
+Failure ReloadChart(ChartContext& context, Signals signals);
 
 // A pick in Combo1: the first empty slot of Label14 to Label19 takes the series. With none empty the panel is
 // only painted again.

@@ -2,10 +2,11 @@
 
 namespace brantlow {
 
-void AnalyseTicker(const HistorySource& source, std::string_view ticker, Interval interval,
-                   Analysis& analysis) {
-    LoadSeriesFor(source, ticker, interval, analysis.series);
+Failure AnalyseTicker(const HistorySource& source, std::string_view ticker, Interval interval,
+                      Analysis& analysis) {
+    if (Failure failure = LoadSeriesFor(source, ticker, interval, analysis.series)) return failure;
     if (HasBarsToEvaluate(analysis.series)) ComputeIndicators(analysis.series, analysis.indicators);
+    return {};
 }
 
 }  // namespace brantlow

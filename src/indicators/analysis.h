@@ -19,8 +19,9 @@ inline bool HasBarsToEvaluate(const WorkingSeries& series) {
     return series.BarCount > kTooFewBarsToEvaluate;
 }
 
-// Loads a ticker on an interval and, where it has bars to evaluate, computes its indicators.
-void AnalyseTicker(const HistorySource& source, std::string_view ticker, Interval interval,
-                   Analysis& analysis);
+// Loads a ticker on an interval and, where it has bars to evaluate, computes its indicators. Nothing is
+// stored of a ticker whose files cannot be read.
+Failure AnalyseTicker(const HistorySource& source, std::string_view ticker, Interval interval,
+                      Analysis& analysis);
 
 }  // namespace brantlow

@@ -38,23 +38,29 @@ void FoldBars(const FoldGroup& group, const HistoryBar* bars, HistoryBar& folded
 
 }  // namespace
 
-void HistoryText::Load(const std::string& quoteFolder, std::string_view ticker,
-                       std::span<const std::string> years) {
+Failure HistoryText::Load(const std::string& quoteFolder, std::string_view ticker,
+                          std::span<const std::string> years) {
     used_ = 0;
     rows_.clear();
     firstIndex_ = 1;
     newestOpenEmptied_ = false;
     regular_ = true;
+    barCount_ = 0;
     for (const std::string& year : years) {
         const std::size_t from = used_;
         const std::optional<Path> path = YearFilePath(quoteFolder, ticker, year);
-        if (path) ReadIntoBuffer(*path, buffer_, used_);
+        Failure failure = path ? ReadBehindIfThere(*path, buffer_, used_) : Failure{};
+        if (failure) {
+            rows_.clear();
+            return std::move(failure).Of(ticker);
+        }
         if (used_ == from && rows_.empty()) firstIndex_ = 0;
         newestOpenEmptied_ = used_ == from;
         AddYear(from, used_);
     }
     barCount_ = rows_.empty() ? 0 : firstIndex_ + rows_.size() - 1;
     regular_ = regular_ && barCount_ < kMostRows;
+    return {};
 }
 
 // The first row of a year overwrites the last row kept so far.

@@ -10,8 +10,8 @@ namespace brantlow {
 
 void PreparedTicker::Prepare(const std::string& quoteFolder, std::span<const std::string> years,
                              Interval interval, std::string_view ticker) {
-    history_->Load(quoteFolder, ticker, years);
-    if (!IsRegular()) return;
+    unreadable_ = history_->Load(quoteFolder, ticker, years);
+    if (unreadable_ || !IsRegular()) return;
     const std::size_t bars = history_->BarCount(interval);
     barCount_ = std::min(bars, kDefaultWindow);
     stride_ = barCount_ + 1;

@@ -20,6 +20,8 @@ class PreparedTicker {
     void Prepare(const std::string& quoteFolder, std::span<const std::string> years, Interval interval,
                  std::string_view ticker);
 
+    // Why the ticker's files could not be read: there is nothing of it then.
+    const Failure& Unreadable() const { return unreadable_; }
     // False when the ticker depends on what the working series held before: it is then to be loaded there.
     bool IsRegular() const { return history_->IsRegular(); }
 
@@ -43,6 +45,7 @@ class PreparedTicker {
     const std::string_view* Texts(std::size_t slot) const { return texts_.data() + slot * stride_; }
 
     std::unique_ptr<HistoryText> history_ = std::make_unique<HistoryText>();
+    Failure unreadable_;
     std::size_t barCount_ = 0;
     std::size_t stride_ = 0;
     bool newestOpenEmptied_ = false;

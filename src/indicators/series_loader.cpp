@@ -1,3 +1,4 @@
+#include "base/failure.h"
 #include "base/files.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -12,9 +13,16 @@ namespace {
 
 constexpr std::size_t kYearDigits = 2;
 
-std::string YearFileText(const HistorySource& source, std::string_view ticker, std::string_view year) {
-    const std::optional<Path> path = YearFilePath(source.QuoteFolder, ticker, year);
-    return path ? BytesOrEmpty(*path) : std::string();
+// The texts of the ticker's year files, oldest first; a missing one is empty.
+Failure ReadYears(const HistorySource& source, std::string_view ticker, std::size_t years,
+                  std::vector<std::string>& texts) {
+    for (const std::string& year : YearTexts(source.clock.Today(), years)) {
+        texts.emplace_back();
+        const std::optional<Path> path = YearFilePath(source.QuoteFolder, ticker, year);
+        if (!path) continue;
+        if (Failure failure = ReadIfThere(*path, texts.back())) return std::move(failure).Of(ticker);
+    }
+    return {};
 }
 
 // The row about to be read loses its open before the end of the file is met, so the element behind the last
@@ -33,13 +41,15 @@ void AppendYear(std::string_view text, WorkingSeries& series) {
     series.BarCount = series.LastRowRead;
 }
 
-void LoadYears(const HistorySource& source, std::string_view ticker, std::size_t years,
-               WorkingSeries& series) {
+// Nothing is stored unless every file could be read.
+Failure LoadYears(const HistorySource& source, std::string_view ticker, std::size_t years,
+                  WorkingSeries& series) {
+    std::vector<std::string> texts;
+    if (Failure failure = ReadYears(source, ticker, years, texts)) return failure;
     series.BarCount = 1;
     series.LastRowRead = 0;
-    for (const std::string& year : YearTexts(source.clock.Today(), years)) {
-        AppendYear(YearFileText(source, ticker, year), series);
-    }
+    for (const std::string& text : texts) AppendYear(text, series);
+    return {};
 }
 
 }  // namespace
@@ -57,20 +67,21 @@ std::vector<std::string> YearTexts(const Date& today, std::size_t count) {
     return years;
 }
 
-void LoadRecentSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series) {
-    LoadYears(source, ticker, kRecentYears, series);
+Failure LoadRecentSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series) {
+    return LoadYears(source, ticker, kRecentYears, series);
 }
 
-void LoadFullSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series) {
-    LoadYears(source, ticker, kFullYears, series);
+Failure LoadFullSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series) {
+    return LoadYears(source, ticker, kFullYears, series);
 }
 
-void LoadSeriesFor(const HistorySource& source, std::string_view ticker, Interval interval,
-                   WorkingSeries& series) {
-    LoadYears(source, ticker, YearsFor(interval), series);
+Failure LoadSeriesFor(const HistorySource& source, std::string_view ticker, Interval interval,
+                      WorkingSeries& series) {
+    if (Failure failure = LoadYears(source, ticker, YearsFor(interval), series)) return failure;
     if (interval == Interval::Weekly) MakeWeeklySeries(series);
     if (interval == Interval::Monthly) MakeMonthlySeries(series);
     WindowSeries(0, series);
+    return {};
 }
 
 }  // namespace brantlow

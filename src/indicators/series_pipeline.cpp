@@ -95,7 +95,7 @@ bool SeriesPipeline::Next() {
     if (next_ == tickers_.size()) return false;
     WaitFor(next_);
     Place& place = PlaceOf(next_);
-    Merge(tickers_[next_], place.ticker);
+    unreadable_ = Merge(tickers_[next_], place.ticker);
     {
         const std::lock_guard<std::mutex> lock(mutex_);
         place.ready = false;
@@ -105,11 +105,11 @@ bool SeriesPipeline::Next() {
     return true;
 }
 
-void SeriesPipeline::Merge(std::string_view ticker, PreparedTicker& prepared) {
+Failure SeriesPipeline::Merge(std::string_view ticker, PreparedTicker& prepared) {
+    if (prepared.Unreadable()) return prepared.Unreadable();
     if (!prepared.IsRegular() || foldsAskAndBid_) {
         tails_.StoreAll(analysis_.series);
-        AnalyseTicker({quoteFolder_, clock_}, ticker, interval_, analysis_);
-        return;
+        return AnalyseTicker({quoteFolder_, clock_}, ticker, interval_, analysis_);
     }
     const std::size_t newest = prepared.History().BarCount();
     tails_.Overwrite(newest);
@@ -121,6 +121,7 @@ void SeriesPipeline::Merge(std::string_view ticker, PreparedTicker& prepared) {
         tails_.Add(prepared.ExchangeHistory(tails_.SpareHistory()), first, newest);
     }
     if (tails_.AreMany()) tails_.StoreAll(analysis_.series);
+    return {};
 }
 
 }  // namespace brantlow

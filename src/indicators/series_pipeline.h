@@ -32,8 +32,11 @@ class SeriesPipeline {
     SeriesPipeline(const SeriesPipeline&) = delete;
     SeriesPipeline& operator=(const SeriesPipeline&) = delete;
 
-    // Analyses the next ticker of the list; false when there is none.
+    // Analyses the next ticker of the list; false when there is none. One whose files cannot be read is
+    // passed over as though it stood not in the list.
     bool Next();
+    // Why the files of the last ticker could not be read; none where they could.
+    const Failure& Unreadable() const { return unreadable_; }
     // Stores the bars above BarCount that are still outstanding.
     void Complete() { tails_.StoreAll(analysis_.series); }
 
@@ -48,7 +51,7 @@ class SeriesPipeline {
     void HelpAlong();
     void PrepareOne(std::unique_lock<std::mutex>& lock);
     void WaitFor(std::size_t index);
-    void Merge(std::string_view ticker, PreparedTicker& prepared);
+    Failure Merge(std::string_view ticker, PreparedTicker& prepared);
 
     const std::string quoteFolder_;
     const FixedClock clock_;
@@ -56,6 +59,7 @@ class SeriesPipeline {
     const std::vector<std::string> tickers_;
     const std::vector<std::string> years_;
     Analysis& analysis_;
+    Failure unreadable_;
     SeriesTails tails_;
     // The foldings rewrite ask and bid prices as well, which a ticker prepared ahead knows nothing of.
     const bool foldsAskAndBid_;

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/clock.h"
+#include "base/failure.h"
 #include "indicators/number_series.h"
 
 namespace brantlow {
@@ -53,11 +54,12 @@ struct HistorySource {
 
 // Loads the four newest year files of `ticker` (this year's and the three before it), oldest first. The first
 // row of each year overwrites the last row kept so far; a missing oldest year puts the first row at element
-// 0. A missing file, or a ticker that can have no files, gives no message: BarCount is then 0 or 1.
-void LoadRecentSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series);
+// 0. A missing file, or a ticker that can have no files, is no failure: BarCount is then 0 or 1. A file that
+// is there and cannot be read is one, and the series stays as it was.
+Failure LoadRecentSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series);
 
 // The same with the twenty-one newest year files.
-void LoadFullSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series);
+Failure LoadFullSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series);
 
 // Keeps the newest `length` bars as elements 1 up: 0 means 279, less than 3 means 3, more than BarCount means
 // all.
@@ -70,7 +72,7 @@ void MakeMonthlySeries(WorkingSeries& series);
 
 // The road that the selector and the batch tool take: one loader, one folding where needed, the default
 // window.
-void LoadSeriesFor(const HistorySource& source, std::string_view ticker, Interval interval,
-                   WorkingSeries& series);
+Failure LoadSeriesFor(const HistorySource& source, std::string_view ticker, Interval interval,
+                      WorkingSeries& series);
 
 }  // namespace brantlow

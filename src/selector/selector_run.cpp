@@ -65,7 +65,7 @@ class SelectorWalk {
             if (outcome_.stopped) return;
             ShowRow(row, rows);
             pipeline.Next();
-            TakeTicker(row);
+            TakeTicker(row, pipeline.Unreadable());
         }
     }
 
@@ -84,13 +84,21 @@ class SelectorWalk {
         session_.person.ShowStatusWord(std::to_string(row));
     }
 
-    void TakeTicker(std::size_t row) {
+    void TakeTicker(std::size_t row, const Failure& unreadable) {
+        ++outcome_.tickers;
+        if (unreadable) {
+            outcome_.unreadable.push_back(unreadable);
+        } else {
+            TakeSeries(row);
+        }
+        session_.person.PumpEvents();
+    }
+
+    void TakeSeries(std::size_t row) {
         if (HasBarsToEvaluate(analysis_.series)) {
             conditions_.Evaluate(analysis_, results_);
             FillCells(row);
         }
-        session_.person.PumpEvents();
-        ++outcome_.tickers;
         if (analysis_.series.BarCount < MinimumHistory(interval_))
             outcome_.shortTickers.push_back(evaluations_.Ticker(row));
     }

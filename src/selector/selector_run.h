@@ -38,10 +38,13 @@ struct SelectorOutcome {
     std::array<std::size_t, kConditionCount + 1> hitsPerCondition{};
     // In table order, one entry a row.
     std::vector<std::string> shortTickers;
+    // In table order: why a ticker's files could not be read. It has no hits then and is not counted as
+    // short.
+    std::vector<Failure> unreadable;
     // The run was ended before its last row.
     bool stopped = false;
     // Why "Error Report.txt" could not be written, if it could not.
-    std::error_code reportError;
+    Failure reportError;
 };
 
 // Walks rows 1 to the last of `evaluations`, whose column c takes the action of condition c where it holds;

@@ -76,7 +76,7 @@ void RestateBars(std::size_t SplitIndex, double SplitFactor, WorkingSeries& seri
 
 SplitAdjustment AdjustForSplit(const HistorySource& source, std::string_view ticker, double SplitFactor,
                                WorkingSeries& series) {
-    LoadFullSeries(source, ticker, series);
+    if (const Failure failure = LoadFullSeries(source, ticker, series)) return {0, failure.cause};
     SplitAdjustment adjustment{FindSplit(series, SplitFactor), {}};
     if (adjustment.SplitIndex == 0) return adjustment;
     RestateBars(adjustment.SplitIndex, SplitFactor, series);

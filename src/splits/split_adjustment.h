@@ -24,7 +24,7 @@ void RestateBars(std::size_t SplitIndex, double SplitFactor, WorkingSeries& seri
 struct SplitAdjustment {
     // The last bar before the split; 0 when no jump fits, and then no file was touched.
     std::size_t SplitIndex = 0;
-    std::error_code error;  // set when a file could not be written
+    std::error_code error;  // set when a file could not be read, and then none was touched, or not written
 };
 
 // Loads `ticker` into `series`, and when a jump fits the factor writes the restated series as the ticker's

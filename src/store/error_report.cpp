@@ -6,18 +6,25 @@
 
 namespace brantlow {
 
-std::error_code WriteErrorReport(const Path& dataFolder, const ErrorReport& report) {
+Path ErrorReportFile(const Path& dataFolder) {
+    return dataFolder / kErrorReportName;
+}
+
+Failure WriteErrorReport(const Path& dataFolder, const ErrorReport& report) {
     std::string text = report.reason;
     text += kLineEnd;
     for (const std::string& ticker : report.tickers) {
         text += Value::OfText(ticker).Written();
         text += kLineEnd;
     }
-    return WriteWholeFile(dataFolder / kErrorReportName, text);
+    const Path file = ErrorReportFile(dataFolder);
+    return FailedTo(FailureKind::Write, file, WriteWholeFile(file, text));
 }
 
-std::optional<ErrorReport> ReadErrorReport(const Path& dataFolder) {
-    const ReadResult file = ReadWholeFile(dataFolder / kErrorReportName);
+std::optional<ErrorReport> ReadErrorReport(const Path& dataFolder, Failure* failure) {
+    const Path path = ErrorReportFile(dataFolder);
+    const ReadResult file = ReadWholeFile(path);
+    if (failure != nullptr) *failure = FailedTo(FailureKind::Read, path, file.error);
     if (file.outcome != ReadOutcome::Done) return std::nullopt;
     ErrorReport report;
     LineReader lines(file.bytes);

@@ -7,9 +7,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/files.h"
 
 namespace brantlow {
@@ -23,11 +23,13 @@ struct ErrorReport {
     bool operator==(const ErrorReport&) const = default;
 };
 
-// Replaces the report in `dataFolder`. On failure the old one stands.
-std::error_code WriteErrorReport(const Path& dataFolder, const ErrorReport& report);
+Path ErrorReportFile(const Path& dataFolder);
 
-// The report in `dataFolder`, or nothing where there is none. Lines without a ticker are passed over, and
-// those beyond kMostRows tickers are not read.
-std::optional<ErrorReport> ReadErrorReport(const Path& dataFolder);
+// Replaces the report in `dataFolder`. On failure the old one stands.
+Failure WriteErrorReport(const Path& dataFolder, const ErrorReport& report);
+
+// The report in `dataFolder`, or nothing where there is none, or none that can be read: `failure`, unless
+// null, says why. Lines without a ticker are passed over, and those beyond kMostRows tickers are not read.
+std::optional<ErrorReport> ReadErrorReport(const Path& dataFolder, Failure* failure = nullptr);
 
 }  // namespace brantlow

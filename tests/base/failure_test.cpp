@@ -77,5 +77,39 @@ TEST(ReadIfThere, TellsAMissingFileFromOneThatCannotBeRead) {
     EXPECT_EQ(bytes, "");
 }
 
+TEST(ReadBehindIfThere, SaysWhyAFileCannotBeReadAndLeavesTheBuffer) {
+    const TempFolder folder;
+    std::string buffer;
+    std::size_t used = 0;
+    EXPECT_FALSE(ReadBehindIfThere(folder / "none", buffer, used));
+    EXPECT_EQ(used, 0U);
+    const Failure failure = ReadBehindIfThere(folder.Get(), buffer, used);
+    EXPECT_EQ(failure.cause, std::errc::is_a_directory);
+    EXPECT_EQ(failure.file, folder.Get());
+    EXPECT_EQ(used, 0U);
+}
+
+TEST(ListFiles, AFolderThatIsMissingHasNoneAndOneThatIsNoFolderIsAFailure) {
+    const TempFolder folder;
+    std::vector<std::string> names = {"old"};
+    EXPECT_FALSE(ListFiles(folder / "none", names));
+    EXPECT_TRUE(names.empty());
+    ASSERT_FALSE(WriteWholeFile(folder / "file", "x"));
+    std::filesystem::create_directory(folder / "inner");
+    EXPECT_FALSE(ListFiles(folder.Get(), names));
+    EXPECT_EQ(names, std::vector<std::string>{"file"});
+    const Failure failure = ListFiles(folder / "file", names);
+    EXPECT_EQ(Sentence(failure), (folder / "file").string() + ": cannot be looked through (Not a directory)");
+}
+
+TEST(DeleteIfThere, TellsWhatCannotGo) {
+    const TempFolder folder;
+    ASSERT_FALSE(WriteWholeFile(folder / "file", "x"));
+    EXPECT_FALSE(DeleteIfThere(folder / "file"));
+    EXPECT_FALSE(IsRegularFile(folder / "file"));
+    EXPECT_FALSE(DeleteIfThere(folder / "file"));
+    EXPECT_EQ(DeleteIfThere(folder.Get()).kind, FailureKind::Delete);
+}
+
 }  // namespace
 }  // namespace brantlow

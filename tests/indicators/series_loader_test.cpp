@@ -205,5 +205,23 @@ TEST_F(LoadSeries, LoadSeriesForTakesTheRoadOfItsInterval) {
     EXPECT_EQ(series.LastBar, 2U);
 }
 
+TEST_F(LoadSeries, AYearFileThatCannotBeReadIsAFailureAndTheSeriesStays) {
+    WriteYear("KO", "26", Rows(3, 10));
+    WorkingSeries series;
+    ASSERT_FALSE(LoadRecentSeries(source, "KO", series));
+    const std::size_t bars = series.BarCount;
+    std::filesystem::create_directory(quoteFolder + "AB.25");
+    WriteYear("AB", "26", Rows(5, 90));
+    for (const auto load : {LoadRecentSeries, LoadFullSeries}) {
+        const Failure failure = load(source, "AB", series);
+        EXPECT_EQ(failure.kind, FailureKind::Read);
+        EXPECT_EQ(failure.file, Path(quoteFolder + "AB.25"));
+        EXPECT_EQ(failure.ticker, "AB");
+        EXPECT_EQ(failure.cause, std::errc::is_a_directory);
+        EXPECT_EQ(series.BarCount, bars);
+        EXPECT_EQ(series.ClosePrice[bars], 12);
+    }
+}
+
 }  // namespace
 }  // namespace brantlow

@@ -106,8 +106,11 @@ void RunCommands::RunRepopulate() {
 
 void RunCommands::TellOutcome(const SelectorOutcome& outcome) {
     if (outcome.reportError) {
-        frame_.person.Say(std::string(kErrorReportName) + ": cannot be saved (" +
-                          outcome.reportError.message() + ")");
+        frame_.person.Say(Sentence(outcome.reportError));
+    } else if (!outcome.unreadable.empty()) {
+        frame_.person.Say(std::to_string(outcome.unreadable.size()) + " of " +
+                          std::to_string(outcome.tickers) +
+                          " tickers left out: " + Sentence(outcome.unreadable.front()));
     } else if (!outcome.shortTickers.empty()) {
         auto* report =
             new frmErrorReport(frame_.session.DataFolder() / Path(kErrorReportName), &frame_.window);
