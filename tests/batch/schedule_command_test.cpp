@@ -165,12 +165,12 @@ TEST_F(ScheduleCommand, RefusesArgumentsThatCannotBeRead) {
     EXPECT_EQ(Everything(), before);
 }
 
-TEST_F(ScheduleCommand, SettingsThatCannotBeWrittenAreNamed) {
+TEST_F(ScheduleCommand, SettingsThatCannotBeReadAreNamed) {
     HasCrontab();
     std::filesystem::create_directories(folder / "Data/VTRDATAset.ini");
     const CallResult result = Schedule({"--at", "16:30"});
     EXPECT_EQ(result.status, ExitStatus::Refused);
-    EXPECT_EQ(result.err, "VTRDATAset.ini could not be written: Is a directory\n");
+    EXPECT_EQ(result.err, (folder / "Data/VTRDATAset.ini").string() + ": cannot be read (Is a directory)\n");
 }
 
 }  // namespace
