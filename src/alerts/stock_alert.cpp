@@ -1,5 +1,7 @@
 #include "alerts/stock_alert.h"
 
+#include "base/askable_ticker.h"
+
 namespace brantlow {
 
 namespace {
@@ -21,18 +23,21 @@ std::string StockAlertUrl(const Hosts& hosts, std::string_view address, std::str
     return url;
 }
 
-void SendStockAlert(Web& web, const Hosts& hosts, const SettingsTables& settings, std::string_view ticker,
-                    AlertedTickers& alerted, const RunControl* run) {
+AlertOutcome SendStockAlert(Web& web, const Hosts& hosts, const SettingsTables& settings,
+                            std::string_view ticker, AlertedTickers& alerted, const RunControl* run) {
     const SettingsTable& data = settings.DataSettings;
-    if (data.Text(kAlertSwitchLine) != kAlertsOn) return;
-    if (alerted.tickers.size() >= kMostRows) return;
-    if (!alerted.tickers.emplace(ticker).second) return;
+    if (data.Text(kAlertSwitchLine) != kAlertsOn) return AlertOutcome::NotWanted;
+    if (alerted.tickers.size() >= kMostRows) return AlertOutcome::NotWanted;
+    if (!alerted.tickers.emplace(ticker).second) return AlertOutcome::NotWanted;
+    if (!IsAskableTicker(ticker)) return AlertOutcome::LeftOut;
     WebRequest request;
     request.url = StockAlertUrl(hosts, data.Text(kAlertAddressLine), ticker);
     request.limitSeconds = kAlertSeconds;
     request.limitBytes = kAlertBytes;
     request.run = run;
+    request.isRepeated = false;
     web.Fetch(request);
+    return AlertOutcome::AskedFor;
 }
 
 }  // namespace brantlow

@@ -20,10 +20,16 @@ struct AlertedTickers {
 // The request's address: the mail address and the ticker stand in it as they are, without line ends.
 std::string StockAlertUrl(const Hosts& hosts, std::string_view address, std::string_view ticker);
 
+enum class AlertOutcome {
+    NotWanted,  // alerts are off, or a mail was asked for already
+    AskedFor,
+    LeftOut,  // the ticker cannot stand in an address
+};
+
 // Asks for the mail when the settings have alerts switched on and none was asked for this ticker; an address
 // that is empty is no hindrance. Waits for the reply for a short while and does not read it; a request that
 // fails is not repeated. `run`, when its word becomes "True", ends the wait.
-void SendStockAlert(Web& web, const Hosts& hosts, const SettingsTables& settings, std::string_view ticker,
-                    AlertedTickers& alerted, const RunControl* run);
+AlertOutcome SendStockAlert(Web& web, const Hosts& hosts, const SettingsTables& settings, std::string_view ticker,
+                            AlertedTickers& alerted, const RunControl* run);
 
 }  // namespace brantlow

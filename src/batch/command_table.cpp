@@ -85,7 +85,7 @@ void AppendOptions(std::string& text, std::span<const CommandOption> options) {
 constexpr std::string_view kStatusHelp =
     "Exit status:\n"
     "  0    done\n"
-    "  1    refused: the reason is on standard error\n"
+    "  1    refused, or nothing of it could be done: the reason is on standard error\n"
     "  2    wrong usage: one line on standard error says which argument and why, nothing is changed\n"
     "  3    done in part: standard error says how many of what failed, and why\n"
     "  130  stopped by Ctrl-C; every file is whole\n";

@@ -1,9 +1,11 @@
 // The commands that edit a table: add, delete and alarm.
 #include "acquire/feeds/add_ticker.h"
 #include "acquire/web/curl_web.h"
+#include "acquire/web/giving_up_web.h"
 #include "alerts/alarm_edit.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "batch/table_commands.h"
 #include "store/table_files.h"
@@ -79,11 +81,20 @@ std::optional<std::string> AlarmText(const Arguments& arguments, std::string_vie
 
 ExitStatus RunAdd(BatchCall& call) {
     Session& session = call.session;
-    CurlWeb web(session.person);
+    CurlWeb network(session.person);
+    GivingUpWeb web(network);
     const Hosts hosts = LoadHosts(session.DataFolder());
-    return EditByTickers(call, "Added", [&](QuoteTable& table, const std::string& symbol) {
-        return AddTicker(session, web, hosts, table, {symbol}, 0);
+    RunReport report("Adding to " + call.arguments.operands.front(), "histories");
+    const ExitStatus status = EditByTickers(call, "Added", [&](QuoteTable& table, const std::string& symbol) {
+        const AddedTicker added = AddTicker(session, web, hosts, table, {symbol}, 0);
+        if (added.history) TellHistory(UpperCase(symbol), *added.history, report);
+        return TableEdit(added);
     });
+    if (report.Tickers().empty()) return status;
+    // Its row was added, whatever became of its history.
+    report.MarkChanged();
+    const ExitStatus told = TellRun(call, report);
+    return status == ExitStatus::Done ? told : status;
 }
 
 ExitStatus RunDelete(BatchCall& call) {

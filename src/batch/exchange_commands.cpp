@@ -1,4 +1,5 @@
 // The commands that take quotes in from other programs and hand them out: import and export.
+#include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "batch/table_commands.h"
 #include "store/quote_export.h"
@@ -24,7 +25,7 @@ ExitStatus ReportImport(BatchCall& call, const QuoteImport& import, const std::s
     }
     call.out << "Rows: " << import.rows << '\n' << "Days stored: " << import.stored << '\n';
     if (import.outcome == ImportOutcome::Done) call.out << "Saved: " << name << '\n';
-    return ExitStatus::Done;
+    return TellRun(call, import.report);
 }
 
 }  // namespace
@@ -53,7 +54,7 @@ ExitStatus RunExport(BatchCall& call) {
     const std::string target = ExportFile(call.session.AppPath, call.session.settings).string();
     if (exported.error) return Refuse(call, target + " could not be written: " + exported.error.message());
     call.out << "Exported: " << OneLine(target) << '\n';
-    return ExitStatus::Done;
+    return TellRun(call, ExportReport(name, exported.rows, target));
 }
 
 }  // namespace brantlow

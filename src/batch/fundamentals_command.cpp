@@ -1,6 +1,8 @@
 #include "acquire/feeds/extended_fundamentals.h"
 #include "acquire/web/curl_web.h"
+#include "base/former_files.h"
 #include "batch/commands.h"
+#include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "shell/memory_status.h"
 #include "store/table_files.h"
@@ -9,6 +11,10 @@ namespace brantlow {
 
 namespace {
 
+std::string NotWritten(const std::string& name, const std::error_code& error) {
+    return name + " could not be written: " + error.message();
+}
+
 // Makes the working file of the collection from the tickers of `name` and opens it; false after the sentence
 // was written.
 bool OpenFundamentals(BatchCall& call, const std::string& name, QuoteTable& table) {
@@ -16,7 +22,7 @@ bool OpenFundamentals(BatchCall& call, const std::string& name, QuoteTable& tabl
     if (!LoadTable(call, name, quotes)) return false;
     const std::string working(kFundamentalsName);
     if (const auto error = CreateFundamentalFile(quotes, call.session.DataFolder())) {
-        Refuse(call, working + " could not be written: " + error.message());
+        Refuse(call, NotWritten(working, error));
         return false;
     }
     call.session.CurrentFile = working;
@@ -51,6 +57,10 @@ ExitStatus RunFundamentals(BatchCall& call) {
     if (kind == FileKind::Db) return Refuse(call, kFundamentalsOverTemplate);
     if (kind != FileKind::Ddq) return Refuse(call, kFundamentalsNeedQuoteFile);
     QuoteTable table;
+    const Path dataFolder = call.session.DataFolder();
+    const std::string out = call.arguments.Text("--out");
+    const FormerFiles former(
+        {dataFolder / kFundamentalsName, dataFolder / (out.empty() ? std::string(kFundamentalsName) : out)});
     if (!OpenFundamentals(call, name, table)) return ExitStatus::Refused;
 
     Session& session = call.session;
@@ -58,11 +68,13 @@ ExitStatus RunFundamentals(BatchCall& call) {
     if (call.arguments.Has("--out")) session.CurrentFile = call.arguments.Text("--out");
     const std::string savedAs = session.CurrentFile;
     const FundamentalsOutcome outcome = Collect(session, table);
-    if (outcome.saveError) {
-        return Refuse(call, savedAs + " could not be written: " + outcome.saveError.message());
+    if (outcome.report.Extent() == RunExtent::Nothing) {
+        if (const auto error = former.PutBack()) return Refuse(call, NotWritten(savedAs, error));
+        return TellRun(call, outcome.report);
     }
     PrintOutcome(call, outcome, table.TickerCount(), savedAs);
-    return outcome.stopped ? ExitStatus::Interrupted : ExitStatus::Done;
+    const ExitStatus status = TellRun(call, outcome.report);
+    return outcome.stopped ? ExitStatus::Interrupted : status;
 }
 
 }  // namespace brantlow

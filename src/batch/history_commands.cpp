@@ -3,7 +3,9 @@
 
 #include "acquire/feeds/history_download.h"
 #include "acquire/web/curl_web.h"
+#include "acquire/web/giving_up_web.h"
 #include "batch/commands.h"
+#include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "shell/settings/settings_files.h"
 
@@ -18,32 +20,35 @@ ExitStatus RefuseDatabaseError(BatchCall& call, const std::string& what, const s
     return Refuse(call, what + " could not be written: " + error.message());
 }
 
-// Prints what became of one ticker.
-ExitStatus TellOutcome(BatchCall& call, const std::string& ticker, const HistoryDownload& download) {
-    switch (download.outcome) {
-        case HistoryOutcome::Stored:
-            call.out << OneLine(ticker) << ": " << download.days << " days\n";
-            return ExitStatus::Done;
-        case HistoryOutcome::NoData:
-        case HistoryOutcome::NoTicker:
-            call.out << OneLine(ticker) << ": no data\n";
-            return ExitStatus::Done;
-        case HistoryOutcome::NoFiles:
-            return Refuse(call, ticker + ": no file can have this name, so the ticker has no history");
-        case HistoryOutcome::Failed:
-            return RefuseDatabaseError(call, ticker + ": a file of the history", download.error);
-        case HistoryOutcome::DataExists:
-        case HistoryOutcome::NoSource:
-            break;
+// A ticker that no request can be made for: it is refused by name.
+bool IsUnasked(HistoryOutcome outcome) {
+    return outcome == HistoryOutcome::NoFiles || outcome == HistoryOutcome::LeftOut;
+}
+
+// What a ticker's line says where its history was not stored.
+std::string_view OutcomeWords(HistoryOutcome outcome) {
+    const bool isAnswer = outcome == HistoryOutcome::NoData || outcome == HistoryOutcome::Unknown ||
+                          outcome == HistoryOutcome::NoTicker;
+    return isAnswer ? "no data" : "not downloaded";
+}
+
+void PrintOutcome(BatchCall& call, const std::string& ticker, const HistoryDownload& download) {
+    call.out << OneLine(ticker) << ": ";
+    if (download.outcome == HistoryOutcome::Stored) {
+        call.out << download.days << " days\n";
+    } else {
+        call.out << OutcomeWords(download.outcome) << '\n';
     }
-    call.out << OneLine(ticker) << ": not downloaded\n";
-    return ExitStatus::Refused;
 }
 
 // Stores the chosen years as the window does before it populates.
 bool TakeYears(BatchCall& call) {
-    if (!call.arguments.Has("--years")) return true;
     Session& session = call.session;
+    if (!call.arguments.Has("--years")) {
+        if (HasHistoryYears(session.settings)) return true;
+        session.person.Say(kSelectTimeFrame);
+        return false;
+    }
     const std::string years = call.arguments.Text("--years");
     session.settings.DataSettings.Set(kHistoryYearsLine, Value::Parse(years));
     const auto error = WriteSettingsFile(SettingsFile::Data, session.AppPath, session.settings);
@@ -66,17 +71,30 @@ std::optional<std::string> RefuseYears(std::string_view text) {
 
 ExitStatus RunHistory(BatchCall& call) {
     Session& session = call.session;
-    CurlWeb web(session.person);
+    CurlWeb network(session.person);
+    GivingUpWeb web(network);
     const Hosts hosts = LoadHosts(session.DataFolder());
-    ExitStatus status = ExitStatus::Done;
+    RunReport report("History", "histories");
+    bool isRefused = false;
     for (const std::string& ticker : call.arguments.operands) {
         if (call.interrupted()) return ExitStatus::Interrupted;
         const HistoryDownload download = DownloadTickerHistory(session, web, hosts, ticker);
-        const ExitStatus told = TellOutcome(call, ticker, download);
-        if (told != ExitStatus::Done) status = told;
-        if (download.outcome == HistoryOutcome::NoSource) break;
+        if (IsUnasked(download.outcome)) {
+            Refuse(call, ticker + ": " + download.why);
+            isRefused = true;
+            continue;
+        }
+        PrintOutcome(call, ticker, download);
+        if (download.outcome == HistoryOutcome::NoSource) return ExitStatus::Refused;
+        if (download.outcome == HistoryOutcome::DataExists) {
+            isRefused = true;
+        } else {
+            TellHistory(ticker, download, report);
+        }
     }
-    return status;
+    if (report.Tickers().empty()) return isRefused ? ExitStatus::Refused : ExitStatus::Done;
+    const ExitStatus status = TellRun(call, report);
+    return isRefused && status == ExitStatus::Done ? ExitStatus::Partly : status;
 }
 
 ExitStatus RunPopulate(BatchCall& call) {
@@ -90,8 +108,8 @@ ExitStatus RunPopulate(BatchCall& call) {
     CurlWeb web(session.person);
     const PopulateRun run = PopulateDatabase(session, web, LoadHosts(session.DataFolder()), table);
     PrintRun(call, run, table.TickerCount());
-    if (run.error) return RefuseDatabaseError(call, "A file of the quote database", run.error);
-    return run.stopped ? ExitStatus::Interrupted : ExitStatus::Done;
+    const ExitStatus status = TellRun(call, run.report);
+    return run.stopped ? ExitStatus::Interrupted : status;
 }
 
 }  // namespace brantlow

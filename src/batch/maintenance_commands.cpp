@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "batch/run_telling.h"
 #include "store/back_up.h"
 #include "store/combine_tables.h"
 #include "store/file_deletion.h"
@@ -23,9 +24,9 @@ ExitStatus RunJob(BatchCall& call, bool restores) {
     for (const BackedUpWord& row : kWords) {
         if (row.word != operand) continue;
         const BackUpResult result = RunBackUpJob(BackUpJobOf(row.what, restores), call.session);
-        if (!result.refusal.empty()) return Refuse(call, result.refusal);
+        if (result.copy.copied == 0 && !result.refusal.empty()) return Refuse(call, result.refusal);
         call.out << "Files copied: " << result.copy.copied << '\n';
-        return ExitStatus::Done;
+        return TellRun(call, result.report);
     }
     return RefuseUsage(call, "program|database",
                        "'" + OneLine(operand) + "' is neither program nor database");

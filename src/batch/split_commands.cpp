@@ -1,5 +1,6 @@
 #include "acquire/web/curl_web.h"
 #include "batch/commands.h"
+#include "batch/run_telling.h"
 #include "batch/ticker_lines.h"
 #include "shell/memory_status.h"
 #include "splits/split_adjustment.h"
@@ -35,16 +36,14 @@ ExitStatus RunSplit(BatchCall& call) {
 ExitStatus RunSplitCalendar(BatchCall& call) {
     Session& session = call.session;
     CurlWeb web(session.person);
-    const std::string page = FetchSplitCalendarPage(web, LoadHosts(session.DataFolder()));
+    const SplitCalendarPage page = FetchSplitCalendarPage(web, LoadHosts(session.DataFolder()));
     WorkingSeries series;
-    const SplitCheck check = CheckSplitCalendar(session, page, ReadMemoryInfo(), series);
+    SplitCheck check = CheckSplitCalendar(session, page.markup, ReadMemoryInfo(), series);
+    if (!page.failure.empty()) check.report.Fail(page.failure);
+    if (check.isChanged) check.report.MarkChanged();
     call.out << "Logged: " << ReadSplitLog(session.AppPath).size() << "\nDue: " << check.due
              << "\nRestated: " << check.adjusted << '\n';
-    if (check.error) {
-        return Refuse(call, "The split log or a file of the quote database could not be written: " +
-                                check.error.message());
-    }
-    return ExitStatus::Done;
+    return TellRun(call, check.report);
 }
 
 }  // namespace brantlow

@@ -1,4 +1,5 @@
 #include "acquire/web/curl_web.h"
+#include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "batch/table_commands.h"
 #include "daily/daily_update.h"
@@ -27,19 +28,6 @@ void PrintUpdate(BatchCall& call, const DailyUpdate& update, const QuoteTable& t
     if (update.database) call.out << "Days stored: " << update.database->stored << '\n';
     if (update.splits) call.out << "Histories adjusted: " << update.splits->adjusted << '\n';
     if (update.isSaved && !update.saveError) call.out << "Saved: " << name << '\n';
-    if (!update.isSaved) call.err << "Manual Save: " << name << " stays as it is\n";
-}
-
-// The first thing that could not be written, as a sentence; empty when everything could.
-std::string FailureOf(const DailyUpdate& update, const std::string& name) {
-    const auto sentence = [](std::string_view what, const std::error_code& error) {
-        return std::string(what) + " could not be written: " + error.message();
-    };
-    if (update.quotes.error) return sentence("Import.Txt", update.quotes.error);
-    if (update.database && update.database->error) return sentence("The database", update.database->error);
-    if (update.splits && update.splits->error) return sentence("The database", update.splits->error);
-    if (update.saveError) return sentence(name, update.saveError);
-    return {};
 }
 
 }  // namespace
@@ -56,11 +44,14 @@ ExitStatus RunUpdate(BatchCall& call) {
     session.person.ShowTickerCount(table.TickerCount());
     const DailyUpdate update = Update(session, table);
     PrintUpdate(call, update, table, name);
-    const std::string failure = FailureOf(update, name);
-    if (!failure.empty()) return Refuse(call, failure);
     if (update.quotes.noTemplate) return ExitStatus::Refused;
-    if (update.stopped) return call.interrupted() ? ExitStatus::Interrupted : ExitStatus::Refused;
-    return update.selectorFollows ? SelectFrom(call, name, Interval::Daily) : ExitStatus::Done;
+    const ExitStatus status = TellRun(call, update.report);
+    if (status == ExitStatus::Refused) return status;
+    if (!update.isSaved) call.err << "Manual Save: " << name << " stays as it is\n";
+    if (update.stopped) return call.interrupted() ? ExitStatus::Interrupted : ExitStatus::Partly;
+    if (!update.selectorFollows) return status;
+    const ExitStatus selected = SelectFrom(call, name, Interval::Daily);
+    return selected == ExitStatus::Done ? status : selected;
 }
 
 }  // namespace brantlow

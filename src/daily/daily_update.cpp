@@ -1,8 +1,13 @@
 #include "daily/daily_update.h"
 
+#include "acquire/web/giving_up_web.h"
+#include "base/former_files.h"
+#include "base/text.h"
 #include "shell/status_words.h"
 #include "splits/split_calendar_page.h"
+#include "store/import_record.h"
 #include "store/table_edit.h"
+#include "store/update_list.h"
 
 namespace brantlow {
 
@@ -22,28 +27,72 @@ constexpr StepSwitch kAdjustSplits{19, "Automatic"};
 
 SplitCheck AdjustSplits(const UpdateWork& work, WorkingSeries& series) {
     if (work.showAdjustSplits) work.showAdjustSplits(true);
-    SplitCheck check = CheckSplitCalendar(work.session, FetchSplitCalendarPage(work.web, work.hosts),
-                                          work.memoryInfo(), series);
+    const SplitCalendarPage page = FetchSplitCalendarPage(work.web, work.hosts);
+    SplitCheck check = CheckSplitCalendar(work.session, page.markup, work.memoryInfo(), series);
+    if (!page.failure.empty()) check.report.Fail(page.failure);
     if (work.showAdjustSplits) work.showAdjustSplits(false);
     return check;
 }
 
+TickerTold WithDay(TickerTold told, const std::optional<DayImport>& database) {
+    if (told.fate != TickerFate::Stored) return told;
+    if (!database) return {std::move(told.ticker), TickerFate::Stored, "in the table only"};
+    const auto found = database->byTicker.find(UpperCase(told.ticker));
+    if (found == database->byTicker.end()) return told;
+    const StoredDay& day = found->second;
+    if (day.outcome == DayOutcome::Unchanged) return {std::move(told.ticker), TickerFate::NothingNew, {}};
+    if (day.outcome != DayOutcome::Failed) return told;
+    return {std::move(told.ticker), TickerFate::Failed,
+            "a file of the database could not be written: " + day.error.message()};
+}
+
+RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
+    RunReport report("Update of " + file, "quotes");
+    for (const TickerTold& told : update.quotes.tickers) {
+        TickerTold stored = WithDay(told, update.database);
+        report.Tell(stored.ticker, stored.fate, std::move(stored.why));
+    }
+    for (const std::string& ticker : update.quotes.alertsLeftOut) {
+        report.Add("no alert for " + ticker + ", which cannot be asked for");
+    }
+    if (update.quotes.error)
+        report.Fail("a work file could not be written: " + update.quotes.error.message());
+    if (update.splits) report.TakeFailures(update.splits->report);
+    if (update.splits && update.splits->isChanged) report.MarkChanged();
+    if (update.saveError) report.Fail(file + " could not be written: " + update.saveError.message());
+    if (update.stopped) report.Add("stopped");
+    return report;
+}
+
+bool HasQuote(const UpdateOutcome& quotes) {
+    return quotes.batches > quotes.failedBatches;
+}
+
 }  // namespace
 
-DailyUpdate RunDailyUpdate(const UpdateWork& work, DayStore& days, WorkingSeries& series) {
-    Session& session = work.session;
+DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSeries& series) {
+    Session& session = given.session;
     DailyUpdate result;
     if (KindOf(session.CurrentFile) != FileKind::Ddq) return result;
+    GivingUpWeb web(given.web);
+    const UpdateWork work{
+        session,          given.table,           web, given.hosts, given.rows, given.alerted,
+        given.memoryInfo, given.showAdjustSplits};
     session.person.ShowStatusWord(kStatusUpdating);
+    // An update throws them away at its start.
+    const FormerFiles former(
+        {ImportRecordFile(session.AppPath), UpdateListPath(session.settings.QuoteFolder)});
     result.quotes = UpdateQuotes(work);
     const auto goesOn = [&] { return session.run.ProcessCommand != kStopRun; };
     if (kStoreInDatabase.IsOn(session.settings)) result.database = ImportEndOfDay(session, work.table, days);
+    if (!HasQuote(result.quotes) && !result.quotes.error) result.quotes.error = former.PutBack();
     if (goesOn() && kAdjustSplits.IsOn(session.settings)) result.splits = AdjustSplits(work, series);
     result.isSaved = SavesAutomatically(session.settings);
     result.saveError = AutomaticSave(session, work.table);
     session.person.ShowStatusWord(kStatusComplete);
     result.stopped = !goesOn();
     result.selectorFollows = goesOn() && kRunSelector.IsOn(session.settings);
+    result.report = ReportOf(result, session.CurrentFile);
     return result;
 }
 

@@ -19,6 +19,8 @@ inline constexpr std::string_view kUpdateNeedsQuoteFile =
 
 struct DailyUpdate {
     UpdateOutcome quotes;
+    // What became of each ticker, and all that failed.
+    RunReport report;
     // Empty where the settings leave the step out.
     std::optional<DayImport> database;
     std::optional<SplitCheck> splits;
@@ -30,7 +32,9 @@ struct DailyUpdate {
 };
 
 // Runs the steps that the settings switch on. A table of another kind than end-of-day is left alone. After a
-// run that was stopped, what came is stored and saved, and nothing further begins. `days` and `series` are
+// run that was stopped, what came is stored and saved, and nothing further begins. A host that stays silent is
+// given up (giving_up_web.h). After a run without a single quote the work file and the list of the last update
+// are what they were before, so that the update before it can still be taken back. `days` and `series` are
 // the session's own. Status words go to the session's person.
 DailyUpdate RunDailyUpdate(const UpdateWork& work, DayStore& days, WorkingSeries& series);
 

@@ -103,13 +103,15 @@ void RowUpdate::WriteCells(std::size_t row) {
 void RowUpdate::Scan(std::size_t row) {
     Session& session = work_.session;
     if (!ScanAlarms(work_.table, row, columns_, today_, session.person)) return;
-    SendStockAlert(work_.web, work_.hosts, session.settings, work_.table.Ticker(row), work_.alerted,
-                   &session.run);
+    const std::string& ticker = work_.table.Ticker(row);
+    const AlertOutcome alert =
+        SendStockAlert(work_.web, work_.hosts, session.settings, ticker, work_.alerted, &session.run);
+    if (alert == AlertOutcome::LeftOut) outcome_.alertsLeftOut.push_back(ticker);
 }
 
-void RowUpdate::TakeLine(std::string_view line, std::size_t row, std::string& records) {
+LineTaken RowUpdate::TakeLine(std::string_view line, std::size_t row, std::string& records) {
     const std::string ticker = work_.table.Ticker(row);
-    if (!ReadLine(line, ticker)) return;
+    if (!ReadLine(line, ticker)) return LineTaken::Unreadable;
     const bool isRowsOwn = !ticker.empty() && UpperCase(spare_.Symbols[1]) == ticker;
     const bool fillsRow = decimalCommas_ || isRowsOwn;
     QuoteArrays& rows = fillsRow ? work_.rows : spare_;
@@ -120,15 +122,20 @@ void RowUpdate::TakeLine(std::string_view line, std::size_t row, std::string& re
     CalculateRow(rows, at, RatioGuard::AboveZero, today_);
     // A file is named after the record's ticker, so only tickers of the table may pass.
     const bool isListed = isRowsOwn || tickers_.count(UpperCase(rows.Symbols[at])) > 0;
-    if (isListed && HasStorableQuote(rows, at)) {
+    const bool isAccepted = isListed && HasStorableQuote(rows, at);
+    if (isAccepted) {
         AppendImportRecord(rows, at, records);
         ++outcome_.accepted;
     }
+    const bool hasQuote = LeadingNumber(rows.LastPrices[at]) > 0 || ParseDate(rows.TradeDates[at]);
     if (fillsRow) {
         WriteCells(row);
         rows.Symbols[row] = ticker;
     }
     Scan(row);
+    if (!fillsRow) return LineTaken::OtherTicker;
+    if (isAccepted) return LineTaken::Accepted;
+    return hasQuote ? LineTaken::Old : LineTaken::Unknown;
 }
 
 }  // namespace brantlow

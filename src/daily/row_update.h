@@ -16,6 +16,15 @@
 
 namespace brantlow {
 
+// What a reply line was at its row.
+enum class LineTaken {
+    Unreadable,   // it does not hold the source's fields
+    OtherTicker,  // it is another ticker's: the row's cells stay
+    Unknown,      // the source has no quote of the row's ticker
+    Old,          // a quote too old for the database
+    Accepted,     // a record was written
+};
+
 class RowUpdate {
   public:
     RowUpdate(const UpdateWork& work, UpdateOutcome& outcome);
@@ -26,7 +35,7 @@ class RowUpdate {
 
     // Takes a reply line at row `row` of the table. A record goes to the end of `records`. A line that does
     // not hold the source's fields changes nothing.
-    void TakeLine(std::string_view line, std::size_t row, std::string& records);
+    LineTaken TakeLine(std::string_view line, std::size_t row, std::string& records);
 
     bool HasDecimalCommas() const { return decimalCommas_; }
 

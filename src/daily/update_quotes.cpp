@@ -1,11 +1,15 @@
 #include "daily/update_quotes.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <array>
 
 #include "acquire/feeds/quote_reply.h"
 #include "acquire/feeds/quote_request.h"
 #include "acquire/web/downloads.h"
 #include "acquire/web/fetch_queue.h"
+#include "base/askable_ticker.h"
 #include "base/text.h"
 #include "daily/row_update.h"
 #include "store/import_record.h"
@@ -21,10 +25,6 @@ constexpr std::size_t kStepLine = 6;
 constexpr std::size_t kHeaderLine = 7;
 constexpr std::size_t kFooterLine = 8;
 
-// A batch is a few kilobytes; a source that sends for ever must not hold the update.
-constexpr std::size_t kBatchBytes = std::size_t{16} * 1024 * 1024;
-constexpr double kBatchSeconds = kDownloadSeconds;
-
 std::size_t LineSetting(const SettingsTables& settings, std::size_t line) {
     const double count = settings.NetSettings.Number(line);
     return static_cast<std::size_t>(std::clamp(count, 0.0, static_cast<double>(kMostRows)));
@@ -38,6 +38,19 @@ bool AreInStep(const QuoteTable& table, const QuoteArrays& rows) {
     return true;
 }
 
+struct FateOfLine {
+    LineTaken line;
+    TickerFate fate;
+    std::string_view why;
+};
+
+constexpr std::array<FateOfLine, 5> kFates = {
+    {{LineTaken::Unreadable, TickerFate::Unknown, "no line of the reply"},
+     {LineTaken::OtherTicker, TickerFate::Unknown, "another ticker's line in its place"},
+     {LineTaken::Unknown, TickerFate::Unknown, ""},
+     {LineTaken::Old, TickerFate::NothingNew, "a quote too old for the database"},
+     {LineTaken::Accepted, TickerFate::Stored, ""}}};
+
 // One run of UpdateQuotes.
 class QuoteUpdate {
   public:
@@ -47,6 +60,7 @@ class QuoteUpdate {
           source_(QuoteSourceOf(settings_)),
           step_(BatchStep(settings_)),
           lastRow_(work.table.TickerCount()),
+          fates_(lastRow_ + 1),
           row_(work, outcome_),
           tempFile_(work.session.AppPath / "Temp.txt") {}
 
@@ -58,22 +72,39 @@ class QuoteUpdate {
             return outcome_;
         }
         WalkBatches();
-        return outcome_;
+        TellTickers();
+        return std::move(outcome_);
     }
 
   private:
+    struct RowFate {
+        bool isTold = false;
+        TickerFate fate = TickerFate::Unknown;
+        std::string why;
+    };
+
+    bool IsAsked(std::size_t row) const {
+        return source_ == QuoteSource::User || IsAskedFor(work_.table, row);
+    }
+    // The last row of the batch that begins at `first`.
+    std::size_t LastOf(std::size_t first) const { return std::min(first + step_ - 1, lastRow_); }
+    bool AsksAny(std::size_t first) const {
+        for (std::size_t row = first; row <= LastOf(first); ++row) {
+            if (IsAsked(row)) return true;
+        }
+        return false;
+    }
+
     const std::string& Template() const { return settings_.NetSettings.Text(kTemplateLine); }
 
     // The requests leave ahead of the batches in work.
     std::optional<WebRequest> NextRequest() {
+        while (requestRow_ <= lastRow_ && !AsksAny(requestRow_)) requestRow_ += step_;
         if (requestRow_ > lastRow_) return std::nullopt;
-        WebRequest request;
-        request.url =
+        WebRequest request = FeedRequest(
             source_ == QuoteSource::User
                 ? FillQuoteTemplate(Template(), work_.table, requestRow_).url
-                : StandardQuoteUrl(work_.hosts.QuoteHostInForce(settings_), work_.table, requestRow_);
-        request.limitSeconds = kBatchSeconds;
-        request.limitBytes = kBatchBytes;
+                : StandardQuoteUrl(work_.hosts.QuoteHostInForce(settings_), work_.table, requestRow_));
         request.run = &work_.session.run;
         requestRow_ += step_;
         return request;
@@ -86,7 +117,10 @@ class QuoteUpdate {
             outcome_.stopped = ShouldStop(session.run, session.person);
             if (outcome_.stopped) return;
             SayWhenTickersDoNotMatch(first);
-            if (const auto fetched = queue.Next()) TakeReply(fetched->reply, first);
+            MarkReached(first);
+            if (AsksAny(first)) {
+                if (const auto fetched = queue.Next()) TakeReply(*fetched, first);
+            }
             WatchMemory(work_.memoryInfo(), session.run, session.person);
             session.person.PumpEvents();
         }
@@ -100,40 +134,73 @@ class QuoteUpdate {
         }
     }
 
-    void TakeReply(const WebReply& reply, std::size_t first) {
+    // Until a reply says more of them, the rows of the batch are unknown to the source.
+    void MarkReached(std::size_t first) {
+        for (std::size_t row = first; row <= LastOf(first); ++row) {
+            if (!fates_[row].isTold) fates_[row] = {true, TickerFate::Unknown, {}};
+        }
+    }
+
+    void TakeReply(const FetchQueue::Fetched& fetched, std::size_t first) {
         ++outcome_.batches;
+        const WebReply& reply = fetched.reply;
         // A page of which only a part came in its time counts as none.
         const auto text = reply.ok ? TextOfReply(reply) : std::nullopt;
-        if (!text || !WriteReply(*text)) {
-            ++outcome_.failedBatches;
-        } else {
-            TakeLines(BytesOrEmpty(tempFile_), first);
-        }
+        const std::error_code error = text ? WriteReply(*text) : std::error_code();
+        if (error && !outcome_.error) outcome_.error = error;
+        const bool isTaken = text && !error && TakeLines(BytesOrEmpty(tempFile_), first);
         DeleteOneFile(tempFile_);
+        if (isTaken) return;
+        ++outcome_.failedBatches;
+        const std::string why =
+            error ? fmt::format("{} could not be written: {}", tempFile_.string(), error.message())
+                  : FeedFault(fetched.request.url, reply);
+        for (std::size_t row = first; row <= LastOf(first); ++row)
+            fates_[row] = {true, TickerFate::Failed, why};
     }
 
-    bool WriteReply(std::string_view text) {
-        if (const std::error_code error = WriteTextFile(tempFile_, text)) {
-            if (!outcome_.error) outcome_.error = error;
-            return false;
-        }
-        return !row_.HasDecimalCommas() || !NormaliseDecimalComma(tempFile_);
+    std::error_code WriteReply(std::string_view text) {
+        if (const std::error_code error = WriteTextFile(tempFile_, text)) return error;
+        return row_.HasDecimalCommas() ? NormaliseDecimalComma(tempFile_) : std::error_code();
     }
 
-    void TakeLines(const std::string& bytes, std::size_t batchRow) {
+    // False when there are rows to fill and no line holds the source's fields.
+    bool TakeLines(const std::string& bytes, std::size_t batchRow) {
         const std::size_t first = LineSetting(settings_, kHeaderLine) + batchRow;
         const std::size_t last = batchRow + step_ - 1 + LineSetting(settings_, kFooterLine);
         LineReader reader(bytes);
         std::string_view line;
         std::string records;
+        bool isRead = first > lastRow_;
         row_.BeginBatch(batchRow);
-        for (std::size_t row = first; row <= std::min(last, lastRow_) && reader.Next(line); ++row) {
+        for (std::size_t row = first; row <= std::min(last, lastRow_); ++row) {
+            if (!IsAsked(row)) continue;
+            if (!reader.Next(line)) break;
             ShowRow(row, batchRow);
-            row_.TakeLine(line, row, records);
+            isRead |= TakeLine(line, row, records);
         }
-        if (records.empty()) return;
+        if (records.empty()) return isRead;
         const auto error = AppendToFile(ImportRecordFile(work_.session.AppPath), records);
         if (!outcome_.error) outcome_.error = error;
+        return isRead;
+    }
+
+    bool TakeLine(std::string_view line, std::size_t row, std::string& records) {
+        const LineTaken taken = row_.TakeLine(line, row, records);
+        for (const FateOfLine& fate : kFates) {
+            if (fate.line == taken) fates_[row] = {true, fate.fate, std::string(fate.why)};
+        }
+        return taken != LineTaken::Unreadable;
+    }
+
+    void TellTickers() {
+        for (std::size_t row = 1; row <= lastRow_; ++row) {
+            const std::string& ticker = work_.table.Ticker(row);
+            RowFate& fate = fates_[row];
+            if (!fate.isTold || ticker.empty()) continue;
+            if (!IsAsked(row)) fate = {true, TickerFate::LeftOut, std::string(kUnaskableReason)};
+            outcome_.tickers.push_back({ticker, fate.fate, std::move(fate.why)});
+        }
     }
 
     void ShowRow(std::size_t row, std::size_t batchRow) {
@@ -150,6 +217,8 @@ class QuoteUpdate {
     std::size_t step_;
     std::size_t lastRow_;
     UpdateOutcome outcome_;
+    // By row.
+    std::vector<RowFate> fates_;
     RowUpdate row_;
     Path tempFile_;
     std::size_t requestRow_ = 1;

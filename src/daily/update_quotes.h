@@ -8,11 +8,13 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
 #include "alerts/stock_alert.h"
 #include "shell/memory_status.h"
+#include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/quote_rows.h"
 #include "store/quote_table.h"
@@ -47,6 +49,9 @@ struct UpdateOutcome {
     bool stopped = false;           // ended before the last batch
     bool noTemplate = false;        // the user's source has no address: nothing was asked for
     std::error_code error;          // why Import.Txt could not be written
+    // Each row that was reached, in the order of the table. A quote that is young enough counts as stored.
+    std::vector<TickerTold> tickers;
+    std::vector<std::string> alertsLeftOut;  // tickers whose alert cannot be asked for
 };
 
 // Updates the table that the session's CurrentFile names; another kind than end-of-day is left alone. A batch

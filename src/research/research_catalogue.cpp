@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/askable_ticker.h"
 #include "base/text.h"
 
 namespace brantlow {
@@ -66,7 +67,7 @@ bool IsBrokerageCommand(std::string_view command) {
 
 ResearchTarget BrokerageTarget(const SettingsTables& settings) {
     const std::string& address = settings.NetSettings.Text(kBrokerageLine);
-    if (address.empty()) return {OpensIn::Nothing, {}, kNoBrokerageFirm};
+    if (address.empty()) return {OpensIn::Nothing, {}, std::string(kNoBrokerageFirm)};
     return {OpensIn::OutsideBrowser, address, {}};
 }
 
@@ -114,6 +115,9 @@ bool IsResearchCommand(std::string_view command) {
 ResearchTarget TargetOf(std::string_view command, const ResearchSources& sources, std::string_view ticker) {
     if (const ResearchPage* page = FindResearchPage(command)) {
         if (IsTickerPage(*page) && ticker.empty()) return {};
+        if (IsTickerPage(*page) && !IsAskableTicker(ticker)) {
+            return {OpensIn::Nothing, {}, UnaskableTickerSentence(ticker)};
+        }
         return {OpensIn::Browser, AddressOf(*page, sources, ticker), {}};
     }
     if (const VendorPage* page = FindVendorPage(command)) {

@@ -163,7 +163,7 @@ enum class OpensIn {
 struct ResearchTarget {
     OpensIn opensIn = OpensIn::Nothing;
     std::string address;
-    std::string_view refusal;
+    std::string refusal;  // the sentence for a page that does not open; else empty
 };
 
 // Where the addresses come from. Both outlive it.

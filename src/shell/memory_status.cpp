@@ -45,6 +45,10 @@ double PercentAvailable(const MemoryStatus& status) {
            static_cast<double>(status.totalPageFile);
 }
 
+bool Person::AskBeforeLoss(std::string_view text, std::string_view title, std::string_view) {
+    return Ask(text, title);
+}
+
 void Person::WarnLowMemory() {
     std::string text(kLowMemoryHeading);
     text.append("\n\n").append(kLowMemoryText).append("\n\n").append(kLowMemoryAdvice);

@@ -15,6 +15,9 @@ class Person {
     virtual void Say(std::string_view text, std::string_view title = {}) = 0;
     // A Yes and No question; true for Yes.
     virtual bool Ask(std::string_view text, std::string_view title = {}) = 0;
+    // A question before something goes that cannot be fetched again: `yes` is the word of the button that
+    // goes on, and Cancel is the default.
+    virtual bool AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes);
     // The one word of status panel 2 for what the program is doing ("Opening", "Selecting", "Complete").
     virtual void ShowStatusWord(std::string_view word) = 0;
     // The number of tickers of the open table in status panel 3.

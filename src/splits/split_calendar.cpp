@@ -1,5 +1,7 @@
 #include "splits/split_calendar.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 #include "base/numbers.h"
@@ -40,9 +42,21 @@ bool Holds(const std::vector<LoggedSplit>& log, std::string_view ticker) {
                        [&](const LoggedSplit& split) { return split.ticker == ticker; });
 }
 
+void TellSplit(const std::string& ticker, const SplitAdjustment& adjustment, SplitCheck& check) {
+    if (adjustment.error) {
+        check.report.Tell(ticker, TickerFate::Failed,
+                          "a file of the history could not be written: " + adjustment.error.message());
+        return;
+    }
+    const bool isRestated = adjustment.SplitIndex > 0;
+    check.report.Tell(ticker, isRestated ? TickerFate::Stored : TickerFate::NothingNew);
+    check.isChanged |= isRestated;
+}
+
 void AdjustLogged(const std::vector<LoggedSplit>& log, Session& session, WorkingSeries& series,
                   SplitCheck& check) {
     const HistorySource source{session.settings.QuoteFolder, session.clock};
+    const std::string selected = session.CurrentTicker;
     for (const LoggedSplit& split : log) {
         session.CurrentTicker = split.ticker;
         if (!IsDue(split, session.clock.Today())) continue;
@@ -50,7 +64,9 @@ void AdjustLogged(const std::vector<LoggedSplit>& log, Session& session, Working
         const SplitAdjustment adjustment = AdjustForSplit(source, split.ticker, split.factor, series);
         if (adjustment.error && !check.error) check.error = adjustment.error;
         if (adjustment.SplitIndex > 0 && !adjustment.error) ++check.adjusted;
+        TellSplit(split.ticker, adjustment, check);
     }
+    session.CurrentTicker = selected;
 }
 
 }  // namespace
@@ -110,11 +126,21 @@ SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::stri
     SplitCheck check;
     const Date today = session.clock.Today();
     std::vector<LoggedSplit> log = ReadSplitLog(session.AppPath);
+    const std::vector<LoggedSplit> former = log;
+    DeleteOneFile(session.AppPath / kSplitWorkName);
     WatchMemory(meminfo, session.run, session.person);
     LogNewSplits(SplitsOfPage(page), today, log);
     DropOldSplits(today, log);
+    check.report = RunReport("Split calendar", "splits");
+    check.isChanged = log != former;
     check.error = WriteSplitLog(session.AppPath, log);
+    if (check.error) {
+        check.report.Fail(fmt::format("{} could not be written: {}",
+                                      (session.AppPath / kSplitLogName).string(), check.error.message()));
+    }
     AdjustLogged(log, session, series, check);
+    check.report.SetHeadline(
+        fmt::format("{} of {} splits restated, {} in the log", check.adjusted, check.due, log.size()));
     return check;
 }
 

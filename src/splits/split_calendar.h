@@ -14,11 +14,14 @@
 #include "base/dates.h"
 #include "base/files.h"
 #include "indicators/working_series.h"
+#include "shell/run_report.h"
 #include "shell/session.h"
 #include "splits/split_page.h"
 
 namespace brantlow {
 
+// The work file of the page, which is not kept any more; one that is left from before is deleted.
+inline constexpr std::string_view kSplitWorkName = "Split.txt";
 inline constexpr std::string_view kSplitLogName = "SplitLog.txt";
 inline constexpr std::size_t kMostLoggedSplits = 100;
 inline constexpr int kDaysInSplitLog = 4;
@@ -57,11 +60,14 @@ struct SplitCheck {
     std::size_t due = 0;
     std::size_t adjusted = 0;
     std::error_code error;  // the first file that could not be written
+    bool isChanged = false; // the log or a history is another than before
+    RunReport report;       // of each split that was due
 };
 
 // The whole check over `page`, the markup of the calendar page, empty where it could not be fetched; the log
 // alone counts then. `meminfo` is the text by which memory is watched (shell/memory_status.h): when it runs
-// low the run's stop word is written, and the check goes on. Shows no message of its own.
+// low the run's stop word is written, and the check goes on. Shows no message of its own. CurrentTicker is
+// afterwards what it was before.
 SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::string_view meminfo,
                               WorkingSeries& series);
 

@@ -10,8 +10,12 @@ namespace brantlow {
 
 std::string SplitCalendarUrl(const Hosts& hosts);
 
-// The page's markup, waited for 10 seconds at most: then what had come by that time. Empty when the page
-// cannot be fetched.
-std::string FetchSplitCalendarPage(Web& web, const Hosts& hosts);
+struct SplitCalendarPage {
+    std::string markup;   // empty when the page cannot be fetched
+    std::string failure;  // why it is empty or not whole, as a sentence (FailureSentence)
+};
+
+// Fetches the page and waits for 10 seconds at most: then the markup is what had come by that time.
+SplitCalendarPage FetchSplitCalendarPage(Web& web, const Hosts& hosts);
 
 }  // namespace brantlow

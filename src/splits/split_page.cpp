@@ -79,6 +79,11 @@ class PageScraper {
 
 }  // namespace
 
+bool IsSplitPage(std::string_view markup) {
+    return markup.find(kCellMark) != std::string_view::npos ||
+           markup.find(kTickerMark) != std::string_view::npos;
+}
+
 std::vector<PageSplit> SplitsOfPage(std::string_view markup) {
     return PageScraper(markup).Scrape();
 }

@@ -20,6 +20,9 @@ struct PageSplit {
     bool operator==(const PageSplit&) const = default;
 };
 
+// True for markup that holds one of the marks by which the calendar is read: another page is none.
+bool IsSplitPage(std::string_view markup);
+
 // The splits of a page's markup, in its order, at most kMostRows of them; any text is taken. A split is there
 // once its ticker, its date and its ratio have come up. The date is the last cell of more than two characters
 // before the ticker; the ratio is the first cell with a hyphen, or any cell after it.

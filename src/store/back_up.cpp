@@ -1,5 +1,7 @@
 #include "store/back_up.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 #include "shell/settings/settings_files.h"
@@ -24,7 +26,9 @@ Path LiveFolder(BackedUp what, const Session& session) {
 }
 
 BackUpResult Refusal(std::string sentence) {
-    return {{}, std::move(sentence)};
+    BackUpResult result;
+    result.refusal = std::move(sentence);
+    return result;
 }
 
 std::string FailureSentence(const FolderCopy& copy, const Path& to) {
@@ -55,6 +59,11 @@ BackUpResult RunBackUpJob(const BackUpJob& job, Session& session) {
         session.person.ShowProgress(fraction);
         session.person.PumpEvents();
     });
+    result.report = RunReport(std::string(job.title.substr(0, job.title.size() - 1)), "files");
+    result.report.SetHeadline(
+        fmt::format("{} copied to {}", Counted(result.copy.copied, "file", "files"), to.string()));
+    if (result.copy.copied > 0) result.report.MarkChanged();
+    if (result.copy.failed > 0) result.report.Fail(FailureSentence(result.copy, to));
     if (result.copy.failed > 0) result.refusal = FailureSentence(result.copy, to);
     return result;
 }

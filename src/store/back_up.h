@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/folder_copy.h"
 
@@ -44,6 +45,7 @@ inline constexpr std::string_view kNoQuoteBackUpFolder =
 struct BackUpResult {
     FolderCopy copy;
     std::string refusal;  // why nothing, or not everything, was copied; else empty
+    RunReport report;     // "12 files copied to ..."
 };
 
 // Copies every file of the one folder into the other; files of the same name are replaced, others stay.

@@ -36,6 +36,7 @@ void StoreEntries(Session& session, std::size_t entries, QuoteArrays& rows, DayS
         const StoredDay stored = StoreDay(session.settings.QuoteFolder, rows, entry, days, updateList);
         if (stored.outcome == DayOutcome::Appended || stored.outcome == DayOutcome::Replaced) ++result.stored;
         if (!result.error) result.error = stored.error;
+        if (stored.outcome != DayOutcome::Skipped) result.byTicker[rows.Symbols[entry]] = stored;
     }
 }
 

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <system_error>
+#include <unordered_map>
 
 #include "shell/session.h"
 #include "store/day_store.h"
@@ -14,6 +16,8 @@ struct DayImport {
     std::size_t lines = 0;   // records read
     std::size_t stored = 0;  // days appended or replaced
     std::error_code error;   // the first failure to write a year file
+    // What became of each ticker's day; of several days of one ticker the last.
+    std::unordered_map<std::string, StoredDay> byTicker;
 };
 
 // Stores the records of Import.Txt, at most as many as `table` has tickers: entries are numbered by line and

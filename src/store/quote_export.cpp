@@ -1,7 +1,10 @@
 #include "store/quote_export.h"
 
+#include <fmt/format.h>
+
 #include <vector>
 
+#include "base/text.h"
 #include "base/values.h"
 #include "shell/settings/settings_defaults.h"
 #include "shell/settings/settings_files.h"
@@ -82,15 +85,21 @@ std::string ExportText(const SettingsTables& settings, FileKind kind, const Quot
     return text;
 }
 
+RunReport ExportReport(const std::string& name, std::size_t rows, const Path& target) {
+    RunReport report("Export of " + name, "rows");
+    report.SetHeadline(fmt::format("{} written to {}", Counted(rows, "row", "rows"), target.string()));
+    return report;
+}
+
 QuoteExport ExportQuotes(Session& session, const QuoteTable& table) {
     const FileKind kind = KindOf(session.CurrentFile);
     if (!IsExported(kind)) {
         session.person.Say(kExportNeedsTable);
-        return {ExportOutcome::NeedsTable, {}};
+        return {ExportOutcome::NeedsTable, {}, 0};
     }
     const std::string text = ExportText(session.settings, kind, table, session.person);
     const std::error_code error = WriteWholeFile(ExportFile(session.AppPath, session.settings), text);
-    return {error ? ExportOutcome::Failed : ExportOutcome::Done, error};
+    return {error ? ExportOutcome::Failed : ExportOutcome::Done, error, LineCount(text)};
 }
 
 }  // namespace brantlow

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
 
@@ -18,6 +19,7 @@ enum class ExportOutcome { Done, NeedsTable, Failed };
 struct QuoteExport {
     ExportOutcome outcome = ExportOutcome::Done;
     std::error_code error;  // set when Failed: the old file stands
+    std::size_t rows = 0;   // lines written
 };
 
 // The file that the settings name.
@@ -28,6 +30,9 @@ Path ExportFile(const Path& appPath, const SettingsTables& settings);
 // something stands before it in its line.
 std::string ExportText(const SettingsTables& settings, FileKind kind, const QuoteTable& table,
                        Person& progress);
+
+// What an export of `rows` rows of the open file `name` to `target` tells.
+RunReport ExportReport(const std::string& name, std::size_t rows, const Path& target);
 
 // Writes the table that the session's CurrentFile names. A table of no kind, or a template, is refused with
 // its sentence.

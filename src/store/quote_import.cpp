@@ -1,9 +1,12 @@
 #include "store/quote_import.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "base/numbers.h"
 #include "base/text.h"
@@ -28,6 +31,7 @@ constexpr std::size_t kFooterLine = 8;
 constexpr std::size_t kDateFormLine = 9;
 
 constexpr std::size_t kDeviceNameLength = 3;
+constexpr std::string_view kLostRowReason = "the letters of its name begin another line of the file";
 constexpr std::array<std::string_view, 4> kDeviceNames = {"CON", "PRN", "AUX", "NUL"};
 
 // By the start of the line alone: a ticker CONX goes with CON.
@@ -96,6 +100,24 @@ class ImportWalk {
           separator_(SeparatorOf(session.settings)),
           parts_(FilePartsOf(session.settings)) {
         for (std::size_t row = former_.TickerCount(); row >= 1; --row) formerRows_[former_.Ticker(row)] = row;
+    }
+
+    // Tells of the tickers that the table held before and holds no longer: their letters begin another's
+    // line.
+    void TellLostRows() {
+        std::unordered_set<std::string_view> present;
+        for (std::size_t row = 1; row <= table_.TickerCount(); ++row) present.insert(table_.Ticker(row));
+        std::vector<std::string> lost;
+        for (std::size_t row = 1; row <= former_.TickerCount(); ++row) {
+            const std::string& ticker = former_.Ticker(row);
+            if (ticker.empty() || present.count(ticker) > 0) continue;
+            result_.report.Tell(ticker, TickerFate::Skipped, std::string(kLostRowReason));
+            lost.push_back(ticker);
+        }
+        if (lost.empty()) return;
+        result_.report.Add(fmt::format("{} left the table, because {}: {}",
+                                       Counted(lost.size(), "ticker", "tickers"), kLostRowReason,
+                                       NameList(lost)));
     }
 
     // Takes the file's lines, its header and footer left out, and behind them the table's own rows `ownRows`.
@@ -186,6 +208,21 @@ class ImportWalk {
             ++result_.stored;
         }
         if (!result_.error) result_.error = stored.error;
+        TellDay(rows_.Symbols[row], stored);
+    }
+
+    void TellDay(const std::string& ticker, const StoredDay& stored) {
+        if (ticker.empty()) return;
+        if (stored.outcome == DayOutcome::Failed) {
+            result_.report.Tell(ticker, TickerFate::Failed,
+                                "a file of the database could not be written: " + stored.error.message());
+        } else if (stored.outcome == DayOutcome::Skipped) {
+            result_.report.Tell(ticker, TickerFate::Skipped,
+                                "its row is in the table, without a day to store");
+        } else {
+            const bool isNew = stored.outcome != DayOutcome::Unchanged;
+            result_.report.Tell(ticker, isNew ? TickerFate::Stored : TickerFate::NothingNew);
+        }
     }
 
     // No table has such a row.
@@ -212,13 +249,22 @@ bool TakesImports(const std::string& currentFile) {
 ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, QuoteImport& result) {
     const std::vector<std::string> lines =
         ImportLinesOf(BytesOrEmpty(ImportFile(session.AppPath, session.settings)));
-    if (lines.empty()) return ImportOutcome::NothingToRead;
+    if (lines.empty()) {
+        result.report.SetHeadline("Nothing to import in " +
+                                  ImportFile(session.AppPath, session.settings).string());
+        return ImportOutcome::NothingToRead;
+    }
     const std::vector<std::size_t> ownRows = RowsWithoutLine(table, lines);
     if (lines.size() + ownRows.size() >= kImportLimit &&
         !session.person.Ask(kImportLimitQuestion, kImportLimitTitle)) {
         return ImportOutcome::Declined;
     }
-    ImportWalk(session, table, days, result).TakeLines(lines, ownRows);
+    ImportWalk walk(session, table, days, result);
+    walk.TakeLines(lines, ownRows);
+    walk.TellLostRows();
+    result.report.SetHeadline(fmt::format("{} imported, {} stored", Counted(result.rows, "row", "rows"),
+                                          Counted(result.stored, "day", "days")));
+    if (result.rows > 0) result.report.MarkChanged();
     ColorChange(table, KindOf(session.CurrentFile), session.clock.Today(), nullptr);
     return result.error ? ImportOutcome::Failed : ImportOutcome::Done;
 }
@@ -248,6 +294,8 @@ QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, co
         return result;
     }
     session.run.ProgressLastShown = 0;
+    result.report = RunReport("Import into " + session.CurrentFile, "rows");
+    result.report.SetHeadline("0 rows imported, 0 days stored");
     result.outcome = ReadAndTake(session, table, days, result);
     if (result.outcome == ImportOutcome::Declined) return result;
     if (result.outcome == ImportOutcome::Done && saveTo != nullptr) {

@@ -12,6 +12,7 @@
 #include <system_error>
 #include <vector>
 
+#include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/day_store.h"
 #include "store/quote_table.h"
@@ -42,6 +43,8 @@ struct QuoteImport {
     std::size_t rows = 0;    // lines of the file that became rows
     std::size_t stored = 0;  // days appended to the database or replaced in it
     std::error_code error;   // set when Failed: the first failure
+    // What became of each row, and of the tickers whose row went.
+    RunReport report;
 };
 
 // The file that the settings name.

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "base/numbers.h"
+#include "base/text.h"
 #include "store/columns.h"
 #include "store/history_record.h"
 
@@ -110,6 +111,7 @@ void CopySymbols(const QuoteTable& table, QuoteArrays& rows) {
 }
 
 std::string ConvertTradeDate(std::string_view field, std::string_view form) {
+    if (Trim(field).empty()) return {};
     constexpr std::size_t kLongYear = 4;
     constexpr std::size_t kShortYear = 2;
     if (form == "20040102") return ConvertDigitDate(field, kLongYear);

@@ -72,7 +72,8 @@ enum class RatioGuard { NotZero, AboveZero };
 
 // A trade date as its file has it, as "mm/dd/yy". `form` is the date form of the import settings:
 // "01/02/04", "Jan-2-2004", "20040102" or "040102"; any other form reads like the first. The two forms of
-// digits alone take the day for the month as well, and what is then no date passes on as month/day/year.
+// digits alone take the day for the month as well, and what is then no date passes on as month/day/year. An
+// empty field is an empty date in any form.
 std::string ConvertTradeDate(std::string_view field, std::string_view form);
 
 // The steps of the calculation in their order. Each works on row `row`, for which room was made; `today`

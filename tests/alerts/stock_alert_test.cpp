@@ -76,5 +76,24 @@ TEST_F(StockAlertTest, ASiteThatNeverEndsDoesNotHoldTheUpdate) {
     EXPECT_EQ(web.Addresses.size(), 1U);
 }
 
+TEST_F(StockAlertTest, ABusyHostIsAskedOnceAndWaitedForForTenSecondsAtMost) {
+    web.AnswerWith([](const WebRequest& request) {
+        EXPECT_FALSE(request.isRepeated);
+        EXPECT_EQ(request.limitSeconds, 10);
+        return FailedReply(WebFailure::Status, "busy");
+    });
+    Send("AAA");
+    EXPECT_EQ(web.Addresses.size(), 1U);
+}
+
+TEST_F(StockAlertTest, ATickerThatCannotStandInAnAddressIsLeftOut) {
+    for (const char* ticker : {"A&B", "A#B", "A?B", "A%42", "A B"}) {
+        const AlertOutcome outcome =
+            SendStockAlert(web, hosts, session.settings, ticker, alerted, &session.run);
+        EXPECT_EQ(outcome, AlertOutcome::LeftOut) << ticker;
+    }
+    EXPECT_TRUE(web.Addresses.empty());
+}
+
 }  // namespace
 }  // namespace brantlow

@@ -69,7 +69,7 @@ constexpr std::string_view kCounts = "Tickers: 3\nTickers without values: 1\n  G
 TEST_F(FundamentalsCommand, SavesTheTableAndPrintsWhatGaveNoValue) {
     const CallResult result = Fundamentals({"Mine.ddq"});
     EXPECT_EQ(result.status, ExitStatus::Done);
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.err, "1 of 3 tickers, 1 ticker unknown: GONE\n");
     EXPECT_EQ(result.out, "Saved: ExtendedFundamentals.efq\n" + std::string(kCounts));
     EXPECT_EQ(Read("Data/ExtendedFundamentals.efq"), kCollected);
     EXPECT_EQ(Read("Data/11-21-26.efq"), "");
@@ -81,6 +81,18 @@ TEST_F(FundamentalsCommand, OutTakesTheTableAndTheWorkingFileHoldsOnlyTickers) {
     EXPECT_EQ(result.out, "Saved: Kept.efq\n" + std::string(kCounts));
     EXPECT_EQ(Read("Data/Kept.efq"), kCollected);
     EXPECT_EQ(Read("Data/ExtendedFundamentals.efq"), kTickers);
+}
+
+TEST_F(FundamentalsCommand, AHostThatIsNotThereLeavesTheTableOfBefore) {
+    Write("Data/Hosts.ini", "QuoteHost=http://127.0.0.1:1\n");
+    Write("Data/ExtendedFundamentals.efq", "of yesterday");
+    const auto before = Everything();
+    const CallResult result = Fundamentals({"Mine.ddq"});
+    EXPECT_EQ(result.status, ExitStatus::Refused);
+    EXPECT_EQ(result.err, "No reply from http://127.0.0.1:1 : could not connect; nothing was changed\n");
+    EXPECT_EQ(result.out, "");
+    std::filesystem::remove(folder / "Data/Last Run.txt");
+    EXPECT_EQ(Everything(), before);
 }
 
 TEST_F(FundamentalsCommand, OutMustBeAFundamentalsFileInData) {

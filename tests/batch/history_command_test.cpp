@@ -51,7 +51,7 @@ class HistoryCommand : public BatchTest {
 TEST_F(HistoryCommand, StoresTheDaysOfEachTicker) {
     const CallResult result = CallOn({"history", "KO", "BRK.B"});
     EXPECT_EQ(result.status, ExitStatus::Done);
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.err, "2 of 2 histories\n");
     EXPECT_EQ(result.out, "KO: 2 days\nBRK.B: 2 days\n");
     EXPECT_EQ(Read("Quotes/EOD/KO.26"), Day("01/02/26", "1.5", "2016"));
     EXPECT_EQ(Read("Quotes/EOD/KO.25"), Day("12/31/25", "1.25", "7"));
@@ -61,7 +61,7 @@ TEST_F(HistoryCommand, StoresTheDaysOfEachTicker) {
 TEST_F(HistoryCommand, ATickerWithDataIsRefusedAndTheOthersAreDownloaded) {
     Write("Quotes/EOD/KO.26", Day("01/02/26", "9", "9"));
     const CallResult result = CallOn({"history", "KO", "BRK.B"});
-    EXPECT_EQ(result.status, ExitStatus::Refused);
+    EXPECT_EQ(result.status, ExitStatus::Partly);
     EXPECT_THAT(result.err, StartsWith("Data for this Ticker Symbol already exists in your database. "));
     EXPECT_EQ(result.out, "KO: not downloaded\nBRK.B: 2 days\n");
     EXPECT_EQ(Read("Quotes/EOD/KO.26"), Day("01/02/26", "9", "9"));
@@ -98,7 +98,7 @@ TEST_F(HistoryCommand, PopulateFillsTheDatabaseForEveryTicker) {
     Write("Quotes/EOD/PEP.25", "no ticker of the table");
     const CallResult result = CallOn({"populate", "Mine.ddq"});
     EXPECT_EQ(result.status, ExitStatus::Done);
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.err, "2 of 4 histories, 1 ticker unknown: NONE\n");
     EXPECT_EQ(result.out, "Tickers: 4\nWith data: 2\n");
     EXPECT_EQ(FileNamesIn(folder / "Quotes/EOD"),
               (std::vector<std::string>{"BRK.B.25", "BRK.B.26", "KO.25", "KO.26", "PEP.25"}));
@@ -110,6 +110,44 @@ TEST_F(HistoryCommand, PopulateTakesTheYearsIntoTheSettings) {
     EXPECT_EQ(result.status, ExitStatus::Done);
     EXPECT_EQ(Read("Data/VTRDATAset.ini"), Lines(5) + "5\r\n" + Lines(13));
     EXPECT_EQ(Read("Quotes/EOD/KO.26"), Day("01/02/26", "1.5", "2021"));
+}
+
+TEST_F(HistoryCommand, PopulateWithoutYearsIsRefusedAndChangesNothing) {
+    for (const char* years : {"", "0"}) {
+        WriteSettings(years);
+        Write("Quotes/EOD/KO.24", "old");
+        const std::vector<std::string> before = Everything();
+        const CallResult result = CallOn({"populate", "Mine.ddq"});
+        EXPECT_EQ(result.status, ExitStatus::Refused);
+        EXPECT_EQ(result.err, "You must select a database time frame.\n");
+        EXPECT_EQ(Everything(), before);
+    }
+}
+
+TEST_F(HistoryCommand, ATickerThatCannotBeAskedForIsRefusedByName) {
+    const std::vector<std::string> before = Everything();
+    for (const char* ticker : {"A&B", "A#B", "A?B", "A%42", "A B"}) {
+        const CallResult result = CallOn({"history", ticker});
+        EXPECT_EQ(result.status, ExitStatus::Refused);
+        EXPECT_EQ(result.err,
+                  std::string(ticker) + ": a ticker with a blank or one of & # ? % , cannot be asked for\n");
+    }
+    EXPECT_EQ(Everything(), before);
+}
+
+TEST_F(HistoryCommand, WithTheMarketDownEveryHistoryStaysAndTheHostIsNamed) {
+    Write("Data/VTROWNset.ini", "\"Keep\"\r\n20\r\n2048\r\n");
+    Write("Data/Hosts.ini", "HistoryHost=http://127.0.0.1:1\n");
+    Write("Quotes/EOD/KO.24", "old");
+    const std::vector<std::string> before = Everything();
+    for (const std::vector<std::string>& call :
+         {std::vector<std::string>{"populate", "Mine.ddq"}, {"history", "KO"}, {"populate", "Mine.ddq"}}) {
+        const CallResult result = CallOn(call);
+        EXPECT_EQ(result.status, ExitStatus::Refused) << call.front();
+        EXPECT_EQ(result.err, "No reply from http://127.0.0.1:1 : could not connect; nothing was changed\n");
+        std::filesystem::remove(folder / "Data/Last Run.txt");
+        EXPECT_EQ(Everything(), before) << call.front();
+    }
 }
 
 TEST_F(HistoryCommand, PopulateTakesOnlyTheYearsThatTheWindowOffers) {

@@ -74,7 +74,7 @@ TEST_F(SplitCommand, TheCalendarsSplitIsLoggedAndRestated) {
     Write("Data/Hosts.ini", "YahooBizHost=" + host.Start() + "\n");
     const CallResult result = CallOn({"split-calendar"});
     EXPECT_EQ(result.status, ExitStatus::Done);
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.err, "1 of 1 splits restated, 2 in the log\n");
     EXPECT_EQ(result.out, "Logged: 2\nDue: 1\nRestated: 1\n");
     EXPECT_EQ(Read("SplitLog.txt"), "\"ACME\",\"02/27\",2\r\n\"BETA\",\"03/09\",1.5\r\n");
     EXPECT_THAT(Read("Quotes/EOD/ACME.26"), HasSubstr("\"02/26/26\",\"\",26,26,26,200,"));
@@ -91,9 +91,14 @@ TEST_F(SplitCommand, WithoutThePageTheLogIsWorkedOn) {
     Write("Data/Hosts.ini", "YahooBizHost=" + address + "\n");
     Write("SplitLog.txt", "\"ACME\",\"02/27\",2\r\n\"OLD\",\"02/01\",2\r\n");
     const CallResult result = CallOn({"split-calendar"});
-    EXPECT_EQ(result.status, ExitStatus::Done);
+    EXPECT_EQ(result.status, ExitStatus::Partly);
+    EXPECT_EQ(result.err,
+              "1 of 1 splits restated, 1 in the log\nNo reply from " + address + " : could not connect\n");
     EXPECT_EQ(result.out, "Logged: 1\nDue: 1\nRestated: 1\n");
     EXPECT_EQ(Read("SplitLog.txt"), "\"ACME\",\"02/27\",2\r\n");
+    const CallResult again = CallOn({"split-calendar"});
+    EXPECT_EQ(again.status, ExitStatus::Refused);
+    EXPECT_EQ(again.err, "No reply from " + address + " : could not connect; nothing was changed\n");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "batch_fixture.h"
+#include "loopback_host.h"
 
 namespace brantlow {
 namespace {
@@ -111,7 +112,10 @@ class UpdateCommand : public BatchTest {
 TEST_F(UpdateCommand, BringsTableAndDatabaseUpToDateAndAsksForTheAlert) {
     const CallResult result = Do({"update", "Mine.ddq"});
     EXPECT_EQ(result.status, ExitStatus::Done) << result.err;
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.err, "2 of 2 quotes\n");
+    EXPECT_EQ(Read("Data/Last Run.txt").substr(0, 19), "Update of Mine.ddq,");
+    EXPECT_THAT(Read("Data/Last Run.txt"),
+                HasSubstr("\r\n2 of 2 quotes\r\n\r\nAAA: stored\r\nBBB: stored\r\n"));
     EXPECT_EQ(result.out,
               "Tickers: 2\nBatches: 1\nBatches without reply: 0\nQuotes for the database: 2\nDays stored: 2\n"
               "Saved: Mine.ddq\n");
@@ -126,7 +130,7 @@ TEST_F(UpdateCommand, WithManualSaveTheFileStaysAndALineSaysSo) {
     Settings("Manual Save", "Manual", "Manual");
     const CallResult result = Do({"update", "Mine.ddq"});
     EXPECT_EQ(result.status, ExitStatus::Done);
-    EXPECT_EQ(result.err, "Manual Save: Mine.ddq stays as it is\n");
+    EXPECT_EQ(result.err, "2 of 2 quotes\nManual Save: Mine.ddq stays as it is\n");
     EXPECT_EQ(Read("Data/Mine.ddq"), kBefore);
     EXPECT_NE(Read("Quotes/EOD/AAA.26"), "");
 }
@@ -148,9 +152,46 @@ TEST_F(UpdateCommand, TheSplitCalendarIsLookedAt) {
 TEST_F(UpdateCommand, AHostThatIsNotThereLeavesTheQuotes) {
     Write("Data/Hosts.ini", "QuoteHost=http://127.0.0.1:1\n");
     const CallResult result = Do({"update", "Mine.ddq"});
-    EXPECT_EQ(result.status, ExitStatus::Done);
+    EXPECT_EQ(result.status, ExitStatus::Refused);
+    EXPECT_EQ(result.err, "No reply from http://127.0.0.1:1 : could not connect; nothing was changed\n");
     EXPECT_THAT(result.out, HasSubstr("Batches: 1\nBatches without reply: 1\n"));
     EXPECT_EQ(Read("Data/Mine.ddq"), kBefore);
+}
+
+TEST_F(UpdateCommand, AHostThatIsNotThereLeavesEveryFileButTheListOfTheRun) {
+    Write("Data/Hosts.ini", "QuoteHost=http://127.0.0.1:1\nYahooBizHost=http://127.0.0.1:1\n");
+    Write("Quotes/EOD/QuoteList.ddq", "2\r\n\"AAA\"\r\n\"BBB\"\r\n");
+    Write("Import.Txt", "left from before");
+    Settings("Automatic Save", "Automatic", "Automatic");
+    const auto before = Everything();
+    EXPECT_EQ(Do({"update", "Mine.ddq"}).status, ExitStatus::Refused);
+    std::filesystem::remove(folder / "Data/Last Run.txt");
+    EXPECT_EQ(Everything(), before);
+}
+
+TEST_F(UpdateCommand, ATickerThatCannotBeAskedForSpoilsNoBatch) {
+    Write("Data/Mine.ddq",
+          "Ticker Symbol\tLast Price\r\nA&B\t1.000\r\nAAA\t1.000\r\nB C\t1.000\r\nBBB\t2.000\r\n");
+    const CallResult result = Do({"update", "Mine.ddq"});
+    EXPECT_EQ(result.status, ExitStatus::Partly);
+    EXPECT_EQ(result.err,
+              "2 of 4 quotes\nLeft out: a ticker with a blank or one of & # ? % , cannot be asked for (2 "
+              "tickers: A&B, B C)\n");
+    EXPECT_EQ(Read("Data/Mine.ddq"),
+              "Ticker Symbol\tLast Price\r\nA&B\t1.000\r\nAAA\t11.000\r\nB C\t1.000\r\nBBB\t11.000\r\n");
+}
+
+TEST_F(UpdateCommand, AWebPageInPlaceOfQuotesIsTold) {
+    LoopbackHost host;
+    host.Answer("/d/quotes.txt", [](const httplib::Request&, httplib::Response& response) {
+        response.set_content("<html><body>Sign in to the network</body></html>", "text/html");
+    });
+    const std::string address = host.Start();
+    Write("Data/Hosts.ini", "QuoteHost=" + address + "\n");
+    const CallResult result = Do({"update", "Mine.ddq"});
+    EXPECT_EQ(result.status, ExitStatus::Refused);
+    EXPECT_EQ(result.err,
+              "No data from " + address + " : a web page in place of data; nothing was changed\n");
 }
 
 TEST_F(UpdateCommand, RefusesWhatIsNoEndOfDayFile) {

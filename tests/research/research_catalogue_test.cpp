@@ -234,6 +234,15 @@ TEST_F(ResearchCatalogue, WithoutABrokerageFirmTheUserIsToldToSelectOne) {
     }
 }
 
+TEST_F(ResearchCatalogue, ATickerThatCannotStandInAnAddressOpensNoPage) {
+    for (const std::string ticker : {"A&B", "A#B", "A?B", "A%42", "A B"}) {
+        const ResearchTarget target = Target("mnuPopUpNews", ticker);
+        EXPECT_EQ(target.opensIn, OpensIn::Nothing) << ticker;
+        EXPECT_EQ(target.refusal, ticker + ": a ticker with a blank or one of & # ? % , cannot be asked for");
+    }
+    EXPECT_EQ(Target("mnuPopUpNews", "BRK.B").refusal, "");
+}
+
 TEST_F(ResearchCatalogue, TheForumsAddressHoldsNameAndPassword) {
     EXPECT_EQ(ForumAddress(hosts, "joe", "secret"),
               "http://vendor.test/UserForum/BullitenBoard/UFlogin.asp?UN=joe&PW=secret");

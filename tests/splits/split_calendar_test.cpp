@@ -210,5 +210,34 @@ TEST_F(SplitCalendarTest, TheWindowHasItsWords) {
     EXPECT_EQ(kSplitCalendarPath, "/c/s.html");
 }
 
+TEST_F(SplitCalendarTest, TheSelectedTickerIsTheSameAfterwards) {
+    WriteHalving("ACME");
+    session.CurrentTicker = "SEL";
+    Check(PageRow("Feb 27", "ACME", "2-1"));
+    EXPECT_EQ(session.CurrentTicker, "SEL");
+}
+
+TEST_F(SplitCalendarTest, AWorkFileLeftFromBeforeIsRemoved) {
+    ASSERT_FALSE(WriteWholeFile(session.AppPath / "Split.txt", "old"));
+    Check("");
+    EXPECT_FALSE(IsRegularFile(session.AppPath / "Split.txt"));
+}
+
+TEST_F(SplitCalendarTest, TellsWhatWasDoneInOneLine) {
+    WriteHalving("ACME");
+    const SplitCheck check = Check(PageRow("Feb 27", "ACME", "2-1") + PageRow("Mar 9", "LATER", "3-2"));
+    EXPECT_EQ(check.report.Line(), "1 of 1 splits restated, 2 in the log");
+    EXPECT_EQ(check.report.Extent(), RunExtent::Whole);
+    EXPECT_TRUE(check.isChanged);
+    ASSERT_EQ(check.report.Tickers().size(), 1U);
+    EXPECT_EQ(TickerLine(check.report.Tickers().front()), "ACME: stored");
+}
+
+TEST_F(SplitCalendarTest, ACheckThatFindsNothingNewChangesNothing) {
+    WriteHalving("ACME");
+    Check(PageRow("Feb 27", "ACME", "2-1"));
+    EXPECT_FALSE(Check(PageRow("Feb 27", "ACME", "2-1")).isChanged);
+}
+
 }  // namespace
 }  // namespace brantlow

@@ -335,5 +335,47 @@ TEST_F(QuoteImportTest, HostileFilesEndInNoFilesOutsideTheDatabase) {
     EXPECT_EQ(person.statusWords.back(), "Complete");
 }
 
+TEST_F(QuoteImportTest, ATickerWhoseLettersBeginAnothersLineCountsAsFoundAndItsLossIsTold) {
+    table = TableOf({kHeader, "A\t5.000", "ZZ\t7.000"});
+    File("ADBE,10.5,3/14/2024,11,10,1500\r\n");
+    const QuoteImport result = Import();
+    EXPECT_EQ(table.Ticker(1), "ADBE");
+    EXPECT_EQ(table.Ticker(2), "ZZ");
+    EXPECT_EQ(table.TickerCount(), 2U);
+    EXPECT_EQ(result.report.Line(),
+              "1 row imported, 1 day stored, 1 ticker left the table, because the letters of its name begin "
+              "another line of the file: A");
+    EXPECT_EQ(result.report.Extent(), RunExtent::Whole);
+}
+
+TEST_F(QuoteImportTest, ARowThatTheFileDoesNotMentionKeepsItsCellsAndIsNotStored) {
+    table = TableOf({kHeader, "ZZ\t7.000\t03/14/24\t8\t6\t9"});
+    File("AAA,10.5,3/14/2024,11,10,1500\r\n");
+    EXPECT_EQ(Import().stored, 1U);
+    EXPECT_EQ(table.LineText(2), "ZZ\t7.000\t03/14/24\t8\t6\t9");
+    EXPECT_FALSE(Exists("Quotes/EOD/ZZ.24"));
+}
+
+TEST_F(QuoteImportTest, ARowWithoutADateGoesIntoNoFileInAnyDateForm) {
+    for (const char* form : {"01/02/04", "Jan-2-2004", "20040102", "040102"}) {
+        Set(session.settings.ImExSettings, 9, form);
+        table = TableOf({kHeader});
+        File("AAA,10.5,20240303,11,10,1500\r\nBBB,99,,99,99,99\r\nCCC,98,  ,98,98,98\r\n");
+        Import();
+        for (const auto& file : Everything()) {
+            if (file.rfind("Quotes/EOD/", 0) != 0 || file.find("QuoteList") != std::string::npos) continue;
+            EXPECT_EQ(file.find(",99,"), std::string::npos) << form << ' ' << file;
+            EXPECT_EQ(file.find(",98,"), std::string::npos) << form << ' ' << file;
+        }
+        EXPECT_EQ(table.Text(2, 2), "") << form;
+    }
+}
+
+TEST_F(QuoteImportTest, WithoutAFileItSaysSoInItsLine) {
+    const QuoteImport result = Import();
+    EXPECT_EQ(result.report.Line(), "Nothing to import in " + (folder / "Data/Import.Txt").string());
+    EXPECT_EQ(result.report.Extent(), RunExtent::Whole);
+}
+
 }  // namespace
 }  // namespace brantlow

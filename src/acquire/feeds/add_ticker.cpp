@@ -16,9 +16,10 @@ bool FetchesHistory(const Session& session) {
 
 }  // namespace
 
-TableEdit AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& table,
-                    const NewTicker& ticker, std::size_t sortColumn, const std::function<void()>& rowAdded) {
-    TableEdit edit;
+AddedTicker AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& table,
+                      const NewTicker& ticker, std::size_t sortColumn,
+                      const std::function<void()>& rowAdded) {
+    AddedTicker edit;
     edit.outcome = AppendTicker(session, table, ticker, sortColumn);
     if (edit.outcome != EditOutcome::Changed) return edit;
     session.person.ShowStatusWord(kStatusUpdating);
@@ -26,7 +27,8 @@ TableEdit AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& 
     if (rowAdded) rowAdded();
     // A ticker for which nothing came stands in the table all the same.
     if (FetchesHistory(session)) {
-        edit.historyError = DownloadTickerHistory(session, web, hosts, added).error;
+        edit.history = DownloadTickerHistory(session, web, hosts, added);
+        edit.historyError = edit.history->error;
     }
     edit.saveError = AutomaticSave(session, table);
     session.person.ShowTickerCount(table.TickerCount());

@@ -3,7 +3,9 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 
+#include "acquire/feeds/history_download.h"
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
 #include "shell/session.h"
@@ -11,12 +13,17 @@
 
 namespace brantlow {
 
+struct AddedTicker : TableEdit {
+    // What became of its history, where one was downloaded.
+    std::optional<HistoryDownload> history;
+};
+
 // Adds the ticker (AppendTicker), sorts the table by `sortColumn`, downloads the history of a new ticker of
 // an end-of-day table when the settings name years for it, and saves when they save by themselves. Messages,
 // status words and the ticker count go to the session's person. `rowAdded`, which may be empty, is called
 // once the table has its new row, before the download.
-TableEdit AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& table,
-                    const NewTicker& ticker, std::size_t sortColumn,
-                    const std::function<void()>& rowAdded = {});
+AddedTicker AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& table,
+                      const NewTicker& ticker, std::size_t sortColumn,
+                      const std::function<void()>& rowAdded = {});
 
 }  // namespace brantlow

@@ -11,6 +11,7 @@
 #include "acquire/web/hosts.h"
 #include "acquire/web/url_cache.h"
 #include "acquire/web/web.h"
+#include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
 
@@ -29,7 +30,7 @@ inline constexpr char kIndexMark = '^';
 // Where the pages come from, and what the run looks after meanwhile.
 struct FundamentalSources {
     Web& web;
-    UrlCache& cache;  // purged after each page
+    UrlCache& cache;  // purged before the first page and after each
     const Hosts& hosts;
     // The text by which memory is watched after each page (shell/memory_status.h).
     std::function<std::string()> meminfo;
@@ -40,13 +41,14 @@ struct FundamentalsOutcome {
     std::vector<std::string> withoutValues;  // tickers whose pages gave nothing, in the table's order
     bool stopped = false;
     std::error_code saveError;
+    RunReport report;
 };
 
 // Fills columns 1 to 58 of every row of `table` and saves it as session.CurrentFile, also when the run was
 // stopped. Afterwards CurrentFile is the day's name: the table then counts as new, with no file of that name.
 // A page that cannot be fetched within 10 seconds leaves its cells as they are. Pages are fetched ahead and
-// read in order. Before the first row the control word is "False"; the word of another hand ends the run, in
-// the middle of a ticker when it is waited for.
+// read in order; a host that stays silent is given up (giving_up_web.h). Before the first row the control
+// word is "False"; the word of another hand ends the run after the ticker in work.
 FundamentalsOutcome CollectExtendedFundamentals(Session& session, const FundamentalSources& sources,
                                                 QuoteTable& table);
 

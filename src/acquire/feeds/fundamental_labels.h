@@ -25,7 +25,8 @@ inline constexpr std::array<FundamentalPageRow, 3> kFundamentalPages = {
 inline constexpr std::size_t kMostPageLines = 180;
 
 enum class ValueKind {
-    Plain,   // a number
+    Plain,   // a number, of which 0 stands for none
+    Number,  // a number, 0 among them
     Scaled,  // a number and B, M or K for thousands of millions, millions or thousands
 };
 
@@ -96,12 +97,12 @@ inline constexpr std::size_t kEstimates = 4;
 struct EstimateTable {
     std::string_view head;
     std::size_t firstColumn;
-    // Plain values have two decimals; a scaled value ends with its letter.
+    // Numbers have two decimals; a scaled value ends with its letter.
     ValueKind kind;
 };
 
 inline constexpr std::array<EstimateTable, 2> kEstimateTables = {
-    {{"Earnings EstCurrent Qtr", 46, ValueKind::Plain}, {"Revenue EstCurrent Qtr", 50, ValueKind::Scaled}}};
+    {{"Earnings EstCurrent Qtr", 46, ValueKind::Number}, {"Revenue EstCurrent Qtr", 50, ValueKind::Scaled}}};
 
 // A growth estimate counts only with this on the line above its label.
 inline constexpr std::string_view kGrowthHead = "Growth Est";
@@ -109,11 +110,11 @@ inline constexpr std::string_view kGrowthHead = "Growth Est";
 inline constexpr std::size_t kGrowthLength = 6;
 
 inline constexpr std::array<FundamentalLabel, 5> kGrowthLabels = {{
-    {54, "Current Qtr."},
-    {55, "Next Qtr."},
-    {56, "This Year"},
-    {57, "Next Year"},
-    {58, "Next 5 Years (per annum)"},
+    {54, "Current Qtr.", ValueKind::Number},
+    {55, "Next Qtr.", ValueKind::Number},
+    {56, "This Year", ValueKind::Number},
+    {57, "Next Year", ValueKind::Number},
+    {58, "Next 5 Years (per annum)", ValueKind::Number},
 }};
 
 }  // namespace brantlow

@@ -39,8 +39,14 @@ bool StartsWith(std::string_view line, std::string_view label) {
 
 // `value` loses the binary dust of a multiplication, as a number of fifteen digits does.
 void WriteNumber(const Target& target, std::size_t column, double value) {
-    if (value == 0 || !std::isfinite(value)) return;
+    if (!std::isfinite(value)) return;
     target.table.SetText(target.row, column, ShortestNumber(RoundToGeneralForm(value)));
+}
+
+bool BeginsWithNumber(std::string_view text) {
+    if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);
+    if (text.starts_with('.')) text.remove_prefix(1);
+    return !text.empty() && text.front() >= '0' && text.front() <= '9';
 }
 
 void WriteScaled(const Target& target, std::size_t column, std::string_view text) {
@@ -54,10 +60,14 @@ void WriteScaled(const Target& target, std::size_t column, std::string_view text
 
 void WriteValue(const Target& target, std::size_t column, ValueKind kind, std::string_view text) {
     const std::string_view value = Trim(text);
-    if (kind == ValueKind::Scaled) {
-        WriteScaled(target, column, value);
-    } else {
-        WriteNumber(target, column, LeadingNumber(value));
+    if (!BeginsWithNumber(value)) return;
+    switch (kind) {
+        case ValueKind::Scaled:
+            return WriteScaled(target, column, value);
+        case ValueKind::Number:
+            return WriteNumber(target, column, LeadingNumber(value));
+        case ValueKind::Plain:
+            if (LeadingNumber(value) != 0) WriteNumber(target, column, LeadingNumber(value));
     }
 }
 
@@ -76,7 +86,7 @@ void ParseLabels(std::span<const FundamentalLabel> labels, std::string_view text
 // Where the value ends whose decimal point stands at `point`; npos where its letter is missing.
 std::size_t EndOfEstimate(std::string_view text, std::size_t point, ValueKind kind) {
     constexpr std::size_t kDecimals = 2;
-    if (kind == ValueKind::Plain) return point + 1 + kDecimals;
+    if (kind == ValueKind::Number) return point + 1 + kDecimals;
     const std::size_t letter = text.find_first_of(kSuffixLetters, point);
     return letter == std::string_view::npos ? letter : letter + 1;
 }

@@ -1,7 +1,8 @@
 // Reading the pages of fundamentals: the visible text of a page in, cells of one row of an extended
 // fundamentals table out. Any text is taken; what is not found leaves its cell as it is.
 //
-// Cells hold whole units (1.50B is 1500000000). A value of 0, and one that is no number, writes nothing.
+// Cells hold whole units (1.50B is 1500000000). A plain value of 0, and one that is no number, writes
+// nothing; a zero with a suffix, of an estimate and of a growth rate is a value.
 #pragma once
 
 #include <cstddef>

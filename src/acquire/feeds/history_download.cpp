@@ -1,11 +1,19 @@
 #include "acquire/feeds/history_download.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
 #include "acquire/feeds/history_address.h"
 #include "acquire/feeds/history_reply.h"
 #include "acquire/web/downloads.h"
 #include "acquire/web/fetch_queue.h"
+#include "acquire/web/giving_up_web.h"
+#include "base/askable_ticker.h"
 #include "base/text.h"
 #include "base/values.h"
+#include "shell/settings/choices.h"
 #include "shell/status_words.h"
 #include "store/error_report.h"
 #include "store/history_rewrite.h"
@@ -23,6 +31,42 @@ constexpr std::size_t kHeaderLine = 7;
 constexpr std::size_t kFooterLine = 8;
 constexpr std::size_t kDateFormLine = 9;
 
+constexpr std::string_view kNoFilesReason = "no file can have this name, so the ticker has no history";
+constexpr std::string_view kStoppedNote = "stopped";
+constexpr std::string_view kDataExistsReason = "its history is stored already";
+
+struct FateOfOutcome {
+    HistoryOutcome outcome;
+    TickerFate fate;
+};
+
+// Outcomes that are no row here are told of elsewhere, or of no ticker.
+constexpr std::array<FateOfOutcome, 8> kFates = {{{HistoryOutcome::Stored, TickerFate::Stored},
+                                                  {HistoryOutcome::NoData, TickerFate::Unknown},
+                                                  {HistoryOutcome::Unknown, TickerFate::Unknown},
+                                                  {HistoryOutcome::NoReply, TickerFate::Failed},
+                                                  {HistoryOutcome::Failed, TickerFate::Failed},
+                                                  {HistoryOutcome::DataExists, TickerFate::Failed},
+                                                  {HistoryOutcome::LeftOut, TickerFate::LeftOut},
+                                                  {HistoryOutcome::NoFiles, TickerFate::Skipped}}};
+
+std::string WhyOf(const HistoryDownload& download) {
+    switch (download.outcome) {
+        case HistoryOutcome::Stored:
+            return fmt::format("{} days", download.days);
+        case HistoryOutcome::NoData:
+            return "no day in the span";
+        case HistoryOutcome::DataExists:
+            return std::string(kDataExistsReason);
+        default:
+            return download.why;
+    }
+}
+
+RunReport ReportOf(std::string_view file) {
+    return {fmt::format("Populate of {}", file), "histories"};
+}
+
 using FilesByTicker = std::unordered_map<std::string, std::vector<Path>>;
 
 bool UsesUserSource(const Session& session) {
@@ -33,18 +77,14 @@ HistorySpan WantedSpan(const Session& session) {
     return HistorySpanOf(session.clock.Today(), session.settings.DataSettings.Number(kHistoryYearsLine));
 }
 
-WebRequest RequestFor(std::string url) {
-    return {.url = std::move(url), .limitSeconds = kDownloadSeconds};
-}
-
 WebRequest StandardRequest(const Session& session, const Hosts& hosts, std::string_view ticker) {
-    return RequestFor(StandardHistoryUrl(hosts, ticker, WantedSpan(session)));
+    return FeedRequest(StandardHistoryUrl(hosts, ticker, WantedSpan(session)));
 }
 
 WebRequest ChosenRequest(const Session& session, const Hosts& hosts, std::string_view ticker) {
     if (!UsesUserSource(session)) return StandardRequest(session, hosts, ticker);
     const std::string& userUrl = session.settings.NetSettings.Text(kUserUrlLine);
-    return RequestFor(UserHistoryUrl(userUrl, ticker, WantedSpan(session)));
+    return FeedRequest(UserHistoryUrl(userUrl, ticker, WantedSpan(session)));
 }
 
 HistoryReplyForm ReplyForm(const Session& session, bool quotesProtect) {
@@ -52,21 +92,69 @@ HistoryReplyForm ReplyForm(const Session& session, bool quotesProtect) {
     return {net.Number(kHeaderLine), net.Number(kFooterLine), net.Text(kDateFormLine), quotesProtect};
 }
 
-// Puts what a reply brought in the place of the ticker's `files`.
-HistoryDownload StoreHistory(const Session& session, std::string_view ticker, const WebReply& reply,
-                             bool quotesProtect, std::vector<Path>& files) {
-    YearFileTexts texts;
-    HistoryDownload download{HistoryOutcome::NoData, 0, {}};
-    if (reply.ok) {
-        for (const HistoryRecord& day : RecordsOfReply(reply.bytes, ReplyForm(session, quotesProtect))) {
-            texts.Add(day);
-            ++download.days;
-        }
+// A reply to a request, and how it is read.
+struct Fetched {
+    std::string url;
+    WebReply reply;
+    bool quotesProtect = true;
+};
+
+// The days of a reply, or what there is in their place.
+struct HistoryReading {
+    std::vector<HistoryRecord> records;
+    HistoryOutcome outcome = HistoryOutcome::Stored;
+    std::string why;
+};
+
+// A reply of the standard source ends its last line; one that does not was cut where nobody announced its
+// length.
+bool IsCut(const Fetched& fetched) {
+    return fetched.quotesProtect && !fetched.reply.bytes.ends_with('\n');
+}
+
+HistoryReading ReadHistory(const Session& session, const Fetched& fetched, bool hasFiles) {
+    constexpr int kNotFound = 404;
+    HistoryReading reading;
+    const WebReply& reply = fetched.reply;
+    if (reply.status == kNotFound) {
+        reading.outcome = HistoryOutcome::Unknown;
+        return reading;
     }
+    if (reply.ok) reading.records = RecordsOfReply(reply.bytes, ReplyForm(session, fetched.quotesProtect));
+    const bool keeps = KeepsHistoryOnFailure(session.settings);
+    if (keeps && Trim(reply.bytes).starts_with('<')) reading.records.clear();
+    if (!reading.records.empty()) {
+        // Half a history is better than none, and worse than the one that is stored.
+        if (!keeps || !hasFiles || !IsCut(fetched)) return reading;
+        reading.why = FailureSentence(fetched.url, FailedReply(WebFailure::Broken, {}));
+    } else if (reply.ok && IsHistoryWithoutDays(reply.bytes)) {
+        reading.outcome = HistoryOutcome::NoData;
+        return reading;
+    } else {
+        reading.why = FeedFault(fetched.url, reply);
+    }
+    reading.records.clear();
+    reading.outcome = HistoryOutcome::NoReply;
+    return reading;
+}
+
+// Puts what a reply brought in the place of the ticker's `files`.
+HistoryDownload StoreHistory(const Session& session, std::string_view ticker, const Fetched& fetched,
+                             std::vector<Path>& files) {
+    HistoryReading reading = ReadHistory(session, fetched, !files.empty());
+    HistoryDownload download{
+        .outcome = reading.outcome, .days = reading.records.size(), .why = std::move(reading.why)};
+    const bool isAnswer =
+        download.outcome == HistoryOutcome::Stored || download.outcome == HistoryOutcome::NoData;
+    if (!isAnswer && KeepsHistoryOnFailure(session.settings)) return download;
+    YearFileTexts texts;
+    for (const HistoryRecord& day : reading.records) texts.Add(day);
+    download.isChanged = !files.empty() || download.days > 0;
     download.error =
         ReplaceTickerHistory(session.settings.QuoteFolder, ticker, texts.Files(), WhenOneFails::GoOn, files);
-    if (download.days > 0) download.outcome = HistoryOutcome::Stored;
-    if (download.error) download.outcome = HistoryOutcome::Failed;
+    if (!download.error) return download;
+    download.outcome = HistoryOutcome::Failed;
+    download.why = "a file of the history could not be written: " + download.error.message();
     return download;
 }
 
@@ -79,25 +167,46 @@ bool HasDataOfThisYear(const Session& session, std::string_view ticker) {
     return LineReader(bytes).Next(line) && !ParseRecord(line).front().Text().empty();
 }
 
-// Why `ticker` is not downloaded, after what there is to say was said; nothing when it can be.
-std::optional<HistoryOutcome> Refusal(const Session& session, std::string_view ticker) {
-    if (HasDataOfThisYear(session, ticker)) {
-        session.person.Say(kDataExistsSentence);
-        return HistoryOutcome::DataExists;
+// Why nothing is asked for `ticker`, at the standard source or at the user's; nothing when it can be.
+std::optional<HistoryDownload> Refusal(std::string_view ticker, bool standardSource) {
+    if (ticker.empty()) return HistoryDownload{};
+    if (!HasDatabaseFiles(ticker)) {
+        return HistoryDownload{.outcome = HistoryOutcome::NoFiles, .why = std::string(kNoFilesReason)};
     }
-    if (ticker.empty()) return HistoryOutcome::NoTicker;
-    if (UsesUserSource(session) && session.settings.NetSettings.Text(kUserUrlLine).empty()) {
-        session.person.Say(kNoSourceSentence);
-        return HistoryOutcome::NoSource;
+    if (standardSource && !IsAskableTicker(ticker)) {
+        return HistoryDownload{.outcome = HistoryOutcome::LeftOut, .why = std::string(kUnaskableReason)};
     }
-    if (!HasDatabaseFiles(ticker)) return HistoryOutcome::NoFiles;
     return std::nullopt;
 }
 
-std::vector<std::string> TickersOf(const QuoteTable& table) {
-    std::vector<std::string> tickers;
-    for (std::size_t row = 1; row <= table.TickerCount(); ++row) tickers.push_back(table.Ticker(row));
-    return tickers;
+enum class StoredData { Hinders, IsReplaced };
+
+// The same for the chosen source, after what there is to say was said.
+std::optional<HistoryDownload> ChosenRefusal(const Session& session, std::string_view ticker,
+                                             StoredData stored) {
+    if (stored == StoredData::Hinders && HasDataOfThisYear(session, ticker)) {
+        session.person.Say(kDataExistsSentence);
+        return HistoryDownload{.outcome = HistoryOutcome::DataExists};
+    }
+    const bool usesUserSource = UsesUserSource(session);
+    if (!ticker.empty() && usesUserSource && session.settings.NetSettings.Text(kUserUrlLine).empty()) {
+        session.person.Say(kNoSourceSentence);
+        return HistoryDownload{.outcome = HistoryOutcome::NoSource};
+    }
+    return Refusal(ticker, !usesUserSource);
+}
+
+HistoryDownload Fetch(const Session& session, Web& web, std::string_view ticker, const WebRequest& request,
+                      bool quotesProtect) {
+    const Fetched fetched{request.url, web.Fetch(request), quotesProtect};
+    std::vector<Path> files = YearFilesOf(session.settings.QuoteFolder, ticker);
+    return StoreHistory(session, ticker, fetched, files);
+}
+
+HistoryDownload DownloadChosen(Session& session, Web& web, const Hosts& hosts, std::string_view ticker,
+                               StoredData stored) {
+    if (auto refusal = ChosenRefusal(session, ticker, stored)) return *refusal;
+    return Fetch(session, web, ticker, ChosenRequest(session, hosts, ticker), !UsesUserSource(session));
 }
 
 // Shows that `done` of `count` tickers are reached, `ticker` the one in work.
@@ -108,114 +217,168 @@ void ShowTickerInWork(Session& session, const std::string& ticker, std::size_t d
     session.person.ShowProgress(session.run.ProgressFraction);
 }
 
-void EndPopulating(Session& session) {
-    session.run.ProgressFraction = 0;
-    session.run.CurrentRow = 0;
-    session.person.ShowStatusWord(kStatusComplete);
+// One run of populating from its first word to its last. The ticker selected before is selected afterwards.
+class PopulatingMark {
+  public:
+    explicit PopulatingMark(Session& session) : session_(session), ticker_(session.CurrentTicker) {
+        BeginRun(session.run);
+        session.person.ShowStatusWord(kStatusPopulating);
+    }
+    ~PopulatingMark() {
+        session_.run.ProgressFraction = 0;
+        session_.run.CurrentRow = 0;
+        session_.CurrentTicker = ticker_;
+        session_.person.ShowStatusWord(kStatusComplete);
+    }
+    PopulatingMark(const PopulatingMark&) = delete;
+    PopulatingMark& operator=(const PopulatingMark&) = delete;
+
+  private:
+    Session& session_;
+    std::string ticker_;
+};
+
+void Count(const HistoryDownload& download, std::string_view ticker, PopulateRun& run) {
+    ++run.tickers;
+    if (download.days > 0) ++run.stored;
+    if (download.error && !run.error) run.error = download.error;
+    TellHistory(ticker, download, run.report);
 }
 
 // One run over the tickers of a table.
 class PopulateWalk {
   public:
     PopulateWalk(Session& session, Web& web, const Hosts& hosts, std::vector<std::string> tickers)
-        : session_(session),
-          hosts_(hosts),
-          tickers_(std::move(tickers)),
-          queue_(web, [this] { return NextRequest(); }) {}
+        : session_(session), hosts_(hosts), tickers_(std::move(tickers)), web_(web), queue_(web_, [this] {
+              return NextRequest();
+          }) {
+        run_.report = ReportOf(session.CurrentFile);
+        files_ = YearFilesByTicker(session.settings.QuoteFolder, tickers_);
+    }
 
-    void DeleteHistories() { DeleteTickerHistories(session_.settings.QuoteFolder, tickers_); }
+    void DeleteHistories() {
+        if (!files_.empty()) run_.report.MarkChanged();
+        DeleteTickerHistories(session_.settings.QuoteFolder, tickers_);
+        files_ = YearFilesByTicker(session_.settings.QuoteFolder, tickers_);
+    }
 
     PopulateRun Walk() {
-        files_ = YearFilesByTicker(session_.settings.QuoteFolder, tickers_);
         for (std::size_t row = 1; row <= tickers_.size() && !run_.stopped; ++row) {
-            ShowRow(row);
-            Populate(tickers_[row - 1]);
-            ++run_.tickers;
+            const std::string& ticker = tickers_[row - 1];
+            session_.run.CurrentRow = row;
+            ShowTickerInWork(session_, ticker, row, tickers_.size());
+            Count(Populate(ticker), ticker, run_);
             run_.stopped = ShouldStop(session_.run, session_.person);
         }
-        return run_;
+        if (run_.stopped) run_.report.Add(std::string(kStoppedNote));
+        return std::move(run_);
     }
 
   private:
-    // The request of the next ticker that has files; asked for ahead of the ticker in work.
+    // The request of the next ticker that can be asked for; wanted ahead of the ticker in work.
     std::optional<WebRequest> NextRequest() {
         while (nextAsked_ < tickers_.size()) {
             const std::string& ticker = tickers_[nextAsked_++];
-            if (HasDatabaseFiles(ticker)) return StandardRequest(session_, hosts_, ticker);
+            if (!Refusal(ticker, true)) return StandardRequest(session_, hosts_, ticker);
         }
         return std::nullopt;
     }
 
-    void ShowRow(std::size_t row) {
-        session_.run.CurrentRow = row;
-        ShowTickerInWork(session_, tickers_[row - 1], row, tickers_.size());
-    }
-
-    void Populate(const std::string& ticker) {
-        if (!HasDatabaseFiles(ticker)) return;
-        const auto fetched = queue_.Next();
-        if (!fetched) return;
-        const HistoryDownload download = StoreHistory(session_, ticker, fetched->reply, true, files_[ticker]);
-        if (download.days > 0) ++run_.stored;
-        if (download.error && !run_.error) run_.error = download.error;
+    HistoryDownload Populate(const std::string& ticker) {
+        if (auto refusal = Refusal(ticker, true)) return *refusal;
+        auto fetched = queue_.Next();
+        if (!fetched) return {};
+        return StoreHistory(session_, ticker, {std::move(fetched->request.url), std::move(fetched->reply)},
+                            files_[ticker]);
     }
 
     Session& session_;
     const Hosts& hosts_;
     std::vector<std::string> tickers_;
     std::size_t nextAsked_ = 0;
+    GivingUpWeb web_;
     FetchQueue queue_;
     FilesByTicker files_;
     PopulateRun run_;
 };
 
-}  // namespace
-
-HistoryDownload DownloadTickerHistory(Session& session, Web& web, const Hosts& hosts,
-                                      std::string_view ticker) {
-    if (const auto refusal = Refusal(session, ticker)) return {*refusal, 0, {}};
-    const WebReply reply = web.Fetch(ChosenRequest(session, hosts, ticker));
-    std::vector<Path> files = YearFilesOf(session.settings.QuoteFolder, ticker);
-    return StoreHistory(session, ticker, reply, !UsesUserSource(session), files);
-}
-
-HistoryDownload PopulateTicker(Session& session, Web& web, const Hosts& hosts, std::string_view ticker) {
-    if (ticker.empty()) return {};
-    if (!HasDatabaseFiles(ticker)) return {HistoryOutcome::NoFiles, 0, {}};
-    const WebReply reply = web.Fetch(StandardRequest(session, hosts, ticker));
-    std::vector<Path> files = YearFilesOf(session.settings.QuoteFolder, ticker);
-    return StoreHistory(session, ticker, reply, true, files);
-}
-
-PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table) {
-    BeginRun(session.run);
-    session.person.ShowStatusWord(kStatusPopulating);
-    PopulateWalk walk(session, web, hosts, TickersOf(table));
-    if (KindOf(session.CurrentFile) == FileKind::Ddq) walk.DeleteHistories();
-    const PopulateRun run = walk.Walk();
-    EndPopulating(session);
-    return run;
-}
-
-PopulateRun RepopulateReported(Session& session, Web& web, const Hosts& hosts) {
+// The report's tickers and, where the run was stopped, the note behind them.
+PopulateRun Repopulate(Session& session, Web& web, const Hosts& hosts,
+                       const std::vector<std::string>& tickers) {
     PopulateRun run;
-    const std::optional<ErrorReport> report = ReadErrorReport(session.DataFolder());
-    if (!report) return run;
-    BeginRun(session.run);
-    session.person.ShowStatusWord(kStatusPopulating);
-    DeleteTickerHistories(session.settings.QuoteFolder, report->tickers);
-    for (const std::string& ticker : report->tickers) {
-        ShowTickerInWork(session, ticker, run.tickers + 1, report->tickers.size());
-        const HistoryDownload download = DownloadTickerHistory(session, web, hosts, ticker);
+    run.report = ReportOf(kErrorReportName);
+    const bool keeps = KeepsHistoryOnFailure(session.settings);
+    if (!keeps) {
+        if (!YearFilesByTicker(session.settings.QuoteFolder, tickers).empty()) run.report.MarkChanged();
+        DeleteTickerHistories(session.settings.QuoteFolder, tickers);
+    }
+    for (const std::string& ticker : tickers) {
+        ShowTickerInWork(session, ticker, run.tickers + 1, tickers.size());
+        const HistoryDownload download =
+            DownloadChosen(session, web, hosts, ticker, keeps ? StoredData::IsReplaced : StoredData::Hinders);
         if (download.outcome == HistoryOutcome::NoSource) break;
-        ++run.tickers;
-        if (download.days > 0) ++run.stored;
-        if (download.error && !run.error) run.error = download.error;
+        Count(download, ticker, run);
         run.stopped = ShouldStop(session.run, session.person);
         if (run.stopped) break;
     }
-    EndPopulating(session);
+    if (run.stopped) run.report.Add(std::string(kStoppedNote));
     return run;
+}
+
+}  // namespace
+
+bool HasHistoryYears(const SettingsTables& settings) {
+    return settings.DataSettings.Number(kHistoryYearsLine) > 0;
+}
+
+std::vector<std::string> TickersOf(const QuoteTable& table) {
+    std::vector<std::string> tickers;
+    for (std::size_t row = 1; row <= table.TickerCount(); ++row) tickers.push_back(table.Ticker(row));
+    return tickers;
+}
+
+std::size_t TickersWithHistory(const Session& session, const std::vector<std::string>& tickers) {
+    return YearFilesByTicker(session.settings.QuoteFolder, tickers).size();
+}
+
+std::string ReplaceQuestion(std::size_t stored, std::size_t tickers) {
+    return fmt::format(
+        "The stored history of {} of {} tickers is replaced by what is downloaded now. Do you want to go on?",
+        stored, tickers);
+}
+
+void TellHistory(std::string_view ticker, const HistoryDownload& download, RunReport& report) {
+    for (const FateOfOutcome& row : kFates) {
+        if (row.outcome == download.outcome) report.Tell(ticker, row.fate, WhyOf(download));
+    }
+    if (download.isChanged) report.MarkChanged();
+}
+
+HistoryDownload DownloadTickerHistory(Session& session, Web& web, const Hosts& hosts,
+                                      std::string_view ticker) {
+    return DownloadChosen(session, web, hosts, ticker, StoredData::Hinders);
+}
+
+HistoryDownload PopulateTicker(Session& session, Web& web, const Hosts& hosts, std::string_view ticker) {
+    if (auto refusal = Refusal(ticker, true)) return *refusal;
+    return Fetch(session, web, ticker, StandardRequest(session, hosts, ticker), true);
+}
+
+PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table) {
+    const PopulatingMark mark(session);
+    PopulateWalk walk(session, web, hosts, TickersOf(table));
+    const bool deletesFirst =
+        KindOf(session.CurrentFile) == FileKind::Ddq && !KeepsHistoryOnFailure(session.settings);
+    if (deletesFirst) walk.DeleteHistories();
+    return walk.Walk();
+}
+
+PopulateRun RepopulateReported(Session& session, Web& web, const Hosts& hosts) {
+    const std::optional<ErrorReport> report = ReadErrorReport(session.DataFolder());
+    if (!report) return {};
+    const PopulatingMark mark(session);
+    GivingUpWeb patient(web);
+    return Repopulate(session, patient, hosts, report->tickers);
 }
 
 }  // namespace brantlow

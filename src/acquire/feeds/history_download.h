@@ -1,17 +1,21 @@
 // Filling the quote database from the web: one ticker's history when it is added to a table or a chart finds
 // no data, and every ticker's of the open table when the database is built.
 //
-// A downloaded history takes the place of all files the ticker had. So does a failed download, which leaves
-// the ticker without data and says nothing. Years are those of line 6 of DataSettings.
+// A downloaded history takes the place of all files the ticker had. A download fails when no reply comes, or
+// one that is cut, empty or a web page; what becomes of the stored history then is a choice of the settings
+// (KeepsHistoryOnFailure): it is kept, or the ticker has no data afterwards. A reply without days is no
+// failure. Years are those of line 6 of DataSettings. Every run leaves session.CurrentTicker as it was.
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <vector>
 
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
+#include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
 
@@ -26,21 +30,34 @@ inline constexpr std::string_view kDataExistsSentence =
 inline constexpr std::string_view kNoSourceSentence =
     "Go to Settings, Application, Quote and Web Settings to set up Quote Downloads.";
 
+inline constexpr std::string_view kSelectTimeFrame = "You must select a database time frame.";
+
+// Whether the settings name years to populate by.
+bool HasHistoryYears(const SettingsTables& settings);
+
 enum class HistoryOutcome {
     Stored,
-    NoData,      // nothing came, or nothing of use: the ticker has no files now
+    NoData,      // the source answered that it has no day of it: the ticker has no files now
+    Unknown,     // the source has no page of it; its files are those that the settings keep
+    NoReply,     // the download failed; the ticker's files are those that the settings keep
     DataExists,  // refused with kDataExistsSentence, nothing was touched
     NoSource,    // refused with kNoSourceSentence, nothing was touched
     NoTicker,    // an empty ticker: nothing was touched
+    LeftOut,     // a ticker that cannot be asked for at the standard source: nothing was touched
     NoFiles,     // a ticker that can have no files (store/year_files.h): nothing was fetched or touched
     Failed,      // a file could not be written; it is what it was, the others are right
 };
 
 struct HistoryDownload {
     HistoryOutcome outcome = HistoryOutcome::NoTicker;
-    std::size_t days = 0;   // in the database afterwards
-    std::error_code error;  // set when Failed
+    std::size_t days = 0;    // in the database afterwards
+    std::error_code error;   // set when Failed
+    std::string why;         // a sentence, set when NoReply, LeftOut, NoFiles or Failed
+    bool isChanged = false;  // files of the ticker were written or deleted
 };
+
+// Takes what became of one ticker into the report of a run.
+void TellHistory(std::string_view ticker, const HistoryDownload& download, RunReport& report);
 
 // Downloads the history of `ticker` from the chosen source. Refused when this year's file of the ticker has a
 // record; files of other years do not count.
@@ -51,21 +68,32 @@ HistoryDownload DownloadTickerHistory(Session& session, Web& web, const Hosts& h
 // database holds.
 HistoryDownload PopulateTicker(Session& session, Web& web, const Hosts& hosts, std::string_view ticker);
 
+// The tickers of the table, one a row.
+std::vector<std::string> TickersOf(const QuoteTable& table);
+
+// How many of the tickers have a stored history; one that stands twice counts once.
+std::size_t TickersWithHistory(const Session& session, const std::vector<std::string>& tickers);
+
+// What a window asks before a run that replaces several histories.
+inline constexpr std::string_view kReplaceTitle = "Replace History?";
+std::string ReplaceQuestion(std::size_t stored, std::size_t tickers);
+
 struct PopulateRun {
     std::size_t tickers = 0;  // worked on
     std::size_t stored = 0;   // with data afterwards
     bool stopped = false;
     std::error_code error;  // the first file that could not be written
+    RunReport report;
 };
 
-// PopulateTicker for every row of `table`, the open one. When session.CurrentFile is an end-of-day file, the
-// histories of all its tickers are deleted first. Stops after the current ticker when the run's control word
-// asks for it.
+// PopulateTicker for every row of `table`, the open one. When session.CurrentFile is an end-of-day file and
+// the settings do not keep them, the histories of all its tickers are deleted first. A host that stays silent
+// is given up (giving_up_web.h). Stops after the current ticker when the run's control word asks for it.
 PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table);
 
-// The offer of frmErrorReport: deletes the histories of all tickers of "Error Report.txt" and downloads them
-// anew from the chosen source. Stops at once where there is none, and after the current ticker when the run's
-// control word asks for it.
+// The offer of frmErrorReport: deletes the histories of all tickers of "Error Report.txt", unless the
+// settings keep them, and downloads them anew from the chosen source. Stops at once where there is none, and
+// after the current ticker when the run's control word asks for it.
 PopulateRun RepopulateReported(Session& session, Web& web, const Hosts& hosts);
 
 }  // namespace brantlow

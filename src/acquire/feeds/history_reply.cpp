@@ -94,6 +94,21 @@ std::optional<HistoryRecord> RecordOfDay(const DayValues& values, std::string_vi
 
 }  // namespace
 
+bool IsHistoryWithoutDays(std::string_view reply) {
+    const auto isLine = [](std::string_view line) {
+        return static_cast<std::size_t>(std::count(line.begin(), line.end(), ',')) + 1 >= kUsedFields;
+    };
+    LineReader reader(reply);
+    std::string_view line;
+    bool hasLine = false;
+    while (reader.Next(line)) {
+        if (Trim(line).empty()) continue;
+        if (!isLine(line) || line.front() == '<') return false;
+        hasLine = true;
+    }
+    return hasLine;
+}
+
 std::vector<HistoryRecord> RecordsOfReply(std::string_view reply, const HistoryReplyForm& form) {
     const std::vector<std::string_view> lines = DayLines(reply, form);
     std::vector<HistoryRecord> records;

@@ -21,6 +21,10 @@ struct HistoryReplyForm {
     bool quotesProtect = true;
 };
 
+// True for a reply that brings no day and yet is one: a head line of several values, and below it nothing but
+// lines of as many as a day has.
+bool IsHistoryWithoutDays(std::string_view reply);
+
 // The days of a reply as records for the database, oldest first. Of a longer reply the newest kMostRows days
 // are taken. What stands behind the last line end is no line. A day whose last price is no number, or rounds
 // to 0 or less, and one whose date does not end in the two digits of a year, is left out; any other value

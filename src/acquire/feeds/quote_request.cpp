@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/askable_ticker.h"
 #include "base/text.h"
 
 namespace brantlow {
@@ -30,14 +31,20 @@ std::size_t BatchStep(const SettingsTables& settings) {
     return static_cast<std::size_t>(std::min(step, static_cast<double>(kMostRows)));
 }
 
+bool IsAskedFor(const QuoteTable& table, std::size_t row) {
+    return IsAskableTicker(table.Ticker(row));
+}
+
 std::string StandardQuoteUrl(std::string_view quoteHost, const QuoteTable& table, std::size_t firstRow) {
     std::string url(quoteHost);
     url += "/d/quotes.txt?s=";
-    for (std::size_t i = 0; i < kTickersPerRequest; ++i) {
-        if (i > 0) url += ',';
-        url += UpperCase(table.Ticker(firstRow + i));
+    std::size_t named = 0;
+    for (std::size_t row = firstRow; row < firstRow + kTickersPerRequest; ++row) {
+        if (!IsAskedFor(table, row)) continue;
+        if (named++ > 0) url += ',';
+        url += UpperCase(table.Ticker(row));
     }
-    return url.append(kFieldCodes);
+    return url.append(kTickersPerRequest - std::max<std::size_t>(named, 1), ',').append(kFieldCodes);
 }
 
 UserQuoteUrl FillQuoteTemplate(std::string_view quoteTemplate, const QuoteTable& table,

@@ -21,8 +21,11 @@ inline constexpr std::size_t kTickersPerRequest = 15;
 // Rows from one batch to the next: line 6 of the net settings, kTickersPerRequest when that is below 1.
 std::size_t BatchStep(const SettingsTables& settings);
 
-// The standard source's address for the rows from `firstRow` on; past the end of the table the tickers are
-// empty.
+// Whether the standard source is asked for the ticker of a row; the others' places close up.
+bool IsAskedFor(const QuoteTable& table, std::size_t row);
+
+// The standard source's address for the rows from `firstRow` on. It names kTickersPerRequest tickers: where a
+// row is not asked for, and past the end of the table, there are fewer, and those at the end are empty.
 std::string StandardQuoteUrl(std::string_view quoteHost, const QuoteTable& table, std::size_t firstRow);
 
 inline constexpr std::string_view kTickerPlaceholder = "QUOTESYMBOL";

@@ -1,6 +1,7 @@
 #include "acquire/schedule/update_schedule.h"
 
 #include <chrono>
+#include <utility>
 
 #include "base/numbers.h"
 
@@ -45,10 +46,15 @@ std::optional<int> DailyRunMinute(const SettingsTables& settings) {
 bool DailyRun::Poll(const SettingsTables& settings, const Clock& clock) {
     if (!WaitsForDailyRun(settings)) {
         PollStart_.reset();
+        lastLook_.reset();
         return false;
     }
     const Moment now{clock.Today(), clock.SecondsSinceMidnight()};
-    if (!PollStart_) PollStart_ = now;
+    if (!PollStart_) {
+        PollStart_ = now;
+        lastLook_ = now;
+        lastChosen_ = DailyRunMinute(settings);
+    }
     const auto days = std::chrono::sys_days(now.day) - std::chrono::sys_days(PollStart_->day);
     const double elapsed =
         static_cast<double>(days.count()) * kSecondsPerDay + now.seconds - PollStart_->seconds;
@@ -58,9 +64,19 @@ bool DailyRun::Poll(const SettingsTables& settings, const Clock& clock) {
 }
 
 bool DailyRun::CheckDailyRun(const SettingsTables& settings, const Clock& clock) {
-    const Minute now{clock.Today(), static_cast<int>(clock.SecondsSinceMidnight() / kSecondsPerMinute)};
-    if (DailyRunMinute(settings) != now.minute || lastRun_ == now) return false;
-    lastRun_ = now;
+    const Moment now{clock.Today(), clock.SecondsSinceMidnight()};
+    const std::optional<int> chosen = DailyRunMinute(settings);
+    const std::optional<Moment> before = std::exchange(lastLook_, now);
+    const bool isSameChoice = std::exchange(lastChosen_, chosen) == chosen;
+    if (!chosen) return false;
+    // The minute that came last.
+    const int minute = static_cast<int>(now.seconds / kSecondsPerMinute);
+    const Minute last{minute < *chosen ? AddDays(now.day, -1) : now.day, *chosen};
+    const Moment begin{last.day, *chosen * kSecondsPerMinute};
+    const bool isNow = last.day == now.day && minute == *chosen;
+    const bool wasMissed = before && isSameChoice && *before < begin;
+    if (!(isNow || wasMissed) || lastRun_ == last) return false;
+    lastRun_ = last;
     return true;
 }
 

@@ -24,9 +24,11 @@ std::optional<int> DailyRunMinute(const SettingsTables& settings);
 
 class DailyRun {
   public:
-    // To be called about once a second. True when CmdUpdateQuotes is to be called now: in the chosen minute,
-    // at most once a day a minute. The first look comes kPollSeconds after the first call; a clock that
-    // passed midnight or was set back ends the wait.
+    // To be called about once a second while a run could begin. True when it is to begin now: in the chosen
+    // minute, or at the first look after one that no look fell into, because the machine slept or a question
+    // or another run stood in the way; once for each minute, and once for all the days that were missed. The
+    // first look comes kPollSeconds after the first call; a clock that passed midnight or was set back ends
+    // the wait. A minute before the first call, or one chosen after it had passed, is not made up.
     bool Poll(const SettingsTables& settings, const Clock& clock);
 
     // One look at the clock, under the same rules but for the wait.
@@ -36,6 +38,7 @@ class DailyRun {
     struct Moment {
         Date day;
         double seconds;
+        auto operator<=>(const Moment&) const = default;
     };
     struct Minute {
         Date day;
@@ -44,6 +47,9 @@ class DailyRun {
     };
 
     std::optional<Moment> PollStart_;
+    // The look before, and the minute that was chosen then.
+    std::optional<Moment> lastLook_;
+    std::optional<int> lastChosen_;
     std::optional<Minute> lastRun_;
 };
 

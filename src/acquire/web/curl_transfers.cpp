@@ -46,11 +46,18 @@ WebFailure FailureOf(CURLcode code) {
             return WebFailure::BadAddress;
         case CURLE_COULDNT_RESOLVE_HOST:
         case CURLE_COULDNT_RESOLVE_PROXY:
+            return WebFailure::NoHost;
         case CURLE_COULDNT_CONNECT:
         case CURLE_OPERATION_TIMEDOUT:
         case CURLE_SSL_CONNECT_ERROR:
-        case CURLE_PEER_FAILED_VERIFICATION:
             return WebFailure::NoConnection;
+        case CURLE_PEER_FAILED_VERIFICATION:
+        case CURLE_SSL_ISSUER_ERROR:
+        case CURLE_SSL_INVALIDCERTSTATUS:
+            return WebFailure::Certificate;
+        case CURLE_TOO_MANY_REDIRECTS:
+        case CURLE_UNSUPPORTED_PROTOCOL:
+            return WebFailure::Redirected;
         case CURLE_FILESIZE_EXCEEDED:
             return WebFailure::TooLarge;
         default:
@@ -120,6 +127,24 @@ void CurlTransfers::Round(double now) {
     int running = 0;
     curl_multi_perform(multi_, &running);
     SettleEnded(now);
+    EndSilent(now);
+}
+
+void CurlTransfers::EndSilent(double now) {
+    for (auto& [ticket, transfer] : transfers_) {
+        const std::optional<double>& silent = transfer->request.silentSeconds;
+        if (transfer->phase != Phase::Running || !silent) continue;
+        if (now - transfer->watchedSince < *silent) continue;
+        if (transfer->watchedBytes >= kFewestBytes) {
+            transfer->watchedSince = now;
+            transfer->watchedBytes = 0;
+            continue;
+        }
+        ReadAnswerHead(transfer->handle, transfer->reply);
+        ReleaseHandle(*transfer);
+        transfer->phase = Phase::Done;
+        Fail(transfer->reply, WebFailure::Silent, fmt::format("The host was silent for {} seconds.", *silent));
+    }
 }
 
 bool CurlTransfers::WaitForTraffic(double seconds) {
@@ -164,6 +189,7 @@ std::size_t CurlTransfers::TakeBytes(char* data, std::size_t size, std::size_t c
     auto& transfer = *static_cast<Transfer*>(target);
     std::string& bytes = transfer.reply.bytes;
     const std::size_t length = size * count;
+    transfer.watchedBytes += length;
     if (length > transfer.request.limitBytes - std::min(bytes.size(), transfer.request.limitBytes)) {
         transfer.tooLarge = true;
         return 0;
@@ -189,11 +215,13 @@ void CurlTransfers::StartQueued(double now) {
     for (auto& [ticket, transfer] : transfers_) {
         if (transfer->phase != Phase::Queued) continue;
         const Host& host = hosts_[transfer->host];
-        if (host.running < kRequestsPerHost && now >= host.notBefore) Launch(*transfer);
+        if (host.running < kRequestsPerHost && now >= host.notBefore) Launch(*transfer, now);
     }
 }
 
-void CurlTransfers::Launch(Transfer& transfer) {
+void CurlTransfers::Launch(Transfer& transfer, double now) {
+    transfer.watchedSince = now;
+    transfer.watchedBytes = 0;
     transfer.handle = TakeHandle();
     if (transfer.handle != nullptr) {
         SetOptions(transfer);
@@ -271,7 +299,7 @@ void CurlTransfers::Settle(Transfer& transfer, CURLcode code, double now) {
 bool CurlTransfers::RepeatLater(Transfer& transfer, double now) {
     const int status = transfer.reply.status;
     if (status != kTooManyRequests && status != kServiceUnavailable) return false;
-    if (transfer.repeats == kRepeatWaits.size()) return false;
+    if (!transfer.request.isRepeated || transfer.repeats == kRepeatWaits.size()) return false;
     const double asked = RetryAfter(transfer.handle);
     const double wait = asked > 0 ? asked : kRepeatWaits.at(transfer.repeats);
     ++transfer.repeats;

@@ -50,6 +50,9 @@ class CurlTransfers {
         WebReply reply;
         std::size_t repeats = 0;
         bool tooLarge = false;
+        // Since when its silence is watched, and the bytes that have come since.
+        double watchedSince = 0;
+        std::size_t watchedBytes = 0;
         // The last answer's head has come to its empty line.
         bool headWhole = false;
         std::array<char, CURL_ERROR_SIZE> errorText{};
@@ -63,9 +66,10 @@ class CurlTransfers {
     static std::size_t TakeBytes(char* data, std::size_t size, std::size_t count, void* transfer);
     static std::size_t TakeHeadLine(char* data, std::size_t size, std::size_t count, void* transfer);
     void StartQueued(double now);
-    void Launch(Transfer& transfer);
+    void Launch(Transfer& transfer, double now);
     void SetOptions(Transfer& transfer);
     void SettleEnded(double now);
+    void EndSilent(double now);
     void Settle(Transfer& transfer, CURLcode code, double now);
     bool RepeatLater(Transfer& transfer, double now);
     void ReleaseHandle(Transfer& transfer);

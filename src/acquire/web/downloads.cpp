@@ -2,6 +2,7 @@
 
 #include "acquire/web/page_decoding.h"
 #include "acquire/web/page_text.h"
+#include "base/text.h"
 #include "base/values.h"
 
 namespace brantlow {
@@ -15,6 +16,21 @@ bool HoldsPage(const WebReply& reply) {
 }
 
 }  // namespace
+
+WebRequest FeedRequest(std::string url) {
+    return {.url = std::move(url),
+            .limitSeconds = kFeedSeconds,
+            .silentSeconds = kSilentSeconds,
+            .limitBytes = kFeedBytes};
+}
+
+std::string FeedFault(std::string_view url, const WebReply& reply) {
+    if (!reply.ok) return FailureSentence(url, reply);
+    const std::string_view text = Trim(reply.bytes);
+    if (text.empty()) return NoDataSentence(url, "an empty reply");
+    const bool isPage = text.front() == '<' || UpperCase(reply.contentType).starts_with("TEXT/HTML");
+    return NoDataSentence(url, isPage ? "a web page in place of data" : "a reply in no form that is known");
+}
 
 bool DownloadFile(Web& web, const WebRequest& request, const Path& target) {
     return StoreReply(web.Fetch(request), target);
@@ -37,7 +53,10 @@ std::optional<std::string> FetchPageText(Web& web, std::string_view url, std::op
 }
 
 std::optional<std::string> FetchPageMarkup(Web& web, const WebRequest& request) {
-    const WebReply reply = web.Fetch(request);
+    return MarkupOfReply(web.Fetch(request));
+}
+
+std::optional<std::string> MarkupOfReply(const WebReply& reply) {
     if (!HoldsPage(reply)) return std::nullopt;
     return DecodePage(reply.bytes, reply.contentType);
 }

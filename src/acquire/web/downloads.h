@@ -15,8 +15,23 @@ namespace brantlow {
 // The longest wait for one downloaded file, in seconds.
 inline constexpr double kDownloadSeconds = 120;
 
+// What a request of quotes or history may take: seconds for one reply, seconds without a sign of life, bytes.
+// The longest history, 18,000 days, is far below the last.
+inline constexpr double kFeedSeconds = 60;
+inline constexpr double kSilentSeconds = 30;
+inline constexpr std::size_t kFeedBytes = std::size_t{8} * 1024 * 1024;
+
+// A request for a reply of quotes or history.
+WebRequest FeedRequest(std::string url);
+
+// What is wrong with a reply that came whole and holds nothing of what was asked for, as a sentence
+// (FailureSentence, NoDataSentence).
+std::string FeedFault(std::string_view url, const WebReply& reply);
+
 // The wait of the checks that must not hold the program up, in seconds.
 inline constexpr double kPageSeconds = 10;
+// What is longer is no page to be read for values.
+inline constexpr std::size_t kPageBytes = std::size_t{4} * 1024 * 1024;
 
 // Fetches `request` and replaces `target` by what came. False on any failure; `target` is then as it was.
 bool DownloadFile(Web& web, const WebRequest& request, const Path& target);
@@ -34,6 +49,9 @@ std::optional<std::string> FetchPageText(Web& web, std::string_view url, std::op
 
 // The page's markup in place of its text, in UTF-8, under the same rules.
 std::optional<std::string> FetchPageMarkup(Web& web, const WebRequest& request);
+
+// The markup of a reply that has come, or nothing when it is a failed one.
+std::optional<std::string> MarkupOfReply(const WebReply& reply);
 
 // The text of a reply that has come, or nothing when it is a failed one.
 std::optional<std::string> TextOfReply(const WebReply& reply);

@@ -8,7 +8,7 @@ namespace brantlow {
 struct PageLimits {
     // What stands behind these bytes is not read.
     std::size_t inputBytes = std::size_t{8} * 1024 * 1024;
-    std::size_t memoryBytes = std::size_t{256} * 1024 * 1024;
+    std::size_t memoryBytes = std::size_t{96} * 1024 * 1024;
     // Of the reading thread's own processor time.
     double seconds = 3;
 };

@@ -13,8 +13,38 @@ namespace {
 
 constexpr std::array<std::string_view, 2> kSchemes = {"http://", "https://"};
 
+struct FailureWords {
+    WebFailure failure;
+    std::string_view words;
+};
+
+// The failures whose own sentence differs from time to time, or is not for a person.
+constexpr std::array<FailureWords, 9> kFailureWords = {
+    {{WebFailure::BadAddress, "it is no web address"},
+     {WebFailure::NoHost, "the host's name is not known"},
+     {WebFailure::NoConnection, "could not connect"},
+     {WebFailure::Redirected, "it redirects without end, or to where no web is"},
+     {WebFailure::Broken, "the reply was cut"},
+     {WebFailure::TimedOut, "no whole reply in time"},
+     {WebFailure::Silent, "no whole reply in time"},
+     {WebFailure::Stopped, "the run was stopped"},
+     {WebFailure::Busy, "another request is being waited for"}}};
+
 char LowerLetter(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+std::string ReasonOf(const WebReply& reply) {
+    for (const FailureWords& row : kFailureWords) {
+        if (row.failure == reply.failure) return std::string(row.words);
+    }
+    if (reply.failure == WebFailure::Certificate) {
+        return fmt::format("its certificate is not valid ({})", reply.error);
+    }
+    std::string reason = reply.error;
+    if (reason.ends_with('.')) reason.pop_back();
+    if (!reason.empty()) reason.front() = LowerLetter(reason.front());
+    return reason;
 }
 
 std::string_view SchemeOf(std::string_view address) {
@@ -42,6 +72,15 @@ WebReply FailedReply(WebFailure failure, std::string_view error) {
     reply.failure = failure;
     reply.error = error;
     return reply;
+}
+
+std::string FailureSentence(std::string_view url, const WebReply& reply) {
+    if (reply.failure == WebFailure::GivenUp) return reply.error;
+    return fmt::format("No reply from {} : {}", HostOf(url), ReasonOf(reply));
+}
+
+std::string NoDataSentence(std::string_view url, std::string_view reason) {
+    return fmt::format("No data from {} : {}", HostOf(url), reason);
 }
 
 std::string RequestAddress(std::string_view url) {

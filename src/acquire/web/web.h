@@ -18,6 +18,9 @@ namespace brantlow {
 // No reply is longer than this, whatever the other side sends.
 inline constexpr std::size_t kMostReplyBytes = std::size_t{64} * 1024 * 1024;
 
+// A host that sends fewer bytes than these in a request's silent seconds counts as silent.
+inline constexpr std::size_t kFewestBytes = 2000;
+
 // Requests on their way to one host at a time.
 inline constexpr std::size_t kRequestsPerHost = 4;
 
@@ -26,20 +29,29 @@ struct WebRequest {
     // The longest wait in Finish, in seconds. Without it the wait lasts until the reply is whole, the
     // connection fails or the run is stopped.
     std::optional<double> limitSeconds = {};
+    // The request ends when fewer than kFewestBytes come within so many seconds.
+    std::optional<double> silentSeconds = {};
     std::size_t limitBytes = kMostReplyBytes;
     // The wait ends when this run's control word becomes "True". Null for requests outside any run.
     const RunControl* run = nullptr;
+    // Whether a host that answers 429 or 503 is asked again.
+    bool isRepeated = true;
 };
 
 enum class WebFailure {
     None,
     BadAddress,    // no http or https address
     Offline,       // the web layer is told to stay offline
-    NoConnection,  // no such host, refused, no valid certificate
+    NoHost,        // the host's name is not known
+    NoConnection,  // refused, or nobody there
+    Certificate,   // the host shows no valid certificate
+    Redirected,    // sent on and on, or to where no web is
     Broken,        // cut, reset or shorter than announced
     Status,        // a status other than 200
     TooLarge,      // longer than the request's limit
     TimedOut,      // the request's time is over; `bytes` holds what had come by then
+    Silent,        // too few bytes for too long
+    GivenUp,       // not asked for: the host gave no reply too often (giving_up_web.h)
     Stopped,       // the run was stopped, or the request abandoned
     Busy,          // asked for from within another wait
 };
@@ -79,6 +91,12 @@ class Web {
 
 // A failed reply with its sentence.
 WebReply FailedReply(WebFailure failure, std::string_view error);
+
+// Why a reply to a request for `url` is of no use, as a sentence without full stop that names the host: "No reply
+// from http://host : could not connect". The same failure gives the same sentence each time.
+std::string FailureSentence(std::string_view url, const WebReply& reply);
+// The same of a reply that came but does not hold what was asked for: "No data from http://host : ...".
+std::string NoDataSentence(std::string_view url, std::string_view reason);
 
 // `url` as it may enter a request: CR, LF and other control bytes are cut out, blanks and bytes outside ASCII
 // are percent-encoded, the rest stands as it is.

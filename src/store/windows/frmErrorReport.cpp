@@ -58,7 +58,8 @@ frmErrorReport::frmErrorReport(Path report, QWidget* parent) : QDialog(parent), 
     view->setToolTip(QStringLiteral("Show the list of tickers with too little history"));
     auto* repopulate = buttons->addButton(QStringLiteral("Re-populate"), QDialogButtonBox::ActionRole);
     repopulate->setObjectName(QStringLiteral("Command3"));
-    repopulate->setToolTip(QStringLiteral("Download the history of the tickers in the report anew"));
+    repopulate->setToolTip(
+        QStringLiteral("Download the history of the tickers in the report anew; it replaces the stored one"));
     auto* close = buttons->addButton(QStringLiteral("Close"), QDialogButtonBox::RejectRole);
     close->setObjectName(QStringLiteral("Command2"));
     close->setDefault(true);

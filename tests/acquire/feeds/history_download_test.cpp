@@ -72,7 +72,7 @@ TEST_F(HistoryDownloadTest, AFileOfAnEarlierYearCountsAsNoData) {
 TEST_F(HistoryDownloadTest, AThisYearsFileWithoutAFirstValueCountsAsNoData) {
     for (const char* bytes : {"", "\r\n", "\"\",1\r\n", ",1"}) {
         Write("KO.26", bytes);
-        EXPECT_EQ(Download("KO").outcome, HistoryOutcome::NoData) << bytes;
+        EXPECT_EQ(Download("KO").outcome, HistoryOutcome::NoReply) << bytes;
     }
     EXPECT_TRUE(person.said.empty());
 }
@@ -132,7 +132,7 @@ TEST_F(HistoryDownloadTest, AFailedDownloadLosesTheEarlierHistoryAndSaysNothing)
         Write("KO.25", "old");
         Write("KOX.25", "another ticker's");
         web.Answer(UrlOf("KO"), line.reply);
-        EXPECT_EQ(Download("KO").outcome, HistoryOutcome::NoData);
+        EXPECT_EQ(Download("KO").outcome, HistoryOutcome::NoReply);
         EXPECT_THAT(Files(), ElementsAre("KOX.25"));
         EXPECT_EQ(Read("KOX.25"), "another ticker's");
     }

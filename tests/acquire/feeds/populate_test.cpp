@@ -48,7 +48,6 @@ TEST_F(PopulateTest, ShowsItsWordsAndItsProgress) {
     Populate({"A", "BB", "CCC", "DDDD"});
     EXPECT_THAT(person.statusWords, ElementsAre("Populating", "Complete"));
     EXPECT_THAT(person.progress, ElementsAre(0.25, 0.5, 0.75, 1.0));
-    EXPECT_EQ(session.CurrentTicker, "DDDD");
     EXPECT_EQ(session.run.ProgressFraction, 0);
     EXPECT_EQ(session.run.CurrentRow, 0U);
     EXPECT_TRUE(person.said.empty());

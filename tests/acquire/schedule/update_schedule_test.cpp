@@ -181,5 +181,52 @@ TEST(SetDailyRun, WritesTwoDigits) {
     EXPECT_EQ(DailyRunMinute(settings), 545);
 }
 
+TEST(DailyRunPoll, AMinuteThatTheMachineSleptThroughIsMadeUp) {
+    FixedClock clock(kDay, At(9, 0));
+    DailyRun run;
+    const SettingsTables settings = RunAt("9", "30");
+    EXPECT_FALSE(run.Poll(settings, clock));
+    clock.Set(kDay, At(14, 7));
+    EXPECT_TRUE(run.Poll(settings, clock));
+    clock.Set(kDay, At(14, 9));
+    EXPECT_FALSE(run.Poll(settings, clock)) << "once";
+    clock.Set(AddDays(kDay, 1), At(9, 30));
+    EXPECT_TRUE(run.Poll(settings, clock)) << "the next day has its own";
+}
+
+TEST(DailyRunPoll, DaysThatWereMissedAreMadeUpByOneRun) {
+    FixedClock clock(kDay, At(9, 0));
+    DailyRun run;
+    const SettingsTables settings = RunAt("9", "30");
+    EXPECT_FALSE(run.Poll(settings, clock));
+    clock.Set(AddDays(kDay, 3), At(8, 0));
+    EXPECT_TRUE(run.Poll(settings, clock));
+    clock.Set(AddDays(kDay, 3), At(8, 2));
+    EXPECT_FALSE(run.Poll(settings, clock));
+    clock.Set(AddDays(kDay, 3), At(9, 30));
+    EXPECT_TRUE(run.Poll(settings, clock));
+}
+
+TEST(DailyRunPoll, AMinuteBeforeTheProgramWasOpenIsNotMadeUp) {
+    FixedClock clock(kDay, At(9, 30, 5));
+    DailyRun run;
+    const SettingsTables settings = RunAt("9", "30");
+    EXPECT_FALSE(run.Poll(settings, clock));
+    clock.Set(kDay, At(9, 31, 4));
+    EXPECT_FALSE(run.Poll(settings, clock));
+}
+
+TEST(DailyRunPoll, AMinuteThatIsChosenOnceItHasPassedIsNotMadeUp) {
+    FixedClock clock(kDay, At(9, 0));
+    DailyRun run;
+    EXPECT_FALSE(run.Poll(RunAt("9", "10"), clock));
+    clock.Set(kDay, At(9, 5));
+    EXPECT_FALSE(run.Poll(RunAt("9", "10"), clock));
+    clock.Set(kDay, At(9, 9));
+    EXPECT_FALSE(run.Poll(RunAt("9", "8"), clock));
+    clock.Set(AddDays(kDay, 1), At(9, 8));
+    EXPECT_TRUE(run.Poll(RunAt("9", "8"), clock));
+}
+
 }  // namespace
 }  // namespace brantlow

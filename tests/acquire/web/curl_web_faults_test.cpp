@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <thread>
 
 #include "acquire/web/curl_web.h"
 #include "acquire/web/downloads.h"
@@ -12,6 +14,9 @@
 
 namespace brantlow {
 namespace {
+
+// Between the single bytes of a host that drips.
+constexpr auto kDrip = std::chrono::milliseconds(1);
 
 class CurlWebFaultTest : public ::testing::Test {
   protected:
@@ -182,6 +187,94 @@ TEST_F(CurlWebFaultTest, AFailedDownloadLeavesTheTargetAsItWas) {
     EXPECT_FALSE(DownloadFile(web, raw.Url(), target));
     EXPECT_EQ(BytesOrEmpty(target), "old");
     EXPECT_EQ(FileNamesIn(folder.Get()), std::vector<std::string>{"A.txt"});
+}
+
+// Runs a request to `script` whose time is moved by `step` seconds at each look at the events.
+class SilentHostTest : public CurlWebFaultTest {
+  protected:
+    WebReply FetchWatched(const RawServer::Script& script, double step) {
+        RawServer raw(script);
+        person.OnPump = [this, step] { time.seconds += step; };
+        return web.Fetch({.url = raw.Url(), .silentSeconds = 30});
+    }
+};
+
+TEST_F(SilentHostTest, AHostThatSaysNothingIsLeftAfterItsSilentSeconds) {
+    const WebReply reply =
+        FetchWatched([](int connection, const std::string&) { RawServer::HoldOpen(connection); }, 1);
+    EXPECT_EQ(reply.failure, WebFailure::Silent);
+    EXPECT_EQ(reply.bytes, "");
+    EXPECT_NEAR(time.seconds, 30, 2);
+}
+
+TEST_F(SilentHostTest, AHostThatDripsIsSilentToo) {
+    std::atomic<bool> dripping = true;
+    const WebReply reply = FetchWatched(
+        [&](int connection, const std::string&) {
+            RawServer::Send(connection, Head("Content-Length: 100000\r\n"));
+            while (dripping && RawServer::Send(connection, "x")) std::this_thread::sleep_for(kDrip);
+        },
+        5);
+    dripping = false;
+    EXPECT_EQ(reply.failure, WebFailure::Silent);
+    EXPECT_EQ(reply.bytes, "");
+}
+
+TEST_F(SilentHostTest, AHostThatSendsEnoughIsWaitedForInAsManyPiecesAsItLikes) {
+    const std::string piece(kFewestBytes, 'x');
+    constexpr int kPieces = 4;
+    std::atomic<int> sent = 0;
+    std::atomic<int> wanted = 1;
+    RawServer raw([&](int connection, const std::string&) {
+        RawServer::Send(connection, Head("Connection: close\r\n"));
+        for (int i = 0; i < kPieces; ++i) {
+            while (wanted <= i) std::this_thread::yield();
+            RawServer::Send(connection, piece);
+            ++sent;
+        }
+    });
+    person.OnPump = [&] {
+        // What was sent lies ready and is read before the next look at the time.
+        if (sent < wanted || wanted == kPieces) return;
+        time.seconds += 20;
+        ++wanted;
+    };
+    const WebReply reply = web.Fetch({.url = raw.Url(), .silentSeconds = 30});
+    EXPECT_TRUE(reply.ok) << reply.error;
+    EXPECT_EQ(reply.bytes.size(), kPieces * kFewestBytes);
+    EXPECT_EQ(time.seconds, 60);
+}
+
+TEST_F(CurlWebFaultTest, AHostThatSendsOnAndOnIsLeft) {
+    RawServer raw([](int connection, const std::string&) {
+        RawServer::Send(connection,
+                        "HTTP/1.1 302 Found\r\nLocation: /again\r\nContent-Length: 0\r\nConnection: "
+                        "close\r\n\r\n");
+    });
+    const WebReply reply = Fetch(raw.Url());
+    EXPECT_EQ(reply.failure, WebFailure::Redirected);
+    EXPECT_LE(raw.Connections(), 12);
+    EXPECT_EQ(FailureSentence("http://h.test/x", reply),
+              "No reply from http://h.test : it redirects without end, or to where no web is");
+}
+
+TEST_F(CurlWebFaultTest, AHostThatSendsToAFileIsLeft) {
+    RawServer raw([](int connection, const std::string&) {
+        RawServer::Send(connection,
+                        "HTTP/1.1 302 Found\r\nLocation: file:///etc/hostname\r\nContent-Length: "
+                        "0\r\n\r\n");
+    });
+    EXPECT_EQ(Fetch(raw.Url()).failure, WebFailure::Redirected);
+}
+
+TEST_F(CurlWebFaultTest, ARequestThatIsNotToBeRepeatedIsAskedOnceOfABusyHost) {
+    RawServer raw([](int connection, const std::string&) {
+        RawServer::Send(connection, "HTTP/1.1 503 Busy\r\nContent-Length: 0\r\n\r\n");
+    });
+    const WebReply reply = web.Fetch({.url = raw.Url(), .isRepeated = false});
+    EXPECT_EQ(reply.status, 503);
+    EXPECT_EQ(raw.Connections(), 1);
+    EXPECT_EQ(time.seconds, 0);
 }
 
 }  // namespace

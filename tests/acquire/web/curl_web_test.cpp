@@ -96,7 +96,7 @@ TEST_F(CurlWebTest, FollowsRedirectsToAnEnd) {
     EXPECT_EQ(Fetch(site.Url("/old")).bytes, "new page");
     const WebReply round = Fetch(site.Url("/round"));
     EXPECT_FALSE(round.ok);
-    EXPECT_EQ(round.failure, WebFailure::Broken);
+    EXPECT_EQ(round.failure, WebFailure::Redirected);
 }
 
 TEST_F(CurlWebTest, NeverLeavesTheWeb) {

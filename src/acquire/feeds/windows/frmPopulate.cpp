@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <string_view>
 
+#include "acquire/feeds/history_download.h"
 #include "base/windows/display_text.h"
 #include "shell/settings/settings_files.h"
 
@@ -37,7 +38,6 @@ constexpr std::string_view kExplanation =
     "have open, this function is no longer needed for this quote file. To keep end the database current, all "
     "you need to do is simply update the quote file daily. This can be totally automated by selecting Help "
     "and Setup Wizard.";
-constexpr std::string_view kSelectTimeFrame = "You must select a database time frame.";
 
 }  // namespace
 
@@ -64,7 +64,8 @@ frmPopulate::frmPopulate(Session& session, QWidget* parent) : QDialog(parent), s
     auto* buttons = new QDialogButtonBox(this);
     auto* populate = buttons->addButton(QStringLiteral("Populate"), QDialogButtonBox::ActionRole);
     populate->setObjectName(QStringLiteral("Command1"));
-    populate->setToolTip(QStringLiteral("Download the history of every ticker of the open quote file"));
+    populate->setToolTip(QStringLiteral(
+        "Download the history of every ticker of the open quote file; it replaces the stored one"));
     populate->setDefault(true);
     auto* exit = buttons->addButton(QStringLiteral("Exit"), QDialogButtonBox::RejectRole);
     exit->setObjectName(QStringLiteral("Command2"));

@@ -29,13 +29,24 @@ void EditCommands::AddSymbol() {
         form->TableChanged();
         frame_.person.BeginWork();
     };
-    const TableEdit edit = AddTicker(frame_.session, frame_.web, frame_.hosts, form->Table(), form->Typed(),
-                                     form->CurrentColumn(), rowAdded);
+    const AddedTicker edit = AddTicker(frame_.session, frame_.web, frame_.hosts, form->Table(), form->Typed(),
+                                       form->CurrentColumn(), rowAdded);
     if (edit.outcome == EditOutcome::Unchanged) form->ClearSymbolBox();
     if (edit.outcome != EditOutcome::Changed) return;
-    if (!frame_.runs.End()) return;
+    const bool stays = frame_.runs.End();
+    TellAdded(edit);
+    if (!stays) return;
     form->ClearBoxes();
     TellEdit(edit);
+}
+
+// Its row was added, whatever became of its history.
+void EditCommands::TellAdded(const AddedTicker& added) {
+    if (!added.history) return;
+    RunReport report("Adding to " + frame_.session.CurrentFile, "histories");
+    TellHistory(frame_.session.CurrentTicker, *added.history, report);
+    report.MarkChanged();
+    frame_.tell(report);
 }
 
 void EditCommands::DeleteSymbol() {

@@ -9,6 +9,8 @@
 
 namespace brantlow {
 
+struct AddedTicker;
+
 class EditCommands final {
   public:
     explicit EditCommands(const FrameHands& frame) : frame_(frame) {}
@@ -24,6 +26,7 @@ class EditCommands final {
     void Sort(SortOrder order);
     bool AsksToDeleteHistory(const std::string& ticker);
     void TellEdit(const TableEdit& edit);
+    void TellAdded(const AddedTicker& added);
 
     const FrameHands& frame_;
 };

@@ -170,6 +170,10 @@ void FileCommands::ExportQuoteFile() {
     session.run.ProgressLastShown = 0;
     const QuoteExport exported = ExportQuotes(session, form_->Table());
     frame_.person.HideProgress();
+    if (exported.outcome == ExportOutcome::Done) {
+        frame_.tell(
+            ExportReport(session.CurrentFile, exported.rows, ExportFile(session.AppPath, session.settings)));
+    }
     if (exported.outcome == ExportOutcome::Failed) {
         frame_.person.Say(ExportFile(session.AppPath, session.settings).string() + ": cannot be saved (" +
                           exported.error.message() + ")");

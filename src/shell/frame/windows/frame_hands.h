@@ -11,6 +11,7 @@
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
 #include "shell/frame/windows/child_operations.h"
+#include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/table_road.h"
 
@@ -71,6 +72,8 @@ struct FrameHands {
     std::function<Path(const FileQuestion&)> askFile = {};
     // A line in the status bar for a while.
     std::function<void(const std::string&)> notice = {};
+    // Shows what a run did in the status bar's first field, and keeps the list of its tickers.
+    std::function<void(const RunReport&)> tell = {};
     // Applies the enabling rules.
     std::function<void()> applyRules = {};
     // Closes every child, whatever it shows.

@@ -21,6 +21,7 @@
 #include "shell/frame/windows/command_bar.h"
 #include "shell/frame/windows/frame_area.h"
 #include "shell/frame/windows/frame_subjects.h"
+#include "shell/frame/windows/told_runs.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/settings/settings_files.h"
 #include "shell/user_store.h"
@@ -99,6 +100,7 @@ void frmMain::LendHands() {
     hands.notice = [this](const std::string& text) {
         statusBar()->showMessage(Shown(text), kNoticeMilliseconds);
     };
+    hands.tell = [this](const RunReport& report) { TellRun(report); };
     hands.closeChildren = [this] { CloseChildren(); };
     hands.tableShown = [this] {
         if (KindOf(session_.CurrentFile) == FileKind::Ddq) commands_->ShowQuoteFileButtons();
@@ -145,6 +147,7 @@ void frmMain::BuildStatusBar() {
     auto* fixedPanel = new QLabel(QLocale::c().toString(day, QStringLiteral(" dddd, MMMM d, yyyy")));
     fixedPanel->setObjectName(QStringLiteral("Panel1"));
     statusBar()->addWidget(fixedPanel, 1);
+    told_ = std::make_unique<ToldRuns>(*fixedPanel, *this);
     ProgressBar1 = new QProgressBar;
     ProgressBar1->setObjectName(QStringLiteral("ProgressBar1"));
     ProgressBar1->setRange(0, kPercent);
@@ -214,6 +217,14 @@ void frmMain::ShowTitle() {
     setWindowTitle(LoadHosts(session_.DataFolder()).IsPracticeMarket()
                        ? QStringLiteral("Brantlow - Practice Market")
                        : QStringLiteral("Brantlow"));
+}
+
+// A list that has no tickers leaves the one of the run before.
+void frmMain::TellRun(const RunReport& report) {
+    told_->Tell(report);
+    if (report.Tickers().empty()) return;
+    const std::error_code error = KeepLastRun(session_.DataFolder(), report, session_.clock);
+    if (error) person_.Say(std::string(kLastRunName) + ": cannot be saved (" + error.message() + ")");
 }
 
 Path frmMain::AskFile(const FileQuestion& question) {

@@ -27,6 +27,8 @@ namespace brantlow {
 class CommandBar;
 class FrameChildren;
 class PrintCommands;
+class RunReport;
+class ToldRuns;
 class UpdateCommands;
 class WindowPerson;
 class frmGraph;
@@ -70,6 +72,7 @@ class frmMain final : public QMainWindow {
     Path AskFile(const FileQuestion& question);
     void ShowPopUpMenu(const QPoint& place);
     void ShowTitle();
+    void TellRun(const RunReport& report);
     void ApplyRules();
     void StoreGeometry();
 
@@ -80,6 +83,7 @@ class frmMain final : public QMainWindow {
     OnlineState online_;
     QMdiArea* area_;
     QToolBar* tbToolBar;
+    std::unique_ptr<ToldRuns> told_;
     QLabel* statusWord_ = nullptr;
     QLabel* tickerCount_ = nullptr;
     QProgressBar* ProgressBar1 = nullptr;

@@ -124,7 +124,12 @@ void HelpCommands::OfferNewVersion(AskedBy askedBy) {
         frame_.openPage(frame_.hosts.Address(Host::Vendor) + std::string(kChangesPath));
     });
     QObject::connect(offer, &QDialog::accepted, this, &HelpCommands::UpdateProgram);
-    offer->open();
+    // One that nobody asked for stands beside the work and holds up no daily run.
+    if (askedBy == AskedBy::User) {
+        offer->open();
+    } else {
+        offer->show();
+    }
 }
 
 // The helper works once the program is gone.

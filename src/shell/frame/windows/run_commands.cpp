@@ -89,19 +89,31 @@ void RunCommands::PopulateTickers() {
     dialog->open();
 }
 
+bool RunCommands::MayReplace(const std::vector<std::string>& tickers, std::string_view verb) {
+    const std::size_t stored = TickersWithHistory(frame_.session, tickers);
+    if (stored <= 1) return true;
+    return frame_.person.AskBeforeLoss(ReplaceQuestion(stored, tickers.size()), kReplaceTitle, verb);
+}
+
 void RunCommands::RunPopulate() {
     frmQuoteGrid* const form = frame_.table.form();
-    if (!form) return;
+    if (!form || !MayReplace(TickersOf(form->Table()), "Populate")) return;
     frame_.runs.Begin(*form);
     const PopulateRun run = PopulateDatabase(frame_.session, frame_.web, frame_.hosts, form->Table());
-    if (frame_.runs.EndOn(*form) && run.error) TellDatabaseError(frame_, run.error);
+    const bool stays = frame_.runs.EndOn(*form);
+    frame_.tell(run.report);
+    if (stays && run.error) TellDatabaseError(frame_, run.error);
 }
 
 // The tickers are those of the report, whatever table is open: no row of it is in work.
 void RunCommands::RunRepopulate() {
+    const std::optional<ErrorReport> report = ReadErrorReport(frame_.session.DataFolder());
+    if (report && !MayReplace(report->tickers, "Re-populate")) return;
     frame_.runs.BeginWithoutTable();
     const PopulateRun run = RepopulateReported(frame_.session, frame_.web, frame_.hosts);
-    if (frame_.runs.End() && run.error) TellDatabaseError(frame_, run.error);
+    const bool stays = frame_.runs.End();
+    frame_.tell(run.report);
+    if (stays && run.error) TellDatabaseError(frame_, run.error);
 }
 
 void RunCommands::TellOutcome(const SelectorOutcome& outcome) {
@@ -117,7 +129,8 @@ void RunCommands::TellOutcome(const SelectorOutcome& outcome) {
         QObject::connect(report, &QDialog::finished, report, &QObject::deleteLater);
         QObject::connect(report, &frmErrorReport::RepopulateAsked, &frame_.window,
                          [this] { RunRepopulate(); });
-        report->open();
+        // It opens by itself: it stands beside the work and holds up no daily run.
+        report->show();
     }
 }
 

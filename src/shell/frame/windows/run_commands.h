@@ -3,6 +3,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "indicators/analysis.h"
 #include "shell/frame/windows/frame_hands.h"
@@ -25,6 +27,8 @@ class RunCommands final {
     void AskInterval();
     void RunStockSelector(Interval interval);
     void TellOutcome(const SelectorOutcome& outcome);
+    // Asks before the histories of several tickers are replaced.
+    bool MayReplace(const std::vector<std::string>& tickers, std::string_view verb);
     void RunPopulate();
     void RunRepopulate();
     void RestateHistory(const std::string& ticker, double SplitFactor);

@@ -3,9 +3,11 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QTimer>
+#include <memory>
 
 #include "acquire/feeds/extended_fundamentals.h"
 #include "daily/daily_update.h"
+#include "daily/unattended_run.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/status_words.h"
@@ -54,25 +56,62 @@ void UpdateCommands::CmdUpdateQuotes() {
         frame_.person.Say(kUpdateNeedsQuoteFile);
         return;
     }
+    UpdateOpenTable(*form, false);
+}
+
+bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily) {
     const std::string name = frame_.session.CurrentFile;
-    frame_.runs.Begin(*form);
-    const DailyUpdate update = RunUpdate(*form);
-    if (!frame_.runs.EndOn(*form)) return;
+    frame_.runs.Begin(form);
+    const DailyUpdate update = RunUpdate(form);
+    const bool stays = frame_.runs.EndOn(form);
+    if (!update.quotes.noTemplate) frame_.tell(update.report);
+    if (!stays) return false;
     if (update.selectorFollows) frame_.run(kSelectorCommand);
     const std::string failure = FailureOf(update, name);
-    if (!failure.empty()) frame_.person.Say(failure);
+    // Nobody may be there to answer; the line and the list tell it.
+    if (!failure.empty() && !isDaily) frame_.person.Say(failure);
+    return true;
 }
 
 DailyUpdate UpdateCommands::RunUpdate(frmQuoteGrid& form) {
     frmAdjustSplits splits(&frame_.window);
-    const auto showAdjustSplits = [&](bool shown) {
-        splits.setEnabled(true);
-        splits.setVisible(shown);
+    const UpdateWork work{frame_.session, form.Table(), frame_.web,  frame_.hosts,
+                          rows_,          alerted_,     memoryInfo_, ShowsAdjustSplits(splits)};
+    return RunDailyUpdate(work, days_, analysis_.series);
+}
+
+std::function<void(bool)> UpdateCommands::ShowsAdjustSplits(frmAdjustSplits& window) {
+    return [this, &window](bool shown) {
+        window.setEnabled(true);
+        window.setVisible(shown);
         frame_.person.PumpEvents();
     };
-    const UpdateWork work{frame_.session, form.Table(), frame_.web,  frame_.hosts,
-                          rows_,          alerted_,     memoryInfo_, showAdjustSplits};
-    return RunDailyUpdate(work, days_, analysis_.series);
+}
+
+void UpdateCommands::RunDaily() {
+    const std::string newest = NewestQuoteFile(frame_.session);
+    frmQuoteGrid* const form = frame_.table.form();
+    if (!form || frame_.session.CurrentFile != newest) return UpdateFile();
+    if (!UpdateOpenTable(*form, true)) return;
+    // The table of verdicts that the selector left on the screen is there in the morning too.
+    const frmQuoteGrid* const shown = frame_.table.form();
+    if (!shown || frame_.session.CurrentFile != kEvaluationsName) return;
+    if (const auto error = SaveEvaluations(frame_.session, shown->Table())) {
+        frame_.notice(std::string(kEvaluationsName) + ": cannot be saved (" + error.message() + ")");
+    }
+}
+
+// With an analysis of its own, so that an open chart keeps the one that it draws.
+void UpdateCommands::UpdateFile() {
+    frmAdjustSplits splits(&frame_.window);
+    const auto analysis = std::make_unique<Analysis>();
+    frame_.runs.BeginWithoutTable();
+    const UnattendedRun run = RunUnattended({frame_.session, frame_.web, frame_.hosts, *analysis, alerted_,
+                                             days_, memoryInfo_, ShowsAdjustSplits(splits)});
+    const bool stays = frame_.runs.End();
+    frame_.tell(run.report);
+    const bool isShown = frame_.table.form() && frame_.session.CurrentFile == kEvaluationsName;
+    if (stays && run.selection && isShown) frame_.table.show(kEvaluationsName);
 }
 
 void UpdateCommands::ExtendedFundamentalData() {
@@ -105,6 +144,7 @@ void UpdateCommands::CollectFundamentals(frmQuoteGrid& form) {
     frame_.runs.BeginFilling(form);
     const FundamentalsOutcome outcome = CollectExtendedFundamentals(frame_.session, sources, form.Table());
     const bool stays = frame_.runs.EndOn(form);
+    frame_.tell(outcome.report);
     frame_.table.nameChanged();
     if (frame_.runs.TakeCloseTable() && stays) frame_.table.close();
     if (outcome.saveError) {
@@ -121,6 +161,7 @@ void UpdateCommands::ImportQuoteFile() {
     }
     const QuoteImport import = ImportQuotes(frame_.session, form->Table(), days_, nullptr);
     form->TableChanged();
+    frame_.tell(import.report);
     if (import.outcome == ImportOutcome::Failed) {
         frame_.person.Say(ImportFile(frame_.session.AppPath, frame_.session.settings).string() +
                           ": the import failed and the file stays (" + import.error.message() + ")");
@@ -135,12 +176,12 @@ void UpdateCommands::StartClock() {
     clock->start(kClockMilliseconds);
 }
 
-// Not in the midst of a run or of a question: the look at the clock comes when it is over.
+// Not in the midst of a run or of a question: the look at the clock comes when it is over, and the minute
+// that passed meanwhile is made up.
 void UpdateCommands::WaitForDailyRun() {
     if (frame_.person.InRun() || QApplication::activeModalWidget() || QApplication::activePopupWidget())
         return;
-    if (!dailyRun_.Poll(frame_.session.settings, frame_.session.clock)) return;
-    if (KindOf(frame_.session.CurrentFile) == FileKind::Ddq) CmdUpdateQuotes();
+    if (dailyRun_.Poll(frame_.session.settings, frame_.session.clock)) RunDaily();
 }
 
 }  // namespace brantlow

@@ -2,6 +2,7 @@
 // extended fundamentals, and a file of another program.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "acquire/schedule/update_schedule.h"
@@ -15,6 +16,7 @@
 
 namespace brantlow {
 
+class frmAdjustSplits;
 struct DailyUpdate;
 
 class UpdateCommands final {
@@ -34,10 +36,16 @@ class UpdateCommands final {
 
   private:
     void CmdUpdateQuotes();
+    // The update of the open table with what follows it; false when the frame goes now.
+    bool UpdateOpenTable(frmQuoteGrid& form, bool isDaily);
+    // The daily run: over the open table when it is the newest of the recent list, else over that one's file.
+    void RunDaily();
+    void UpdateFile();
     void ExtendedFundamentals();
     void ExtendedFundamentalData();
     void ImportQuoteFile();
     DailyUpdate RunUpdate(frmQuoteGrid& form);
+    std::function<void(bool)> ShowsAdjustSplits(frmAdjustSplits& window);
     void CollectFundamentals(frmQuoteGrid& form);
 
     const FrameHands& frame_;

@@ -50,6 +50,7 @@ void UpkeepCommands::RunBackUp(BackedUp what, bool restores) {
     }
     frame_.notice(std::to_string(result.copy.copied) +
                   (result.copy.copied == 1 ? " file copied" : " files copied"));
+    frame_.tell(result.report);
 }
 
 void UpkeepCommands::BackUpProgramFiles() {

@@ -1,10 +1,12 @@
 #include "shell/frame/windows/window_person.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QIcon>
 #include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
+#include <QPushButton>
 
 #include "base/windows/display_text.h"
 #include "shell/file_kind.h"
@@ -113,6 +115,15 @@ bool WindowPerson::Ask(std::string_view text, std::string_view title) {
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(QMessageBox::Yes);
     return box.exec() == QMessageBox::Yes;
+}
+
+bool WindowPerson::AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes) {
+    QMessageBox box(DialogParent());
+    FillBox(box, text, title, "question");
+    const QAbstractButton* const goesOn = box.addButton(Shown(yes), QMessageBox::AcceptRole);
+    box.setDefaultButton(box.addButton(QMessageBox::Cancel));
+    box.exec();
+    return box.clickedButton() == goesOn;
 }
 
 void WindowPerson::ShowStatusWord(std::string_view word) {

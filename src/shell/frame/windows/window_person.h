@@ -59,6 +59,7 @@ class WindowPerson final : public Person {
 
     void Say(std::string_view text, std::string_view title = {}) override;
     bool Ask(std::string_view text, std::string_view title = {}) override;
+    bool AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes) override;
     void ShowStatusWord(std::string_view word) override;
     void ShowTickerCount(std::size_t count) override;
     void ShowProgress(double fraction) override;

@@ -1,0 +1,34 @@
+#include "batch/run_telling.h"
+
+namespace brantlow {
+
+namespace {
+
+ExitStatus StatusOf(RunExtent extent) {
+    switch (extent) {
+        case RunExtent::Whole:
+            return ExitStatus::Done;
+        case RunExtent::Partly:
+            return ExitStatus::Partly;
+        case RunExtent::Nothing:
+            break;
+    }
+    return ExitStatus::Refused;
+}
+
+}  // namespace
+
+ExitStatus TellRun(BatchCall& call, const RunReport& report) {
+    for (const std::string& line : report.Lines()) call.err << OneLine(line) << '\n';
+    const Session& session = call.session;
+    const ExitStatus status = StatusOf(report.Extent());
+    // What has no tickers has no list to keep.
+    if (report.Tickers().empty()) return status;
+    const std::error_code error = KeepLastRun(session.DataFolder(), report, session.clock);
+    if (!error || status == ExitStatus::Refused) return status;
+    const std::string file = (session.DataFolder() / kLastRunName).string();
+    call.err << OneLine(file) << " could not be written: " << error.message() << '\n';
+    return ExitStatus::Partly;
+}
+
+}  // namespace brantlow

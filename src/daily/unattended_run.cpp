@@ -1,0 +1,92 @@
+#include "daily/unattended_run.h"
+
+#include "shell/recent_files.h"
+#include "store/file_names.h"
+#include "store/table_files.h"
+
+namespace brantlow {
+
+namespace {
+
+// Names another file as the open one for as long as it lives.
+class OpenFileMark {
+  public:
+    OpenFileMark(Session& session, const std::string& file)
+        : session_(session), file_(session.CurrentFile), ticker_(session.CurrentTicker) {
+        session.CurrentFile = file;
+    }
+    ~OpenFileMark() {
+        session_.CurrentFile = file_;
+        session_.CurrentTicker = ticker_;
+    }
+    OpenFileMark(const OpenFileMark&) = delete;
+    OpenFileMark& operator=(const OpenFileMark&) = delete;
+
+  private:
+    Session& session_;
+    std::string file_;
+    std::string ticker_;
+};
+
+std::string NotWritten(std::string_view name, const std::error_code& error) {
+    return std::string(name) + " could not be written: " + error.message();
+}
+
+QuoteTable EvaluationTable(const QuoteTable& quotes) {
+    QuoteTable evaluations;
+    evaluations.AppendLine(EvaluationHeader());
+    for (std::size_t row = 1; row <= quotes.TickerCount(); ++row) evaluations.AppendLine(quotes.Ticker(row));
+    return evaluations;
+}
+
+void Select(const UnattendedWork& work, const QuoteTable& quotes, UnattendedRun& run) {
+    QuoteTable evaluations = EvaluationTable(quotes);
+    const OpenFileMark mark(work.session, std::string(kEvaluationsName));
+    run.selection.emplace();
+    RunSelector(work.session, work.analysis, Interval::Daily, evaluations, *run.selection);
+    if (const auto error = SaveEvaluations(work.session, evaluations)) {
+        run.report.Fail(NotWritten(kEvaluationsName, error));
+    }
+}
+
+}  // namespace
+
+std::string NewestQuoteFile(const Session& session) {
+    for (std::size_t entry = 1; entry <= kRecentFileCount; ++entry) {
+        const std::string& name = session.settings.MruSettings.Text(entry);
+        if (KindOf(name) == FileKind::Ddq && IsRegularFile(session.DataFile(name))) return name;
+    }
+    return {};
+}
+
+std::error_code SaveEvaluations(const Session& session, const QuoteTable& evaluations) {
+    return SaveQuoteTable(evaluations, session.DataFile(kEvaluationsName));
+}
+
+UnattendedRun RunUnattended(const UnattendedWork& work) {
+    Session& session = work.session;
+    UnattendedRun run;
+    run.report = RunReport("Daily update", "quotes");
+    run.file = NewestQuoteFile(session);
+    if (run.file.empty()) {
+        run.report.Fail(std::string(kNoRecentQuoteFile));
+        return run;
+    }
+    QuoteTable table;
+    const TableLoad load = LoadQuoteTable(session.DataFile(run.file), FileKind::Ddq, session.settings,
+                                          session.clock.Today(), table, nullptr);
+    if (!load.Done()) {
+        run.report.Fail(TableLoadSentence(load, run.file));
+        return run;
+    }
+    const OpenFileMark mark(session, run.file);
+    QuoteArrays rows;
+    const UpdateWork update{session, table,        work.web,        work.hosts,
+                            rows,    work.alerted, work.memoryInfo, work.showAdjustSplits};
+    run.update = RunDailyUpdate(update, work.days, work.analysis.series);
+    run.report = run.update.report;
+    if (run.update.selectorFollows && run.report.Extent() != RunExtent::Nothing) Select(work, table, run);
+    return run;
+}
+
+}  // namespace brantlow
