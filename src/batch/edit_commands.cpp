@@ -1,4 +1,6 @@
 // The commands that edit a table: add, delete and alarm.
+#include <span>
+
 #include "acquire/feeds/add_ticker.h"
 #include "acquire/web/curl_web.h"
 #include "acquire/web/giving_up_web.h"
@@ -80,6 +82,11 @@ std::optional<std::string> AlarmText(const Arguments& arguments, std::string_vie
 }  // namespace
 
 ExitStatus RunAdd(BatchCall& call) {
+    // Before any of them is added.
+    for (const std::string& symbol : std::span(call.arguments.operands).subspan(1)) {
+        const std::string refusal = RefusedTickerName(symbol);
+        if (symbol != " " && !refusal.empty()) return Refuse(call, refusal);
+    }
     Session& session = call.session;
     CurlWeb network(session.person);
     GivingUpWeb web(network);

@@ -50,9 +50,11 @@ ExitStatus RunExport(BatchCall& call) {
     if (!LoadTable(call, name, table)) return ExitStatus::Refused;
     call.session.CurrentFile = name;
     const QuoteExport exported = ExportQuotes(call.session, table);
-    if (exported.outcome == ExportOutcome::NeedsTable) return ExitStatus::Refused;
+    if (exported.outcome == ExportOutcome::NeedsTable || exported.outcome == ExportOutcome::Declined) {
+        return ExitStatus::Refused;
+    }
     const std::string target = ExportFile(call.session.AppPath, call.session.settings).string();
-    if (exported.error) return Refuse(call, target + " could not be written: " + exported.error.message());
+    if (exported.error) return Refuse(call, Sentence(exported.error));
     call.out << "Exported: " << OneLine(target) << '\n';
     return TellRun(call, ExportReport(name, exported.rows, target));
 }

@@ -36,6 +36,8 @@ void WatchInterrupts() {
 int main(int argc, char** argv) {
     std::ios::sync_with_stdio(false);
     WatchInterrupts();
+    // A file that may grow no further is an error with a sentence, not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const brantlow::Path executable = brantlow::CurrentStartPlaces().executable;
     const brantlow::Path assets = brantlow::FindAssets(executable).value_or(BRANTLOW_INSTALLED_ASSETS);

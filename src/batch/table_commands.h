@@ -33,7 +33,8 @@ inline constexpr Command kUpdateCommand = {
 };
 
 inline constexpr std::array<CommandOption, 1> kImportOptions = {{
-    {kYesOption, "", "go on where more tickers come in than a table holds"},
+    {kYesOption, "",
+     "go on where more tickers come in than a table holds, and with a file of the program's own"},
 }};
 ExitStatus RunImport(BatchCall& call);
 inline constexpr Command kImportCommand = {
@@ -53,6 +54,9 @@ inline constexpr Command kImportCommand = {
     .run = RunImport,
 };
 
+inline constexpr std::array<CommandOption, 1> kExportOptions = {{
+    {kYesOption, "", "write over a file of the program's own"},
+}};
 ExitStatus RunExport(BatchCall& call);
 inline constexpr Command kExportCommand = {
     .name = "export",
@@ -60,8 +64,11 @@ inline constexpr Command kExportCommand = {
     .operand = "FILE",
     .fewestOperands = 1,
     .mostOperands = 1,
+    .options = kExportOptions,
     .summary = "Exports a file for another program",
-    .help = "Where the export goes and which columns it holds stands in VTRIMEXset.ini.\n",
+    .help =
+        "Where the export goes and which columns it holds stands in VTRIMEXset.ini. A settings\n"
+        "file, a table of Data or a file of the quote database is not replaced without --yes.\n",
     .settings = kExchangeSettings,
     .writes = AlwaysWrites,
     .run = RunExport,

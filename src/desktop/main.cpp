@@ -4,6 +4,7 @@
 #include <QIcon>
 #include <QProxyStyle>
 #include <clocale>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -108,6 +109,8 @@ int main(int argc, char** argv) {
     frmSplash splash(QStringLiteral(BRANTLOW_VERSION));
     splash.ShowFor(kSplashMilliseconds);
     CloseWindowsOnEndSignals();
+    // A file that may grow no further is an error with a sentence, not the end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
 
     const StartPlaces places = CurrentStartPlaces();
     const Path appPath = ResolveAppPath(places);

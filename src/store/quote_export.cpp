@@ -8,6 +8,7 @@
 #include "base/values.h"
 #include "shell/settings/settings_defaults.h"
 #include "shell/settings/settings_files.h"
+#include "store/own_files.h"
 
 namespace brantlow {
 
@@ -97,9 +98,12 @@ QuoteExport ExportQuotes(Session& session, const QuoteTable& table) {
         session.person.Say(kExportNeedsTable);
         return {ExportOutcome::NeedsTable, {}, 0};
     }
+    const Path file = ExportFile(session.AppPath, session.settings);
+    if (!MayExchange(session, file, ExchangeWay::Export)) return {ExportOutcome::Declined, {}, 0};
     const std::string text = ExportText(session.settings, kind, table, session.person);
-    const std::error_code error = WriteWholeFile(ExportFile(session.AppPath, session.settings), text);
-    return {error ? ExportOutcome::Failed : ExportOutcome::Done, error, LineCount(text)};
+    Failure error = FailedTo(FailureKind::Write, file, WriteWholeFile(file, text));
+    const ExportOutcome outcome = error ? ExportOutcome::Failed : ExportOutcome::Done;
+    return {outcome, std::move(error), LineCount(text)};
 }
 
 }  // namespace brantlow

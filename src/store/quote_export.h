@@ -3,8 +3,8 @@
 
 #include <string>
 #include <string_view>
-#include <system_error>
 
+#include "base/failure.h"
 #include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
@@ -14,12 +14,17 @@ namespace brantlow {
 inline constexpr std::string_view kExportNeedsTable =
     "Export is only supported for End of Day, Stock Selector, and Extended Fundamental files";
 
-enum class ExportOutcome { Done, NeedsTable, Failed };
+enum class ExportOutcome {
+    Done,
+    NeedsTable,
+    Declined,  // the file is the program's own, and the person does not give it up
+    Failed,
+};
 
 struct QuoteExport {
     ExportOutcome outcome = ExportOutcome::Done;
-    std::error_code error;  // set when Failed: the old file stands
-    std::size_t rows = 0;   // lines written
+    Failure error;         // set when Failed: the old file stands
+    std::size_t rows = 0;  // lines written
 };
 
 // The file that the settings name.
@@ -35,7 +40,7 @@ std::string ExportText(const SettingsTables& settings, FileKind kind, const Quot
 RunReport ExportReport(const std::string& name, std::size_t rows, const Path& target);
 
 // Writes the table that the session's CurrentFile names. A table of no kind, or a template, is refused with
-// its sentence.
+// its sentence; a file of the program's own (store/own_files.h) is replaced only where the person wants it.
 QuoteExport ExportQuotes(Session& session, const QuoteTable& table);
 
 }  // namespace brantlow

@@ -12,6 +12,7 @@
 #include "base/text.h"
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
+#include "store/own_files.h"
 #include "store/quote_fields.h"
 #include "store/quote_rows.h"
 #include "store/table_colours.h"
@@ -291,6 +292,10 @@ QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, co
     if (!TakesImports(session.CurrentFile)) {
         session.person.Say(kImportNeedsQuoteFile);
         result.outcome = ImportOutcome::NeedsQuoteFile;
+        return result;
+    }
+    if (!MayExchange(session, ImportFile(session.AppPath, session.settings), ExchangeWay::Import)) {
+        result.outcome = ImportOutcome::Declined;
         return result;
     }
     session.run.ProgressLastShown = 0;

@@ -34,7 +34,8 @@ enum class ImportOutcome {
     Done,
     NothingToRead,  // no file, or no line in it: the table is as it was
     NeedsQuoteFile,
-    Declined,  // the person does not want to lose the lines beyond the limit: nothing was changed
+    Declined,  // the person does not want to lose the lines beyond the limit, or the program's own file that
+               // would be imported: nothing was changed
     Failed,    // a year file or the table could not be written: the import file stays
 };
 

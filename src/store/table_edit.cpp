@@ -1,5 +1,8 @@
 #include "store/table_edit.h"
 
+#include <algorithm>
+
+#include "base/askable_ticker.h"
 #include "base/text.h"
 #include "shell/status_words.h"
 #include "store/table_files.h"
@@ -45,6 +48,16 @@ bool RefuseTableEdit(Session& session, std::string_view symbol, std::string_view
     return false;
 }
 
+std::string RefusedTickerName(std::string_view symbol) {
+    const bool breaksLines =
+        std::any_of(symbol.begin(), symbol.end(), [](char c) { return c == '\t' || c == '\n'; });
+    if (!breaksLines) return IsAskableTicker(symbol) ? std::string() : UnaskableTickerSentence(symbol);
+    std::string shown(symbol);
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, '?');
+    return shown + ": a ticker cannot hold a tab or a line end";
+}
+
 bool SavesAutomatically(const SettingsTables& settings) {
     return settings.DataSettings.Text(kSaveQuoteFileLine) == kSavesItself;
 }
@@ -60,6 +73,10 @@ EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& t
     if (IsDeviceName(ticker.symbol)) return EditOutcome::Unchanged;
     const std::string symbol = UpperCase(ticker.symbol);
     if (RefuseTableEdit(session, symbol, kAddNeedsTicker)) return EditOutcome::Refused;
+    if (const std::string refusal = RefusedTickerName(symbol); !refusal.empty()) {
+        session.person.Say(refusal);
+        return EditOutcome::Refused;
+    }
     session.CurrentTicker = symbol;
     if (RowOfTicker(table, symbol) > 0 || !table.AppendLine(symbol)) return EditOutcome::Unchanged;
     const std::size_t row = table.TickerCount();

@@ -41,6 +41,10 @@ std::size_t RowOfTicker(const QuoteTable& table, std::string_view ticker);
 // it can.
 bool RefuseTableEdit(Session& session, std::string_view symbol, std::string_view needsTicker);
 
+// Why no ticker can be added under this name, for a person; empty when one can. Control characters would
+// break the table's lines, and some characters change the address that a ticker's quotes are asked from.
+std::string RefusedTickerName(std::string_view symbol);
+
 // True when the settings save the quote file after each change.
 bool SavesAutomatically(const SettingsTables& settings);
 // Saves the table when they do.

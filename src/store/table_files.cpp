@@ -122,6 +122,7 @@ std::string TableLoadSentence(const TableLoad& load, const std::string& name) {
     if (load.outcome == ReadOutcome::Missing) return name + ": no such file in Data";
     if (load.error == std::errc::is_a_directory) return name + ": a folder, not a quote file";
     if (load.outcome == ReadOutcome::Failed) return name + ": cannot be read (" + load.error.message() + ")";
+    if (load.cut) return name + ": " + std::string(kTooManyLines);
     if (load.empty) return name + ": the file is empty, it has no header line";
     if (!load.hasHeader)
         return name + ": the first line is no header, it names no column of this kind of file";

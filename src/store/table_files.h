@@ -34,6 +34,10 @@ struct TableLoad {
 TableLoad LoadQuoteTable(const Path& file, FileKind kind, const SettingsTables& settings, const Date& today,
                          QuoteTable& table, Person* progress);
 
+// Behind the name of a file that was not read to its end.
+inline constexpr std::string_view kTooManyLines =
+    "the file has more than 18,000 lines; those behind are not shown, and a save would lose them";
+
 // What a person who asked for the file `name` is told; empty when there is nothing to tell.
 std::string TableLoadSentence(const TableLoad& load, const std::string& name);
 

@@ -75,6 +75,24 @@ TEST_F(EditCommands, AnEmptyTickerIsRefusedInTheProgramsWords) {
                   "Enter a Ticker Symbol in the Symbol Box before selecting Edit\n");
 }
 
+TEST_F(EditCommands, ATickerThatWouldBreakALineOrAnAddressIsRefusedBeforeAnyIsAdded) {
+    ExpectRefused({"add", "Mine.ddq", "CCC", "A\nB"}, ExitStatus::Refused,
+                  "A?B: a ticker cannot hold a tab or a line end\n");
+    ExpectRefused({"add", "Mine.ddq", "CCC", "A&B"}, ExitStatus::Refused,
+                  "A&B: a ticker with a blank or one of & # ? % , cannot be asked for\n");
+}
+
+TEST_F(EditCommands, LinesThatASaveWouldLoseAreTold) {
+    std::string lines = "Ticker Symbol\r\n";
+    for (int i = 1; i <= 18000; ++i) lines += "T" + std::to_string(i) + "\r\n";
+    Write("Data/Long.ddq", lines);
+    const CallResult result = Call({"alarm", "Long.ddq", "T1", "--high", "3"});
+    EXPECT_EQ(
+        result.err,
+        "Long.ddq: the file has more than 18,000 lines; those behind are not shown, and a save would lose "
+        "them\n");
+}
+
 TEST_F(EditCommands, AMissingFileIsRefused) {
     for (const char* command : {"add", "delete", "export"}) {
         std::vector<std::string> arguments = {command, "None.ddq", "AAA"};
@@ -134,6 +152,29 @@ TEST_F(ExchangeCommands, ImportFillsTableAndDatabaseAndConsumesItsFile) {
               "BBB\t2.000\t\t5\r\n");
     EXPECT_EQ(Read("Quotes/EOD/CCC.26"), "\"11/20/26\",\"\",30,30,30,0,0,0,0,0,0,\"\",\"\",0,0,0,0,0,30\r\n");
     EXPECT_FALSE(IsRegularFile(folder / "Data/Import.Txt"));
+}
+
+TEST_F(ExchangeCommands, TheProgramsOwnFilesAreNeitherWrittenOverNorConsumed) {
+    const auto SetFiles = [&](const std::string& exported, const std::string& imported) {
+        std::string text = Read("Data/VTRIMEXset.ini");
+        text.replace(text.find("Export.Txt"), 10, exported);
+        text.replace(text.find("Import.Txt"), 10, imported);
+        Write("Data/VTRIMEXset.ini", text);
+    };
+    Write("Data/Two.ddq", kTable);
+    SetFiles("Two.ddq", "VTRIMEXset.ini");
+    ExpectRefused({"export", "Mine.ddq"}, ExitStatus::Refused,
+                  ((folder / "Data/Two.ddq").string() +
+                   " is a table of the program. Do you want to write the export over it?\n")
+                      .c_str());
+    ExpectRefused(
+        {"import", "Mine.ddq"}, ExitStatus::Refused,
+        ((folder / "Data/VTRIMEXset.ini").string() +
+         " is a settings file of the program. Do you want to import it? An import deletes its file.\n")
+            .c_str());
+    const CallResult result = Call({"export", "Mine.ddq", "--yes"});
+    EXPECT_EQ(result.status, ExitStatus::Done) << result.err;
+    EXPECT_EQ(Read("Data/Two.ddq"), "AAA,1.000\r\nBBB,2.000\r\n");
 }
 
 TEST_F(ExchangeCommands, ImportWithoutAFileChangesNothing) {

@@ -102,6 +102,10 @@ void FaultWorld::CopyTo(const Path& app) const {
     fs::copy(folder_ / "app", app, fs::copy_options::recursive);
 }
 
+void PrintTo(const FaultCase& command, std::ostream* out) {
+    *out << command.name;
+}
+
 const std::vector<FaultCase>& FaultCases() {
     static const std::vector<FaultCase> cases = {
         {"add", {"add", "Mine.ddq", "AGG", "AMZN"}},

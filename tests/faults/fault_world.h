@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,5 +46,6 @@ struct FaultCase {
     int again = 1;
 };
 const std::vector<FaultCase>& FaultCases();
+void PrintTo(const FaultCase& command, std::ostream* out);
 
 }  // namespace brantlow

@@ -42,6 +42,26 @@ TEST_F(TableEditTest, TheTableIsSortedAfterwards) {
     EXPECT_EQ(table.Ticker(3), "BBB");
 }
 
+TEST_F(TableEditTest, ATickerThatWouldBreakALineOrAnAddressIsRefused) {
+    constexpr const char* kControl = ": a ticker cannot hold a tab or a line end";
+    constexpr const char* kAddress = ": a ticker with a blank or one of & # ? % , cannot be asked for";
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"A\tB", std::string("A?B") + kControl},    {"A\nB", std::string("A?B") + kControl},
+        {"A\r\nB", std::string("A??B") + kControl}, {"A\x7f", std::string("A?") + kAddress},
+        {"A&B", std::string("A&B") + kAddress},     {"A#B", std::string("A#B") + kAddress},
+        {"A?B", std::string("A?B") + kAddress},     {"A%42", std::string("A%42") + kAddress},
+        {"A B", std::string("A B") + kAddress},     {" A", std::string(" A") + kAddress}};
+    const Lines before = LinesOf(table);
+    for (const auto& [symbol, sentence] : rows) {
+        EXPECT_EQ(Append({symbol}), EditOutcome::Refused) << sentence;
+        ExpectSaid(sentence.c_str());
+        EXPECT_EQ(LinesOf(table), before);
+    }
+    for (const char* const good : {"KO", "BRK.B", "^DJI", "A/B", "A*B", "A-B", "\xc3\x84"}) {
+        EXPECT_EQ(RefusedTickerName(good), "") << good;
+    }
+}
+
 TEST_F(TableEditTest, AddingATickerThatIsThereDoesNothing) {
     const Lines before = LinesOf(table);
     EXPECT_EQ(Append({"ccc", "9", "9"}), EditOutcome::Unchanged);

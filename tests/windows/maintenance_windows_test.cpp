@@ -81,6 +81,21 @@ class MaintenanceWindowsTest : public QObject {
         QCOMPARE(program.Read("Jan.ddq"), Program::QuoteTableText(3));
     }
 
+    void afterARestoreTheOpenTableIsTheRestoredOne() {
+        KeptProgram program;
+        auto hand = DialogHand([](QDialog& dialog) { PressButton(dialog, QMessageBox::Yes); });
+        program.frame->Run("mnuEditBackUpProgramFiles");
+        auto* const before = program.frame->QuoteForm();
+        QCOMPARE(before->Table().TickerCount(), std::size_t{3});
+        program.frame->Run("mnuEditRestoreProgramFiles");
+        QCOMPARE(program.frame->QuoteForm(), before);  // the same bytes are no reason to open it anew
+        std::filesystem::create_directories(program.session.AppPath / "Kept");
+        QVERIFY(!WriteWholeFile(program.session.AppPath / "Kept/Jan.ddq", Program::QuoteTableText(2)));
+        program.frame->Run("mnuEditRestoreProgramFiles");
+        QCOMPARE(program.session.CurrentFile, std::string("Jan.ddq"));
+        QCOMPARE(program.frame->QuoteForm()->Table().TickerCount(), std::size_t{2});
+    }
+
     void aNoChangesNothing() {
         KeptProgram program;
         auto hand = DialogHand([](QDialog& dialog) { PressButton(dialog, QMessageBox::No); });

@@ -175,8 +175,7 @@ void FileCommands::ExportQuoteFile() {
             ExportReport(session.CurrentFile, exported.rows, ExportFile(session.AppPath, session.settings)));
     }
     if (exported.outcome == ExportOutcome::Failed) {
-        frame_.person.Say(ExportFile(session.AppPath, session.settings).string() + ": cannot be saved (" +
-                          exported.error.message() + ")");
+        frame_.person.Say(Sentence(exported.error));
     }
 }
 

@@ -12,6 +12,7 @@
 #include "store/combine_tables.h"
 #include "store/exit_back_up.h"
 #include "store/file_deletion.h"
+#include "store/file_stamp.h"
 #include "store/remove_update.h"
 #include "store/windows/frmDeleteFile.h"
 
@@ -41,16 +42,27 @@ CommandRows UpkeepCommands::Rows() {
 void UpkeepCommands::RunBackUp(BackedUp what, bool restores) {
     const BackUpJob& job = BackUpJobOf(what, restores);
     if (!frame_.person.Ask(job.question, job.title)) return;
+    const FileStamp openTable = StampOf(OpenTableFile());
     const BackUpResult result = RunBackUpJob(job, frame_.session);
     frame_.person.HideProgress();
     if (!result.refusal.empty()) return frame_.person.Say(result.refusal);
-    if (restores && what == BackedUp::ProgramFiles) {
-        LoadAllSettings(frame_.session.AppPath, frame_.session.settings);
-        frame_.showRecentFiles();
-    }
+    if (restores && what == BackedUp::ProgramFiles) TakeRestoredFiles(openTable);
     frame_.notice(std::to_string(result.copy.copied) +
                   (result.copy.copied == 1 ? " file copied" : " files copied"));
     frame_.tell(result.report);
+}
+
+Path UpkeepCommands::OpenTableFile() const {
+    return frame_.table.form() ? frame_.session.DataFile(frame_.session.CurrentFile) : Path();
+}
+
+// The settings and the open table are those of the back-up from now on.
+void UpkeepCommands::TakeRestoredFiles(const FileStamp& openTable) {
+    LoadAllSettings(frame_.session.AppPath, frame_.session.settings);
+    frame_.showRecentFiles();
+    const Path file = OpenTableFile();
+    if (!file.empty() && HasChanged(openTable, file))
+        frame_.table.show(std::string(frame_.session.CurrentFile));
 }
 
 void UpkeepCommands::BackUpProgramFiles() {

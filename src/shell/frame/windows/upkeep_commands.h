@@ -7,6 +7,7 @@
 namespace brantlow {
 
 enum class BackedUp;
+struct FileStamp;
 
 class UpkeepCommands final {
   public:
@@ -30,6 +31,9 @@ class UpkeepCommands final {
     void RemoveUpdate();
     void DeleteFiles();
     void RunBackUp(BackedUp what, bool restores);
+    // Nothing where no table is open.
+    Path OpenTableFile() const;
+    void TakeRestoredFiles(const FileStamp& openTable);
     void EditFile(const Path& file);
 
     const FrameHands& frame_;
