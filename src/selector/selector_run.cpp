@@ -124,10 +124,6 @@ class SelectorWalk {
 
 }  // namespace
 
-std::string_view IntervalWord(Interval interval) {
-    return RowOf(interval).word;
-}
-
 std::optional<Interval> IntervalOf(std::string_view word) {
     for (const IntervalRow& row : kIntervals)
         if (row.word == word) return row.interval;

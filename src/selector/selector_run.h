@@ -21,9 +21,7 @@ namespace brantlow {
 inline constexpr std::string_view kSelectorNeedsQuoteFile =
     "To run Stock Selector, you will need to open an End of Day Quote File";
 
-// "Daily", "Weekly" or "Monthly".
-std::string_view IntervalWord(Interval interval);
-// The interval of this exact word, or nothing.
+// The interval of this exact word, "Daily", "Weekly" or "Monthly", or nothing.
 std::optional<Interval> IntervalOf(std::string_view word);
 
 // Bars below which a ticker's history counts as short on this interval.

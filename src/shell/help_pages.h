@@ -1,5 +1,4 @@
-// The pages of the help, HTML files in Help/ of the application folder, and which of them belongs to which
-// window.
+// Which page of the help, an HTML file in Help/ of the application folder, belongs to which window.
 #pragma once
 
 #include <array>
@@ -9,27 +8,6 @@ namespace brantlow {
 
 inline constexpr std::string_view kHelpContents = "contents.html";
 inline constexpr std::string_view kHelpIndex = "index.html";
-
-struct HelpPage {
-    std::string_view file;
-    std::string_view title;
-};
-
-// In the order of the contents page.
-inline constexpr std::array<HelpPage, 12> kHelpPages = {{
-    {"start.html", "First steps"},
-    {"tables.html", "Quote tables"},
-    {"update.html", "Updating quotes"},
-    {"selector.html", "The Stock Selector"},
-    {"values.html", "The value slots of a condition"},
-    {"chart.html", "The chart"},
-    {"studies.html", "Series and studies with their formulas"},
-    {"splits.html", "Stock splits"},
-    {"alarms.html", "Price alarms"},
-    {"settings.html", "Settings and the wizard"},
-    {"batch.html", "The batch tool"},
-    {"files.html", "Files and folders"},
-}};
 
 // Which page F1 opens in a window, by the window's name.
 struct WindowHelp {

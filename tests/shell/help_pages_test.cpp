@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/files.h"
@@ -27,6 +29,27 @@ std::vector<std::string> Attributes(const std::string& text, const std::string& 
     }
     return found;
 }
+
+struct HelpPage {
+    std::string_view file;
+    std::string_view title;
+};
+
+// In the order of the contents page.
+constexpr std::array kHelpPages = {
+    HelpPage{"start.html", "First steps"},
+    HelpPage{"tables.html", "Quote tables"},
+    HelpPage{"update.html", "Updating quotes"},
+    HelpPage{"selector.html", "The Stock Selector"},
+    HelpPage{"values.html", "The value slots of a condition"},
+    HelpPage{"chart.html", "The chart"},
+    HelpPage{"studies.html", "Series and studies with their formulas"},
+    HelpPage{"splits.html", "Stock splits"},
+    HelpPage{"alarms.html", "Price alarms"},
+    HelpPage{"settings.html", "Settings and the wizard"},
+    HelpPage{"batch.html", "The batch tool"},
+    HelpPage{"files.html", "Files and folders"},
+};
 
 std::vector<std::string> AllPages() {
     std::vector<std::string> pages = {std::string(kHelpContents), std::string(kHelpIndex)};

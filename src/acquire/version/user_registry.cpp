@@ -106,11 +106,6 @@ void UserRegistry::SetText(std::string_view rootKey, std::string_view subkey, st
     Set(rootKey, subkey, name, TextValue(text));
 }
 
-void UserRegistry::SetNumber(std::string_view rootKey, std::string_view subkey, std::string_view name,
-                             std::uint32_t number) {
-    Set(rootKey, subkey, name, NumberValue(number));
-}
-
 void UserRegistry::Set(std::string_view rootKey, std::string_view subkey, std::string_view name,
                        RegistryValue value) {
     values_.insert_or_assign(MapKey(rootKey, subkey, name), std::move(value));

@@ -36,8 +36,6 @@ class UserRegistry {
 
     void SetText(std::string_view rootKey, std::string_view subkey, std::string_view name,
                  std::string_view text);
-    void SetNumber(std::string_view rootKey, std::string_view subkey, std::string_view name,
-                   std::uint32_t number);
     void Set(std::string_view rootKey, std::string_view subkey, std::string_view name, RegistryValue value);
 
     // Null when there is no such value.

@@ -102,9 +102,14 @@ TEST(ReadRegistryValue, TurnsEachTypeIntoText) {
     }
 }
 
+// A number below 256 as the registry keeps it.
+RegistryValue Number(std::uint32_t number) {
+    return {kNumberValue, std::string(1, static_cast<char>(number)) + std::string(3, '\0')};
+}
+
 TEST(ReadRegistryValue, ANumberSevenReads007) {
     UserRegistry registry;
-    registry.SetNumber(kCurrentUserKey, "Key", "Name", 7);
+    registry.Set(kCurrentUserKey, "Key", "Name", Number(7));
     EXPECT_EQ(ReadRegistryValue(registry, kCurrentUserKey, "Key", "Name"), "007");
 }
 
@@ -151,7 +156,7 @@ TEST(UserRegistry, SharesTheFileOfTheSettingsStore) {
 
 UserRegistry WithFlag(std::uint32_t flag) {
     UserRegistry registry;
-    registry.SetNumber(kCurrentUserKey, kInternetSettings, "GlobalUserOffline", flag);
+    registry.Set(kCurrentUserKey, kInternetSettings, "GlobalUserOffline", Number(flag));
     return registry;
 }
 
