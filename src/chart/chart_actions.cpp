@@ -105,6 +105,17 @@ ChartStart StartChart(ChartContext& context, const ChartSelection& selection, st
     return context.analysis.series.LastBar > 1 ? ChartStart::Done : ChartStart::NoHistory;
 }
 
+bool ShowAlarms(ChartContext& context, const ChartSelection& selection) {
+    ChartSession& chart = context.chart;
+    const double high = chart.HighAlarm;
+    const double low = chart.LowAlarm;
+    TakeAlarms(selection, chart);
+    if (chart.HighAlarm == high && chart.LowAlarm == low) return false;
+    ReloadFromWindow(context, Signals::Keep);
+    PaintCleared(context, Panel::Price);
+    return true;
+}
+
 void PrepareChartWindow(ChartContext& context) {
     ChartSession& chart = context.chart;
     SettingsTables& settings = context.session.settings;

@@ -41,6 +41,11 @@ enum class ChartStart {
 // tool button. Without a table the alarms stay what they are.
 ChartStart StartChart(ChartContext& context, const ChartSelection& selection, std::string_view style);
 
+// The alarms of another row of the table, or of one whose alarms have changed: they are taken over and the
+// price panel is painted anew, with the series loaded anew. Alarms that are the same change nothing; false
+// then.
+bool ShowAlarms(ChartContext& context, const ChartSelection& selection);
+
 // What the chart window does when it is loaded, before it is painted: reads VTRGRAPHset.ini again, puts the
 // menu's style over it, fills the slots, the volume list and the pick lists. StartChart includes it.
 void PrepareChartWindow(ChartContext& context);

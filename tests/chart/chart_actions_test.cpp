@@ -136,6 +136,18 @@ TEST_F(ChartActions, AlarmsComeFromTheSelectedRow) {
     EXPECT_EQ(chart.LowAlarm, 0);
 }
 
+TEST_F(ChartActions, AlarmsOfAnotherRowAreShownOverTheSameTicker) {
+    WriteBars("ABC", 5);
+    const QuoteTable table = TableOf({"Ticker Symbol\tHigh Alarm\tLow Alarm", "ABC\t500\t20", "XYZ\t600\t"});
+    StartChart(context, {"ABC", &table, 1}, "");
+    EXPECT_FALSE(ShowAlarms(context, {"ABC", &table, 1}));
+    EXPECT_TRUE(ShowAlarms(context, {"ABC", &table, 2}));
+    EXPECT_EQ(chart.HighAlarm, 600);
+    EXPECT_EQ(chart.LowAlarm, 0);
+    EXPECT_EQ(chart.PriceTop, 600);
+    EXPECT_EQ(LabelText(chart.Picture(Panel::Price), "Label58"), "ABC");
+}
+
 TEST_F(ChartActions, AnAlarmWithoutAColumnKeepsItsValue) {
     WriteBars("ABC", 5);
     chart.HighAlarm = 400;

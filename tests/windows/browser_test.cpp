@@ -181,7 +181,7 @@ class BrowserTest : public QObject {
             std::make_unique<frmMain>(program.session, *program.analysis, program.person, program.web,
                                       program.hosts, program.store, browser.Operations());
         program.Start("Jan.ddq");
-        program.session.CurrentTicker = "NFLX";
+        program.Find<QLineEdit>("Text1")->setText(QStringLiteral("NFLX"));
         for (const char* command : {"mnuPopUpNews", "mnuViewMarketOverview"}) {
             program.frame->Run(command);
             auto* form = qobject_cast<frmBrowser*>(program.frame->BrowserForm());

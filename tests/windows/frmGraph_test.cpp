@@ -9,6 +9,7 @@
 
 #include "chart_fixture.h"
 #include "store/windows/frmQuoteGrid.h"
+#include "store/windows/frozen_table_view.h"
 
 using namespace brantlow;
 
@@ -462,6 +463,26 @@ class FrmGraphTest : public QObject {
         program.Choose("mnuGraphicsHLC");
         QCOMPARE(program.Label("Label58"), QStringLiteral("ZZ"));
         QCOMPARE(program.Label("Label51"), QStringLiteral("380.00"));
+    }
+
+    void theAlarmLinesFollowTheSelectedRowAndAnEditOfItsAlarms() {
+        ChartProgram program;
+        QuoteTable& table = program.frame->QuoteForm()->Table();
+        const auto high = table.ColumnOf("High Alarm");
+        QVERIFY(high && table.TickerCount() > 1);
+        table.SetText(1, *high, "500");
+        table.SetText(2, *high, "600");
+        program.Choose("mnuGraphicsHLC");
+        QCOMPARE(program.Label("Label51"), QStringLiteral("500.00"));
+        FrozenTableView* view = program.frame->QuoteForm()->View();
+        view->selectRow(1);
+        QCOMPARE(program.Label("Label51"), QStringLiteral("600.00"));
+        QCOMPARE(program.frame->GraphForm()->Chart().HighAlarm, 600.0);
+        view->selectRow(0);
+        QCOMPARE(program.Label("Label51"), QStringLiteral("500.00"));
+        program.Find<QLineEdit>("Text2")->setText(QStringLiteral("550"));
+        QTest::mouseClick(program.Find<QPushButton>("CmdAlarm"), Qt::LeftButton);
+        QCOMPARE(program.Label("Label51"), QStringLiteral("550.00"));
     }
 };
 

@@ -292,6 +292,22 @@ class FrmMainTest : public QObject {
                  QStringLiteral("To run Stock Selector, you will need to open an End of Day Quote File"));
     }
 
+    void theSelectorButtonSpeaksWithATableOfAnotherKind() {
+        Program program;
+        program.Write("Old.dbe", EvaluationHeader() + "\r\nT1\tBuy\r\n");
+        program.Write("Old.efq", EfqHeader() + "\r\nT1\r\n");
+        program.Start("Jan.ddq");
+        for (const char* name : {"Old.dbe", "New EOD Quotes.db", "Old.efq"}) {
+            program.session.settings.MruSettings.Set(1, Value::OfText(name));
+            program.frame->OpenRecentFile(1);
+            QVERIFY2(program.frame->QuoteForm(), name);
+            QVERIFY2(program.Find<QAbstractButton>("Command4")->isEnabled(), name);
+            const QStringList told = BoxesOf([&] { program.Click("Command4"); });
+            QCOMPARE(told, QStringList(QStringLiteral(
+                               "To run Stock Selector, you will need to open an End of Day Quote File")));
+        }
+    }
+
     void toolbarAndStatusBarFlipWithTheirEntries() {
         Program program;
         program.Start("Jan.ddq");

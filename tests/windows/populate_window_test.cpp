@@ -7,6 +7,7 @@
 #include "acquire/feeds/windows/frmPopulate.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "store/windows/frmQuoteGrid.h"
+#include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"
 
 using namespace brantlow;
@@ -83,6 +84,16 @@ class PopulateWindowTest : public QObject {
             }
             QCOMPARE(checked, QString::fromLatin1(option));
         }
+    }
+
+    void theSelectedRowIsTheOneThatCommandsMeanAfterwards() {
+        PopulateProgram program("5");
+        program.frame->QuoteForm()->View()->selectRow(1);
+        std::string inWork;
+        program.onRequest = [&] { inWork = program.session.CurrentTicker; };
+        Part<QPushButton>(program.Ask(), "Command1")->click();
+        QCOMPARE(inWork, std::string("T3"));
+        QCOMPARE(program.session.CurrentTicker, std::string("T2"));
     }
 
     void withNoOptionSelectedItSaysSoAndChangesNothing() {

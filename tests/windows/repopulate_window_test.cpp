@@ -59,6 +59,7 @@ class RepopulateWindowTest : public QObject {
         program.StoreHistory("T1.26");
         program.StoreHistory("KO.26");
         const std::string other = program.History("KO.26");
+        const std::string meant = program.session.CurrentTicker;
         bool frameShut = false, closed = false;
         program.onRequest = [&] {
             frameShut = !program.frame->isEnabled();
@@ -73,6 +74,7 @@ class RepopulateWindowTest : public QObject {
         QCOMPARE(program.History("T1.25"), std::string());
         QCOMPARE(program.History("KO.26"), other);
         QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+        QCOMPARE(program.session.CurrentTicker, meant);
         QVERIFY(program.frame->isEnabled());
         QVERIFY(!program.frame->findChild<frmEnable*>());
         QVERIFY(!program.Find<QProgressBar>("ProgressBar1")->isVisible());

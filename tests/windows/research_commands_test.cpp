@@ -91,7 +91,7 @@ class ResearchCommandsTest : public QObject {
     void everyEntryOfTheCatalogueOpensItsPageInANewWindow() {
         BrowsingProgram program;
         program.Start("Jan.ddq");
-        program.session.CurrentTicker = "T2";
+        program.frame->QuoteForm()->View()->selectRow(1);
         for (const ResearchPage& page : kResearchPages) {
             const std::size_t before = program.starts.size();
             QAction* entry = program.frame->Commands().Entry(page.command);
@@ -113,6 +113,29 @@ class ResearchCommandsTest : public QObject {
         program.frame->Commands().PopUpMenu().close();
         program.frame->Commands().Entry("mnuPopUpNews")->trigger();
         QCOMPARE(program.starts.back().address, std::string("http://quote.test/q/h?s=T3"));
+    }
+
+    void theRowHighlightedAtOpeningIsLookedUpToo() {
+        BrowsingProgram program;
+        program.Start("Jan.ddq");
+        FrozenTableView* view = program.frame->QuoteForm()->View();
+        Q_EMIT view->customContextMenuRequested(view->visualRect(view->model()->index(0, 1)).center());
+        program.frame->Commands().PopUpMenu().close();
+        program.frame->Commands().Entry("mnuPopUpNews")->trigger();
+        QVERIFY(!program.starts.empty());
+        QCOMPARE(program.starts.back().address, std::string("http://quote.test/q/h?s=T1"));
+        QCOMPARE(program.Find<QLineEdit>("Text1")->text(), QStringLiteral("T1"));
+    }
+
+    void aPageIsThatOfTheSelectedRowWhateverARunHasWorkedOn() {
+        BrowsingProgram program;
+        program.Start("Jan.ddq");
+        program.frame->QuoteForm()->View()->selectRow(1);
+        program.session.CurrentTicker = "QXTD";
+        program.frame->Commands().Entry("mnuPopUpNews")->trigger();
+        QVERIFY(!program.starts.empty());
+        QCOMPARE(program.starts.back().address, std::string("http://quote.test/q/h?s=T2"));
+        QCOMPARE(program.session.CurrentTicker, std::string("T2"));
     }
 
     void theProviderOfTheSettingsAnswers() {

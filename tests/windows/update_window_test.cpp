@@ -2,6 +2,7 @@
 #include <QAction>
 #include <QPushButton>
 
+#include "chart/windows/frmGraph.h"
 #include "daily/daily_update.h"
 #include "daily/reply_line.h"
 #include "shell/frame/windows/frmEnable.h"
@@ -100,6 +101,7 @@ class UpdateProgram : public Program {
     std::function<void()> onQuotes;
     std::function<std::string()> calendarPage;
     bool quotesFail = false;
+    std::string expectedEarnings = "6";
 
   private:
     WebReply Answer(const WebRequest& request) {
@@ -113,7 +115,8 @@ class UpdateProgram : public Program {
         if (quotesFail) return FailedReply(WebFailure::NoConnection, "No connection.");
         std::string text;
         for (const std::string& ticker : AskedTickers(request.url)) {
-            if (!ticker.empty()) text += ReplyLine(ticker).With(3, "\"3/9/2026\"").Text();
+            if (!ticker.empty())
+                text += ReplyLine(ticker).With(3, "\"3/9/2026\"").With(22, expectedEarnings).Text();
         }
         return MemoryWeb::Page(text);
     }
@@ -276,6 +279,41 @@ class UpdateWindowTest : public QObject {
         QVERIFY2(history.find("\"03/06/26\",\"16:00\",100,100,100,1000,") != std::string::npos,
                  history.c_str());
         QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+    }
+
+    void theChartIsThatOfTheSelectedRowAfterASplitOfATickerThatTheTableLacks() {
+        Switches switches;
+        switches.splits = "Automatic";
+        UpdateProgram program(switches);
+        program.calendarPage = [] {
+            return "<table><tr><td valign=middle>Mar 6</td><td><a href=\"q?s=QXTD&d=t\">QXTD</a></td>"
+                   "<td valign=middle>2-1</td></tr></table>";
+        };
+        program.StartMine();
+        program.frame->QuoteForm()->View()->selectRow(1);
+        program.Update();
+        QCOMPARE(program.session.CurrentTicker, std::string("T2"));
+        program.frame->Run("mnuGraphicsHLC");
+        QVERIFY(program.frame->GraphForm());
+        QCOMPARE(program.frame->GraphForm()->windowTitle(), QStringLiteral("T2"));
+    }
+
+    void aRecentFileStartsWithoutTheValuesOfTheTableBefore() {
+        UpdateProgram program;
+        program.Write("VTRCOLset.ini", "\"Last Price\"\r\n\"P/E est.\"\r\n\"\"\r\n");
+        program.Write("Other.ddq", "Ticker Symbol\tLast Price\tP/E est.\r\nKO\t1.000\t\r\n");
+        program.Write("Mine.ddq", "Ticker Symbol\tLast Price\tP/E est.\r\nT1\t1.000\t\r\n");
+        constexpr int kEstimate = 2;
+        program.StartMine();
+        program.Update();
+        // 5 earned a share at a price of 22 times that, and 6 expected.
+        QCOMPARE(program.Text(0, kEstimate), QStringLiteral("18.33"));
+        program.session.settings.MruSettings.Set(1, Value::OfText("Other.ddq"));
+        program.frame->OpenRecentFile(1);
+        program.expectedEarnings = "0";
+        program.Update();
+        QCOMPARE(program.Text(0, kLastColumn), QStringLiteral("110.000"));
+        QCOMPARE(program.Text(0, kEstimate), QString());
     }
 
     void withSplitsByHandTheCalendarIsNotAskedFor() {

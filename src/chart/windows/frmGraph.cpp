@@ -298,6 +298,10 @@ void frmGraph::Finer() {
     if (FinerTimeFrame(context_)) Refresh();
 }
 
+void frmGraph::ShowAlarms(const QuoteTable& table, std::size_t row) {
+    if (brantlow::ShowAlarms(context_, {context_.chart.SelectorTicker, &table, row})) Refresh();
+}
+
 void frmGraph::Refresh() {
     const ChartSession& chart = context_.chart;
     setWindowTitle(Shown(chart.Label58));

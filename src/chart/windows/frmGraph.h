@@ -28,6 +28,8 @@ class frmGraph final : public QWidget {
     const ChartSession& Chart() const { return context_.chart; }
     // What a picture or a print of the window holds: all of the chart, even where the window is smaller.
     QWidget* ClientArea() const { return sheet_; }
+    // The alarms of this row of the open table are drawn from now on.
+    void ShowAlarms(const QuoteTable& table, std::size_t row);
 
   Q_SIGNALS:
     // The user asked to close this window; the main frame decides.

@@ -135,7 +135,7 @@ void frmQuoteGrid::ShowTable() {
     });
     ApplyWidths();
     ShowEmptySentence();
-    if (table_.TickerCount() > 0) selectedTicker_ = table_.Ticker(1);
+    if (table_.TickerCount() > 0) Mean(selectedTicker_ = table_.Ticker(1));
     SelectAgain(0);
     NameChanged();
 }
@@ -256,17 +256,29 @@ void frmQuoteGrid::RowSelected(int row) {
     if (row < 0) return;
     SelectedRow = static_cast<std::size_t>(row) + 1;
     selectedTicker_ = table_.Ticker(SelectedRow);
-    session_.CurrentTicker = selectedTicker_;
-    const QSignalBlocker quiet(Text1);
-    Text1->setText(Shown(session_.CurrentTicker));
+    Mean(selectedTicker_);
+    {
+        const QSignalBlocker quiet(Text1);
+        Text1->setText(Shown(selectedTicker_));
+    }
+    Q_EMIT RowChosen();
 }
 
-// The commands of the menu work on the ticker in the Symbol box, so a click selects the row under it first.
+void frmQuoteGrid::Mean(const std::string& ticker) {
+    tickerMeant_ = ticker;
+    session_.CurrentTicker = ticker;
+}
+
+// The commands of the menu work on the ticker in the Symbol box, so a click selects the row under it first;
+// one that is highlighted already has to come into the box too.
 void frmQuoteGrid::AskPopUp(const QAbstractItemView& view, const QPoint& place) {
     if (!HasSavedKind()) return;
     const int row = view.indexAt(place).row();
-    if (row >= 0) view_->selectRow(row);
-    session_.CurrentTicker = UpperCase(Typed().symbol);
+    if (row >= 0) {
+        view_->selectRow(row);
+        RowSelected(row);
+    }
+    Mean(UpperCase(Typed().symbol));
     Q_EMIT PopUpAsked(view.viewport()->mapToGlobal(place));
 }
 
@@ -279,7 +291,7 @@ bool frmQuoteGrid::HasSavedKind() const {
 void frmQuoteGrid::Text1_Change(const QString& text) {
     if (!HasSavedKind()) return;
     const std::string typed = text.toStdString();
-    session_.CurrentTicker = UpperCase(typed);
+    Mean(UpperCase(typed));
     const std::size_t row = FindTickerRow(table_, typed);
     if (row == 0) return;
     SelectedRow = row;
@@ -287,6 +299,7 @@ void frmQuoteGrid::Text1_Change(const QString& text) {
     selectedTicker_ = typed.empty() ? std::string() : table_.Ticker(row);
     SelectAgain(static_cast<int>(CurrentColumn()));
     view_->ShowAtTop(static_cast<int>(row) - 1);
+    Q_EMIT RowChosen();
 }
 
 void frmQuoteGrid::ShowRowInWork(std::size_t row, std::size_t topRow) {

@@ -51,6 +51,9 @@ class frmQuoteGrid final : public QWidget {
     std::size_t CurrentColumn() const;
     // The ticker of the selected row; empty where none is selected.
     const std::string& SelectedTicker() const { return selectedTicker_; }
+    // The ticker that commands mean: that of the row selected last, or what is typed in the Symbol box in
+    // capitals. A run that goes through the tickers does not change it.
+    const std::string& TickerMeant() const { return tickerMeant_; }
     // What stands in the boxes above the table.
     NewTicker Typed() const;
     void ClearSymbolBox();
@@ -69,6 +72,8 @@ class frmQuoteGrid final : public QWidget {
     // A row was clicked with the right button, or the menu key pressed; `place` is on the screen. The row is
     // selected by then.
     void PopUpAsked(const QPoint& place);
+    // Another row was selected, or one found by typing.
+    void RowChosen();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -88,6 +93,7 @@ class frmQuoteGrid final : public QWidget {
     void SortBy(int column, SortOrder order);
     void SelectAgain(int column);
     void RowSelected(int row);
+    void Mean(const std::string& ticker);
     void EnterTicker(const QLineEdit& box);
     void AskPopUp(const QAbstractItemView& view, const QPoint& place);
     void Text1_Change(const QString& text);
@@ -103,6 +109,7 @@ class frmQuoteGrid final : public QWidget {
     QLabel* empty_;
     std::size_t SelectedRow = 0;
     std::string selectedTicker_;
+    std::string tickerMeant_;
     // False while a run stands still over the table: its rows and columns keep their places.
     bool enabled_ = true;
     // Which way the next double click sorts.

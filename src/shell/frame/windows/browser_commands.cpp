@@ -42,7 +42,7 @@ CommandRows BrowserCommands::Rows() {
 
 void BrowserCommands::OpenResearch(std::string_view command) {
     const ResearchTarget target =
-        TargetOf(command, {frame_.hosts, frame_.session.settings}, frame_.session.CurrentTicker);
+        TargetOf(command, {frame_.hosts, frame_.session.settings}, TickerMeant(frame_.table, frame_.session));
     if (!target.refusal.empty()) frame_.person.Say(target.refusal);
     if (target.opensIn == OpensIn::Browser) OpenPage(target.address);
     if (target.opensIn == OpensIn::OutsideBrowser) OpenOutside(target.address);

@@ -44,7 +44,7 @@ void ChartCommands::ChartAgain() {
 void ChartCommands::ShowChart(std::string_view style) {
     ChartSelection selection;
     const frmQuoteGrid* const table = frame_.table.form();
-    const std::string ticker = table ? frame_.session.CurrentTicker : std::string();
+    const std::string ticker = table ? TickerMeant(frame_.table, frame_.session) : std::string();
     selection.ticker = ticker;
     if (table) {
         selection.table = &table->Table();
@@ -76,6 +76,14 @@ void ChartCommands::LoadForm(const ChartContext& context) {
     window->showMaximized();
     form->setFocus();
     frame_.applyRules();
+}
+
+// Not in the midst of a run: the series that the chart is drawn from may be in work.
+void ChartCommands::FollowRow() {
+    const frmQuoteGrid* const table = frame_.table.form();
+    if (!form_ || !table || frame_.person.InRun()) return;
+    const std::size_t row = RowOfTicker(table->Table(), table->TickerMeant());
+    if (row > 0) form_->ShowAlarms(table->Table(), row);
 }
 
 void ChartCommands::CloseForm() {

@@ -24,6 +24,8 @@ class ChartCommands final {
     // The chart's window, null when none is open.
     frmGraph* Form() const;
     void CloseForm();
+    // The open chart's alarm lines become those of the table's selected row.
+    void FollowRow();
 
   private:
     void ChartHighLowClose();

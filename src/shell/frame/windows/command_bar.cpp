@@ -110,12 +110,14 @@ void CommandBar::AddButton(const Button& button) {
     QAction* entry = Entry(button.command);
     action->setToolTip(ToolTip(button.toolTip, entry->shortcut()));
     action->setStatusTip(Name(command->toolTip));
-    connect(action, &QAction::triggered, entry, &QAction::trigger);
     if (button.waitsForQuoteFile) {
+        // Once it is there it stays lit, with whatever is open: its command says what it needs.
+        connect(action, &QAction::triggered, this, [this, command] { run_(*command); });
         waiting_.append(action);
         if (button.startsGroup) waiting_.append(buttons_.addSeparator());
         for (QAction* hidden : waiting_) hidden->setVisible(false);
     } else {
+        connect(action, &QAction::triggered, entry, &QAction::trigger);
         connect(entry, &QAction::changed, action,
                 [entry, action] { action->setEnabled(entry->isEnabled()); });
     }

@@ -72,7 +72,10 @@ void EditCommands::EditAlarm() {
     const NewTicker typed = form->Typed();
     const TableEdit edit =
         EditAlarms(frame_.session, form->Table(), typed.symbol, {typed.highAlarm, typed.lowAlarm});
-    if (edit.outcome == EditOutcome::Changed) form->CellsChanged();
+    if (edit.outcome == EditOutcome::Changed) {
+        form->CellsChanged();
+        frame_.rowChosen();
+    }
     TellEdit(edit);
 }
 

@@ -67,6 +67,7 @@ TableLoad FileCommands::LoadForm() {
         if (frame_.runs.TableMayClose()) CloseTable();
     });
     QObject::connect(form, &frmQuoteGrid::CommandPressed, &frame_.window, frame_.run);
+    QObject::connect(form, &frmQuoteGrid::RowChosen, &frame_.window, frame_.rowChosen);
     QObject::connect(form, &frmQuoteGrid::PopUpAsked, &frame_.window, frame_.showPopUpMenu);
     form_ = form;
     window_ = frame_.children.Add(*form);
@@ -134,6 +135,7 @@ void FileCommands::OpenFundamentals() {
 }
 
 void FileCommands::OpenRecentFile(std::size_t entry) {
+    frame_.forgetRows();
     frame_.session.OpenWithoutDialog = "True";
     frame_.session.PickedFile = frame_.session.settings.MruSettings.Text(entry);
     OpenQuotesFile();

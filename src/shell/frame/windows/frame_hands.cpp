@@ -1,8 +1,14 @@
 #include "shell/frame/windows/frame_hands.h"
 
 #include "shell/frame/windows/window_person.h"
+#include "store/windows/frmQuoteGrid.h"
 
 namespace brantlow {
+
+std::string TickerMeant(const TableHands& table, Session& session) {
+    if (const frmQuoteGrid* const form = table.form()) session.CurrentTicker = form->TickerMeant();
+    return session.CurrentTicker;
+}
 
 void TellDatabaseError(const FrameHands& frame, const std::error_code& error) {
     frame.person.Say(frame.session.settings.QuoteFolder + ": a file of the database cannot be written (" +

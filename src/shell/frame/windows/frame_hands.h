@@ -59,6 +59,10 @@ struct TableHands {
     std::function<void()> close;
 };
 
+// The ticker that a command means: the one of the open table's row, whatever a run has worked on since, else
+// Session::CurrentTicker. The session's is that one again afterwards.
+std::string TickerMeant(const TableHands& table, Session& session);
+
 struct FrameHands {
     QMainWindow& window;  // the owner of dialogs
     Session& session;
@@ -78,6 +82,10 @@ struct FrameHands {
     std::function<void()> applyRules = {};
     // Closes every child, whatever it shows.
     std::function<void()> closeChildren = {};
+    // Another row of the table is selected, or its alarms have changed.
+    std::function<void()> rowChosen = {};
+    // What updates keep of each row is forgotten.
+    std::function<void()> forgetRows = {};
     // The open table's window has come into sight.
     std::function<void()> tableShown = {};
     // Shows the menu that belongs to a right-click at this place of the screen.

@@ -15,6 +15,7 @@ FrameRuns::FrameRuns(QWidget& window, Session& session, WindowPerson& person,
     : window_(window), session_(session), person_(person), applyRules_(std::move(applyRules)) {}
 
 void FrameRuns::Begin(frmQuoteGrid& table) {
+    ticker_ = session_.CurrentTicker;
     person_.BeginRun([this, &table] { table.ShowRowInWork(session_.run.CurrentRow, session_.run.TopRow); });
     applyRules_();
 }
@@ -25,12 +26,14 @@ void FrameRuns::BeginFilling(frmQuoteGrid& table) {
 }
 
 void FrameRuns::BeginWithoutTable() {
+    ticker_ = session_.CurrentTicker;
     person_.BeginRun([] {});
     applyRules_();
 }
 
 bool FrameRuns::End() {
     filling_ = false;
+    if (ticker_) session_.CurrentTicker = *std::exchange(ticker_, std::nullopt);
     person_.EndRun();
     // The run was called from a click; the frame goes when that has returned.
     if (closeFrame_) QTimer::singleShot(0, &window_, &QWidget::close);
@@ -39,6 +42,8 @@ bool FrameRuns::End() {
 
 bool FrameRuns::EndOn(frmQuoteGrid& table) {
     const bool stays = End();
+    // The person may have selected another row while the run stood still.
+    session_.CurrentTicker = table.TickerMeant();
     table.ShowFirstRow();
     return stays;
 }

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "shell/session.h"
 
@@ -43,6 +45,8 @@ class FrameRuns final {
     Session& session_;
     WindowPerson& person_;
     std::function<void()> applyRules_;
+    // What Session::CurrentTicker was before the run, which sets it for each row.
+    std::optional<std::string> ticker_;
     bool filling_ = false;
     bool closeTable_ = false;
     bool closeFrame_ = false;

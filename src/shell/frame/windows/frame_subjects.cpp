@@ -22,6 +22,8 @@ FrameSubjects::FrameSubjects(const Start& start)
     hands.pictureOperations = [this](QWidget& chartForm, QWidget& client) {
         return print.PictureOperations(chartForm, client);
     };
+    hands.rowChosen = [this] { chart.FollowRow(); };
+    hands.forgetRows = [this] { updates.ForgetRows(); };
     hands.openPage = [this](const std::string& address) { browser.OpenPage(address); };
     for (const CommandRows& rows :
          {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(), longRuns.Rows(),

@@ -31,6 +31,8 @@ class UpdateCommands final {
     void StartClock();
     // One look at the clock: starts the daily run in its minute. Called by a timer about once a second.
     void WaitForDailyRun();
+    // What runs keep of each row: rows of another table would show in their place.
+    void ForgetRows() { rows_ = {}; }
     // Long runs watch the memory by this text instead of the system's.
     void WatchMemoryBy(std::string (*memoryInfo)()) { memoryInfo_ = memoryInfo; }
 
