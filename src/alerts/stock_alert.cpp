@@ -1,14 +1,11 @@
 #include "alerts/stock_alert.h"
 
 #include "base/askable_ticker.h"
+#include "shell/settings/lines.h"
 
 namespace brantlow {
 
 namespace {
-
-constexpr std::size_t kAlertSwitchLine = 14;
-constexpr std::size_t kAlertAddressLine = 15;
-constexpr std::string_view kAlertsOn = "E-mail Alerts";
 
 // An update stands still meanwhile, and nobody reads the reply.
 constexpr double kAlertSeconds = 10;
@@ -25,13 +22,12 @@ std::string StockAlertUrl(const Hosts& hosts, std::string_view address, std::str
 
 AlertOutcome SendStockAlert(Web& web, const Hosts& hosts, const SettingsTables& settings,
                             std::string_view ticker, AlertedTickers& alerted, const RunControl* run) {
-    const SettingsTable& data = settings.DataSettings;
-    if (data.Text(kAlertSwitchLine) != kAlertsOn) return AlertOutcome::NotWanted;
+    if (!SendsAlerts(settings)) return AlertOutcome::NotWanted;
     if (alerted.tickers.size() >= kMostRows) return AlertOutcome::NotWanted;
     if (!alerted.tickers.emplace(ticker).second) return AlertOutcome::NotWanted;
     if (!IsAskableTicker(ticker)) return AlertOutcome::LeftOut;
     WebRequest request;
-    request.url = StockAlertUrl(hosts, data.Text(kAlertAddressLine), ticker);
+    request.url = StockAlertUrl(hosts, Get(settings, kAlertAddress), ticker);
     request.limitSeconds = kAlertSeconds;
     request.limitBytes = kAlertBytes;
     request.run = run;

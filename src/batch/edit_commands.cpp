@@ -10,6 +10,7 @@
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "batch/table_commands.h"
+#include "shell/settings/choices.h"
 #include "store/table_files.h"
 
 namespace brantlow {
@@ -43,7 +44,7 @@ class TableEdits {
     // An edit of a call is kept, whether the settings save by themselves or not.
     ExitStatus Finish() {
         Session& session = call_.session;
-        if (isChanged_ && !error_ && !SavesAutomatically(session.settings)) {
+        if (isChanged_ && !error_ && !SavesTable(session.settings)) {
             error_ = SaveQuoteTable(table_, session.DataFile(session.CurrentFile));
         }
         if (error_) return Refuse(call_, session.CurrentFile + " could not be written: " + error_.message());

@@ -7,6 +7,7 @@
 #include "batch/commands.h"
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -14,7 +15,6 @@ namespace brantlow {
 namespace {
 
 constexpr std::array<std::string_view, 4> kYearChoices = {"2", "5", "10", "20"};
-constexpr std::size_t kHistoryYearsLine = 6;
 
 ExitStatus RefuseDatabaseError(BatchCall& call, const std::string& what, const std::error_code& error) {
     return Refuse(call, what + " could not be written: " + error.message());
@@ -50,7 +50,7 @@ bool TakeYears(BatchCall& call) {
         return false;
     }
     const std::string years = call.arguments.Text("--years");
-    session.settings.DataSettings.Set(kHistoryYearsLine, Value::Parse(years));
+    SetText(session.settings, *kHistoryYears.row, years);
     const auto error = WriteSettingsFile(SettingsFile::Data, session.AppPath, session.settings);
     if (error) RefuseDatabaseError(call, SettingsFileName(SettingsFile::Data), error);
     return !error;

@@ -5,6 +5,7 @@
 #include "batch/left_out.h"
 #include "batch/table_calls.h"
 #include "selector/selector_run.h"
+#include "shell/settings/condition_lines.h"
 #include "store/error_report.h"
 #include "store/table_files.h"
 
@@ -26,27 +27,12 @@ bool OpenEvaluations(BatchCall& call, const std::string& name, QuoteTable& evalu
     return LoadTable(call, working, evaluations);
 }
 
-// The action of each condition of the stored set; empty where the set has no such condition.
-std::array<std::string, kConditionCount + 1> ConditionActions(const SettingsTables& settings) {
-    std::array<std::string, kConditionCount + 1> actions;
-    std::size_t condition = 0;
-    for (std::size_t line = 1; line <= settings.SelectorLineCount; ++line) {
-        const std::string& text = settings.SelectorSettings.Text(line);
-        if (text == kConditionLine) ++condition;
-        if (condition > kConditionCount) break;
-        const bool isAction =
-            std::find(kConditionActions.begin(), kConditionActions.end(), text) != kConditionActions.end();
-        if (isAction) actions[condition] = text;
-    }
-    return actions;
-}
-
 void PrintOutcome(BatchCall& call, const SelectorOutcome& outcome, std::size_t rows,
                   const std::string& savedAs) {
     call.out << "Saved: " << savedAs << '\n' << "Tickers: " << outcome.tickers;
     if (outcome.stopped) call.out << " of " << rows;
     call.out << '\n';
-    const auto actions = ConditionActions(call.session.settings);
+    const auto actions = ConditionActionsOf(call.session.settings);
     for (std::size_t i = 1; i <= kConditionCount; ++i) {
         call.out << "Condition " << i << (actions[i].empty() ? "" : " " + actions[i]) << ": "
                  << outcome.hitsPerCondition[i] << '\n';

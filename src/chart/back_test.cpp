@@ -106,8 +106,8 @@ std::vector<BackTestLabel> BackTestLabels(const BackTest& test, const SettingsTa
         {"Label12", MoneyText(test.HeldValue)},
         {"Label14", ReturnText(test)},
         {"Label16", MoneyText(test.Profit)},
-        {"Label18", settings.GraphSettings.Text(kBuySide.settingsLine)},
-        {"Label20", settings.GraphSettings.Text(kSellSide.settingsLine)},
+        {"Label18", Get(settings, kBuySide.setting)},
+        {"Label20", Get(settings, kSellSide.setting)},
     };
 }
 

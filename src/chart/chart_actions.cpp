@@ -8,6 +8,7 @@
 #include "chart/chart_panels.h"
 #include "chart/panel_paint.h"
 #include "chart/signals.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -121,10 +122,10 @@ void PrepareChartWindow(ChartContext& context) {
     SettingsTables& settings = context.session.settings;
     LoadSettingsFile(SettingsFile::Graph, context.session.AppPath, settings);
     if (chart.ChartStyle == kDefaultStyle || chart.ChartStyle == kCandleStickStyle) {
-        settings.GraphSettings.Set(kGraphTypeLine, Value::OfText(chart.ChartStyle));
+        SetText(settings, *kChartStyle.row, chart.ChartStyle);
     }
     for (std::size_t slot = 0; slot < chart.Slots.size(); ++slot) {
-        chart.Slots[slot] = settings.GraphSettings.Text(kFirstSlotLine + slot);
+        chart.Slots[slot] = TextOf(settings, ChartSeriesRow(slot));
     }
     std::copy(kFirstVolumeSeries.begin(), kFirstVolumeSeries.end(), chart.VolumeSeriesList.begin());
     chart.Combo1 = kPriceName;

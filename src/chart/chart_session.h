@@ -15,11 +15,12 @@
 #include "chart/panel_geometry.h"
 #include "chart/pick_lists.h"
 #include "indicators/number_series.h"
+#include "shell/settings/choices.h"
 
 namespace brantlow {
 
-inline constexpr std::string_view kDefaultStyle = "Default";  // High, Low, Close
-inline constexpr std::string_view kCandleStickStyle = "CandleStick";
+inline constexpr std::string_view kDefaultStyle = kChartStyleWords[0];  // High, Low, Close
+inline constexpr std::string_view kCandleStickStyle = kChartStyleWords[1];
 
 // Values of ChartTimeFrame.
 inline constexpr int kDailyFrame = 1;
@@ -31,12 +32,6 @@ inline constexpr std::array<std::string_view, 7> kSlotControls = {
     "Label13", "Label14", "Label15", "Label16", "Label17", "Label18", "Label19",
 };
 inline constexpr std::size_t kVolumeEntries = 6;
-
-// Lines of GraphSettings.
-inline constexpr std::size_t kGraphTypeLine = 1;
-inline constexpr std::size_t kFirstSlotLine = 2;  // of Label13; the other six follow
-inline constexpr std::size_t kBuyConditionLine = 9;
-inline constexpr std::size_t kSellConditionLine = 10;
 
 // What the labels show while a button is held on a panel; empty otherwise.
 struct MouseReadOut {

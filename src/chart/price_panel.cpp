@@ -5,6 +5,7 @@
 #include "chart/panel_paint.h"
 #include "chart/series_tables.h"
 #include "chart/signals.h"
+#include "shell/settings/lines.h"
 
 namespace brantlow {
 
@@ -221,9 +222,9 @@ std::vector<PanelLabel> PriceLabels(const ChartSession& chart, const WorkingSeri
     };
 }
 
-void WriteBackSlots(const ChartSession& chart, SettingsTable& graphSettings) {
+void WriteBackSlots(const ChartSession& chart, SettingsTables& settings) {
     for (std::size_t slot = 0; slot < chart.Slots.size(); ++slot) {
-        graphSettings.Set(kFirstSlotLine + slot, Value::OfText(chart.Slots[slot]));
+        SetText(settings, ChartSeriesRow(slot), chart.Slots[slot]);
     }
 }
 
@@ -231,7 +232,7 @@ void WriteBackSlots(const ChartSession& chart, SettingsTable& graphSettings) {
 
 PanelDrawing PaintPricePanel(ChartSession& chart, Analysis& analysis, SettingsTables& settings) {
     WorkingSeries& series = analysis.series;
-    const bool candles = settings.GraphSettings.Text(kGraphTypeLine) != kDefaultStyle;
+    const bool candles = Get(settings, kChartStyle) == ChartStyleChoice::CandleSticks;
     RepairBars(series, candles);
     SetScale(RangeOf(series, chart), chart);
     // A regression that ends at 0 would draw a line down to it.
@@ -247,7 +248,7 @@ PanelDrawing PaintPricePanel(ChartSession& chart, Analysis& analysis, SettingsTa
     DrawSlots(chart, analysis, candles, pen, drawing.labels);
     if (HasBothConditions(settings)) DrawSignals(chart, series.BarCount, pen);
     DrawAlarms(chart, pen);
-    WriteBackSlots(chart, settings.GraphSettings);
+    WriteBackSlots(chart, settings);
     return drawing;
 }
 

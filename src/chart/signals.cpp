@@ -8,12 +8,11 @@
 #include "indicators/indicator_pass.h"
 #include "selector/evaluation.h"
 #include "selector/test_table.h"
+#include "shell/settings/condition_lines.h"
 
 namespace brantlow {
 
 namespace {
-
-constexpr std::string_view kNoCondition = "None";
 
 // The walk over the settings for one side. As what a line is to be read hangs on the lines before it and on
 // no bar, so the lines of the chosen block are resolved here once.
@@ -22,15 +21,12 @@ class SideWalk {
     SideWalk(const SignalSide& side, std::string_view chosenBlock)
         : action_(side.action), chosenBlock_(chosenBlock) {}
 
-    void Take(const std::string& row) {
-        if (row == kConditionLine) {
-            ++ConditionIndex_;
-            EvalPhase_ = Phase::BeforeAction;
-        }
-        if (chosenBlock_ != "Condition " + std::to_string(ConditionIndex_)) return;
-        if (row == action_) EvalPhase_ = Phase::Names;
-        CountSlots(row);
-        if (IsTested(row)) steps_.push_back(Resolve(row));
+    void Take(const ConditionLine& line) {
+        if (line.token == ConditionToken::Begin) EvalPhase_ = Phase::BeforeAction;
+        if (chosenBlock_ != "Condition " + std::to_string(line.block)) return;
+        if (line.text == action_) EvalPhase_ = Phase::Names;
+        CountSlots(line);
+        if (IsTested(line)) steps_.push_back(Resolve(line.text));
     }
 
     const std::vector<TestStep>& Steps() const { return steps_; }
@@ -38,18 +34,20 @@ class SideWalk {
   private:
     enum class Phase : unsigned char { BeforeAction, Names, Slots };
 
-    void CountSlots(const std::string& row) {
-        if (EvalPhase_ == Phase::Names && row == kValueLine) {
+    void CountSlots(const ConditionLine& line) {
+        const bool isValues = line.token == ConditionToken::Values;
+        if (EvalPhase_ == Phase::Names && isValues) {
             EvalPhase_ = Phase::Slots;
             ValueSlot_ = 0;
-        } else if (EvalPhase_ == Phase::Slots && row != kValueLine) {
+        } else if (EvalPhase_ == Phase::Slots && !isValues) {
             ++ValueSlot_;
         }
     }
 
-    bool IsTested(const std::string& row) const {
-        return EvalPhase_ != Phase::BeforeAction && !row.empty() && row != kConditionLine && row != action_ &&
-               row != kValueLine;
+    // The actions of other sides are tested as names, which no test answers to.
+    bool IsTested(const ConditionLine& line) const {
+        const bool isText = line.token == ConditionToken::Text || line.token == ConditionToken::Action;
+        return EvalPhase_ != Phase::BeforeAction && isText && !line.text.empty() && line.text != action_;
     }
 
     TestStep Resolve(const std::string& row) const {
@@ -60,15 +58,13 @@ class SideWalk {
     std::string_view action_;
     std::string_view chosenBlock_;
     std::vector<TestStep> steps_;
-    std::size_t ConditionIndex_ = 0;
     Phase EvalPhase_ = Phase::BeforeAction;
     std::size_t ValueSlot_ = 0;
 };
 
 std::vector<TestStep> StepsOf(const SettingsTables& settings, const SignalSide& side) {
-    SideWalk walk(side, settings.GraphSettings.Text(side.settingsLine));
-    for (std::size_t line = 1; line <= settings.SelectorLineCount; ++line)
-        walk.Take(settings.SelectorSettings.Text(line));
+    SideWalk walk(side, Get(settings, side.setting));
+    WalkConditionLines(settings, [&](const ConditionLine& line) { walk.Take(line); });
     return walk.Steps();
 }
 
@@ -93,8 +89,8 @@ void ComputeSignals(const SettingsTables& settings, const SignalSide& side, cons
 }  // namespace
 
 bool HasCondition(const SettingsTables& settings, const SignalSide& side) {
-    const std::string& chosen = settings.GraphSettings.Text(side.settingsLine);
-    return !chosen.empty() && chosen != kNoCondition;
+    const std::string& chosen = Get(settings, side.setting);
+    return !chosen.empty() && chosen != kNoConditionWord;
 }
 
 bool HasBothConditions(const SettingsTables& settings) {

@@ -11,6 +11,8 @@
 
 #include "chart/chart_session.h"
 #include "indicators/analysis.h"
+#include "shell/settings/condition_lines.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_tables.h"
 
 namespace brantlow {
@@ -19,13 +21,13 @@ namespace brantlow {
 struct SignalSide {
     // The action that the chosen block must have.
     std::string_view action;
-    // The line of GraphSettings that chooses the block: "Condition " and its number; "None", or nothing in a
-    // file that ends before it, chooses none.
-    std::size_t settingsLine;
+    // The setting that chooses the block: "Condition " and its number; "None", or nothing in a file that ends
+    // before it, chooses none.
+    TextLine setting;
 };
 
-inline constexpr SignalSide kBuySide = {"Buy", kBuyConditionLine};
-inline constexpr SignalSide kSellSide = {"Sell", kSellConditionLine};
+inline constexpr SignalSide kBuySide = {kConditionActions[0], kBuyCondition};
+inline constexpr SignalSide kSellSide = {kConditionActions[1], kSellCondition};
 
 // Whether a condition is chosen for the side. Only then is its signal computed.
 bool HasCondition(const SettingsTables& settings, const SignalSide& side);

@@ -3,6 +3,7 @@
 #include "acquire/web/giving_up_web.h"
 #include "base/former_files.h"
 #include "base/text.h"
+#include "shell/settings/choices.h"
 #include "shell/status_words.h"
 #include "splits/split_calendar_page.h"
 #include "store/import_record.h"
@@ -12,18 +13,6 @@
 namespace brantlow {
 
 namespace {
-
-// A line of the data settings that switches a step on by one word.
-struct StepSwitch {
-    std::size_t line;
-    std::string_view word;
-
-    bool IsOn(const SettingsTables& settings) const { return settings.DataSettings.Text(line) == word; }
-};
-
-constexpr StepSwitch kStoreInDatabase{8, "Automatic Save"};
-constexpr StepSwitch kRunSelector{16, "Automatic"};
-constexpr StepSwitch kAdjustSplits{19, "Automatic"};
 
 SplitCheck AdjustSplits(const UpdateWork& work, WorkingSeries& series) {
     if (work.showAdjustSplits) work.showAdjustSplits(true);
@@ -84,14 +73,14 @@ DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSerie
         {ImportRecordFile(session.AppPath), UpdateListPath(session.settings.QuoteFolder)});
     result.quotes = UpdateQuotes(work);
     const auto goesOn = [&] { return session.run.ProcessCommand != kStopRun; };
-    if (kStoreInDatabase.IsOn(session.settings)) result.database = ImportEndOfDay(session, work.table, days);
+    if (StoresInDatabase(session.settings)) result.database = ImportEndOfDay(session, work.table, days);
     if (!HasQuote(result.quotes) && !result.quotes.error) result.quotes.error = former.PutBack();
-    if (goesOn() && kAdjustSplits.IsOn(session.settings)) result.splits = AdjustSplits(work, series);
-    result.isSaved = SavesAutomatically(session.settings);
+    if (goesOn() && AdjustsSplits(session.settings)) result.splits = AdjustSplits(work, series);
+    result.isSaved = SavesTable(session.settings);
     result.saveError = AutomaticSave(session, work.table);
     session.person.ShowStatusWord(kStatusComplete);
     result.stopped = !goesOn();
-    result.selectorFollows = goesOn() && kRunSelector.IsOn(session.settings);
+    result.selectorFollows = goesOn() && RunsSelector(session.settings);
     result.report = ReportOf(result, session.CurrentFile);
     return result;
 }

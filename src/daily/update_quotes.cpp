@@ -10,25 +10,16 @@
 #include "acquire/web/downloads.h"
 #include "acquire/web/fetch_queue.h"
 #include "base/askable_ticker.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "daily/row_update.h"
+#include "shell/settings/lines.h"
 #include "store/import_record.h"
 #include "store/update_list.h"
 
 namespace brantlow {
 
 namespace {
-
-// Lines of the net settings.
-constexpr std::size_t kTemplateLine = 4;
-constexpr std::size_t kStepLine = 6;
-constexpr std::size_t kHeaderLine = 7;
-constexpr std::size_t kFooterLine = 8;
-
-std::size_t LineSetting(const SettingsTables& settings, std::size_t line) {
-    const double count = settings.NetSettings.Number(line);
-    return static_cast<std::size_t>(std::clamp(count, 0.0, static_cast<double>(kMostRows)));
-}
 
 // The arrays are in step with the table, row by row.
 bool AreInStep(const QuoteTable& table, const QuoteArrays& rows) {
@@ -95,7 +86,7 @@ class QuoteUpdate {
         return false;
     }
 
-    const std::string& Template() const { return settings_.NetSettings.Text(kTemplateLine); }
+    const std::string& Template() const { return Get(settings_, kQuoteTemplate); }
 
     // The requests leave ahead of the batches in work.
     std::optional<WebRequest> NextRequest() {
@@ -129,7 +120,7 @@ class QuoteUpdate {
     void SayWhenTickersDoNotMatch(std::size_t first) {
         if (source_ != QuoteSource::User) return;
         const UserQuoteUrl filled = FillQuoteTemplate(Template(), work_.table, first);
-        if (static_cast<double>(filled.tickers) != settings_.NetSettings.Number(kStepLine)) {
+        if (static_cast<double>(filled.tickers) != LeadingNumber(TextOf(settings_, kQuotesPerRequest))) {
             work_.session.person.Say(kTickerCountMismatch);
         }
     }
@@ -166,8 +157,9 @@ class QuoteUpdate {
 
     // False when there are rows to fill and no line holds the source's fields.
     bool TakeLines(const std::string& bytes, std::size_t batchRow) {
-        const std::size_t first = LineSetting(settings_, kHeaderLine) + batchRow;
-        const std::size_t last = batchRow + step_ - 1 + LineSetting(settings_, kFooterLine);
+        const std::size_t first = static_cast<std::size_t>(Get(settings_, kSourceHeader)) + batchRow;
+        const std::size_t last =
+            batchRow + step_ - 1 + static_cast<std::size_t>(Get(settings_, kSourceFooter));
         LineReader reader(bytes);
         std::string_view line;
         std::string records;

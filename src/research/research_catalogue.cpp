@@ -6,14 +6,12 @@
 
 #include "base/askable_ticker.h"
 #include "base/text.h"
+#include "shell/settings/lines.h"
 
 namespace brantlow {
 
 namespace {
 
-constexpr std::size_t kProviderLine = 1;
-constexpr std::size_t kBrokerageLine = 2;
-constexpr std::string_view kYahoo = "Yahoo";
 constexpr std::string_view kTickerMark = "{T}";
 
 const std::string& HostAddress(Host host, const ResearchSources& sources) {
@@ -66,7 +64,7 @@ bool IsBrokerageCommand(std::string_view command) {
 }
 
 ResearchTarget BrokerageTarget(const SettingsTables& settings) {
-    const std::string& address = settings.NetSettings.Text(kBrokerageLine);
+    const std::string& address = Get(settings, kBrokerage);
     if (address.empty()) return {OpensIn::Nothing, {}, std::string(kNoBrokerageFirm)};
     return {OpensIn::OutsideBrowser, address, {}};
 }
@@ -102,7 +100,7 @@ bool IsTickerPage(const ResearchPage& page) {
 }
 
 std::string AddressOf(const ResearchPage& page, const ResearchSources& sources, std::string_view ticker) {
-    const bool yahoo = sources.settings.NetSettings.Text(kProviderLine) == kYahoo;
+    const bool yahoo = Get(sources.settings, kWebContent) == WebContent::Yahoo;
     const PageAddress& address = yahoo ? page.yahoo : page.nasdaq;
     return HostAddress(address.host, sources) + Filled(address.path, sources, ticker);
 }

@@ -69,7 +69,7 @@ std::string_view ApplicationSettings::Note(std::string_view label) const {
     const bool noYears = std::none_of(kOptionRows.begin(), kOptionRows.end(), [this](const OptionRow& row) {
         return IsYears(row) && Control(row.control).on;
     });
-    const bool fewVariables = Control("List5").items.size() < kMostVariables;
+    const bool fewVariables = Control("List5").items.size() < kChartSeries;
     if (label == kTimeNote.label && Control("Option16").on && noTime) return kTimeNote.words;
     if (label == kYearsNote.label && Control(kHistoryCheck).on && noYears) return kYearsNote.words;
     if (label == kVariablesNote.label && fewVariables) return kVariablesNote.words;
@@ -77,7 +77,8 @@ std::string_view ApplicationSettings::Note(std::string_view label) const {
 }
 
 void ApplicationSettings::Choose(std::string_view option) {
-    if (!Control(option).enabled) return;
+    // What is chosen already stays as it was entered: only a choice that is new presets others.
+    if (!Control(option).enabled || Control(option).on) return;
     const bool isMarket = std::any_of(kMarkets.begin(), kMarkets.end(),
                                       [&](const MarketRow& market) { return market.control == option; });
     if (isMarket) {
@@ -111,7 +112,7 @@ bool ApplicationSettings::Move(std::string_view arrow, std::size_t item) {
 bool ApplicationSettings::Select(const ListRow& row, std::size_t item) {
     std::vector<std::string>& selected = controls_[row.selected].items;
     std::vector<std::string>& available = controls_[row.available].items;
-    if (row.file == SettingsFile::Graph && selected.size() >= kMostVariables) {
+    if (!row.list && selected.size() >= kChartSeries) {
         session_.person.Say(kTooManyVariables);
         return false;
     }
@@ -140,7 +141,7 @@ SettingsOutcome ApplicationSettings::Apply(SettingsTab tab) {
         Control("Option16").on && TurnOnDailyRun(Control("Combo2").text, Control("Combo3").text, inForce);
     SettingsOutcome outcome = Store(tab, next);
     if (tab != SettingsTab::DataAutomation || !outcome.sentence.empty()) return outcome;
-    controls_["Text4"].text = session_.settings.DataSettings.Text(kDatabaseFolderLine);
+    controls_["Text4"].text = Get(session_.settings, kDatabaseFolder);
     outcome.openScheduler = turnedOn;
     return outcome;
 }

@@ -19,7 +19,7 @@ struct LineSources {
 SettingsTables TablesWithControls(SettingsTab tab, const SettingsControls& controls, const LineSources& from);
 
 // The tables in force with the lines of one tab at their defaults. What the defaults keep comes from the
-// controls or from the tables in force, line by line as kKeptFromControl says.
+// controls or from the tables in force, line by line as LineReset says.
 SettingsTables TablesWithDefaults(SettingsTab tab, const SettingsControls& controls, const LineSources& from);
 
 }  // namespace brantlow

@@ -5,21 +5,13 @@
 
 #include "base/numbers.h"
 #include "screens/settings_store.h"
-#include "shell/settings/condition_set.h"
-#include "shell/settings/settings_files.h"
 
 namespace brantlow {
 
 namespace {
 
-constexpr std::size_t kFirstVariableLine = 3;
-constexpr std::size_t kFirstExportLine = 10;
 // More fields than the line of any source has; what a file without sense lists beyond is left out.
 constexpr std::size_t kMostFields = 1000;
-
-const SettingsTable& TableOf(SettingsFile file, const SettingsTables& settings) {
-    return settings.*FormOf(file).table;
-}
 
 // The whole number that a text is, when it lies between the two.
 std::optional<int> WholeBetween(std::string_view text, int least, int most) {
@@ -37,21 +29,20 @@ std::string TwoDigits(int number) {
 
 void LoadOptions(const SettingsTables& settings, SettingsControls& controls) {
     for (const OptionRow& row : kOptionRows) {
-        const std::string& text = TableOf(row.file, settings).Text(row.line);
-        controls[row.control].on = OptionFor(row.file, row.line, text) == &row;
+        controls[row.control].on = OptionFor(*row.line, TextOf(settings, *row.line)) == &row;
     }
 }
 
 void LoadChecks(const SettingsTables& settings, SettingsControls& controls) {
     for (const CheckRow& row : kCheckRows) {
-        controls[row.control].on = TableOf(row.file, settings).Text(row.line) == row.on;
+        controls[row.control].on = Get(settings, row.line);
     }
-    controls[kHistoryCheck].on = !settings.DataSettings.Text(kHistoryYearsLine).empty();
+    controls[kHistoryCheck].on = FetchesHistory(settings);
 }
 
 void LoadTexts(const SettingsTables& settings, SettingsControls& controls) {
     for (const TextRow& row : kTextRows) {
-        controls[row.control].text = TableOf(row.file, settings).Text(row.line);
+        controls[row.control].text = Get(settings, row.line);
     }
     controls["Combo1"].items.assign(kBrokerageAddresses.begin(), kBrokerageAddresses.end());
 }
@@ -60,8 +51,8 @@ void LoadNumber(const NumberRow& row, const std::string& stored, SettingsControl
     for (int number = row.first; number <= row.last; ++number) {
         control.items.push_back(std::to_string(number));
     }
-    const auto number = WholeBetween(stored, row.least, static_cast<int>(kMostRows));
-    control.text = number ? std::to_string(*number) : std::string(row.whenUnknown);
+    const LineRow& line = *row.line.row;
+    control.text = std::to_string(WholeBetween(stored, line.least, line.most).value_or(line.fallback));
     if (std::find(control.items.begin(), control.items.end(), control.text) == control.items.end()) {
         control.items.push_back(control.text);
     }
@@ -69,20 +60,19 @@ void LoadNumber(const NumberRow& row, const std::string& stored, SettingsControl
 
 void LoadDropDowns(const SettingsTables& settings, SettingsControls& controls) {
     for (const NumberRow& row : kNumberRows) {
-        LoadNumber(row, TableOf(row.file, settings).Text(row.line), controls[row.control]);
+        LoadNumber(row, TextOf(settings, row.line), controls[row.control]);
     }
     for (const TimeRow& row : kTimeRows) {
         SettingsControl& control = controls[row.control];
-        for (int number = 0; number <= row.last; ++number) control.items.push_back(TwoDigits(number));
-        const auto number = WholeBetween(settings.DataSettings.Text(row.line), 0, row.last);
+        for (int number = 0; number <= row.line.row->most; ++number)
+            control.items.push_back(TwoDigits(number));
+        const auto number = Get(settings, row.line);
         if (number && controls["Option16"].on) control.text = TwoDigits(*number);
     }
     for (const DateFormRow& row : kDateFormRows) {
         SettingsControl& control = controls[row.control];
-        control.items.assign(kDateForms.begin(), kDateForms.end());
-        const std::string& stored = TableOf(row.file, settings).Text(row.line);
-        const auto known = std::find(kDateForms.begin(), kDateForms.end(), stored);
-        control.text = known == kDateForms.end() ? kDateForms.front() : *known;
+        control.items.assign(std::begin(kDateForms), std::end(kDateForms));
+        control.text = kDateForms[static_cast<std::size_t>(Get(settings, row.line))];
     }
 }
 
@@ -90,17 +80,16 @@ std::string ConditionName(std::size_t number) {
     return std::string(kConditionLine) + " " + std::to_string(number);
 }
 
-// "Condition 3" is offered to the side on which it reports.
+// "Condition 3" is offered to the side on which it reports, by the line behind its first.
 void OfferConditions(const SettingsTable& selectorSettings, SettingsControls& controls) {
-    std::size_t number = 0;
-    for (std::size_t line = 1; line <= selectorSettings.Size() && number < kConditionCount; ++line) {
-        if (selectorSettings.Text(line) != kConditionLine) continue;
-        ++number;
+    bool begun = false;
+    WalkConditionLines(selectorSettings, selectorSettings.Size(), [&](const ConditionLine& line) {
         for (const ConditionRow& row : kConditionRows) {
-            if (selectorSettings.Text(line + 1) != row.action) continue;
-            controls[row.control].items.push_back(ConditionName(number));
+            if (!begun || line.block > kConditionCount || line.text != row.action) continue;
+            controls[row.control].items.push_back(ConditionName(line.block));
         }
-    }
+        begun = line.token == ConditionToken::Begin;
+    });
 }
 
 bool NamesCondition(std::string_view text) {
@@ -112,40 +101,24 @@ bool NamesCondition(std::string_view text) {
 
 // A stored condition that reports something else by now is still the one chosen.
 void LoadConditions(const SettingsTables& settings, SettingsControls& controls) {
-    for (const ConditionRow& row : kConditionRows) controls[row.control].items = {std::string(kNoCondition)};
+    for (const ConditionRow& row : kConditionRows)
+        controls[row.control].items = {std::string(kNoConditionWord)};
     OfferConditions(settings.SelectorSettings, controls);
     for (const ConditionRow& row : kConditionRows) {
         SettingsControl& control = controls[row.control];
-        const std::string& stored = settings.GraphSettings.Text(row.line);
-        control.text = NamesCondition(stored) ? stored : std::string(kNoCondition);
+        const std::string& stored = Get(settings, row.line);
+        control.text = NamesCondition(stored) ? stored : std::string(kNoConditionWord);
         if (std::find(control.items.begin(), control.items.end(), control.text) == control.items.end()) {
             control.items.push_back(control.text);
         }
     }
 }
 
-// The lines of a table that hold a list.
-struct LineRange {
-    std::size_t first = 1;
-    std::size_t last = 0;
-};
-
-// An export sequence without its marker goes to the end of the table.
-std::size_t LastExportLine(const SettingsTables& settings) {
-    return settings.ImportFieldFirst > 2 ? settings.ImportFieldFirst - 2 : settings.ImExSettings.Size();
-}
-
-LineRange LinesOfList(std::string_view list, const SettingsTables& settings) {
-    if (list == "List2") return {kFirstExportLine, LastExportLine(settings)};
-    if (list == "List5") return {kFirstVariableLine, kFirstVariableLine + kMostVariables - 1};
-    if (list == "List7") return {1, settings.ColumnCount};
-    const bool isImport = list == "List4";
-    const bool isEod = list == "List12";
-    const LineRange net = isEod ? LineRange{settings.NetEodFirst, settings.NetEodLast}
-                                : LineRange{settings.NetHistFirst, settings.NetHistLast};
-    const LineRange range = isImport ? LineRange{settings.ImportFieldFirst, settings.ImportFieldLast} : net;
-    // Without its first marker a sequence is none.
-    return range.first == 0 ? LineRange{} : range;
+std::vector<std::string> StoredNames(const ListRow& row, const SettingsTables& settings) {
+    if (row.list) return FieldsOf(*row.list, settings);
+    std::vector<std::string> series;
+    for (std::size_t i = 1; i <= kChartSeries; ++i) series.push_back(TextOf(settings, ChartSeriesRow(i)));
+    return series;
 }
 
 bool Contains(const std::vector<std::string>& items, std::string_view name) {
@@ -153,10 +126,8 @@ bool Contains(const std::vector<std::string>& items, std::string_view name) {
 }
 
 void LoadSelected(const ListRow& row, const SettingsTables& settings, SettingsControl& selected) {
-    const LineRange range = LinesOfList(row.selected, settings);
-    const SettingsTable& table = TableOf(row.file, settings);
-    for (std::size_t line = range.first; line <= range.last && selected.items.size() < kMostFields; ++line) {
-        const std::string& name = table.Text(line);
+    for (const std::string& name : StoredNames(row, settings)) {
+        if (selected.items.size() >= kMostFields) break;
         const bool known = std::find(row.offered.begin(), row.offered.end(), name) != row.offered.end();
         if (row.kind == ListKind::Positions) {
             selected.items.emplace_back(known ? std::string_view(name) : kSkippedField);
@@ -189,14 +160,15 @@ void LoadStandardSource(SettingsControls& controls) {
 
 }  // namespace
 
-const OptionRow* OptionFor(SettingsFile file, std::size_t line, std::string_view text) {
-    const OptionRow* found = nullptr;
+const OptionRow* OptionFor(const LineRow& line, std::string_view text) {
+    const bool years = &line == kHistoryYears.row;
+    const auto known = ChoiceOf(line, text);
+    if (!known && years) return nullptr;
+    const std::size_t choice = known.value_or(line.Shown());
     for (const OptionRow& row : kOptionRows) {
-        if (row.file != file || row.line != line) continue;
-        if (row.value == text) return &row;
-        if (row.whenUnknown) found = &row;
+        if (row.line == &line && row.choice == choice) return &row;
     }
-    return found;
+    return nullptr;
 }
 
 const OptionRow* FindOption(std::string_view control) {
@@ -208,7 +180,7 @@ const OptionRow* FindOption(std::string_view control) {
 
 void TurnOn(const OptionRow& option, SettingsControls& controls) {
     for (const OptionRow& row : kOptionRows) {
-        if (row.file == option.file && row.line == option.line) controls[row.control].on = &row == &option;
+        if (row.line == option.line) controls[row.control].on = &row == &option;
     }
 }
 

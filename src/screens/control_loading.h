@@ -17,7 +17,7 @@ SettingsControls LoadControls(const SettingsTables& settings, const Hosts& hosts
 void ApplyEnabling(SettingsControls& controls);
 
 // The option shown for this text of its line; null where none is.
-const OptionRow* OptionFor(SettingsFile file, std::size_t line, std::string_view text);
+const OptionRow* OptionFor(const LineRow& line, std::string_view text);
 
 // The row of this option, or null.
 const OptionRow* FindOption(std::string_view control);

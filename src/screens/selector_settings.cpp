@@ -47,11 +47,6 @@ std::error_code WriteSet(const ConditionSet& set, const Path& appPath, SettingsT
     return error;
 }
 
-bool IsFileWord(std::string_view text) {
-    return text == kConditionLine || text == kValueLine ||
-           std::find(kConditionActions.begin(), kConditionActions.end(), text) != kConditionActions.end();
-}
-
 bool MoveName(std::vector<std::string>& from, std::size_t entry, std::vector<std::string>& to) {
     if (entry >= from.size()) return false;
     const auto name = from.begin() + static_cast<std::ptrdiff_t>(entry);
@@ -118,7 +113,7 @@ std::string_view NameRemark(std::string_view name) {
 }
 
 std::string SlotRemark(std::string_view text) {
-    if (IsFileWord(text)) {
+    if (TokenOf(text) != ConditionToken::Text) {
         return "This word has a meaning of its own in the file: the next opening will not find it here.";
     }
     if (text.empty() || WholeNumber(text)) return {};

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -12,8 +13,10 @@
 
 #include "chart/pick_lists.h"
 #include "screens/brokerage_addresses.h"
+#include "shell/settings/condition_lines.h"
+#include "shell/settings/field_lists.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_defaults.h"
-#include "shell/settings/settings_files.h"
 
 namespace brantlow {
 
@@ -46,164 +49,141 @@ struct SettingsControl {
 // By the controls' names.
 using SettingsControls = std::map<std::string_view, SettingsControl>;
 
-// How a control's value stands in its line.
-enum class LineForm { Written, Number, Printed };
-
-// An option button: `value` stands in the line while the option is on. Options of one line exclude each
-// other. A line that holds no option's value does not act as any; the row marked so does what it then does,
-// and is shown. The years have no such row: nothing is chosen then.
+// An option button: the choice of its line that stands there while the option is on. Options of one line
+// exclude each other. For a text that is none of the choices the one is shown that the line's row says; of
+// the years none is.
 struct OptionRow {
-    SettingsFile file;
-    std::size_t line;
+    const LineRow* line;
     std::string_view control;
     std::string_view words;
-    std::string_view value;
-    bool whenUnknown = false;
-    LineForm form = LineForm::Written;
+    std::size_t choice;
+
+    constexpr std::string_view Value() const { return line->choices[choice]; }
 };
 
 inline constexpr std::array kOptionRows = {
-    OptionRow{SettingsFile::ImEx, 1, "Option23", "Text Comma Delimited", "Comma Delimited", true},
-    OptionRow{SettingsFile::ImEx, 1, "Option24", "Text Tab Delimited", "Tab Delimited"},
-    OptionRow{SettingsFile::ImEx, 1, "Option26", "MetaStock 6", "MetaStock 6"},
-    OptionRow{SettingsFile::ImEx, 1, "Option27", "MetaStock 7", "MetaStock 7"},
-    OptionRow{SettingsFile::ImEx, 4, "Option33", "Text Comma Delimited", "Comma Delimited"},
-    OptionRow{SettingsFile::ImEx, 4, "Option34", "Text Tab Delimited", "Tab Delimited", true},
-    OptionRow{SettingsFile::ImEx, 4, "Option28", "MetaStock 6", "MetaStock 6"},
-    OptionRow{SettingsFile::ImEx, 4, "Option31", "MetaStock 7", "MetaStock 7"},
+    OptionRow{kExportType.row, "Option23", "Text Comma Delimited", 0},
+    OptionRow{kExportType.row, "Option24", "Text Tab Delimited", 1},
+    OptionRow{kExportType.row, "Option26", "MetaStock 6", 2},
+    OptionRow{kExportType.row, "Option27", "MetaStock 7", 3},
+    OptionRow{kImportType.row, "Option33", "Text Comma Delimited", 0},
+    OptionRow{kImportType.row, "Option34", "Text Tab Delimited", 1},
+    OptionRow{kImportType.row, "Option28", "MetaStock 6", 2},
+    OptionRow{kImportType.row, "Option31", "MetaStock 7", 3},
 
-    OptionRow{SettingsFile::Data, 1, "Option4", "Manually", "Manually", true},
-    OptionRow{SettingsFile::Data, 1, "Option2", "Weekly", "Weekly"},
-    OptionRow{SettingsFile::Data, 1, "Option3", "Monthly", "Monthly"},
-    OptionRow{SettingsFile::Data, 6, "Option9", "2 Years", "2", false, LineForm::Number},
-    OptionRow{SettingsFile::Data, 6, "Option10", "5 Years", "5", false, LineForm::Number},
-    OptionRow{SettingsFile::Data, 6, "Option11", "10Years", "10", false, LineForm::Number},
-    OptionRow{SettingsFile::Data, 6, "Option12", "20 Years", "20", false, LineForm::Number},
-    OptionRow{SettingsFile::Data, 7, "Option29", "Automatic Save", "Automatic Save"},
-    OptionRow{SettingsFile::Data, 7, "Option30", "Manual Save", "Manual Save", true},
-    OptionRow{SettingsFile::Data, 8, "Option13", "Automatic Save", "Automatic Save"},
-    OptionRow{SettingsFile::Data, 8, "Option6", "Manual Save", "Manual Save", true},
-    OptionRow{SettingsFile::Data, 9, "Option16", "Auto Run:                   hh:mm", "EOD"},
-    OptionRow{SettingsFile::Data, 9, "Option36", "Auto Data Collection Disabled", "None", true},
-    OptionRow{SettingsFile::Data, 16, "Option20", "Automatic Run", "Automatic"},
-    OptionRow{SettingsFile::Data, 16, "Option5", "Manual Run", "Manual", true},
-    OptionRow{SettingsFile::Data, 19, "Option18", "Automatic Split", "Automatic"},
-    OptionRow{SettingsFile::Data, 19, "Option19", "Manual Split", "Manual", true},
+    OptionRow{kBackUpFrequency.row, "Option4", "Manually", 0},
+    OptionRow{kBackUpFrequency.row, "Option2", "Weekly", 1},
+    OptionRow{kBackUpFrequency.row, "Option3", "Monthly", 2},
+    OptionRow{kHistoryYears.row, "Option9", "2 Years", 0},
+    OptionRow{kHistoryYears.row, "Option10", "5 Years", 1},
+    OptionRow{kHistoryYears.row, "Option11", "10Years", 2},
+    OptionRow{kHistoryYears.row, "Option12", "20 Years", 3},
+    OptionRow{kSavesTable.row, "Option29", "Automatic Save", 0},
+    OptionRow{kSavesTable.row, "Option30", "Manual Save", 1},
+    OptionRow{kStoresInDatabase.row, "Option13", "Automatic Save", 0},
+    OptionRow{kStoresInDatabase.row, "Option6", "Manual Save", 1},
+    OptionRow{kCollection.row, "Option16", "Auto Run:                   hh:mm", 0},
+    OptionRow{kCollection.row, "Option36", "Auto Data Collection Disabled", 1},
+    OptionRow{kRunsSelector.row, "Option20", "Automatic Run", 0},
+    OptionRow{kRunsSelector.row, "Option5", "Manual Run", 1},
+    OptionRow{kAdjustsSplits.row, "Option18", "Automatic Split", 0},
+    OptionRow{kAdjustsSplits.row, "Option19", "Manual Split", 1},
 
-    OptionRow{SettingsFile::Graph, 1, "Option21", "High, Low, Close", "Default", true},
-    OptionRow{SettingsFile::Graph, 1, "Option25", "Candle Stick", "CandleStick"},
+    OptionRow{kChartStyle.row, "Option21", "High, Low, Close", 0},
+    OptionRow{kChartStyle.row, "Option25", "Candle Stick", 1},
 
-    OptionRow{SettingsFile::Net, 1, "Option1", "Yahoo", "Yahoo", true},
-    OptionRow{SettingsFile::Net, 1, "Option22", "NASDAQ", "NASDAQ"},
-    OptionRow{SettingsFile::Net, 3, "Option7", "Yahoo", "Yahoo", true},
-    OptionRow{SettingsFile::Net, 3, "Option8", "User Selected", "User Selected String"},
-    OptionRow{SettingsFile::Net, 10, "Option14", "Comma Delimited", "Comma"},
-    OptionRow{SettingsFile::Net, 10, "Option15", "Tab Delimited", "Tab", true},
+    OptionRow{kWebContent.row, "Option1", "Yahoo", 0},
+    OptionRow{kWebContent.row, "Option22", "NASDAQ", 1},
+    OptionRow{kQuoteSource.row, "Option7", "Yahoo", 0},
+    OptionRow{kQuoteSource.row, "Option8", "User Selected", 1},
+    OptionRow{kSourceDelimiter.row, "Option14", "Comma Delimited", 0},
+    OptionRow{kSourceDelimiter.row, "Option15", "Tab Delimited", 1},
 };
 
 struct CheckRow {
-    SettingsFile file;
-    std::size_t line;
+    FlagLine line;
     std::string_view control;
     std::string_view words;
-    std::string_view on;
-    std::string_view off;
 };
 
 inline constexpr std::array kCheckRows = {
-    CheckRow{SettingsFile::Data, 2, "Check1", "Back Up Application Files", "True", "False"},
-    CheckRow{SettingsFile::Data, 4, "Check3", "Back Up Quote Database", "True", "False"},
-    CheckRow{SettingsFile::Data, 12, "Check12", "Automatically Check for new Version Updates.",
-             "Automatic Updates", "Manual Updates"},
-    CheckRow{SettingsFile::Data, 14, "Check2", "Activate", "E-mail Alerts", "None"},
-    CheckRow{SettingsFile::Data, 17, "Check4", "Access Quote Database on the LAN", "True", "False"},
+    CheckRow{kBacksUpApplication, "Check1", "Back Up Application Files"},
+    CheckRow{kBacksUpDatabase, "Check3", "Back Up Quote Database"},
+    CheckRow{kChecksForUpdates, "Check12", "Automatically Check for new Version Updates."},
+    CheckRow{kSendsAlerts, "Check2", "Activate"},
+    CheckRow{kDatabaseIsElsewhere, "Check4", "Access Quote Database on the LAN"},
 };
 
 // The years of history fetched for a new ticker, and the check box that stands for any of them.
-inline constexpr std::size_t kHistoryYearsLine = 6;
 constexpr bool IsYears(const OptionRow& row) {
-    return row.file == SettingsFile::Data && row.line == kHistoryYearsLine;
+    return row.line == kHistoryYears.row;
 }
 inline constexpr std::string_view kHistoryCheck = "Check11";
 inline constexpr std::string_view kHistoryCheckWords = "Update quote database when adding ticker symbol.";
 
 struct TextRow {
-    SettingsFile file;
-    std::size_t line;
+    TextLine line;
     std::string_view control;
-    LineForm form = LineForm::Written;
 };
 
 inline constexpr std::array kTextRows = {
-    TextRow{SettingsFile::ImEx, 2, "Text7"},
-    TextRow{SettingsFile::ImEx, 3, "Text21"},
-    TextRow{SettingsFile::ImEx, 5, "Text8"},
-    TextRow{SettingsFile::ImEx, 6, "Text31"},
-    TextRow{SettingsFile::Data, 3, "Text2"},
-    TextRow{SettingsFile::Data, 5, "Text3"},
-    TextRow{SettingsFile::Data, 15, "Text1"},
-    TextRow{SettingsFile::Data, 18, "Text4"},
-    TextRow{SettingsFile::Net, 2, "Combo1"},
-    TextRow{SettingsFile::Net, 4, "Text11", LineForm::Printed},
-    TextRow{SettingsFile::Net, 5, "Text13", LineForm::Printed},
+    TextRow{kExportFolder, "Text7"},
+    TextRow{kExportName, "Text21"},
+    TextRow{kImportFolder, "Text8"},
+    TextRow{kImportName, "Text31"},
+    TextRow{kApplicationBackUpFolder, "Text2"},
+    TextRow{kDatabaseBackUpFolder, "Text3"},
+    TextRow{kAlertAddress, "Text1"},
+    TextRow{kDatabaseFolder, "Text4"},
+    TextRow{kBrokerage, "Combo1"},
+    TextRow{kQuoteTemplate, "Text11"},
+    TextRow{kHistoryTemplate, "Text13"},
 };
 
-// A drop-down list of numbers. A whole number of the file between `least` and kMostRows is shown even where
-// the list does not offer it; anything else reads as `whenUnknown`.
+// A drop-down list of the numbers from `first` to `last`. Another whole number of the line's range is shown
+// too where the file holds it; anything else reads as the row's fallback.
 struct NumberRow {
-    SettingsFile file;
-    std::size_t line;
+    NumberLine line;
     std::string_view control;
     int first;
     int last;
-    int least;
-    std::string_view whenUnknown;
-    LineForm form;
 };
 
 inline constexpr std::array kNumberRows = {
-    NumberRow{SettingsFile::ImEx, 7, "Combo7", 0, 15, 0, "0", LineForm::Number},
-    NumberRow{SettingsFile::ImEx, 8, "Combo8", 0, 15, 0, "0", LineForm::Number},
-    NumberRow{SettingsFile::Net, 6, "Combo6", 10, 15, 1, "15", LineForm::Printed},
-    NumberRow{SettingsFile::Net, 7, "Combo11", 0, 15, 0, "0", LineForm::Printed},
-    NumberRow{SettingsFile::Net, 8, "Combo12", 0, 15, 0, "0", LineForm::Printed},
+    NumberRow{kImportHeader, "Combo7", 0, 15},      NumberRow{kImportFooter, "Combo8", 0, 15},
+    NumberRow{kQuotesPerRequest, "Combo6", 10, 15}, NumberRow{kSourceHeader, "Combo11", 0, 15},
+    NumberRow{kSourceFooter, "Combo12", 0, 15},
 };
 
 // The hour and the minute of the daily run: two digits each, or nothing.
 struct TimeRow {
-    std::size_t line;  // of the data settings
+    TimeLine line;
     std::string_view control;
-    int last;
 };
 
-inline constexpr std::array kTimeRows = {TimeRow{10, "Combo2", 23}, TimeRow{11, "Combo3", 59}};
+inline constexpr std::array kTimeRows = {TimeRow{kCollectionHour, "Combo2"},
+                                         TimeRow{kCollectionMinute, "Combo3"}};
 
 // The date forms of a supplier's or an import file.
-inline constexpr std::array<std::string_view, 4> kDateForms = {"01/02/04", "Jan-2-2004", "20040102",
-                                                               "040102"};
-
 struct DateFormRow {
-    SettingsFile file;
-    std::size_t line;
+    ChoiceLine<DateForm> line;
     std::string_view control;
 };
 
-inline constexpr std::array kDateFormRows = {DateFormRow{SettingsFile::ImEx, 9, "Combo10"},
-                                             DateFormRow{SettingsFile::Net, 9, "Combo9"}};
+inline constexpr std::array kDateFormRows = {DateFormRow{kImportDateForm, "Combo10"},
+                                             DateFormRow{kSourceDateForm, "Combo9"}};
 
 // The chart's six variables and the conditions that mark buying and selling.
-inline constexpr std::size_t kMostVariables = 6;
 inline constexpr std::string_view kTooManyVariables = "Maximum of 6 Variables on Graphics";
-inline constexpr std::string_view kNoCondition = "None";
 
 struct ConditionRow {
-    std::size_t line;  // of the graph settings while there are six variables
+    TextLine line;
     std::string_view control;
     std::string_view action;
 };
 
-inline constexpr std::array kConditionRows = {ConditionRow{9, "Combo14", "Buy"},
-                                              ConditionRow{10, "Combo15", "Sell"}};
+inline constexpr std::array kConditionRows = {ConditionRow{kBuyCondition, "Combo14", kConditionActions[0]},
+                                              ConditionRow{kSellCondition, "Combo15", kConditionActions[1]}};
 
 // The chart's series but for the price itself, which is always drawn.
 inline constexpr std::span<const std::string_view> kChartVariables = std::span(kPriceSeriesItems).subspan(1);
@@ -244,7 +224,7 @@ enum class ListKind {
 
 // A list of what is chosen, in order, beside one of what is left, with an arrow either way.
 struct ListRow {
-    SettingsFile file;
+    std::optional<FieldList> list;  // nothing for the chart's series
     std::string_view selected;
     std::string_view available;
     std::string_view selectArrow;
@@ -254,16 +234,15 @@ struct ListRow {
 };
 
 inline constexpr std::array kListRows = {
-    ListRow{SettingsFile::ImEx, "List2", "List1", "Command5", "Command6", kOfferedExportFields,
+    ListRow{FieldList::Export, "List2", "List1", "Command5", "Command6", kOfferedExportFields,
             ListKind::Names},
-    ListRow{SettingsFile::ImEx, "List4", "List3", "Command9", "Command10", kOfferedImportFields,
+    ListRow{FieldList::Import, "List4", "List3", "Command9", "Command10", kOfferedImportFields,
             ListKind::Positions},
-    ListRow{SettingsFile::Graph, "List5", "List6", "Command2", "Command3", kChartVariables, ListKind::Names},
-    ListRow{SettingsFile::Columns, "List7", "List8", "Command14", "Command15", kDefaultColumns,
-            ListKind::Names},
-    ListRow{SettingsFile::Net, "List12", "List11", "Command25", "Command26", kOfferedSourceFields,
+    ListRow{std::nullopt, "List5", "List6", "Command2", "Command3", kChartVariables, ListKind::Names},
+    ListRow{FieldList::Columns, "List7", "List8", "Command14", "Command15", kDefaultColumns, ListKind::Names},
+    ListRow{FieldList::SourceQuotes, "List12", "List11", "Command25", "Command26", kOfferedSourceFields,
             ListKind::Positions},
-    ListRow{SettingsFile::Net, "List16", "List15", "Command33", "Command34", kDefaultHistorySequence,
+    ListRow{FieldList::SourceHistory, "List16", "List15", "Command33", "Command34", kDefaultHistorySequence,
             ListKind::Positions},
 };
 
@@ -313,12 +292,12 @@ struct PresetRow {
 };
 
 inline constexpr std::array kPresetRows = {
-    PresetRow{"Option36", "Combo2", ""},        PresetRow{"Option36", "Combo3", ""},
-    PresetRow{"Option7", "Combo6", "15"},       PresetRow{"Option7", "Combo11", "0"},
-    PresetRow{"Option7", "Combo12", "0"},       PresetRow{"Option7", "Option14", ""},
-    PresetRow{"Option7", "Combo9", "01/02/04"}, PresetRow{"Option8", "Combo11", "0"},
-    PresetRow{"Option8", "Combo12", "0"},       PresetRow{"Option8", "Option14", ""},
-    PresetRow{"Option8", "Combo9", "01/02/04"},
+    PresetRow{"Option36", "Combo2", ""},           PresetRow{"Option36", "Combo3", ""},
+    PresetRow{"Option7", "Combo6", "15"},          PresetRow{"Option7", "Combo11", "0"},
+    PresetRow{"Option7", "Combo12", "0"},          PresetRow{"Option7", "Option14", ""},
+    PresetRow{"Option7", "Combo9", kDateForms[0]}, PresetRow{"Option8", "Combo11", "0"},
+    PresetRow{"Option8", "Combo12", "0"},          PresetRow{"Option8", "Option14", ""},
+    PresetRow{"Option8", "Combo9", kDateForms[0]},
 };
 
 }  // namespace brantlow

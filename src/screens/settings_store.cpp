@@ -2,12 +2,6 @@
 
 namespace brantlow {
 
-namespace {
-
-constexpr std::string_view kOwnDatabaseFolder = "Quotes/EOD";
-
-}  // namespace
-
 std::string CannotBeSaved(SettingsFile file, const std::error_code& error) {
     return SettingsFileName(file) + ": cannot be saved (" + error.message() + ")";
 }
@@ -33,8 +27,8 @@ void ChooseMarket(std::size_t market, SettingsTables& settings) {
 void SetDatabasePlace(const std::optional<std::string>& folder, const Path& appPath,
                       SettingsTables& settings) {
     const std::string place = folder ? *folder : (appPath / kOwnDatabaseFolder).string();
-    settings.DataSettings.Set(kDatabaseElsewhereLine, Value::OfText(folder ? "True" : "False"));
-    settings.DataSettings.Set(kDatabaseFolderLine, Value::OfText(place));
+    Set(settings, kDatabaseIsElsewhere, folder.has_value());
+    Set(settings, kDatabaseFolder, place);
 }
 
 }  // namespace brantlow

@@ -14,10 +14,6 @@
 
 namespace brantlow {
 
-// Lines of the data settings that say where the quote database lies.
-inline constexpr std::size_t kDatabaseElsewhereLine = 17;
-inline constexpr std::size_t kDatabaseFolderLine = 18;
-
 // Writes `file` from `next` and reads it back into `settings`, with all that is derived from it. Returns the
 // sentence that says why the file could not be written, with `settings` and the old file as they were; empty
 // when done.
@@ -33,7 +29,7 @@ std::optional<std::size_t> ChosenMarket(const Hosts& hosts, const SettingsTables
 // Takes the address of kMarkets[market] into QuoteHost.
 void ChooseMarket(std::size_t market, SettingsTables& settings);
 
-// Sets the two lines above: the quote database lies in `folder`, or, without one, in its own
+// Sets the two lines that say where the quote database lies: in `folder`, or, without one, in its own
 // place in the application folder.
 void SetDatabasePlace(const std::optional<std::string>& folder, const Path& appPath,
                       SettingsTables& settings);

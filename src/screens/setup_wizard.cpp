@@ -14,13 +14,9 @@ namespace {
 constexpr std::string_view kTrue = "True";
 constexpr std::string_view kFalse = "False";
 
-constexpr std::size_t kCollectionLine = 9;
-constexpr std::size_t kHourLine = 10;
-constexpr std::size_t kMinuteLine = 11;
-
 // Takes the value of an option into its line.
-void TakeOption(std::string_view control, SettingsTable& table) {
-    if (const OptionRow* row = FindOption(control)) table.Set(row->line, Value::OfText(row->value));
+void TakeOption(std::string_view control, SettingsTables& next) {
+    if (const OptionRow* row = FindOption(control)) SetText(next, *row->line, row->Value());
 }
 
 // A set of lines without its last marker has no end that is known, and is kept whole.
@@ -32,10 +28,9 @@ void DropLinesBehindSequences(SettingsTables& settings) {
     settings.NetSettings = kept;
 }
 
-void RepairNumbers(SettingsTable& net) {
-    for (const NumberRow& row : kNumberRows) {
-        if (row.file != SettingsFile::Net || !net.Text(row.line).empty()) continue;
-        net.Set(row.line, Value::OfRawLine(row.whenUnknown));
+void RepairNumbers(SettingsTables& next) {
+    for (const NumberLine line : {kQuotesPerRequest, kSourceHeader, kSourceFooter}) {
+        if (TextOf(next, line).empty()) Set(next, line, line.row->fallback);
     }
 }
 
@@ -49,9 +44,9 @@ WizardOutcome Store(SettingsFile file, const Path& appPath, const SettingsTables
 // VTRNETset.ini with the option taken into it.
 WizardOutcome StoreNetOption(std::string_view option, const Path& appPath, SettingsTables& settings) {
     SettingsTables next = settings;
-    TakeOption(option, next.NetSettings);
+    TakeOption(option, next);
     DropLinesBehindSequences(next);
-    RepairNumbers(next.NetSettings);
+    RepairNumbers(next);
     return Store(SettingsFile::Net, appPath, next, settings);
 }
 
@@ -115,9 +110,9 @@ WizardOutcome SaveDailyRun(bool on, std::string_view hour, std::string_view minu
     if (on && (hour.empty() || minute.empty())) return {std::string(kWizardNeedsTime), true, false};
     SettingsTables next = settings;
     const bool turnedOn = on && TurnOnDailyRun(hour, minute, next);
-    next.DataSettings.Set(kCollectionLine, Value::OfText(on ? "EOD" : "None"));
-    next.DataSettings.Set(kHourLine, Value::OfText(hour));
-    next.DataSettings.Set(kMinuteLine, Value::OfText(minute));
+    Set(next, kCollection, on ? DataCollection::Daily : DataCollection::Never);
+    Set(next, kCollectionHour, hour);
+    Set(next, kCollectionMinute, minute);
     WizardOutcome outcome = Store(SettingsFile::Data, appPath, next, settings);
     outcome.openScheduler = turnedOn && outcome.sentence.empty();
     return outcome;

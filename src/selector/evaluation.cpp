@@ -5,16 +5,11 @@
 #include "base/numbers.h"
 #include "selector/test_table.h"
 #include "selector/value_slots.h"
+#include "shell/settings/condition_lines.h"
 
 namespace brantlow {
 
-namespace {
-
-bool IsActionLine(std::string_view line) {
-    return std::find(kConditionActions.begin(), kConditionActions.end(), line) != kConditionActions.end();
-}
-
-}  // namespace
+namespace {}  // namespace
 
 TestState EvaluateNameAt(std::string_view name, const Analysis& analysis, std::size_t bar) {
     const NamedTest* test = FindTest(name);
@@ -42,18 +37,18 @@ class ConditionWalk {
   public:
     explicit ConditionWalk(CompiledConditions& compiled) : compiled_(compiled) {}
 
-    void Take(const std::string& line) {
-        if (line == kConditionLine) ++ConditionIndex_;
-        if (IsActionLine(line)) {
+    void Take(const ConditionLine& line) {
+        ConditionIndex_ = line.block;
+        if (line.token == ConditionToken::Action) {
             EvalPhase_ = Phase::Names;
-            if (Block* block = BlockInHand()) block->action = line;
+            if (Block* block = BlockInHand()) block->action = line.text;
         }
-        if (line == kValueLine) {
+        if (line.token == ConditionToken::Values) {
             EvalPhase_ = Phase::Slots;
             ValueSlot_ = 0;
         }
-        if (EvalPhase_ == Phase::Names && line != kConditionLine) TakeName(line);
-        if (EvalPhase_ == Phase::Slots && line != kValueLine) TakeSlot(line);
+        if (EvalPhase_ == Phase::Names && line.token != ConditionToken::Begin) TakeName(line.text);
+        if (EvalPhase_ == Phase::Slots && line.token != ConditionToken::Values) TakeSlot(line.text);
         if (Block* block = BlockInHand()) block->present = true;
     }
 
@@ -88,8 +83,7 @@ class ConditionWalk {
 
 CompiledConditions::CompiledConditions(const SettingsTables& settings) {
     ConditionWalk walk(*this);
-    for (std::size_t line = 1; line <= settings.SelectorLineCount; ++line)
-        walk.Take(settings.SelectorSettings.Text(line));
+    WalkConditionLines(settings, [&](const ConditionLine& line) { walk.Take(line); });
     blockCount_ = walk.Blocks();
 }
 

@@ -5,11 +5,12 @@
 #include <cstddef>
 #include <string_view>
 
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_tables.h"
 
 namespace brantlow {
 
-inline constexpr std::size_t kRecentFileCount = 4;
+inline constexpr std::size_t kRecentFileCount = LineCountOf(SettingsFile::Mru);
 
 // Puts `caption`, the file's name relative to Data/, on top. A name already in the list leaves its old place
 // and those above it move down; a new one pushes the oldest out. An empty caption changes nothing.

@@ -2,24 +2,20 @@
 
 #include <fmt/format.h>
 
-#include <array>
-
 #include "base/undo_store.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
 
 namespace {
 
-// The lines of the data settings with the folders of the back-ups.
-constexpr std::array<std::size_t, 2> kBackUpFolderLines = {3, 5};
-
 std::vector<Path> WrittenFolders(const Session& session) {
     const Path backUp = session.AppPath / "Back Up";
     std::vector<Path> folders = {session.AppPath, session.DataFolder(), session.settings.QuoteFolder, backUp,
                                  backUp / "Data"};
-    for (const std::size_t line : kBackUpFolderLines) {
-        const std::string& folder = session.settings.DataSettings.Text(line);
+    for (const TextLine line : {kApplicationBackUpFolder, kDatabaseBackUpFolder}) {
+        const std::string& folder = Get(session.settings, line);
         if (!folder.empty()) folders.push_back(FolderOfSetting(session.AppPath, folder));
     }
     return folders;
@@ -34,6 +30,7 @@ ChangePlace ChangePlaceOf(const Session& session) {
     constexpr int kSixty = 60;
     ChangePlace place;
     place.appPath = session.AppPath;
+    place.limits = UndoLimitsOf(session.settings);
     place.when = fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", static_cast<int>(today.year()),
                              static_cast<unsigned>(today.month()), static_cast<unsigned>(today.day()),
                              seconds / kSecondsAnHour, seconds / kSixty % kSixty, seconds % kSixty);

@@ -4,21 +4,22 @@
 
 #include <algorithm>
 
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
 
 namespace {
 
-// What is backed up, the line of the data settings with its back-up folder, and what is said without one.
+// What is backed up, the setting with its back-up folder, and what is said without one.
 struct BackUpPlace {
     BackedUp what;
-    std::size_t folderLine;
+    TextLine folder;
     std::string_view noFolder;
 };
 constexpr std::array<BackUpPlace, 2> kPlaces = {{
-    {BackedUp::ProgramFiles, 3, kNoProgramBackUpFolder},
-    {BackedUp::QuoteDatabase, 5, kNoQuoteBackUpFolder},
+    {BackedUp::ProgramFiles, kApplicationBackUpFolder, kNoProgramBackUpFolder},
+    {BackedUp::QuoteDatabase, kDatabaseBackUpFolder, kNoQuoteBackUpFolder},
 }};
 
 Path LiveFolder(BackedUp what, const Session& session) {
@@ -45,7 +46,7 @@ const BackUpJob& BackUpJobOf(BackedUp what, bool restores) {
 
 BackUpResult RunBackUpJob(const BackUpJob& job, Session& session) {
     const BackUpPlace& place = kPlaces[job.what == BackedUp::ProgramFiles ? 0 : 1];
-    const std::string& folder = session.settings.DataSettings.Text(place.folderLine);
+    const std::string& folder = Get(session.settings, place.folder);
     if (folder.empty()) return Refusal(std::string(place.noFolder));
     const Path backUp = FolderOfSetting(session.AppPath, folder);
     const Path live = LiveFolder(job.what, session);

@@ -1,48 +1,44 @@
 #include "store/exit_back_up.h"
 
-#include <array>
-
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
 
 namespace {
 
-constexpr std::size_t kFrequencyLine = 1;
-constexpr std::size_t kBackUpDateLine = 13;
-constexpr std::string_view kChosen = "True";
-
-struct Frequency {
-    std::string_view word;
-    int days;
-};
-
-// "Manually", and any other word, has no interval.
-constexpr std::array<Frequency, 2> kFrequencies = {{{"Weekly", 7}, {"Monthly", 30}}};
+constexpr int kDaysOfWeek = 7;
+constexpr int kDaysOfMonth = 30;
 
 struct Step {
-    std::size_t switchLine;
-    std::size_t folderLine;
+    FlagLine isChosen;
+    TextLine folder;
     std::string_view noFolder;
     double done;  // steps before it
 };
 
-constexpr Step kApplicationStep = {2, 3, kNoApplicationBackUpFolder, 0};
-constexpr Step kDatabaseStep = {4, 5, kNoDatabaseBackUpFolder, 1};
+constexpr Step kApplicationStep = {kBacksUpApplication, kApplicationBackUpFolder, kNoApplicationBackUpFolder,
+                                   0};
+constexpr Step kDatabaseStep = {kBacksUpDatabase, kDatabaseBackUpFolder, kNoDatabaseBackUpFolder, 1};
 constexpr double kSteps = 2;
 
-std::optional<int> IntervalDays(const std::string& word) {
-    for (const Frequency& row : kFrequencies) {
-        if (row.word == word) return row.days;
+std::optional<int> IntervalDays(BackUpFrequency frequency) {
+    switch (frequency) {
+        case BackUpFrequency::Weekly:
+            return kDaysOfWeek;
+        case BackUpFrequency::Monthly:
+            return kDaysOfMonth;
+        case BackUpFrequency::Manually:
+            break;
     }
     return std::nullopt;
 }
 
 // Both steps share the progress bar, half of it each.
 std::optional<FolderCopy> RunStep(const Step& step, const Path& from, const Path& appPath,
-                                  const SettingsTable& DataSettings, Person& person) {
-    if (DataSettings.Text(step.switchLine) != kChosen) return std::nullopt;
-    const std::string& folder = DataSettings.Text(step.folderLine);
+                                  const SettingsTables& settings, Person& person) {
+    if (!Get(settings, step.isChosen)) return std::nullopt;
+    const std::string& folder = Get(settings, step.folder);
     if (folder.empty()) {
         person.Say(step.noFolder);
         return std::nullopt;
@@ -53,21 +49,20 @@ std::optional<FolderCopy> RunStep(const Step& step, const Path& from, const Path
 
 }  // namespace
 
-bool BackUpIsDue(const SettingsTable& DataSettings, const Date& today) {
-    const auto days = IntervalDays(DataSettings.Text(kFrequencyLine));
+bool BackUpIsDue(const SettingsTables& settings, const Date& today) {
+    const auto days = IntervalDays(Get(settings, kBackUpFrequency));
     if (!days) return false;
-    const auto last = ParseDate(DataSettings.Text(kBackUpDateLine));
+    const auto last = Get(settings, kLastBackUp);
     return !last || today >= AddDays(*last, *days);
 }
 
 ExitBackUp BackUpAtExit(const Path& appPath, const Date& today, SettingsTables& settings, Person& person) {
     ExitBackUp backUp;
-    SettingsTable& DataSettings = settings.DataSettings;
-    if (!BackUpIsDue(DataSettings, today)) return backUp;
-    backUp.applicationFiles = RunStep(kApplicationStep, appPath / "Data", appPath, DataSettings, person);
-    backUp.quoteDatabase = RunStep(kDatabaseStep, Path(settings.QuoteFolder), appPath, DataSettings, person);
+    if (!BackUpIsDue(settings, today)) return backUp;
+    backUp.applicationFiles = RunStep(kApplicationStep, appPath / "Data", appPath, settings, person);
+    backUp.quoteDatabase = RunStep(kDatabaseStep, Path(settings.QuoteFolder), appPath, settings, person);
     if (!backUp.Ran()) return backUp;
-    DataSettings.Set(kBackUpDateLine, Value::OfDate(today));
+    Set(settings, kLastBackUp, today);
     backUp.settingsError = WriteSettingsFile(SettingsFile::Data, appPath, settings);
     return backUp;
 }

@@ -32,7 +32,7 @@ struct ExitBackUp {
 
 // Whether the interval of line 1 ("Weekly", "Monthly": 7 and 30 days) has passed since the date of line 13. A
 // line 13 without a date lies long back.
-bool BackUpIsDue(const SettingsTable& DataSettings, const Date& today);
+bool BackUpIsDue(const SettingsTables& settings, const Date& today);
 
 // Copies the files of Data/ to the folder of line 3 when line 2 is "True", and those of the quote database to
 // the folder of line 5 when line 4 is "True". When either step ran, line 13 becomes today and the settings

@@ -6,6 +6,8 @@
 
 #include "base/text.h"
 #include "base/values.h"
+#include "shell/settings/field_lists.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_defaults.h"
 #include "shell/settings/settings_files.h"
 #include "store/own_files.h"
@@ -14,38 +16,23 @@ namespace brantlow {
 
 namespace {
 
-// Lines of the export settings. The choice of columns is looked for from line 7 on: what stands there before
-// the choice begins is no column's name.
-constexpr std::size_t kFormLine = 1;
-constexpr std::size_t kFolderLine = 2;
-constexpr std::size_t kNameLine = 3;
-constexpr std::size_t kFirstChoice = 7;
-
 // The separator of an export form; the screen's other forms have none.
 std::string_view SeparatorOf(const SettingsTables& settings) {
-    const std::string& form = settings.ImExSettings.Text(kFormLine);
-    if (form == "Tab Delimited") return "\t";
-    if (form == "Comma Delimited") return ",";
+    const auto form = Known(settings, kExportType);
+    if (form == TextFileType::Tab) return "\t";
+    if (form == TextFileType::Comma) return ",";
     return {};
-}
-
-std::size_t TimesChosen(const SettingsTable& choice, std::string_view header) {
-    std::size_t times = 0;
-    for (std::size_t line = kFirstChoice; line <= choice.Size(); ++line) {
-        if (choice.Text(line) == kEndExportFile) break;
-        if (choice.Text(line) == header) ++times;
-    }
-    return times;
 }
 
 // The columns to write, in their order: a quote table's as often as the settings name them, others once.
 std::vector<std::size_t> ExportColumns(const SettingsTables& settings, FileKind kind,
                                        const QuoteTable& table) {
+    const std::vector<std::string> chosen = FieldsOf(FieldList::Export, settings);
     std::vector<std::size_t> columns;
     for (std::size_t column = 0; column < table.ColumnCount(); ++column) {
         const bool isChosen = kind == FileKind::Ddq;
-        const std::size_t times = isChosen ? TimesChosen(settings.ImExSettings, table.Header(column)) : 1;
-        columns.insert(columns.end(), times, column);
+        const auto times = isChosen ? std::count(chosen.begin(), chosen.end(), table.Header(column)) : 1;
+        columns.insert(columns.end(), static_cast<std::size_t>(times), column);
     }
     return columns;
 }
@@ -67,8 +54,7 @@ bool IsExported(FileKind kind) {
 }  // namespace
 
 Path ExportFile(const Path& appPath, const SettingsTables& settings) {
-    const SettingsTable& lines = settings.ImExSettings;
-    return FolderOfSetting(appPath, lines.Text(kFolderLine)) / PlatformPath(lines.Text(kNameLine));
+    return FolderOfSetting(appPath, Get(settings, kExportFolder)) / PlatformPath(Get(settings, kExportName));
 }
 
 std::string ExportText(const SettingsTables& settings, FileKind kind, const QuoteTable& table,

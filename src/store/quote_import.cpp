@@ -10,6 +10,8 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "shell/settings/field_lists.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
 #include "store/own_files.h"
@@ -23,14 +25,6 @@ namespace brantlow {
 
 namespace {
 
-// Lines of the import settings.
-constexpr std::size_t kFormLine = 4;
-constexpr std::size_t kFolderLine = 5;
-constexpr std::size_t kNameLine = 6;
-constexpr std::size_t kHeaderLine = 7;
-constexpr std::size_t kFooterLine = 8;
-constexpr std::size_t kDateFormLine = 9;
-
 constexpr std::size_t kDeviceNameLength = 3;
 constexpr std::string_view kLostRowReason = "the letters of its name begin another line of the file";
 constexpr std::array<std::string_view, 4> kDeviceNames = {"CON", "PRN", "AUX", "NUL"};
@@ -42,12 +36,7 @@ bool BeginsWithDeviceName(std::string_view line) {
 }
 
 char SeparatorOf(const SettingsTables& settings) {
-    return settings.ImExSettings.Text(kFormLine) == "Comma Delimited" ? ',' : '\t';
-}
-
-std::size_t LineSetting(const SettingsTables& settings, std::size_t line) {
-    const double count = settings.ImExSettings.Number(line);
-    return static_cast<std::size_t>(std::clamp(count, 0.0, static_cast<double>(kMostRows)));
+    return Get(settings, kImportType) == TextFileType::Comma ? ',' : '\t';
 }
 
 // The rows of the table whose ticker begins no line of the file.
@@ -79,11 +68,10 @@ struct FilePart {
 // The fields of a line that have an array.
 std::vector<FilePart> FilePartsOf(const SettingsTables& settings) {
     std::vector<FilePart> parts;
-    const std::size_t first = settings.ImportFieldFirst;
-    if (first == 0) return parts;
-    for (std::size_t line = first; line <= settings.ImportFieldLast; ++line) {
-        const QuoteField* field = FindQuoteField(settings.ImExSettings.Text(line));
-        if (field != nullptr) parts.push_back({line - first, field});
+    const std::vector<std::string> names = FieldsOf(FieldList::Import, settings);
+    for (std::size_t place = 0; place < names.size(); ++place) {
+        const QuoteField* field = FindQuoteField(names[place]);
+        if (field != nullptr) parts.push_back({place, field});
     }
     return parts;
 }
@@ -123,8 +111,8 @@ class ImportWalk {
 
     // Takes the file's lines, its header and footer left out, and behind them the table's own rows `ownRows`.
     void TakeLines(const std::vector<std::string>& lines, const std::vector<std::size_t>& ownRows) {
-        const std::size_t header = LineSetting(session_.settings, kHeaderLine);
-        const std::size_t footer = LineSetting(session_.settings, kFooterLine);
+        const std::size_t header = static_cast<std::size_t>(Get(session_.settings, kImportHeader));
+        const std::size_t footer = static_cast<std::size_t>(Get(session_.settings, kImportFooter));
         const std::size_t lastTaken = lines.size() - std::min(footer, lines.size());
         const std::size_t count = std::min(lines.size() + ownRows.size(), kMostRows);
         rows_.MakeRoom(lines.size());
@@ -174,7 +162,7 @@ class ImportWalk {
             if (part.part < pieces.size()) TakeField(*part.field, pieces[part.part], row);
         }
         rows_.TradeDates[row] =
-            ConvertTradeDate(rows_.TradeDates[row], session_.settings.ImExSettings.Text(kDateFormLine));
+            ConvertTradeDate(rows_.TradeDates[row], TextOf(session_.settings, kImportDateForm));
         CalculateRow(rows_, row, RatioGuard::NotZero, session_.clock.Today());
         WriteRow(rows_, row, table_);
         KeepFormerCells(row, pieces.size());
@@ -273,8 +261,7 @@ ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, Q
 }  // namespace
 
 Path ImportFile(const Path& appPath, const SettingsTables& settings) {
-    const SettingsTable& lines = settings.ImExSettings;
-    return FolderOfSetting(appPath, lines.Text(kFolderLine)) / PlatformPath(lines.Text(kNameLine));
+    return FolderOfSetting(appPath, Get(settings, kImportFolder)) / PlatformPath(Get(settings, kImportName));
 }
 
 std::vector<std::string> ImportLinesOf(std::string_view bytes) {

@@ -4,6 +4,7 @@
 
 #include "base/askable_ticker.h"
 #include "base/text.h"
+#include "shell/settings/choices.h"
 #include "shell/status_words.h"
 #include "store/table_files.h"
 #include "store/table_sort.h"
@@ -12,9 +13,6 @@
 namespace brantlow {
 
 namespace {
-
-constexpr std::size_t kSaveQuoteFileLine = 7;
-constexpr std::string_view kSavesItself = "Automatic Save";
 
 void WriteCell(QuoteTable& table, std::size_t row, std::string_view header, std::string_view text) {
     if (const auto column = table.ColumnOf(header)) table.SetText(row, *column, text);
@@ -58,12 +56,8 @@ std::string RefusedTickerName(std::string_view symbol) {
     return shown + ": a ticker cannot hold a tab or a line end";
 }
 
-bool SavesAutomatically(const SettingsTables& settings) {
-    return settings.DataSettings.Text(kSaveQuoteFileLine) == kSavesItself;
-}
-
 std::error_code AutomaticSave(Session& session, const QuoteTable& table) {
-    if (!SavesAutomatically(session.settings)) return {};
+    if (!SavesTable(session.settings)) return {};
     session.person.ShowStatusWord(kStatusSaving);
     return SaveQuoteTable(table, session.DataFile(session.CurrentFile));
 }

@@ -45,9 +45,7 @@ bool RefuseTableEdit(Session& session, std::string_view symbol, std::string_view
 // break the table's lines, and some characters change the address that a ticker's quotes are asked from.
 std::string RefusedTickerName(std::string_view symbol);
 
-// True when the settings save the quote file after each change.
-bool SavesAutomatically(const SettingsTables& settings);
-// Saves the table when they do.
+// Saves the table when the settings save it after each change.
 std::error_code AutomaticSave(Session& session, const QuoteTable& table);
 
 // A ticker to be added, as it was typed, with the texts of its alarms.

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "base/values.h"
+#include "shell/settings/condition_lines.h"
 #include "store/table_colours.h"
 
 namespace brantlow {
@@ -63,10 +64,6 @@ void ShowColumn(const std::string& header, std::size_t to, QuoteTable& table) {
         if (const QuoteColumn* known = FindQuoteColumn(header)) table.SetWidth(column, known->width);
         table.MoveColumn(column, to);
     }
-}
-
-bool IsAction(const std::string& text) {
-    return text == "Buy" || text == "Sell" || text == "Hold";
 }
 
 }  // namespace
@@ -149,24 +146,22 @@ std::error_code CreateFundamentalFile(const QuoteTable& from, const Path& dataFo
 
 std::array<std::string, kConditionCount + 1> ConditionSummary(const SettingsTables& settings) {
     std::array<std::string, kConditionCount + 1> summaries;
-    std::size_t condition = 0;
     std::size_t run = 0;
     bool inNames = false;
-    for (std::size_t line = 1; line <= settings.SelectorSettings.Size(); ++line) {
-        const std::string& entry = settings.SelectorSettings.Text(line);
-        if (entry == "Condition") {
-            ++condition;
+    const auto take = [&](const ConditionLine& line) {
+        if (line.token == ConditionToken::Begin) {
             run = 0;
-            continue;
+            return;
         }
-        if (IsAction(entry)) inNames = true;
-        if (entry == "Value") inNames = false;
-        if (!inNames) continue;
+        if (line.token == ConditionToken::Action) inNames = true;
+        if (line.token == ConditionToken::Values) inNames = false;
+        if (!inNames) return;
         ++run;
-        if (condition >= summaries.size()) continue;
-        if (run > 1) summaries[condition].append(",  ");
-        summaries[condition].append(entry);
-    }
+        if (line.block >= summaries.size()) return;
+        if (run > 1) summaries[line.block].append(",  ");
+        summaries[line.block].append(line.text);
+    };
+    WalkConditionLines(settings.SelectorSettings, settings.SelectorSettings.Size(), take);
     return summaries;
 }
 

@@ -6,6 +6,7 @@
 
 #include "chart/chart_session.h"
 #include "shell/settings/condition_set.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_tables.h"
 
 namespace brantlow {
@@ -40,8 +41,8 @@ inline SettingsTables SignalSettings(const Lines& lines, const std::string& buy,
     for (std::size_t i = 0; i < lines.size(); ++i)
         settings.SelectorSettings.Set(i + 1, Value::OfText(lines[i]));
     settings.SelectorLineCount = lines.size();
-    settings.GraphSettings.Set(kBuyConditionLine, Value::OfText(buy));
-    settings.GraphSettings.Set(kSellConditionLine, Value::OfText(sell));
+    Set(settings, kBuyCondition, buy);
+    Set(settings, kSellCondition, sell);
     return settings;
 }
 

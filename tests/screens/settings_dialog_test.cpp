@@ -168,7 +168,7 @@ TEST_F(SettingsDialog, EveryOptionIsShownForItsWord) {
     for (const Row& row : kRows) {
         OpenWith(row.file, With(row.file, row.line, row.written));
         for (const OptionRow& option : kOptionRows) {
-            if (FormOf(option.file).fileName != row.file || option.line != row.line) continue;
+            if (FormOf(option.line->file).fileName != row.file || option.line->number != row.line) continue;
             EXPECT_EQ(On(option.control), option.control == row.control)
                 << row.file << ' ' << row.line << ' ' << row.written << ' ' << option.control;
         }
@@ -552,7 +552,7 @@ TEST_F(SettingsDialog, TheStandardSourceCannotBeMisconfigured) {
     EXPECT_TRUE(On("Option14"));
 }
 
-TEST_F(SettingsDialog, TheUsersSourceStartsAtItsPresetsAndKeepsTheQuotesPerString) {
+TEST_F(SettingsDialog, TheUsersSourceThatIsChosenAlreadyKeepsItsFormat) {
     OpenWith("VTRNETset.ini", With("VTRNETset.ini", 3, "\"User Selected String\""));
     dialog.SetText("Combo6", "11");
     dialog.SetText("Combo11", "2");
@@ -561,6 +561,22 @@ TEST_F(SettingsDialog, TheUsersSourceStartsAtItsPresetsAndKeepsTheQuotesPerStrin
     dialog.Choose("Option15");
     dialog.Choose("Option8");
     EXPECT_EQ(Text("Combo6"), "11");
+    EXPECT_EQ(Text("Combo11"), "2");
+    EXPECT_EQ(Text("Combo12"), "3");
+    EXPECT_EQ(Text("Combo9"), "040102");
+    EXPECT_TRUE(On("Option15"));
+    EXPECT_FALSE(On("Option14"));
+}
+
+TEST_F(SettingsDialog, TheUsersSourceStartsAtItsPresetsWhenItIsChosenAnew) {
+    OpenWith("VTRNETset.ini", With("VTRNETset.ini", 3, "\"User Selected String\""));
+    dialog.SetText("Combo11", "2");
+    dialog.SetText("Combo12", "3");
+    dialog.SetText("Combo9", "040102");
+    dialog.Choose("Option15");
+    dialog.Choose("Option7");
+    dialog.Choose("Option8");
+    EXPECT_EQ(Text("Combo6"), "15");
     EXPECT_EQ(Text("Combo11"), "0");
     EXPECT_EQ(Text("Combo12"), "0");
     EXPECT_EQ(Text("Combo9"), "01/02/04");

@@ -276,9 +276,10 @@ TEST_F(SetupWizardFiles, AFileThatCannotBeWrittenIsToldAndNothingIsChanged) {
 
 TEST_F(SetupWizardFiles, TheShippedFilesKeepEveryOtherLine) {
     std::string bytes;
-    for (const DefaultLine& line : kDefaultNetSettings) {
-        const bool raw = line.kind == DefaultKind::Raw || line.kind == DefaultKind::KeptRaw;
-        bytes += (raw ? std::string(line.text) : "\"" + std::string(line.text) + "\"") + "\r\n";
+    for (std::size_t number = 1; number <= LineCountOf(SettingsFile::Net); ++number) {
+        const LineRow& line = *RowOf(SettingsFile::Net, number);
+        const std::string text(line.standard);
+        bytes += (line.form == LineForm::Printed ? text : "\"" + text + "\"") + "\r\n";
     }
     bytes += "\"StartEOD\"\r\n";
     for (const std::string_view name : kDefaultEodSequence) bytes += "\"" + std::string(name) + "\"\r\n";

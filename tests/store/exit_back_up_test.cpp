@@ -91,7 +91,7 @@ TEST_F(ExitBackUpTest, TheIntervalDecides) {
     for (const Row& row : kRows) {
         Set(1, row.frequency);
         LastBackUp(AddDays(kToday, -row.daysAgo));
-        EXPECT_EQ(BackUpIsDue(settings.DataSettings, kToday), row.due) << row.frequency << row.daysAgo;
+        EXPECT_EQ(BackUpIsDue(settings, kToday), row.due) << row.frequency << row.daysAgo;
     }
 }
 
@@ -113,12 +113,12 @@ TEST_F(ExitBackUpTest, ManuallyDoesNothing) {
 TEST_F(ExitBackUpTest, ADateThatCannotBeReadLiesLongBack) {
     for (const char* text : {"", "soon"}) {
         Set(13, text);
-        EXPECT_TRUE(BackUpIsDue(settings.DataSettings, kToday)) << text;
+        EXPECT_TRUE(BackUpIsDue(settings, kToday)) << text;
     }
     settings.DataSettings.Set(13, Value::OfText("11/14/26"));
-    EXPECT_TRUE(BackUpIsDue(settings.DataSettings, kToday));
+    EXPECT_TRUE(BackUpIsDue(settings, kToday));
     settings.DataSettings.Set(13, Value::OfText("11/15/26"));
-    EXPECT_FALSE(BackUpIsDue(settings.DataSettings, kToday));
+    EXPECT_FALSE(BackUpIsDue(settings, kToday));
 }
 
 TEST_F(ExitBackUpTest, OnlyTheQuoteDatabaseIsCopiedWhenLine2IsFalse) {

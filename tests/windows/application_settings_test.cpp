@@ -109,6 +109,21 @@ SettingsTab TabOf(SettingsFile file) {
     return SettingsTab::Network;
 }
 
+SettingsTab TabOfList(const ListRow& row) {
+    if (!row.list) return SettingsTab::Graphics;
+    switch (*row.list) {
+        case FieldList::Export:
+        case FieldList::Import:
+            return SettingsTab::ImportExport;
+        case FieldList::Columns:
+            return SettingsTab::Columns;
+        case FieldList::SourceQuotes:
+        case FieldList::SourceHistory:
+            break;
+    }
+    return SettingsTab::Network;
+}
+
 QString Unmarked(QString words) {
     words.replace(QStringLiteral("&&"), QStringLiteral("\x01"));
     words.remove(QLatin1Char('&'));
@@ -221,10 +236,10 @@ class ApplicationSettingsTest : public QObject {
             if (!option->isEnabled()) continue;
             option->click();
             QVERIFY(option->isChecked());
-            program.Apply(TabOf(row.file));
-            const std::string written =
-                row.form == LineForm::Number ? std::string(row.value) : "\"" + std::string(row.value) + "\"";
-            QCOMPARE(program.Line(TabFile(TabOf(row.file)), row.line), written);
+            program.Apply(TabOf(row.line->file));
+            const std::string value(row.Value());
+            const std::string written = row.line->form == LineForm::Number ? value : "\"" + value + "\"";
+            QCOMPARE(program.Line(TabFile(TabOf(row.line->file)), row.line->number), written);
             if (row.control == "Option7") program.Press("Option8");
         }
     }
@@ -248,8 +263,9 @@ class ApplicationSettingsTest : public QObject {
             for (int click = 0; click < 2; ++click) {
                 check->click();
                 program.Apply(SettingsTab::DataAutomation);
-                QCOMPARE(program.Line("VTRDATAset.ini", row.line),
-                         "\"" + std::string(check->isChecked() ? row.on : row.off) + "\"");
+                const LineRow& line = *row.line.row;
+                QCOMPARE(program.Line("VTRDATAset.ini", line.number),
+                         "\"" + std::string(line.choices[check->isChecked() ? 0 : 1]) + "\"");
             }
         }
         program.Press("Check11");
@@ -272,10 +288,11 @@ class ApplicationSettingsTest : public QObject {
             if (row.control == "Combo1") continue;
             const QString text = QStringLiteral("/typed/%1").arg(Name(row.control));
             program.Type(std::string(row.control), text);
-            program.Apply(TabOf(row.file));
+            const LineRow& line = *row.line.row;
+            program.Apply(TabOf(line.file));
             const std::string bytes = text.toStdString();
-            QCOMPARE(program.Line(TabFile(TabOf(row.file)), row.line),
-                     row.form == LineForm::Printed ? bytes : "\"" + bytes + "\"");
+            QCOMPARE(program.Line(TabFile(TabOf(line.file)), line.number),
+                     line.form == LineForm::Printed ? bytes : "\"" + bytes + "\"");
         }
         auto* address = program.Part<QComboBox>("Combo1");
         QTest::keyClicks(address->lineEdit(), QStringLiteral("https://mine.example"));
@@ -332,11 +349,11 @@ class ApplicationSettingsTest : public QObject {
             QCOMPARE(selected->item(count - 1)->text(), name);
             // Enter on an entry does the same.
             selected->setCurrentRow(count - 1);
-            program.Show(TabOf(row.file));
+            program.Show(TabOfList(row));
             selected->setFocus();
             QTest::keyClick(selected, Qt::Key_Return);
             QCOMPARE(selected->count(), count - 1);
-            program.Apply(TabOf(row.file));
+            program.Apply(TabOfList(row));
             QVERIFY(program.dialog->isVisible());
         }
         QVERIFY(program.Read("VTRCOLset.ini").find("\"Change\"") == std::string::npos);

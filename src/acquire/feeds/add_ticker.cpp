@@ -1,17 +1,15 @@
 #include "acquire/feeds/add_ticker.h"
 
 #include "acquire/feeds/history_download.h"
+#include "shell/settings/choices.h"
 #include "shell/status_words.h"
 
 namespace brantlow {
 
 namespace {
 
-constexpr std::size_t kHistoryYearsLine = 6;
-
-bool FetchesHistory(const Session& session) {
-    return KindOf(session.CurrentFile) == FileKind::Ddq &&
-           !session.settings.DataSettings.Text(kHistoryYearsLine).empty();
+bool WantsHistory(const Session& session) {
+    return KindOf(session.CurrentFile) == FileKind::Ddq && FetchesHistory(session.settings);
 }
 
 }  // namespace
@@ -26,7 +24,7 @@ AddedTicker AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable
     const std::string added = session.CurrentTicker;
     if (rowAdded) rowAdded();
     // A ticker for which nothing came stands in the table all the same.
-    if (FetchesHistory(session)) {
+    if (WantsHistory(session)) {
         edit.history = DownloadTickerHistory(session, web, hosts, added);
         edit.historyError = edit.history->error;
     }

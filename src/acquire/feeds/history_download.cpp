@@ -14,6 +14,7 @@
 #include "base/text.h"
 #include "base/values.h"
 #include "shell/settings/choices.h"
+#include "shell/settings/lines.h"
 #include "shell/status_words.h"
 #include "store/error_report.h"
 #include "store/history_rewrite.h"
@@ -22,14 +23,6 @@
 namespace brantlow {
 
 namespace {
-
-// Line numbers of the settings tables.
-constexpr std::size_t kHistoryYearsLine = 6;
-constexpr std::size_t kSourceLine = 3;
-constexpr std::size_t kUserUrlLine = 5;
-constexpr std::size_t kHeaderLine = 7;
-constexpr std::size_t kFooterLine = 8;
-constexpr std::size_t kDateFormLine = 9;
 
 constexpr std::string_view kNoFilesReason = "no file can have this name, so the ticker has no history";
 constexpr std::string_view kStoppedNote = "stopped";
@@ -69,12 +62,8 @@ RunReport ReportOf(std::string_view file) {
 
 using FilesByTicker = std::unordered_map<std::string, std::vector<Path>>;
 
-bool UsesUserSource(const Session& session) {
-    return session.settings.NetSettings.Text(kSourceLine) == kUserSource;
-}
-
 HistorySpan WantedSpan(const Session& session) {
-    return HistorySpanOf(session.clock.Today(), session.settings.DataSettings.Number(kHistoryYearsLine));
+    return HistorySpanOf(session.clock.Today(), Get(session.settings, kHistoryYears));
 }
 
 WebRequest StandardRequest(const Session& session, const Hosts& hosts, std::string_view ticker) {
@@ -82,14 +71,15 @@ WebRequest StandardRequest(const Session& session, const Hosts& hosts, std::stri
 }
 
 WebRequest ChosenRequest(const Session& session, const Hosts& hosts, std::string_view ticker) {
-    if (!UsesUserSource(session)) return StandardRequest(session, hosts, ticker);
-    const std::string& userUrl = session.settings.NetSettings.Text(kUserUrlLine);
+    if (!UsesUserSource(session.settings)) return StandardRequest(session, hosts, ticker);
+    const std::string& userUrl = Get(session.settings, kHistoryTemplate);
     return FeedRequest(UserHistoryUrl(userUrl, ticker, WantedSpan(session)));
 }
 
 HistoryReplyForm ReplyForm(const Session& session, bool quotesProtect) {
-    const SettingsTable& net = session.settings.NetSettings;
-    return {net.Number(kHeaderLine), net.Number(kFooterLine), net.Text(kDateFormLine), quotesProtect};
+    const SettingsTables& settings = session.settings;
+    return {Get(settings, kSourceHeader), Get(settings, kSourceFooter), TextOf(settings, kSourceDateForm),
+            quotesProtect};
 }
 
 // A reply to a request, and how it is read.
@@ -188,8 +178,8 @@ std::optional<HistoryDownload> ChosenRefusal(const Session& session, std::string
         session.person.Say(kDataExistsSentence);
         return HistoryDownload{.outcome = HistoryOutcome::DataExists};
     }
-    const bool usesUserSource = UsesUserSource(session);
-    if (!ticker.empty() && usesUserSource && session.settings.NetSettings.Text(kUserUrlLine).empty()) {
+    const bool usesUserSource = UsesUserSource(session.settings);
+    if (!ticker.empty() && usesUserSource && Get(session.settings, kHistoryTemplate).empty()) {
         session.person.Say(kNoSourceSentence);
         return HistoryDownload{.outcome = HistoryOutcome::NoSource};
     }
@@ -206,7 +196,8 @@ HistoryDownload Fetch(const Session& session, Web& web, std::string_view ticker,
 HistoryDownload DownloadChosen(Session& session, Web& web, const Hosts& hosts, std::string_view ticker,
                                StoredData stored) {
     if (auto refusal = ChosenRefusal(session, ticker, stored)) return *refusal;
-    return Fetch(session, web, ticker, ChosenRequest(session, hosts, ticker), !UsesUserSource(session));
+    return Fetch(session, web, ticker, ChosenRequest(session, hosts, ticker),
+                 !UsesUserSource(session.settings));
 }
 
 // Shows that `done` of `count` tickers are reached, `ticker` the one in work.
@@ -328,7 +319,7 @@ PopulateRun Repopulate(Session& session, Web& web, const Hosts& hosts,
 }  // namespace
 
 bool HasHistoryYears(const SettingsTables& settings) {
-    return settings.DataSettings.Number(kHistoryYearsLine) > 0;
+    return Get(settings, kHistoryYears) > 0;
 }
 
 std::vector<std::string> TickersOf(const QuoteTable& table) {

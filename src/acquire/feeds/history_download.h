@@ -21,8 +21,6 @@
 
 namespace brantlow {
 
-inline constexpr std::string_view kUserSource = "User Selected String";
-
 inline constexpr std::string_view kDataExistsSentence =
     "Data for this Ticker Symbol already exists in your database. To download historical data for this "
     "Ticker Symbol, you must first delete the Data from the Database. Click on the Delete Ticker Symbol Icon "

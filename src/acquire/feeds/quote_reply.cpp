@@ -4,13 +4,12 @@
 
 #include "base/text.h"
 #include "base/values.h"
+#include "shell/settings/field_lists.h"
+#include "shell/settings/lines.h"
 
 namespace brantlow {
 
 namespace {
-
-constexpr std::size_t kDateFormLine = 9;
-constexpr std::size_t kDelimiterLine = 10;
 
 void AppendWithPoints(std::string_view line, std::string& out) {
     for (const char c : line) {
@@ -56,13 +55,10 @@ bool TakeStandardLine(std::string_view line, std::size_t row, QuoteArrays& rows)
 }
 
 UserQuoteForm UserQuoteFormOf(const SettingsTables& settings) {
-    const SettingsTable& net = settings.NetSettings;
     UserQuoteForm form;
-    form.separator = net.Text(kDelimiterLine) == "Comma" ? ',' : '\t';
-    form.dateForm = net.Text(kDateFormLine);
-    if (settings.NetEodFirst == 0) return form;
-    for (std::size_t line = settings.NetEodFirst; line <= settings.NetEodLast; ++line) {
-        const std::string& name = net.Text(line);
+    form.separator = Get(settings, kSourceDelimiter) == Delimiter::Comma ? ',' : '\t';
+    form.dateForm = TextOf(settings, kSourceDateForm);
+    for (const std::string& name : FieldsOf(FieldList::SourceQuotes, settings)) {
         if (name.empty()) break;
         form.fields.push_back(FindQuoteField(name));
     }

@@ -5,13 +5,11 @@
 
 #include "base/askable_ticker.h"
 #include "base/text.h"
+#include "shell/settings/lines.h"
 
 namespace brantlow {
 
 namespace {
-
-constexpr std::size_t kSourceLine = 3;
-constexpr std::size_t kStepLine = 6;
 
 // The codes of the fields, in the order of kQuoteFields.
 constexpr std::string_view kFieldCodes = "&f=sl1d1t1r1c1nxqabohdjkegrvr5e7pj1p5&e";
@@ -19,16 +17,13 @@ constexpr std::string_view kFieldCodes = "&f=sl1d1t1r1c1nxqabohdjkegrvr5e7pj1p5&
 }  // namespace
 
 QuoteSource QuoteSourceOf(const SettingsTables& settings) {
-    const std::string& source = settings.NetSettings.Text(kSourceLine);
-    if (source == "Yahoo") return QuoteSource::Standard;
-    if (source == "User Selected String") return QuoteSource::User;
-    return QuoteSource::None;
+    const auto source = Known(settings, kQuoteSource);
+    if (!source) return QuoteSource::None;
+    return *source == SourceChoice::User ? QuoteSource::User : QuoteSource::Standard;
 }
 
 std::size_t BatchStep(const SettingsTables& settings) {
-    const double step = std::nearbyint(settings.NetSettings.Number(kStepLine));
-    if (!(step >= 1)) return kTickersPerRequest;
-    return static_cast<std::size_t>(std::min(step, static_cast<double>(kMostRows)));
+    return static_cast<std::size_t>(std::nearbyint(Get(settings, kQuotesPerRequest)));
 }
 
 bool IsAskedFor(const QuoteTable& table, std::size_t row) {

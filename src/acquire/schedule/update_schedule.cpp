@@ -4,41 +4,26 @@
 #include <utility>
 
 #include "base/numbers.h"
+#include "shell/settings/lines.h"
 
 namespace brantlow {
 
 namespace {
 
-constexpr std::size_t kCollectionLine = 9;
-constexpr std::size_t kHourLine = 10;
-constexpr std::size_t kMinuteLine = 11;
-constexpr std::string_view kCollectDaily = "EOD";
-constexpr std::string_view kCollectNever = "None";
-constexpr int kHours = 24;
 constexpr int kMinutes = 60;
 constexpr double kSecondsPerMinute = 60;
 constexpr double kSecondsPerDay = 86400;
 
-// The whole number below `limit` that a line holds, or nothing.
-std::optional<int> Figure(const std::string& text, int limit) {
-    const std::optional<double> number = WholeNumber(text);
-    if (!number || *number < 0 || *number >= limit) return std::nullopt;
-    const int whole = static_cast<int>(*number);
-    if (whole != *number) return std::nullopt;
-    return whole;
-}
-
 }  // namespace
 
 bool WaitsForDailyRun(const SettingsTables& settings) {
-    return settings.DataSettings.Text(kCollectionLine) != kCollectNever;
+    return Known(settings, kCollection) != DataCollection::Never;
 }
 
 std::optional<int> DailyRunMinute(const SettingsTables& settings) {
-    const SettingsTable& DataSettings = settings.DataSettings;
-    if (DataSettings.Text(kCollectionLine) != kCollectDaily) return std::nullopt;
-    const auto hour = Figure(DataSettings.Text(kHourLine), kHours);
-    const auto minute = Figure(DataSettings.Text(kMinuteLine), kMinutes);
+    if (Get(settings, kCollection) != DataCollection::Daily) return std::nullopt;
+    const auto hour = Get(settings, kCollectionHour);
+    const auto minute = Get(settings, kCollectionMinute);
     if (!hour || !minute) return std::nullopt;
     return *hour * kMinutes + *minute;
 }
@@ -81,19 +66,19 @@ bool DailyRun::CheckDailyRun(const SettingsTables& settings, const Clock& clock)
 }
 
 bool TurnOnDailyRun(std::string_view hour, std::string_view minute, SettingsTables& settings) {
-    SettingsTable& DataSettings = settings.DataSettings;
-    if (DataSettings.Text(kCollectionLine) == kCollectDaily || hour.empty() || minute.empty()) return false;
-    DataSettings.Set(kHourLine, Value::OfText(hour));
-    DataSettings.Set(kMinuteLine, Value::OfText(minute));
+    const bool runs = Get(settings, kCollection) == DataCollection::Daily;
+    if (runs || hour.empty() || minute.empty()) return false;
+    Set(settings, kCollectionHour, hour);
+    Set(settings, kCollectionMinute, minute);
     return true;
 }
 
 void SetDailyRun(int minute, SettingsTables& settings) {
     // Hour and minute with two digits each, as the lists of the settings screens hold them.
     const std::string time = FormatTime(minute);
-    settings.DataSettings.Set(kCollectionLine, Value::OfText(kCollectDaily));
-    settings.DataSettings.Set(kHourLine, Value::OfText(time.substr(0, 2)));
-    settings.DataSettings.Set(kMinuteLine, Value::OfText(time.substr(3)));
+    Set(settings, kCollection, DataCollection::Daily);
+    Set(settings, kCollectionHour, time.substr(0, 2));
+    Set(settings, kCollectionMinute, time.substr(3));
 }
 
 }  // namespace brantlow

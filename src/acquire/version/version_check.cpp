@@ -5,14 +5,13 @@
 #include "acquire/web/downloads.h"
 #include "base/text.h"
 #include "base/values.h"
+#include "shell/settings/choices.h"
 
 namespace brantlow {
 
 namespace {
 
 constexpr const char* kScratchName = "Temp.txt";
-constexpr std::size_t kUpdateCheckLine = 12;
-constexpr std::string_view kAutomaticUpdates = "Automatic Updates";
 
 std::string FirstValueOf(const Path& file) {
     const std::string bytes = BytesOrEmpty(file);
@@ -47,8 +46,7 @@ VersionOutcome CheckVersion(Web& web, UrlCache& cache, const Hosts& hosts, const
         return VersionOutcome::Nothing;
     }
     PurgeUrlCache(cache);
-    const bool offered =
-        askedBy == AskedBy::User || settings.DataSettings.Text(kUpdateCheckLine) == kAutomaticUpdates;
+    const bool offered = askedBy == AskedBy::User || ChecksForUpdates(settings);
     return offered ? VersionOutcome::NewVersion : VersionOutcome::Nothing;
 }
 

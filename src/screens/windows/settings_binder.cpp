@@ -123,7 +123,7 @@ void SettingsBinder::Show(std::string_view control, QWidget* widget,
 QButtonGroup* SettingsBinder::GroupOf(std::string_view control) {
     QString key;
     for (const OptionRow& row : kOptionRows) {
-        if (row.control == control) key = Name(FormOf(row.file).fileName) + QString::number(row.line);
+        if (row.control == control) key = Name(row.line->name);
     }
     QButtonGroup*& group = groups_[key];
     if (!group) group = new QButtonGroup(this);

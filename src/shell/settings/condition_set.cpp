@@ -11,31 +11,31 @@ namespace {
 // The most names a block can hold, the list's entries 0 to 18,000.
 constexpr std::size_t kMostNames = kMostRows + 1;
 
-bool IsAction(std::string_view line) {
-    return std::find(kConditionActions.begin(), kConditionActions.end(), line) != kConditionActions.end();
-}
-
 // Takes the lines of a stored set one by one and puts each in its place.
 class SetReader {
   public:
     explicit SetReader(ConditionSet& set) : set_(set) {}
 
-    void Take(const std::string& line) {
-        if (line == kConditionLine) {
-            ++block_;
-        } else if (IsAction(line)) {
-            phase_ = Phase::Names;
-            if (Condition* condition = Current()) condition->action = line;
-            return;
-        } else if (line == kValueLine) {
-            phase_ = Phase::Slots;
-            slot_ = 0;
-            return;
-        } else if (phase_ == Phase::Names) {
-            if (Condition* condition = Current()) condition->names.push_back(line);
+    void Take(const ConditionLine& line) {
+        block_ = line.block;
+        Condition* condition = Current();
+        switch (line.token) {
+            case ConditionToken::Action:
+                phase_ = Phase::Names;
+                if (condition != nullptr) condition->action = line.text;
+                return;
+            case ConditionToken::Values:
+                phase_ = Phase::Slots;
+                slot_ = 0;
+                return;
+            case ConditionToken::Text:
+                if (phase_ == Phase::Names && condition != nullptr) condition->names.push_back(line.text);
+                break;
+            case ConditionToken::Begin:
+                break;
         }
         // A line "Condition" among the slots takes up a slot too: in a whole block the one behind the last.
-        if (phase_ == Phase::Slots) TakeSlot(line);
+        if (phase_ == Phase::Slots) TakeSlot(line.text);
     }
 
   private:
@@ -78,7 +78,8 @@ void AppendCondition(std::string& text, const Condition& condition) {
 ConditionSet ParseConditionSet(const SettingsTable& selectorSettings) {
     ConditionSet set;
     SetReader reader(set);
-    for (std::size_t i = 1; i <= selectorSettings.Size(); ++i) reader.Take(selectorSettings.Text(i));
+    WalkConditionLines(selectorSettings, selectorSettings.Size(),
+                       [&](const ConditionLine& line) { reader.Take(line); });
     return set;
 }
 

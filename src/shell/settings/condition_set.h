@@ -11,16 +11,10 @@
 #include <string_view>
 #include <vector>
 
+#include "shell/settings/condition_lines.h"
 #include "shell/settings/settings_tables.h"
 
 namespace brantlow {
-
-inline constexpr std::size_t kConditionCount = 10;
-inline constexpr std::size_t kSlotCount = 38;
-
-inline constexpr std::string_view kConditionLine = "Condition";
-inline constexpr std::string_view kValueLine = "Value";
-inline constexpr std::array<std::string_view, 3> kConditionActions = {"Buy", "Sell", "Hold"};
 
 struct Condition {
     // "Buy", "Sell" or "Hold": what a hit reports.

@@ -11,16 +11,8 @@ namespace brantlow {
 
 namespace {
 
-// Lines of DataSettings that say where the quote database lies.
-constexpr std::size_t kDatabaseElsewhereLine = 17;
-constexpr std::size_t kDatabaseFolderLine = 18;
-constexpr std::string_view kDatabaseFolder = "Quotes/EOD";
-
-// Lines of VTRNETset.ini: printed raw, read whole, and the one where the sequences begin.
-constexpr std::size_t kFirstRawLine = 4;
-constexpr std::size_t kLastRawLine = 8;
-constexpr std::size_t kLastWholeLine = 6;
-constexpr std::size_t kStartEodLine = 11;
+// Behind the numbered lines the sequences of a supplier's fields begin.
+constexpr std::size_t kStartEodLine = LineCountOf(SettingsFile::Net) + 1;
 
 static_assert(std::is_sorted(kSettingsFiles.begin(), kSettingsFiles.end(),
                              [](const auto& a, const auto& b) { return a.file < b.file; }),
@@ -30,12 +22,14 @@ Path FileOf(SettingsFile file, const Path& appPath) {
     return appPath / "Data" / FormOf(file).fileName;
 }
 
-bool IsReadWhole(SettingsFile file, std::size_t line) {
-    return file == SettingsFile::Net && line >= kFirstRawLine && line <= kLastWholeLine;
+bool IsPrinted(SettingsFile file, std::size_t line) {
+    const LineRow* row = RowOf(file, line);
+    return row != nullptr && row->form == LineForm::Printed;
 }
 
-bool IsPrinted(SettingsFile file, std::size_t line) {
-    return file == SettingsFile::Net && line >= kFirstRawLine && line <= kLastRawLine;
+// A printed number is read like any other value.
+bool IsReadWhole(SettingsFile file, std::size_t line) {
+    return IsPrinted(file, line) && line <= kQuotesPerRequest.row->number;
 }
 
 // Fills `table` from the lines of `bytes` and returns how many there were, up to the form's limit.
@@ -138,7 +132,7 @@ std::error_code LoadSettingsFile(SettingsFile file, const Path& appPath, Setting
     error = read.outcome == ReadOutcome::Failed ? read.error : std::error_code{};
     if (!error) TakeFile(file, read.bytes, settings);
     // Without its line the folder is the standard one, so that it is never empty.
-    if (file == SettingsFile::Data) settings.QuoteFolder = DeriveQuoteFolder(appPath, settings.DataSettings);
+    if (file == SettingsFile::Data) settings.QuoteFolder = DeriveQuoteFolder(appPath, settings);
     if (settings.QuoteHost.empty()) settings.QuoteHost = kUnitedStatesQuoteHost;
     return error;
 }
@@ -172,12 +166,13 @@ Path FolderOfSetting(const Path& appPath, std::string_view text) {
     return appPath / PlatformPath(text);
 }
 
-std::string DeriveQuoteFolder(const Path& appPath, const SettingsTable& dataSettings) {
-    const std::string& elsewhere = dataSettings.Text(kDatabaseFolderLine);
+std::string DeriveQuoteFolder(const Path& appPath, const SettingsTables& settings) {
+    const std::string& elsewhere = Get(settings, kDatabaseFolder);
     // A folder cannot be named by nothing, nor by a text with a NUL, which the system would cut short.
     const bool namesFolder = !elsewhere.empty() && elsewhere.find('\0') == std::string::npos;
-    const bool isElsewhere = dataSettings.Text(kDatabaseElsewhereLine) == "True" && namesFolder;
-    std::string folder = FolderOfSetting(appPath, isElsewhere ? elsewhere : kDatabaseFolder).string();
+    const bool isElsewhere = Get(settings, kDatabaseIsElsewhere) && namesFolder;
+    const std::string_view place = isElsewhere ? std::string_view(elsewhere) : kOwnDatabaseFolder;
+    std::string folder = FolderOfSetting(appPath, place).string();
     if (!folder.ends_with('/')) folder += '/';
     return folder;
 }

@@ -13,6 +13,7 @@
 #include <system_error>
 
 #include "base/files.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_tables.h"
 
 namespace brantlow {
@@ -35,10 +36,10 @@ struct SettingsFileForm {
     ShippedTo shippedTo = ShippedTo::EveryFolder;
 };
 
-inline constexpr std::size_t kDataLines = 19;
-inline constexpr std::size_t kGraphLines = 10;
-inline constexpr std::size_t kMruLines = 4;
-inline constexpr std::size_t kOwnLines = 3;
+inline constexpr std::size_t kDataLines = LineCountOf(SettingsFile::Data);
+inline constexpr std::size_t kGraphLines = LineCountOf(SettingsFile::Graph);
+inline constexpr std::size_t kMruLines = LineCountOf(SettingsFile::Mru);
+inline constexpr std::size_t kOwnLines = LineCountOf(SettingsFile::Own);
 
 inline constexpr std::array<SettingsFileForm, kSettingsFileCount> kSettingsFiles = {{
     {SettingsFile::Columns, "VTRCOLset.ini", "ColumnSettings", &SettingsTables::ColumnSettings, kMostRows, 1,
@@ -93,8 +94,11 @@ std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const 
 // folder.
 Path FolderOfSetting(const Path& appPath, std::string_view text);
 
-// The folder of the quote database, with a separator at its end: line 18 of `dataSettings` when line 17 is
-// "True" and line 18 can name a folder, else Quotes/EOD in the application folder.
-std::string DeriveQuoteFolder(const Path& appPath, const SettingsTable& dataSettings);
+// Where the quote database lies in the application folder.
+inline constexpr std::string_view kOwnDatabaseFolder = "Quotes/EOD";
+
+// The folder of the quote database, with a separator at its end: the one that the settings name when they say
+// that it lies elsewhere and the name can be one, else its own in the application folder.
+std::string DeriveQuoteFolder(const Path& appPath, const SettingsTables& settings);
 
 }  // namespace brantlow

@@ -9,6 +9,7 @@
 #include "base/files.h"
 #include "base/values.h"
 #include "shell/settings/condition_set.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 #include "support/source_folder.h"
 
@@ -29,25 +30,19 @@ std::string WrittenLine(std::string_view text) {
     return "\"" + std::string(text) + "\"\r\n";
 }
 
-// `line` as it stands in a file whose defaults were written on `today`.
-std::string DefaultLineText(const DefaultLine& line, std::string_view today) {
-    switch (line.kind) {
-        case DefaultKind::Number:
-        case DefaultKind::Raw:
-        case DefaultKind::KeptRaw:
-            return std::string(line.text) + "\r\n";
-        case DefaultKind::Today:
-            return std::string(today) + "\r\n";
-        case DefaultKind::Text:
-        case DefaultKind::Kept:
-            break;
-    }
-    return WrittenLine(line.text);
-}
-
-std::string DefaultLinesText(std::span<const DefaultLine> lines, std::string_view today = {}) {
+// The numbered lines of the file as rows give them on `today`.
+std::string DefaultLinesText(SettingsFile file, std::string_view today = {}) {
     std::string text;
-    for (const DefaultLine& line : lines) text += DefaultLineText(line, today);
+    for (const LineRow& row : kLineRows) {
+        if (row.file != file) continue;
+        if (row.reset == LineReset::Today) {
+            text.append(today).append("\r\n");
+        } else if (row.form == LineForm::Written) {
+            text += WrittenLine(row.standard);
+        } else {
+            text.append(row.standard).append("\r\n");
+        }
+    }
     return text;
 }
 
@@ -59,14 +54,21 @@ std::string WrittenLines(std::span<const std::string_view> names) {
 
 struct ExpectedLine {
     std::string_view text;
-    DefaultKind kind = DefaultKind::Text;
+    LineReset reset = LineReset::Standard;
+    LineForm form = LineForm::Written;
 };
+constexpr LineReset kKeep = LineReset::Keep;
+constexpr LineReset kShown = LineReset::KeepShown;
+constexpr LineReset kStandard = LineReset::Standard;
 
-void ExpectLines(std::span<const DefaultLine> actual, std::span<const ExpectedLine> expected) {
-    ASSERT_EQ(actual.size(), expected.size());
-    for (std::size_t i = 0; i < actual.size(); ++i) {
-        EXPECT_EQ(actual[i].text, expected[i].text) << "line " << i + 1;
-        EXPECT_EQ(actual[i].kind, expected[i].kind) << "line " << i + 1;
+void ExpectLines(SettingsFile file, std::span<const ExpectedLine> expected) {
+    ASSERT_EQ(LineCountOf(file), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        const LineRow* row = RowOf(file, i + 1);
+        ASSERT_NE(row, nullptr) << "line " << i + 1;
+        EXPECT_EQ(row->standard, expected[i].text) << "line " << i + 1;
+        EXPECT_EQ(row->reset, expected[i].reset) << "line " << i + 1;
+        EXPECT_EQ(row->form, expected[i].form) << "line " << i + 1;
     }
 }
 
@@ -114,24 +116,24 @@ TEST(DefaultSettings, NameEveryColumnInOrder) {
 TEST(DefaultSettings, OfDataAndAutomationLineByLine) {
     constexpr ExpectedLine kExpected[] = {{"Manually"},
                                           {"True"},
-                                          {"Back Up\\Data", DefaultKind::Kept},
+                                          {"Back Up\\Data", kShown},
                                           {"True"},
-                                          {"Back Up\\Quotes", DefaultKind::Kept},
-                                          {"10", DefaultKind::Number},
+                                          {"Back Up\\Quotes", kShown},
+                                          {"10", kStandard, LineForm::Number},
                                           {"Automatic Save"},
                                           {"Automatic Save"},
                                           {"None"},
                                           {""},
                                           {""},
                                           {"Manual Updates"},
-                                          {"", DefaultKind::Today},
+                                          {"", LineReset::Today},
                                           {"None"},
-                                          {"", DefaultKind::Kept},
+                                          {"", kKeep},
                                           {"Manual"},
                                           {"False"},
-                                          {"Quotes\\EOD", DefaultKind::Kept},
+                                          {"Quotes\\EOD", kShown},
                                           {"Automatic"}};
-    ExpectLines(kDefaultDataSettings, kExpected);
+    ExpectLines(SettingsFile::Data, kExpected);
 }
 
 TEST(DefaultSettings, OfTheChartLineByLine) {
@@ -143,23 +145,23 @@ TEST(DefaultSettings, OfTheChartLineByLine) {
                                           {"MLR 60"},
                                           {"MLR 60 L.CL"},
                                           {"MLR 90"},
-                                          {"Condition 1", DefaultKind::Kept},
-                                          {"Condition 2", DefaultKind::Kept}};
-    ExpectLines(kDefaultGraphSettings, kExpected);
+                                          {"Condition 1", kShown},
+                                          {"Condition 2", kShown}};
+    ExpectLines(SettingsFile::Graph, kExpected);
 }
 
 TEST(DefaultSettings, OfTheQuoteSourceLineByLine) {
-    constexpr ExpectedLine kExpected[] = {{"Yahoo", DefaultKind::Kept},
-                                          {"", DefaultKind::Kept},
-                                          {"Yahoo", DefaultKind::Kept},
-                                          {"", DefaultKind::KeptRaw},
-                                          {"", DefaultKind::KeptRaw},
-                                          {"15", DefaultKind::Raw},
-                                          {"0", DefaultKind::Raw},
-                                          {"0", DefaultKind::Raw},
+    constexpr ExpectedLine kExpected[] = {{"Yahoo", kKeep},
+                                          {"", kShown},
+                                          {"Yahoo", kKeep},
+                                          {"", kShown, LineForm::Printed},
+                                          {"", kShown, LineForm::Printed},
+                                          {"15", kStandard, LineForm::Printed},
+                                          {"0", kStandard, LineForm::Printed},
+                                          {"0", kStandard, LineForm::Printed},
                                           {"01/02/04"},
                                           {"Comma"}};
-    ExpectLines(kDefaultNetSettings, kExpected);
+    ExpectLines(SettingsFile::Net, kExpected);
     ExpectNames(kDefaultEodSequence,
                 {"Ticker Symbol", "Last Price", "Trade Date",     "Trade Time",      "Dividend Date",
                  "Change",        "Name",       "Exchange",       "X Dividend Date", "Ask Price",
@@ -171,11 +173,16 @@ TEST(DefaultSettings, OfTheQuoteSourceLineByLine) {
 }
 
 TEST(DefaultSettings, OfImportAndExportLineByLine) {
-    constexpr ExpectedLine kExpected[] = {
-        {"Comma Delimited"},        {"Data", DefaultKind::Kept}, {"Export.Txt"},
-        {"Comma Delimited"},        {"Data", DefaultKind::Kept}, {"Import.Txt"},
-        {"0", DefaultKind::Number}, {"0", DefaultKind::Number},  {"01/02/04"}};
-    ExpectLines(kDefaultImExSettings, kExpected);
+    constexpr ExpectedLine kExpected[] = {{"Comma Delimited"},
+                                          {"Data", kShown},
+                                          {"Export.Txt"},
+                                          {"Comma Delimited"},
+                                          {"Data", kShown},
+                                          {"Import.Txt"},
+                                          {"0", kStandard, LineForm::Number},
+                                          {"0", kStandard, LineForm::Number},
+                                          {"01/02/04"}};
+    ExpectLines(SettingsFile::ImEx, kExpected);
     ExpectNames(kDefaultImportSequence,
                 {"Ticker Symbol", "Last Price", "Trade Date", "High Price", "Low Price", "Volume"});
     ASSERT_EQ(kDefaultExportSequence.size(), 33U);
@@ -185,15 +192,18 @@ TEST(DefaultSettings, OfImportAndExportLineByLine) {
 }
 
 TEST(FirstRunFiles, HoldTheDefaults) {
+    for (const SettingsFile file : {SettingsFile::Mru, SettingsFile::Lang, SettingsFile::Own}) {
+        EXPECT_EQ(ShippedBytes(FormOf(file).fileName), DefaultLinesText(file));
+    }
     EXPECT_EQ(ShippedBytes("VTRCOLset.ini"), WrittenLines(kDefaultColumns) + "\"\"\r\n");
-    EXPECT_EQ(ShippedBytes("VTRDATAset.ini"), DefaultLinesText(kDefaultDataSettings, "#2026-01-02#"));
-    EXPECT_EQ(ShippedBytes("VTRGRAPHset.ini"), DefaultLinesText(kDefaultGraphSettings));
+    EXPECT_EQ(ShippedBytes("VTRDATAset.ini"), DefaultLinesText(SettingsFile::Data, "#2026-01-02#"));
+    EXPECT_EQ(ShippedBytes("VTRGRAPHset.ini"), DefaultLinesText(SettingsFile::Graph));
     EXPECT_EQ(ShippedBytes("VTRNETset.ini"),
-              DefaultLinesText(kDefaultNetSettings) + WrittenLine(kStartEod) +
+              DefaultLinesText(SettingsFile::Net) + WrittenLine(kStartEod) +
                   WrittenLines(kDefaultEodSequence) + WrittenLine(kEndEod) + WrittenLine(kStartHistory) +
                   WrittenLines(kDefaultHistorySequence) + WrittenLine(kEndHistory));
     EXPECT_EQ(ShippedBytes("VTRIMEXset.ini"),
-              DefaultLinesText(kDefaultImExSettings) + WrittenLines(kDefaultExportSequence) +
+              DefaultLinesText(SettingsFile::ImEx) + WrittenLines(kDefaultExportSequence) +
                   WrittenLine(kEndExportFile) + WrittenLines(kDefaultImportSequence) +
                   WrittenLine(kEndImportFile));
 }

@@ -293,19 +293,19 @@ TEST(QuoteFolder, IsTheLanFolderOrTheOneOfTheApplication) {
                              {"/app", "True", "Other/EOD/", "/app/Other/EOD/"},
                              {"/app", "True", "", "/app/Quotes/EOD/"}};
     for (const Row& row : kRows) {
-        SettingsTable data;
-        data.Set(17, Value::OfText(row.onTheLan));
-        data.Set(18, Value::OfText(row.location));
-        EXPECT_EQ(DeriveQuoteFolder(row.appPath, data), row.folder)
+        SettingsTables settings;
+        settings.DataSettings.Set(17, Value::OfText(row.onTheLan));
+        settings.DataSettings.Set(18, Value::OfText(row.location));
+        EXPECT_EQ(DeriveQuoteFolder(row.appPath, settings), row.folder)
             << row.appPath << ' ' << row.onTheLan << ' ' << row.location;
     }
 }
 
 TEST(QuoteFolder, ALocationWithANulIsNoFolder) {
-    SettingsTable data;
-    data.Set(17, Value::OfText("True"));
-    data.Set(18, Value::OfText(std::string_view("/etc\0/x", 7)));
-    EXPECT_EQ(DeriveQuoteFolder("/app", data), "/app/Quotes/EOD/");
+    SettingsTables settings;
+    settings.DataSettings.Set(17, Value::OfText("True"));
+    settings.DataSettings.Set(18, Value::OfText(std::string_view("/etc\0/x", 7)));
+    EXPECT_EQ(DeriveQuoteFolder("/app", settings), "/app/Quotes/EOD/");
 }
 
 TEST_F(SettingsLoading, TheQuoteFolderFollowsTheFile) {

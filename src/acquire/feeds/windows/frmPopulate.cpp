@@ -10,6 +10,7 @@
 
 #include "acquire/feeds/history_download.h"
 #include "base/windows/display_text.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -17,7 +18,6 @@ namespace brantlow {
 namespace {
 
 // Line of DataSettings that holds the years.
-constexpr std::size_t kHistoryYearsLine = 6;
 constexpr int kTextWidth = 420;
 
 struct YearsOption {
@@ -53,7 +53,7 @@ frmPopulate::frmPopulate(Session& session, QWidget* parent) : QDialog(parent), s
     auto* frame = new QGroupBox(QStringLiteral("Build Historical Database"));
     frame->setObjectName(QStringLiteral("Frame1"));
     auto* options = new QVBoxLayout(frame);
-    const double years = session_.settings.DataSettings.Number(kHistoryYearsLine);
+    const double years = Get(session_.settings, kHistoryYears);
     for (std::size_t i = 0; i < kYearsOptions.size(); ++i) {
         options_[i] = new QRadioButton(Name(kYearsOptions[i].words));
         options_[i]->setObjectName(Name(kYearsOptions[i].control));
@@ -79,7 +79,7 @@ frmPopulate::frmPopulate(Session& session, QWidget* parent) : QDialog(parent), s
 void frmPopulate::Populate() {
     for (std::size_t i = 0; i < options_.size(); ++i) {
         if (!options_[i]->isChecked()) continue;
-        session_.settings.DataSettings.Set(kHistoryYearsLine, Value::OfNumber(kYearsOptions[i].years));
+        Set(session_.settings, kHistoryYears, kYearsOptions[i].years);
         const std::error_code error =
             WriteSettingsFile(SettingsFile::Data, session_.AppPath, session_.settings);
         if (error) {

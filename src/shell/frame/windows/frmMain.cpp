@@ -23,6 +23,7 @@
 #include "shell/frame/windows/frame_subjects.h"
 #include "shell/frame/windows/told_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 #include "shell/user_store.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -169,7 +170,7 @@ void frmMain::Load() {
     OnLineStatus(online_, LoadUserRegistry(userStore_), subjects_->hands.web);
     LoadAllSettings(session_.AppPath, session_.settings);
     ShowTitle();
-    session_.PickedFile = session_.settings.MruSettings.Text(1);
+    session_.PickedFile = TextOf(session_.settings, kRecentFile1);
     commands_->ShowRecentFiles(session_.settings.MruSettings);
     PlaceFrame();
     session_.OpenWithoutDialog = "True";

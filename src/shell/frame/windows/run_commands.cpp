@@ -11,6 +11,7 @@
 #include "selector/windows/frmSelectorSelection.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/settings/choices.h"
 #include "shell/status_words.h"
 #include "splits/split_adjustment.h"
 #include "splits/windows/frmSplitFactor.h"
@@ -22,10 +23,6 @@
 namespace brantlow {
 
 namespace {
-
-// Line of DataSettings that says whether the selector runs by itself after an update.
-constexpr std::size_t kRunSelectorLine = 16;
-constexpr std::string_view kAutomatic = "Automatic";
 
 constexpr int kResultMilliseconds = 10000;
 
@@ -56,7 +53,7 @@ void RunCommands::StockSelector() {
         frame_.person.Say(std::string(kEvaluationsName) + ": cannot be saved (" + error.message() + ")");
         return;
     }
-    if (frame_.session.settings.DataSettings.Text(kRunSelectorLine) == kAutomatic) {
+    if (RunsSelector(frame_.session.settings)) {
         RunStockSelector(Interval::Daily);
     } else {
         AskInterval();

@@ -148,7 +148,7 @@ bool UpkeepCommands::CloseEditors() {
 
 void UpkeepCommands::BackUpBeforeExit() {
     const Date today = frame_.session.clock.Today();
-    if (!BackUpIsDue(frame_.session.settings.DataSettings, today)) return;
+    if (!BackUpIsDue(frame_.session.settings, today)) return;
     frame_.person.ShowStatusWord(kStatusSaving);
     frame_.session.run.ProgressLastShown = 0;
     frame_.session.ProgressAlways = "True";
