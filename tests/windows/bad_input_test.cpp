@@ -227,7 +227,7 @@ class BadInputTest : public QObject {
         QVERIFY(dialog);
         dialog->findChild<QAbstractButton*>(QStringLiteral("Option1"))->click();
         dialog->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
-        QTRY_VERIFY(!program.frame->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!program.frame->isVisible(), kPatienceMs);
         QVERIFY(!program.frame->findChild<frmEnable*>());
         QVERIFY(BytesOrEmpty(program.session.AppPath / "Quotes/EOD/T1.26").find("03/06/26") !=
                 std::string::npos);

@@ -21,8 +21,6 @@
 
 namespace brantlow {
 
-inline constexpr int kPatienceMs = 15000;
-
 // The practice market on the loopback.
 class Market {
   public:
@@ -47,6 +45,11 @@ class Pages {
     // `pages` holds paths with their HTML; no more come in once a browser may ask.
     Pages(std::initializer_list<std::pair<const std::string, std::string>> pages = {}) : pages_(pages) {
         server_.Get(".*", [this](const httplib::Request& request, httplib::Response& response) {
+            // The engine asks for a picture of the site when it likes.
+            if (request.path == "/favicon.ico") {
+                response.status = 404;
+                return;
+            }
             ++asked;
             while (request.path.starts_with("/held") && !released)
                 std::this_thread::sleep_for(std::chrono::milliseconds(2));
@@ -85,6 +88,7 @@ class Pages {
         return "http://127.0.0.1:" + std::to_string(port_) + path;
     }
 
+    // Requests for pages.
     std::atomic<int> asked = 0;
     std::atomic<bool> released = false;
 

@@ -59,7 +59,7 @@ class SceneProgram : public Program {
             DialogHand hand([&](QDialog& dialog) { Answer(dialog, files); });
             act();
             for (int turn = 0; turn < 2; ++turn) QCoreApplication::processEvents();
-            if (!QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; })) {
+            if (!QTest::qWaitFor([] { return QApplication::activeModalWidget() == nullptr; }, kPatienceMs)) {
                 seen << QStringLiteral("a dialog that stays");
             }
         }

@@ -71,7 +71,7 @@ class EditorProgram : public Program {
     // Makes the window the one that keys go to.
     void Activate() {
         window->activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget*>(window));
+        QTRY_COMPARE_WITH_TIMEOUT(QApplication::activeWindow(), static_cast<QWidget*>(window), kPatienceMs);
     }
     QTabWidget* Tabs() { return window->findChild<QTabWidget*>(QStringLiteral("tbsOptions")); }
     QWidget* Panel() { return Tabs()->currentWidget(); }

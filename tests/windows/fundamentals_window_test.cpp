@@ -221,7 +221,7 @@ class FundamentalsWindowTest : public QObject {
         }});
         program.Collect();
         QVERIFY(program.Read(kWorkingName).find("\t1.05\t") != std::string::npos);
-        QTRY_VERIFY(!program.frame->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!program.frame->isVisible(), kPatienceMs);
     }
 
     void lowMemoryEndsTheRun() {

@@ -206,7 +206,7 @@ class SelectorRunTest : public QObject {
         QVERIFY(stillThere);
         QVERIFY(program.session.run.ProcessCommand == kStopRun);
         QCOMPARE(program.Cell(kTickers - 1, 1), QString());
-        QTRY_VERIFY(!program.frame->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!program.frame->isVisible(), kPatienceMs);
     }
 
     void theRowInWorkStaysInSight() {

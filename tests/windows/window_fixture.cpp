@@ -67,11 +67,12 @@ DialogHand::DialogHand(std::function<void(QDialog&)> answer) : answer_(std::move
 void DialogHand::Look() {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (!dialog) return;
-    constexpr int kPatience = 400;
-    if (dialog == last_ && ++looks_ < kPatience) return;
-    if (dialog == last_) return dialog->reject();
+    if (dialog == last_) {
+        if (patience_.hasExpired()) dialog->reject();
+        return;
+    }
     last_ = dialog;
-    looks_ = 0;
+    patience_.setRemainingTime(kPatienceMs);
     ++seen;
     answer_(*dialog);
 }

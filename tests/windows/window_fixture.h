@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDialog>
 #include <QFileDialog>
 #include <QLabel>
@@ -32,6 +33,9 @@
 #include "support/temp_folder.h"
 
 namespace brantlow {
+
+// How long a test waits for what has to come: a guard against waiting for ever, and no measure of speed.
+inline constexpr int kPatienceMs = 120000;
 
 inline constexpr Date kTestDay{std::chrono::year{2026}, std::chrono::month{3}, std::chrono::day{9}};
 
@@ -72,7 +76,7 @@ class Program {
 };
 
 // Answers the next dialog that opens; `seen` counts the dialogs so far. A dialog that nothing answers is
-// rejected after a while, so that a failing test ends.
+// rejected after kPatienceMs, so that a failing test ends.
 class DialogHand {
   public:
     explicit DialogHand(std::function<void(QDialog&)> answer);
@@ -85,7 +89,7 @@ class DialogHand {
     std::function<void(QDialog&)> answer_;
     QTimer timer_;
     QPointer<QDialog> last_;
-    int looks_ = 0;
+    QDeadlineTimer patience_;
 };
 
 // The words of the boxes that `act` opens, each answered with OK.
