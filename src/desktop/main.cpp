@@ -9,13 +9,14 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <optional>
 
-#include "acquire/schedule/scheduled_start.h"
 #include "acquire/web/curl_web.h"
 #include "acquire/web/hosts.h"
 #include "base/clock.h"
 #include "base/windows/display_text.h"
 #include "desktop/end_signals.h"
+#include "desktop/start_options.h"
 #include "indicators/analysis.h"
 #include "research/windows/browser.h"
 #include "research/windows/web_sandbox.h"
@@ -26,6 +27,7 @@
 #include "shell/frame/windows/window_person.h"
 #include "shell/session.h"
 #include "shell/user_store.h"
+#include "store/file_names.h"
 
 using namespace brantlow;
 
@@ -94,11 +96,38 @@ std::string Environment(const char* name) {
     return value ? value : "";
 }
 
+// What a wrong call ends with, as the batch tool's.
+constexpr int kWrongUsage = 2;
+
+// What the command line asks for beyond the start itself, once the window is open.
+void DoAsAsked(const StartOptions& options, frmMain& frame, Session& session) {
+    if (!options.file.empty()) {
+        const ChosenFile file = CutCurrentFile(session.AppPath, session.DataFile(options.file));
+        if (!file.refusal.empty()) return session.person.Say(file.refusal);
+        session.PickedFile = file.CurrentFile;
+        session.OpenWithoutDialog = "True";
+        frame.OpenQuotesFile();
+        session.OpenWithoutDialog = "False";
+    }
+    if (options.update) frame.Run("mnuFileUpdateQuotes");
+    if (options.select) frame.Run("mnuEvaluatePickStocks");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (const auto answer = AnswerWithoutWindow(argc, argv)) {
+        std::cout << answer->text;
+        return EXIT_SUCCESS;
+    }
     PrepareWebSandbox();
     QApplication application(argc, argv);
+    StartAnswer wrong;
+    const std::optional<StartOptions> options = ReadStartOptions(argc, argv, wrong);
+    if (!options) {
+        std::cerr << wrong.text;
+        return kWrongUsage;
+    }
     // Qt takes over the user's locale; the program's files hold numbers with a point everywhere.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setStyle(new ProgramStyle);
@@ -120,8 +149,7 @@ int main(int argc, char** argv) {
     FolderLock lock;
     if (!TakesFolder(appPath, lock)) {
         // The copy that is open does the daily update.
-        const bool isScheduled = QApplication::arguments().contains(QString::fromLatin1(kScheduledFlag));
-        if (isScheduled && lock.Holder().IsWindow()) return EXIT_SUCCESS;
+        if (options->scheduled && lock.Holder().IsWindow()) return EXIT_SUCCESS;
         return Refuse(splash, person, WhyNotTaken(appPath, lock));
     }
     std::error_code ignored;
@@ -137,5 +165,6 @@ int main(int argc, char** argv) {
                   UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home), browser.Operations());
     splash.close();
     frame.Load();
+    DoAsAsked(*options, frame, session);
     return frame.isVisible() ? QApplication::exec() : EXIT_SUCCESS;
 }

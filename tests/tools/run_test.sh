@@ -8,20 +8,20 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 failures=0
 
-mkdir -p "$scratch/tools" "$scratch/build/release/bin"
+mkdir -p "$scratch/tools" "$scratch/build/programs/bin"
 cp "$1" "$scratch/run"
 cd "$scratch"
 
 cat >tools/build.sh <<'END'
 #!/usr/bin/env bash
-echo build >>calls
+echo "build $*" >>calls
 END
-cat >build/release/bin/brantlow <<'END'
+cat >build/programs/bin/brantlow <<'END'
 #!/usr/bin/env bash
 echo "window $BRANTLOW_HOME" >>calls
 END
 # Practice makes the table and the settings; select saves an evaluation with five tickers.
-cat >build/release/bin/brantlow-batch <<'END'
+cat >build/programs/bin/brantlow-batch <<'END'
 #!/usr/bin/env bash
 echo "batch $*" >>calls
 [[ ! -e refuse ]] || { echo "refused" >&2; exit 1; }
@@ -41,14 +41,14 @@ case $3 in
     ;;
 esac
 END
-cat >build/release/bin/brantlow-market <<'END'
+cat >build/programs/bin/brantlow-market <<'END'
 #!/usr/bin/env bash
 echo "market $*" >>calls
 echo "# practice market" >app/Data/Hosts.ini
 [[ -e refuse ]] || echo "http://127.0.0.1:1"
 END
-: >build/release/bin/brantlow-picture.so
-chmod +x tools/build.sh build/release/bin/*
+: >build/programs/bin/brantlow-picture.so
+chmod +x tools/build.sh build/programs/bin/*
 unset DISPLAY WAYLAND_DISPLAY
 
 expect() {
@@ -68,7 +68,7 @@ calls_of() {
 
 market='market --with-parent --hosts app/Data/Hosts.ini'
 calls_of LC_ALL=C
-expect "the first call" "build
+expect "the first call" "build programs
 batch --app app practice
 $market
 batch --app app select Practice.ddq" "$calls"
@@ -85,7 +85,7 @@ The result lies in app/Data/Evaluations.dbe" "$output"
 echo "mine" >app/Data/Practice.ddq
 echo "mine too" >app/Data/VTRDATAset.ini
 calls_of LC_ALL=C
-expect "a later call" "build
+expect "a later call" "build programs
 $market
 batch --app app select Practice.ddq" "$calls"
 expect "the user's table" "mine" "$(cat app/Data/Practice.ddq)"
@@ -93,37 +93,37 @@ expect "the user's settings" "mine too" "$(cat app/Data/VTRDATAset.ini)"
 
 for display in DISPLAY=:7 WAYLAND_DISPLAY=wayland-0; do
   calls_of "$display" BRANTLOW_HOME=/elsewhere
-  expect "with $display" "build
+  expect "with $display" "build programs
 $market
 window $scratch/app" "$calls"
 done
 
-echo '# newer' >>build/release/bin/brantlow
+echo '# newer' >>build/programs/bin/brantlow
 calls_of DISPLAY=:7
-expect "a newly built program" "$(cat build/release/bin/brantlow)" "$(cat app/brantlow)"
+expect "a newly built program" "$(cat build/programs/bin/brantlow)" "$(cat app/brantlow)"
 before=$(stat -c %i%Y app/brantlow)
 calls_of DISPLAY=:7
 expect "a program that is in place" "$before" "$(stat -c %i%Y app/brantlow)"
 
 echo "QuoteHost=https://mine" >app/Data/Hosts.ini
 calls_of DISPLAY=:7
-expect "a Hosts.ini of the user's own" $'build\n'"window $scratch/app" "$calls"
+expect "a Hosts.ini of the user's own" $'build programs\n'"window $scratch/app" "$calls"
 expect "what is in it" "QuoteHost=https://mine" "$(cat app/Data/Hosts.ini)"
 rm app/Data/Hosts.ini
 calls_of DISPLAY=:7
-expect "a folder that was there, without hosts" $'build\n'"window $scratch/app" "$calls"
+expect "a folder that was there, without hosts" $'build programs\n'"window $scratch/app" "$calls"
 
 rm app/Data/Practice.ddq
 touch refuse
 calls_of DISPLAY=:7
-expect "a refused practice table and a window" $'build\nbatch --app app practice\n'"window $scratch/app" "$calls"
+expect "a refused practice table and a window" $'build programs\nbatch --app app practice\n'"window $scratch/app" "$calls"
 calls_of LC_ALL=C
-expect "a refused practice table and no window" $'build\nbatch --app app practice' "$calls"
+expect "a refused practice table and no window" $'build programs\nbatch --app app practice' "$calls"
 expect "its exit status" 1 "$status"
 
 echo "# practice market" >app/Data/Hosts.ini
 calls_of DISPLAY=:7
-expect "a market that does not start" "build
+expect "a market that does not start" "build programs
 batch --app app practice
 $market
 window $scratch/app" "$calls"

@@ -25,16 +25,24 @@ fail() {
   cat "$scratch"/*.txt
   exit 1
 }
-# wait_for WHAT COMMAND...: until the command succeeds, at most half a minute.
+# wait_for WHAT COMMAND...: until the command succeeds, at most four minutes.
 wait_for() {
   local what=$1 tries
   shift
-  for ((tries = 0; tries < 300; tries++)); do
+  for ((tries = 0; tries < 2400; tries++)); do
     if "$@" 2>/dev/null; then return; fi
     sleep 0.1
   done
   fail "waited too long for $what"
 }
+
+# Without a screen and without a folder: what is asked of the program itself.
+[[ $(QT_QPA_PLATFORM=none "$program" --version) =~ ^Brantlow\ [0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "--version"
+[[ $(QT_QPA_PLATFORM=none "$program" --help) == *--select* ]] || fail "--help"
+status=0
+"$program" --nothing 2>"$scratch/wrong.txt" || status=$?
+[[ $status -eq 2 ]] || fail "a wrong call ended with $status"
+grep -q -- "--nothing" "$scratch/wrong.txt" || fail "a wrong call is not named"
 
 "$program" >"$scratch/first.txt" 2>&1 &
 first=$!

@@ -6,6 +6,7 @@
 
 #include "acquire/version/version_check.h"
 #include "acquire/version/windows/frmVersionUpdate.h"
+#include "shell/frame/licences.h"
 #include "shell/frame/windows/frmDisclaimer.h"
 #include "shell/frame/windows/frmHelp.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -79,6 +80,33 @@ class HelpMenuTest : public QObject {
         QVERIFY(facts.contains(QStringLiteral("Kernel: ")));
     }
 
+    // The page of the documents names the same licences.
+    void aboutTellsTheLicences() {
+        Program program;
+        program.Start("Jan.ddq");
+        QString told;
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+                told = box->text();
+                auto* ok = box->parentWidget()->findChild<QPushButton*>(QStringLiteral("cmdOK"));
+                QTimer::singleShot(0, ok, [ok] { ok->click(); });
+                return box->buttons().constFirst()->click();
+            }
+            auto* button = dialog.findChild<QPushButton*>(QStringLiteral("cmdLicences"));
+            QTimer::singleShot(0, button, [button] { button->click(); });
+        });
+        program.frame->Run("mnuHelpAbout");
+        QCOMPARE(hand.seen, 2);
+        QVERIFY(told.startsWith(
+            QStringLiteral("Brantlow is free software under the GNU General Public License, version 3")));
+        const std::string page = BytesOrEmpty(SourceFolder() / "docs" / "licences.md");
+        for (const LicenceRow& row : kLicences) {
+            QVERIFY2(told.contains(Name(row.library) + QStringLiteral(": ") + Name(row.licence)),
+                     row.library.data());
+            QVERIFY2(page.find(row.library) != std::string::npos, row.library.data());
+        }
+    }
+
     void helpOpensAtItsContentsAndAtItsIndex() {
         Program program;
         CopyHelp(program);
@@ -103,7 +131,7 @@ class HelpMenuTest : public QObject {
         QTest::keyClick(find, Qt::Key_Return);
         QCOMPARE(page->textCursor().selectedText(), QStringLiteral("alarms"));
         QTest::keyClick(help, Qt::Key_Escape);
-        QTRY_VERIFY(!OpenHelp());
+        QTRY_VERIFY_WITH_TIMEOUT(!OpenHelp(), kPatienceMs);
     }
 
     void theHelpGoesWithTheFrame() {
@@ -126,7 +154,7 @@ class HelpMenuTest : public QObject {
         QTest::keyClick(program.frame->QuoteForm(), Qt::Key_F1);
         QCOMPARE(OpenHelp()->findChild<QTextBrowser*>()->source().toString(), QStringLiteral("tables.html"));
         OpenHelp()->close();
-        QTRY_VERIFY(!OpenHelp());
+        QTRY_VERIFY_WITH_TIMEOUT(!OpenHelp(), kPatienceMs);
         QString inDialog;
         DialogHand hand([&](QDialog& dialog) {
             QTest::keyClick(&dialog, Qt::Key_F1);
@@ -190,7 +218,7 @@ class HelpMenuTest : public QObject {
         std::filesystem::permissions(tool, std::filesystem::perms::owner_all);
         program.Start("Jan.ddq");
         program.frame->Run("mnuFileNewCreateMarketQuoteFile");
-        QTRY_VERIFY(IsRegularFile(program.session.AppPath / "started"));
+        QTRY_VERIFY_WITH_TIMEOUT(IsRegularFile(program.session.AppPath / "started"), kPatienceMs);
     }
 
     void noUpdatesAreToldToTheOneWhoAsked() {

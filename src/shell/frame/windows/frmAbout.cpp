@@ -13,6 +13,7 @@
 
 #include "acquire/version/version_check.h"
 #include "base/windows/display_text.h"
+#include "shell/frame/licences.h"
 #include "shell/memory_status.h"
 
 namespace brantlow {
@@ -61,6 +62,13 @@ QString SystemFacts() {
     return facts;
 }
 
+QString LicencesText() {
+    QString text = Shown(kOwnLicence) + QStringLiteral("\n");
+    for (const LicenceRow& row : kLicences)
+        text += QStringLiteral("\n%1: %2").arg(Name(row.library), Name(row.licence));
+    return text;
+}
+
 QLabel* Line(const char* name, const QString& words) {
     auto* label = new QLabel(words);
     label->setObjectName(QString::fromLatin1(name));
@@ -91,12 +99,19 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
     ok->setObjectName(QStringLiteral("cmdOK"));
     ok->setDefault(true);
+    auto* licences = buttons->addButton(QStringLiteral("&Licences..."), QDialogButtonBox::ActionRole);
+    licences->setObjectName(QStringLiteral("cmdLicences"));
+    connect(licences, &QPushButton::clicked, this, &frmAbout::cmdLicences_Click);
     auto* info = buttons->addButton(QStringLiteral("&System Info..."), QDialogButtonBox::ActionRole);
     info->setObjectName(QStringLiteral("cmdSysInfo"));
     connect(info, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     layout->addWidget(buttons, 3, 0, 1, 2);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void frmAbout::cmdLicences_Click() {
+    QMessageBox::information(this, QStringLiteral("Licences"), LicencesText());
 }
 
 void frmAbout::cmdSysInfo_Click() {

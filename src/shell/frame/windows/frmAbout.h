@@ -1,4 +1,5 @@
-// About Brantlow: name, version, what the program is for, and the way to the system's information.
+// About Brantlow: name, version, what the program is for, the licences, and the way to the
+// system's information.
 #pragma once
 
 #include <QDialog>
@@ -11,6 +12,7 @@ class frmAbout final : public QDialog {
     explicit frmAbout(QWidget* parent);
 
   private:
+    void cmdLicences_Click();
     void cmdSysInfo_Click();
 };
 
