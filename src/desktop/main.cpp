@@ -106,7 +106,7 @@ void DoAsAsked(const StartOptions& options, frmMain& frame, Session& session) {
         if (!file.refusal.empty()) return session.person.Say(file.refusal);
         session.PickedFile = file.CurrentFile;
         session.OpenWithoutDialog = "True";
-        frame.OpenQuotesFile();
+        frame.Run("mnuFileOpenQuotesDB");
         session.OpenWithoutDialog = "False";
     }
     if (options.update) frame.Run("mnuFileUpdateQuotes");
