@@ -1,11 +1,10 @@
-// The names under which the working series and the scalars of the indicators are printed, in the order of the
-// output. The indicator arrays have theirs in kIndicatorArrays.
+// The names under which the working series is printed, in the order of the output. The indicators have theirs
+// in indicators/indicators.h.
 #pragma once
 
 #include <array>
 #include <string_view>
 
-#include "indicators/indicators.h"
 #include "indicators/working_series.h"
 
 namespace brantlow {
@@ -37,26 +36,6 @@ inline constexpr std::array<SeriesName, 19> kSeriesNames = {{
     {"PriceToSales", &WorkingSeries::PriceToSales, nullptr},
     {"MarketCap", &WorkingSeries::MarketCap, nullptr},
     {"OpenPrice", &WorkingSeries::OpenPrice, nullptr},
-}};
-
-struct IndicatorScalarName {
-    std::string_view name;
-    double Indicators::*value;
-};
-
-inline constexpr std::array<IndicatorScalarName, 12> kIndicatorScalarNames = {{
-    {"LRSlope", &Indicators::LRSlope},
-    {"LRIntercept", &Indicators::LRIntercept},
-    {"LRTightUCL", &Indicators::LRTightUCL},
-    {"LRLooseUCL", &Indicators::LRLooseUCL},
-    {"LRTightLCL", &Indicators::LRTightLCL},
-    {"LRLooseLCL", &Indicators::LRLooseLCL},
-    {"LRMaxResidual", &Indicators::LRMaxResidual},
-    {"LRMinResidual", &Indicators::LRMinResidual},
-    {"MaxVolume", &Indicators::MaxVolume},
-    {"AverageVolume", &Indicators::AverageVolume},
-    {"VolumeTightUCL", &Indicators::VolumeTightUCL},
-    {"VolumeLooseUCL", &Indicators::VolumeLooseUCL},
 }};
 
 }  // namespace brantlow

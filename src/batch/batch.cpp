@@ -17,11 +17,17 @@ constexpr double kSecondsPerMinute = 60;
 // How long a call waits for the folder's lock that names no time.
 constexpr int kWaitSeconds = 10;
 
+// The past day that the call looks from.
+std::optional<Date> AsOf(const CommandLine& line) {
+    return ReadIsoDate(line.arguments.Text(kAsOfOption.name));
+}
+
 // The clock stands still for the whole call; what the call does not set is the system's day or time.
 FixedClock CallClock(const CommandLine& line) {
     const SystemClock system;
+    const std::optional<Date> today = AsOf(line) ? AsOf(line) : line.today;
     const double seconds = line.minutes ? *line.minutes * kSecondsPerMinute : system.SecondsSinceMidnight();
-    return FixedClock(line.today.value_or(system.Today()), seconds);
+    return FixedClock(today.value_or(system.Today()), seconds);
 }
 
 Path AppPathOf(const CommandLine& line, const Path& executable) {
@@ -62,6 +68,7 @@ ExitStatus RunCommand(const CommandLine& line, const BatchProcess& process) {
     const FixedClock clock = CallClock(line);
     TerminalPerson person(process.err, process.errIsTerminal, process.interrupted);
     Session session(AppPathOf(line, process.executable), clock, person);
+    session.HistoryUpTo = AsOf(line);
     person.WatchRun(&session.run);
     person.AnswerYes(line.arguments.Has(kYesOption));
     BatchCall call{session,     line.arguments,      process.assets,    process.out,

@@ -74,6 +74,11 @@ std::optional<Date> ReadIsoDate(std::string_view text) {
     return date;
 }
 
+std::optional<std::string> RefuseDay(std::string_view text) {
+    if (ReadIsoDate(text)) return std::nullopt;
+    return "'" + std::string(text) + "' is no day of the form YYYY-MM-DD";
+}
+
 std::optional<int> ReadClockTime(std::string_view text) {
     const std::vector<std::string_view> parts = SplitAt(text, ':');
     if (parts.size() != 2) return std::nullopt;

@@ -107,6 +107,11 @@ std::string_view IntervalArgument(Interval interval);
 std::optional<std::string> RefuseInterval(std::string_view text);
 inline constexpr CommandOption kIntervalOption = {"--interval", "I",
                                                   "daily (as without it), weekly or monthly", RefuseInterval};
+// `--as-of`, which every command takes that looks at the newest bar: the history ends on that day, which is
+// also the call's today.
+std::optional<std::string> RefuseDay(std::string_view text);
+inline constexpr CommandOption kAsOfOption = {"--as-of", "YYYY-MM-DD",
+                                              "as it stood on this day, with what was known then", RefuseDay};
 // Daily when the option was not given.
 Interval ChosenInterval(const Arguments& arguments);
 

@@ -19,11 +19,6 @@ std::optional<std::string> RefuseFolder(std::string_view text) {
     return "a folder's name is missing";
 }
 
-std::optional<std::string> RefuseToday(std::string_view text) {
-    if (ReadIsoDate(text)) return std::nullopt;
-    return "'" + std::string(text) + "' is no day of the form YYYY-MM-DD";
-}
-
 std::optional<std::string> RefuseTime(std::string_view text) {
     if (ReadClockTime(text)) return std::nullopt;
     return "'" + std::string(text) + "' is no time of the form HH:MM";
@@ -36,7 +31,7 @@ std::optional<std::string> RefuseWait(std::string_view text) {
 
 constexpr std::array<CommandOption, 4> kGlobalOptions = {{
     {"--app", "DIR", "the application folder; without it the folder of the executable", RefuseFolder},
-    {"--today", "YYYY-MM-DD", "the day that the call takes for today", RefuseToday},
+    {"--today", "YYYY-MM-DD", "the day that the call takes for today", RefuseDay},
     {"--time", "HH:MM", "the time of day that the call takes for now", RefuseTime},
     {"--wait", "SECONDS",
      "how long to wait while the window or another command uses the folder; 10 without it", RefuseWait},
@@ -47,10 +42,12 @@ constexpr auto kCommands = std::to_array<Command>({
     kSeriesCommand,
     kIndicatorsCommand,
     kEvaluateCommand,
+    kExplainCommand,
     kSignalsCommand,
     kBackTestCommand,
     kChartCommand,
     kSelectCommand,
+    kStudyCommand,
     kHistoryCommand,
     kPopulateCommand,
     kUpdateCommand,

@@ -23,11 +23,12 @@ inline constexpr Command kCatalogueCommand = {
 };
 
 std::optional<std::string> RefuseWindow(std::string_view text);
-inline constexpr std::array<CommandOption, 2> kSeriesOptions = {{
+inline constexpr std::array<CommandOption, 3> kSeriesOptions = {{
     kIntervalOption,
+    kAsOfOption,
     {"--window", "N", "keep the newest N bars; 0, as without it, stands for 279", RefuseWindow},
 }};
-inline constexpr std::array<CommandOption, 1> kIntervalOptions = {{kIntervalOption}};
+inline constexpr std::array<CommandOption, 2> kIntervalOptions = {{kIntervalOption, kAsOfOption}};
 inline constexpr std::string_view kJsonHelp =
     "One JSON object a line, one line a ticker, in the order given. Several tickers share one working "
     "series,\n"
@@ -75,6 +76,25 @@ inline constexpr Command kEvaluateCommand = {
     .run = RunEvaluate,
 };
 
+ExitStatus RunExplain(BatchCall& call);
+inline constexpr Command kExplainCommand = {
+    .name = "explain",
+    .usage = "TICKER...",
+    .operand = "TICKER",
+    .fewestOperands = 1,
+    .mostOperands = kAnyNumber,
+    .options = kIntervalOptions,
+    .summary = "Prints why each condition holds or not, line by line, as JSON",
+    .help =
+        "One JSON object a line, one line a ticker, in the order given. Under conditions each tested line "
+        "with its\n"
+        "state, True, False or empty where it is passed over and why, and the values that the test looked "
+        "at: name,\n"
+        "bar (0 the newest) and value; for a value slot its number x.\n",
+    .settings = kConditionSettings,
+    .run = RunExplain,
+};
+
 ExitStatus RunSignals(BatchCall& call);
 inline constexpr Command kSignalsCommand = {
     .name = "signals",
@@ -115,8 +135,9 @@ inline constexpr Command kBackTestCommand = {
 };
 
 std::optional<std::string> RefuseEvaluationName(std::string_view text);
-inline constexpr std::array<CommandOption, 2> kSelectOptions = {{
+inline constexpr std::array<CommandOption, 3> kSelectOptions = {{
     kIntervalOption,
+    kAsOfOption,
     {"--out", "NAME.dbe", "save the table under this name in Data, not as Evaluations.dbe",
      RefuseEvaluationName},
 }};
@@ -132,11 +153,57 @@ inline constexpr Command kSelectCommand = {
     .help =
         "The table of results is saved as Evaluations.dbe, the working file that every run makes anew.\n"
         "Tickers with too little history are listed in Error Report.txt. Prints the count of tickers, the\n"
-        "hits of each condition and the short tickers. Ctrl-C stops at the next ticker: the rows so far are\n"
-        "saved and counted, and the exit status is 130.\n",
+        "hits of each condition and the short tickers. With --as-of the run needs --out and\n"
+        "writes that table only. Ctrl-C stops at the next ticker: the rows so far are saved and counted, "
+        "and\n"
+        "the exit status is 130.\n",
     .settings = kSelectorRunSettings,
     .writes = AlwaysWrites,
     .run = RunSelect,
+};
+
+std::optional<std::string> RefuseStudyInterval(std::string_view text);
+std::optional<std::string> RefuseHorizons(std::string_view text);
+std::optional<std::string> RefuseCost(std::string_view text);
+std::optional<std::string> RefuseFileName(std::string_view text);
+std::optional<std::string> RefuseHoldings(std::string_view text);
+std::optional<std::string> RefuseCondition(std::string_view text);
+inline constexpr std::array<CommandOption, 11> kStudyOptions = {{
+    {"--interval", "I", "daily (as without it) or weekly", RefuseStudyInterval},
+    {"--from", "YYYY-MM-DD", "the first day that is evaluated; 364 days before the last without it",
+     RefuseDay},
+    {"--to", "YYYY-MM-DD", "the last day that is evaluated; today without it", RefuseDay},
+    {"--horizons", "1,5,20,60", "bars that a share is held, from 1 to 1000", RefuseHorizons},
+    {"--cost", "PERCENT", "of each purchase and each sale, from 0 to below 100; 0.5 without it", RefuseCost},
+    {"--every-day", "", "every day on which a condition holds is a signal, not only the first of a row"},
+    {"--signals", "OUT.csv", "write the list of all signals into this file", RefuseFileName},
+    {"--portfolio", "N", "an equity curve instead: at most N shares held at a time, 1 to 1000",
+     RefuseHoldings},
+    {"--buy", "CONDITION", "whose signals the portfolio buys; the first Buy without it", RefuseCondition},
+    {"--sell", "CONDITION", "whose signals end a holding of the portfolio sooner", RefuseCondition},
+    {"--hold", "BARS", "how long the portfolio holds a share; 20 without it", RefuseHoldings},
+}};
+ExitStatus RunStudyCommand(BatchCall& call);
+inline constexpr Command kStudyCommand = {
+    .name = "study",
+    .usage = "FILE",
+    .operand = "FILE",
+    .fewestOperands = 1,
+    .mostOperands = 1,
+    .options = kStudyOptions,
+    .summary = "Prints what the ten conditions would have earned over all tickers of an end-of-day file",
+    .help =
+        "For each day of the span and each ticker the conditions are judged with what was known on that "
+        "day. Bought\n"
+        "is at the close of the bar after a signal, sold so many bars later. One JSON object: the mean "
+        "return of any\n"
+        "day (baseline) and, by condition and horizon, count, mean, median, share above 0, excess over the "
+        "baseline\n"
+        "with its standard error. The tickers are those of today's table: shares that vanished are missing. "
+        "Ctrl-C\n"
+        "ends the walk: the figures are of the tickers so far, and the exit status is 130.\n",
+    .settings = kConditionSettings,
+    .run = RunStudyCommand,
 };
 
 std::optional<std::string> RefuseFundamentalsName(std::string_view text);

@@ -13,11 +13,17 @@ namespace brantlow {
 
 namespace {
 
-// Makes the working file of the run from the tickers of `name` and opens it; false after the sentence was
-// written.
+constexpr std::string_view kOutOption = "--out";
+
+// Makes the working file of the run from the tickers of `name` and opens it; a look back works in memory and
+// leaves that file alone. False after the sentence was written.
 bool OpenEvaluations(BatchCall& call, const std::string& name, QuoteTable& evaluations) {
     QuoteTable quotes;
     if (!LoadTable(call, name, quotes)) return false;
+    if (call.session.HistoryUpTo) {
+        MakeEvaluationTable(quotes, evaluations);
+        return true;
+    }
     const std::string working(kEvaluationsName);
     if (const auto error = CreateEvaluationFile(quotes, call.session.DataFolder())) {
         Refuse(call, working + " could not be written: " + error.message());
@@ -76,9 +82,12 @@ ExitStatus SelectFrom(BatchCall& call, const std::string& name, Interval interva
 
 ExitStatus RunSelect(BatchCall& call) {
     const std::string& name = call.arguments.operands.front();
+    if (call.arguments.Has(kAsOfOption.name) && !call.arguments.Has(kOutOption)) {
+        return RefuseUsage(call, kAsOfOption.name, "a look back needs --out, a table of its own");
+    }
     if (!ExistingDataFile(call, name)) return ExitStatus::Refused;
     if (KindOf(name) != FileKind::Ddq) return Refuse(call, kSelectorNeedsQuoteFile);
-    return SelectFrom(call, name, ChosenInterval(call.arguments), call.arguments.Text("--out"));
+    return SelectFrom(call, name, ChosenInterval(call.arguments), call.arguments.Text(kOutOption));
 }
 
 }  // namespace brantlow

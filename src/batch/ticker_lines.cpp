@@ -3,7 +3,7 @@
 namespace brantlow {
 
 HistorySource SourceOf(const BatchCall& call) {
-    return {call.session.settings.QuoteFolder, call.session.clock};
+    return HistoryOf(call.session);
 }
 
 void BeginTicker(JsonLine& line, std::string_view ticker, Interval interval, const WorkingSeries& series) {

@@ -4,6 +4,7 @@
 
 #include "indicators/indicators.h"
 #include "indicators/working_series.h"
+#include "shell/session.h"
 
 namespace brantlow {
 
@@ -11,6 +12,9 @@ struct Analysis {
     WorkingSeries series;
     Indicators indicators;
 };
+
+// The history as the session sees it.
+HistorySource HistoryOf(const Session& session);
 
 // Series of this many bars or fewer are not evaluated, and nothing is computed for them.
 inline constexpr std::size_t kTooFewBarsToEvaluate = 15;

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "base/files.h"
+#include "indicators/record_days.h"
 #include "indicators/series_folding.h"
 #include "store/year_files.h"
 
@@ -23,23 +24,17 @@ const Folding* FoldingOf(Interval interval) {
 
 // Folds the bars of `group`, the first of which is bars[0].
 void FoldBars(const FoldGroup& group, const HistoryBar* bars, HistoryBar& folded) {
-    const auto value = [&](NumberSlot slot) {
-        return [slot, bars, &group](std::size_t j) { return bars[j - group.first].row.numbers[slot]; };
-    };
     folded = bars[group.last - group.first];
-    std::array<double, kNumberFields.size()>& numbers = folded.row.numbers;
-    numbers[kHighSlot] = value(kHighSlot)(LastRise(group, value(kHighSlot)));
-    numbers[kLowSlot] = value(kLowSlot)(LastFall(group, value(kLowSlot)));
-    const std::size_t open = group.comparesOpens ? LastFall(group, value(kOpenSlot)) : group.first;
-    numbers[kOpenSlot] = value(kOpenSlot)(open);
+    const std::size_t open = FoldNumbers(
+        group, [&](NumberSlot slot, std::size_t j) { return bars[j - group.first].row.numbers[slot]; },
+        [&](NumberSlot slot, double value) { folded.row.numbers[slot] = value; });
     folded.openEmptied = bars[open - group.first].openEmptied;
-    numbers[kVolumeSlot] = MeanVolume(group, value(kVolumeSlot));
 }
 
 }  // namespace
 
 Failure HistoryText::Load(const std::string& quoteFolder, std::string_view ticker,
-                          std::span<const std::string> years) {
+                          std::span<const std::string> years, const std::optional<Date>& lastDay) {
     used_ = 0;
     rows_.clear();
     firstIndex_ = 1;
@@ -54,6 +49,7 @@ Failure HistoryText::Load(const std::string& quoteFolder, std::string_view ticke
             rows_.clear();
             return std::move(failure).Of(ticker);
         }
+        if (lastDay) DropRecordsAfter(*lastDay, buffer_, from, used_);
         if (used_ == from && rows_.empty()) firstIndex_ = 0;
         newestOpenEmptied_ = used_ == from;
         AddYear(from, used_);

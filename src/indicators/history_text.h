@@ -3,11 +3,13 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/dates.h"
 #include "base/failure.h"
 #include "indicators/history_row.h"
 #include "indicators/line_scan.h"
@@ -22,9 +24,11 @@ struct HistoryBar {
 
 class HistoryText {
   public:
-    // Reads the files of `ticker` for `years`, oldest first, in place of what is held. A file that is there
-    // and cannot be read is a failure, and nothing is held then.
-    Failure Load(const std::string& quoteFolder, std::string_view ticker, std::span<const std::string> years);
+    // Reads the files of `ticker` for `years`, oldest first, in place of what is held; with a `lastDay`
+    // without the records after it. A file that is there and cannot be read is a failure, and nothing is held
+    // then.
+    Failure Load(const std::string& quoteFolder, std::string_view ticker, std::span<const std::string> years,
+                 const std::optional<Date>& lastDay);
 
     // Every row has all its fields and there is room behind the last one: the load does not depend on what
     // the working series held before. The members below are of use only then.

@@ -2,21 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
+#include "indicators/bar_formulas.h"
 #include "indicators/window_sums.h"
 
 namespace brantlow {
 
 namespace {
-
-constexpr double kNotComputed = std::numeric_limits<double>::quiet_NaN();
-constexpr double kMomentumScale = 24000;
-constexpr double kMillion = 1000000;
-// Bars between the ends of the line through a moving regression whose slope is its derivative.
-constexpr std::size_t kDerivativeSpan = 3;
-// An upper limit where nothing lies above its line.
-constexpr double kLimitWithoutBarsAbove = 1;
 
 constexpr auto kMASlots = SlotsOf(kMA);
 constexpr auto kWMASlots = SlotsOf(kWMA);
@@ -41,17 +33,6 @@ constexpr auto kRSISlots = SlotsOf<2>({&Indicators::RSI15, &Indicators::RSI30});
 constexpr auto kMcClellanSlots = SlotsOf<2>({&Indicators::McClellan15, &Indicators::McClellan30});
 constexpr auto kMACDSlots = SlotsOf<2>({&Indicators::MACD15, &Indicators::MACD30});
 
-void KeepFinite(double value, double& target) {
-    if (std::isfinite(value)) target = value;
-}
-
-// Where a close stands between low and high; a bar without range stands nowhere and adds nothing.
-double PositionInRange(double close, double low, double high) {
-    if (!(high > low)) return 0;
-    const double position = (close - low) / (high - low);
-    return std::isfinite(position) ? position : 0;
-}
-
 void PrepareInputs(const BarView& bars, IndicatorBlock& block) {
     double* const closes = block.Work(WorkArray::Closes);
     double* const products = block.Work(WorkArray::Products);
@@ -74,51 +55,6 @@ void PrepareInputs(const BarView& bars, IndicatorBlock& block) {
     }
 }
 
-struct Line {
-    double slope = 0;
-    double intercept = 0;
-    double At(std::size_t i) const { return slope * static_cast<double>(i) + intercept; }
-};
-
-// Least squares over bars 1 to `barCount`. What cannot be computed stays 0.
-Line FitWholeWindow(std::size_t barCount, const double* values, const double* squares) {
-    const auto count = static_cast<double>(barCount);
-    double sum = 0;
-    double productSum = 0;
-    for (std::size_t i = 1; i <= barCount; ++i) {
-        sum += values[i];
-        productSum += static_cast<double>(i) * values[i];
-    }
-    const double meanX = count * (count + 1) / 2 / count;
-    const double meanXX = squares[barCount] / count;
-    const double meanY = sum / count;
-    const double meanXY = productSum / count;
-    const double spread = meanXX - meanX * meanX;
-    Line line;
-    KeepFinite((meanXY - meanX * meanY) / spread, line.slope);
-    KeepFinite((meanXX * meanY - meanXY * meanX) / spread, line.intercept);
-    return line;
-}
-
-// The residuals of one side of a line.
-struct Side {
-    double sum = 0;
-    double count = 0;
-    void Add(double residual) {
-        sum += residual;
-        count += 1;
-    }
-    // With no residual both limits are `without`.
-    void Limits(double without, double& tight, double& loose) const {
-        if (count > 0) {
-            KeepFinite(kTightFactor * sum / count, tight);
-            KeepFinite(kLooseFactor * sum / count, loose);
-        } else {
-            tight = loose = without;
-        }
-    }
-};
-
 void DrawLine(const Line& line, IndicatorSlot slot, IndicatorBlock& block) {
     for (std::size_t i = 1; i <= block.BarCount(); ++i) block[slot][i] = line.At(i);
     block.Finish(slot, 1);
@@ -126,65 +62,20 @@ void DrawLine(const Line& line, IndicatorSlot slot, IndicatorBlock& block) {
 
 void WholeWindowPrice(const BarView& bars, const Indicators* old, IndicatorBlock& block) {
     IndicatorScalars& scalars = block.scalars;
-    const Line line = FitWholeWindow(bars.BarCount, bars.ClosePrice, block.Work(WorkArray::Squares));
+    const double squareSum = block.Work(WorkArray::Squares)[bars.BarCount];
+    const Line line = FitWholeWindow(bars.BarCount, bars.ClosePrice, squareSum);
     scalars.LRSlope = line.slope;
     scalars.LRIntercept = line.intercept;
     constexpr IndicatorSlot kSlot = SlotOf(&Indicators::LRPrice);
     DrawLine(line, kSlot, block);
-    const double* const level = block.Settled(kSlot, old);
-    Side above;
-    Side below;
-    for (std::size_t i = 1; i <= bars.BarCount; ++i) {
-        const double residual = bars.ClosePrice[i] - level[i];
-        if (residual >= 0) above.Add(residual);
-        if (residual <= 0) below.Add(residual);
-        if (residual > scalars.LRMaxResidual) KeepFinite(residual, scalars.LRMaxResidual);
-        if (residual < scalars.LRMinResidual) KeepFinite(residual, scalars.LRMinResidual);
-    }
-    above.Limits(kLimitWithoutBarsAbove, scalars.LRTightUCL, scalars.LRLooseUCL);
-    below.Limits(0, scalars.LRTightLCL, scalars.LRLooseLCL);
+    TakePriceResiduals(bars, block.Settled(kSlot, old), scalars);
 }
 
 void WholeWindowVolume(const BarView& bars, const Indicators* old, IndicatorBlock& block) {
-    IndicatorScalars& scalars = block.scalars;
     constexpr IndicatorSlot kSlot = SlotOf(&Indicators::LRVolume);
-    DrawLine(FitWholeWindow(bars.BarCount, bars.Volume, block.Work(WorkArray::Squares)), kSlot, block);
-    const double* const level = block.Settled(kSlot, old);
-    Side above;
-    double total = 0;
-    for (std::size_t i = 1; i <= bars.BarCount; ++i) {
-        total += bars.Volume[i];
-        scalars.MaxVolume = std::max(scalars.MaxVolume, bars.Volume[i]);
-        const double residual = bars.Volume[i] - level[i];
-        if (residual > 0) above.Add(residual);
-    }
-    KeepFinite(total / static_cast<double>(bars.BarCount), scalars.AverageVolume);
-    above.Limits(kLimitWithoutBarsAbove, scalars.VolumeTightUCL, scalars.VolumeLooseUCL);
-}
-
-// The per-bar ratios in the order of kRatioSlots. The share count takes the previous close as the price.
-constexpr auto kRatioSlots = SlotsOf<7>(
-    {&Indicators::Sales, &Indicators::Earnings, &Indicators::EstimatedEarnings, &Indicators::PercentChange,
-     &Indicators::SalesPerShare, &Indicators::EarningsPerSales, &Indicators::ForwardPE});
-using Ratios = std::array<double, kRatioSlots.size()>;
-
-// Divides without asking first: a divisor of 0 gives what is not finite, and so is not stored.
-inline Ratios RatiosAt(const BarView& bars, std::size_t i) {
-    const double close = bars.ClosePrice[i];
-    const double before = bars.ClosePrice[i - 1];
-    const double pe = bars.PERatio[i];
-    const double sales = bars.PriceToSales[i];
-    const double capital = bars.MarketCap[i] * kMillion;
-    const double shares = capital / before;
-    const double salesPerShare = before / sales;
-    const double salesOfAll = salesPerShare * shares;
-    const double estimated = bars.EPSest[i] * shares;
-    const double change = (close - before) / before * 100;
-    const bool priced = before > 0;
-    return {priced ? salesOfAll : kNotComputed,    capital / pe,
-            priced ? estimated : kNotComputed,     priced ? change : kNotComputed,
-            priced ? salesPerShare : kNotComputed, sales / pe,
-            pe * bars.EPSttm[i] / bars.EPSest[i]};
+    const double squareSum = block.Work(WorkArray::Squares)[bars.BarCount];
+    DrawLine(FitWholeWindow(bars.BarCount, bars.Volume, squareSum), kSlot, block);
+    TakeVolumeResiduals(bars, block.Settled(kSlot, old), block.scalars);
 }
 
 void ComputeRatios(const BarView& bars, IndicatorBlock& block) {
@@ -246,11 +137,6 @@ void ComputeMomentum(std::size_t l, const double* slope, IndicatorBlock& block) 
     block.Finish(kMomentumSlots[l], length);
 }
 
-// From 0, all bars down, to 100, all up; not finite where no bar moved.
-double RelativeStrength(double up, double down) {
-    return ((up - down) / (up + down) / 2 + 0.5) * 100;
-}
-
 void ComputeRSI(std::size_t l, IndicatorBlock& block) {
     const std::size_t length = kRegressionLengths[l];
     const double* const ups = block.Work(WorkArray::UpBars);
@@ -284,37 +170,22 @@ void ComputeBands(std::size_t l, const double* slope, const double* intercept, I
     }
 }
 
-// The difference of two momenta in percent of the largest combined size so far.
 void ComputeMACD(std::size_t l, const Indicators* old, IndicatorBlock& block) {
     const double* const faster = block.Settled(kMomentumSlots[l], old);
     const double* const slower = block.Settled(kMomentumSlots[l + 1], old);
     double* const out = block[kMACDSlots[l]];
     const std::size_t first = kRegressionLengths[l + 1];
-    double scale = 0;
-    for (std::size_t k = first; k <= block.BarCount(); ++k) {
-        const double size = std::fabs(faster[k]) + std::fabs(slower[k]);
-        const bool moves = size != 0 && std::isfinite(size);
-        if (moves) scale = std::max(scale, size);
-        out[k] = moves ? 100 * (faster[k] - slower[k]) / scale : kNotComputed;
-    }
+    MomentumDifference difference;
+    for (std::size_t k = first; k <= block.BarCount(); ++k) out[k] = difference.Next(faster[k], slower[k]);
     block.Finish(kMACDSlots[l], first);
 }
 
 void ComputeDerivative(std::size_t l, const double* level, IndicatorBlock& block) {
-    constexpr double kPoints = kDerivativeSpan + 1;
     const double* const squares = block.Work(WorkArray::Squares);
     double* const out = block[kDerSlots[l]];
     const std::size_t first = kRegressionLengths[l] + kDerivativeSpan;
     for (std::size_t k = first; k <= block.BarCount(); ++k) {
-        double sum = 0;
-        double productSum = 0;
-        for (std::size_t j = k - kDerivativeSpan; j <= k; ++j) {
-            sum += level[j];
-            productSum += static_cast<double>(j) * level[j];
-        }
-        const double meanX = static_cast<double>(4 * k - 6) / kPoints;
-        const double meanXX = (squares[k] - squares[k - kDerivativeSpan - 1]) / kPoints;
-        out[k] = (productSum / kPoints - meanX * (sum / kPoints)) / (meanXX - meanX * meanX);
+        out[k] = DerivativeAt(level + k, k, squares[k] - squares[k - kDerivativeSpan - 1]);
     }
     block.Finish(kDerSlots[l], first);
 }

@@ -163,6 +163,27 @@ inline constexpr std::array<NamedIndicator, 75> kIndicatorArrays = {{
     {"EstimatedEarnings", &Indicators::EstimatedEarnings, 1},
 }};
 
+// Every scalar by its name, in the order of the output.
+struct IndicatorScalarName {
+    std::string_view name;
+    double Indicators::*value;
+};
+
+inline constexpr std::array<IndicatorScalarName, 12> kIndicatorScalarNames = {{
+    {"LRSlope", &Indicators::LRSlope},
+    {"LRIntercept", &Indicators::LRIntercept},
+    {"LRTightUCL", &Indicators::LRTightUCL},
+    {"LRLooseUCL", &Indicators::LRLooseUCL},
+    {"LRTightLCL", &Indicators::LRTightLCL},
+    {"LRLooseLCL", &Indicators::LRLooseLCL},
+    {"LRMaxResidual", &Indicators::LRMaxResidual},
+    {"LRMinResidual", &Indicators::LRMinResidual},
+    {"MaxVolume", &Indicators::MaxVolume},
+    {"AverageVolume", &Indicators::AverageVolume},
+    {"VolumeTightUCL", &Indicators::VolumeTightUCL},
+    {"VolumeLooseUCL", &Indicators::VolumeLooseUCL},
+}};
+
 // Fills `indicators` for bars 1 to BarCount of a series that is loaded, folded and windowed. With 3 bars or
 // fewer the scalars become 0 and every array keeps what it held. A value that cannot be computed (a division
 // by zero, a result that is not finite) is not stored: its element keeps what it held.

@@ -17,8 +17,9 @@ namespace brantlow {
 class PreparedTicker {
   public:
     // Reads the year files of `ticker`, makes the window's bars and, where they are enough, their indicators.
+    // With a `lastDay` its records end there.
     void Prepare(const std::string& quoteFolder, std::span<const std::string> years, Interval interval,
-                 std::string_view ticker);
+                 std::string_view ticker, const std::optional<Date>& lastDay = std::nullopt);
 
     // Why the ticker's files could not be read: there is nothing of it then.
     const Failure& Unreadable() const { return unreadable_; }

@@ -81,4 +81,18 @@ inline constexpr std::array<NumberSlot, 11> kFoldedFromLast = {
     kEPSestSlot, kDividendSlot,  kPreviousCloseSlot, kPriceToSalesSlot, kMarketCapSlot,
 };
 
+// The numbers of a folded bar: at(slot, bar) reads one of a daily bar, set(slot, value) takes one of the
+// folded bar. Returns the daily bar whose open was taken.
+template <class At, class Set>
+std::size_t FoldNumbers(const FoldGroup& group, const At& at, const Set& set) {
+    const auto of = [&](NumberSlot slot) { return [&at, slot](std::size_t j) { return at(slot, j); }; };
+    for (const NumberSlot slot : kFoldedFromLast) set(slot, at(slot, group.last));
+    set(kHighSlot, at(kHighSlot, LastRise(group, of(kHighSlot))));
+    set(kLowSlot, at(kLowSlot, LastFall(group, of(kLowSlot))));
+    const std::size_t open = group.comparesOpens ? LastFall(group, of(kOpenSlot)) : group.first;
+    set(kOpenSlot, at(kOpenSlot, open));
+    set(kVolumeSlot, MeanVolume(group, of(kVolumeSlot)));
+    return open;
+}
+
 }  // namespace brantlow

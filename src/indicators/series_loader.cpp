@@ -3,6 +3,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "indicators/history_row.h"
+#include "indicators/record_days.h"
 #include "indicators/working_series.h"
 #include "indicators/year_plan.h"
 #include "store/year_files.h"
@@ -13,14 +14,17 @@ namespace {
 
 constexpr std::size_t kYearDigits = 2;
 
-// The texts of the ticker's year files, oldest first; a missing one is empty.
+// The texts of the ticker's year files, oldest first, up to the last day looked at; a missing one is empty.
 Failure ReadYears(const HistorySource& source, std::string_view ticker, std::size_t years,
                   std::vector<std::string>& texts) {
     for (const std::string& year : YearTexts(source.clock.Today(), years)) {
-        texts.emplace_back();
+        std::string& text = texts.emplace_back();
         const std::optional<Path> path = YearFilePath(source.QuoteFolder, ticker, year);
         if (!path) continue;
-        if (Failure failure = ReadIfThere(*path, texts.back())) return std::move(failure).Of(ticker);
+        if (Failure failure = ReadIfThere(*path, text)) return std::move(failure).Of(ticker);
+        std::size_t end = text.size();
+        if (source.lastDay) DropRecordsAfter(*source.lastDay, text, 0, end);
+        text.resize(end);
     }
     return {};
 }

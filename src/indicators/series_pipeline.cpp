@@ -34,6 +34,7 @@ SeriesPipeline::SeriesPipeline(const HistorySource& source, Interval interval,
                                std::vector<std::string> tickers, Analysis& analysis, std::size_t helpers)
     : quoteFolder_(source.QuoteFolder),
       clock_(source.clock.Today()),
+      lastDay_(source.lastDay),
       interval_(interval),
       tickers_(std::move(tickers)),
       years_(YearTexts(clock_.Today(), YearsFor(interval))),
@@ -64,7 +65,7 @@ void SeriesPipeline::PrepareOne(std::unique_lock<std::mutex>& lock) {
     const std::size_t index = claimed_++;
     Place& place = PlaceOf(index);
     lock.unlock();
-    place.ticker.Prepare(quoteFolder_, years_, interval_, tickers_[index]);
+    place.ticker.Prepare(quoteFolder_, years_, interval_, tickers_[index], lastDay_);
     lock.lock();
     place.ready = true;
     ready_.notify_one();
@@ -109,7 +110,7 @@ Failure SeriesPipeline::Merge(std::string_view ticker, PreparedTicker& prepared)
     if (prepared.Unreadable()) return prepared.Unreadable();
     if (!prepared.IsRegular() || foldsAskAndBid_) {
         tails_.StoreAll(analysis_.series);
-        return AnalyseTicker({quoteFolder_, clock_}, ticker, interval_, analysis_);
+        return AnalyseTicker({quoteFolder_, clock_, lastDay_}, ticker, interval_, analysis_);
     }
     const std::size_t newest = prepared.History().BarCount();
     tails_.Overwrite(newest);

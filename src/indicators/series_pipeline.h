@@ -9,6 +9,7 @@
 #include <condition_variable>
 #include <cstddef>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -55,6 +56,7 @@ class SeriesPipeline {
 
     const std::string quoteFolder_;
     const FixedClock clock_;
+    const std::optional<Date> lastDay_;
     const Interval interval_;
     const std::vector<std::string> tickers_;
     const std::vector<std::string> years_;

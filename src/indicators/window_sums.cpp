@@ -24,6 +24,51 @@ constexpr double WeightSum(std::size_t length) {
     return count * (count + 1) / 2;
 }
 
+// The bands of eight neighbouring windows; the arrays of `windows` start at the first of them, `close` at its
+// oldest bar, which has the number `firstBar`.
+inline __attribute__((always_inline)) void SpreadFew(const double* close, double firstBar,
+                                                     const BandWindows& windows) {
+    Lanes slope[kFew];
+    Lanes intercept[kFew];
+    Lanes bar[kFew];
+    Lanes above[kFew] = {};
+    Lanes below[kFew] = {};
+    LaneMasks aboveCount[kFew] = {};
+    LaneMasks belowCount[kFew] = {};
+    for (std::size_t v = 0; v < kFew; ++v) {
+        std::memcpy(&slope[v], windows.slope + v * kLanes, sizeof slope[v]);
+        std::memcpy(&intercept[v], windows.intercept + v * kLanes, sizeof intercept[v]);
+        bar[v] = Lanes{0, 1, 2, 3} + (firstBar + static_cast<double>(v * kLanes));
+    }
+    for (std::size_t i = 0; i < windows.length; ++i, ++close) {
+        for (std::size_t v = 0; v < kFew; ++v) {
+            Lanes here;
+            std::memcpy(&here, close + v * kLanes, sizeof here);
+            const Lanes residual = here - (slope[v] * bar[v] + intercept[v]);
+            // A comparison that holds is a lane of ones: all bits of the residual pass, and it counts -1.
+            const LaneMasks isAbove = residual >= 0.0;
+            const LaneMasks isBelow = residual <= 0.0;
+            above[v] += reinterpret_cast<Lanes>(reinterpret_cast<LaneMasks>(residual) & isAbove);
+            below[v] += reinterpret_cast<Lanes>(reinterpret_cast<LaneMasks>(residual) & isBelow);
+            aboveCount[v] -= isAbove;
+            belowCount[v] -= isBelow;
+            bar[v] += 1.0;
+        }
+    }
+    for (std::size_t v = 0; v < kFew; ++v) {
+        const Lanes up = __builtin_convertvector(aboveCount[v], Lanes);
+        const Lanes down = __builtin_convertvector(belowCount[v], Lanes);
+        const Lanes looseUpper = kLooseFactor * above[v] / up;
+        const Lanes tightUpper = kTightFactor * above[v] / up;
+        const Lanes looseLower = kLooseFactor * below[v] / down;
+        const Lanes tightLower = kTightFactor * below[v] / down;
+        std::memcpy(windows.looseUpper + v * kLanes, &looseUpper, sizeof looseUpper);
+        std::memcpy(windows.tightUpper + v * kLanes, &tightUpper, sizeof tightUpper);
+        std::memcpy(windows.looseLower + v * kLanes, &looseLower, sizeof looseLower);
+        std::memcpy(windows.tightLower + v * kLanes, &tightLower, sizeof tightLower);
+    }
+}
+
 }  // namespace
 
 BRANTLOW_WIDE_LOOPS
@@ -114,66 +159,61 @@ void AveragePositions(std::size_t barCount, const double* positions,
 }
 
 BRANTLOW_WIDE_LOOPS
+void AverageEight(const double* closes, std::size_t length, std::ptrdiff_t firstNewest, EightMeans& out) {
+    constexpr Lanes kSteps{0, 1, 2, 3};
+    const std::ptrdiff_t oldest = firstNewest - static_cast<std::ptrdiff_t>(length) + 1;
+    const double* at = closes + oldest;
+    Lanes sum[kFew] = {};
+    Lanes weighted[kFew] = {};
+    Lanes product[kFew] = {};
+    Lanes bar[kFew];
+    for (std::size_t v = 0; v < kFew; ++v)
+        bar[v] = kSteps + (static_cast<double>(oldest) + static_cast<double>(v * kLanes));
+    double weight = 0;
+    for (std::size_t i = 0; i < length; ++i, ++at) {
+        weight += 1;
+        for (std::size_t v = 0; v < kFew; ++v) {
+            Lanes close;
+            std::memcpy(&close, at + v * kLanes, sizeof close);
+            sum[v] += close;
+            weighted[v] += close * weight;
+            product[v] += bar[v] * close;
+            bar[v] += 1.0;
+        }
+    }
+    for (std::size_t v = 0; v < kFew; ++v) {
+        const Lanes mean = sum[v] / weight;
+        const Lanes weightedMean = weighted[v] / WeightSum(length);
+        const Lanes productMean = product[v] / weight;
+        std::memcpy(&out.mean[v * kLanes], &mean, sizeof mean);
+        std::memcpy(&out.weightedMean[v * kLanes], &weightedMean, sizeof weightedMean);
+        std::memcpy(&out.productMean[v * kLanes], &productMean, sizeof productMean);
+    }
+}
+
+BRANTLOW_WIDE_LOOPS
 void FitLines(std::size_t barCount, const LineWindows& windows) {
-    const auto length = static_cast<double>(windows.length);
-    const double newestExcess = length * (length - 1) / 2;
     for (std::size_t k = windows.length; k <= barCount; ++k) {
-        // Sums of whole numbers below 2^53 are exact whatever their order.
-        const double meanX = (length * static_cast<double>(k) - newestExcess) / length;
-        const double meanXX = (windows.squares[k] - windows.squares[k - windows.length]) / length;
-        const double meanY = windows.mean[k];
-        const double meanXY = windows.productMean[k];
-        const double spread = meanXX - meanX * meanX;
-        windows.slope[k] = (meanXY - meanX * meanY) / spread;
-        windows.intercept[k] = (meanXX * meanY - meanXY * meanX) / spread;
+        const double squareSum = windows.squares[k] - windows.squares[k - windows.length];
+        FitOneLine(windows.length, k, squareSum, windows.mean[k], windows.productMean[k], windows.slope[k],
+                   windows.intercept[k]);
     }
 }
 
 BRANTLOW_WIDE_LOOPS
 void SpreadBands(std::size_t barCount, const double* closes, const BandWindows& windows) {
-    const std::size_t length = windows.length;
-    for (std::size_t k = length; k <= barCount; k += kFew * kLanes) {
-        Lanes slope[kFew];
-        Lanes intercept[kFew];
-        Lanes bar[kFew];
-        Lanes above[kFew] = {};
-        Lanes below[kFew] = {};
-        LaneMasks aboveCount[kFew] = {};
-        LaneMasks belowCount[kFew] = {};
-        const std::size_t oldest = k - length + 1;
-        for (std::size_t v = 0; v < kFew; ++v) {
-            std::memcpy(&slope[v], windows.slope + k + v * kLanes, sizeof slope[v]);
-            std::memcpy(&intercept[v], windows.intercept + k + v * kLanes, sizeof intercept[v]);
-            bar[v] = Lanes{0, 1, 2, 3} + static_cast<double>(oldest + v * kLanes);
-        }
-        for (std::size_t j = oldest; j <= k; ++j) {
-            for (std::size_t v = 0; v < kFew; ++v) {
-                Lanes close;
-                std::memcpy(&close, closes + j + v * kLanes, sizeof close);
-                const Lanes residual = close - (slope[v] * bar[v] + intercept[v]);
-                // A comparison that holds is a lane of ones: all bits of the residual pass, and it counts -1.
-                const LaneMasks isAbove = residual >= 0.0;
-                const LaneMasks isBelow = residual <= 0.0;
-                above[v] += reinterpret_cast<Lanes>(reinterpret_cast<LaneMasks>(residual) & isAbove);
-                below[v] += reinterpret_cast<Lanes>(reinterpret_cast<LaneMasks>(residual) & isBelow);
-                aboveCount[v] -= isAbove;
-                belowCount[v] -= isBelow;
-                bar[v] += 1.0;
-            }
-        }
-        for (std::size_t v = 0; v < kFew; ++v) {
-            const Lanes up = __builtin_convertvector(aboveCount[v], Lanes);
-            const Lanes down = __builtin_convertvector(belowCount[v], Lanes);
-            const Lanes looseUpper = kLooseFactor * above[v] / up;
-            const Lanes tightUpper = kTightFactor * above[v] / up;
-            const Lanes looseLower = kLooseFactor * below[v] / down;
-            const Lanes tightLower = kTightFactor * below[v] / down;
-            std::memcpy(windows.looseUpper + k + v * kLanes, &looseUpper, sizeof looseUpper);
-            std::memcpy(windows.tightUpper + k + v * kLanes, &tightUpper, sizeof tightUpper);
-            std::memcpy(windows.looseLower + k + v * kLanes, &looseLower, sizeof looseLower);
-            std::memcpy(windows.tightLower + k + v * kLanes, &tightLower, sizeof tightLower);
-        }
+    for (std::size_t k = windows.length; k <= barCount; k += kFew * kLanes) {
+        const std::size_t oldest = k - windows.length + 1;
+        SpreadFew(closes + oldest, static_cast<double>(oldest),
+                  {windows.length, windows.slope + k, windows.intercept + k, windows.looseUpper + k,
+                   windows.tightUpper + k, windows.looseLower + k, windows.tightLower + k});
     }
+}
+
+BRANTLOW_WIDE_LOOPS
+void SpreadEight(const double* closes, std::ptrdiff_t firstNewest, const BandWindows& windows) {
+    const std::ptrdiff_t oldest = firstNewest - static_cast<std::ptrdiff_t>(windows.length) + 1;
+    SpreadFew(closes + oldest, static_cast<double>(oldest), windows);
 }
 
 BRANTLOW_WIDE_LOOPS

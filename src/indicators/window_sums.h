@@ -61,6 +61,32 @@ struct LineWindows {
 };
 void FitLines(std::size_t barCount, const LineWindows& windows);
 
+// One of those lines: its newest bar k, the sum of the squares of its bars' numbers (sums of whole numbers
+// below 2^53 are exact whatever their order), the means of its closes and of bar times close.
+inline void FitOneLine(std::size_t length, std::size_t k, double squareSum, double meanY, double meanXY,
+                       double& slope, double& intercept) {
+    const auto count = static_cast<double>(length);
+    const double newestExcess = count * (count - 1) / 2;
+    const double meanX = (count * static_cast<double>(k) - newestExcess) / count;
+    const double meanXX = squareSum / count;
+    const double spread = meanXX - meanX * meanX;
+    slope = (meanXY - meanX * meanY) / spread;
+    intercept = (meanXX * meanY - meanXY * meanX) / spread;
+}
+
+// The same sums and bands for eight neighbouring windows alone, for a reader that needs few bars. The newest
+// bar of the first window is `firstNewest`; windows may begin before bar 1 where the memory is the caller's,
+// and what comes of those is of no account.
+inline constexpr std::size_t kWindowsAtOnce = 8;
+struct EightMeans {
+    std::array<double, kWindowsAtOnce> mean;
+    std::array<double, kWindowsAtOnce> weightedMean;
+    std::array<double, kWindowsAtOnce> productMean;
+};
+void AverageEight(const double* closes, std::size_t length, std::ptrdiff_t firstNewest, EightMeans& out);
+// The arrays of `windows` hold eight elements, the first that of the first window.
+void SpreadEight(const double* closes, std::ptrdiff_t firstNewest, const BandWindows& windows);
+
 // How many of `count` values are finite.
 std::size_t CountFinite(const double* values, std::size_t count);
 

@@ -5,6 +5,7 @@
 // held.
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "base/clock.h"
@@ -50,6 +51,8 @@ struct WorkingSeries {
 struct HistorySource {
     const std::string& QuoteFolder;
     const Clock& clock;
+    // Records after this day count as not there.
+    std::optional<Date> lastDay = std::nullopt;
 };
 
 // Loads the four newest year files of `ticker` (this year's and the three before it), oldest first. The first

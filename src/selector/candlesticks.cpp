@@ -13,16 +13,17 @@ namespace brantlow {
 // value that cannot be computed reads as 0 and marks the whole test as failed.
 class CandleReader {
   public:
-    CandleReader(const Analysis& analysis, std::size_t bar)
-        : series_(analysis.series), indicators_(analysis.indicators), bar_(bar) {}
+    CandleReader(const BarSource& bars, std::size_t bar) : bars_(bars), bar_(bar) {}
 
-    double O(std::size_t back) { return At(series_.OpenPrice, back); }
-    double H(std::size_t back) { return At(series_.HighPrice, back); }
-    double L(std::size_t back) { return At(series_.LowPrice, back); }
-    double C(std::size_t back) { return At(series_.ClosePrice, back); }
-    double MLR15(std::size_t back) { return At(indicators_.MLR15, back); }
-    double Low52Week() { return At(series_.Low52Week, 0); }
-    double High52Week() { return At(series_.High52Week, 0); }
+    double O(std::size_t back) { return At(&WorkingSeries::OpenPrice, back); }
+    double H(std::size_t back) { return At(&WorkingSeries::HighPrice, back); }
+    double L(std::size_t back) { return At(&WorkingSeries::LowPrice, back); }
+    double C(std::size_t back) { return At(&WorkingSeries::ClosePrice, back); }
+    double MLR15(std::size_t back) {
+        return Reaches(back) ? bars_.Computed(&Indicators::MLR15, bar_ - back) : Computed(std::nullopt);
+    }
+    double Low52Week() { return At(&WorkingSeries::Low52Week, 0); }
+    double High52Week() { return At(&WorkingSeries::High52Week, 0); }
 
     bool White(std::size_t back) { return O(back) < C(back); }
     bool Black(std::size_t back) { return O(back) > C(back); }
@@ -36,17 +37,16 @@ class CandleReader {
     bool Failed() const { return failed_; }
 
   private:
-    double At(const NumberSeries& values, std::size_t back) {
-        if (back > bar_ || bar_ > kMostRows) return Computed(std::nullopt);
-        return values[bar_ - back];
+    bool Reaches(std::size_t back) const { return back <= bar_ && bar_ <= kMostRows; }
+    double At(NumberSeries WorkingSeries::*array, std::size_t back) {
+        return Reaches(back) ? bars_.Stored(array, bar_ - back) : Computed(std::nullopt);
     }
     double Computed(std::optional<double> value) {
         failed_ = failed_ || !value;
         return value.value_or(0);
     }
 
-    const WorkingSeries& series_;
-    const Indicators& indicators_;
+    const BarSource& bars_;
     std::size_t bar_;
     bool failed_ = false;
 };
@@ -155,10 +155,10 @@ std::span<const CandlePattern> CandlePatterns() {
     return kPatterns;
 }
 
-std::optional<bool> PatternHolds(const CandlePattern& pattern, const Analysis& analysis, std::size_t bar) {
-    CandleReader bars(analysis, bar);
-    const bool holds = pattern.holds(bars);
-    if (bars.Failed()) return std::nullopt;
+std::optional<bool> PatternHolds(const CandlePattern& pattern, const BarSource& bars, std::size_t bar) {
+    CandleReader reader(bars, bar);
+    const bool holds = pattern.holds(reader);
+    if (reader.Failed()) return std::nullopt;
     return holds;
 }
 

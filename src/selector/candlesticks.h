@@ -14,6 +14,30 @@ namespace brantlow {
 
 class CandleReader;
 
+// Where a pattern reads its bars, whatever holds them; it lives as long as those.
+class BarSource {
+  public:
+    template <class Bars>
+    explicit BarSource(const Bars& bars)
+        : bars_(&bars),
+          stored_([](const void* from, NumberSeries WorkingSeries::*array, std::size_t bar) {
+              return static_cast<const Bars*>(from)->Stored(array, bar);
+          }),
+          computed_([](const void* from, IndicatorArray array, std::size_t bar) {
+              return static_cast<const Bars*>(from)->Computed(array, bar);
+          }) {}
+
+    double Stored(NumberSeries WorkingSeries::*array, std::size_t bar) const {
+        return stored_(bars_, array, bar);
+    }
+    double Computed(IndicatorArray array, std::size_t bar) const { return computed_(bars_, array, bar); }
+
+  private:
+    const void* bars_;
+    double (*stored_)(const void*, NumberSeries WorkingSeries::*, std::size_t);
+    double (*computed_)(const void*, IndicatorArray, std::size_t);
+};
+
 struct CandlePattern {
     std::string_view name;
     bool (*holds)(CandleReader& bars);
@@ -24,6 +48,6 @@ std::span<const CandlePattern> CandlePatterns();
 // Whether all clauses hold with `bar` as the newest bar. All of them are computed before any is judged:
 // nothing when one cannot be computed (a bar without a range where its body ratio is asked for, a bar before
 // element 0), even where another clause is false.
-std::optional<bool> PatternHolds(const CandlePattern& pattern, const Analysis& analysis, std::size_t bar);
+std::optional<bool> PatternHolds(const CandlePattern& pattern, const BarSource& bars, std::size_t bar);
 
 }  // namespace brantlow

@@ -41,38 +41,42 @@ class ConditionWalk {
         ConditionIndex_ = line.block;
         if (line.token == ConditionToken::Action) {
             EvalPhase_ = Phase::Names;
-            if (Block* block = BlockInHand()) block->action = line.text;
+            if (ConditionBlock* block = BlockInHand()) block->action = line.text;
         }
         if (line.token == ConditionToken::Values) {
             EvalPhase_ = Phase::Slots;
             ValueSlot_ = 0;
         }
-        if (EvalPhase_ == Phase::Names && line.token != ConditionToken::Begin) TakeName(line.text);
+        if (EvalPhase_ == Phase::Names && line.token == ConditionToken::Text) TakeName(line.text);
         if (EvalPhase_ == Phase::Slots && line.token != ConditionToken::Values) TakeSlot(line.text);
-        if (Block* block = BlockInHand()) block->present = true;
+        if (ConditionBlock* block = BlockInHand()) block->present = true;
     }
 
     std::size_t Blocks() const { return std::min(ConditionIndex_, kConditionCount); }
 
   private:
-    using Block = CompiledConditions::Block;
     enum class Phase : unsigned char { BeforeFirstAction, Names, Slots };
 
-    Block* BlockInHand() {
+    ConditionBlock* BlockInHand() {
         return ConditionIndex_ <= kConditionCount ? &compiled_.blocks_[ConditionIndex_] : nullptr;
     }
 
-    void Add(const TestStep& step) {
-        if (Block* block = BlockInHand()) block->steps.push_back(step);
+    void Add(const TestedLine& line) {
+        ConditionBlock* const block = BlockInHand();
+        if (block == nullptr) return;
+        block->lines.push_back(line);
+        if (line.step.test != nullptr || line.step.slot != 0) block->steps.push_back(line.step);
     }
 
     void TakeName(const std::string& line) {
-        if (const NamedTest* test = FindTest(line)) Add({.test = test});
+        if (line.empty()) return;
+        Add({line, false, {.test = FindTest(line)}});
     }
 
     void TakeSlot(const std::string& line) {
         ++ValueSlot_;
-        if (!line.empty() && ValueSlot_ <= kSlotCount) Add({.slot = ValueSlot_, .x = LeadingNumber(line)});
+        if (line.empty() || ValueSlot_ > kSlotCount) return;
+        Add({std::string(ValueSlotLabel(ValueSlot_)), true, {.slot = ValueSlot_, .x = LeadingNumber(line)}});
     }
 
     CompiledConditions& compiled_;
@@ -87,7 +91,7 @@ CompiledConditions::CompiledConditions(const SettingsTables& settings) {
     blockCount_ = walk.Blocks();
 }
 
-TestState CompiledConditions::Run(const Block& block, const Analysis& analysis) {
+TestState CompiledConditions::Run(const ConditionBlock& block, const Analysis& analysis) {
     TestState state = TestState::Undecided;
     for (const TestStep& step : block.steps) {
         const TestState verdict = RunStep(step, analysis, analysis.series.LastBar);

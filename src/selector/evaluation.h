@@ -36,6 +36,22 @@ struct TestStep {
     double x = 0;
 };
 
+// A tested line of a condition in its order: a name, one that nothing tests included, or a filled slot. The
+// text is the name as stored or the slot's label.
+struct TestedLine {
+    std::string text;
+    bool isSlot = false;
+    TestStep step;
+};
+
+// One block of the condition set. Steps are the lines that can decide something.
+struct ConditionBlock {
+    bool present = false;
+    std::string action;
+    std::vector<TestedLine> lines;
+    std::vector<TestStep> steps;
+};
+
 // Undecided where nothing tests the step, or where its test or slot is not to be run at this bar.
 TestState RunStep(const TestStep& step, const Analysis& analysis, std::size_t bar);
 
@@ -58,17 +74,14 @@ class CompiledConditions {
     // keep what they held.
     void Evaluate(const Analysis& analysis, ConditionResults& results) const;
 
+    // Blocks that the settings hold, at most 10, and each of them, 1 to that number.
+    std::size_t BlockCount() const { return blockCount_; }
+    const ConditionBlock& Block(std::size_t condition) const { return blocks_[condition]; }
+
   private:
-    // Steps are the lines that can decide something.
-    struct Block {
-        bool present = false;
-        std::string action;
-        std::vector<TestStep> steps;
-    };
+    static TestState Run(const ConditionBlock& block, const Analysis& analysis);
 
-    static TestState Run(const Block& block, const Analysis& analysis);
-
-    std::array<Block, kConditionCount + 1> blocks_;
+    std::array<ConditionBlock, kConditionCount + 1> blocks_;
     std::size_t blockCount_ = 0;
 
     friend class ConditionWalk;

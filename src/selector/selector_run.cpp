@@ -57,9 +57,8 @@ class SelectorWalk {
           conditions_(session.settings) {}
 
     void WalkRows() {
-        const HistorySource source{session_.settings.QuoteFolder, session_.clock};
         const std::size_t rows = evaluations_.TickerCount();
-        SeriesPipeline pipeline(source, interval_, Tickers(), analysis_);
+        SeriesPipeline pipeline(HistoryOf(session_), interval_, evaluations_.Tickers(), analysis_);
         for (std::size_t row = 1; row <= rows; ++row) {
             outcome_.stopped = ShouldStop(session_.run, session_.person);
             if (outcome_.stopped) return;
@@ -70,13 +69,6 @@ class SelectorWalk {
     }
 
   private:
-    std::vector<std::string> Tickers() const {
-        std::vector<std::string> tickers;
-        for (std::size_t row = 1; row <= evaluations_.TickerCount(); ++row)
-            tickers.push_back(evaluations_.Ticker(row));
-        return tickers;
-    }
-
     void ShowRow(std::size_t row, std::size_t rows) {
         session_.run.CurrentRow = row;
         session_.run.ProgressFraction = static_cast<double>(row) / static_cast<double>(rows);
@@ -146,7 +138,8 @@ void RunSelector(Session& session, Analysis& analysis, Interval interval, QuoteT
     SelectorWalk(session, analysis, interval, evaluations, outcome).WalkRows();
     session.run.CurrentRow = 0;
     session.person.ShowStatusWord(kStatusComplete);
-    if (outcome.shortTickers.empty()) return;
+    // A look back leaves the report on today's history alone.
+    if (outcome.shortTickers.empty() || session.HistoryUpTo) return;
     const ErrorReport report{std::string(ShortHistoryReason(interval)), outcome.shortTickers};
     outcome.reportError = WriteErrorReport(session.DataFolder(), report);
 }

@@ -49,7 +49,7 @@ struct SelectorOutcome {
 // other cells stay as they are. Status words, row numbers and progress go to the session's person, the row in
 // work to session.run.CurrentRow (0 again at the end); a stop ends the run before the next row and keeps what
 // was found. `analysis` holds the last ticker afterwards. "Error Report.txt" is written when a ticker was
-// short and left alone otherwise.
+// short, unless the session looks back, and left alone otherwise.
 void RunSelector(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
                  SelectorOutcome& outcome);
 

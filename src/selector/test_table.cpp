@@ -45,8 +45,8 @@ Quantity LevelOf(IndicatorArray offset, IndicatorArray line) {
     return {.computed = offset, .added = line};
 }
 
-void Add(Rows& rows, std::string name, const NamedTest& test) {
-    rows.push_back({std::move(name), test});
+void Add(Rows& rows, std::string name, const NamedTest& test, TestRemark remark = TestRemark::None) {
+    rows.push_back({std::move(name), test, remark});
 }
 
 void AddFiftyTwoWeek(Rows& rows) {
@@ -105,15 +105,27 @@ void AddCloseAgainstBands(Rows& rows) {
 // The offsets of the whole-window bands are single numbers, yet these names ask for them bar by bar. That
 // fails, and condition sets count on the outcome. "Close Price Broke Above LR Loose UCL" is
 // not in the catalogue, which spells it "LR LooseUCL"; that spelling has no test.
-constexpr std::array<std::string_view, 4> kWindowBands = {"Above LR Tight UCL", "Below LR Tight LCL",
-                                                          "Above LR Loose UCL", "Below LR Loose LCL"};
+struct WindowBand {
+    std::string_view target;
+    Relation relation;
+    WindowScalar offset;
+};
+constexpr std::array<WindowBand, 4> kWindowBands = {
+    {{"Above LR Tight UCL", Relation::Above, &Indicators::LRTightUCL},
+     {"Below LR Tight LCL", Relation::Below, &Indicators::LRTightLCL},
+     {"Above LR Loose UCL", Relation::Above, &Indicators::LRLooseUCL},
+     {"Below LR Loose LCL", Relation::Below, &Indicators::LRLooseLCL}}};
 
 void AddCloseAgainstWindowLine(Rows& rows) {
     for (const Direction& direction : kDirections)
         AddClosePair(rows, direction, "LR Price", {.computed = &Indicators::LRPrice}, kNoGuard);
-    for (const std::string_view band : kWindowBands) {
-        Add(rows, fmt::format("Close Price {}", band), {.kind = TestKind::NeverComputes});
-        Add(rows, fmt::format("Close Price Broke {}", band), {.kind = TestKind::NeverComputes});
+    for (const WindowBand& band : kWindowBands) {
+        const NamedTest test = {TestKind::NeverComputes,
+                                Close(),
+                                band.relation,
+                                {.computed = &Indicators::LRPrice, .scalar = band.offset}};
+        Add(rows, fmt::format("Close Price {}", band.target), test, TestRemark::AlwaysHolds);
+        Add(rows, fmt::format("Close Price Broke {}", band.target), test, TestRemark::AlwaysHolds);
     }
 }
 
@@ -125,8 +137,10 @@ void AddAveragePair(Rows& rows, const Average& left, const Average& right) {
     for (const Direction& direction : kDirections) {
         std::string name =
             fmt::format("{}{} {} {}{}", left.kind, left.length, direction.word, right.kind, right.length);
-        const std::size_t guard = name == kLongGuardName ? kLongGuard : std::max(left.length, right.length);
-        Add(rows, std::move(name), {TestKind::Today, LineOf(left), direction.relation, LineOf(right), guard});
+        const bool isLong = name == kLongGuardName;
+        const std::size_t guard = isLong ? kLongGuard : std::max(left.length, right.length);
+        Add(rows, std::move(name), {TestKind::Today, LineOf(left), direction.relation, LineOf(right), guard},
+            isLong ? TestRemark::NeverRuns : TestRemark::None);
     }
 }
 
@@ -219,6 +233,7 @@ struct SeriesRow {
     Quantity series;
     std::size_t guard;
     std::span<const SeriesState> states;
+    TestRemark remark = TestRemark::None;
 };
 
 constexpr Quantity Of(IndicatorArray series) {
@@ -249,7 +264,7 @@ constexpr SeriesRow kSeriesRows[] = {
     {"MLR Dif 15", Difference(&I::MLR15, &I::MLR30), 15, kBreaks},
     {"MLR Dif 15", Difference(&I::MLR15, &I::MLR30), 15, kSigns},
     {"MLR Dif 15", Difference(&I::MLR15, &I::MLR30), 15, kDifferenceTrends},
-    {"MLR Dif 30", Difference(&I::MLR30, &I::MLR30), 30, kBreaks},
+    {"MLR Dif 30", Difference(&I::MLR30, &I::MLR30), 30, kBreaks, TestRemark::NeverHolds},
     {"MLR Dif 30", Difference(&I::MLR30, &I::MLR60), 30, kSigns},
     {"MLR Dif 30", Difference(&I::MLR30, &I::MLR60), 30, kDifferenceTrends},
     {"MLR Dif 60", Difference(&I::MLR60, &I::MLR30), 60, kBreaks},
@@ -270,13 +285,13 @@ constexpr SeriesRow kSeriesRows[] = {
     {"McClellan Oscillator 30", Of(&I::McClellan30), 30, kBreaks},
     {"McClellan Oscillator 30", Of(&I::McClellan30), 30, kSigns},
     {"McClellan Oscillator 30", Of(&I::McClellan30), 30, kTrends},
-    {"Stochastic 15", Of(&I::Stochastic15), 15, kSigns},
+    {"Stochastic 15", Of(&I::Stochastic15), 15, kSigns, TestRemark::NearConstant},
     {"Stochastic 15", Of(&I::Stochastic15), 15, kTrends},
-    {"Stochastic 30", Of(&I::Stochastic30), 30, kSigns},
+    {"Stochastic 30", Of(&I::Stochastic30), 30, kSigns, TestRemark::NearConstant},
     {"Stochastic 30", Of(&I::Stochastic30), 30, kTrends},
-    {"Stochastic 60", Of(&I::Stochastic60), 60, kSigns},
+    {"Stochastic 60", Of(&I::Stochastic60), 60, kSigns, TestRemark::NearConstant},
     {"Stochastic 60", Of(&I::Stochastic60), 60, kTrends},
-    {"Stochastic 90", Of(&I::Stochastic90), 90, kSigns},
+    {"Stochastic 90", Of(&I::Stochastic90), 90, kSigns, TestRemark::NearConstant},
     {"Stochastic 90", Of(&I::Stochastic90), 90, kTrends},
     {"MACD 15 ", Of(&I::MACD15), 15, kBreaks},
     {"MACD 15 ", Of(&I::MACD15), 15, kSigns},
@@ -295,7 +310,7 @@ void AddSeriesStates(Rows& rows) {
     for (const SeriesRow& row : kSeriesRows)
         for (const SeriesState& state : row.states)
             Add(rows, fmt::format("{}{}", row.name, state.words),
-                {state.kind, row.series, state.relation, {}, row.guard});
+                {state.kind, row.series, state.relation, {}, row.guard}, row.remark);
 }
 
 struct LimitRow {
@@ -345,9 +360,9 @@ constexpr ExtremeRow kExtremeRows[] = {
 void AddSharesOfExtremes(Rows& rows) {
     for (const ExtremeRow& row : kExtremeRows) {
         Add(rows, fmt::format("{} > 75% {} Max", row.name, row.extreme),
-            {TestKind::Today, Of(row.series), Relation::Above, {}, row.guard});
+            {TestKind::Today, Of(row.series), Relation::Above, {}, row.guard}, TestRemark::SignOnly);
         Add(rows, fmt::format("{} < 75% {} Min", row.name, row.extreme),
-            {TestKind::Today, Of(row.series), Relation::Below, {}, row.guard});
+            {TestKind::Today, Of(row.series), Relation::Below, {}, row.guard}, TestRemark::SignOnly);
     }
 }
 
@@ -384,9 +399,9 @@ const Rows& TestRows() {
     return rows;
 }
 
-std::unordered_map<std::string_view, const NamedTest*> IndexByName(const Rows& rows) {
-    std::unordered_map<std::string_view, const NamedTest*> index;
-    for (const TestRow& row : rows) index.emplace(row.name, &row.test);
+std::unordered_map<std::string_view, const TestRow*> IndexByName(const Rows& rows) {
+    std::unordered_map<std::string_view, const TestRow*> index;
+    for (const TestRow& row : rows) index.emplace(row.name, &row);
     return index;
 }
 
@@ -396,10 +411,15 @@ std::span<const TestRow> NamedTests() {
     return TestRows();
 }
 
-const NamedTest* FindTest(std::string_view name) {
+const TestRow* FindTestRow(std::string_view name) {
     static const auto index = IndexByName(TestRows());
     const auto found = index.find(name);
     return found == index.end() ? nullptr : found->second;
+}
+
+const NamedTest* FindTest(std::string_view name) {
+    const TestRow* const row = FindTestRow(name);
+    return row == nullptr ? nullptr : &row->test;
 }
 
 }  // namespace brantlow

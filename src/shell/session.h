@@ -2,6 +2,7 @@
 // narrowest part that serves, by reference.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "base/clock.h"
@@ -30,6 +31,9 @@ struct Session {
     std::string PickedFile;
     // "True" lets the progress routine run even when CurrentFile has no known kind.
     std::string ProgressAlways = "False";
+
+    // Set while a call looks back: history after this day counts as not there, and the clock stands on it.
+    std::optional<Date> HistoryUpTo;
 
     SettingsTables settings;
     RunControl run;

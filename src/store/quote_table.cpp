@@ -156,4 +156,10 @@ std::string QuoteTable::LineText(std::size_t row) const {
     return line;
 }
 
+std::vector<std::string> QuoteTable::Tickers() const {
+    std::vector<std::string> tickers;
+    for (std::size_t row = 1; row < RowCount(); ++row) tickers.push_back(Ticker(row));
+    return tickers;
+}
+
 }  // namespace brantlow

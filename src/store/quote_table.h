@@ -46,6 +46,8 @@ class QuoteTable {
 
     const std::string& Header(std::size_t column) const { return Text(0, column); }
     const std::string& Ticker(std::size_t row) const { return Text(row, 0); }
+    // Of rows 1 up.
+    std::vector<std::string> Tickers() const;
     // The first column with this header, or nothing.
     std::optional<std::size_t> ColumnOf(std::string_view header) const;
 

@@ -140,6 +140,13 @@ std::error_code CreateEvaluationFile(const QuoteTable& from, const Path& dataFol
     return CreateTickerFile(EvaluationHeader(), from, dataFolder / Path(kEvaluationsName));
 }
 
+void MakeEvaluationTable(const QuoteTable& from, QuoteTable& table) {
+    table = QuoteTable();
+    ColumnWidth(FileKind::Dbe, table);
+    table.AppendLine(EvaluationHeader());
+    for (std::size_t row = 1; row < from.RowCount(); ++row) table.AppendLine(from.Ticker(row));
+}
+
 std::error_code CreateFundamentalFile(const QuoteTable& from, const Path& dataFolder) {
     return CreateTickerFile(EfqHeader(), from, dataFolder / Path(kFundamentalsName));
 }

@@ -47,7 +47,9 @@ std::error_code SaveQuoteTable(const QuoteTable& table, const Path& file);
 
 // Writes Evaluations.dbe: the header and one line for each ticker of `from`, the ticker alone.
 std::error_code CreateEvaluationFile(const QuoteTable& from, const Path& dataFolder);
-// Writes ExtendedFundamentals.efq in the same way.
+// The same table in memory, in place of what `table` held, for a run that leaves the working file alone.
+void MakeEvaluationTable(const QuoteTable& from, QuoteTable& table);
+// Writes ExtendedFundamentals.efq as Evaluations.dbe is written.
 std::error_code CreateFundamentalFile(const QuoteTable& from, const Path& dataFolder);
 
 // The widths of a kind before its lines are read; a quote table hides all columns but the ticker.

@@ -1,6 +1,7 @@
 // The fourteen patterns on hand-made bars: bars on which all clauses hold, then for each clause a change that
 // makes it, and only it, fail.
 #include "selector/candlesticks.h"
+#include "selector/test_running.h"
 
 #include <gtest/gtest.h>
 
@@ -212,7 +213,7 @@ TEST(Candlesticks, NoneRunsWith15Bars) {
 TEST(Candlesticks, ALookBeforeTheFirstElementIsNoValue) {
     Scene scene(100);
     for (const CandlePattern& pattern : CandlePatterns())
-        EXPECT_FALSE(PatternHolds(pattern, scene.Get(), 0)) << pattern.name;
+        EXPECT_FALSE(PatternHolds(pattern, BarSource(AnalysisBars(scene.Get())), 0)) << pattern.name;
 }
 
 }  // namespace
