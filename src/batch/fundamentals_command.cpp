@@ -68,6 +68,7 @@ ExitStatus RunFundamentals(BatchCall& call) {
     if (call.arguments.Has("--out")) session.CurrentFile = call.arguments.Text("--out");
     const std::string savedAs = session.CurrentFile;
     const FundamentalsOutcome outcome = Collect(session, table);
+    if (outcome.saveError) return Refuse(call, NotWritten(savedAs, outcome.saveError));
     if (outcome.report.Extent() == RunExtent::Nothing) {
         if (const auto error = former.PutBack()) return Refuse(call, NotWritten(savedAs, error));
         return TellRun(call, outcome.report);

@@ -46,9 +46,10 @@ ExitStatus RunUpdate(BatchCall& call) {
     PrintUpdate(call, update, table, name);
     if (update.quotes.noTemplate) return ExitStatus::Refused;
     const ExitStatus status = TellRun(call, update.report);
+    if (update.stopped && call.interrupted()) return ExitStatus::Interrupted;
     if (status == ExitStatus::Refused) return status;
     if (!update.isSaved) call.err << "Manual Save: " << name << " stays as it is\n";
-    if (update.stopped) return call.interrupted() ? ExitStatus::Interrupted : ExitStatus::Partly;
+    if (update.stopped) return ExitStatus::Partly;
     if (!update.selectorFollows) return status;
     const ExitStatus selected = SelectFrom(call, name, Interval::Daily);
     return selected == ExitStatus::Done ? status : selected;

@@ -56,7 +56,7 @@ class QuoteUpdate {
           tempFile_(work.session.AppPath / "Temp.txt") {}
 
     UpdateOutcome Run() {
-        if (source_ == QuoteSource::None || lastRow_ == 0) return outcome_;
+        if (lastRow_ == 0) return outcome_;
         outcome_.noTemplate = source_ == QuoteSource::User && Template().empty();
         if (outcome_.noTemplate) {
             work_.session.person.Say(kSetUpQuoteDownloads);
@@ -143,11 +143,18 @@ class QuoteUpdate {
         DeleteOneFile(tempFile_);
         if (isTaken) return;
         ++outcome_.failedBatches;
+        // What the person stopped has not failed.
+        if (reply.failure == WebFailure::Stopped) return Forget(first);
         const std::string why =
             error ? fmt::format("{} could not be written: {}", tempFile_.string(), error.message())
                   : FeedFault(fetched.request.url, reply);
         for (std::size_t row = first; row <= LastOf(first); ++row)
             fates_[row] = {true, TickerFate::Failed, why};
+    }
+
+    // Nothing is told of the batch's rows.
+    void Forget(std::size_t first) {
+        for (std::size_t row = first; row <= LastOf(first); ++row) fates_[row].isTold = false;
     }
 
     std::error_code WriteReply(std::string_view text) {

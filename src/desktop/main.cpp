@@ -24,6 +24,7 @@
 #include "shell/folder_lock.h"
 #include "shell/frame/windows/frmMain.h"
 #include "shell/frame/windows/frmSplash.h"
+#include "shell/frame/windows/scheduled_handover.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/session.h"
 #include "shell/user_store.h"
@@ -91,6 +92,20 @@ std::string WhyNotTaken(const Path& appPath, const FolderLock& lock) {
            ". Two copies would write over each other's files, so this one ends.";
 }
 
+// The exit status of a copy that the system's timer started: that of the daily run of the window which is
+// open. Nothing when that window has gone meanwhile and the folder is this copy's now.
+std::optional<int> WaitForOpenWindow(const Path& appPath, FolderLock& lock) {
+    // It has no windows that a signal could close in order.
+    for (const int end : {SIGTERM, SIGINT, SIGHUP}) std::signal(end, SIG_DFL);
+    if (lock.Holder().IsWindow()) {
+        if (const std::optional<int> status = HandOverDailyRun(appPath)) return status;
+        CloseWindowsOnEndSignals();
+        if (TakesFolder(appPath, lock)) return std::nullopt;
+    }
+    std::cerr << WhyNotTaken(appPath, lock) << std::endl;
+    return EXIT_FAILURE;
+}
+
 std::string Environment(const char* name) {
     const char* value = std::getenv(name);
     return value ? value : "";
@@ -148,9 +163,9 @@ int main(int argc, char** argv) {
     if (!failure.empty()) return Refuse(splash, person, failure);
     FolderLock lock;
     if (!TakesFolder(appPath, lock)) {
-        // The copy that is open does the daily update.
-        if (options->scheduled && lock.Holder().IsWindow()) return EXIT_SUCCESS;
-        return Refuse(splash, person, WhyNotTaken(appPath, lock));
+        if (!options->scheduled) return Refuse(splash, person, WhyNotTaken(appPath, lock));
+        splash.close();
+        if (const std::optional<int> status = WaitForOpenWindow(appPath, lock)) return *status;
     }
     std::error_code ignored;
     std::filesystem::current_path(appPath, ignored);

@@ -49,7 +49,11 @@ void TellSplit(const std::string& ticker, const SplitAdjustment& adjustment, Spl
         return;
     }
     const bool isRestated = adjustment.SplitIndex > 0;
-    check.report.Tell(ticker, isRestated ? TickerFate::Stored : TickerFate::NothingNew);
+    if (isRestated) {
+        check.report.Tell(ticker, TickerFate::Stored);
+    } else {
+        check.report.Tell(ticker, TickerFate::Skipped, "no jump of its prices fits");
+    }
     check.isChanged |= isRestated;
 }
 

@@ -26,6 +26,7 @@ namespace brantlow {
 namespace {
 
 constexpr std::size_t kDeviceNameLength = 3;
+constexpr std::string_view kFullTableReason = "a table has no more than 18000 lines";
 constexpr std::string_view kLostRowReason = "the letters of its name begin another line of the file";
 constexpr std::array<std::string_view, 4> kDeviceNames = {"CON", "PRN", "AUX", "NUL"};
 
@@ -91,22 +92,24 @@ class ImportWalk {
         for (std::size_t row = former_.TickerCount(); row >= 1; --row) formerRows_[former_.Ticker(row)] = row;
     }
 
-    // Tells of the tickers that the table held before and holds no longer: their letters begin another's
-    // line.
-    void TellLostRows() {
+    // Tells of the tickers that the table held before and holds no longer: those whose letters begin
+    // another's line, and of the table's own rows `ownRows` those for which there was no room.
+    void TellLostRows(const std::vector<std::size_t>& ownRows) {
         std::unordered_set<std::string_view> present;
         for (std::size_t row = 1; row <= table_.TickerCount(); ++row) present.insert(table_.Ticker(row));
-        std::vector<std::string> lost;
+        const std::unordered_set<std::size_t> own(ownRows.begin(), ownRows.end());
+        std::vector<std::string> named;
+        std::vector<std::string> crowdedOut;
         for (std::size_t row = 1; row <= former_.TickerCount(); ++row) {
             const std::string& ticker = former_.Ticker(row);
             if (ticker.empty() || present.count(ticker) > 0) continue;
-            result_.report.Tell(ticker, TickerFate::Skipped, std::string(kLostRowReason));
-            lost.push_back(ticker);
+            const bool isOwn = own.count(row) > 0;
+            (isOwn ? crowdedOut : named).push_back(ticker);
+            result_.report.Tell(ticker, TickerFate::Skipped,
+                                std::string(isOwn ? kFullTableReason : kLostRowReason));
         }
-        if (lost.empty()) return;
-        result_.report.Add(fmt::format("{} left the table, because {}: {}",
-                                       Counted(lost.size(), "ticker", "tickers"), kLostRowReason,
-                                       NameList(lost)));
+        AddLoss(named, kLostRowReason);
+        AddLoss(crowdedOut, kFullTableReason);
     }
 
     // Takes the file's lines, its header and footer left out, and behind them the table's own rows `ownRows`.
@@ -131,6 +134,13 @@ class ImportWalk {
     }
 
   private:
+    void AddLoss(const std::vector<std::string>& tickers, std::string_view reason) {
+        if (tickers.empty()) return;
+        result_.report.Add(fmt::format("{} left the table, because {}: {}",
+                                       Counted(tickers.size(), "ticker", "tickers"), reason,
+                                       NameList(tickers)));
+    }
+
     void FindColumnUses() {
         std::string text;
         uses_.resize(table_.ColumnCount());
@@ -250,7 +260,7 @@ ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, Q
     }
     ImportWalk walk(session, table, days, result);
     walk.TakeLines(lines, ownRows);
-    walk.TellLostRows();
+    walk.TellLostRows(ownRows);
     result.report.SetHeadline(fmt::format("{} imported, {} stored", Counted(result.rows, "row", "rows"),
                                           Counted(result.stored, "day", "days")));
     if (result.rows > 0) result.report.MarkChanged();

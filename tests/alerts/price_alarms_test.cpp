@@ -47,6 +47,7 @@ TEST_F(PriceAlarmsTest, AlarmsFireAtTheirPrice) {
         {"45.00", "40", "50", true, 2, CellStyle::Weak},
         {"60.00", "70", "40", false, 0, CellStyle::Neutral},
         {"0.000", "", "50", true, 1, CellStyle::Weak},
+        {"", "", "50", true, 1, CellStyle::Weak},
     };
     for (const Row& row : kRows) {
         table = TableOf({kHeader, "AAA\t\t\t\t\t\t\t\t\t"});

@@ -89,7 +89,9 @@ TEST_F(FundamentalsCommand, AHostThatIsNotThereLeavesTheTableOfBefore) {
     const auto before = Everything();
     const CallResult result = Fundamentals({"Mine.ddq"});
     EXPECT_EQ(result.status, ExitStatus::Refused);
-    EXPECT_EQ(result.err, "No reply from http://127.0.0.1:1 : could not connect; nothing was changed\n");
+    EXPECT_EQ(result.err,
+              "No reply from http://127.0.0.1:1 : could not connect; http://127.0.0.1:1 was given up after 3 "
+              "requests without a reply; nothing was changed\n");
     EXPECT_EQ(result.out, "");
     std::filesystem::remove(folder / "Data/Last Run.txt");
     EXPECT_EQ(Everything(), before);

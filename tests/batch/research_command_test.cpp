@@ -90,8 +90,14 @@ TEST_F(ResearchCommand, NeverPrintsTheForumsPassword) {
     EXPECT_EQ(result.err, "mnuHelpUsersForum: the address holds the user's password and is not printed\n");
 }
 
-TEST_F(ResearchCommand, ALineEndInATickerStaysInTheLine) {
-    ExpectPrints({"research", "mnuPopUpNews", "I\nBM"}, "http://quote.test/q/h?s=I?BM\n");
+TEST_F(ResearchCommand, ATickerThatCannotStandInAnAddressIsRefusedInOneLine) {
+    for (const std::string ticker : {"I\nBM", "A&B", "A B"}) {
+        const CallResult result = Call({"research", "mnuPopUpNews", ticker});
+        EXPECT_EQ(result.status, ExitStatus::Refused);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, (ticker == "I\nBM" ? "I?BM" : ticker) +
+                                  ": a ticker with a blank or one of & # ? % , cannot be asked for\n");
+    }
 }
 
 }  // namespace

@@ -301,11 +301,56 @@ TEST_F(UpdateQuotesTest, AnotherKindOfFileIsLeftAlone) {
     }
 }
 
-TEST_F(UpdateQuotesTest, WithoutASourceNothingIsAsked) {
-    Set(session.settings.NetSettings, 3, "");
-    EXPECT_EQ(Update().batches, 0U);
-    EXPECT_TRUE(web.Addresses.empty());
+TEST_F(UpdateQuotesTest, AWordThatNamesNoSourceStandsForTheStandardOne) {
+    for (const char* word : {"", "yahoo", "Somebody"}) {
+        Set(session.settings.NetSettings, 3, word);
+        web.Addresses.clear();
+        EXPECT_EQ(Update().batches, 1U) << word;
+        ASSERT_EQ(web.Addresses.size(), 1U) << word;
+        EXPECT_EQ(web.Addresses.front().find("http://quotes.test/d/quotes.txt?s=T1,"), 0U) << word;
+    }
     EXPECT_TRUE(person.said.empty());
+}
+
+TEST_F(UpdateQuotesTest, TickersThatCannotBeAskedForLeaveTheirPlacesToTheOthers) {
+    table = TableOf({"Ticker Symbol\tLast Price", "A&B\t1.000", "T1\t", "A B\t2.000", "T2\t", "T3\t"});
+    const UpdateOutcome outcome = Update();
+    ASSERT_EQ(web.Addresses.size(), 1U);
+    EXPECT_EQ(web.Addresses.front().find("http://quotes.test/d/quotes.txt?s=T1,T2,T3,,,,,,,,,,,,&f="), 0U)
+        << web.Addresses.front();
+    EXPECT_EQ(table.LineText(1), "A&B\t1.000");
+    EXPECT_EQ(table.LineText(2), "T1\t110.000");
+    EXPECT_EQ(table.LineText(3), "A B\t2.000");
+    EXPECT_EQ(table.LineText(4), "T2\t110.000");
+    EXPECT_EQ(table.LineText(5), "T3\t110.000");
+    EXPECT_EQ(outcome.accepted, 3U);
+    ASSERT_EQ(outcome.tickers.size(), 5U);
+    EXPECT_EQ(TickerLine(outcome.tickers[0]),
+              "A&B: left out: a ticker with a blank or one of & # ? % , cannot be asked for");
+    EXPECT_EQ(TickerLine(outcome.tickers[1]), "T1: stored");
+}
+
+TEST_F(UpdateQuotesTest, ABatchOfTickersThatCannotBeAskedForMakesNoRequest) {
+    std::vector<std::string> rows = {"Ticker Symbol\tLast Price"};
+    for (int i = 0; i < 15; ++i) rows.push_back("A&" + std::to_string(i));
+    rows.emplace_back("T1\t");
+    table = TableOf(rows);
+    EXPECT_EQ(Update().batches, 1U);
+    EXPECT_EQ(web.Addresses.size(), 1U);
+    EXPECT_EQ(table.Text(16, 1), "110.000");
+}
+
+TEST_F(UpdateQuotesTest, EachRowIsToldOf) {
+    table = Tickers(4);
+    lines["T2"] = ReplyLine("T2").With(2, "N/A").With(3, "\"N/A\"").Text();
+    lines["T3"] = ReplyLine("T3").With(3, "\"2/1/2024\"").Text();
+    lines["T4"] = "";
+    const UpdateOutcome outcome = Update();
+    std::vector<std::string> told;
+    for (const TickerTold& ticker : outcome.tickers) told.push_back(TickerLine(ticker));
+    EXPECT_EQ(told, (std::vector<std::string>{"T1: stored", "T2: unknown",
+                                              "T3: nothing new: a quote too old for the database",
+                                              "T4: unknown: no line of the reply"}));
 }
 
 TEST_F(UpdateQuotesTest, ATableWithoutTickersAsksNothing) {

@@ -177,7 +177,6 @@ TEST_F(ResearchCatalogue, TickersStandAsTheyAreWithTheirFirstCharacterInItsCase)
         {"BRK.B", "/p/B/BRK.B.html"},
         {"^DJI", "/p/^/^DJI.html"},
         {"7203", "/p/7/7203.html"},
-        {"a b", "/p/a/a b.html"},
         {"{T}", "/p/{/{T}.html"},
         {"\xc3\x84Z", "/p/\xc3\x84/\xc3\x84Z.html"},
         {"\xc4Z", "/p/\xc4/\xc4Z.html"},

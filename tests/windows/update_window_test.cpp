@@ -4,130 +4,14 @@
 
 #include "chart/windows/frmGraph.h"
 #include "daily/daily_update.h"
-#include "daily/reply_line.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "shell/frame/windows/frmLowMemory.h"
-#include "shell/frame/windows/update_commands.h"
 #include "splits/windows/frmAdjustSplits.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
-#include "window_fixture.h"
+#include "update_window_fixture.h"
 
 using namespace brantlow;
-
-namespace {
-
-std::string MuchMemory() {
-    return "MemTotal: 1000 kB\nMemAvailable: 900 kB\n";
-}
-// 5.4 and 5.5 percent.
-std::string TooLittleMemory() {
-    return "MemTotal: 1000 kB\nMemAvailable: 54 kB\n";
-}
-std::string JustEnoughMemory() {
-    return "MemTotal: 1000 kB\nMemAvailable: 55 kB\n";
-}
-
-constexpr int kLastColumn = 1;
-constexpr double kHalfPastFour = 16.5 * 3600;
-
-// The lines of the data settings that steer an update.
-struct Switches {
-    std::string saveTable = "Automatic Save";
-    std::string saveDatabase = "Automatic Save";
-    std::string collection = "None";
-    std::string alerts = "None";
-    std::string selector = "Manual";
-    std::string splits = "Manual";
-};
-
-// A frame with a table of T1, T2 ... and a web that has a quote of the day for each.
-class UpdateProgram : public Program {
-  public:
-    explicit UpdateProgram(const Switches& switches = {}, int tickers = 3) {
-        const std::string lines[] = {"Manually",
-                                     "False",
-                                     "",
-                                     "False",
-                                     "",
-                                     "10",
-                                     switches.saveTable,
-                                     switches.saveDatabase,
-                                     switches.collection,
-                                     "16",
-                                     "30",
-                                     "",
-                                     "",
-                                     switches.alerts,
-                                     "me@mail.test",
-                                     switches.selector,
-                                     "False",
-                                     "",
-                                     switches.splits};
-        std::string data;
-        for (const std::string& line : lines) data += "\"" + line + "\"\r\n";
-        Write("VTRDATAset.ini", data);
-        Write("VTRNETset.ini",
-              "\"Yahoo\"\r\n\"\"\r\n\"Yahoo\"\r\n\r\n\r\n15\r\n0\r\n0\r\n\"01/02/04\"\r\n\"Comma\"\r\n");
-        Write("VTRCOLset.ini", "\"Last Price\"\r\n\"High Alarm\"\r\n\"Low Alarm\"\r\n\"\"\r\n");
-        std::string table = "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm\r\n";
-        for (int i = 1; i <= tickers; ++i) table += "T" + std::to_string(i) + "\t1.000\t\t\r\n";
-        Write("Mine.ddq", table);
-        web.AnswerWith([this](const WebRequest& request) { return Answer(request); });
-        frame->Updates().WatchMemoryBy(MuchMemory);
-    }
-
-    // The frame's own looks at the clock, one a second of the machine's time, would come between the test's.
-    void StartMine() {
-        Start("Mine.ddq");
-        Clock()->stop();
-    }
-    QTimer* Clock() { return Find<QTimer>("tmrDailyRun"); }
-    void Update() { Click("CmdUpdateQuotes"); }
-    QModelIndex Cell(int row, int column) { return frame->QuoteForm()->View()->model()->index(row, column); }
-    QString Text(int row, int column) { return Cell(row, column).data().toString(); }
-    std::string History(const std::string& file) {
-        return BytesOrEmpty(Path(session.settings.QuoteFolder) / file);
-    }
-    void WriteHistory(const std::string& file, const std::string& bytes) {
-        if (WriteWholeFile(session.AppPath / "Quotes" / "EOD" / file, bytes)) qFatal("no history");
-    }
-    frmEnable* Buttons() { return frame->findChild<frmEnable*>(); }
-    void Press(const char* button) {
-        Buttons()->findChild<QPushButton*>(QString::fromLatin1(button))->click();
-    }
-    std::size_t Asked(const std::string& part) {
-        std::size_t count = 0;
-        for (const std::string& url : web.Addresses) count += url.find(part) != std::string::npos ? 1U : 0U;
-        return count;
-    }
-
-    // Called before each reply to a request for quotes.
-    std::function<void()> onQuotes;
-    std::function<std::string()> calendarPage;
-    bool quotesFail = false;
-    std::string expectedEarnings = "6";
-
-  private:
-    WebReply Answer(const WebRequest& request) {
-        if (request.url.find("/c/s.html") != std::string::npos) {
-            return MemoryWeb::Page(calendarPage ? calendarPage() : "", "text/html");
-        }
-        if (request.url.find("/d/quotes.txt") == std::string::npos) return MemoryWeb::Page("");
-        // As a web that has to wait for its reply.
-        person.PumpEvents();
-        if (onQuotes) onQuotes();
-        if (quotesFail) return FailedReply(WebFailure::NoConnection, "No connection.");
-        std::string text;
-        for (const std::string& ticker : AskedTickers(request.url)) {
-            if (!ticker.empty())
-                text += ReplyLine(ticker).With(3, "\"3/9/2026\"").With(22, expectedEarnings).Text();
-        }
-        return MemoryWeb::Page(text);
-    }
-};
-
-}  // namespace
 
 class UpdateWindowTest : public QObject {
     Q_OBJECT
@@ -572,26 +456,6 @@ class UpdateWindowTest : public QObject {
         };
         program.Update();
         QCOMPARE(updates, std::size_t{1});
-    }
-
-    void theDailyRunLeavesOtherTablesAndAnEmptyFrameInPeace() {
-        Switches switches;
-        switches.collection = "EOD";
-        UpdateProgram program(switches);
-        program.StartMine();
-        for (const bool withTemplate : {true, false}) {
-            if (withTemplate) {
-                program.frame->Run("mnuFileNewEODQuoteFile");
-            } else {
-                DialogHand hand([](QDialog& dialog) { PressButton(dialog, QMessageBox::No); });
-                program.frame->Run("mnuFileClose");
-            }
-            for (double second = kHalfPastFour - 120; second < kHalfPastFour + 120; ++second) {
-                program.clock.Set(AddDays(kTestDay, withTemplate ? 0 : 1), second);
-                program.frame->Updates().WaitForDailyRun();
-            }
-        }
-        QVERIFY(program.web.Addresses.empty());
     }
 
     void aTimerLooksAtTheClockByItself() {

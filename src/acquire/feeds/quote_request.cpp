@@ -17,9 +17,8 @@ constexpr std::string_view kFieldCodes = "&f=sl1d1t1r1c1nxqabohdjkegrvr5e7pj1p5&
 }  // namespace
 
 QuoteSource QuoteSourceOf(const SettingsTables& settings) {
-    const auto source = Known(settings, kQuoteSource);
-    if (!source) return QuoteSource::None;
-    return *source == SourceChoice::User ? QuoteSource::User : QuoteSource::Standard;
+    const bool isUsers = Get(settings, kQuoteSource) == SourceChoice::User;
+    return isUsers ? QuoteSource::User : QuoteSource::Standard;
 }
 
 std::size_t BatchStep(const SettingsTables& settings) {

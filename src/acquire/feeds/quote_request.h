@@ -12,8 +12,9 @@
 namespace brantlow {
 
 // Where the settings say that quotes come from.
-enum class QuoteSource { None, Standard, User };
+enum class QuoteSource { Standard, User };
 
+// The user's own where the settings name it; any other word stands for the standard source.
 QuoteSource QuoteSourceOf(const SettingsTables& settings);
 
 inline constexpr std::size_t kTickersPerRequest = 15;

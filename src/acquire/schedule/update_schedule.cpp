@@ -43,7 +43,7 @@ bool DailyRun::Poll(const SettingsTables& settings, const Clock& clock) {
     const auto days = std::chrono::sys_days(now.day) - std::chrono::sys_days(PollStart_->day);
     const double elapsed =
         static_cast<double>(days.count()) * kSecondsPerDay + now.seconds - PollStart_->seconds;
-    if (elapsed >= 0 && elapsed < kPollSeconds) return false;
+    if (elapsed >= 0 && elapsed < kPollSeconds && !isAskedFor_) return false;
     PollStart_ = now;
     return CheckDailyRun(settings, clock);
 }
@@ -60,9 +60,18 @@ bool DailyRun::CheckDailyRun(const SettingsTables& settings, const Clock& clock)
     const Moment begin{last.day, *chosen * kSecondsPerMinute};
     const bool isNow = last.day == now.day && minute == *chosen;
     const bool wasMissed = before && isSameChoice && *before < begin;
-    if (!(isNow || wasMissed) || lastRun_ == last) return false;
+    const bool isAskedFor = std::exchange(isAskedFor_, false) && last.day == now.day;
+    if (!(isNow || wasMissed || isAskedFor) || lastRun_ == last) return false;
     lastRun_ = last;
     return true;
+}
+
+DailyRun::Today DailyRun::AskForToday(const SettingsTables& settings, const Clock& clock) {
+    const std::optional<int> chosen = DailyRunMinute(settings);
+    if (!chosen) return Today::NotChosen;
+    if (lastRun_ == Minute{clock.Today(), *chosen}) return Today::Over;
+    isAskedFor_ = clock.SecondsSinceMidnight() >= *chosen * kSecondsPerMinute;
+    return Today::Comes;
 }
 
 bool TurnOnDailyRun(std::string_view hour, std::string_view minute, SettingsTables& settings) {

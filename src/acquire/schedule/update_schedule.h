@@ -34,6 +34,14 @@ class DailyRun {
     // One look at the clock, under the same rules but for the wait.
     bool CheckDailyRun(const SettingsTables& settings, const Clock& clock);
 
+    // A copy that the system started for the run of today asks for it.
+    enum class Today {
+        NotChosen,  // the settings name no run
+        Over,       // it has begun before
+        Comes,      // it begins in its minute, or at the next look where that has passed
+    };
+    Today AskForToday(const SettingsTables& settings, const Clock& clock);
+
   private:
     struct Moment {
         Date day;
@@ -50,6 +58,7 @@ class DailyRun {
     // The look before, and the minute that was chosen then.
     std::optional<Moment> lastLook_;
     std::optional<int> lastChosen_;
+    bool isAskedFor_ = false;
     std::optional<Minute> lastRun_;
 };
 

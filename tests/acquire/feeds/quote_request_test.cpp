@@ -77,8 +77,8 @@ TEST_F(QuoteRequestTest, TheSourceByItsWord) {
     };
     constexpr Row kRows[] = {{"Yahoo", QuoteSource::Standard},
                              {"User Selected String", QuoteSource::User},
-                             {"", QuoteSource::None},
-                             {"yahoo", QuoteSource::None}};
+                             {"", QuoteSource::Standard},
+                             {"yahoo", QuoteSource::Standard}};
     for (const Row& row : kRows) {
         Set(session.settings.NetSettings, 3, row.word);
         EXPECT_EQ(QuoteSourceOf(session.settings), row.source) << row.word;

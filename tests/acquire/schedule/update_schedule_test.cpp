@@ -228,5 +228,36 @@ TEST(DailyRunPoll, AMinuteThatIsChosenOnceItHasPassedIsNotMadeUp) {
     EXPECT_TRUE(run.Poll(RunAt("9", "8"), clock));
 }
 
+TEST(DailyRunAskForToday, AMinuteThatHasPassedBeforeTheProgramWasOpenIsMadeUpOnceItIsAskedFor) {
+    FixedClock clock(kDay, At(9, 40));
+    DailyRun run;
+    const SettingsTables settings = RunAt("9", "30");
+    EXPECT_FALSE(run.Poll(settings, clock));
+    EXPECT_EQ(run.AskForToday(settings, clock), DailyRun::Today::Comes);
+    EXPECT_TRUE(run.Poll(settings, clock)) << "at the next look";
+    EXPECT_EQ(run.AskForToday(settings, clock), DailyRun::Today::Over);
+    clock.Set(kDay, At(9, 45));
+    EXPECT_FALSE(run.Poll(settings, clock));
+}
+
+TEST(DailyRunAskForToday, ARunThatIsStillToComeBeginsInItsMinute) {
+    FixedClock clock(kDay, At(9, 25));
+    DailyRun run;
+    const SettingsTables settings = RunAt("9", "30");
+    EXPECT_FALSE(run.Poll(settings, clock));
+    EXPECT_EQ(run.AskForToday(settings, clock), DailyRun::Today::Comes);
+    clock.Set(kDay, At(9, 26, 30));
+    EXPECT_FALSE(run.Poll(settings, clock));
+    clock.Set(kDay, At(9, 30, 10));
+    EXPECT_TRUE(run.Poll(settings, clock));
+}
+
+TEST(DailyRunAskForToday, WithoutAChosenMinuteThereIsNothingToWaitFor) {
+    DailyRun run;
+    const FixedClock clock(kDay, At(9, 25));
+    EXPECT_EQ(run.AskForToday(RunAt("9", "30", "None"), clock), DailyRun::Today::NotChosen);
+    EXPECT_EQ(run.AskForToday(RunAt("", ""), clock), DailyRun::Today::NotChosen);
+}
+
 }  // namespace
 }  // namespace brantlow

@@ -102,6 +102,9 @@ void ChartCommands::OfferHistory() {
 void ChartCommands::DownloadHistory() {
     const HistoryDownload download =
         DownloadTickerHistory(frame_.session, frame_.web, frame_.hosts, chart_.SelectorTicker);
+    RunReport report("History of " + chart_.SelectorTicker, "histories");
+    TellHistory(chart_.SelectorTicker, download, report);
+    if (!report.Tickers().empty()) frame_.tell(report);
     if (download.outcome == HistoryOutcome::Failed) {
         frame_.person.Say(chart_.SelectorTicker + ": the history cannot be written to " +
                           frame_.session.settings.QuoteFolder + " (" + download.error.message() + ")");

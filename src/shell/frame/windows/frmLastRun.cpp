@@ -28,9 +28,13 @@ QTreeWidget* TickerList(const RunReport& report) {
             new QTreeWidgetItem(QStringList{Shown(told.ticker), Name(FateWord(told.fate)), Shown(told.why)}));
     }
     list->addTopLevelItems(rows);
-    list->setSortingEnabled(true);
     // In the order of the run until a head is clicked.
-    list->header()->setSortIndicator(-1, Qt::AscendingOrder);
+    list->header()->setSectionsClickable(true);
+    QObject::connect(list->header(), &QHeaderView::sectionClicked, list, [list](int section) {
+        if (list->isSortingEnabled()) return;
+        list->header()->setSortIndicator(section, Qt::AscendingOrder);
+        list->setSortingEnabled(true);
+    });
     return list;
 }
 

@@ -25,6 +25,14 @@ constexpr int kClockMilliseconds = 1000;
 // What the settings can let follow an update.
 constexpr std::string_view kSelectorCommand = "mnuEvaluatePickStocks";
 
+// As the batch tool's exit status has it.
+int StatusOf(RunExtent extent) {
+    constexpr int kNothing = 1;
+    constexpr int kPartly = 3;
+    if (extent == RunExtent::Whole) return 0;
+    return extent == RunExtent::Partly ? kPartly : kNothing;
+}
+
 // The first thing that could not be written, as a sentence; empty when everything could.
 std::string FailureOf(const DailyUpdate& update, const std::string& name) {
     const auto sentence = [](std::string_view what, const std::error_code& error) {
@@ -56,15 +64,17 @@ void UpdateCommands::CmdUpdateQuotes() {
         frame_.person.Say(kUpdateNeedsQuoteFile);
         return;
     }
-    UpdateOpenTable(*form, false);
+    RunReport report;
+    UpdateOpenTable(*form, false, report);
 }
 
-bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily) {
+bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport& report) {
     const std::string name = frame_.session.CurrentFile;
     frame_.runs.Begin(form);
     const DailyUpdate update = RunUpdate(form);
     const bool stays = frame_.runs.EndOn(form);
-    if (!update.quotes.noTemplate) frame_.tell(update.report);
+    report = update.report;
+    if (!update.quotes.noTemplate) frame_.tell(report);
     if (!stays) return false;
     if (update.selectorFollows) frame_.run(kSelectorCommand);
     const std::string failure = FailureOf(update, name);
@@ -89,29 +99,53 @@ std::function<void(bool)> UpdateCommands::ShowsAdjustSplits(frmAdjustSplits& win
 }
 
 void UpdateCommands::RunDaily() {
+    lastStatus_ = StatusOf(RunNewest().Extent());
+    if (copies_) copies_->Done(lastStatus_);
+}
+
+RunReport UpdateCommands::RunNewest() {
     const std::string newest = NewestQuoteFile(frame_.session);
     frmQuoteGrid* const form = frame_.table.form();
     if (!form || frame_.session.CurrentFile != newest) return UpdateFile();
-    if (!UpdateOpenTable(*form, true)) return;
+    RunReport report;
+    if (!UpdateOpenTable(*form, true, report)) return report;
     // The table of verdicts that the selector left on the screen is there in the morning too.
     const frmQuoteGrid* const shown = frame_.table.form();
-    if (!shown || frame_.session.CurrentFile != kEvaluationsName) return;
+    if (!shown || frame_.session.CurrentFile != kEvaluationsName) return report;
     if (const auto error = SaveEvaluations(frame_.session, shown->Table())) {
-        frame_.notice(std::string(kEvaluationsName) + ": cannot be saved (" + error.message() + ")");
+        report.Fail(std::string(kEvaluationsName) + " could not be written: " + error.message());
+        frame_.tell(report);
     }
+    return report;
 }
 
 // With an analysis of its own, so that an open chart keeps the one that it draws.
-void UpdateCommands::UpdateFile() {
+RunReport UpdateCommands::UpdateFile() {
     frmAdjustSplits splits(&frame_.window);
     const auto analysis = std::make_unique<Analysis>();
     frame_.runs.BeginWithoutTable();
-    const UnattendedRun run = RunUnattended({frame_.session, frame_.web, frame_.hosts, *analysis, alerted_,
-                                             days_, memoryInfo_, ShowsAdjustSplits(splits)});
+    UnattendedRun run = RunUnattended({frame_.session, frame_.web, frame_.hosts, *analysis, alerted_, days_,
+                                       memoryInfo_, ShowsAdjustSplits(splits)});
     const bool stays = frame_.runs.End();
     frame_.tell(run.report);
     const bool isShown = frame_.table.form() && frame_.session.CurrentFile == kEvaluationsName;
     if (stays && run.selection && isShown) frame_.table.show(kEvaluationsName);
+    return std::move(run.report);
+}
+
+// Nothing while the run of today is still to come.
+std::optional<int> UpdateCommands::StatusOfToday() {
+    switch (dailyRun_.AskForToday(frame_.session.settings, frame_.session.clock)) {
+        case DailyRun::Today::NotChosen:
+            return 0;
+        case DailyRun::Today::Over:
+            // A run at work tells its copies at its end.
+            if (!frame_.person.InRun()) return lastStatus_;
+            break;
+        case DailyRun::Today::Comes:
+            break;
+    }
+    return std::nullopt;
 }
 
 void UpdateCommands::ExtendedFundamentalData() {
@@ -174,6 +208,8 @@ void UpdateCommands::StartClock() {
     clock->setTimerType(Qt::PreciseTimer);
     QObject::connect(clock, &QTimer::timeout, &frame_.window, [this] { WaitForDailyRun(); });
     clock->start(kClockMilliseconds);
+    copies_ = new HandoverServer(
+        frame_.session.AppPath, [this] { return StatusOfToday(); }, &frame_.window);
 }
 
 // Not in the midst of a run or of a question: the look at the clock comes when it is over, and the minute

@@ -2,7 +2,9 @@
 // extended fundamentals, and a file of another program.
 #pragma once
 
+#include <QPointer>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "acquire/schedule/update_schedule.h"
@@ -10,7 +12,9 @@
 #include "alerts/stock_alert.h"
 #include "indicators/analysis.h"
 #include "shell/frame/windows/frame_hands.h"
+#include "shell/frame/windows/scheduled_handover.h"
 #include "shell/memory_status.h"
+#include "shell/run_report.h"
 #include "store/day_store.h"
 #include "store/quote_rows.h"
 
@@ -27,7 +31,7 @@ class UpdateCommands final {
 
     CommandRows Rows();
 
-    // Looks at the clock from now on.
+    // Looks at the clock, and listens for copies that the system starts for the daily run, from now on.
     void StartClock();
     // One look at the clock: starts the daily run in its minute. Called by a timer about once a second.
     void WaitForDailyRun();
@@ -39,10 +43,12 @@ class UpdateCommands final {
   private:
     void CmdUpdateQuotes();
     // The update of the open table with what follows it; false when the frame goes now.
-    bool UpdateOpenTable(frmQuoteGrid& form, bool isDaily);
+    bool UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport& report);
     // The daily run: over the open table when it is the newest of the recent list, else over that one's file.
     void RunDaily();
-    void UpdateFile();
+    RunReport RunNewest();
+    RunReport UpdateFile();
+    std::optional<int> StatusOfToday();
     void ExtendedFundamentals();
     void ExtendedFundamentalData();
     void ImportQuoteFile();
@@ -58,6 +64,9 @@ class UpdateCommands final {
     AlertedTickers alerted_;
     DailyRun dailyRun_;
     DayStore days_;
+    // Gone with the window.
+    QPointer<HandoverServer> copies_;
+    int lastStatus_ = 0;
     std::string (*memoryInfo_)() = ReadMemoryInfo;
 };
 

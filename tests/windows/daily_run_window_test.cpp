@@ -1,0 +1,143 @@
+// The daily run at the window: whatever is open, with dialogs in the way, over several days, and for a copy
+// of the program that the system started.
+#include <atomic>
+#include <thread>
+
+#include "shell/frame/windows/scheduled_handover.h"
+#include "store/windows/frmErrorReport.h"
+#include "update_window_fixture.h"
+
+using namespace brantlow;
+
+namespace {
+
+Switches Daily(const std::string& selector = "Manual") {
+    Switches switches;
+    switches.collection = "EOD";
+    switches.selector = selector;
+    return switches;
+}
+
+// A look a second from `from` to `to` seconds of `day`.
+void Look(UpdateProgram& program, const Date& day, double from, double to) {
+    for (double second = from; second < to; ++second) {
+        program.clock.Set(day, second);
+        program.frame->Updates().WaitForDailyRun();
+    }
+}
+
+void LookAroundTheMinute(UpdateProgram& program, const Date& day) {
+    Look(program, day, kHalfPastFour - 120, kHalfPastFour + 120);
+}
+
+}  // namespace
+
+class DailyRunWindowTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void theNewestQuoteFileIsUpdatedWhateverIsOpen() {
+        UpdateProgram program(Daily());
+        program.StartMine();
+        program.frame->Run("mnuFileNewEODQuoteFile");
+        const std::string open = program.session.CurrentFile;
+        LookAroundTheMinute(program, kTestDay);
+        QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
+        QVERIFY(program.Read("Mine.ddq").find("T3\t110.000") != std::string::npos);
+        QCOMPARE(program.session.CurrentFile, open);
+        {
+            DialogHand hand([](QDialog& dialog) { PressButton(dialog, QMessageBox::No); });
+            program.frame->Run("mnuFileClose");
+        }
+        LookAroundTheMinute(program, AddDays(kTestDay, 1));
+        QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{2});
+    }
+
+    void threeDaysWithTheSelectorLeaveTheirVerdictsOnTheDisk() {
+        UpdateProgram program(Daily("Automatic"));
+        program.StartMine();
+        for (int day = 0; day < 3; ++day) {
+            DeleteOneFile(program.session.DataFile("Evaluations.dbe"));
+            LookAroundTheMinute(program, AddDays(kTestDay, day));
+            QCOMPARE(program.Asked("/d/quotes.txt"), static_cast<std::size_t>(day) + 1);
+            QVERIFY2(program.Read("Evaluations.dbe").find("\r\nT3") != std::string::npos,
+                     program.Read("Evaluations.dbe").c_str());
+            QCOMPARE(program.session.CurrentFile, std::string("Evaluations.dbe"));
+            // The report of short tickers opened by itself and stands there; it holds nothing up.
+            QVERIFY(program.frame->findChild<frmErrorReport*>());
+            QVERIFY(!QApplication::activeModalWidget());
+        }
+    }
+
+    void aMinuteThatAQuestionCoveredIsMadeUp() {
+        UpdateProgram program(Daily());
+        program.StartMine();
+        Look(program, kTestDay, kHalfPastFour - 120, kHalfPastFour - 30);
+        DialogHand hand([&](QDialog& dialog) {
+            Look(program, kTestDay, kHalfPastFour - 30, kHalfPastFour + 600);
+            PressButton(dialog, QMessageBox::Ok);
+        });
+        program.person.Say("A question.");
+        QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{0});
+        Look(program, kTestDay, kHalfPastFour + 600, kHalfPastFour + 660);
+        QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
+    }
+
+    void aFailedDailyRunOpensNoBox() {
+        UpdateProgram program(Daily());
+        program.quotesFail = true;
+        program.StartMine();
+        LookAroundTheMinute(program, kTestDay);
+        QVERIFY(!QApplication::activeModalWidget());
+        QVERIFY(program.Find<QLabel>("Panel1")->text().contains(QStringLiteral("could not connect")));
+    }
+
+    void aCopyThatTheSystemStartedEndsWithTheStatusOfTheRun() {
+        for (const bool fails : {false, true}) {
+            UpdateProgram program(Daily());
+            program.quotesFail = fails;
+            program.clock.Set(kTestDay, kHalfPastFour - 120);
+            program.StartMine();
+            program.frame->Updates().WaitForDailyRun();
+            std::optional<int> status;
+            std::atomic<bool> isOver = false;
+            std::thread copy([&] {
+                status = HandOverDailyRun(program.session.AppPath);
+                isOver = true;
+            });
+            // The copy is connected once the window has taken it in; its run comes at the minute.
+            double second = kHalfPastFour - 120;
+            while (!isOver) {
+                QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+                program.clock.Set(kTestDay, std::min(second += 1, kHalfPastFour + 300));
+                program.frame->Updates().WaitForDailyRun();
+            }
+            copy.join();
+            QVERIFY(status);
+            QCOMPARE(*status, fails ? 1 : 0);
+            QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
+        }
+    }
+
+    void aCopyWithoutAChosenMinuteEndsAtOnce() {
+        UpdateProgram program;
+        program.StartMine();
+        std::optional<int> status;
+        std::atomic<bool> isOver = false;
+        std::thread copy([&] {
+            status = HandOverDailyRun(program.session.AppPath);
+            isOver = true;
+        });
+        while (!isOver) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        copy.join();
+        QCOMPARE(status, std::optional(0));
+        QVERIFY(program.web.Addresses.empty());
+    }
+
+    void withoutAWindowACopyLearnsThatNobodyListens() {
+        TempFolder folder;
+        QVERIFY(!HandOverDailyRun(folder.Get()));
+    }
+};
+
+QTEST_MAIN(DailyRunWindowTest)
+#include "daily_run_window_test.moc"

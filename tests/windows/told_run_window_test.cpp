@@ -1,0 +1,98 @@
+// What a run did, at the window: the status bar's first field, the list behind it, the file, and the question
+// before several histories are replaced.
+#include <QRadioButton>
+#include <QTreeWidget>
+
+#include "acquire/feeds/windows/frmPopulate.h"
+#include "shell/frame/windows/frmLastRun.h"
+#include "update_window_fixture.h"
+
+using namespace brantlow;
+
+namespace {
+
+// Populates by the dialog; the box that asks, where one comes, is answered by `button`.
+struct Populated {
+    QString question;
+    QString defaultButton;
+};
+
+Populated Populate(UpdateProgram& program, const QString& button) {
+    program.frame->Commands().Entry("mnuFilePopulate")->trigger();
+    auto* dialog = program.frame->findChild<frmPopulate*>();
+    Populated told;
+    DialogHand hand([&](QDialog& opened) {
+        auto* box = qobject_cast<QMessageBox*>(&opened);
+        if (!box) return;
+        told = {box->text(), box->defaultButton()->text()};
+        for (QAbstractButton* each : box->buttons()) {
+            if (each->text().remove(QLatin1Char('&')) == button) each->click();
+        }
+    });
+    dialog->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+    return told;
+}
+
+}  // namespace
+
+class ToldRunWindowTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void theFirstFieldTellsWhatAnUpdateDid() {
+        UpdateProgram program;
+        program.StartMine();
+        auto* field = program.Find<QLabel>("Panel1");
+        QVERIFY(field->text().contains(QStringLiteral("2026")));
+        QTest::mouseClick(field, Qt::LeftButton);
+        QVERIFY(!program.frame->findChild<frmLastRun*>());
+        program.Update();
+        QCOMPARE(field->text(), QStringLiteral(" 3 of 3 quotes"));
+        QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+        QVERIFY(program.Read("Last Run.txt").starts_with("Update of Mine.ddq, 03/09/26"));
+        QVERIFY(program.Read("Last Run.txt").ends_with("\r\nT1: stored\r\nT2: stored\r\nT3: stored\r\n"));
+    }
+
+    void aClickOnTheLineOpensTheListOfTickers() {
+        UpdateProgram program;
+        program.quotesFail = true;
+        program.StartMine();
+        program.Update();
+        auto* field = program.Find<QLabel>("Panel1");
+        QVERIFY2(field->text().endsWith(QStringLiteral("could not connect; nothing was changed")),
+                 qPrintable(field->text()));
+        QTest::mouseClick(field, Qt::LeftButton);
+        auto* list = program.frame->findChild<frmLastRun*>();
+        QVERIFY(list && list->isVisible() && !list->isModal());
+        QCOMPARE(list->windowTitle(), QStringLiteral("Update of Mine.ddq"));
+        auto* tickers = list->findChild<QTreeWidget*>();
+        QCOMPARE(tickers->topLevelItemCount(), 3);
+        QCOMPARE(tickers->topLevelItem(0)->text(0), QStringLiteral("T1"));
+        QCOMPARE(tickers->topLevelItem(0)->text(1), QStringLiteral("failed"));
+        QVERIFY(tickers->topLevelItem(0)->text(2).contains(QStringLiteral("could not connect")));
+    }
+
+    void populateAsksBeforeItReplacesTheHistoryOfSeveralTickers() {
+        UpdateProgram program;
+        program.StartMine();
+        for (const char* file : {"T1.25", "T2.25"}) program.WriteHistory(file, "old");
+        const Populated told = Populate(program, QStringLiteral("Cancel"));
+        QCOMPARE(told.question, QStringLiteral("The stored history of 2 of 3 tickers is replaced by what is "
+                                               "downloaded now. Do you want to go on?"));
+        QCOMPARE(QString(told.defaultButton).remove(QLatin1Char('&')), QStringLiteral("Cancel"));
+        QVERIFY(program.web.Addresses.empty());
+        QCOMPARE(program.History("T1.25"), std::string("old"));
+        Populate(program, QStringLiteral("Populate"));
+        QCOMPARE(program.web.Addresses.size(), std::size_t{3});
+    }
+
+    void populateAsksNothingForTheHistoryOfOne() {
+        UpdateProgram program;
+        program.StartMine();
+        program.WriteHistory("T1.25", "old");
+        QCOMPARE(Populate(program, QString()).question, QString());
+        QCOMPARE(program.web.Addresses.size(), std::size_t{3});
+    }
+};
+
+QTEST_MAIN(ToldRunWindowTest)
+#include "told_run_window_test.moc"
