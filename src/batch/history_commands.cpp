@@ -8,6 +8,7 @@
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "shell/settings/lines.h"
+#include "shell/settings/settings_draft.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -50,10 +51,12 @@ bool TakeYears(BatchCall& call) {
         return false;
     }
     const std::string years = call.arguments.Text("--years");
-    SetText(session.settings, *kHistoryYears.row, years);
-    const auto error = WriteSettingsFile(SettingsFile::Data, session.AppPath, session.settings);
-    if (error) RefuseDatabaseError(call, SettingsFileName(SettingsFile::Data), error);
-    return !error;
+    SettingsTables draft = session.settings;
+    SetText(draft, *kHistoryYears.row, years);
+    const FileFault fault =
+        ApplySettings(draft, SettingsFile::Data, OrdinaryChange(session.AppPath), session.settings);
+    if (fault) RefuseDatabaseError(call, SettingsFileName(SettingsFile::Data), fault.code);
+    return !fault;
 }
 
 void PrintRun(BatchCall& call, const PopulateRun& run, std::size_t rows) {

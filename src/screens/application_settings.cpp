@@ -7,6 +7,7 @@
 #include "screens/control_loading.h"
 #include "screens/settings_store.h"
 #include "shell/file_kind.h"
+#include "shell/session_change.h"
 
 namespace brantlow {
 
@@ -139,7 +140,7 @@ SettingsOutcome ApplicationSettings::Apply(SettingsTab tab) {
     SettingsTables inForce = session_.settings;
     const bool turnedOn =
         Control("Option16").on && TurnOnDailyRun(Control("Combo2").text, Control("Combo3").text, inForce);
-    SettingsOutcome outcome = Store(tab, next);
+    SettingsOutcome outcome = Store(tab, next, OrdinaryChange(session_.AppPath));
     if (tab != SettingsTab::DataAutomation || !outcome.sentence.empty()) return outcome;
     controls_["Text4"].text = Get(session_.settings, kDatabaseFolder);
     outcome.openScheduler = turnedOn;
@@ -149,18 +150,22 @@ SettingsOutcome ApplicationSettings::Apply(SettingsTab tab) {
 SettingsOutcome ApplicationSettings::Default(SettingsTab tab) {
     const SettingsTables next =
         TablesWithDefaults(tab, controls_, {session_.settings, session_.AppPath, session_.clock.Today()});
-    const SettingsOutcome outcome = Store(tab, next);
+    const TabRow& row = kSettingsTabs[static_cast<std::size_t>(tab) - 1];
+    const SettingsChange change{ChangePlaceOf(session_), "Default of " + std::string(row.caption)};
+    const SettingsOutcome outcome = Store(tab, next, change);
     if (outcome.sentence.empty()) Load();
     return outcome;
 }
 
-SettingsOutcome ApplicationSettings::Store(SettingsTab tab, const SettingsTables& next) {
-    SettingsOutcome outcome;
+SettingsOutcome ApplicationSettings::Store(SettingsTab tab, const SettingsTables& next,
+                                           const SettingsChange& change) {
+    std::vector<SettingsFile> files;
     for (const FileOfTab& row : kFilesOfTabs) {
-        if (row.tab != tab) continue;
-        outcome.sentence = StoreSettingsFile(row.file, session_.AppPath, next, session_.settings);
-        if (!outcome.sentence.empty()) return outcome;
+        if (row.tab == tab) files.push_back(row.file);
     }
+    SettingsOutcome outcome;
+    outcome.sentence = CannotBeSaved(ApplySettings(next, files, change, session_.settings));
+    if (!outcome.sentence.empty()) return outcome;
     outcome.rebuildColumns = tab == SettingsTab::Columns && KindOf(session_.CurrentFile) == FileKind::Ddq;
     return outcome;
 }

@@ -8,6 +8,7 @@
 #include "acquire/web/hosts.h"
 #include "screens/settings_controls.h"
 #include "shell/session.h"
+#include "shell/settings/settings_draft.h"
 
 namespace brantlow {
 
@@ -49,13 +50,14 @@ class ApplicationSettings {
     bool Move(std::string_view arrow, std::size_t item);
 
     // Writes the file or files of one tab from its controls and reads them back; other tabs keep what was
-    // entered and not saved. When a file cannot be written, it stays as it was, on the disk and in memory.
+    // entered and not saved. When a file cannot be written, all stay as they were, on the disk and in memory.
     SettingsOutcome Apply(SettingsTab tab);
-    // Writes the defaults of one tab, reads them back and sets the controls of all tabs by the files.
+    // Writes the defaults of one tab, reads them back and sets the controls of all tabs by the files. What
+    // they replace is kept for undoing.
     SettingsOutcome Default(SettingsTab tab);
 
   private:
-    SettingsOutcome Store(SettingsTab tab, const SettingsTables& next);
+    SettingsOutcome Store(SettingsTab tab, const SettingsTables& next, const SettingsChange& change);
     bool Select(const ListRow& row, std::size_t item);
     bool Return(const ListRow& row, std::size_t item);
 

@@ -7,6 +7,7 @@
 #include "base/values.h"
 #include "selector/catalogue.h"
 #include "selector/test_table.h"
+#include "shell/settings/settings_draft.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -40,11 +41,16 @@ ConditionSet SetOf(const SelectorPanels& panels) {
     return set;
 }
 
-std::error_code WriteSet(const ConditionSet& set, const Path& appPath, SettingsTables& settings) {
-    const Path file = appPath / "Data" / SettingsFileName(SettingsFile::Selector);
-    const std::error_code error = WriteWholeFile(file, FormatConditionSet(set));
-    if (!error) LoadSettingsFile(SettingsFile::Selector, appPath, settings);
-    return error;
+FileFault WriteSet(const ConditionSet& set, const SettingsChange& change, SettingsTables& settings) {
+    const Path& appPath = change.place.appPath;
+    const Path file = SettingsFilePath(SettingsFile::Selector, appPath);
+    const auto& unread = settings.ReadErrors[static_cast<std::size_t>(SettingsFile::Selector)];
+    if (unread) return {file, unread};
+    FileChange writing(change.place, change.what, change.keeps);
+    if (FileFault fault = writing.Write(file, FormatConditionSet(set))) return fault;
+    if (FileFault fault = writing.Commit()) return fault;
+    LoadSettingsFile(SettingsFile::Selector, appPath, settings);
+    return {};
 }
 
 bool MoveName(std::vector<std::string>& from, std::size_t entry, std::vector<std::string>& to) {
@@ -76,21 +82,22 @@ void EnterSlotText(SelectorSlot& slot, std::string_view text) {
     slot = {std::string(text), !text.empty()};
 }
 
-std::error_code ApplyPanels(const SelectorPanels& panels, const Path& appPath, SettingsTables& settings) {
+FileFault ApplyPanels(const SelectorPanels& panels, const Path& appPath, SettingsTables& settings) {
     const std::size_t walked = settings.SelectorLineCount;
-    const std::error_code error = WriteSet(SetOf(panels), appPath, settings);
+    FileFault fault = WriteSet(SetOf(panels), OrdinaryChange(appPath), settings);
     settings.SelectorLineCount = walked;
-    return error;
+    return fault;
 }
 
-std::error_code ClearPanel(SelectorPanels& panels, std::size_t panel, const Path& appPath,
-                           SettingsTables& settings) {
+FileFault ClearPanel(SelectorPanels& panels, std::size_t panel, const ChangePlace& place,
+                     SettingsTables& settings) {
     SelectorPanels cleared = panels;
     cleared.at(panel).selected.clear();
     cleared.at(panel).slots = {};
-    const std::error_code error = WriteSet(SetOf(cleared), appPath, settings);
-    if (!error) panels = std::move(cleared);
-    return error;
+    const SettingsChange change{place, "Clear of Condition " + std::to_string(panel + 1)};
+    FileFault fault = WriteSet(SetOf(cleared), change, settings);
+    if (!fault) panels = std::move(cleared);
+    return fault;
 }
 
 bool IsWholeSetInForce(const SelectorPanels& panels, const SettingsTables& settings) {

@@ -2,18 +2,6 @@
 
 namespace brantlow {
 
-std::string CannotBeSaved(SettingsFile file, const std::error_code& error) {
-    return SettingsFileName(file) + ": cannot be saved (" + error.message() + ")";
-}
-
-std::string StoreSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& next,
-                              SettingsTables& settings) {
-    const std::error_code error = WriteSettingsFile(file, appPath, next);
-    if (error) return CannotBeSaved(file, error);
-    LoadSettingsFile(file, appPath, settings);
-    return {};
-}
-
 std::optional<std::size_t> ChosenMarket(const Hosts& hosts, const SettingsTables& settings) {
     return hosts.MarketAt(settings.QuoteHost);
 }

@@ -1,6 +1,5 @@
-// Writing settings from a screen: a table made ready beside the one in force goes to its file first and is
-// read back from there, so that a file that cannot be written leaves everything as it was. The settings
-// dialog and the setup wizard save through these routines.
+// What the settings dialog and the setup wizard both put into settings: the market and the place of the quote
+// database.
 #pragma once
 
 #include <cstddef>
@@ -13,15 +12,6 @@
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
-
-// Writes `file` from `next` and reads it back into `settings`, with all that is derived from it. Returns the
-// sentence that says why the file could not be written, with `settings` and the old file as they were; empty
-// when done.
-std::string StoreSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& next,
-                              SettingsTables& settings);
-
-// What a person is told of a settings file that cannot be written.
-std::string CannotBeSaved(SettingsFile file, const std::error_code& error);
 
 // The market whose address is QuoteHost, as an index of kMarkets; nothing for an address of the user's own.
 std::optional<std::size_t> ChosenMarket(const Hosts& hosts, const SettingsTables& settings);

@@ -1,11 +1,14 @@
 #include "screens/setup_wizard.h"
 
 #include <algorithm>
+#include <array>
+#include <span>
 
 #include "acquire/schedule/update_schedule.h"
 #include "screens/control_loading.h"
 #include "screens/settings_controls.h"
 #include "screens/settings_store.h"
+#include "shell/settings/settings_draft.h"
 
 namespace brantlow {
 
@@ -34,20 +37,24 @@ void RepairNumbers(SettingsTables& next) {
     }
 }
 
-WizardOutcome Store(SettingsFile file, const Path& appPath, const SettingsTables& next,
+WizardOutcome Store(std::span<const SettingsFile> files, const Path& appPath, const SettingsTables& next,
                     SettingsTables& settings) {
     WizardOutcome outcome;
-    outcome.sentence = StoreSettingsFile(file, appPath, next, settings);
+    outcome.sentence = CannotBeSaved(ApplySettings(next, files, OrdinaryChange(appPath), settings));
     return outcome;
 }
 
-// VTRNETset.ini with the option taken into it.
-WizardOutcome StoreNetOption(std::string_view option, const Path& appPath, SettingsTables& settings) {
+constexpr std::array kDataFile = {SettingsFile::Data};
+constexpr std::array kSupplierFile = {SettingsFile::Net};
+constexpr std::array kMarketFiles = {SettingsFile::Net, SettingsFile::Lang};
+
+// The tables with the option taken into the net settings.
+SettingsTables WithNetOption(std::string_view option, const SettingsTables& settings) {
     SettingsTables next = settings;
     TakeOption(option, next);
     DropLinesBehindSequences(next);
     RepairNumbers(next);
-    return Store(SettingsFile::Net, appPath, next, settings);
+    return next;
 }
 
 }  // namespace
@@ -86,23 +93,21 @@ void WizardDriver::Finish() {
 }
 
 WizardOutcome SaveQuoteSupplier(std::string_view option, const Path& appPath, SettingsTables& settings) {
-    return StoreNetOption(option, appPath, settings);
+    return Store(kSupplierFile, appPath, WithNetOption(option, settings), settings);
 }
 
 WizardOutcome SaveMarketAndContent(std::string_view option, std::optional<std::size_t> market,
                                    const Path& appPath, SettingsTables& settings) {
-    WizardOutcome outcome = StoreNetOption(option, appPath, settings);
-    if (!outcome.sentence.empty()) return outcome;
-    SettingsTables next = settings;
+    SettingsTables next = WithNetOption(option, settings);
     if (market) ChooseMarket(*market, next);
-    return Store(SettingsFile::Lang, appPath, next, settings);
+    return Store(kMarketFiles, appPath, next, settings);
 }
 
 WizardOutcome SaveDatabasePlace(const std::optional<std::string>& folder, const Path& appPath,
                                 SettingsTables& settings) {
     SettingsTables next = settings;
     SetDatabasePlace(folder, appPath, next);
-    return Store(SettingsFile::Data, appPath, next, settings);
+    return Store(kDataFile, appPath, next, settings);
 }
 
 WizardOutcome SaveDailyRun(bool on, std::string_view hour, std::string_view minute, const Path& appPath,
@@ -113,7 +118,7 @@ WizardOutcome SaveDailyRun(bool on, std::string_view hour, std::string_view minu
     Set(next, kCollection, on ? DataCollection::Daily : DataCollection::Never);
     Set(next, kCollectionHour, hour);
     Set(next, kCollectionMinute, minute);
-    WizardOutcome outcome = Store(SettingsFile::Data, appPath, next, settings);
+    WizardOutcome outcome = Store(kDataFile, appPath, next, settings);
     outcome.openScheduler = turnedOn && outcome.sentence.empty();
     return outcome;
 }

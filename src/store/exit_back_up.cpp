@@ -1,6 +1,7 @@
 #include "store/exit_back_up.h"
 
 #include "shell/settings/lines.h"
+#include "shell/settings/settings_draft.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -62,8 +63,9 @@ ExitBackUp BackUpAtExit(const Path& appPath, const Date& today, SettingsTables& 
     backUp.applicationFiles = RunStep(kApplicationStep, appPath / "Data", appPath, settings, person);
     backUp.quoteDatabase = RunStep(kDatabaseStep, Path(settings.QuoteFolder), appPath, settings, person);
     if (!backUp.Ran()) return backUp;
-    Set(settings, kLastBackUp, today);
-    backUp.settingsError = WriteSettingsFile(SettingsFile::Data, appPath, settings);
+    SettingsTables draft = settings;
+    Set(draft, kLastBackUp, today);
+    backUp.settingsError = ApplySettings(draft, SettingsFile::Data, OrdinaryChange(appPath), settings).code;
     return backUp;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "base/undo_store.h"
 #include "screens/slot_rows.h"
 #include "selector/catalogue.h"
 #include "selector/evaluation.h"
@@ -53,8 +54,10 @@ class SelectorEditor : public SessionTest {
         LoadSettingsFile(SettingsFile::Selector, folder.Get(), settings);
         return panels = OpenPanels(settings.SelectorSettings);
     }
-    std::error_code Apply() { return ApplyPanels(panels, folder.Get(), settings); }
-    std::error_code Clear(std::size_t panel) { return ClearPanel(panels, panel, folder.Get(), settings); }
+    FileFault Apply() { return ApplyPanels(panels, folder.Get(), settings); }
+    FileFault Clear(std::size_t panel) {
+        return ClearPanel(panels, panel, {folder.Get(), "2024-03-15 12:00:00"}, settings);
+    }
 
     SettingsTables settings;
     SelectorPanels panels;
@@ -283,6 +286,20 @@ TEST_F(SelectorEditor, ClearWritesTheEditsOfTheOtherTabsToo) {
     EXPECT_EQ(Read(kFile), EmptyBlocks(1) + Block("Hold", {}) + EmptyBlocks(8));
 }
 
+TEST_F(SelectorEditor, ClearCanBeUndoneAndApplyLeavesNothingBehind) {
+    const std::string bytes = Block("Buy", {"Shaven Head"}) + EmptyBlocks(9);
+    Open(bytes);
+    const ChangePlace place{folder.Get(), ""};
+    ASSERT_FALSE(Apply());
+    EXPECT_TRUE(KeptChanges(place).empty());
+    ASSERT_FALSE(Clear(0));
+    ASSERT_NE(Read(kFile), bytes);
+    ASSERT_EQ(KeptChanges(place).size(), 1u);
+    EXPECT_EQ(KeptChanges(place).front().what, "Clear of Condition 1");
+    EXPECT_FALSE(UndoChange(place, "").fault);
+    EXPECT_EQ(Read(kFile), bytes);
+}
+
 TEST_F(SelectorEditor, AFileThatCannotBeWrittenStaysAndNothingIsChanged) {
     const std::string bytes = Block("Buy", {"Shaven Head"}) + EmptyBlocks(9);
     Open(bytes);
@@ -290,7 +307,7 @@ TEST_F(SelectorEditor, AFileThatCannotBeWrittenStaysAndNothingIsChanged) {
     const SelectorPanels edited = panels;
     const Path nowhere = folder / "nowhere";
     EXPECT_TRUE(ApplyPanels(panels, nowhere, settings));
-    EXPECT_TRUE(ClearPanel(panels, 0, nowhere, settings));
+    EXPECT_TRUE(ClearPanel(panels, 0, {nowhere, ""}, settings));
     EXPECT_EQ(panels, edited);
     EXPECT_EQ(settings.SelectorSettings.Text(4), "Value");
     EXPECT_EQ(settings.SelectorLineCount, 411u);

@@ -403,6 +403,35 @@ TEST_F(SettingsDialog, AFileThatCannotBeWrittenIsToldAndNothingIsLost) {
     EXPECT_EQ(Items("List7").size(), 33U);
 }
 
+// The network tab writes two files: when the second cannot be written, the first is as it was too.
+TEST_F(SettingsDialog, ANetworkTabOfWhichOneFileCannotBeWrittenChangesNothing) {
+    dialog.Choose("Option22");
+    dialog.Choose("Option73");
+    const std::string net = Read(FileOf("VTRNETset.ini"));
+    std::filesystem::remove(folder / FileOf("VTRLANGset.ini"));
+    std::filesystem::create_directory(folder / FileOf("VTRLANGset.ini"));
+    const std::string host = session.settings.QuoteHost;
+    EXPECT_EQ(dialog.Apply(SettingsTab::Network).sentence,
+              "VTRLANGset.ini: cannot be saved (Is a directory)");
+    EXPECT_EQ(Read(FileOf("VTRNETset.ini")), net);
+    EXPECT_EQ(session.settings.NetSettings.Text(1), "Yahoo");
+    EXPECT_EQ(session.settings.QuoteHost, host);
+    EXPECT_TRUE(On("Option22"));
+    std::filesystem::remove(folder / FileOf("VTRLANGset.ini"));
+    EXPECT_EQ(dialog.Apply(SettingsTab::Network).sentence, "");
+    EXPECT_EQ(session.settings.NetSettings.Text(1), "NASDAQ");
+}
+
+TEST_F(SettingsDialog, AFileThatCouldNotBeReadIsNotWrittenOver) {
+    std::filesystem::remove(folder / FileOf("VTRGRAPHset.ini"));
+    std::filesystem::create_directory(folder / FileOf("VTRGRAPHset.ini"));
+    Open();
+    std::filesystem::remove(folder / FileOf("VTRGRAPHset.ini"));
+    EXPECT_EQ(dialog.Apply(SettingsTab::Graphics).sentence,
+              "VTRGRAPHset.ini: cannot be saved (Is a directory)");
+    EXPECT_FALSE(std::filesystem::exists(folder / FileOf("VTRGRAPHset.ini")));
+}
+
 // Every tab's Apply is refused for want of permission.
 bool RefusesEveryTab(ApplicationSettings& dialog) {
     return std::all_of(kSettingsTabs.begin(), kSettingsTabs.end(), [&](const TabRow& tab) {

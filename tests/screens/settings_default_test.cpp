@@ -3,6 +3,9 @@
 
 #include "settings_dialog_fixture.h"
 
+#include "base/undo_store.h"
+#include "shell/session_change.h"
+
 namespace brantlow {
 namespace {
 
@@ -68,6 +71,18 @@ TEST_F(SettingsDefault, OfTheDataKeepsFoldersAsShownAndTheAddressAsStored) {
     EXPECT_EQ(Text("Text1"), "me@example.org");
 }
 
+TEST_F(SettingsDefault, CanBeUndone) {
+    const auto before = Read(FileOf("VTRNETset.ini"));
+    Default(SettingsTab::Network);
+    ASSERT_NE(Read(FileOf("VTRNETset.ini")), before);
+    const ChangePlace place = ChangePlaceOf(session);
+    const std::vector<KeptChange> kept = KeptChanges(place);
+    ASSERT_EQ(kept.size(), 1U);
+    EXPECT_EQ(kept.front().what, "Default of Network and Web Settings");
+    EXPECT_FALSE(UndoChange(place, "").fault);
+    EXPECT_EQ(Read(FileOf("VTRNETset.ini")), before);
+}
+
 TEST_F(SettingsDefault, OfTheGraphicsKeepsTheConditionsAsShown) {
     dialog.SetText("Combo15", "Condition 2");
     Default(SettingsTab::Graphics);
@@ -122,10 +137,16 @@ TEST_F(SettingsDefault, OfImportAndExportKeepsTheFoldersAsShown) {
 }
 
 TEST_F(SettingsDefault, WritesTheFileOfItsTabAlone) {
+    // What is kept for undoing lies beside the data.
+    const auto dataFiles = [this] {
+        auto files = Everything();
+        std::erase_if(files, [](const std::string& file) { return !file.starts_with("Data"); });
+        return files;
+    };
     for (const TabRow& tab : kSettingsTabs) {
-        const auto before = Everything();
+        const auto before = dataFiles();
         Default(tab.tab);
-        const auto after = Everything();
+        const auto after = dataFiles();
         ASSERT_EQ(after.size(), before.size());
         int changed = 0;
         for (std::size_t i = 0; i < after.size(); ++i) changed += after[i] != before[i] ? 1 : 0;

@@ -8,6 +8,7 @@
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QTabWidget>
+#include <QWheelEvent>
 #include <set>
 
 #include "acquire/schedule/windows/frmSchedule.h"
@@ -224,6 +225,26 @@ class ApplicationSettingsTest : public QObject {
             }
             QCOMPARE(found, QString::fromLatin1(words));
         }
+    }
+
+    void theWheelTurnsOnlyTheListThatHasTheFocus() {
+        SettingsProgram program;
+        program.Show(SettingsTab::ImportExport);
+        auto* const list = program.Part<QComboBox>("Combo7");
+        const auto turn = [list] {
+            QWheelEvent wheel({5, 5}, list->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(list, &wheel);
+        };
+        const int before = list->currentIndex();
+        program.Part<QLineEdit>("Text21")->setFocus();
+        turn();
+        QCOMPARE(list->currentIndex(), before);
+        QVERIFY(!list->hasFocus());
+        list->setFocus();
+        QTRY_VERIFY(list->hasFocus());
+        turn();
+        QCOMPARE(list->currentIndex(), before + 1);
     }
 
     void everyOptionReachesItsFile() {

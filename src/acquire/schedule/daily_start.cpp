@@ -5,7 +5,7 @@
 
 #include "acquire/schedule/update_schedule.h"
 #include "shell/app_folder.h"
-#include "shell/settings/settings_files.h"
+#include "shell/settings/settings_draft.h"
 
 namespace brantlow {
 
@@ -44,10 +44,9 @@ std::string ScheduleDailyRun(const ScheduleSystem& system, const WeeklyTime& cho
     }
     std::string refusal = InstallScheduledStart(system, StartTimeFor(chosen), started);
     if (!refusal.empty()) return refusal;
-    SetDailyRun(chosen.minute, settings);
-    const auto error = WriteSettingsFile(SettingsFile::Data, started.appPath, settings);
-    if (!error) return {};
-    return SettingsFileName(SettingsFile::Data) + " could not be written: " + error.message();
+    SettingsTables draft = settings;
+    SetDailyRun(chosen.minute, draft);
+    return CannotBeSaved(ApplySettings(draft, SettingsFile::Data, OrdinaryChange(started.appPath), settings));
 }
 
 }  // namespace brantlow

@@ -1,4 +1,5 @@
 #include "screens/windows/folder_picker.h"
+#include "base/windows/wheel_guard.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -37,6 +38,7 @@ FolderPicker::FolderPicker(Path appPath, const Names& names)
     layout->setContentsMargins(0, 0, 0, 0);
     if (!names.drive.isEmpty()) {
         drive_ = new QComboBox;
+        GuardWheel(*drive_);
         drive_->setObjectName(names.drive);
         AddPlaces();
         layout->addWidget(drive_);

@@ -85,8 +85,9 @@ QWidget* frmApplicationSettings::ButtonRow() {
     row->addWidget(outcome_, 1);
     auto* apply = AddButton(row, QStringLiteral("Command21"), QStringLiteral("&Apply"),
                             QStringLiteral("Save the settings of this tab"));
-    auto* defaults = AddButton(row, QStringLiteral("Command23"), QStringLiteral("&Default"),
-                               QStringLiteral("Put the settings of this tab back to their defaults"));
+    auto* defaults =
+        AddButton(row, QStringLiteral("Command23"), QStringLiteral("&Default"),
+                  QStringLiteral("Put the settings of this tab back to their defaults (can be undone)"));
     auto* exit = AddButton(row, QStringLiteral("Command22"), QStringLiteral("E&xit"),
                            QStringLiteral("Close; what is not applied is not kept"));
     connect(apply, &QPushButton::clicked, this, &frmApplicationSettings::Command21_Click);

@@ -14,6 +14,8 @@
 
 #include "base/windows/display_text.h"
 #include "screens/windows/selector_panel_view.h"
+#include "shell/session_change.h"
+#include "shell/settings/settings_draft.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -126,7 +128,7 @@ void frmStockSelectorSettings::BuildButtons(QHBoxLayout& row) {
     auto* apply = AddButton(row, QStringLiteral("Command1"), QStringLiteral("&Apply"),
                             QStringLiteral("Save all ten conditions (Ctrl+S)"));
     auto* clear = AddButton(row, QStringLiteral("Command3"), QStringLiteral("&Clear"),
-                            QStringLiteral("Empty the condition on show and save all ten"));
+                            QStringLiteral("Empty the condition on show and save all ten (can be undone)"));
     auto* exit = AddButton(row, QStringLiteral("Command2"), QStringLiteral("E&xit"),
                            QStringLiteral("Close; what was not applied is dropped (Esc)"));
     connect(apply, &QPushButton::clicked, this, &frmStockSelectorSettings::Apply);
@@ -157,17 +159,15 @@ void frmStockSelectorSettings::Apply() {
 
 void frmStockSelectorSettings::Clear() {
     const auto panel = static_cast<std::size_t>(tbsOptions->currentIndex());
-    if (!Written(ClearPanel(panels_, panel, session_.AppPath, session_.settings))) return;
+    if (!Written(ClearPanel(panels_, panel, ChangePlaceOf(session_), session_.settings))) return;
     picOptions_[panel]->ShowAll();
     ShowUse(panel);
     state_->setText(Name(kApplied));
 }
 
-bool frmStockSelectorSettings::Written(const std::error_code& error) {
-    if (!error) return true;
-    session_.person.Say(SettingsFileName(SettingsFile::Selector) + ": cannot be saved (" + error.message() +
-                        ")");
-    return false;
+bool frmStockSelectorSettings::Written(const FileFault& fault) {
+    if (fault) session_.person.Say(CannotBeSaved(fault));
+    return !fault;
 }
 
 }  // namespace brantlow

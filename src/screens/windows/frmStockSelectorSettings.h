@@ -33,7 +33,7 @@ class frmStockSelectorSettings final : public QDialog {
     void ShowUse(std::size_t panel);
     void Apply();
     void Clear();
-    bool Written(const std::error_code& error);
+    bool Written(const FileFault& fault);
 
     Session& session_;
     SelectorPanels panels_;

@@ -1,4 +1,5 @@
 #include "screens/windows/selector_panel_view.h"
+#include "base/windows/wheel_guard.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -36,6 +37,7 @@ SelectorPanelView::SelectorPanelView(SelectorPanel& panel)
                            QStringLiteral("Double click, Enter or Delete takes a name out"), false, true})),
       slots_(new SlotGrid(panel.slots)) {
     setObjectName(QStringLiteral("picOptions"));
+    GuardWheel(*Combo1);
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(BuildNames(), kNamesShare);
     layout->addWidget(BuildValues(), kValuesShare);

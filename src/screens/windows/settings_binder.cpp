@@ -1,4 +1,5 @@
 #include "screens/windows/settings_binder.h"
+#include "base/windows/wheel_guard.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -172,6 +173,7 @@ QLineEdit* SettingsBinder::Text(std::string_view control) {
 
 QComboBox* SettingsBinder::DropDown(std::string_view control) {
     auto* list = new QComboBox;
+    GuardWheel(*list);
     list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     Show(control, list, [list](const SettingsControl& state) { ShowChoice(*list, state); });
     connect(list, &QComboBox::textActivated, this, [this, control](const QString& chosen) {

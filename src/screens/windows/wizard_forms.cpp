@@ -1,4 +1,5 @@
 #include "screens/windows/wizard_forms.h"
+#include "base/windows/wheel_guard.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -194,6 +195,7 @@ WizardForm LanSettings(const FormTools& tools) {
 QComboBox* AddTime(QHBoxLayout& row, const QString& name, const QString& words,
                    const SettingsControl& shown) {
     auto* list = new QComboBox;
+    GuardWheel(*list);
     list->setObjectName(name);
     list->setAccessibleName(words);
     list->setPlaceholderText(words);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/failure.h"
 #include "base/text.h"
 #include "base/values.h"
 #include "shell/settings/default_hosts.h"
@@ -17,10 +18,6 @@ constexpr std::size_t kStartEodLine = LineCountOf(SettingsFile::Net) + 1;
 static_assert(std::is_sorted(kSettingsFiles.begin(), kSettingsFiles.end(),
                              [](const auto& a, const auto& b) { return a.file < b.file; }),
               "FormOf finds a file's form by its place");
-
-Path FileOf(SettingsFile file, const Path& appPath) {
-    return appPath / "Data" / FormOf(file).fileName;
-}
 
 bool IsPrinted(SettingsFile file, std::size_t line) {
     const LineRow* row = RowOf(file, line);
@@ -116,18 +113,21 @@ std::string SettingsFileName(SettingsFile file) {
     return std::string(FormOf(file).fileName);
 }
 
+Path SettingsFilePath(SettingsFile file, const Path& appPath) {
+    return appPath / "Data" / FormOf(file).fileName;
+}
+
 void LoadAllSettings(const Path& appPath, SettingsTables& settings) {
     for (const SettingsFileForm& form : kSettingsFiles) LoadSettingsFile(form.file, appPath, settings);
 }
 
 std::string UnreadableSettings(SettingsFile file, const Path& appPath, const SettingsTables& settings) {
     const std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)];
-    return error ? FileOf(file, appPath).string() + ": cannot be read (" + error.message() + ")"
-                 : std::string{};
+    return Sentence(FailedTo(FailureKind::Read, SettingsFilePath(file, appPath), error));
 }
 
 std::error_code LoadSettingsFile(SettingsFile file, const Path& appPath, SettingsTables& settings) {
-    const ReadResult read = ReadWholeFile(FileOf(file, appPath));
+    const ReadResult read = ReadWholeFile(SettingsFilePath(file, appPath));
     std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)];
     error = read.outcome == ReadOutcome::Failed ? read.error : std::error_code{};
     if (!error) TakeFile(file, read.bytes, settings);
@@ -159,7 +159,7 @@ std::string SettingsFileText(SettingsFile file, const SettingsTables& settings) 
 std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings) {
     // What could not be read is not known: writing the table would put nothing in its place.
     if (const std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)]) return error;
-    return WriteWholeFile(FileOf(file, appPath), SettingsFileText(file, settings));
+    return WriteWholeFile(SettingsFilePath(file, appPath), SettingsFileText(file, settings));
 }
 
 Path FolderOfSetting(const Path& appPath, std::string_view text) {

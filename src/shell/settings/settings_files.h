@@ -67,6 +67,7 @@ constexpr const SettingsFileForm& FormOf(SettingsFile file) {
 }
 
 std::string SettingsFileName(SettingsFile file);
+Path SettingsFilePath(SettingsFile file, const Path& appPath);
 
 // Reads all files of `appPath`/Data in their order. A file that is missing or short leaves its entries empty,
 // and an empty value acts as no option chosen. QuoteHost is never empty afterwards. A file that is there and

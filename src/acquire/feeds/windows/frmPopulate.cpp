@@ -11,6 +11,7 @@
 #include "acquire/feeds/history_download.h"
 #include "base/windows/display_text.h"
 #include "shell/settings/lines.h"
+#include "shell/settings/settings_draft.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -79,12 +80,12 @@ frmPopulate::frmPopulate(Session& session, QWidget* parent) : QDialog(parent), s
 void frmPopulate::Populate() {
     for (std::size_t i = 0; i < options_.size(); ++i) {
         if (!options_[i]->isChecked()) continue;
-        Set(session_.settings, kHistoryYears, kYearsOptions[i].years);
-        const std::error_code error =
-            WriteSettingsFile(SettingsFile::Data, session_.AppPath, session_.settings);
-        if (error) {
-            session_.person.Say(SettingsFileName(SettingsFile::Data) + ": cannot be saved (" +
-                                error.message() + ")");
+        SettingsTables draft = session_.settings;
+        Set(draft, kHistoryYears, kYearsOptions[i].years);
+        const FileFault fault =
+            ApplySettings(draft, SettingsFile::Data, OrdinaryChange(session_.AppPath), session_.settings);
+        if (fault) {
+            session_.person.Say(CannotBeSaved(fault));
             return;
         }
         accept();
