@@ -1,6 +1,7 @@
 // The chart window: how it is opened and closed, its lists, buttons and labels.
 #include "chart/windows/frmGraph.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -285,6 +286,24 @@ class FrmGraphTest : public QObject {
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(list, &wheel);
         QCOMPARE(Chosen(program), (std::vector<std::string>{"Price", "MA 15", "", "", "", "", ""}));
+    }
+
+    void keysOpenAListAndOnlyEnterPicks() {
+        const auto before = std::vector<std::string>{"Price", "MA 15", "", "", "", "", ""};
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_End, Qt::Key_W}) {
+            ChartProgram program;
+            program.Choose("mnuGraphicsHLC");
+            auto* const list = program.Part<QComboBox>("Combo1");
+            list->setFocus();
+            QTest::keyClick(list, key);
+            QVERIFY2(list->view()->isVisible(), qPrintable(QString::number(key)));
+            QTest::keyClick(list->view(), Qt::Key_Down);
+            QCOMPARE(Chosen(program), before);
+            const std::string item = list->view()->currentIndex().data().toString().toStdString();
+            QTest::keyClick(list->view(), Qt::Key_Return);
+            QTRY_COMPARE(Chosen(program), (std::vector<std::string>{"Price", "MA 15", item, "", "", "", ""}));
+            QVERIFY(!list->view()->isVisible());
+        }
     }
 
     void theTimeFrameButtonsStopAtTheirEnds() {

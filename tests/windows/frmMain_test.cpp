@@ -323,6 +323,21 @@ class FrmMainTest : public QObject {
         QVERIFY(program.frame->statusBar()->isVisible());
     }
 
+    void theStatusBarsEntryStaysInStepWhenAFileIsOpenedOrClosed() {
+        Program program;
+        program.Start("Jan.ddq");
+        QAction* status = program.frame->Commands().Entry("mnuViewStatusBar");
+        status->trigger();
+        program.frame->OpenRecentFile(1);
+        QVERIFY(program.frame->statusBar()->isVisible());
+        QVERIFY(status->isChecked());
+        status->trigger();
+        QVERIFY(!program.frame->statusBar()->isVisible());
+        program.frame->Run("mnuFileClose");
+        QVERIFY(program.frame->statusBar()->isVisible());
+        QVERIFY(status->isChecked());
+    }
+
     void theWindowEntriesArrangeTheTable() {
         Program program;
         program.Start("Jan.ddq");

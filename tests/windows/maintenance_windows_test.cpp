@@ -6,6 +6,7 @@
 
 #include "base/windows/text_editor.h"
 #include "store/windows/frmDeleteFile.h"
+#include "store/windows/frmQuoteGrid.h"
 #include "window_fixture.h"
 
 using namespace brantlow;

@@ -1,7 +1,9 @@
 #include "chart/windows/frmGraph.h"
 
+#include <QAbstractItemView>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -9,6 +11,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 #include <span>
 
@@ -70,6 +73,15 @@ QFont Bold(QFont font) {
 }
 
 // Shows `text` whether or not it is one of the list's items.
+// A key that would choose another item of a closed list at every press.
+bool MovesInAList(const QKeyEvent& key) {
+    constexpr std::array kMoves = {Qt::Key_Up,       Qt::Key_Down, Qt::Key_PageUp,
+                                   Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
+    if (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
+    if (std::find(kMoves.begin(), kMoves.end(), key.key()) != kMoves.end()) return true;
+    return !key.text().isEmpty() && key.text().front().isLetterOrNumber();
+}
+
 void ShowText(QComboBox& list, const QString& text) {
     list.setPlaceholderText(text);
     list.setCurrentIndex(list.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
@@ -152,7 +164,7 @@ void frmGraph::BuildPicks(QBoxLayout& rows) {
         list->setToolTip(list->accessibleName());
         for (const std::string_view item : pick.items) list->addItem(Name(item));
         list->setMaxVisibleItems(list->count());
-        // A pick draws a line: the wheel is for scrolling.
+        // A pick draws a line: the wheel is for scrolling, and a key opens the list to choose in.
         list->setFocusPolicy(Qt::StrongFocus);
         list->installEventFilter(this);
         connect(list, &QComboBox::activated, this, [this, i](int item) { Picked(i, item); });
@@ -367,8 +379,16 @@ void frmGraph::keyPressEvent(QKeyEvent* event) {
 }
 
 bool frmGraph::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::Wheel) return QWidget::eventFilter(watched, event);
-    event->ignore();
+    if (event->type() == QEvent::Wheel) {
+        event->ignore();
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    auto* const list = static_cast<QComboBox*>(watched);
+    auto* const key = static_cast<QKeyEvent*>(event);
+    if (list->view()->isVisible() || !MovesInAList(*key)) return QWidget::eventFilter(watched, event);
+    list->showPopup();
+    if (!key->text().isEmpty()) QCoreApplication::sendEvent(list->view(), event);
     return true;
 }
 

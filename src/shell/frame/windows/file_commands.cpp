@@ -4,7 +4,6 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QProcess>
-#include <QStatusBar>
 #include <algorithm>
 
 #include "base/windows/display_text.h"
@@ -121,7 +120,7 @@ void FileCommands::NewTable() {
 }
 
 void FileCommands::OpenQuotesFile() {
-    frame_.window.statusBar()->show();
+    frame_.showStatusBar();
     OpenTableFile(frame_.session, OpeningRoad::EndOfDay, Windows());
     NameChanged();
 }
@@ -148,7 +147,7 @@ void FileCommands::CloseFile() {
 // The other children stay.
 void FileCommands::CloseTable() {
     if (frame_.runs.ClosesTableAfterwards()) return;
-    frame_.window.statusBar()->show();
+    frame_.showStatusBar();
     TableWindows windows = Windows();
     windows.CheckActivefrm = [this] { CloseForm(); };
     CloseTableFile(frame_.session, windows);

@@ -92,6 +92,8 @@ struct FrameHands {
     std::function<void(const QPoint&)> showPopUpMenu = {};
     // Shows the recent files in the menu as they stand in the settings.
     std::function<void()> showRecentFiles = {};
+    // Shows the status bar, and its entry in the View menu as on.
+    std::function<void()> showStatusBar = {};
     // The frame's title, that of the practice market while quotes come from there.
     std::function<void()> showTitle = {};
     // Runs the entry of this name.

@@ -108,6 +108,10 @@ void frmMain::LendHands() {
     };
     hands.showPopUpMenu = [this](const QPoint& place) { ShowPopUpMenu(place); };
     hands.showRecentFiles = [this] { commands_->ShowRecentFiles(session_.settings.MruSettings); };
+    hands.showStatusBar = [this] {
+        statusBar()->show();
+        commands_->Entry("mnuViewStatusBar")->setChecked(true);
+    };
     hands.showTitle = [this] { ShowTitle(); };
     subjects_->Add({{"mnuViewToolbar",
                      [this] { tbToolBar->setVisible(commands_->Entry("mnuViewToolbar")->isChecked()); }},
