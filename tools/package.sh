@@ -30,10 +30,15 @@ make_packages() {
     cat "$scratch/cpack.txt" >&2
     exit 1
   }
-  find "$1/packages" -mindepth 2 -name '*deb' -not -path '*/_CPack_Packages/*' -exec mv -t "$1/packages" {} +
 }
 
 one_package() { find "$1/packages" -maxdepth 1 -name 'brantlow_*.deb'; }
+
+# end_in_order PROCESS LOCK: once the window holds the lock, asks it to end until it does.
+end_in_order() {
+  while kill -0 "$1" && [[ ! -e $2 ]]; do sleep 0.2; done
+  while kill -TERM "$1"; do sleep 1; done
+} 2>/dev/null
 
 # Exit status and words of the programs below ROOT/usr, in a folder of their own.
 start_programs() {
@@ -49,14 +54,7 @@ start_programs() {
   HOME=$home BRANTLOW_HOME=$home/app XDG_RUNTIME_DIR=$scratch/runtime QT_QPA_PLATFORM=offscreen \
     QTWEBENGINE_DISABLE_SANDBOX=1 "$root/usr/bin/brantlow" >"$scratch/window.txt" 2>&1 &
   program=$!
-  local tries
-  for ((tries = 0; tries < 600; tries++)); do
-    [[ ! -e $home/config ]] || break
-    if [[ -e $home/.config/Brantlow || -e $home/app/Brantlow.lock ]]; then break; fi
-    kill -0 "$program" || break
-    sleep 0.2
-  done
-  kill -TERM "$program"
+  end_in_order "$program" "$home/app/Brantlow.lock"
   wait "$program" || {
     cat "$scratch/window.txt"
     echo "the window did not end in order"
@@ -73,35 +71,47 @@ check_package() {
   start_programs "$root"
 }
 
-# in_root COMMAND...: runs it in the tried system, as root without a screen.
-in_root() {
-  chroot "$1" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen \
-    QTWEBENGINE_DISABLE_SANDBOX=1 XDG_RUNTIME_DIR=/tmp bash -c "$2"
+# What a person does with an installed package, up to its removal. It runs in the tried system.
+tried_there() {
+  set -e
+  local market window tries
+  brantlow --version
+  brantlow-batch --app /root/Brantlow practice
+  brantlow-market --hosts /root/Brantlow/Data/Hosts.ini >/tmp/market.txt &
+  market=$!
+  for ((tries = 0; tries < 300; tries++)); do
+    if grep -q http /tmp/market.txt; then break; fi
+    sleep 0.2
+  done
+  brantlow-batch --app /root/Brantlow update Practice.ddq
+  brantlow-batch --app /root/Brantlow chart KO --out /root/ko.png
+  brantlow >/tmp/window.txt 2>&1 &
+  window=$!
+  end_in_order "$window" /root/Brantlow/Brantlow.lock
+  wait "$window"
+  kill "$market"
+  sha256sum /root/Brantlow/Data/*.ddq /root/Brantlow/Quotes/EOD/* >/root/before
+  apt-get remove -y -qq --purge brantlow
+  [[ ! -e /usr/bin/brantlow ]]
+  sha256sum -c --quiet /root/before
+  echo "installed, used and removed; the user's files are as they were"
 }
 
 try_in_root() {
   local package=$1 root=$2
   [[ -e $root/bin/bash ]] || debootstrap --variant=minbase bookworm "$root"
   cp "$package" "$root/tmp/brantlow.deb"
+  cp /etc/resolv.conf "$root/etc/"
+  mkdir -p -m 700 "$root/tmp/runtime"
   mount --bind /proc "$root/proc"
-  trap 'umount "'"$root"'/proc"; rm -rf "$scratch"' EXIT
-  in_root "$root" "apt-get update -qq && apt-get install -y --no-install-recommends /tmp/brantlow.deb"
-  in_root "$root" "
-    set -e
-    brantlow --version
-    brantlow-batch --app /root/Brantlow practice
-    brantlow-market --hosts /root/Brantlow/Data/Hosts.ini >/tmp/market.txt & market=\$!
-    for i in \$(seq 100); do grep -q http /tmp/market.txt && break; sleep 0.1; done
-    brantlow-batch --app /root/Brantlow update Practice.ddq
-    brantlow-batch --app /root/Brantlow chart KO --out /root/ko.png
-    brantlow >/tmp/window.txt 2>&1 & window=\$!
-    for i in \$(seq 300); do [[ -e /root/Brantlow/Brantlow.lock ]] && break; sleep 0.2; done
-    sleep 5; kill -TERM \$window; wait \$window
-    kill \$market
-    sha256sum /root/Brantlow/Data/Practice.ddq >/root/before
-    apt-get remove -y --purge brantlow
-    sha256sum -c /root/before
-    ! command -v brantlow"
+  # shellcheck disable=SC2064  # the folders of now
+  trap "umount '$root/proc'; rm -rf '$scratch'" EXIT
+  chroot "$root" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
+    DEBIAN_FRONTEND=noninteractive QT_QPA_PLATFORM=offscreen QTWEBENGINE_DISABLE_SANDBOX=1 \
+    XDG_RUNTIME_DIR=/tmp/runtime bash -c "
+      $(declare -f end_in_order tried_there)
+      rm -rf /root/Brantlow
+      apt-get update -qq && apt-get install -y -qq --no-install-recommends /tmp/brantlow.deb && tried_there"
 }
 
 make_packages "$build"
