@@ -146,7 +146,9 @@ int TimeFrameOf(Interval interval) {
 Failure ReloadChart(ChartContext& context, Signals signals) {
     Analysis& analysis = context.analysis;
     const SettingsTables& settings = context.session.settings;
-    Failure failure = LoadSeriesFor(HistoryOf(context.session), context.chart.SelectorTicker,
+    HistorySource source = HistoryOf(context.session);
+    if (context.chart.LastDay) source.lastDay = context.chart.LastDay;
+    Failure failure = LoadSeriesFor(source, context.chart.SelectorTicker,
                                     IntervalOf(context.chart.ChartTimeFrame), analysis.series);
     // The bars of the ticker before are none of this one's.
     if (failure) analysis.series.BarCount = analysis.series.LastBar = analysis.series.LastRowRead = 0;

@@ -7,10 +7,12 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/dates.h"
 #include "chart/drawing.h"
 #include "chart/panel_geometry.h"
 #include "chart/pick_lists.h"
@@ -46,6 +48,8 @@ struct ChartSession {
     // "" until a menu sets it, then kDefaultStyle or kCandleStickStyle.
     std::string ChartStyle;
     int ChartTimeFrame = kDailyFrame;
+    // The chart shows the ticker as it stood on this day; nothing for today.
+    std::optional<Date> LastDay;
     // The ticker's alarms; 0 is none.
     double HighAlarm = 0;
     double LowAlarm = 0;

@@ -17,7 +17,7 @@ constexpr std::size_t kYearDigits = 2;
 // The texts of the ticker's year files, oldest first, up to the last day looked at; a missing one is empty.
 Failure ReadYears(const HistorySource& source, std::string_view ticker, std::size_t years,
                   std::vector<std::string>& texts) {
-    for (const std::string& year : YearTexts(source.clock.Today(), years)) {
+    for (const std::string& year : YearTexts(source.NewestDay(), years)) {
         std::string& text = texts.emplace_back();
         const std::optional<Path> path = YearFilePath(source.QuoteFolder, ticker, year);
         if (!path) continue;

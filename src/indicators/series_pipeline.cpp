@@ -37,7 +37,7 @@ SeriesPipeline::SeriesPipeline(const HistorySource& source, Interval interval,
       lastDay_(source.lastDay),
       interval_(interval),
       tickers_(std::move(tickers)),
-      years_(YearTexts(clock_.Today(), YearsFor(interval))),
+      years_(YearTexts(source.NewestDay(), YearsFor(interval))),
       analysis_(analysis),
       tails_(interval),
       foldsAskAndBid_(interval != Interval::Daily &&

@@ -51,8 +51,10 @@ struct WorkingSeries {
 struct HistorySource {
     const std::string& QuoteFolder;
     const Clock& clock;
-    // Records after this day count as not there.
+    // Records after this day count as not there, and it takes the place of the day.
     std::optional<Date> lastDay = std::nullopt;
+
+    Date NewestDay() const { return lastDay.value_or(clock.Today()); }
 };
 
 // Loads the four newest year files of `ticker` (this year's and the three before it), oldest first. The first

@@ -7,6 +7,7 @@
 #include "base/values.h"
 #include "selector/catalogue.h"
 #include "selector/test_table.h"
+#include "selector/test_words.h"
 #include "shell/settings/settings_draft.h"
 #include "shell/settings/settings_files.h"
 
@@ -25,14 +26,6 @@ SelectorPanel PanelOf(const Condition& condition) {
     }
     for (std::size_t i = 0; i < kSlotCount; ++i) EnterSlotText(panel.slots[i], condition.slots[i]);
     return panel;
-}
-
-Condition ConditionOf(const SelectorPanel& panel) {
-    Condition condition{panel.action, panel.selected, {}};
-    for (std::size_t i = 0; i < kSlotCount; ++i) {
-        if (panel.slots[i].ticked) condition.slots[i] = panel.slots[i].text;
-    }
-    return condition;
 }
 
 ConditionSet SetOf(const SelectorPanels& panels) {
@@ -113,10 +106,25 @@ bool IsWholeSetInForce(const SelectorPanels& panels, const SettingsTables& setti
     return ParseConditionSet(walked) == ParseConditionSet(written);
 }
 
+Condition ConditionOf(const SelectorPanel& panel) {
+    Condition condition{panel.action, panel.selected, {}};
+    for (std::size_t i = 0; i < kSlotCount; ++i) {
+        if (panel.slots[i].ticked) condition.slots[i] = panel.slots[i].text;
+    }
+    return condition;
+}
+
 std::string_view NameRemark(std::string_view name) {
     if (name.empty()) return "An empty line: it and the names below it are not stored.";
-    if (FindTest(name) == nullptr) return "No test answers to this name: it is kept and decides nothing.";
-    return {};
+    const TestRow* const row = FindTestRow(name);
+    if (row == nullptr) return "No test answers to this name: it is kept and decides nothing.";
+    return RemarkText(row->remark);
+}
+
+std::string NameMeaning(std::string_view name) {
+    const TestRow* const row = FindTestRow(name);
+    if (row == nullptr) return {};
+    return MeaningOf(row->test) + "\n" + FormulaOf(row->test);
 }
 
 std::string SlotRemark(std::string_view text) {
@@ -133,6 +141,13 @@ bool PassesFilter(std::string_view name, std::string_view filter) {
     const std::vector<std::string_view> all = SplitAt(words, ' ');
     return std::all_of(all.begin(), all.end(),
                        [&](std::string_view word) { return inName.find(word) != std::string::npos; });
+}
+
+bool IsExactly(std::string_view name, std::string_view filter) {
+    const std::size_t first = filter.find_first_not_of(' ');
+    if (first == std::string_view::npos) return false;
+    const std::size_t last = filter.find_last_not_of(' ');
+    return UpperCase(name) == UpperCase(filter.substr(first, last - first + 1));
 }
 
 }  // namespace brantlow

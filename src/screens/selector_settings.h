@@ -41,6 +41,9 @@ using SelectorPanels = std::array<SelectorPanel, kConditionCount>;
 // The ten tabs at the opening, from every entry of `selectorSettings`.
 SelectorPanels OpenPanels(const SettingsTable& selectorSettings);
 
+// The condition as it would be stored.
+Condition ConditionOf(const SelectorPanel& panel);
+
 // Moves an entry of one list to the end of the other; an entry that is not there moves nothing. True when
 // one moved.
 bool SelectName(SelectorPanel& panel, std::size_t entry);
@@ -63,8 +66,11 @@ FileFault ClearPanel(SelectorPanels& panels, std::size_t panel, const ChangePlac
 // short there, one that has shrunk is followed by old lines.
 bool IsWholeSetInForce(const SelectorPanels& panels, const SettingsTables& settings);
 
-// What a person should know of a name in the lists that no test answers to; empty for all others.
+// What a person should know of a name in the lists: that no test answers to it, that it always or never
+// holds, or that it tests less than it says. Empty for all others.
 std::string_view NameRemark(std::string_view name);
+// What a name means and how it is tested, two lines; empty for one that no test answers to.
+std::string NameMeaning(std::string_view name);
 
 // What a slot's text counts as where it is no number, or that it is a word of the file's own; empty for a
 // number and for an empty text.
@@ -72,5 +78,7 @@ std::string SlotRemark(std::string_view text);
 
 // Whether `name` holds every word of `filter`, in any order and case. An empty filter lets every name pass.
 bool PassesFilter(std::string_view name, std::string_view filter);
+// Whether `filter` is the whole of `name`, case and blanks at its ends aside.
+bool IsExactly(std::string_view name, std::string_view filter);
 
 }  // namespace brantlow

@@ -120,16 +120,6 @@ std::string SlotSentence(const ValueSlot& slot, double x, const Analysis& analys
                        slot.relation == Relation::AtLeast ? "at least" : "at most", NumberText(x));
 }
 
-// What the selector makes of the lines together.
-TestState ResultOf(const std::vector<LineExplanation>& lines) {
-    TestState state = TestState::Undecided;
-    for (const LineExplanation& line : lines) {
-        if (line.state == TestState::False) return TestState::False;
-        if (line.state == TestState::True) state = TestState::True;
-    }
-    return state;
-}
-
 }  // namespace
 
 std::string_view NameOf(const LookedAt& value) {
@@ -145,6 +135,15 @@ std::string_view NameOf(const LookedAt& value) {
 std::string CaptionOf(const LookedAt& value) {
     if (value.stored != nullptr) return CaptionOf(value.stored);
     return value.computed != nullptr ? CaptionOf(value.computed) : CaptionOf(value.scalar);
+}
+
+TestState ResultOf(const std::vector<LineExplanation>& lines) {
+    TestState state = TestState::Undecided;
+    for (const LineExplanation& line : lines) {
+        if (line.state == TestState::False) return TestState::False;
+        if (line.state == TestState::True) state = TestState::True;
+    }
+    return state;
 }
 
 std::string_view ReasonText(PassedOver reason) {
@@ -175,8 +174,8 @@ LineExplanation ExplainLine(const TestedLine& line, const Analysis& analysis, st
     return explained;
 }
 
-std::string LineSentence(const TestedLine& line, const LineExplanation& explained,
-                         const Analysis& analysis, std::size_t bar) {
+std::string LineSentence(const TestedLine& line, const LineExplanation& explained, const Analysis& analysis,
+                         std::size_t bar) {
     if (explained.reason != PassedOver::No) {
         return fmt::format("passed over: {}", ReasonText(explained.reason));
     }

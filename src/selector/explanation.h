@@ -61,13 +61,16 @@ struct ConditionExplanation {
 // One line at one bar; its state is the selector's.
 LineExplanation ExplainLine(const TestedLine& line, const Analysis& analysis, std::size_t bar);
 
+// What the selector makes of a condition's lines together.
+TestState ResultOf(const std::vector<LineExplanation>& lines);
+
 // Every block of the settings at the newest bar, after ComputeIndicators.
 std::vector<ConditionExplanation> ExplainConditions(const CompiledConditions& conditions,
                                                     const Analysis& analysis);
 
 // The numbers of a line as a sentence: "Close 71.25 above MA 60 70.10", "LR 90 Slope (%/yr) 45.10; wanted at
 // least 30.00". Empty for a candlestick pattern.
-std::string LineSentence(const TestedLine& line, const LineExplanation& explained,
-                         const Analysis& analysis, std::size_t bar);
+std::string LineSentence(const TestedLine& line, const LineExplanation& explained, const Analysis& analysis,
+                         std::size_t bar);
 
 }  // namespace brantlow

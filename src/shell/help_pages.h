@@ -14,7 +14,7 @@ struct WindowHelp {
     std::string_view window;
     std::string_view page;
 };
-inline constexpr std::array<WindowHelp, 22> kWindowHelp = {{
+inline constexpr std::array<WindowHelp, 23> kWindowHelp = {{
     {"frmQuoteGrid", "tables.html"},
     {"frmDeleteQuoteDataBase", "tables.html"},
     {"frmDeleteFile", "files.html"},
@@ -26,6 +26,7 @@ inline constexpr std::array<WindowHelp, 22> kWindowHelp = {{
     {"frmSelectorSelection", "selector.html"},
     {"frmErrorReport", "selector.html"},
     {"frmStockSelectorSettings", "selector.html"},
+    {"frmStudy", "selector.html"},
     {"frmGraph", "chart.html"},
     {"frmGraphNoData", "chart.html"},
     {"frmReturn", "chart.html"},

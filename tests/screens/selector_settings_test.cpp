@@ -414,7 +414,23 @@ TEST(SelectorNames, ANameWithoutATestHasARemark) {
     EXPECT_EQ(NameRemark(""), "An empty line: it and the names below it are not stored.");
     const auto remarks = std::count_if(ConditionNames().begin(), ConditionNames().end(),
                                        [](std::string_view name) { return !NameRemark(name).empty(); });
-    EXPECT_EQ(remarks, 1);
+    // One that nothing tests, seven that always hold, two that never do, one that never runs, 22 that look at
+    // the sign alone, and eight of the stochastics.
+    EXPECT_EQ(remarks, 1 + 7 + 2 + 1 + 22 + 8);
+    EXPECT_EQ(NameRemark("MLR Dif 30 Broke To Positive"), "Never holds: it compares a line with itself.");
+}
+
+TEST(SelectorNames, ANameTellsItsMeaningAndItsFormula) {
+    EXPECT_EQ(NameMeaning("Close Price Above MA 15"),
+              "Close is above MA 15 on the newest bar.\nClose > MA 15; more than 15 bars");
+    EXPECT_EQ(NameMeaning("No Such Name"), "");
+}
+
+TEST(SelectorNames, TheWholeNameIsMoreThanAllItsWords) {
+    EXPECT_TRUE(IsExactly("Close Price Above MA 15", "close price above ma 15"));
+    EXPECT_TRUE(IsExactly("Close Price Above MA 15", " Close Price Above MA 15 "));
+    EXPECT_FALSE(IsExactly("Close Price Broke Above MA 15", "close price above ma 15"));
+    EXPECT_FALSE(IsExactly("", ""));
 }
 
 TEST(SelectorSlots, ATextThatIsNoNumberSaysWhatItCountsAs) {

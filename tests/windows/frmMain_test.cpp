@@ -82,6 +82,7 @@ class FrmMainTest : public QObject {
                                           "mnuSettings",
                                           "mnuGraphics",
                                           "mnuEvaluatePickStocks",
+                                          "mnuEvaluateStudy",
                                           "mnuExtendedFundamentals",
                                           "mnuWindow",
                                           "mnuHelp"};

@@ -55,8 +55,12 @@ std::string History() {
 // The frame over a condition set, with the editor open.
 class EditorProgram : public Program {
   public:
-    explicit EditorProgram(const std::string& set) {
+    explicit EditorProgram(const std::string& set, bool withHistory = false) {
         Write(kFile, set);
+        for (const char* ticker : {"T1", "T2", "T3"}) {
+            const Path year = session.AppPath / "Quotes" / "EOD" / (std::string(ticker) + ".23");
+            if (withHistory && WriteWholeFile(year, History(), Flush::Later)) qFatal("no history");
+        }
         Start("Jan.ddq");
         Open();
     }
@@ -250,6 +254,32 @@ class StockSelectorSettingsTest : public QObject {
         QCOMPARE(NamesInSight(program.Available()).size(), 487);
         QTest::keyClick(program.Filter(), Qt::Key_Escape);
         QVERIFY(!program.window->isVisible());
+    }
+
+    void theWholeNameGoesBeforeNamesThatHoldItsWords() {
+        EditorProgram program(EmptyBlocks(10));
+        program.Filter()->setText(QStringLiteral("close price above ma 15"));
+        QVERIFY(program.Part<QLabel>("NameMeaning")->text().startsWith(
+            QStringLiteral("Close is above MA 15 on the newest bar.\nClose > MA 15; more than 15 bars")));
+        QTest::keyClick(program.Filter(), Qt::Key_Return);
+        QCOMPARE(program.Selected()->count(), 1);
+        QCOMPARE(program.Selected()->item(0)->text(), QStringLiteral("Close Price Above MA 15"));
+    }
+
+    void theHitsOfAnEditStandAtOnce() {
+        EditorProgram program(Block("Buy", {"Hit 52 Week High"}) + EmptyBlocks(9), true);
+        auto* hits = program.window->findChild<QLabel*>(QStringLiteral("Hits"));
+        QTRY_COMPARE_WITH_TIMEOUT(hits->text(),
+                                  QStringLiteral("Finds 3 of 3 tickers now, on daily bars. Hit 52 Week High "
+                                                 "leaves 3 (alone 3)"),
+                                  kPatienceMs);
+        program.Filter()->setText(QStringLiteral("hit 52 week low"));
+        QTest::keyClick(program.Filter(), Qt::Key_Return);
+        QCOMPARE(hits->text(),
+                 QStringLiteral("Finds 0 of 3 tickers now, on daily bars. Hit 52 Week High leaves "
+                                "3 (alone 3), Hit 52 Week Low leaves 0 (alone 0)"));
+        QTest::keyClick(program.window, Qt::Key_PageDown, Qt::ControlModifier);
+        QCOMPARE(hits->text(), QStringLiteral("Finds 0 of 3 tickers now, on daily bars."));
     }
 
     void theFindKeyGoesToTheFilterOfTheTab() {

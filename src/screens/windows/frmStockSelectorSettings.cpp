@@ -13,6 +13,8 @@
 #include <algorithm>
 
 #include "base/windows/display_text.h"
+#include "indicators/analysis.h"
+#include "screens/windows/hit_counter.h"
 #include "screens/windows/selector_panel_view.h"
 #include "shell/session_change.h"
 #include "shell/settings/settings_draft.h"
@@ -55,12 +57,14 @@ QString UseOf(const SelectorPanel& panel) {
 
 }  // namespace
 
-frmStockSelectorSettings::frmStockSelectorSettings(Session& session, QWidget* parent)
+frmStockSelectorSettings::frmStockSelectorSettings(Session& session, QWidget* parent,
+                                                   std::vector<std::string> tickers)
     : QDialog(parent),
       session_(session),
       panels_(OpenPanels(session.settings.SelectorSettings)),
       tbsOptions(new QTabWidget),
-      state_(new QLabel) {
+      state_(new QLabel),
+      hitsLine_(new QLabel) {
     setObjectName(QStringLiteral("frmStockSelectorSettings"));
     setWindowTitle(QStringLiteral("Brantlow Stock Selector Settings"));
     setSizeGripEnabled(true);
@@ -71,6 +75,14 @@ frmStockSelectorSettings::frmStockSelectorSettings(Session& session, QWidget* pa
     inFrame->addWidget(tbsOptions);
     layout->addWidget(frame);
     BuildTabs();
+    hitsLine_->setObjectName(QStringLiteral("Hits"));
+    hitsLine_->setWordWrap(true);
+    layout->addWidget(hitsLine_);
+    if (!tickers.empty()) {
+        hits_ = new HitCounter(HistoryOf(session), std::move(tickers), this);
+        connect(hits_, &HitCounter::Counted, this, &frmStockSelectorSettings::ShowHits);
+    }
+    ShowHits();
     auto* row = new QHBoxLayout;
     BuildButtons(*row);
     layout->addLayout(row);
@@ -92,6 +104,7 @@ void frmStockSelectorSettings::BuildTabs() {
         ShowUse(i);
         connect(panel, &SelectorPanelView::Edited, this, [this, i] {
             ShowUse(i);
+            ShowHits();
             state_->setText(Name(kNotApplied));
         });
     }
@@ -104,6 +117,15 @@ void frmStockSelectorSettings::ShowTab(int tab) {
     for (std::size_t i = 0; i < kConditionCount; ++i) {
         picOptions_[i]->setEnabled(static_cast<int>(i) == tab);
     }
+    ShowHits();
+}
+
+// How many tickers the condition in hand finds now, and what each of its lines leaves.
+void frmStockSelectorSettings::ShowHits() {
+    hitsLine_->setVisible(hits_ != nullptr);
+    if (!hits_) return;
+    const auto panel = static_cast<std::size_t>(tbsOptions->currentIndex());
+    hitsLine_->setText(hits_->Sentence(ConditionOf(panels_[panel])));
 }
 
 void frmStockSelectorSettings::ShowUse(std::size_t panel) {
@@ -162,6 +184,7 @@ void frmStockSelectorSettings::Clear() {
     if (!Written(ClearPanel(panels_, panel, ChangePlaceOf(session_), session_.settings))) return;
     picOptions_[panel]->ShowAll();
     ShowUse(panel);
+    ShowHits();
     state_->setText(Name(kApplied));
 }
 

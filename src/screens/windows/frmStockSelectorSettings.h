@@ -4,6 +4,8 @@
 
 #include <QDialog>
 #include <array>
+#include <string>
+#include <vector>
 
 #include "screens/selector_settings.h"
 #include "shell/session.h"
@@ -15,13 +17,15 @@ class QTabWidget;
 
 namespace brantlow {
 
+class HitCounter;
 class SelectorPanelView;
 
 class frmStockSelectorSettings final : public QDialog {
     Q_OBJECT
   public:
     // `session` outlives the window. Shows the conditions of its SelectorSettings.
-    frmStockSelectorSettings(Session& session, QWidget* parent);
+    // With the tickers of the open table it counts how many each edit finds.
+    frmStockSelectorSettings(Session& session, QWidget* parent, std::vector<std::string> tickers = {});
 
   private:
     void BuildTabs();
@@ -31,6 +35,7 @@ class frmStockSelectorSettings final : public QDialog {
     void AddKeys();
     void ShowTab(int tab);
     void ShowUse(std::size_t panel);
+    void ShowHits();
     void Apply();
     void Clear();
     bool Written(const FileFault& fault);
@@ -40,6 +45,8 @@ class frmStockSelectorSettings final : public QDialog {
     std::array<SelectorPanelView*, kConditionCount> picOptions_{};
     QTabWidget* tbsOptions;
     QLabel* state_;
+    QLabel* hitsLine_;
+    HitCounter* hits_ = nullptr;  // null without a table
 };
 
 }  // namespace brantlow

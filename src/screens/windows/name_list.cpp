@@ -50,11 +50,11 @@ void NameList::AddFilter(const QString& listName) {
 void NameList::AddItem(const std::string& name) {
     auto* item = new QListWidgetItem(Shown(name), list_);
     const std::string_view remark = NameRemark(name);
+    item->setToolTip(Name(NameMeaning(name) + "\n" + std::string(remark)).trimmed());
     if (remark.empty()) return;
     QFont font = list_->font();
     font.setItalic(true);
     item->setFont(font);
-    item->setToolTip(Name(remark));
 }
 
 void NameList::ShowAll() {
@@ -83,6 +83,22 @@ std::optional<std::size_t> NameList::Selected() const {
     return static_cast<std::size_t>(row);
 }
 
+std::string NameList::SelectedName() const {
+    const std::optional<std::size_t> entry = Selected();
+    return entry ? names_[*entry] : std::string();
+}
+
+// The name that the filter spells in full goes before those that hold its words among others.
+bool NameList::SelectExact(const std::string& filter) {
+    for (int row = 0; row < list_->count(); ++row) {
+        if (!IsExactly(names_[static_cast<std::size_t>(row)], filter)) continue;
+        list_->setCurrentRow(row);
+        list_->scrollToItem(list_->item(row), QAbstractItemView::PositionAtTop);
+        return true;
+    }
+    return false;
+}
+
 void NameList::FocusFilter() {
     if (!filter_) return;
     filter_->setFocus(Qt::ShortcutFocusReason);
@@ -94,7 +110,7 @@ void NameList::ApplyFilter() {
     for (int row = 0; row < list_->count(); ++row) {
         list_->setRowHidden(row, !PassesFilter(names_[static_cast<std::size_t>(row)], filter));
     }
-    if (!filter.empty() && !Selected()) SelectNear(0);
+    if (!filter.empty() && !SelectExact(filter) && !Selected()) SelectNear(0);
     ShowCount();
     Q_EMIT SelectionChanged();
 }

@@ -34,8 +34,9 @@ class NameList final : public QWidget {
     // The last name was added, or the entry taken away: the list follows, and what stands next is selected.
     void NameAdded();
     void NameRemoved(std::size_t entry);
-    // The entry that is selected and in sight.
+    // The entry that is selected and in sight, and its name; empty without one.
     std::optional<std::size_t> Selected() const;
+    std::string SelectedName() const;
     void FocusFilter();
 
   Q_SIGNALS:
@@ -51,6 +52,7 @@ class NameList final : public QWidget {
     void AddItem(const std::string& name);
     void ApplyFilter();
     void SelectNear(int row);
+    bool SelectExact(const std::string& filter);
     void ShowCount();
     bool KeyInList(int key);
     bool KeyInFilter(int key);

@@ -35,6 +35,7 @@ SelectorPanelView::SelectorPanelView(SelectorPanel& panel)
       selected_(new NameList(
           panel.selected, {QStringLiteral("Selected:"), QStringLiteral("lst2Options"),
                            QStringLiteral("Double click, Enter or Delete takes a name out"), false, true})),
+      meaning_(new QLabel),
       slots_(new SlotGrid(panel.slots)) {
     setObjectName(QStringLiteral("picOptions"));
     GuardWheel(*Combo1);
@@ -45,6 +46,8 @@ SelectorPanelView::SelectorPanelView(SelectorPanel& panel)
     connect(selected_, &NameList::MoveAsked, this, &SelectorPanelView::Return);
     connect(available_, &NameList::SelectionChanged, this, &SelectorPanelView::ApplyRules);
     connect(selected_, &NameList::SelectionChanged, this, &SelectorPanelView::ApplyRules);
+    for (const NameList* list : {available_, selected_})
+        connect(list, &NameList::SelectionChanged, this, [this, list] { ShowMeaning(*list); });
     connect(slots_, &SlotGrid::Edited, this, &SelectorPanelView::Edited);
     connect(Combo1, &QComboBox::currentTextChanged, this, [this](const QString& action) {
         panel_.action = action.toStdString();
@@ -69,6 +72,10 @@ QWidget* SelectorPanelView::BuildNames() {
     arrows->addStretch();
     layout->addLayout(arrows);
     layout->addWidget(selected_, kSelectedShare);
+    meaning_->setObjectName(QStringLiteral("NameMeaning"));
+    meaning_->setAccessibleName(QStringLiteral("What the name in hand means"));
+    meaning_->setWordWrap(true);
+    layout->addWidget(meaning_);
     connect(Command5, &QPushButton::clicked, this, &SelectorPanelView::Select);
     connect(Command6, &QPushButton::clicked, this, &SelectorPanelView::Return);
     return names;
@@ -134,6 +141,13 @@ void SelectorPanelView::Return() {
     selected_->NameRemoved(*entry);
     available_->NameAdded();
     Q_EMIT Edited();
+}
+
+// Of the name in hand: its meaning, its formula and what should be known of it.
+void SelectorPanelView::ShowMeaning(const NameList& list) {
+    const std::string name = list.SelectedName();
+    if (name.empty()) return;
+    meaning_->setText(Name(NameMeaning(name) + "\n" + std::string(NameRemark(name))).trimmed());
 }
 
 void SelectorPanelView::ApplyRules() {

@@ -7,6 +7,7 @@
 #include "screens/selector_settings.h"
 
 class QComboBox;
+class QLabel;
 class QPushButton;
 
 namespace brantlow {
@@ -36,6 +37,7 @@ class SelectorPanelView final : public QWidget {
     void Select();
     void Return();
     void ApplyRules();
+    void ShowMeaning(const NameList& list);
 
     SelectorPanel& panel_;
     QComboBox* Combo1;
@@ -43,6 +45,7 @@ class SelectorPanelView final : public QWidget {
     NameList* selected_;
     QPushButton* Command5 = nullptr;
     QPushButton* Command6 = nullptr;
+    QLabel* meaning_;
     SlotGrid* slots_;
 };
 

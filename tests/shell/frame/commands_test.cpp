@@ -66,6 +66,8 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
     const Row rows[] = {
         {"mnuFilePopulate", true, false, false, false, false, false, false},
         {"mnuEvaluatePickStocks", true, false, false, false, false, true, false},
+        {"mnuViewExplain", true, false, true, false, false, false, false},
+        {"mnuEvaluateStudy", true, false, false, false, false, false, false},
         {"mnuExtendedFundamentals", true, false, false, false, false, false, false},
         {"mnuFileImportQuotes", true, false, false, false, false, true, false},
         {"mnuFileExportQuotes", true, false, true, true, false, true, false},

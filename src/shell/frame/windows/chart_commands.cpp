@@ -50,6 +50,18 @@ void ChartCommands::ShowChart(std::string_view style) {
         selection.table = &table->Table();
         selection.row = RowOfTicker(table->Table(), ticker);
     }
+    chart_.LastDay.reset();
+    ShowSelection(selection, style);
+}
+
+void ChartCommands::ShowAsOf(const std::string& ticker, const Date& day) {
+    chart_.LastDay = day;
+    ChartSelection selection;
+    selection.ticker = ticker;
+    ShowSelection(selection, {});
+}
+
+void ChartCommands::ShowSelection(const ChartSelection& selection, std::string_view style) {
     ChartContext context{frame_.session, analysis_, chart_};
     const ChartStart start = StartChart(context, selection, style);
     if (start == ChartStart::NoTicker) return;

@@ -26,12 +26,15 @@ class ChartCommands final {
     void CloseForm();
     // The open chart's alarm lines become those of the table's selected row.
     void FollowRow();
+    // The chart of a ticker, whatever row is selected, with the history up to a day.
+    void ShowAsOf(const std::string& ticker, const Date& day);
 
   private:
     void ChartHighLowClose();
     void ChartCandleStick();
     void ChartAgain();
     void ShowChart(std::string_view style);
+    void ShowSelection(const ChartSelection& selection, std::string_view style);
     void LoadForm(const ChartContext& context);
     void OfferHistory();
     void DownloadHistory();

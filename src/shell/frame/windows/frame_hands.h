@@ -101,6 +101,8 @@ struct FrameHands {
     // What the File menu does with a chart: it is printed and kept as the picture of its `client` area, under
     // its caption.
     std::function<ChildOperations(QWidget& chart, QWidget& client)> pictureOperations = {};
+    // Opens the chart of a ticker as it stood on a day.
+    std::function<void(const std::string& ticker, const Date& day)> openChart = {};
     // Opens a page in the browser window.
     std::function<void(const std::string& address)> openPage = {};
 };

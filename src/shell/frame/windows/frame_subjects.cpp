@@ -15,6 +15,8 @@ FrameSubjects::FrameSubjects(const Start& start)
       updates(hands, start.analysis, browser.Cache()),
       chart(hands, start.analysis),
       setup(hands),
+      study(hands),
+      explain(hands),
       help(hands, browser.Cache()) {
     hands.table = file.Table();
     hands.applyRules = start.applyRules;
@@ -24,10 +26,11 @@ FrameSubjects::FrameSubjects(const Start& start)
     };
     hands.rowChosen = [this] { chart.FollowRow(); };
     hands.forgetRows = [this] { updates.ForgetRows(); };
+    hands.openChart = [this](const std::string& ticker, const Date& day) { chart.ShowAsOf(ticker, day); };
     hands.openPage = [this](const std::string& address) { browser.OpenPage(address); };
     for (const CommandRows& rows :
          {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(), longRuns.Rows(),
-          browser.Rows(), updates.Rows(), chart.Rows(), setup.Rows(), help.Rows()})
+          browser.Rows(), updates.Rows(), chart.Rows(), setup.Rows(), study.Rows(), explain.Rows(), help.Rows()})
         Add(rows);
 }
 

@@ -8,6 +8,7 @@
 #include "shell/frame/windows/browser_commands.h"
 #include "shell/frame/windows/chart_commands.h"
 #include "shell/frame/windows/edit_commands.h"
+#include "shell/frame/windows/explain_commands.h"
 #include "shell/frame/windows/file_commands.h"
 #include "shell/frame/windows/frame_children.h"
 #include "shell/frame/windows/frame_runs.h"
@@ -15,6 +16,7 @@
 #include "shell/frame/windows/print_commands.h"
 #include "shell/frame/windows/run_commands.h"
 #include "shell/frame/windows/setup_commands.h"
+#include "shell/frame/windows/study_commands.h"
 #include "shell/frame/windows/update_commands.h"
 #include "shell/frame/windows/upkeep_commands.h"
 
@@ -54,6 +56,8 @@ struct FrameSubjects {
     UpdateCommands updates;
     ChartCommands chart;
     SetupCommands setup;
+    StudyCommands study;
+    ExplainCommands explain;
     HelpCommands help;
 
   private:

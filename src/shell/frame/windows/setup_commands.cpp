@@ -8,6 +8,7 @@
 #include "screens/windows/frmSetupWizard.h"
 #include "screens/windows/frmStockSelectorSettings.h"
 #include "shell/app_folder.h"
+#include "store/file_names.h"
 #include "store/windows/frmQuoteGrid.h"
 
 namespace brantlow {
@@ -35,7 +36,10 @@ void SetupCommands::ApplicationSettingsScreen() {
 }
 
 void SetupCommands::StockSelectorSettings() {
-    auto* settings = new frmStockSelectorSettings(frame_.session, &frame_.window);
+    const frmQuoteGrid* const table = frame_.table.form();
+    const bool counts = table && KindOf(frame_.session.CurrentFile) == FileKind::Ddq;
+    auto* settings = new frmStockSelectorSettings(
+        frame_.session, &frame_.window, counts ? table->Table().Tickers() : std::vector<std::string>());
     QObject::connect(settings, &QDialog::finished, settings, &QObject::deleteLater);
     settings->open();
 }

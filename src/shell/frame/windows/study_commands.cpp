@@ -1,0 +1,69 @@
+#include "shell/frame/windows/study_commands.h"
+
+#include <QMainWindow>
+#include <QMdiSubWindow>
+
+#include "shell/frame/windows/frame_children.h"
+#include "shell/frame/windows/frame_runs.h"
+#include "shell/frame/windows/window_person.h"
+#include "store/file_names.h"
+#include "store/windows/frmQuoteGrid.h"
+#include "study/windows/frmStudy.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::string_view kStudyNeedsQuoteFile =
+    "To study the conditions, you will need to open an End of Day Quote File";
+
+}  // namespace
+
+CommandRows StudyCommands::Rows() {
+    static constexpr SubjectRow<StudyCommands> kRows[] = {{"mnuEvaluateStudy", &StudyCommands::ShowStudy}};
+    return RowsOf(*this, kRows);
+}
+
+void StudyCommands::ShowStudy() {
+    const frmQuoteGrid* const table = frame_.table.form();
+    if (!table || KindOf(frame_.session.CurrentFile) != FileKind::Ddq) {
+        frame_.person.Say(kStudyNeedsQuoteFile);
+        return;
+    }
+    CloseForm();
+    auto* form = new frmStudy(frame_.session, frame_.session.CurrentFile, table->Table().Tickers());
+    form_ = form;
+    window_ = frame_.children.Add(*form);
+    QObject::connect(form, &frmStudy::RunAsked, &frame_.window, [this] { RunStudy(); });
+    QObject::connect(form, &frmStudy::ChartAsked, &frame_.window,
+                     [this](const std::string& ticker, const Date& day) { frame_.openChart(ticker, day); });
+    QObject::connect(form, &frmStudy::CloseAsked, &frame_.window, [this] {
+        if (!frame_.person.InRun()) CloseForm();
+    });
+    ChildOperations operations;
+    operations.active = kChartActive;
+    operations.print = [form] { form->AskPrint(); };
+    operations.save = operations.saveAs = [form] { form->SaveReport(); };
+    operations.close = [this] { CloseForm(); };
+    frame_.children.SetOperations(*form, operations);
+    window_->showMaximized();
+    form->setFocus();
+    frame_.applyRules();
+}
+
+// The window stays while its run goes on: closing it is refused until then.
+void StudyCommands::RunStudy() {
+    if (frame_.person.InRun() || !form_) return;
+    frame_.runs.BeginWithoutTable();
+    form_->Run();
+    frame_.runs.End();
+}
+
+void StudyCommands::CloseForm() {
+    frame_.children.Remove(window_);
+    window_ = nullptr;
+    form_ = nullptr;
+    frame_.applyRules();
+}
+
+}  // namespace brantlow

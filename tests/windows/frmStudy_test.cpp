@@ -1,0 +1,207 @@
+// The study of the conditions at its window: run, read, filtered, saved, and a chart on the day of a signal.
+#include <QComboBox>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTableWidget>
+
+#include "chart/windows/frmGraph.h"
+#include "selector/windows/explain_pane.h"
+#include "store/windows/frmQuoteGrid.h"
+#include "store/windows/frozen_table_view.h"
+#include "study/windows/frmStudy.h"
+#include "window_fixture.h"
+
+using namespace brantlow;
+
+namespace {
+
+// Weekdays of 2024 up to the test's day, closes that swing about a rising line; `phase` shifts the swing.
+std::map<std::string, std::string> YearsOf(int phase) {
+    std::map<std::string, std::string> years;
+    int bar = 0;
+    for (Date day = std::chrono::year{2024} / 1 / 2; day <= kTestDay; day = AddDays(day, 1)) {
+        const std::chrono::weekday weekday{std::chrono::sys_days(day)};
+        if (weekday == std::chrono::Saturday || weekday == std::chrono::Sunday) continue;
+        const int swing = std::abs((bar++ + phase) % 40 - 20);
+        const std::string close = std::to_string(50 + bar / 20 + swing);
+        const std::string written = FormatDate(day);
+        years[written.substr(6)] += "\"" + written + "\",\"16:00\"," + close + "," + close + "," + close +
+                                    ",1000,0,0,0,0,0,\"\",\"\",0,1,10,0,0," + close + "\r\n";
+    }
+    return years;
+}
+
+class StudyProgram : public Program {
+  public:
+    StudyProgram() {
+        Write("VTRSELset.ini",
+              "\"Condition\"\r\n\"Buy\"\r\n\"Close Price Broke Above MA "
+              "15\"\r\n\"Value\"\r\n\"Condition\"\r\n\"Sell\"\r\n"
+              "\"Close Price Broke Below MA 15\"\r\n\"Value\"\r\n");
+        Write("Three.ddq", "Ticker Symbol\tLast Price\r\nT1\t1\r\nT2\t1\r\nT3\t1\r\n");
+        Write("Old.dbe", "Ticker Symbol\tCondition 1\tCondition 2\r\nT1\tBuy\t\r\nT9\t\t\r\n");
+        for (int ticker = 1; ticker <= 3; ++ticker) {
+            for (const auto& [year, bytes] : YearsOf(ticker * 7)) {
+                const std::string name = "T" + std::to_string(ticker) + "." + year;
+                if (WriteWholeFile(session.AppPath / "Quotes" / "EOD" / name, bytes, Flush::Later))
+                    qFatal("no history");
+            }
+        }
+    }
+    frmStudy* Open() {
+        Start("Three.ddq");
+        frame->Run("mnuEvaluateStudy");
+        return frame->findChild<frmStudy*>();
+    }
+    frmStudy* OpenAndRun() {
+        frmStudy* const form = Open();
+        form->findChild<QPushButton*>(QStringLiteral("Run"))->click();
+        return form;
+    }
+};
+
+template <class Widget>
+Widget* Part(frmStudy* form, const char* name) {
+    return form->findChild<Widget*>(QString::fromLatin1(name));
+}
+
+}  // namespace
+
+class FrmStudyTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void beforeTheRunItSaysWhatToDo() {
+        StudyProgram program;
+        frmStudy* const form = program.Open();
+        QVERIFY(form);
+        QCOMPARE(form->windowTitle(), QStringLiteral("Study of the Conditions - Three.ddq"));
+        QVERIFY(Part<QLabel>(form, "State")->text().startsWith(QStringLiteral("Press Run")));
+        QVERIFY(!Part<QTabWidget>(form, "Tabs")->isEnabled());
+    }
+
+    void aRunFillsTheTableTheWordsAndTheList() {
+        StudyProgram program;
+        frmStudy* const form = program.OpenAndRun();
+        QVERIFY(
+            Part<QLabel>(form, "State")->text().contains(QStringLiteral("days of 3 tickers were judged.")));
+        auto* table = Part<QTableWidget>(form, "Conditions");
+        QCOMPARE(table->rowCount(), 2);
+        QCOMPARE(table->horizontalHeaderItem(2)->text(), QStringLiteral("Signals"));
+        QCOMPARE(table->item(0, 1)->text(), QStringLiteral("Buy"));
+        const int buys = table->item(0, 2)->text().toInt();
+        const int sells = table->item(1, 2)->text().toInt();
+        QVERIFY(buys > 5 && sells > 5);
+        QVERIFY(Part<QLabel>(form, "Words")->text().startsWith(QStringLiteral("After 1 day ")));
+        const QAbstractItemModel* list = Part<QTableView>(form, "Signals")->model();
+        QCOMPARE(list->rowCount(), buys + sells);
+        Part<QComboBox>(form, "ConditionFilter")->setCurrentIndex(2);
+        QCOMPARE(list->rowCount(), sells);
+        Part<QLineEdit>(form, "TickerFilter")->setText(QStringLiteral("t2"));
+        QVERIFY(list->rowCount() > 0 && list->rowCount() < sells);
+        for (int row = 0; row < list->rowCount(); ++row)
+            QCOMPARE(list->index(row, 1).data().toString(), QStringLiteral("T2"));
+    }
+
+    void theListSortsByReturn() {
+        StudyProgram program;
+        frmStudy* const form = program.OpenAndRun();
+        auto* view = Part<QTableView>(form, "Signals");
+        view->sortByColumn(6, Qt::DescendingOrder);
+        double before = 1e9;
+        for (int row = 0; row < view->model()->rowCount(); ++row) {
+            const QString text = view->model()->index(row, 6).data().toString();
+            const double value = text.isEmpty() ? -1e9 : text.section(u' ', 0, 0).toDouble();
+            QVERIFY(value <= before);
+            before = value;
+        }
+    }
+
+    void aSignalOpensTheChartOnItsDay() {
+        StudyProgram program;
+        frmStudy* const form = program.OpenAndRun();
+        auto* view = Part<QTableView>(form, "Signals");
+        view->setCurrentIndex(view->model()->index(0, 0));
+        const QString day = view->model()->index(0, 0).data().toString();
+        Part<QPushButton>(form, "Chart")->click();
+        QVERIFY(program.frame->findChild<frmGraph*>());
+        const auto& series = program.analysis->series;
+        const auto newest = ParseDate(series.QuoteDate[series.BarCount]);
+        QVERIFY(newest);
+        QCOMPARE(Name(FormatIsoDate(*newest)), day);
+    }
+
+    void theReportIsSavedWithItsPictures() {
+        StudyProgram program;
+        frmStudy* const form = program.OpenAndRun();
+        Part<QPushButton>(form, "SaveReport")->click();
+        const std::string html = program.Read("Study 2026-03-09.html");
+        QVERIFY(html.find("<svg") != std::string::npos);
+        QVERIFY(html.find("shares that vanished") != std::string::npos);
+        QVERIFY(html.find("<b>Condition 1 (Buy)</b>") != std::string::npos);
+        QVERIFY(Part<QLabel>(form, "State")->text().startsWith(QStringLiteral("Saved: ")));
+    }
+
+    void theSignalsAreSavedAsCsv() {
+        StudyProgram program;
+        frmStudy* const form = program.OpenAndRun();
+        const Path file = program.folder / "list.csv";
+        DialogHand hand([&](QDialog& dialog) { EnterFile(dialog, file); });
+        Part<QPushButton>(form, "SaveSignals")->click();
+        const std::string csv = BytesOrEmpty(file);
+        QVERIFY(csv.starts_with("date,ticker,condition,action,entry,entry_close,r_1,r_5,r_20,r_60\n"));
+        const auto lines = std::count(csv.begin(), csv.end(), '\n');
+        QCOMPARE(static_cast<int>(lines) - 1, Part<QTableView>(form, "Signals")->model()->rowCount());
+    }
+
+    void thePortfolioFollowsItsBoxes() {
+        StudyProgram program;
+        frmStudy* const form = program.OpenAndRun();
+        auto* words = Part<QLabel>(form, "EquityWords");
+        const QString before = words->text();
+        QVERIFY(before.contains(QStringLiteral(" trades, ")));
+        Part<QSpinBox>(form, "Hold")->setValue(3);
+        QVERIFY(words->text() != before);
+    }
+
+    void whatCannotBeReadIsTold() {
+        StudyProgram program;
+        frmStudy* const form = program.Open();
+        for (const char* wrong : {"0", "5000", "soon", "5,5", ""}) {
+            Part<QLineEdit>(form, "Horizons")->setText(QString::fromLatin1(wrong));
+            Part<QPushButton>(form, "Run")->click();
+            QVERIFY(Part<QLabel>(form, "State")->text().startsWith(QStringLiteral("Held for: ")));
+        }
+    }
+
+    void aVerdictIsExplainedLineByLine() {
+        StudyProgram program;
+        program.Start("Old.dbe");
+        program.frame->Run("mnuViewExplain");
+        auto* pane = program.frame->findChild<ExplainPane*>();
+        QVERIFY(pane && pane->isVisible());
+        auto* view = program.frame->QuoteForm()->View();
+        view->setCurrentIndex(view->model()->index(0, 1));
+        auto* title = pane->findChild<QLabel*>(QStringLiteral("ExplainTitle"));
+        auto* lines = pane->findChild<QListWidget*>(QStringLiteral("ExplainLines"));
+        QVERIFY2(title->text().startsWith(QStringLiteral("T1, condition 1 (Buy): ")),
+                 qPrintable(title->text()));
+        QCOMPARE(lines->count(), 1);
+        QVERIFY(lines->item(0)->text().contains(QStringLiteral("Close against MA 15: before ")));
+        view->setCurrentIndex(view->model()->index(1, 1));
+        QCOMPARE(title->text(), QStringLiteral("T9: 15 bars or fewer are not judged"));
+    }
+
+    void anotherTableThanVerdictsIsNotExplained() {
+        StudyProgram program;
+        program.Start("Three.ddq");
+        QCOMPARE(BoxesOf([&] { program.frame->Run("mnuViewExplain"); }),
+                 QStringList{
+                     QStringLiteral("To explain a verdict, you will need to open a Stock Selector File and "
+                                    "select one of its cells")});
+    }
+};
+
+QTEST_MAIN(FrmStudyTest)
+#include "frmStudy_test.moc"
