@@ -29,12 +29,14 @@ timed() { "$programs/timed_run" "$@" 2>&1 > /dev/null; }
 batch() { timed "$programs/brantlow-batch" --app "$folder" --today "$today" "$@"; }
 
 read -r select_clock select_cpu select_peak <<< "$(batch select Bench.ddq)"
-read -r clock cpu peak <<< "$(batch study Bench.ddq --from 2026-01-15)"
-days=$("$programs/brantlow-batch" --app "$folder" --today "$today" study Bench.ddq --from 2026-01-15 |
-  sed 's/.*"evaluated":\([0-9]*\).*/\1/')
+found=$(mktemp)
+trap 'rm -f "$found"' EXIT
+read -r clock cpu peak <<< "$("$programs/timed_run" "$programs/brantlow-batch" --app "$folder" --today "$today" \
+  study Bench.ddq --from 2026-01-15 2>&1 > "$found")"
+days=$(sed 's/.*"evaluated":\([0-9]*\).*/\1/' "$found")
 echo "study: $days evaluated days of tickers"
 printf '  (a) select  %7.2f s (%.2f s of processor), %d MB; a pass a day would take %.0f s of processor\n' \
-  "$select_clock" "$select_cpu" "$select_peak" "$(echo "$select_cpu * $days / 17999" | bc -l)"
+  "$select_clock" "$select_cpu" "$select_peak" "$(awk -v cpu="$select_cpu" -v days="$days" 'BEGIN { print cpu * days / 17999 }')"
 printf '  (b) study   %7.2f s (%.2f s of processor), %d MB (goal: below %d s, below %d MB)\n' \
   "$clock" "$cpu" "$peak" "$most_seconds" "$most_megabytes"
 if python3 -c 'import pandas' 2> /dev/null; then

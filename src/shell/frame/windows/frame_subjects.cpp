@@ -28,9 +28,9 @@ FrameSubjects::FrameSubjects(const Start& start)
     hands.forgetRows = [this] { updates.ForgetRows(); };
     hands.openChart = [this](const std::string& ticker, const Date& day) { chart.ShowAsOf(ticker, day); };
     hands.openPage = [this](const std::string& address) { browser.OpenPage(address); };
-    for (const CommandRows& rows :
-         {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(), longRuns.Rows(),
-          browser.Rows(), updates.Rows(), chart.Rows(), setup.Rows(), study.Rows(), explain.Rows(), help.Rows()})
+    for (const CommandRows& rows : {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(),
+                                    longRuns.Rows(), browser.Rows(), updates.Rows(), chart.Rows(),
+                                    setup.Rows(), study.Rows(), explain.Rows(), help.Rows()})
         Add(rows);
 }
 
