@@ -18,8 +18,16 @@ ExitStatus StatusOf(RunExtent extent) {
 
 }  // namespace
 
-ExitStatus TellRun(BatchCall& call, const RunReport& report) {
-    for (const std::string& line : report.Lines()) call.err << OneLine(line) << '\n';
+ExitStatus TellRun(BatchCall& call, const RunReport& report, std::string note) {
+    std::vector<std::string> lines = report.Lines();
+    if (!note.empty() && report.Extent() != RunExtent::Nothing) {
+        if (lines.size() < kMostToldLines) {
+            lines.push_back(std::move(note));
+        } else {
+            lines.back().append("; ").append(note);
+        }
+    }
+    for (const std::string& line : lines) call.err << OneLine(line) << '\n';
     const Session& session = call.session;
     const ExitStatus status = StatusOf(report.Extent());
     // What has no tickers has no list to keep.

@@ -7,8 +7,12 @@
 
 namespace brantlow {
 
-// Done, Partly or Refused by the report's extent; Partly where the list cannot be kept. A report without
-// tickers leaves the list of the run before.
-ExitStatus TellRun(BatchCall& call, const RunReport& report);
+// A command says no more than these lines of a run.
+inline constexpr std::size_t kMostToldLines = 3;
+
+// Done, Partly or Refused by the report's extent; Partly where the list cannot be kept. `note`, where there
+// is one, stands behind the lines of a run that did something. A report without tickers leaves the list of
+// the run before.
+ExitStatus TellRun(BatchCall& call, const RunReport& report, std::string note = {});
 
 }  // namespace brantlow

@@ -45,10 +45,10 @@ ExitStatus RunUpdate(BatchCall& call) {
     const DailyUpdate update = Update(session, table);
     PrintUpdate(call, update, table, name);
     if (update.quotes.noTemplate) return ExitStatus::Refused;
-    const ExitStatus status = TellRun(call, update.report);
+    const ExitStatus status = TellRun(
+        call, update.report, update.isSaved ? std::string() : "Manual Save: " + name + " stays as it is");
     if (update.stopped && call.interrupted()) return ExitStatus::Interrupted;
     if (status == ExitStatus::Refused) return status;
-    if (!update.isSaved) call.err << "Manual Save: " << name << " stays as it is\n";
     if (update.stopped) return ExitStatus::Partly;
     if (!update.selectorFollows) return status;
     const ExitStatus selected = SelectFrom(call, name, Interval::Daily);

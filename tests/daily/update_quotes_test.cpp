@@ -331,10 +331,10 @@ TEST_F(UpdateQuotesTest, TickersThatCannotBeAskedForLeaveTheirPlacesToTheOthers)
 }
 
 TEST_F(UpdateQuotesTest, ABatchOfTickersThatCannotBeAskedForMakesNoRequest) {
-    std::vector<std::string> rows = {"Ticker Symbol\tLast Price"};
-    for (int i = 0; i < 15; ++i) rows.push_back("A&" + std::to_string(i));
-    rows.emplace_back("T1\t");
-    table = TableOf(rows);
+    std::vector<std::string> text = {"Ticker Symbol\tLast Price"};
+    for (int i = 0; i < 15; ++i) text.push_back("A&" + std::to_string(i));
+    text.emplace_back("T1\t");
+    table = TableOf(text);
     EXPECT_EQ(Update().batches, 1U);
     EXPECT_EQ(web.Addresses.size(), 1U);
     EXPECT_EQ(table.Text(16, 1), "110.000");

@@ -256,10 +256,19 @@ class SymbolButtonsTest : public QObject {
 
     void blanksAroundATickerAreNotPartOfIt() {
         EditProgram program;
-        program.Type("  ne\tw \t", " 5 ");
+        program.Type("  new \t", " 5 ");
         program.Click("CmdAdd");
-        QCOMPARE(program.Tickers(), (Tickers{"NE W", "T1", "T2", "T3"}));
+        QCOMPARE(program.Tickers(), (Tickers{"NEW", "T1", "T2", "T3"}));
         QCOMPARE(program.Cell(1, "High Alarm"), std::string("5"));
+    }
+
+    void aTickerThatCannotBeAskedForIsRefusedWithASentence() {
+        EditProgram program;
+        program.Type("ne w");
+        const QStringList told = BoxesOf([&] { program.Click("CmdAdd"); });
+        QCOMPARE(told, QStringList{QStringLiteral(
+                           "NE W: a ticker with a blank or one of & # ? % , cannot be asked for")});
+        QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3"}));
     }
 
     void enterInTheSymbolBoxAdds() {

@@ -16,7 +16,7 @@ namespace brantlow {
 namespace {
 
 // Between the single bytes of a host that drips.
-constexpr auto kDrip = std::chrono::milliseconds(1);
+constexpr auto kDrip = std::chrono::milliseconds(50);
 
 class CurlWebFaultTest : public ::testing::Test {
   protected:
