@@ -20,62 +20,39 @@ struct IndicatorScalars {
     double VolumeTightUCL = 0, VolumeLooseUCL = 0;
 };
 
+// The one list of the arrays: each with the first bar that a run with enough bars writes. PercentChange is in
+// percent and unrounded: it is read through PercentChangeAt. Sales, earnings and their estimate are in
+// currency units, not in millions.
+// clang-format off
+#define BRANTLOW_INDICATOR_ARRAYS(ROW) \
+    ROW(MA15, 15) ROW(MA30, 30) ROW(MA60, 60) ROW(MA90, 90) ROW(MA120, 120) ROW(MA180, 180) \
+    ROW(WMA15, 15) ROW(WMA30, 30) ROW(WMA60, 60) ROW(WMA90, 90) ROW(WMA120, 120) ROW(WMA180, 180) \
+    ROW(VolumeWMA15, 15) ROW(VolumeWMA30, 30) \
+    ROW(MLR15, 15) ROW(MLR30, 30) ROW(MLR60, 60) ROW(MLR90, 90) ROW(MLR120, 120) \
+    ROW(MLRSlope15, 15) ROW(MLRSlope30, 30) ROW(MLRSlope60, 60) ROW(MLRSlope90, 90) ROW(MLRSlope120, 120) \
+    ROW(MLRIntercept15, 15) ROW(MLRIntercept30, 30) ROW(MLRIntercept60, 60) ROW(MLRIntercept90, 90) ROW(MLRIntercept120, 120) \
+    ROW(LooseUCL15, 15) ROW(LooseUCL30, 30) ROW(LooseUCL60, 60) ROW(LooseUCL90, 90) ROW(LooseUCL120, 120) \
+    ROW(LooseLCL15, 15) ROW(LooseLCL30, 30) ROW(LooseLCL60, 60) ROW(LooseLCL90, 90) ROW(LooseLCL120, 120) \
+    ROW(TightUCL15, 15) ROW(TightUCL30, 30) ROW(TightUCL60, 60) ROW(TightUCL90, 90) ROW(TightUCL120, 120) \
+    ROW(TightLCL15, 15) ROW(TightLCL30, 30) ROW(TightLCL60, 60) ROW(TightLCL90, 90) ROW(TightLCL120, 120) \
+    ROW(LRPrice, 1) ROW(LRVolume, 1) \
+    ROW(MLRDer15, 18) ROW(MLRDer30, 33) ROW(MLRDer60, 63) ROW(MLRDer90, 93) \
+    ROW(Momentum15, 15) ROW(Momentum30, 30) ROW(Momentum60, 60) \
+    ROW(RSI15, 15) ROW(RSI30, 30) \
+    ROW(McClellan15, 15) ROW(McClellan30, 30) \
+    ROW(Stochastic15, 15) ROW(Stochastic30, 30) ROW(Stochastic60, 60) ROW(Stochastic90, 90) \
+    ROW(MACD15, 30) ROW(MACD30, 60) \
+    ROW(PercentChange, 1) ROW(SalesPerShare, 1) ROW(EarningsPerSales, 1) ROW(ForwardPE, 1) \
+    ROW(Sales, 1) ROW(Earnings, 1) ROW(EstimatedEarnings, 1)
+// clang-format on
+
 struct Indicators : IndicatorScalars {
-    NumberSeries MA15, MA30, MA60, MA90, MA120, MA180;
-    NumberSeries WMA15, WMA30, WMA60, WMA90, WMA120, WMA180;
-    NumberSeries VolumeWMA15, VolumeWMA30;
-    NumberSeries MLR15, MLR30, MLR60, MLR90, MLR120;
-    NumberSeries MLRSlope15, MLRSlope30, MLRSlope60, MLRSlope90, MLRSlope120;
-    NumberSeries MLRIntercept15, MLRIntercept30, MLRIntercept60, MLRIntercept90, MLRIntercept120;
-    NumberSeries LooseUCL15, LooseUCL30, LooseUCL60, LooseUCL90, LooseUCL120;
-    NumberSeries LooseLCL15, LooseLCL30, LooseLCL60, LooseLCL90, LooseLCL120;
-    NumberSeries TightUCL15, TightUCL30, TightUCL60, TightUCL90, TightUCL120;
-    NumberSeries TightLCL15, TightLCL30, TightLCL60, TightLCL90, TightLCL120;
-    NumberSeries LRPrice, LRVolume;
-    NumberSeries MLRDer15, MLRDer30, MLRDer60, MLRDer90;
-    NumberSeries Momentum15, Momentum30, Momentum60;
-    NumberSeries RSI15, RSI30;
-    NumberSeries McClellan15, McClellan30;
-    NumberSeries Stochastic15, Stochastic30, Stochastic60, Stochastic90;
-    NumberSeries MACD15, MACD30;
-    // Percent, unrounded; read it through PercentChangeAt.
-    NumberSeries PercentChange;
-    NumberSeries SalesPerShare, EarningsPerSales, ForwardPE;
-    NumberSeries Sales, Earnings, EstimatedEarnings;  // currency units, not millions
+#define BRANTLOW_FIELD(name, firstBar) NumberSeries name;
+    BRANTLOW_INDICATOR_ARRAYS(BRANTLOW_FIELD)
+#undef BRANTLOW_FIELD
 };
 
-// The window lengths and the arrays that go with them, shortest first.
-inline constexpr std::array<std::size_t, 6> kAverageLengths = {15, 30, 60, 90, 120, 180};
-inline constexpr std::array<std::size_t, 5> kRegressionLengths = {15, 30, 60, 90, 120};
-
 using IndicatorArray = NumberSeries Indicators::*;
-
-inline constexpr std::array<IndicatorArray, 6> kMA = {&Indicators::MA15,  &Indicators::MA30,
-                                                      &Indicators::MA60,  &Indicators::MA90,
-                                                      &Indicators::MA120, &Indicators::MA180};
-inline constexpr std::array<IndicatorArray, 6> kWMA = {&Indicators::WMA15,  &Indicators::WMA30,
-                                                       &Indicators::WMA60,  &Indicators::WMA90,
-                                                       &Indicators::WMA120, &Indicators::WMA180};
-inline constexpr std::array<IndicatorArray, 5> kMLR = {
-    &Indicators::MLR15, &Indicators::MLR30, &Indicators::MLR60, &Indicators::MLR90, &Indicators::MLR120};
-inline constexpr std::array<IndicatorArray, 5> kMLRSlope = {&Indicators::MLRSlope15, &Indicators::MLRSlope30,
-                                                            &Indicators::MLRSlope60, &Indicators::MLRSlope90,
-                                                            &Indicators::MLRSlope120};
-inline constexpr std::array<IndicatorArray, 5> kMLRIntercept = {
-    &Indicators::MLRIntercept15, &Indicators::MLRIntercept30, &Indicators::MLRIntercept60,
-    &Indicators::MLRIntercept90, &Indicators::MLRIntercept120};
-inline constexpr std::array<IndicatorArray, 5> kLooseUCL = {&Indicators::LooseUCL15, &Indicators::LooseUCL30,
-                                                            &Indicators::LooseUCL60, &Indicators::LooseUCL90,
-                                                            &Indicators::LooseUCL120};
-inline constexpr std::array<IndicatorArray, 5> kLooseLCL = {&Indicators::LooseLCL15, &Indicators::LooseLCL30,
-                                                            &Indicators::LooseLCL60, &Indicators::LooseLCL90,
-                                                            &Indicators::LooseLCL120};
-inline constexpr std::array<IndicatorArray, 5> kTightUCL = {&Indicators::TightUCL15, &Indicators::TightUCL30,
-                                                            &Indicators::TightUCL60, &Indicators::TightUCL90,
-                                                            &Indicators::TightUCL120};
-inline constexpr std::array<IndicatorArray, 5> kTightLCL = {&Indicators::TightLCL15, &Indicators::TightLCL30,
-                                                            &Indicators::TightLCL60, &Indicators::TightLCL90,
-                                                            &Indicators::TightLCL120};
 
 struct NamedIndicator {
     std::string_view name;
@@ -84,84 +61,37 @@ struct NamedIndicator {
     std::size_t firstBar;
 };
 
-// Every array by its name, in the order of the fields above.
-inline constexpr std::array<NamedIndicator, 75> kIndicatorArrays = {{
-    {"MA15", &Indicators::MA15, 15},
-    {"MA30", &Indicators::MA30, 30},
-    {"MA60", &Indicators::MA60, 60},
-    {"MA90", &Indicators::MA90, 90},
-    {"MA120", &Indicators::MA120, 120},
-    {"MA180", &Indicators::MA180, 180},
-    {"WMA15", &Indicators::WMA15, 15},
-    {"WMA30", &Indicators::WMA30, 30},
-    {"WMA60", &Indicators::WMA60, 60},
-    {"WMA90", &Indicators::WMA90, 90},
-    {"WMA120", &Indicators::WMA120, 120},
-    {"WMA180", &Indicators::WMA180, 180},
-    {"VolumeWMA15", &Indicators::VolumeWMA15, 15},
-    {"VolumeWMA30", &Indicators::VolumeWMA30, 30},
-    {"MLR15", &Indicators::MLR15, 15},
-    {"MLR30", &Indicators::MLR30, 30},
-    {"MLR60", &Indicators::MLR60, 60},
-    {"MLR90", &Indicators::MLR90, 90},
-    {"MLR120", &Indicators::MLR120, 120},
-    {"MLRSlope15", &Indicators::MLRSlope15, 15},
-    {"MLRSlope30", &Indicators::MLRSlope30, 30},
-    {"MLRSlope60", &Indicators::MLRSlope60, 60},
-    {"MLRSlope90", &Indicators::MLRSlope90, 90},
-    {"MLRSlope120", &Indicators::MLRSlope120, 120},
-    {"MLRIntercept15", &Indicators::MLRIntercept15, 15},
-    {"MLRIntercept30", &Indicators::MLRIntercept30, 30},
-    {"MLRIntercept60", &Indicators::MLRIntercept60, 60},
-    {"MLRIntercept90", &Indicators::MLRIntercept90, 90},
-    {"MLRIntercept120", &Indicators::MLRIntercept120, 120},
-    {"LooseUCL15", &Indicators::LooseUCL15, 15},
-    {"LooseUCL30", &Indicators::LooseUCL30, 30},
-    {"LooseUCL60", &Indicators::LooseUCL60, 60},
-    {"LooseUCL90", &Indicators::LooseUCL90, 90},
-    {"LooseUCL120", &Indicators::LooseUCL120, 120},
-    {"LooseLCL15", &Indicators::LooseLCL15, 15},
-    {"LooseLCL30", &Indicators::LooseLCL30, 30},
-    {"LooseLCL60", &Indicators::LooseLCL60, 60},
-    {"LooseLCL90", &Indicators::LooseLCL90, 90},
-    {"LooseLCL120", &Indicators::LooseLCL120, 120},
-    {"TightUCL15", &Indicators::TightUCL15, 15},
-    {"TightUCL30", &Indicators::TightUCL30, 30},
-    {"TightUCL60", &Indicators::TightUCL60, 60},
-    {"TightUCL90", &Indicators::TightUCL90, 90},
-    {"TightUCL120", &Indicators::TightUCL120, 120},
-    {"TightLCL15", &Indicators::TightLCL15, 15},
-    {"TightLCL30", &Indicators::TightLCL30, 30},
-    {"TightLCL60", &Indicators::TightLCL60, 60},
-    {"TightLCL90", &Indicators::TightLCL90, 90},
-    {"TightLCL120", &Indicators::TightLCL120, 120},
-    {"LRPrice", &Indicators::LRPrice, 1},
-    {"LRVolume", &Indicators::LRVolume, 1},
-    {"MLRDer15", &Indicators::MLRDer15, 18},
-    {"MLRDer30", &Indicators::MLRDer30, 33},
-    {"MLRDer60", &Indicators::MLRDer60, 63},
-    {"MLRDer90", &Indicators::MLRDer90, 93},
-    {"Momentum15", &Indicators::Momentum15, 15},
-    {"Momentum30", &Indicators::Momentum30, 30},
-    {"Momentum60", &Indicators::Momentum60, 60},
-    {"RSI15", &Indicators::RSI15, 15},
-    {"RSI30", &Indicators::RSI30, 30},
-    {"McClellan15", &Indicators::McClellan15, 15},
-    {"McClellan30", &Indicators::McClellan30, 30},
-    {"Stochastic15", &Indicators::Stochastic15, 15},
-    {"Stochastic30", &Indicators::Stochastic30, 30},
-    {"Stochastic60", &Indicators::Stochastic60, 60},
-    {"Stochastic90", &Indicators::Stochastic90, 90},
-    {"MACD15", &Indicators::MACD15, 30},
-    {"MACD30", &Indicators::MACD30, 60},
-    {"PercentChange", &Indicators::PercentChange, 1},
-    {"SalesPerShare", &Indicators::SalesPerShare, 1},
-    {"EarningsPerSales", &Indicators::EarningsPerSales, 1},
-    {"ForwardPE", &Indicators::ForwardPE, 1},
-    {"Sales", &Indicators::Sales, 1},
-    {"Earnings", &Indicators::Earnings, 1},
-    {"EstimatedEarnings", &Indicators::EstimatedEarnings, 1},
-}};
+// Every array by its name, in the order of the list.
+inline constexpr std::array kIndicatorArrays = {
+#define BRANTLOW_ROW(name, firstBar) NamedIndicator{#name, &Indicators::name, firstBar},
+    BRANTLOW_INDICATOR_ARRAYS(BRANTLOW_ROW)
+#undef BRANTLOW_ROW
+};
+#undef BRANTLOW_INDICATOR_ARRAYS
+
+// The window lengths and the arrays that go with them, shortest first.
+inline constexpr std::array<std::size_t, 6> kAverageLengths = {15, 30, 60, 90, 120, 180};
+inline constexpr std::array<std::size_t, 5> kRegressionLengths = {15, 30, 60, 90, 120};
+
+// The arrays of one name, from that of the shortest length on; as many as stand in the list behind it.
+template <std::size_t kCount>
+consteval std::array<IndicatorArray, kCount> ArraysFrom(std::string_view shortest) {
+    std::size_t first = 0;
+    while (kIndicatorArrays[first].name != shortest) ++first;
+    std::array<IndicatorArray, kCount> arrays{};
+    for (std::size_t i = 0; i < kCount; ++i) arrays[i] = kIndicatorArrays[first + i].array;
+    return arrays;
+}
+
+inline constexpr auto kMA = ArraysFrom<kAverageLengths.size()>("MA15");
+inline constexpr auto kWMA = ArraysFrom<kAverageLengths.size()>("WMA15");
+inline constexpr auto kMLR = ArraysFrom<kRegressionLengths.size()>("MLR15");
+inline constexpr auto kMLRSlope = ArraysFrom<kRegressionLengths.size()>("MLRSlope15");
+inline constexpr auto kMLRIntercept = ArraysFrom<kRegressionLengths.size()>("MLRIntercept15");
+inline constexpr auto kLooseUCL = ArraysFrom<kRegressionLengths.size()>("LooseUCL15");
+inline constexpr auto kLooseLCL = ArraysFrom<kRegressionLengths.size()>("LooseLCL15");
+inline constexpr auto kTightUCL = ArraysFrom<kRegressionLengths.size()>("TightUCL15");
+inline constexpr auto kTightLCL = ArraysFrom<kRegressionLengths.size()>("TightLCL15");
 
 // Every scalar by its name, in the order of the output.
 struct IndicatorScalarName {

@@ -24,50 +24,86 @@ constexpr double WeightSum(std::size_t length) {
     return count * (count + 1) / 2;
 }
 
+inline __attribute__((always_inline)) void Load(const double* from, Lanes& lanes) {
+    std::memcpy(&lanes, from, sizeof lanes);
+}
+
+inline __attribute__((always_inline)) void Store(const Lanes& lanes, double* to) {
+    std::memcpy(to, &lanes, sizeof lanes);
+}
+
+// What lies on one side of the line of each of a vector's windows: the sum of the residuals and their count.
+struct SideOfLine {
+    Lanes sum = {};
+    LaneMasks count = {};
+
+    // A comparison that holds is a lane of ones: all bits of the residual pass, and it counts -1.
+    inline __attribute__((always_inline)) void Add(const Lanes& residual, const LaneMasks& isHere) {
+        sum += reinterpret_cast<Lanes>(reinterpret_cast<LaneMasks>(residual) & isHere);
+        count -= isHere;
+    }
+
+    // The mean of the residuals, multiplied: first by the factor, then divided, which the last bit depends
+    // on.
+    inline __attribute__((always_inline)) void StoreBand(double factor, double* to) const {
+        Store(factor * sum / __builtin_convertvector(count, Lanes), to);
+    }
+};
+
+// The line of each of a vector's windows, and the bar of each that is looked at.
+struct LanesOfLines {
+    Lanes slope;
+    Lanes intercept;
+    Lanes bar;
+};
+
 // The bands of eight neighbouring windows; the arrays of `windows` start at the first of them, `close` at its
 // oldest bar, which has the number `firstBar`.
 inline __attribute__((always_inline)) void SpreadFew(const double* close, double firstBar,
                                                      const BandWindows& windows) {
-    Lanes slope[kFew];
-    Lanes intercept[kFew];
-    Lanes bar[kFew];
-    Lanes above[kFew] = {};
-    Lanes below[kFew] = {};
-    LaneMasks aboveCount[kFew] = {};
-    LaneMasks belowCount[kFew] = {};
+    LanesOfLines line[kFew];
+    SideOfLine above[kFew];
+    SideOfLine below[kFew];
     for (std::size_t v = 0; v < kFew; ++v) {
-        std::memcpy(&slope[v], windows.slope + v * kLanes, sizeof slope[v]);
-        std::memcpy(&intercept[v], windows.intercept + v * kLanes, sizeof intercept[v]);
-        bar[v] = Lanes{0, 1, 2, 3} + (firstBar + static_cast<double>(v * kLanes));
+        Load(windows.slope + v * kLanes, line[v].slope);
+        Load(windows.intercept + v * kLanes, line[v].intercept);
+        line[v].bar = Lanes{0, 1, 2, 3} + (firstBar + static_cast<double>(v * kLanes));
     }
     for (std::size_t i = 0; i < windows.length; ++i, ++close) {
         for (std::size_t v = 0; v < kFew; ++v) {
             Lanes here;
-            std::memcpy(&here, close + v * kLanes, sizeof here);
-            const Lanes residual = here - (slope[v] * bar[v] + intercept[v]);
-            // A comparison that holds is a lane of ones: all bits of the residual pass, and it counts -1.
-            const LaneMasks isAbove = residual >= 0.0;
-            const LaneMasks isBelow = residual <= 0.0;
-            above[v] += reinterpret_cast<Lanes>(reinterpret_cast<LaneMasks>(residual) & isAbove);
-            below[v] += reinterpret_cast<Lanes>(reinterpret_cast<LaneMasks>(residual) & isBelow);
-            aboveCount[v] -= isAbove;
-            belowCount[v] -= isBelow;
-            bar[v] += 1.0;
+            Load(close + v * kLanes, here);
+            const Lanes residual = here - (line[v].slope * line[v].bar + line[v].intercept);
+            above[v].Add(residual, residual >= 0.0);
+            below[v].Add(residual, residual <= 0.0);
+            line[v].bar += 1.0;
         }
     }
     for (std::size_t v = 0; v < kFew; ++v) {
-        const Lanes up = __builtin_convertvector(aboveCount[v], Lanes);
-        const Lanes down = __builtin_convertvector(belowCount[v], Lanes);
-        const Lanes looseUpper = kLooseFactor * above[v] / up;
-        const Lanes tightUpper = kTightFactor * above[v] / up;
-        const Lanes looseLower = kLooseFactor * below[v] / down;
-        const Lanes tightLower = kTightFactor * below[v] / down;
-        std::memcpy(windows.looseUpper + v * kLanes, &looseUpper, sizeof looseUpper);
-        std::memcpy(windows.tightUpper + v * kLanes, &tightUpper, sizeof tightUpper);
-        std::memcpy(windows.looseLower + v * kLanes, &looseLower, sizeof looseLower);
-        std::memcpy(windows.tightLower + v * kLanes, &tightLower, sizeof tightLower);
+        above[v].StoreBand(kLooseFactor, windows.looseUpper + v * kLanes);
+        above[v].StoreBand(kTightFactor, windows.tightUpper + v * kLanes);
+        below[v].StoreBand(kLooseFactor, windows.looseLower + v * kLanes);
+        below[v].StoreBand(kTightFactor, windows.tightLower + v * kLanes);
     }
 }
+
+// What AverageCloses sums up for a vector's windows while they grow from the shortest length to the longest.
+struct CloseSums {
+    Lanes sum = {};
+    Lanes weighted = {};
+    Lanes product = {};
+
+    inline __attribute__((always_inline)) void Add(const double* closes, const double* products,
+                                                   double weight) {
+        Lanes close;
+        Lanes timesBar;
+        Load(closes, close);
+        Load(products, timesBar);
+        sum += close;
+        weighted += close * weight;
+        product += timesBar;
+    }
+};
 
 }  // namespace
 
@@ -75,9 +111,7 @@ BRANTLOW_WIDE_LOOPS
 void AverageCloses(std::size_t barCount, const double* closes, const double* products,
                    const CloseWindows& out) {
     for (std::size_t start = 1; start + kAverageLengths.front() - 1 <= barCount; start += kFew * kLanes) {
-        Lanes sum[kFew] = {};
-        Lanes weighted[kFew] = {};
-        Lanes product[kFew] = {};
+        CloseSums sums[kFew];
         double weight = 0;
         std::size_t t = start;
         for (std::size_t l = 0; l < kAverageLengths.size(); ++l) {
@@ -86,23 +120,14 @@ void AverageCloses(std::size_t barCount, const double* closes, const double* pro
             for (; t <= k; ++t) {
                 weight += 1;
                 for (std::size_t v = 0; v < kFew; ++v) {
-                    Lanes close;
-                    Lanes timesBar;
-                    std::memcpy(&close, closes + t + v * kLanes, sizeof close);
-                    std::memcpy(&timesBar, products + t + v * kLanes, sizeof timesBar);
-                    sum[v] += close;
-                    weighted[v] += close * weight;
-                    product[v] += timesBar;
+                    sums[v].Add(closes + t + v * kLanes, products + t + v * kLanes, weight);
                 }
             }
             for (std::size_t v = 0; v < kFew; ++v) {
-                const Lanes mean = sum[v] / weight;
-                const Lanes weightedMean = weighted[v] / WeightSum(kAverageLengths[l]);
-                const Lanes productMean = product[v] / weight;
-                std::memcpy(out.mean[l] + k + v * kLanes, &mean, sizeof mean);
-                std::memcpy(out.weightedMean[l] + k + v * kLanes, &weightedMean, sizeof weightedMean);
-                if (l >= kRegressionLengths.size()) continue;
-                std::memcpy(out.productMean[l] + k + v * kLanes, &productMean, sizeof productMean);
+                const std::size_t at = k + v * kLanes;
+                Store(sums[v].sum / weight, out.mean[l] + at);
+                Store(sums[v].weighted / WeightSum(kAverageLengths[l]), out.weightedMean[l] + at);
+                if (l < kRegressionLengths.size()) Store(sums[v].product / weight, out.productMean[l] + at);
             }
         }
     }
@@ -122,13 +147,13 @@ void AverageVolumes(std::size_t barCount, const double* volumes,
                 weight += 1;
                 for (std::size_t v = 0; v < kMany; ++v) {
                     Lanes volume;
-                    std::memcpy(&volume, volumes + t + v * kLanes, sizeof volume);
+                    Load(volumes + t + v * kLanes, volume);
                     weighted[v] += volume * weight;
                 }
             }
             for (std::size_t v = 0; v < kMany; ++v) {
                 const Lanes mean = weighted[v] / WeightSum(kAverageLengths[l]);
-                std::memcpy(weightedMean[l] + k + v * kLanes, &mean, sizeof mean);
+                Store(mean, weightedMean[l] + k + v * kLanes);
             }
         }
     }
@@ -146,13 +171,13 @@ void AveragePositions(std::size_t barCount, const double* positions,
             for (; t <= k; ++t) {
                 for (std::size_t v = 0; v < kMany; ++v) {
                     Lanes position;
-                    std::memcpy(&position, positions + t + v * kLanes, sizeof position);
+                    Load(positions + t + v * kLanes, position);
                     sum[v] += position;
                 }
             }
             for (std::size_t v = 0; v < kMany; ++v) {
                 const Lanes value = sum[v] / static_cast<double>(kAverageLengths[l]);
-                std::memcpy(mean[l] + k + v * kLanes, &value, sizeof value);
+                Store(value, mean[l] + k + v * kLanes);
             }
         }
     }
@@ -174,7 +199,7 @@ void AverageEight(const double* closes, std::size_t length, std::ptrdiff_t first
         weight += 1;
         for (std::size_t v = 0; v < kFew; ++v) {
             Lanes close;
-            std::memcpy(&close, at + v * kLanes, sizeof close);
+            Load(at + v * kLanes, close);
             sum[v] += close;
             weighted[v] += close * weight;
             product[v] += bar[v] * close;
@@ -185,9 +210,9 @@ void AverageEight(const double* closes, std::size_t length, std::ptrdiff_t first
         const Lanes mean = sum[v] / weight;
         const Lanes weightedMean = weighted[v] / WeightSum(length);
         const Lanes productMean = product[v] / weight;
-        std::memcpy(&out.mean[v * kLanes], &mean, sizeof mean);
-        std::memcpy(&out.weightedMean[v * kLanes], &weightedMean, sizeof weightedMean);
-        std::memcpy(&out.productMean[v * kLanes], &productMean, sizeof productMean);
+        Store(mean, &out.mean[v * kLanes]);
+        Store(weightedMean, &out.weightedMean[v * kLanes]);
+        Store(productMean, &out.productMean[v * kLanes]);
     }
 }
 
