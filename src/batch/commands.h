@@ -118,7 +118,7 @@ inline constexpr Command kSignalsCommand = {
 ExitStatus RunBackTestCommand(BatchCall& call);
 inline constexpr Command kBackTestCommand = {
     .name = "backtest",
-    .usage = "TICKER...",
+    .usage = "TICKER...|FILE",
     .operand = "TICKER",
     .fewestOperands = 1,
     .mostOperands = kAnyNumber,
@@ -129,7 +129,10 @@ inline constexpr Command kBackTestCommand = {
         "sold\n"
         "on the chart's signals with a commission of 0.5%. Under labels stand the texts of the report by "
         "control\n"
-        "name. Refuses when the settings choose no condition for a side.\n",
+        "name. With an end-of-day FILE.ddq the pair is replayed over every ticker of the table: one object "
+        "with "
+        "the\n"
+        "sums and the list of trades. Refuses when the settings choose no condition for a side.\n",
     .settings = kChartSettings,
     .run = RunBackTestCommand,
 };

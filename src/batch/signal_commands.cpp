@@ -1,9 +1,11 @@
 // The commands that ask the chart's two conditions about every bar: signals and backtest.
 #include "batch/commands.h"
+#include "batch/table_back_test.h"
 #include "batch/ticker_lines.h"
 #include "chart/back_test.h"
 #include "chart/chart_actions.h"
 #include "chart/signals.h"
+#include "store/file_names.h"
 
 namespace brantlow {
 
@@ -34,20 +36,10 @@ void PrintSignal(std::string_view name, const TextSeries& signal, std::size_t ba
     line.EndArray();
 }
 
-struct ResultName {
-    std::string_view name;
-    double BackTest::*value;
-};
-constexpr std::array kResults = {
-    ResultName{"SharesBought", &BackTest::SharesBought}, ResultName{"SharesSold", &BackTest::SharesSold},
-    ResultName{"BuyCost", &BackTest::BuyCost},           ResultName{"SellValue", &BackTest::SellValue},
-    ResultName{"HeldValue", &BackTest::HeldValue},       ResultName{"Profit", &BackTest::Profit},
-};
-
 void PrintBackTest(const BackTest& test, const SettingsTables& settings, JsonLine& line) {
-    for (const ResultName& result : kResults) {
-        line.Key(result.name);
-        line.Number(test.*result.value);
+    for (const BackTestNumber& number : kBackTestNumbers) {
+        line.Key(number.name);
+        line.Number(test.*number.value);
     }
     line.Key("labels");
     line.BeginObject();
@@ -72,6 +64,9 @@ ExitStatus RunSignals(BatchCall& call) {
 ExitStatus RunBackTestCommand(BatchCall& call) {
     const SettingsTables& settings = call.session.settings;
     if (const auto refusal = RefuseBackTest(settings)) return Refuse(call, *refusal);
+    const std::vector<std::string>& operands = call.arguments.operands;
+    const bool isTable = operands.size() == 1 && KindOf(operands.front()) == FileKind::Ddq;
+    if (isTable) return BackTestTable(call, operands.front());
     return ForEachChart(call, [&](const Analysis& analysis, const ChartSession& chart, JsonLine& line) {
         PrintBackTest(RunBackTest(analysis.series, chart), settings, line);
     });
