@@ -44,8 +44,7 @@ RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
     for (const std::string& ticker : update.quotes.alertsLeftOut) {
         report.Add("no alert for " + ticker + ", which cannot be asked for");
     }
-    if (update.quotes.error)
-        report.Fail("a work file could not be written: " + update.quotes.error.message());
+    if (update.quotes.error) report.Fail("Import.Txt could not be written: " + update.quotes.error.message());
     if (update.splits) report.TakeFailures(update.splits->report);
     if (update.splits && update.splits->isChanged) report.MarkChanged();
     if (update.saveError) report.Fail(file + " could not be written: " + update.saveError.message());

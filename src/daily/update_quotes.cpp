@@ -138,7 +138,6 @@ class QuoteUpdate {
         // A page of which only a part came in its time counts as none.
         const auto text = reply.ok ? TextOfReply(reply) : std::nullopt;
         const std::error_code error = text ? WriteReply(*text) : std::error_code();
-        if (error && !outcome_.error) outcome_.error = error;
         const bool isTaken = text && !error && TakeLines(BytesOrEmpty(tempFile_), first);
         DeleteOneFile(tempFile_);
         if (isTaken) return;
