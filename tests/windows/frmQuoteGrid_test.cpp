@@ -4,6 +4,7 @@
 #include <QSignalSpy>
 
 #include "store/table_colours.h"
+#include "store/table_files.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "store/windows/quote_grid_model.h"
@@ -230,7 +231,8 @@ class FrmQuoteGridTest : public QObject {
     void eighteenThousandLinesAreShownAndScrolled() {
         Program program;
         program.Write("Big.ddq", Program::QuoteTableText(18000));
-        program.Start("Big.ddq");
+        const QStringList told = BoxesOf([&] { program.Start("Big.ddq"); });
+        QCOMPARE(told, QStringList(Shown("Big.ddq: " + std::string(kTooManyLines))));
         frmQuoteGrid& grid = *program.frame->QuoteForm();
         QCOMPARE(program.TickerCount(), QStringLiteral("17999"));
         QCOMPARE(grid.View()->model()->rowCount(), 17999);
