@@ -21,7 +21,7 @@ bool WriteAlarm(QuoteTable& table, std::size_t row, std::string_view header,
 }  // namespace
 
 TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbol, const AlarmTexts& alarms) {
-    if (RefuseTableEdit(session, symbol, kEditNeedsTicker)) return {EditOutcome::Refused, {}, {}};
+    if (RefuseTableEdit(session, symbol, kEditNeedsTicker)) return {.outcome = EditOutcome::Refused};
     if (KindOf(session.CurrentFile) != FileKind::Ddq) return {};
     const std::string ticker = UpperCase(symbol);
     TableEdit edit;

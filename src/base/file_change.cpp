@@ -16,8 +16,6 @@ namespace {
 
 // Up to here files are flushed one by one, beyond with all that their file system has to write.
 constexpr std::size_t kFlushedOneByOne = 16;
-// Access keys are nobody's to copy.
-constexpr std::string_view kKeysFile = "Keys.ini";
 
 bool IsThere(const Path& path) {
     struct stat status {};
@@ -60,6 +58,18 @@ std::error_code RenameTo(const Path& undoFolder, const std::string& name, Path& 
 }
 
 }  // namespace
+
+std::string FaultReason(std::string_view what, const FileFault& fault) {
+    std::string sentence(what);
+    return sentence.append(" failed: ").append(fault.file.string()).append(": ").append(fault.message());
+}
+
+std::string FaultSentence(std::string_view what, const FileFault& fault) {
+    std::string sentence = FaultReason(what, fault);
+    return sentence.append(fault.isHalfDone
+                               ? "; some files are changed, which the next writing command takes back"
+                               : "; nothing was changed");
+}
 
 FileChange::FileChange(ChangePlace place, std::string what, ChangeKeeps keeps)
     : place_(std::move(place)), what_(std::move(what)), keeps_(keeps) {}
@@ -225,7 +235,7 @@ FileFault FileChange::SyncStaged() const {
 }
 
 FileFault FileChange::Keep(const Path& path, std::string& lines) {
-    if (path.filename() == kKeysFile) return {};
+    if (path.filename() == kKeysFileName) return {};
     const auto grown = grown_.find(path.native());
     Entry entry{Entry::Was::Absent, 0, 0, path};
     struct stat status {};
@@ -254,6 +264,9 @@ FileFault FileChange::KeepAll() {
         if (const FileFault fault = Keep(file.path, lines)) return fault;
     }
     for (const std::string& path : deleted_) {
+        if (const FileFault fault = Keep(path, lines)) return fault;
+    }
+    for (const Path& path : alsoKept_) {
         if (const FileFault fault = Keep(path, lines)) return fault;
     }
     if (const FileFault fault = Note(lines)) return fault;

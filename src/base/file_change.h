@@ -36,7 +36,13 @@ struct FileFault {
     bool isHalfDone = false;
 
     explicit operator bool() const { return static_cast<bool>(code); }
+    std::string message() const { return code.message(); }
 };
+
+// "WHAT failed: FILE: REASON", for reports that say themselves what that leaves.
+std::string FaultReason(std::string_view what, const FileFault& fault);
+// One sentence for a person: the reason, and whether anything was changed.
+std::string FaultSentence(std::string_view what, const FileFault& fault);
 
 // What stays once a change is done.
 enum class ChangeKeeps {
@@ -71,10 +77,17 @@ class FileChange {
     FileFault Write(const Path& path, std::string_view bytes);
     // Prepares that the file goes. One that is not there is passed over.
     FileFault Delete(const Path& path);
+    // The file is brought back with the others although this change does not touch it: it is written soon
+    // after.
+    void AlsoKeep(const Path& path) { alsoKept_.push_back(path); }
     // Where the file's newest bytes lie, prepared ones included: for who reads what it has just prepared.
     Path Where(const Path& path) const;
+    bool IsDeleted(const Path& path) const { return deleted_.contains(path.native()); }
     // To be called before lines are added in place to the file Where(path).
     FileFault WillGrow(const Path& path);
+
+    // What stays once the change is done, where that shows only in its course.
+    void KeepFor(ChangeKeeps keeps) { keeps_ = keeps; }
 
     // False when there is nothing to do yet.
     bool HasWork() const { return !staged_.empty() || !deleted_.empty() || !grown_.empty(); }
@@ -117,6 +130,7 @@ class FileChange {
     std::vector<Staged> staged_;
     std::unordered_map<std::string, std::size_t> stagedAt_;
     std::set<std::string> deleted_;
+    std::vector<Path> alsoKept_;
     std::unordered_map<std::string, std::uintmax_t> grown_;
     std::vector<Entry> entries_;
     Path journal_;  // its folder; empty while there is none

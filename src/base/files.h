@@ -38,6 +38,9 @@ std::string BytesOrEmpty(const Path& path);
 inline constexpr std::string_view kTemporaryPrefix = ".brantlow-";
 bool IsTemporaryName(std::string_view name);
 
+// The access keys of the data folder: in no back-up and no undo copy.
+inline constexpr std::string_view kKeysFileName = "Keys.ini";
+
 // ToDisk: the file is on the disk before it takes the old one's place, and its folder after that. Later is
 // for work files that nobody misses; many files that belong together are flushed by base/file_change.h.
 enum class Flush { ToDisk, Later };

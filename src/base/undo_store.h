@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/change_list.h"
@@ -18,6 +19,8 @@ namespace brantlow {
 // The changes that can be undone, newest first. An id is its number as text.
 using KeptChange = ChangeSummary;
 std::vector<KeptChange> KeptChanges(const ChangePlace& place);
+
+inline constexpr std::string_view kNothingToUndo = "There is no change to undo";
 
 // "Undo X" for a change X, and X for "Undo X": the undoing is a change itself.
 std::string NameOfUndoing(std::string_view what);

@@ -7,6 +7,7 @@
 #include "batch/table_commands.h"
 #include "batch/terminal_person.h"
 #include "shell/folder_lock.h"
+#include "shell/session_change.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -64,6 +65,16 @@ std::optional<ExitStatus> TakeLock(const CommandLine& line, const BatchProcess& 
     return Refuse(call, lock.Refusal());
 }
 
+// Takes back what a killed program left half done; the status of a call that may not go on.
+std::optional<ExitStatus> Recover(BatchCall& call) {
+    const FolderRecovery recovery = RecoverFolder(call.session);
+    for (const std::string& sentence : recovery.sentences) call.err << OneLine(sentence) << '\n';
+    call.tookChangeBack = recovery.tookChangeBack;
+    if (recovery.failed) return ExitStatus::Refused;
+    if (!recovery.sentences.empty()) LoadAllSettings(call.session.AppPath, call.session.settings);
+    return std::nullopt;
+}
+
 ExitStatus RunCommand(const CommandLine& line, const BatchProcess& process) {
     const FixedClock clock = CallClock(line);
     TerminalPerson person(process.err, process.errIsTerminal, process.interrupted);
@@ -81,6 +92,9 @@ ExitStatus RunCommand(const CommandLine& line, const BatchProcess& process) {
     if (const auto refused = TakeLock(line, process, call, lock)) return *refused;
     // What another call has just written counts.
     LoadAllSettings(session.AppPath, session.settings);
+    if (lock.IsTaken()) {
+        if (const auto refused = Recover(call)) return *refused;
+    }
     for (const SettingsFile file : line.command->settings) {
         const std::string sentence = UnreadableSettings(file, session.AppPath, session.settings);
         if (!sentence.empty()) return Refuse(call, sentence);

@@ -108,6 +108,11 @@ ExitStatus Refuse(BatchCall& call, std::string_view sentence) {
     return ExitStatus::Refused;
 }
 
+ExitStatus RefuseChange(BatchCall& call, std::string_view what, const FileFault& fault) {
+    Refuse(call, FaultSentence(what, fault));
+    return fault.isHalfDone ? ExitStatus::Partly : ExitStatus::Refused;
+}
+
 std::string OneLine(std::string_view text) {
     std::string line(text);
     for (char& c : line) {

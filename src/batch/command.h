@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/file_change.h"
 #include "base/files.h"
 #include "indicators/working_series.h"
 #include "shell/session.h"
@@ -57,6 +58,8 @@ struct BatchCall {
     bool (*interrupted)();
     // The batch tool's own file.
     const Path& executable;
+    // The call has taken a change back that was cut off (shell/session_change.h).
+    bool tookChangeBack = false;
 };
 
 // For Command::settings.
@@ -126,6 +129,10 @@ std::optional<int> ReadSeconds(std::string_view text);
 ExitStatus RefuseUsage(BatchCall& call, std::string_view name, std::string_view reason);
 // Writes a sentence as one line to the call's error stream and gives Refused.
 ExitStatus Refuse(BatchCall& call, std::string_view sentence);
+
+// The sentence of a change of files that failed, one line: Refused, or Partly where its files are half
+// changed.
+ExitStatus RefuseChange(BatchCall& call, std::string_view what, const FileFault& fault);
 
 // Text that came from outside, fit to stand in a line on a terminal: control characters become "?".
 std::string OneLine(std::string_view text);

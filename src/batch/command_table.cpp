@@ -63,6 +63,7 @@ constexpr auto kCommands = std::to_array<Command>({
     kScheduleCommand,
     kCombineCommand,
     kRemoveLastUpdateCommand,
+    kUndoCommand,
     kBackUpCommand,
     kRestoreCommand,
     kResearchCommand,

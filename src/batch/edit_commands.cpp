@@ -10,6 +10,7 @@
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "batch/table_commands.h"
+#include "shell/session_change.h"
 #include "shell/settings/choices.h"
 #include "store/table_files.h"
 
@@ -30,11 +31,13 @@ class TableEdits {
   public:
     TableEdits(BatchCall& call, const QuoteTable& table) : call_(call), table_(table) {}
 
-    // False when the person was told of a refusal, or the table could not be saved.
+    // False when the person was told of a refusal, or a file could not be written.
     bool Take(const TableEdit& edit, std::string_view word, std::string_view symbol) {
         isRefused_ = edit.outcome == EditOutcome::Refused;
+        fault_ = edit.fault;
+        if (fault_) return false;
         if (edit.outcome == EditOutcome::Changed) {
-            call_.out << word << ": " << OneLine(UpperCase(symbol)) << '\n';
+            told_.append(word).append(": ").append(OneLine(UpperCase(symbol))).append("\n");
             isChanged_ = true;
         }
         error_ = edit.saveError;
@@ -48,20 +51,43 @@ class TableEdits {
             error_ = SaveQuoteTable(table_, session.DataFile(session.CurrentFile));
         }
         if (error_) return Refuse(call_, session.CurrentFile + " could not be written: " + error_.message());
-        return isRefused_ ? ExitStatus::Refused : ExitStatus::Done;
+        return fault_ ? ToldOfPart() : Told();
+    }
+
+    // The same where the edits are parts of a change, which takes the table too.
+    ExitStatus Finish(FileChange& change, std::string_view what) {
+        if (isChanged_ && !fault_) {
+            fault_ = PrepareQuoteTable(table_, call_.session.DataFile(call_.session.CurrentFile), change);
+        }
+        if (!fault_) fault_ = change.Commit();
+        return fault_ ? RefuseChange(call_, what, fault_) : Told();
     }
 
   private:
+    ExitStatus Told() const {
+        call_.out << told_;
+        return isRefused_ ? ExitStatus::Refused : ExitStatus::Done;
+    }
+
+    // The edits before the one that failed are kept.
+    ExitStatus ToldOfPart() const {
+        call_.out << told_;
+        Refuse(call_, FaultSentence("The edit", fault_));
+        return isChanged_ || fault_.isHalfDone ? ExitStatus::Partly : ExitStatus::Refused;
+    }
+
     BatchCall& call_;
     const QuoteTable& table_;
+    std::string told_;
     bool isChanged_ = false;
     bool isRefused_ = false;
     std::error_code error_;
+    FileFault fault_;
 };
 
-// Edits the table by each TICKER of the call, until one is refused or Ctrl-C is pressed.
-template <typename Edit>
-ExitStatus EditByTickers(BatchCall& call, std::string_view word, const Edit& edit) {
+// Edits the table by each TICKER of the call, until one is refused or Ctrl-C is pressed; `finish` saves.
+template <typename Edit, typename Finish>
+ExitStatus EditByTickers(BatchCall& call, std::string_view word, const Edit& edit, const Finish& finish) {
     QuoteTable table;
     if (!OpenTable(call, table)) return ExitStatus::Refused;
     TableEdits edits(call, table);
@@ -71,8 +97,21 @@ ExitStatus EditByTickers(BatchCall& call, std::string_view word, const Edit& edi
         if (!edits.Take(edit(table, operands[i]), word, operands[i])) break;
         interrupted = call.interrupted();
     }
-    const ExitStatus status = edits.Finish();
+    const ExitStatus status = finish(edits);
     return interrupted && status == ExitStatus::Done ? ExitStatus::Interrupted : status;
+}
+
+ExitStatus FinishEdits(TableEdits& edits) {
+    return edits.Finish();
+}
+
+// The tickers of the call for the name of its change, in capitals.
+std::string TickersInWords(const std::vector<std::string>& operands) {
+    std::string words;
+    for (std::size_t i = 1; i < operands.size(); ++i) {
+        words.append(i == 1 ? "" : ", ").append(UpperCase(operands[i]));
+    }
+    return words;
 }
 
 std::optional<std::string> AlarmText(const Arguments& arguments, std::string_view option) {
@@ -93,11 +132,14 @@ ExitStatus RunAdd(BatchCall& call) {
     GivingUpWeb web(network);
     const Hosts hosts = LoadHosts(session.DataFolder());
     RunReport report("Adding to " + call.arguments.operands.front(), "histories");
-    const ExitStatus status = EditByTickers(call, "Added", [&](QuoteTable& table, const std::string& symbol) {
-        const AddedTicker added = AddTicker(session, web, hosts, table, {symbol}, 0);
-        if (added.history) TellHistory(UpperCase(symbol), *added.history, report);
-        return TableEdit(added);
-    });
+    const ExitStatus status = EditByTickers(
+        call, "Added",
+        [&](QuoteTable& table, const std::string& symbol) {
+            const AddedTicker added = AddTicker(session, web, hosts, table, {symbol}, 0, TableSaving::Always);
+            if (added.history) TellHistory(UpperCase(symbol), *added.history, report);
+            return TableEdit(added);
+        },
+        FinishEdits);
     if (report.Tickers().empty()) return status;
     // Its row was added, whatever became of its history.
     report.MarkChanged();
@@ -107,9 +149,16 @@ ExitStatus RunAdd(BatchCall& call) {
 
 ExitStatus RunDelete(BatchCall& call) {
     const bool withHistory = call.arguments.Has(kHistoryOption);
-    return EditByTickers(call, "Deleted", [&](QuoteTable& table, const std::string& symbol) {
-        return DeleteTicker(call.session, table, symbol, [&](const std::string&) { return withHistory; });
-    });
+    const std::string what = "Delete " + TickersInWords(call.arguments.operands);
+    FileChange change(ChangePlaceOf(call.session), what,
+                      withHistory ? ChangeKeeps::ForUndo : ChangeKeeps::UntilDone);
+    return EditByTickers(
+        call, "Deleted",
+        [&](QuoteTable& table, const std::string& symbol) {
+            return PrepareDeletion(
+                call.session, table, symbol, [&](const std::string&) { return withHistory; }, change);
+        },
+        [&](TableEdits& edits) { return edits.Finish(change, what); });
 }
 
 std::optional<std::string> RefuseAlarm(std::string_view text) {
@@ -120,9 +169,12 @@ std::optional<std::string> RefuseAlarm(std::string_view text) {
 ExitStatus RunAlarm(BatchCall& call) {
     const AlarmTexts alarms{AlarmText(call.arguments, kHighOption), AlarmText(call.arguments, kLowOption)};
     if (!alarms.high && !alarms.low) return RefuseUsage(call, kHighOption, "neither it nor --low is given");
-    return EditByTickers(call, "Alarms set", [&](QuoteTable& table, const std::string& symbol) {
-        return EditAlarms(call.session, table, symbol, alarms);
-    });
+    return EditByTickers(
+        call, "Alarms set",
+        [&](QuoteTable& table, const std::string& symbol) {
+            return EditAlarms(call.session, table, symbol, alarms);
+        },
+        FinishEdits);
 }
 
 }  // namespace brantlow

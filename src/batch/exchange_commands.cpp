@@ -17,12 +17,12 @@ ExitStatus ReportImport(BatchCall& call, const QuoteImport& import, const std::s
         case ImportOutcome::Declined:
             return ExitStatus::Refused;
         case ImportOutcome::Failed:
-            return Refuse(call,
-                          "The import failed and " + file.string() + " stays: " + import.error.message());
+            return RefuseChange(call, "The import of " + file.string(), import.error);
         case ImportOutcome::NothingToRead:
         case ImportOutcome::Done:
             break;
     }
+    TellHalfLines(call, import.halfLines);
     call.out << "Rows: " << import.rows << '\n' << "Days stored: " << import.stored << '\n';
     if (import.outcome == ImportOutcome::Done) call.out << "Saved: " << name << '\n';
     return TellRun(call, import.report);

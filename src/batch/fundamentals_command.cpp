@@ -1,6 +1,5 @@
 #include "acquire/feeds/extended_fundamentals.h"
 #include "acquire/web/curl_web.h"
-#include "base/former_files.h"
 #include "batch/commands.h"
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
@@ -11,29 +10,25 @@ namespace brantlow {
 
 namespace {
 
-std::string NotWritten(const std::string& name, const std::error_code& error) {
-    return name + " could not be written: " + error.message();
-}
-
-// Makes the working file of the collection from the tickers of `name` and opens it; false after the sentence
-// was written.
+// Makes the table of the collection from the tickers of `name`; its file is written once, at the end. False
+// after the sentence was written.
 bool OpenFundamentals(BatchCall& call, const std::string& name, QuoteTable& table) {
     QuoteTable quotes;
     if (!LoadTable(call, name, quotes)) return false;
-    const std::string working(kFundamentalsName);
-    if (const auto error = CreateFundamentalFile(quotes, call.session.DataFolder())) {
-        Refuse(call, NotWritten(working, error));
-        return false;
-    }
-    call.session.CurrentFile = working;
-    return LoadTable(call, working, table);
+    Session& session = call.session;
+    session.CurrentFile = kFundamentalsName;
+    LoadTableText(FundamentalFileText(quotes), FileKind::Efq, session.settings, session.clock.Today(), table,
+                  nullptr);
+    return true;
 }
 
 FundamentalsOutcome Collect(Session& session, QuoteTable& table) {
     CurlWeb web(session.person);
     MemoryUrlCache cache;
     const Hosts hosts = LoadHosts(session.DataFolder());
-    return CollectExtendedFundamentals(session, {web, cache, hosts, ReadMemoryInfo}, table);
+    const bool replaces = IsRegularFile(session.DataFile(session.CurrentFile));
+    const FundamentalsEnd end{replaces ? ChangeKeeps::ForUndo : ChangeKeeps::UntilDone, false};
+    return CollectExtendedFundamentals(session, {web, cache, hosts, ReadMemoryInfo}, table, end);
 }
 
 void PrintOutcome(BatchCall& call, const FundamentalsOutcome& outcome, std::size_t rows,
@@ -57,10 +52,6 @@ ExitStatus RunFundamentals(BatchCall& call) {
     if (kind == FileKind::Db) return Refuse(call, kFundamentalsOverTemplate);
     if (kind != FileKind::Ddq) return Refuse(call, kFundamentalsNeedQuoteFile);
     QuoteTable table;
-    const Path dataFolder = call.session.DataFolder();
-    const std::string out = call.arguments.Text("--out");
-    const FormerFiles former(
-        {dataFolder / kFundamentalsName, dataFolder / (out.empty() ? std::string(kFundamentalsName) : out)});
     if (!OpenFundamentals(call, name, table)) return ExitStatus::Refused;
 
     Session& session = call.session;
@@ -68,11 +59,8 @@ ExitStatus RunFundamentals(BatchCall& call) {
     if (call.arguments.Has("--out")) session.CurrentFile = call.arguments.Text("--out");
     const std::string savedAs = session.CurrentFile;
     const FundamentalsOutcome outcome = Collect(session, table);
-    if (outcome.saveError) return Refuse(call, NotWritten(savedAs, outcome.saveError));
-    if (outcome.report.Extent() == RunExtent::Nothing) {
-        if (const auto error = former.PutBack()) return Refuse(call, NotWritten(savedAs, error));
-        return TellRun(call, outcome.report);
-    }
+    if (outcome.saveError) return RefuseChange(call, kFundamentalsChange, outcome.saveError);
+    if (outcome.report.Extent() == RunExtent::Nothing) return TellRun(call, outcome.report);
     PrintOutcome(call, outcome, table.TickerCount(), savedAs);
     const ExitStatus status = TellRun(call, outcome.report);
     return outcome.stopped ? ExitStatus::Interrupted : status;

@@ -17,10 +17,6 @@ namespace {
 
 constexpr std::array<std::string_view, 4> kYearChoices = {"2", "5", "10", "20"};
 
-ExitStatus RefuseDatabaseError(BatchCall& call, const std::string& what, const std::error_code& error) {
-    return Refuse(call, what + " could not be written: " + error.message());
-}
-
 // A ticker that no request can be made for: it is refused by name.
 bool IsUnasked(HistoryOutcome outcome) {
     return outcome == HistoryOutcome::NoFiles || outcome == HistoryOutcome::LeftOut;
@@ -42,7 +38,7 @@ void PrintOutcome(BatchCall& call, const std::string& ticker, const HistoryDownl
     }
 }
 
-// Stores the chosen years as the window does before it populates.
+// Takes the chosen years into the settings, which are stored with the histories.
 bool TakeYears(BatchCall& call) {
     Session& session = call.session;
     if (!call.arguments.Has("--years")) {
@@ -51,12 +47,8 @@ bool TakeYears(BatchCall& call) {
         return false;
     }
     const std::string years = call.arguments.Text("--years");
-    SettingsTables draft = session.settings;
-    SetText(draft, *kHistoryYears.row, years);
-    const FileFault fault =
-        ApplySettings(draft, SettingsFile::Data, OrdinaryChange(session.AppPath), session.settings);
-    if (fault) RefuseDatabaseError(call, SettingsFileName(SettingsFile::Data), fault.code);
-    return !fault;
+    SetText(session.settings, *kHistoryYears.row, years);
+    return true;
 }
 
 void PrintRun(BatchCall& call, const PopulateRun& run, std::size_t rows) {
@@ -109,7 +101,9 @@ ExitStatus RunPopulate(BatchCall& call) {
     session.CurrentFile = name;
     session.person.ShowTickerCount(table.TickerCount());
     CurlWeb web(session.person);
-    const PopulateRun run = PopulateDatabase(session, web, LoadHosts(session.DataFolder()), table);
+    const PopulateRun run =
+        PopulateDatabase(session, web, LoadHosts(session.DataFolder()), table,
+                         call.arguments.Has("--years") ? Years::Stored : Years::AsTheyAre);
     PrintRun(call, run, table.TickerCount());
     const ExitStatus status = TellRun(call, run.report);
     return run.stopped ? ExitStatus::Interrupted : status;

@@ -24,7 +24,10 @@ ExitStatus RunJob(BatchCall& call, bool restores) {
     for (const BackedUpWord& row : kWords) {
         if (row.word != operand) continue;
         const BackUpResult result = RunBackUpJob(BackUpJobOf(row.what, restores), call.session);
-        if (result.copy.copied == 0 && !result.refusal.empty()) return Refuse(call, result.refusal);
+        if (result.copy.copied == 0 && !result.refusal.empty()) {
+            Refuse(call, result.refusal);
+            return result.copy.error.isHalfDone ? ExitStatus::Partly : ExitStatus::Refused;
+        }
         call.out << "Files copied: " << result.copy.copied << '\n';
         return TellRun(call, result.report);
     }
@@ -41,9 +44,9 @@ ExitStatus RunCombine(BatchCall& call) {
         return RefuseUsage(call, "OUT", "'" + OneLine(names[2]) + "' is not in Data");
     if (!MayDelete(Path(names[2]).filename().string()))
         return RefuseUsage(call, "OUT", "'" + OneLine(names[2]) + "' is a file of the program");
-    const CombinedFile combined = CombineQuoteFiles(call.session.DataFolder(), names[0], names[1], names[2]);
+    const CombinedFile combined = CombineQuoteFiles(call.session, names[0], names[1], names[2]);
     if (!combined.unreadable.empty()) return Refuse(call, combined.unreadable + " cannot be read");
-    if (combined.error) return Refuse(call, names[2] + " could not be written: " + combined.error.message());
+    if (combined.error) return RefuseChange(call, "Combine", combined.error);
     call.out << "Rows: " << combined.rows << '\n';
     return ExitStatus::Done;
 }
@@ -51,7 +54,7 @@ ExitStatus RunCombine(BatchCall& call) {
 ExitStatus RunRemoveLastUpdate(BatchCall& call) {
     const RemovedUpdate result = RemoveLastUpdate(call.session);
     if (!result.hasList) return Refuse(call, kNoUpdateToRemove);
-    if (result.error) return Refuse(call, "The database could not be written: " + result.error.message());
+    if (result.error) return RefuseChange(call, kRemoveLastUpdateChange, result.error);
     call.out << "Records removed: " << result.removed << '\n';
     return ExitStatus::Done;
 }

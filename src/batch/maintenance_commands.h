@@ -1,6 +1,8 @@
 // The rows of the command table that keep house: joining tables, taking an update back, back-ups.
 #pragma once
 
+#include <array>
+
 #include "batch/command.h"
 
 namespace brantlow {
@@ -34,6 +36,27 @@ inline constexpr Command kRemoveLastUpdateCommand = {
     .settings = kChangeSettings,
     .writes = AlwaysWrites,
     .run = RunRemoveLastUpdate,
+};
+
+inline constexpr std::string_view kListOption = "--list";
+inline constexpr std::array<CommandOption, 1> kUndoOptions = {
+    {{kListOption, "", "print the changes that can be undone, newest first, one line of JSON each"}}};
+bool UndoWrites(const Arguments& arguments);
+ExitStatus RunUndo(BatchCall& call);
+inline constexpr Command kUndoCommand = {
+    .name = "undo",
+    .usage = "[ID]",
+    .operand = "ID",
+    .mostOperands = 1,
+    .options = kUndoOptions,
+    .summary = "Brings the files of the newest change, or of the change ID, back",
+    .help =
+        "Changes that can be undone: populate, split, split-calendar, delete --history, import,\n"
+        "remove-last-update, restore, combine over a file, fundamentals over a file, practice --replace.\n"
+        "The undoing is a change itself: a second undo brings the first change back. The newest changes are\n"
+        "kept in Back Up/Undo, as many as VTROWNset.ini says (20 changes, 2 GB).\n",
+    .writes = UndoWrites,
+    .run = RunUndo,
 };
 
 ExitStatus RunBackUp(BatchCall& call);

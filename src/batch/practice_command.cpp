@@ -1,6 +1,7 @@
 #include "batch/commands.h"
 #include "practice/practice.h"
 #include "shell/app_folder.h"
+#include "shell/session_change.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -24,7 +25,8 @@ std::string PracticeSentence(const PracticeResult& result) {
 }
 
 PracticeTarget TargetOf(const Session& session, bool replace) {
-    return {session.DataFolder(), session.settings.QuoteFolder, session.clock.Today(), replace};
+    return {ChangePlaceOf(session), session.DataFolder(), session.settings.QuoteFolder, session.clock.Today(),
+            replace};
 }
 
 }  // namespace

@@ -15,22 +15,14 @@ namespace {
 
 constexpr std::string_view kOutOption = "--out";
 
-// Makes the working file of the run from the tickers of `name` and opens it; a look back works in memory and
-// leaves that file alone. False after the sentence was written.
+// Makes the table of the run from the tickers of `name`; its file is written once, at the end. False after
+// the sentence was written.
 bool OpenEvaluations(BatchCall& call, const std::string& name, QuoteTable& evaluations) {
     QuoteTable quotes;
     if (!LoadTable(call, name, quotes)) return false;
-    if (call.session.HistoryUpTo) {
-        MakeEvaluationTable(quotes, evaluations);
-        return true;
-    }
-    const std::string working(kEvaluationsName);
-    if (const auto error = CreateEvaluationFile(quotes, call.session.DataFolder())) {
-        Refuse(call, working + " could not be written: " + error.message());
-        return false;
-    }
-    call.session.CurrentFile = working;
-    return LoadTable(call, working, evaluations);
+    MakeEvaluationTable(quotes, evaluations);
+    call.session.CurrentFile = kEvaluationsName;
+    return true;
 }
 
 void PrintOutcome(BatchCall& call, const SelectorOutcome& outcome, std::size_t rows,

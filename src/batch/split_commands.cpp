@@ -3,6 +3,7 @@
 #include "batch/run_telling.h"
 #include "batch/ticker_lines.h"
 #include "shell/memory_status.h"
+#include "shell/session_change.h"
 #include "splits/split_adjustment.h"
 #include "splits/split_calendar.h"
 #include "splits/split_calendar_page.h"
@@ -18,11 +19,9 @@ ExitStatus RunSplit(BatchCall& call) {
         return RefuseUsage(call, "NEW/OLD", "'" + ratio + "' is not two whole numbers such as 2/1");
     }
     WorkingSeries series;
-    const SplitAdjustment adjustment = AdjustForSplit(SourceOf(call), ticker, *factor, series);
-    if (adjustment.error) {
-        return Refuse(call,
-                      ticker + ": a file of the history could not be written: " + adjustment.error.message());
-    }
+    const SplitAdjustment adjustment =
+        AdjustForSplit(SourceOf(call), ChangePlaceOf(call.session), ticker, *factor, series);
+    if (adjustment.error) return RefuseChange(call, "Split of " + ticker, adjustment.error);
     call.out << OneLine(ticker) << ": ";
     if (adjustment.SplitIndex == 0) {
         call.out << "no jump of the prices fits " << ratio << ", nothing changed\n";

@@ -13,6 +13,13 @@ bool LoadTable(BatchCall& call, const std::string& name, QuoteTable& table) {
     return load.Done();
 }
 
+void TellHalfLines(BatchCall& call, const std::vector<Path>& files) {
+    if (files.empty()) return;
+    std::string sentence = files.front().string() + ": the half line at its end was taken out";
+    if (files.size() > 1) sentence += ", and those of " + std::to_string(files.size() - 1) + " further files";
+    call.err << OneLine(sentence) << '\n';
+}
+
 std::optional<std::string> RefuseTableName(std::string_view text, std::string_view ending) {
     const std::string quoted = "'" + std::string(text) + "'";
     if (!text.ends_with(ending)) return quoted + " does not end in " + std::string(ending);

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "batch/command.h"
 #include "store/quote_table.h"
@@ -14,6 +15,9 @@ namespace brantlow {
 // Loads a table of the Data folder. What there is to say about the file is written; false when it cannot be
 // read.
 bool LoadTable(BatchCall& call, const std::string& name, QuoteTable& table);
+
+// One line on the call's error stream for year files whose last line had been cut off and is gone now.
+void TellHalfLines(BatchCall& call, const std::vector<Path>& files);
 
 // The selector run over the end-of-day file `name`: saves the table of results as `saveAs`, as
 // Evaluations.dbe when that is empty, and prints what was found.

@@ -44,6 +44,7 @@ ExitStatus RunUpdate(BatchCall& call) {
     session.person.ShowTickerCount(table.TickerCount());
     const DailyUpdate update = Update(session, table);
     PrintUpdate(call, update, table, name);
+    if (update.database) TellHalfLines(call, update.database->halfLines);
     if (update.quotes.noTemplate) return ExitStatus::Refused;
     const ExitStatus status = TellRun(
         call, update.report, update.isSaved ? std::string() : "Manual Save: " + name + " stays as it is");

@@ -31,8 +31,7 @@ TickerTold WithDay(TickerTold told, const std::optional<DayImport>& database) {
     const StoredDay& day = found->second;
     if (day.outcome == DayOutcome::Unchanged) return {std::move(told.ticker), TickerFate::NothingNew, {}};
     if (day.outcome != DayOutcome::Failed) return told;
-    return {std::move(told.ticker), TickerFate::Failed,
-            "a file of the database could not be written: " + day.error.message()};
+    return {std::move(told.ticker), TickerFate::Failed, FaultReason("The database", day.error)};
 }
 
 RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
@@ -71,8 +70,11 @@ DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSerie
     const FormerFiles former(
         {ImportRecordFile(session.AppPath), UpdateListPath(session.settings.QuoteFolder)});
     result.quotes = UpdateQuotes(work);
+    // Where days are stored, their new list takes the place of the last one.
+    const bool stores = StoresInDatabase(session.settings);
+    if (!stores) DeleteUpdateList(session.settings.QuoteFolder);
     const auto goesOn = [&] { return session.run.ProcessCommand != kStopRun; };
-    if (StoresInDatabase(session.settings)) result.database = ImportEndOfDay(session, work.table, days);
+    if (stores) result.database = ImportEndOfDay(session, work.table, days);
     if (!HasQuote(result.quotes) && !result.quotes.error) result.quotes.error = former.PutBack();
     if (goesOn() && AdjustsSplits(session.settings)) result.splits = AdjustSplits(work, series);
     result.isSaved = SavesTable(session.settings);

@@ -15,7 +15,6 @@
 #include "daily/row_update.h"
 #include "shell/settings/lines.h"
 #include "store/import_record.h"
-#include "store/update_list.h"
 
 namespace brantlow {
 
@@ -229,7 +228,6 @@ UpdateOutcome UpdateQuotes(const UpdateWork& work) {
     if (KindOf(session.CurrentFile) != FileKind::Ddq) return {};
     BeginRun(session.run);
     DeleteOneFile(ImportRecordFile(session.AppPath));
-    DeleteUpdateList(session.settings.QuoteFolder);
     if (!AreInStep(work.table, work.rows)) work.rows = QuoteArrays();
     CopySymbols(work.table, work.rows);
     const UpdateOutcome outcome = QuoteUpdate(work).Run();

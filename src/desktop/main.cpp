@@ -27,6 +27,8 @@
 #include "shell/frame/windows/scheduled_handover.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/session.h"
+#include "shell/session_change.h"
+#include "shell/settings/settings_files.h"
 #include "shell/user_store.h"
 #include "store/file_names.h"
 
@@ -128,6 +130,14 @@ void DoAsAsked(const StartOptions& options, frmMain& frame, Session& session) {
     if (options.select) frame.Run("mnuEvaluatePickStocks");
 }
 
+// Takes back what a killed program left half done, and tells it where this one was started.
+FolderRecovery Recover(Session& session) {
+    LoadAllSettings(session.AppPath, session.settings);
+    FolderRecovery recovery = RecoverFolder(session);
+    for (const std::string& sentence : recovery.sentences) std::cerr << sentence << std::endl;
+    return recovery;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -172,6 +182,7 @@ int main(int argc, char** argv) {
 
     const SystemClock clock;
     Session session(appPath, clock, person);
+    const FolderRecovery recovery = Recover(session);
     const auto analysis = std::make_unique<Analysis>();
     CurlWeb web(person);
     const Hosts hosts = LoadHosts(session.DataFolder());
@@ -180,6 +191,7 @@ int main(int argc, char** argv) {
                   UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home), browser.Operations());
     splash.close();
     frame.Load();
+    if (!recovery.sentences.empty()) frame.ShowNotice(recovery.sentences.front());
     DoAsAsked(*options, frame, session);
     return frame.isVisible() ? QApplication::exec() : EXIT_SUCCESS;
 }

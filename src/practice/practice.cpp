@@ -68,16 +68,17 @@ std::string AlreadyThere(const std::vector<PracticeTicker>& tickers, const Pract
     return names;
 }
 
-// Writes a ticker's year files and removes those of an earlier filling that it no longer has.
-std::error_code WriteHistory(const std::string& ticker, const TickerHistory& history,
-                             const std::string& quoteFolder) {
+// Prepares a ticker's year files and the end of those of an earlier filling that it no longer has.
+FileFault PrepareHistory(const std::string& ticker, const TickerHistory& history,
+                         const std::string& quoteFolder, FileChange& change) {
     for (const YearFile& file : history.files) {
-        if (const auto error = WriteWholeFile(file.path, file.bytes, Flush::Later)) return error;
+        if (FileFault fault = change.Write(file.path, file.bytes)) return fault;
     }
     for (const Path& path : YearFilesOf(quoteFolder, ticker)) {
         const bool kept = std::any_of(history.files.begin(), history.files.end(),
                                       [&](const YearFile& file) { return file.path == path; });
-        if (!kept) DeleteOneFile(path);
+        if (kept) continue;
+        if (FileFault fault = change.Delete(path)) return fault;
     }
     return {};
 }
@@ -115,14 +116,16 @@ PracticeResult WritePractice(const std::vector<PracticeTicker>& tickers,
     }
     PracticeResult result;
     result.tickers = tickers.size();
-    for (std::size_t i = 0; i < tickers.size(); ++i) {
-        const auto error = WriteHistory(tickers[i].ticker, histories[i], target.quoteFolder);
-        if (error) return WriteFailed(target.quoteFolder + tickers[i].ticker, error);
+    FileChange change(target.place, "Practice Table",
+                      target.replace ? ChangeKeeps::ForUndo : ChangeKeeps::UntilDone);
+    FileFault fault;
+    for (std::size_t i = 0; i < tickers.size() && !fault; ++i) {
+        fault = PrepareHistory(tickers[i].ticker, histories[i], target.quoteFolder, change);
         result.days += histories[i].days;
     }
-    const Path table = target.dataFolder / kPracticeTable;
-    if (const auto error = SaveQuoteTable(MakeTable(tickers), table)) return WriteFailed(table, error);
-    return result;
+    if (!fault) fault = PrepareQuoteTable(MakeTable(tickers), target.dataFolder / kPracticeTable, change);
+    if (!fault) fault = change.Commit();
+    return fault ? WriteFailed(fault.file, fault.code) : result;
 }
 
 }  // namespace

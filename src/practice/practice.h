@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "base/dates.h"
-#include "base/files.h"
+#include "base/file_change.h"
 
 namespace brantlow {
 
@@ -16,6 +16,7 @@ inline constexpr std::string_view kPracticeTable = "Practice.ddq";
 
 // Where the practice table goes.
 struct PracticeTarget {
+    ChangePlace place;        // of the change that the filling is; one over what is there can be undone
     Path dataFolder;          // takes Practice.ddq
     std::string quoteFolder;  // takes the year files; ends in a separator
     Date today;
@@ -26,7 +27,7 @@ enum class PracticeOutcome {
     Filled,
     AlreadyThere,  // year files of these tickers, or the table itself; nothing was changed
     NoPrices,      // the installation's prices cannot be read; nothing was changed
-    Failed,        // a file could not be written
+    Failed,        // a file could not be written; nothing was changed
 };
 
 struct PracticeResult {
@@ -43,7 +44,7 @@ PracticeResult CheckPractice(const Path& practiceFolder, const PracticeTarget& t
 // Checks, then fills the target, folders included. Every ticker's dates move by whole weeks, so that its last
 // day is today or one of the six days behind it; only what lies before today is written. NFLX moves so that
 // its 7-for-1 split falls within the seven days before today, with the earlier prices as they were traded.
-// The table is written last.
+// All files are one change.
 PracticeResult FillPractice(const Path& practiceFolder, const PracticeTarget& target);
 
 }  // namespace brantlow

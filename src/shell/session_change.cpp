@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/undo_store.h"
+#include "shell/settings/choices.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 

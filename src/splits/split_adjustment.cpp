@@ -5,6 +5,7 @@
 #include "base/numbers.h"
 #include "splits/split_factors.h"
 #include "store/history_rewrite.h"
+#include "store/year_files.h"
 
 namespace brantlow {
 
@@ -74,14 +75,25 @@ void RestateBars(std::size_t SplitIndex, double SplitFactor, WorkingSeries& seri
     }
 }
 
-SplitAdjustment AdjustForSplit(const HistorySource& source, std::string_view ticker, double SplitFactor,
-                               WorkingSeries& series) {
-    if (const Failure failure = LoadFullSeries(source, ticker, series)) return {0, failure.cause};
-    SplitAdjustment adjustment{FindSplit(series, SplitFactor), {}};
+SplitAdjustment PrepareSplit(const HistorySource& source, std::string_view ticker, double SplitFactor,
+                             WorkingSeries& series, FileChange& change) {
+    if (const Failure failure = LoadFullSeries(source, ticker, series)) {
+        return {.error = {failure.file, failure.cause}, .isUnread = true};
+    }
+    SplitAdjustment adjustment{.SplitIndex = FindSplit(series, SplitFactor)};
     if (adjustment.SplitIndex == 0) return adjustment;
     RestateBars(adjustment.SplitIndex, SplitFactor, series);
+    std::vector<Path> files = YearFilesOf(source.QuoteFolder, ticker);
     adjustment.error =
-        ReplaceTickerHistory(source.QuoteFolder, ticker, TextsOfSeries(series).Files(), WhenOneFails::Stop);
+        PrepareTickerHistory(source.QuoteFolder, ticker, TextsOfSeries(series).Files(), files, change);
+    return adjustment;
+}
+
+SplitAdjustment AdjustForSplit(const HistorySource& source, const ChangePlace& place, std::string_view ticker,
+                               double SplitFactor, WorkingSeries& series) {
+    FileChange change(place, "Split " + std::string(ticker) + " by " + ShortestNumber(SplitFactor));
+    SplitAdjustment adjustment = PrepareSplit(source, ticker, SplitFactor, series, change);
+    if (!adjustment.error) adjustment.error = change.Commit();
     return adjustment;
 }
 

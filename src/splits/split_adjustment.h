@@ -7,8 +7,8 @@
 
 #include <cstddef>
 #include <string_view>
-#include <system_error>
 
+#include "base/file_change.h"
 #include "indicators/working_series.h"
 
 namespace brantlow {
@@ -24,14 +24,21 @@ void RestateBars(std::size_t SplitIndex, double SplitFactor, WorkingSeries& seri
 struct SplitAdjustment {
     // The last bar before the split; 0 when no jump fits, and then no file was touched.
     std::size_t SplitIndex = 0;
-    std::error_code error;  // set when a file could not be read, and then none was touched, or not written
+    // A file that could not be read, and then nothing was prepared, or not written: the caller's change is
+    // not to be committed.
+    FileFault error = {};
+    bool isUnread = false;
 };
 
-// Loads `ticker` into `series`, and when a jump fits the factor writes the restated series as the ticker's
-// whole history: what the loader leaves out (the last day of each year but the newest, the oldest day, files
-// older than it reads) is gone then, and so are days whose close is, or rounds to, 0. When a file cannot be
-// written, those of older years stay as they are and a further call goes on from there.
-SplitAdjustment AdjustForSplit(const HistorySource& source, std::string_view ticker, double SplitFactor,
-                               WorkingSeries& series);
+// Loads `ticker` into `series`, and when a jump fits the factor prepares the restated series as the ticker's
+// whole history in `change`, which the caller commits: what the loader leaves out (the last day of each year
+// but the newest, the oldest day, files older than it reads) is gone then, and so are days whose close is, or
+// rounds to, 0.
+SplitAdjustment PrepareSplit(const HistorySource& source, std::string_view ticker, double SplitFactor,
+                             WorkingSeries& series, FileChange& change);
+
+// The same as a change of its own, which can be undone: wholly or, with an error, not at all.
+SplitAdjustment AdjustForSplit(const HistorySource& source, const ChangePlace& place, std::string_view ticker,
+                               double SplitFactor, WorkingSeries& series);
 
 }  // namespace brantlow

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "base/values.h"
 #include "shell/memory_status.h"
+#include "shell/session_change.h"
 #include "splits/split_adjustment.h"
 
 namespace brantlow {
@@ -42,10 +43,15 @@ bool Holds(const std::vector<LoggedSplit>& log, std::string_view ticker) {
                        [&](const LoggedSplit& split) { return split.ticker == ticker; });
 }
 
+// A file at fault in the words of a report.
+std::string WhyOf(const SplitAdjustment& adjustment) {
+    return adjustment.error.file.string() +
+           (adjustment.isUnread ? " cannot be read: " : " cannot be written: ") + adjustment.error.message();
+}
+
 void TellSplit(const std::string& ticker, const SplitAdjustment& adjustment, SplitCheck& check) {
     if (adjustment.error) {
-        check.report.Tell(ticker, TickerFate::Failed,
-                          "a file of the history could not be written: " + adjustment.error.message());
+        check.report.Tell(ticker, TickerFate::Failed, WhyOf(adjustment));
         return;
     }
     const bool isRestated = adjustment.SplitIndex > 0;
@@ -55,20 +61,32 @@ void TellSplit(const std::string& ticker, const SplitAdjustment& adjustment, Spl
         check.report.Tell(ticker, TickerFate::Skipped, "no jump of its prices fits");
     }
     check.isChanged |= isRestated;
+    if (isRestated) ++check.adjusted;
 }
 
-void AdjustLogged(const std::vector<LoggedSplit>& log, Session& session, WorkingSeries& series,
-                  SplitCheck& check) {
+// Nothing of the check was kept.
+void TellNothingDone(FileChange& change, SplitCheck& check) {
+    if (change.TakeBack()) check.error.isHalfDone = true;
+    check.adjusted = 0;
+    check.isChanged = check.error.isHalfDone;
+    check.report = RunReport("Split calendar", "splits");
+    check.report.Fail(FaultReason(kSplitCalendarChange, check.error));
+}
+
+void PrepareLogged(const std::vector<LoggedSplit>& log, Session& session, WorkingSeries& series,
+                   FileChange& change, SplitCheck& check) {
     const HistorySource source{session.settings.QuoteFolder, session.clock};
     const std::string selected = session.CurrentTicker;
     for (const LoggedSplit& split : log) {
         session.CurrentTicker = split.ticker;
         if (!IsDue(split, session.clock.Today())) continue;
         ++check.due;
-        const SplitAdjustment adjustment = AdjustForSplit(source, split.ticker, split.factor, series);
-        if (adjustment.error && !check.error) check.error = adjustment.error;
-        if (adjustment.SplitIndex > 0 && !adjustment.error) ++check.adjusted;
+        const SplitAdjustment adjustment = PrepareSplit(source, split.ticker, split.factor, series, change);
+        // A ticker that cannot be read is left out; a file that cannot be written ends the change.
         TellSplit(split.ticker, adjustment, check);
+        if (!adjustment.error || adjustment.isUnread) continue;
+        check.error = adjustment.error;
+        break;
     }
     session.CurrentTicker = selected;
 }
@@ -92,7 +110,7 @@ std::vector<LoggedSplit> ReadSplitLog(const Path& appPath) {
     return log;
 }
 
-std::error_code WriteSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log) {
+FileFault PrepareSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log, FileChange& change) {
     const Path file = appPath / kSplitLogName;
     std::string bytes;
     for (const LoggedSplit& split : log) {
@@ -100,9 +118,8 @@ std::error_code WriteSplitLog(const Path& appPath, const std::vector<LoggedSplit
         bytes.append(1, ',').append(Value::OfText(split.date).Written());
         bytes.append(1, ',').append(Value::OfNumber(split.factor).Written()).append(kLineEnd);
     }
-    if (!bytes.empty()) return WriteWholeFile(file, bytes);
-    if (!IsRegularFile(file) || DeleteOneFile(file)) return {};
-    return std::make_error_code(std::errc::operation_not_permitted);
+    if (bytes.empty()) return change.Delete(file);
+    return bytes == BytesOrEmpty(file) ? FileFault{} : change.Write(file, bytes);
 }
 
 void LogNewSplits(const std::vector<PageSplit>& splits, const Date& today, std::vector<LoggedSplit>& log) {
@@ -137,12 +154,14 @@ SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::stri
     DropOldSplits(today, log);
     check.report = RunReport("Split calendar", "splits");
     check.isChanged = log != former;
-    check.error = WriteSplitLog(session.AppPath, log);
-    if (check.error) {
-        check.report.Fail(fmt::format("{} could not be written: {}",
-                                      (session.AppPath / kSplitLogName).string(), check.error.message()));
-    }
-    AdjustLogged(log, session, series, check);
+    FileChange change(ChangePlaceOf(session), std::string(kSplitCalendarChange));
+    change.AlsoKeep(session.DataFile(kLastRunName));
+    check.error = PrepareSplitLog(session.AppPath, log, change);
+    if (!check.error) PrepareLogged(log, session, series, change, check);
+    // A log alone is kept up day by day, and is nothing to undo.
+    if (check.adjusted == 0) change.KeepFor(ChangeKeeps::UntilDone);
+    if (!check.error) check.error = change.Commit();
+    if (check.error) TellNothingDone(change, check);
     check.report.SetHeadline(
         fmt::format("{} of {} splits restated, {} in the log", check.adjusted, check.due, log.size()));
     return check;

@@ -8,10 +8,10 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "base/dates.h"
+#include "base/file_change.h"
 #include "base/files.h"
 #include "indicators/working_series.h"
 #include "shell/run_report.h"
@@ -25,6 +25,9 @@ inline constexpr std::string_view kSplitWorkName = "Split.txt";
 inline constexpr std::string_view kSplitLogName = "SplitLog.txt";
 inline constexpr std::size_t kMostLoggedSplits = 100;
 inline constexpr int kDaysInSplitLog = 4;
+
+// The name of the change that can be undone.
+inline constexpr std::string_view kSplitCalendarChange = "Split Calendar";
 
 // What the window frmAdjustSplits shows while the check runs.
 inline constexpr std::string_view kAdjustSplitsText = "Adjusting for Stock Splits";
@@ -43,8 +46,8 @@ std::string MonthAndDay(std::string_view date, const Date& today);
 // The first kMostLoggedSplits entries of the log; none when it cannot be read. Lines without a ticker are
 // left out.
 std::vector<LoggedSplit> ReadSplitLog(const Path& appPath);
-// Replaces the log; an empty one is deleted.
-std::error_code WriteSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log);
+// Prepares that the log is replaced; an empty one goes, and one that says the same already stays.
+FileFault PrepareSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log, FileChange& change);
 
 // Adds the splits of tickers that the log does not hold, whatever the date, until it is full.
 void LogNewSplits(const std::vector<PageSplit>& splits, const Date& today, std::vector<LoggedSplit>& log);
@@ -59,15 +62,16 @@ struct SplitCheck {
     // The splits of the log that were due, and how many of them showed in the prices and were restated.
     std::size_t due = 0;
     std::size_t adjusted = 0;
-    std::error_code error;  // the first file that could not be written
-    bool isChanged = false; // the log or a history is another than before
-    RunReport report;       // of each split that was due
+    FileFault error;         // a file that could not be written, and then nothing was changed
+    bool isChanged = false;  // the log or a history is another than before
+    RunReport report;        // of each split that was due
 };
 
 // The whole check over `page`, the markup of the calendar page, empty where it could not be fetched; the log
 // alone counts then. `meminfo` is the text by which memory is watched (shell/memory_status.h): when it runs
 // low the run's stop word is written, and the check goes on. Shows no message of its own. CurrentTicker is
-// afterwards what it was before.
+// afterwards what it was before. The log and all restated histories are one change of files, which can be
+// undone where a history was restated.
 SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::string_view meminfo,
                               WorkingSeries& series);
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "shell/session_change.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
 
@@ -34,7 +35,13 @@ BackUpResult Refusal(std::string sentence) {
 
 std::string FailureSentence(const FolderCopy& copy, const Path& to) {
     return std::to_string(copy.failed) + (copy.failed == 1 ? " file" : " files") +
-           " could not be copied to " + to.string() + " (" + copy.error.message() + ").";
+           " could not be copied to " + to.string() + " (" + copy.error.file.string() + ": " +
+           copy.error.message() + ").";
+}
+
+// The title of its question without the mark.
+std::string ChangeName(const BackUpJob& job) {
+    return std::string(job.title.substr(0, job.title.size() - 1));
 }
 
 }  // namespace
@@ -55,7 +62,10 @@ BackUpResult RunBackUpJob(const BackUpJob& job, Session& session) {
     if (FileNamesIn(from).empty()) return Refusal("There are no files in " + from.string() + ".");
     session.run.ProgressLastShown = 0;
     BackUpResult result;
-    result.copy = CopyFolderFiles(from, to, [&](double fraction) {
+    FileChange change(ChangePlaceOf(session), ChangeName(job),
+                      job.restores ? ChangeKeeps::ForUndo : ChangeKeeps::Nothing);
+    const CopyGroups groups = job.restores ? CopyGroups::AllInOne : CopyGroups::Several;
+    result.copy = CopyFolderFiles(from, to, change, groups, [&](double fraction) {
         session.run.ProgressFraction = fraction;
         session.person.ShowProgress(fraction);
         session.person.PumpEvents();

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "base/values.h"
+#include "shell/session_change.h"
 #include "shell/settings/settings_tables.h"
 #include "store/columns.h"
 
@@ -39,8 +40,9 @@ std::string BareFileName(std::string_view path) {
     return std::string(separator == std::string_view::npos ? path : path.substr(separator + 1));
 }
 
-CombinedFile CombineQuoteFiles(const Path& dataFolder, const std::string& first, const std::string& second,
+CombinedFile CombineQuoteFiles(const Session& session, const std::string& first, const std::string& second,
                                const std::string& output) {
+    const Path dataFolder = session.DataFolder();
     CombinedFile result;
     std::vector<std::string> CombinedLines;
     for (const std::string& name : {first, second}) {
@@ -52,7 +54,11 @@ CombinedFile CombineQuoteFiles(const Path& dataFolder, const std::string& first,
         TakeRows(read.bytes, std::max<std::size_t>(CombinedLines.size(), 1) - 1, CombinedLines);
     }
     result.rows = CombinedLines.size();
-    result.error = WriteWholeFile(dataFolder / output, TextOf(CombinedLines, output.ends_with("ddq")));
+    const bool replaces = IsRegularFile(dataFolder / output);
+    FileChange change(ChangePlaceOf(session), "Combine " + first + " and " + second,
+                      replaces ? ChangeKeeps::ForUndo : ChangeKeeps::UntilDone);
+    result.error = change.Write(dataFolder / output, TextOf(CombinedLines, output.ends_with("ddq")));
+    if (!result.error) result.error = change.Commit();
     return result;
 }
 

@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <system_error>
 
-#include "base/files.h"
+#include "base/file_change.h"
+#include "shell/session.h"
 
 namespace brantlow {
 
@@ -21,14 +21,15 @@ std::string BareFileName(std::string_view path);
 struct CombinedFile {
     std::string unreadable;  // the name of the file that could not be read; then nothing was written
     std::size_t rows = 0;
-    std::error_code error;  // when `output` could not be written; an old file stands
+    FileFault error;  // when `output` could not be written; an old file stands
 };
 
-// Writes the rows of `first` and then those of `second` as `output`, all three names in `dataFolder`. Lines
+// Writes the rows of `first` and then those of `second` as `output`, all three names in the session's data
+// folder; a file that is replaced can be undone. Lines
 // keep their column order and tickers of both files stay twice. The first row of the second file takes the
 // place of the last row of the first. An output whose name ends in "ddq" gets the header of all columns, any
 // other none. Rows past the 18,000th are left out.
-CombinedFile CombineQuoteFiles(const Path& dataFolder, const std::string& first, const std::string& second,
+CombinedFile CombineQuoteFiles(const Session& session, const std::string& first, const std::string& second,
                                const std::string& output);
 
 }  // namespace brantlow

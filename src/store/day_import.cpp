@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "shell/session_change.h"
 #include "shell/status_words.h"
 #include "store/import_record.h"
 #include "store/update_list.h"
@@ -27,17 +28,29 @@ void ShowEntry(Session& session, std::size_t entry, std::size_t entries) {
     session.person.PumpEvents();
 }
 
-void StoreEntries(Session& session, std::size_t entries, QuoteArrays& rows, DayStore& days,
+void StoreEntries(Session& session, std::size_t entries, QuoteArrays& rows, DayStore& days, DayRun& run,
                   DayImport& result) {
-    GrowingFile updateList(UpdateListPath(session.settings.QuoteFolder));
     for (std::size_t entry = 1; entry <= entries; ++entry) {
         ShowEntry(session, entry, entries);
         if (!rows.HasRow(entry)) continue;
-        const StoredDay stored = StoreDay(session.settings.QuoteFolder, rows, entry, days, updateList);
+        const StoredDay stored = StoreDay(session.settings.QuoteFolder, rows, entry, days, run);
         if (stored.outcome == DayOutcome::Appended || stored.outcome == DayOutcome::Replaced) ++result.stored;
-        if (!result.error) result.error = stored.error;
         if (stored.outcome != DayOutcome::Skipped) result.byTicker[rows.Symbols[entry]] = stored;
+        if (!stored.error) continue;
+        ++result.failed;
+        if (!result.error) result.error = stored.error;
     }
+}
+
+// The days come to the disk before the list says that they are stored.
+FileFault CommitDays(Session& session, std::size_t tickers, const Path& file, const DayImport& result,
+                     DayRun& run) {
+    const Path list = UpdateListPath(session.settings.QuoteFolder);
+    if (FileFault fault = run.change.Write(list, UpdateCountLine(tickers) + run.listed)) return fault;
+    if (result.failed == 0) {
+        if (FileFault fault = run.change.Delete(file)) return fault;
+    }
+    return run.change.Commit();
 }
 
 }  // namespace
@@ -49,10 +62,17 @@ DayImport ImportEndOfDay(Session& session, const QuoteTable& table, DayStore& da
     QuoteArrays rows;
     DayImport result;
     result.lines = ReadRecords(file, rows);
-    // Like the days, the list of them is one that a failed write does not hold up.
-    AppendUpdateCount(session.settings.QuoteFolder, table.TickerCount());
-    StoreEntries(session, table.TickerCount(), rows, days, result);
-    if (!result.error) DeleteOneFile(file);
+    FileChange change(ChangePlaceOf(session), "Update " + session.CurrentFile, ChangeKeeps::UntilDone);
+    DayRun run{change, {}, {}};
+    StoreEntries(session, table.TickerCount(), rows, days, run, result);
+    if (FileFault fault = CommitDays(session, table.TickerCount(), file, result, run)) {
+        if (change.TakeBack()) fault.isHalfDone = true;
+        result.error = std::move(fault);
+        result.stored = 0;
+        result.failed = 0;
+        for (auto& [ticker, day] : result.byTicker) day = {DayOutcome::Failed, result.error};
+    }
+    result.halfLines = std::move(run.halfLines);
     session.person.ShowStatusWord(kStatusComplete);
     return result;
 }

@@ -1,5 +1,7 @@
 #include "store/day_store.h"
 
+#include <algorithm>
+
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/values.h"
@@ -34,24 +36,37 @@ std::size_t EndOfLine(std::string_view bytes, std::size_t number) {
     return end;
 }
 
-void ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
+// Whether the last line, which has no line end, was cut off inside.
+bool IsHalfLine(std::string_view line) {
+    return std::count(line.begin(), line.end(), ',') + 1 < static_cast<std::ptrdiff_t>(kHistoryFieldCount);
+}
+
+// Missing is an empty file; one that cannot be read is not.
+FileFault ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
     state.used = 0;
-    if (opened) opened->ReadIntoBuffer(state.buffer, state.used);
+    if (opened && opened->ReadIntoBuffer(state.buffer, state.used) == ReadOutcome::Failed) {
+        const std::error_code error = ReadWholeFile(*state.file).error;
+        return {*state.file, error ? error : std::make_error_code(std::errc::io_error)};
+    }
     const std::string_view bytes = state.Bytes();
     state.endsInsideLine = !bytes.empty() && bytes.back() != '\n';
+    const std::string_view last = state.endsInsideLine ? LastLine(bytes) : std::string_view{};
+    state.hadHalfLine = state.endsInsideLine && IsHalfLine(last);
+    if (state.hadHalfLine) state.used = bytes.rfind('\n') + 1;
     // A file of fewer bytes has fewer lines.
     if (bytes.size() > kMostRows && LineCount(bytes) > kMostRows) state.used = EndOfLine(bytes, kMostRows);
     state.last = state.used == 0 ? HistoryRecord{} : ParseHistoryLine(LastLine(state.Bytes()));
+    return {};
 }
 
 // A date without a year leaves the file and the records of the row before in force.
-void OpenYearFile(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row,
-                  std::optional<GrowingFile>& opened, DayStore& state) {
+FileFault OpenYearFile(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row,
+                       const FileChange& change, std::optional<GrowingFile>& opened, DayStore& state) {
     const std::string_view year = YearDigits(rows.TradeDates[row]);
-    if (!(LeadingNumber(year) > 0)) return;
+    if (!(LeadingNumber(year) > 0)) return {};
     state.file = YearFilePath(quoteFolder, rows.Symbols[row], year);
-    if (state.file) opened.emplace(*state.file);
-    ReadYearFile(opened, state);
+    if (state.file) opened.emplace(change.Where(*state.file));
+    return ReadYearFile(opened, state);
 }
 
 bool ReplacesLast(const QuoteArrays& rows, std::size_t row, const HistoryRecord& last) {
@@ -63,7 +78,7 @@ bool FollowsLast(const QuoteArrays& rows, std::size_t row, const HistoryRecord& 
     return rows.TradeDates[row] > last.HistoryDate && LeadingNumber(rows.LastPrices[row]) > 0;
 }
 
-std::error_code ReplaceLast(const HistoryRecord& record, DayStore& state) {
+FileFault ReplaceLast(const HistoryRecord& record, DayRun& run, DayStore& state) {
     std::string bytes;
     LineReader reader(state.Bytes());
     std::string_view line;
@@ -72,23 +87,48 @@ std::error_code ReplaceLast(const HistoryRecord& record, DayStore& state) {
         AppendHistoryLine(ParseHistoryLine(line), bytes);
     }
     AppendHistoryLine(record, bytes);
-    const std::error_code error = WriteWholeFile(*state.file, bytes, Flush::Later);
-    if (!error) state.endsInsideLine = false;
-    return error;
+    return run.change.Write(*state.file, bytes);
 }
 
-std::error_code Append(const HistoryRecord& record, std::optional<GrowingFile>& opened, DayStore& state) {
-    std::string bytes(state.endsInsideLine ? kLineEnd : std::string_view{});
-    AppendHistoryLine(record, bytes);
-    if (!opened) opened.emplace(*state.file);
+FileFault AppendInPlace(const std::string& bytes, std::optional<GrowingFile>& opened, DayRun& run,
+                        const Path& file) {
+    if (const FileFault fault = run.change.WillGrow(file)) return fault;
+    if (!opened) opened.emplace(run.change.Where(file));
     std::error_code error = opened->Append(bytes);
     if (!error) error = opened->Close();
-    if (!error) state.endsInsideLine = false;
-    return error;
+    return {file, error};
 }
 
-StoredDay Outcome(DayOutcome outcome, std::error_code error) {
-    return {error ? DayOutcome::Failed : outcome, error};
+FileFault Append(const HistoryRecord& record, std::optional<GrowingFile>& opened, DayRun& run,
+                 DayStore& state) {
+    std::string line;
+    AppendHistoryLine(record, line);
+    if (state.hadHalfLine) return run.change.Write(*state.file, std::string(state.Bytes()) + line);
+    return AppendInPlace((state.endsInsideLine ? std::string(kLineEnd) : std::string()) + line, opened, run,
+                         *state.file);
+}
+
+// What a write made of the file's end.
+StoredDay Stored(DayOutcome outcome, FileFault fault, DayRun& run, DayStore& state) {
+    if (fault) return {DayOutcome::Failed, std::move(fault)};
+    if (state.hadHalfLine) run.halfLines.push_back(*state.file);
+    state.endsInsideLine = false;
+    state.hadHalfLine = false;
+    return {outcome, {}};
+}
+
+StoredDay StoreRow(const QuoteArrays& rows, std::size_t row, std::optional<GrowingFile>& opened, DayRun& run,
+                   DayStore& state) {
+    if (!state.file) return {DayOutcome::Unchanged, {}};
+    const HistoryRecord record = RecordOfRow(rows, row);
+    if (ReplacesLast(rows, row, state.last)) {
+        opened.reset();
+        return Stored(DayOutcome::Replaced, ReplaceLast(record, run, state), run, state);
+    }
+    if (FollowsLast(rows, row, state.last)) {
+        return Stored(DayOutcome::Appended, Append(record, opened, run, state), run, state);
+    }
+    return {DayOutcome::Unchanged, {}};
 }
 
 }  // namespace
@@ -124,20 +164,16 @@ HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row) {
 }
 
 StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state,
-                   GrowingFile& updateList) {
+                   DayRun& run) {
     if (!IsStored(rows, row)) return {};
     RepairRow(rows, row);
     RepairOpenPrice(rows, row);
-    // The list is a help for taking an update back: a day is stored even where the list cannot be written.
-    AppendUpdatedTicker(updateList, rows.Symbols[row]);
     std::optional<GrowingFile> opened;
-    OpenYearFile(quoteFolder, rows, row, opened, state);
-    if (!state.file) return {DayOutcome::Unchanged, {}};
-    const HistoryRecord record = RecordOfRow(rows, row);
-    if (ReplacesLast(rows, row, state.last)) return Outcome(DayOutcome::Replaced, ReplaceLast(record, state));
-    if (FollowsLast(rows, row, state.last))
-        return Outcome(DayOutcome::Appended, Append(record, opened, state));
-    return {DayOutcome::Unchanged, {}};
+    FileFault fault = OpenYearFile(quoteFolder, rows, row, run.change, opened, state);
+    if (fault) return {DayOutcome::Failed, std::move(fault)};
+    StoredDay stored = StoreRow(rows, row, opened, run, state);
+    if (!stored.error) run.listed += UpdatedTickerLine(rows.Symbols[row]);
+    return stored;
 }
 
 }  // namespace brantlow

@@ -2,16 +2,17 @@
 //
 // A year file grows at its end only: a newer date is appended, the last day is replaced when the new record
 // is later in the day or higher in price, and anything else is dropped. Dates are compared as text, which is
-// calendar order within one year file.
+// calendar order within one year file. A file that is replaced takes its place when the run's change is
+// committed, one that is appended to grows at once.
 #pragma once
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
+#include <vector>
 
-#include "base/files.h"
+#include "base/file_change.h"
 #include "store/history_record.h"
 #include "store/quote_rows.h"
 
@@ -30,6 +31,8 @@ struct DayStore {
     HistoryRecord last;
     // The file's last line has no line end.
     bool endsInsideLine = false;
+    // The file had a half line at its end; `used` leaves it out.
+    bool hadHalfLine = false;
 
     std::string_view Bytes() const { return std::string_view(buffer).substr(0, used); }
     // The records of the file, at most kMostRows; counted anew by each call.
@@ -46,13 +49,23 @@ enum class DayOutcome {
 
 struct StoredDay {
     DayOutcome outcome = DayOutcome::Skipped;
-    std::error_code error;  // set when Failed
+    FileFault error;  // set when Failed
+};
+
+// One run of storing days: the change of files that it is, and what it tells.
+struct DayRun {
+    FileChange& change;  // the caller commits it
+    // The lines of the tickers that were looked at, in order; those that failed are not among them.
+    std::string listed;
+    // Files whose last line had been cut off; it is gone where the file was written.
+    std::vector<Path> halfLines;
 };
 
 // Stores row `row` of `rows`, for which room was made; its missing prices are filled in first. The ticker
-// enters the update list, which the caller keeps open for one run, unless the row is skipped.
+// enters the run's list unless the row is skipped. A line that a lost connection to the disk cut off at the
+// end of the file, one of fewer than 19 fields without a line end, is left out when the file is written.
 StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state,
-                   GrowingFile& updateList);
+                   DayRun& run);
 
 // The row as a record of its year file, rounded.
 HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row);

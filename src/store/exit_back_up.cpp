@@ -45,7 +45,8 @@ std::optional<FolderCopy> RunStep(const Step& step, const Path& from, const Path
         return std::nullopt;
     }
     const auto progress = [&](double share) { person.ShowProgress((step.done + share) / kSteps); };
-    return CopyFolderFiles(from, FolderOfSetting(appPath, folder), progress);
+    FileChange change({appPath, {}}, "Back Up", ChangeKeeps::Nothing);
+    return CopyFolderFiles(from, FolderOfSetting(appPath, folder), change, CopyGroups::Several, progress);
 }
 
 }  // namespace

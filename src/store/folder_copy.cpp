@@ -1,38 +1,96 @@
 #include "store/folder_copy.h"
 
+#include <string_view>
+#include <utility>
+#include <vector>
+
 namespace brantlow {
 
 namespace {
 
-std::error_code CopyWholeFile(const Path& from, const Path& to) {
-    const ReadResult read = ReadWholeFile(from);
-    if (read.outcome == ReadOutcome::Missing) {
-        return std::make_error_code(std::errc::no_such_file_or_directory);
-    }
-    if (read.outcome == ReadOutcome::Failed) return read.error;
-    return WriteWholeFile(to, read.bytes, Flush::Later);
+// Unfinished files are no part of a folder, and access keys stay where they are.
+bool IsCopied(std::string_view name) {
+    return !IsTemporaryName(name) && name != kKeysFileName;
 }
+
+FileFault PrepareCopy(const Path& from, const Path& to, FileChange& change, bool& isRead) {
+    const ReadResult read = ReadWholeFile(from);
+    isRead = read.outcome == ReadOutcome::Done;
+    if (read.outcome == ReadOutcome::Missing) {
+        return {from, std::make_error_code(std::errc::no_such_file_or_directory)};
+    }
+    if (read.outcome == ReadOutcome::Failed) return {from, read.error};
+    return change.Write(to, read.bytes);
+}
+
+// The files of one copying on their way.
+class FolderWalk {
+  public:
+    FolderWalk(FileChange& change, CopyGroups groups) : change_(change), groups_(groups) {}
+
+    // False when nothing further is to be copied.
+    bool Take(const Path& from, const Path& to) {
+        bool isRead = false;
+        const FileFault fault = PrepareCopy(from, to, change_, isRead);
+        if (!fault) {
+            ++prepared_;
+        } else {
+            CountFailed(1, fault);
+        }
+        // One change of all files: where one cannot be written, none is.
+        if (fault && isRead && groups_ == CopyGroups::AllInOne) return TakeBack();
+        constexpr std::size_t kGroup = 256;
+        if (groups_ == CopyGroups::Several && prepared_ >= kGroup) Commit();
+        return true;
+    }
+
+    void Commit() {
+        const std::size_t prepared = std::exchange(prepared_, 0);
+        if (const FileFault fault = change_.Commit()) {
+            CountFailed(prepared, fault);
+        } else {
+            copy_.copied += prepared;
+        }
+    }
+
+    std::size_t Walked() const { return copy_.copied + copy_.failed + prepared_; }
+    FolderCopy Result() { return std::move(copy_); }
+
+  private:
+    void CountFailed(std::size_t count, const FileFault& fault) {
+        if (copy_.failed == 0) copy_.error = fault;
+        copy_.failed += count;
+    }
+
+    bool TakeBack() {
+        if (change_.TakeBack()) copy_.error.isHalfDone = true;
+        copy_.failed += std::exchange(prepared_, 0);
+        return false;
+    }
+
+    FileChange& change_;
+    CopyGroups groups_;
+    std::size_t prepared_ = 0;
+    FolderCopy copy_;
+};
 
 }  // namespace
 
-FolderCopy CopyFolderFiles(const Path& from, const Path& to, const std::function<void(double)>& progress) {
+FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change, CopyGroups groups,
+                           const std::function<void(double)>& progress) {
     std::error_code ignored;
     // No more than the last folder: the ones above are missing when the drive is.
     std::filesystem::create_directory(to, ignored);
-    FolderCopy copy;
-    const std::vector<std::string> names = FileNamesIn(from);
+    std::vector<std::string> names = FileNamesIn(from);
+    std::erase_if(names, [](const std::string& name) { return !IsCopied(name); });
+    FolderWalk walk(change, groups);
     for (const std::string& name : names) {
-        const std::error_code error = CopyWholeFile(from / name, to / name);
-        if (progress) {
-            progress(static_cast<double>(copy.copied + copy.failed + 1) / static_cast<double>(names.size()));
-        }
-        if (!error) {
-            ++copy.copied;
-            continue;
-        }
-        if (copy.failed++ == 0) copy.error = error;
+        const bool goesOn = walk.Take(from / name, to / name);
+        if (progress) progress(static_cast<double>(walk.Walked()) / static_cast<double>(names.size()));
+        if (!goesOn) return walk.Result();
     }
-    return copy;
+    walk.Commit();
+    return walk.Result();
 }
 
 }  // namespace brantlow

@@ -3,23 +3,26 @@
 
 #include <cstddef>
 #include <functional>
-#include <system_error>
 
-#include "base/files.h"
+#include "base/file_change.h"
 
 namespace brantlow {
 
 struct FolderCopy {
     std::size_t copied = 0;
     std::size_t failed = 0;
-    std::error_code error;  // why the first of them failed
+    FileFault error;  // the first of them, and why
 };
 
-// Copies every regular file of `from`, hidden ones included, into `to`, each whole or not at all; files of
-// the same name there are replaced, others stay, folders are left out. A file that cannot be copied is passed
-// over. `to` is made when only its last folder is missing. `progress`, where there is one, takes the share of
-// the files that is done, 0 to 1.
-FolderCopy CopyFolderFiles(const Path& from, const Path& to,
+// Whether the files come to their places in several groups, as those of a back-up, or all in one, as those of
+// a restoring that can be undone: none of them then, where one cannot be written.
+enum class CopyGroups { Several, AllInOne };
+
+// Copies every regular file of `from`, hidden ones included, into `to` by `change`, each whole or not at all;
+// files of the same name there are replaced, others stay, folders, unfinished files and the access keys are
+// left out. A file that cannot be read is passed over. `to` is made when only its last folder is missing.
+// `progress`, where there is one, takes the share of the files that is done, 0 to 1.
+FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change, CopyGroups groups,
                            const std::function<void(double)>& progress = nullptr);
 
 }  // namespace brantlow

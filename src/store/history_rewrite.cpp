@@ -1,7 +1,6 @@
 #include "store/history_rewrite.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "store/year_files.h"
 
@@ -12,23 +11,6 @@ namespace {
 bool Holds(const std::vector<Path>& files, const Path& file) {
     return std::any_of(files.begin(), files.end(),
                        [&](const Path& other) { return other.filename() == file.filename(); });
-}
-
-// Writes the files, last text first; `written` takes those whose place is taken, be it by an old file that
-// could not be replaced.
-std::error_code WriteFiles(const std::string& quoteFolder, std::string_view ticker,
-                           std::span<const YearFileText> texts, WhenOneFails whenOneFails,
-                           std::vector<Path>& written) {
-    std::error_code first;
-    for (std::size_t i = texts.size(); i-- > 0;) {
-        const std::optional<Path> path = YearFilePath(quoteFolder, ticker, texts[i].year);
-        if (!path) continue;
-        const std::error_code error = WriteWholeFile(*path, texts[i].bytes, Flush::Later);
-        if (error && !first) first = error;
-        if (error && whenOneFails == WhenOneFails::Stop) return first;
-        if (!error || IsRegularFile(*path)) written.push_back(*path);
-    }
-    return first;
 }
 
 }  // namespace
@@ -45,24 +27,32 @@ void YearFileTexts::Add(const HistoryRecord& record) {
     AppendHistoryLine(record, TextOf(YearDigits(record.HistoryDate)));
 }
 
-std::error_code ReplaceTickerHistory(const std::string& quoteFolder, std::string_view ticker,
-                                     std::span<const YearFileText> texts, WhenOneFails whenOneFails) {
-    std::vector<Path> files = YearFilesOf(quoteFolder, ticker);
-    return ReplaceTickerHistory(quoteFolder, ticker, texts, whenOneFails, files);
+FileFault PrepareTickerHistory(const std::string& quoteFolder, std::string_view ticker,
+                               std::span<const YearFileText> texts, std::vector<Path>& files,
+                               FileChange& change) {
+    std::vector<Path> written;
+    for (const YearFileText& text : texts) {
+        const std::optional<Path> path = YearFilePath(quoteFolder, ticker, text.year);
+        if (!path) continue;
+        if (FileFault fault = change.Write(*path, text.bytes)) return fault;
+        written.push_back(*path);
+    }
+    for (const Path& file : files) {
+        if (Holds(written, file)) continue;
+        if (FileFault fault = change.Delete(file)) return fault;
+    }
+    files = std::move(written);
+    return {};
 }
 
-std::error_code ReplaceTickerHistory(const std::string& quoteFolder, std::string_view ticker,
-                                     std::span<const YearFileText> texts, WhenOneFails whenOneFails,
-                                     std::vector<Path>& files) {
-    std::vector<Path> kept;
-    const std::error_code error = WriteFiles(quoteFolder, ticker, texts, whenOneFails, kept);
-    const bool isComplete = !error || whenOneFails == WhenOneFails::GoOn;
-    for (const Path& file : files) {
-        if (Holds(kept, file) || (isComplete && DeleteOneFile(file))) continue;
-        kept.push_back(file);
+FileFault PrepareHistoryDeletion(const std::string& quoteFolder, std::span<const std::string> tickers,
+                                 FileChange& change) {
+    for (const auto& [ticker, files] : YearFilesByTicker(quoteFolder, tickers)) {
+        for (const Path& file : files) {
+            if (FileFault fault = change.Delete(file)) return fault;
+        }
     }
-    files = std::move(kept);
-    return error;
+    return {};
 }
 
 }  // namespace brantlow

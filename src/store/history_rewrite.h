@@ -6,11 +6,10 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <unordered_map>
 #include <vector>
 
-#include "base/files.h"
+#include "base/file_change.h"
 #include "store/history_record.h"
 
 namespace brantlow {
@@ -37,22 +36,15 @@ class YearFileTexts {
     std::size_t current_ = 0;
 };
 
-// What happens to the other files when one cannot be written. Its old file stands in either case.
-enum class WhenOneFails {
-    GoOn,
-    Stop,  // the files that come after it, and the deletions, are left as they are
-};
+// Prepares in `change` that `texts` take the place of all year files of `ticker`; without texts the ticker
+// has no files afterwards. `files` are those it has, and afterwards those it will have. A year that can name
+// no file is passed over.
+FileFault PrepareTickerHistory(const std::string& quoteFolder, std::string_view ticker,
+                               std::span<const YearFileText> texts, std::vector<Path>& files,
+                               FileChange& change);
 
-// Replaces all year files of `ticker` by `texts`, each file whole; without texts the ticker has no files
-// afterwards. The last text is written first and old files go at the end: a restatement that breaks off
-// leaves the old prices below the new ones, where the next run finds the jump and goes on. A year that can
-// name no file is passed over. Returns the first error.
-std::error_code ReplaceTickerHistory(const std::string& quoteFolder, std::string_view ticker,
-                                     std::span<const YearFileText> texts, WhenOneFails whenOneFails);
-
-// The same for a caller who knows which files the ticker has; `files` holds what it has afterwards.
-std::error_code ReplaceTickerHistory(const std::string& quoteFolder, std::string_view ticker,
-                                     std::span<const YearFileText> texts, WhenOneFails whenOneFails,
-                                     std::vector<Path>& files);
+// Prepares that the tickers have no files, with one look at the folder.
+FileFault PrepareHistoryDeletion(const std::string& quoteFolder, std::span<const std::string> tickers,
+                                 FileChange& change);
 
 }  // namespace brantlow

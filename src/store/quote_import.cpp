@@ -10,6 +10,7 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "shell/session_change.h"
 #include "shell/settings/field_lists.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
@@ -80,12 +81,12 @@ std::vector<FilePart> FilePartsOf(const SettingsTables& settings) {
 // One import from its lines on.
 class ImportWalk {
   public:
-    ImportWalk(Session& session, QuoteTable& table, DayStore& days, QuoteImport& result)
+    ImportWalk(Session& session, QuoteTable& table, DayStore& days, DayRun& run, QuoteImport& result)
         : session_(session),
           table_(table),
           former_(table),
           days_(days),
-          updateList_(UpdateListPath(session.settings.QuoteFolder)),
+          run_(run),
           result_(result),
           separator_(SeparatorOf(session.settings)),
           parts_(FilePartsOf(session.settings)) {
@@ -202,7 +203,7 @@ class ImportWalk {
     }
 
     void Store(std::size_t row) {
-        const StoredDay stored = StoreDay(session_.settings.QuoteFolder, rows_, row, days_, updateList_);
+        const StoredDay stored = StoreDay(session_.settings.QuoteFolder, rows_, row, days_, run_);
         if (stored.outcome == DayOutcome::Appended || stored.outcome == DayOutcome::Replaced) {
             ++result_.stored;
         }
@@ -231,7 +232,7 @@ class ImportWalk {
     QuoteTable& table_;
     const QuoteTable former_;
     DayStore& days_;
-    GrowingFile updateList_;
+    DayRun& run_;
     QuoteImport& result_;
     char separator_;
     std::vector<FilePart> parts_;
@@ -245,7 +246,17 @@ bool TakesImports(const std::string& currentFile) {
     return kind == FileKind::Ddq || kind == FileKind::Db;
 }
 
-ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, QuoteImport& result) {
+// An import adds its tickers to the list of the last update.
+FileFault PrepareUpdateList(const std::string& quoteFolder, DayRun& run) {
+    if (run.listed.empty()) return {};
+    const Path list = UpdateListPath(quoteFolder);
+    const ReadResult read = ReadWholeFile(list);
+    if (read.outcome == ReadOutcome::Failed) return {list, read.error};
+    return run.change.Write(list, read.bytes + run.listed);
+}
+
+ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, DayRun& run,
+                          QuoteImport& result) {
     const std::vector<std::string> lines =
         ImportLinesOf(BytesOrEmpty(ImportFile(session.AppPath, session.settings)));
     if (lines.empty()) {
@@ -258,14 +269,40 @@ ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, Q
         !session.person.Ask(kImportLimitQuestion, kImportLimitTitle)) {
         return ImportOutcome::Declined;
     }
-    ImportWalk walk(session, table, days, result);
+    ImportWalk walk(session, table, days, run, result);
     walk.TakeLines(lines, ownRows);
     walk.TellLostRows(ownRows);
-    result.report.SetHeadline(fmt::format("{} imported, {} stored", Counted(result.rows, "row", "rows"),
-                                          Counted(result.stored, "day", "days")));
     if (result.rows > 0) result.report.MarkChanged();
     ColorChange(table, KindOf(session.CurrentFile), session.clock.Today(), nullptr);
     return result.error ? ImportOutcome::Failed : ImportOutcome::Done;
+}
+
+// The line of the report; of an import that failed nothing is left to tell of.
+void TellImport(QuoteImport& result) {
+    if (result.outcome == ImportOutcome::NothingToRead) return;
+    if (result.outcome == ImportOutcome::Failed) {
+        result.report = RunReport(result.report.What(), "rows");
+        result.report.Fail(FaultReason("The import", result.error));
+        if (result.error.isHalfDone) result.report.MarkChanged();
+        return;
+    }
+    result.report.SetHeadline(fmt::format("{} imported, {} stored", Counted(result.rows, "row", "rows"),
+                                          Counted(result.stored, "day", "days")));
+}
+
+// Puts what the import prepared in place; after a failure all files are as they were.
+void CommitImport(Session& session, const QuoteTable& table, const Path* saveTo, DayRun& run,
+                  QuoteImport& result) {
+    if (!result.error) result.error = PrepareUpdateList(session.settings.QuoteFolder, run);
+    if (!result.error && saveTo != nullptr && result.outcome == ImportOutcome::Done) {
+        result.error = PrepareQuoteTable(table, *saveTo, run.change);
+    }
+    if (!result.error) result.error = run.change.Delete(ImportFile(session.AppPath, session.settings));
+    if (!result.error) result.error = run.change.Commit();
+    if (!result.error) return;
+    result.outcome = ImportOutcome::Failed;
+    result.stored = 0;
+    if (run.change.TakeBack()) result.error.isHalfDone = true;
 }
 
 }  // namespace
@@ -297,14 +334,14 @@ QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, co
     }
     session.run.ProgressLastShown = 0;
     result.report = RunReport("Import into " + session.CurrentFile, "rows");
-    result.report.SetHeadline("0 rows imported, 0 days stored");
-    result.outcome = ReadAndTake(session, table, days, result);
+    FileChange change(ChangePlaceOf(session), "Import " + session.CurrentFile);
+    change.AlsoKeep(session.DataFile(kLastRunName));
+    DayRun run{change, {}, {}};
+    result.outcome = ReadAndTake(session, table, days, run, result);
     if (result.outcome == ImportOutcome::Declined) return result;
-    if (result.outcome == ImportOutcome::Done && saveTo != nullptr) {
-        result.error = SaveQuoteTable(table, *saveTo);
-        if (result.error) result.outcome = ImportOutcome::Failed;
-    }
-    if (result.outcome != ImportOutcome::Failed) DeleteOneFile(ImportFile(session.AppPath, session.settings));
+    CommitImport(session, table, saveTo, run, result);
+    TellImport(result);
+    result.halfLines = std::move(run.halfLines);
     session.run.CurrentRow = 0;
     session.person.ShowTickerCount(table.TickerCount());
     session.person.ShowStatusWord(kStatusComplete);

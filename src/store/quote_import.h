@@ -36,14 +36,15 @@ enum class ImportOutcome {
     NeedsQuoteFile,
     Declined,  // the person does not want to lose the lines beyond the limit, or the program's own file that
                // would be imported: nothing was changed
-    Failed,    // a year file or the table could not be written: the import file stays
+    Failed,    // a file could not be written: all files, that of the import included, are as they were
 };
 
 struct QuoteImport {
     ImportOutcome outcome = ImportOutcome::Done;
-    std::size_t rows = 0;    // lines of the file that became rows
-    std::size_t stored = 0;  // days appended to the database or replaced in it
-    std::error_code error;   // set when Failed: the first failure
+    std::size_t rows = 0;         // lines of the file that became rows
+    std::size_t stored = 0;       // days appended to the database or replaced in it
+    FileFault error;              // set when Failed: the first failure
+    std::vector<Path> halfLines;  // year files whose last line had been cut off; it is gone
     // What became of each row, and of the tickers whose row went.
     RunReport report;
 };
@@ -55,8 +56,9 @@ Path ImportFile(const Path& appPath, const SettingsTables& settings);
 std::vector<std::string> ImportLinesOf(std::string_view bytes);
 
 // Imports into `table`, which the session's CurrentFile names. Columns that a file cannot supply (the alarms)
-// stay with their tickers. `saveTo`, unless null, takes the table before the import file is deleted.
-// Messages, status words, the ticker count and progress go to the session's person.
+// stay with their tickers. `saveTo`, unless null, takes the table. The days, the update list, the table and
+// the end of the import file are one change of files that can be undone. Messages, status words, the ticker
+// count and progress go to the session's person.
 QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, const Path* saveTo);
 
 }  // namespace brantlow

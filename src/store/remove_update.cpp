@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "shell/session_change.h"
 #include "store/history_record.h"
 #include "store/update_list.h"
 #include "store/year_files.h"
@@ -23,23 +24,39 @@ std::vector<HistoryRecord> ReadRecords(const std::string& bytes) {
     return records;
 }
 
-std::error_code WriteWithoutLast(const Path& file, std::vector<HistoryRecord>& records) {
+FileFault PrepareWithoutLast(const Path& file, std::vector<HistoryRecord>& records, FileChange& change) {
     records.pop_back();
     std::string bytes;
     for (HistoryRecord& record : records) {
         RoundHistoryRecord(record);
         AppendHistoryLine(record, bytes);
     }
-    if (!bytes.empty()) return WriteWholeFile(file, bytes, Flush::Later);
-    return DeleteOneFile(file) ? std::error_code() : std::make_error_code(std::errc::permission_denied);
+    return bytes.empty() ? change.Delete(file) : change.Write(file, bytes);
 }
 
-void RemoveLastRecord(const Path& file, RemovedUpdate& result) {
-    std::vector<HistoryRecord> records = ReadRecords(BytesOrEmpty(file));
-    if (records.empty()) return;
-    const std::error_code error = WriteWithoutLast(file, records);
-    if (!error) ++result.removed;
-    if (!result.error) result.error = error;
+// A ticker that the list names twice loses two records.
+FileFault PrepareRemoval(const Path& file, FileChange& change, std::size_t& removed) {
+    if (change.IsDeleted(file)) return {};
+    const ReadResult read = ReadWholeFile(change.Where(file));
+    if (read.outcome == ReadOutcome::Failed) return {file, read.error};
+    std::vector<HistoryRecord> records = ReadRecords(read.bytes);
+    if (records.empty()) return {};
+    ++removed;
+    return PrepareWithoutLast(file, records, change);
+}
+
+FileFault RemoveFromFiles(Session& session, const std::vector<std::string>& tickers, FileChange& change,
+                          std::size_t& removed) {
+    const std::string today = FormatDate(session.clock.Today());
+    for (std::size_t i = 0; i < tickers.size(); ++i) {
+        const auto file = YearFilePath(session.settings.QuoteFolder, tickers[i], YearDigits(today));
+        if (file) {
+            if (FileFault fault = PrepareRemoval(*file, change, removed)) return fault;
+        }
+        session.run.ProgressFraction = static_cast<double>(i + 1) / static_cast<double>(tickers.size());
+        session.person.ShowProgress(session.run.ProgressFraction);
+    }
+    return change.Commit();
 }
 
 }  // namespace
@@ -49,14 +66,12 @@ RemovedUpdate RemoveLastUpdate(Session& session) {
     const std::string& quoteFolder = session.settings.QuoteFolder;
     const UpdateList list = ReadUpdateList(quoteFolder);
     result.hasList = list.outcome == ReadOutcome::Done;
-    const std::string today = FormatDate(session.clock.Today());
     session.run.ProgressLastShown = 0;
-    for (std::size_t i = 0; i < list.tickers.size(); ++i) {
-        const std::optional<Path> file = YearFilePath(quoteFolder, list.tickers[i], YearDigits(today));
-        if (file) RemoveLastRecord(*file, result);
-        session.run.ProgressFraction = static_cast<double>(i + 1) / static_cast<double>(list.tickers.size());
-        session.person.ShowProgress(session.run.ProgressFraction);
-    }
+    FileChange change(ChangePlaceOf(session), std::string(kRemoveLastUpdateChange));
+    result.error = RemoveFromFiles(session, list.tickers, change, result.removed);
+    if (!result.error) return result;
+    result.removed = 0;
+    if (change.TakeBack()) result.error.isHalfDone = true;
     return result;
 }
 

@@ -4,8 +4,8 @@
 
 #include <cstddef>
 #include <string_view>
-#include <system_error>
 
+#include "base/file_change.h"
 #include "shell/session.h"
 
 namespace brantlow {
@@ -16,15 +16,19 @@ inline constexpr std::string_view kRemoveUpdateTitle = "Remove Update?";
 inline constexpr std::string_view kNoUpdateToRemove =
     "You will need to update the quote file before you can remove the last day of data.";
 
+// The name of the change that can be undone.
+inline constexpr std::string_view kRemoveLastUpdateChange = "Remove Last Update";
+
 struct RemovedUpdate {
     bool hasList = false;     // false: there is no update list, nothing was changed
     std::size_t removed = 0;  // records
-    std::error_code error;    // of the first file that could not be written; it stands as it was
+    FileFault error;          // the first file that could not be read or written; nothing was changed
 };
 
 // Removes the last record of this year's file of each ticker of the list, whatever its date; a file of one
 // record goes with it. The list stays: a second call removes a further day. No more than 1,000 records of a
-// file are looked at, and what lies behind them is lost with the last. Progress goes to the session's person.
+// file are looked at, and what lies behind them is lost with the last. All files are one change
+// that can be undone: none is written where one of them cannot be. Progress goes to the session's person.
 RemovedUpdate RemoveLastUpdate(Session& session);
 
 }  // namespace brantlow

@@ -4,8 +4,10 @@
 
 #include "base/askable_ticker.h"
 #include "base/text.h"
+#include "shell/session_change.h"
 #include "shell/settings/choices.h"
 #include "shell/status_words.h"
+#include "store/history_rewrite.h"
 #include "store/table_files.h"
 #include "store/table_sort.h"
 #include "store/year_files.h"
@@ -18,11 +20,8 @@ void WriteCell(QuoteTable& table, std::size_t row, std::string_view header, std:
     if (const auto column = table.ColumnOf(header)) table.SetText(row, *column, text);
 }
 
-// True when the table had the ticker.
-bool RemoveTicker(QuoteTable& table, std::string_view ticker) {
-    const std::size_t row = RowOfTicker(table, ticker);
-    table.RemoveRow(row);
-    return row > 0;
+void RemoveTicker(QuoteTable& table, std::string_view ticker) {
+    table.RemoveRow(RowOfTicker(table, ticker));
 }
 
 }  // namespace
@@ -82,21 +81,41 @@ EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& t
     return EditOutcome::Changed;
 }
 
-TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
-                       const AskDeleteHistory& deletesHistory) {
+TableEdit PrepareDeletion(Session& session, QuoteTable& table, std::string_view symbol,
+                          const AskDeleteHistory& deletesHistory, FileChange& change) {
     if (table.TickerCount() == 1) return {};
-    if (RefuseTableEdit(session, symbol, kDeleteNeedsTicker)) return {EditOutcome::Refused, {}, {}};
+    if (RefuseTableEdit(session, symbol, kDeleteNeedsTicker)) return {.outcome = EditOutcome::Refused};
     const std::string ticker = UpperCase(symbol);
     session.person.ShowStatusWord(kStatusUpdating);
-    if (KindOf(session.CurrentFile) == FileKind::Ddq && deletesHistory(ticker)) {
-        DeleteTickerHistory(session.settings.QuoteFolder, ticker);
-    }
     TableEdit edit;
-    if (RemoveTicker(table, ticker)) {
-        edit.outcome = EditOutcome::Changed;
-        edit.saveError = AutomaticSave(session, table);
+    if (RowOfTicker(table, ticker) > 0) {
+        const bool isQuoteFile = KindOf(session.CurrentFile) == FileKind::Ddq;
+        if (isQuoteFile && deletesHistory(ticker)) {
+            edit.fault = PrepareHistoryDeletion(session.settings.QuoteFolder, {&ticker, 1}, change);
+        }
+        if (!edit.fault) {
+            RemoveTicker(table, ticker);
+            edit.outcome = EditOutcome::Changed;
+        }
     }
     session.person.ShowTickerCount(table.TickerCount());
+    if (edit.outcome != EditOutcome::Changed) session.person.ShowStatusWord(kStatusComplete);
+    return edit;
+}
+
+TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
+                       const AskDeleteHistory& deletesHistory) {
+    FileChange change(ChangePlaceOf(session), "Delete " + UpperCase(symbol));
+    TableEdit edit = PrepareDeletion(session, table, symbol, deletesHistory, change);
+    if (edit.outcome != EditOutcome::Changed || edit.fault) return edit;
+    // A row alone is an ordinary save.
+    if (!change.HasWork()) change.KeepFor(ChangeKeeps::UntilDone);
+    if (SavesTable(session.settings)) {
+        session.person.ShowStatusWord(kStatusSaving);
+        edit.fault = PrepareQuoteTable(table, session.DataFile(session.CurrentFile), change);
+    }
+    if (!edit.fault) edit.fault = change.Commit();
+    edit.saveError = edit.fault.code;
     session.person.ShowStatusWord(kStatusComplete);
     return edit;
 }

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/file_change.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
 
@@ -30,8 +31,9 @@ enum class EditOutcome {
 
 struct TableEdit {
     EditOutcome outcome = EditOutcome::Unchanged;
-    std::error_code saveError;     // the table is changed but could not be saved
-    std::error_code historyError;  // a file of the ticker's history could not be written
+    std::error_code saveError = {};     // the table is changed but could not be saved
+    std::error_code historyError = {};  // a file of the ticker's history could not be written
+    FileFault fault = {};               // of a change of several files: none of them was changed
 };
 
 // The first row of exactly this ticker, 0 when there is none.
@@ -65,8 +67,13 @@ EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& t
 using AskDeleteHistory = std::function<bool(const std::string& ticker)>;
 
 // Takes the row of `symbol`, in any case, out of the table; of an end-of-day table `deletesHistory` is asked
-// first whether the ticker's history goes too. The last ticker of a table stays.
+// first whether the ticker's history goes too. The last ticker of a table stays, and so does the history of a
+// ticker that the table does not hold. What goes with a history can be undone.
 TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
                        const AskDeleteHistory& deletesHistory);
+
+// The same as a part of a change of files, which the caller commits; the table is saved by him.
+TableEdit PrepareDeletion(Session& session, QuoteTable& table, std::string_view symbol,
+                          const AskDeleteHistory& deletesHistory, FileChange& change);
 
 }  // namespace brantlow

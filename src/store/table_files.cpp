@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "base/values.h"
+#include "shell/session_change.h"
 #include "shell/settings/condition_lines.h"
 #include "store/table_colours.h"
 
@@ -50,10 +51,20 @@ void AppendLines(const std::vector<std::string_view>& lines, QuoteTable& table, 
     }
 }
 
-std::error_code CreateTickerFile(std::string header, const QuoteTable& from, const Path& file) {
+std::string TickerFileText(std::string header, const QuoteTable& from) {
     std::string bytes = std::move(header.append(kLineEnd));
     for (std::size_t row = 1; row < from.RowCount(); ++row) bytes.append(from.Ticker(row)).append(kLineEnd);
-    return WriteWholeFile(file, bytes);
+    return bytes;
+}
+
+FileFault CreateFile(const Session& session, std::string_view what, std::string_view name,
+                     std::string_view bytes) {
+    const Path file = session.DataFile(name);
+    FileChange change(ChangePlaceOf(session), std::string(what),
+                      IsRegularFile(file) ? ChangeKeeps::ForUndo : ChangeKeeps::UntilDone);
+    FileFault fault = change.Write(file, bytes);
+    if (!fault) fault = change.Commit();
+    return fault;
 }
 
 // Puts the column named `header` at position `to`, as often as the walk over the positions meets it.
@@ -64,6 +75,19 @@ void ShowColumn(const std::string& header, std::size_t to, QuoteTable& table) {
         if (const QuoteColumn* known = FindQuoteColumn(header)) table.SetWidth(column, known->width);
         table.MoveColumn(column, to);
     }
+}
+
+bool IsTemplate(const Path& file) {
+    return file.filename() == kNewTableName;
+}
+
+std::string TextOf(const QuoteTable& table) {
+    std::string bytes;
+    for (std::size_t row = 0; row < table.RowCount(); ++row) {
+        table.AppendLineText(row, bytes);
+        bytes.append(kLineEnd);
+    }
+    return bytes;
 }
 
 }  // namespace
@@ -98,15 +122,24 @@ void ColumnLocation(FileKind kind, const SettingsTables& settings, QuoteTable& t
 
 TableLoad LoadQuoteTable(const Path& file, FileKind kind, const SettingsTables& settings, const Date& today,
                          QuoteTable& table, Person* progress) {
+    const ReadResult read = ReadWholeFile(file);
+    TableLoad load;
+    load.outcome = read.outcome;
+    load.error = read.error;
+    if (load.Done()) return LoadTableText(read.bytes, kind, settings, today, table, progress);
+    table = QuoteTable();
+    ColumnWidth(kind, table);
+    return load;
+}
+
+TableLoad LoadTableText(std::string_view bytes, FileKind kind, const SettingsTables& settings,
+                        const Date& today, QuoteTable& table, Person* progress) {
     if (kind == FileKind::Db) progress = nullptr;
     table = QuoteTable();
     ColumnWidth(kind, table);
     TableLoad load;
-    const ReadResult read = ReadWholeFile(file);
-    load.outcome = read.outcome;
-    load.error = read.error;
-    if (!load.Done()) return load;
-    AppendLines(FirstLines(read.bytes, load.cut), table, progress);
+    load.outcome = ReadOutcome::Done;
+    AppendLines(FirstLines(bytes, load.cut), table, progress);
     load.empty = table.RowCount() == 0;
     load.hasHeader = HasHeader(table, kind);
     ColumnLocation(kind, settings, table);
@@ -127,17 +160,13 @@ std::string TableLoadSentence(const TableLoad& load, const std::string& name) {
 }
 
 std::error_code SaveQuoteTable(const QuoteTable& table, const Path& file) {
-    if (file.filename() == kNewTableName) return std::make_error_code(std::errc::operation_not_permitted);
-    std::string bytes;
-    for (std::size_t row = 0; row < table.RowCount(); ++row) {
-        table.AppendLineText(row, bytes);
-        bytes.append(kLineEnd);
-    }
-    return WriteWholeFile(file, bytes);
+    if (IsTemplate(file)) return std::make_error_code(std::errc::operation_not_permitted);
+    return WriteWholeFile(file, TextOf(table));
 }
 
-std::error_code CreateEvaluationFile(const QuoteTable& from, const Path& dataFolder) {
-    return CreateTickerFile(EvaluationHeader(), from, dataFolder / Path(kEvaluationsName));
+FileFault PrepareQuoteTable(const QuoteTable& table, const Path& file, FileChange& change) {
+    if (IsTemplate(file)) return {file, std::make_error_code(std::errc::operation_not_permitted)};
+    return change.Write(file, TextOf(table));
 }
 
 void MakeEvaluationTable(const QuoteTable& from, QuoteTable& table) {
@@ -147,8 +176,16 @@ void MakeEvaluationTable(const QuoteTable& from, QuoteTable& table) {
     for (std::size_t row = 1; row < from.RowCount(); ++row) table.AppendLine(from.Ticker(row));
 }
 
-std::error_code CreateFundamentalFile(const QuoteTable& from, const Path& dataFolder) {
-    return CreateTickerFile(EfqHeader(), from, dataFolder / Path(kFundamentalsName));
+std::string FundamentalFileText(const QuoteTable& from) {
+    return TickerFileText(EfqHeader(), from);
+}
+
+FileFault CreateEvaluationFile(const QuoteTable& from, const Session& session) {
+    return CreateFile(session, kSelectorChange, kEvaluationsName, TickerFileText(EvaluationHeader(), from));
+}
+
+FileFault CreateFundamentalFile(const QuoteTable& from, const Session& session) {
+    return CreateFile(session, kFundamentalsChange, kFundamentalsName, FundamentalFileText(from));
 }
 
 std::array<std::string, kConditionCount + 1> ConditionSummary(const SettingsTables& settings) {

@@ -10,8 +10,10 @@
 #include <system_error>
 
 #include "base/dates.h"
+#include "base/file_change.h"
 #include "base/files.h"
 #include "shell/person.h"
+#include "shell/session.h"
 #include "shell/settings/settings_tables.h"
 #include "store/columns.h"
 #include "store/quote_table.h"
@@ -34,6 +36,10 @@ struct TableLoad {
 TableLoad LoadQuoteTable(const Path& file, FileKind kind, const SettingsTables& settings, const Date& today,
                          QuoteTable& table, Person* progress);
 
+// The same for the bytes of a file that is yet to be written.
+TableLoad LoadTableText(std::string_view bytes, FileKind kind, const SettingsTables& settings,
+                        const Date& today, QuoteTable& table, Person* progress);
+
 // Behind the name of a file that was not read to its end.
 inline constexpr std::string_view kTooManyLines =
     "the file has more than 18,000 lines; those behind are not shown, and a save would lose them";
@@ -44,13 +50,23 @@ std::string TableLoadSentence(const TableLoad& load, const std::string& name);
 // Replaces `file` by the table's text, columns in display order, hidden ones included. The template is
 // refused (operation_not_permitted). On failure the old file stands.
 std::error_code SaveQuoteTable(const QuoteTable& table, const Path& file);
+// The same as a part of a change of files.
+FileFault PrepareQuoteTable(const QuoteTable& table, const Path& file, FileChange& change);
 
-// Writes Evaluations.dbe: the header and one line for each ticker of `from`, the ticker alone.
-std::error_code CreateEvaluationFile(const QuoteTable& from, const Path& dataFolder);
-// The same table in memory, in place of what `table` held, for a run that leaves the working file alone.
+// The table that a selector run starts with, in memory: the header and the tickers of `from`, in place of
+// what `table` held.
 void MakeEvaluationTable(const QuoteTable& from, QuoteTable& table);
-// Writes ExtendedFundamentals.efq as Evaluations.dbe is written.
-std::error_code CreateFundamentalFile(const QuoteTable& from, const Path& dataFolder);
+// The file that a collection starts with: the header and one line for each ticker of `from`, the ticker
+// alone.
+std::string FundamentalFileText(const QuoteTable& from);
+
+// The changes that can be undone when a run writes over an older file.
+inline constexpr std::string_view kSelectorChange = "Stock Selector";
+inline constexpr std::string_view kFundamentalsChange = "Extended Fundamentals";
+
+// Writes Evaluations.dbe, or ExtendedFundamentals.efq, as such a start.
+FileFault CreateEvaluationFile(const QuoteTable& from, const Session& session);
+FileFault CreateFundamentalFile(const QuoteTable& from, const Session& session);
 
 // The widths of a kind before its lines are read; a quote table hides all columns but the ticker.
 void ColumnWidth(FileKind kind, QuoteTable& table);

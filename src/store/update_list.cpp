@@ -21,14 +21,14 @@ bool DeleteUpdateList(const std::string& quoteFolder) {
     return DeleteOneFile(UpdateListPath(quoteFolder));
 }
 
-std::error_code AppendUpdateCount(const std::string& quoteFolder, std::size_t tickerCount) {
-    return AppendToFile(UpdateListPath(quoteFolder), std::to_string(tickerCount).append(kLineEnd));
+std::string UpdateCountLine(std::size_t tickerCount) {
+    return std::to_string(tickerCount).append(kLineEnd);
 }
 
-std::error_code AppendUpdatedTicker(GrowingFile& list, std::string_view ticker) {
+std::string UpdatedTickerLine(std::string_view ticker) {
     std::string line;
     AppendQuoted(ticker, line);
-    return list.Append(line.append(kLineEnd));
+    return line.append(kLineEnd);
 }
 
 UpdateList ReadUpdateList(const std::string& quoteFolder) {

@@ -1,7 +1,7 @@
 // The update list, QuoteList.ddq in the quote database's folder: which tickers the last update touched.
 //
-// A first line holds the number of tickers, each further line one ticker in double quotes. An update deletes
-// the list at its start and writes it anew; an import only appends tickers. Despite its name it is no table.
+// A first line holds the number of tickers, each further line one ticker in double quotes. An update writes
+// the list anew once its days are stored; an import only appends tickers. Despite its name it is no table.
 #pragma once
 
 #include <cstddef>
@@ -18,10 +18,10 @@ Path UpdateListPath(const std::string& quoteFolder);
 
 // True when a list was deleted.
 bool DeleteUpdateList(const std::string& quoteFolder);
-// Appends the line with the number of tickers: the table's row count without the header.
-std::error_code AppendUpdateCount(const std::string& quoteFolder, std::size_t tickerCount);
-// Appends a ticker to the list at UpdateListPath, which an import keeps open for its tickers.
-std::error_code AppendUpdatedTicker(GrowingFile& list, std::string_view ticker);
+// The line with the number of tickers: the table's row count without the header.
+std::string UpdateCountLine(std::size_t tickerCount);
+// The line of a ticker.
+std::string UpdatedTickerLine(std::string_view ticker);
 
 struct UpdateList {
     ReadOutcome outcome = ReadOutcome::Missing;

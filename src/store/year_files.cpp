@@ -66,12 +66,6 @@ std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view t
     return files;
 }
 
-bool DeleteTickerHistory(const std::string& quoteFolder, std::string_view ticker) {
-    bool allGone = true;
-    for (const Path& file : YearFilesOf(quoteFolder, ticker)) allGone = DeleteOneFile(file) && allGone;
-    return allGone;
-}
-
 std::unordered_map<std::string, std::vector<Path>> YearFilesByTicker(const std::string& quoteFolder,
                                                                      std::span<const std::string> tickers) {
     const std::unordered_set<std::string_view> wanted = TickersWithFiles(tickers);
@@ -83,14 +77,6 @@ std::unordered_map<std::string, std::vector<Path>> YearFilesByTicker(const std::
         files[std::string(*ticker)].push_back(Path(quoteFolder) / name);
     }
     return files;
-}
-
-bool DeleteTickerHistories(const std::string& quoteFolder, std::span<const std::string> tickers) {
-    bool allGone = true;
-    for (const auto& [ticker, files] : YearFilesByTicker(quoteFolder, tickers)) {
-        for (const Path& file : files) allGone = DeleteOneFile(file) && allGone;
-    }
-    return allGone;
 }
 
 }  // namespace brantlow

@@ -34,10 +34,4 @@ std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view t
 std::unordered_map<std::string, std::vector<Path>> YearFilesByTicker(const std::string& quoteFolder,
                                                                      std::span<const std::string> tickers);
 
-// Deletes all files of a ticker; true when none is left.
-bool DeleteTickerHistory(const std::string& quoteFolder, std::string_view ticker);
-
-// The same for many tickers with one look at the folder.
-bool DeleteTickerHistories(const std::string& quoteFolder, std::span<const std::string> tickers);
-
 }  // namespace brantlow

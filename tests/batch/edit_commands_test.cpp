@@ -217,7 +217,9 @@ TEST_F(ExchangeCommands, AnImportThatCannotBeStoredKeepsItsFileAndTheTable) {
     std::filesystem::create_directories(folder / "Quotes/EOD/CCC.26");
     const CallResult result = Call({"import", "Mine.ddq"});
     EXPECT_EQ(result.status, ExitStatus::Refused);
-    EXPECT_THAT(result.err, HasSubstr("The import failed and " + (folder / "Data/Import.Txt").string()));
+    EXPECT_EQ(result.err, "The import of " + (folder / "Data/Import.Txt").string() +
+                              " failed: " + (folder / "Quotes/EOD/CCC.26").string() +
+                              ": Is a directory; nothing was changed\n");
     EXPECT_EQ(Read("Data/Import.Txt"), "CCC,10,11/20/2026\r\n");
     EXPECT_EQ(Read("Data/Mine.ddq"), kTable);
 }

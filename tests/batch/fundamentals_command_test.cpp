@@ -60,7 +60,6 @@ class FundamentalsCommand : public BatchTest {
     QuoteHostHere host;
 };
 
-const std::string kTickers = EfqHeader() + "\r\n^DJI\r\nIBM\r\nGONE\r\n";
 const std::string kCollected = EfqHeader() + "\r\n^DJI" + std::string(58, '\t') + "\r\nIBM\t1500000000" +
                                std::string(29, '\t') + "1.05" + std::string(28, '\t') + "\r\nGONE" +
                                std::string(58, '\t') + "\r\n";
@@ -75,12 +74,13 @@ TEST_F(FundamentalsCommand, SavesTheTableAndPrintsWhatGaveNoValue) {
     EXPECT_EQ(Read("Data/11-21-26.efq"), "");
 }
 
-TEST_F(FundamentalsCommand, OutTakesTheTableAndTheWorkingFileHoldsOnlyTickers) {
+TEST_F(FundamentalsCommand, OutTakesTheTableAndTheWorkingFileOfBeforeStays) {
+    Write("Data/ExtendedFundamentals.efq", "of yesterday");
     const CallResult result = Fundamentals({"Mine.ddq", "--out", "Kept.efq"});
     EXPECT_EQ(result.status, ExitStatus::Done);
     EXPECT_EQ(result.out, "Saved: Kept.efq\n" + std::string(kCounts));
     EXPECT_EQ(Read("Data/Kept.efq"), kCollected);
-    EXPECT_EQ(Read("Data/ExtendedFundamentals.efq"), kTickers);
+    EXPECT_EQ(Read("Data/ExtendedFundamentals.efq"), "of yesterday");
 }
 
 TEST_F(FundamentalsCommand, AHostThatIsNotThereLeavesTheTableOfBefore) {
@@ -154,7 +154,8 @@ TEST_F(FundamentalsCommand, ATableThatCannotBeSavedIsNamed) {
     std::filesystem::create_directories(folder / "Data/Out.efq");
     const CallResult result = Fundamentals({"Mine.ddq", "--out", "Out.efq"});
     EXPECT_EQ(result.status, ExitStatus::Refused);
-    EXPECT_EQ(result.err, "Out.efq could not be written: Is a directory\n");
+    EXPECT_EQ(result.err, "Extended Fundamentals failed: " + (folder / "Data/Out.efq").string() +
+                              ": Is a directory; nothing was changed\n");
 }
 
 }  // namespace

@@ -83,15 +83,15 @@ TEST_F(SelectCommand, SavesTheTableAndPrintsHitsAndShortTickers) {
               "\r\n\"YOUNG\"\r\n\"NONE\"\r\n");
 }
 
-TEST_F(SelectCommand, OutTakesTheTableAndTheWorkingFileHoldsOnlyTickers) {
+TEST_F(SelectCommand, OutTakesTheTableAndTheWorkingFileOfBeforeStays) {
+    Write("Data/Evaluations.dbe", "of yesterday");
     std::filesystem::create_directories(folder / "Data/sub");
     for (const std::string name : {"Kept.dbe", "sub/Kept.dbe"}) {
         const CallResult result = Select({"Mine.ddq", "--out", name});
         EXPECT_EQ(result.status, ExitStatus::Done);
         EXPECT_EQ(result.out, "Saved: " + name + "\n" + std::string(kCounts));
         EXPECT_EQ(Read("Data/" + name), kTable);
-        EXPECT_EQ(Read("Data/Evaluations.dbe"),
-                  std::string(kEvaluationHeader) + "UP\r\nDOWN\r\nYOUNG\r\nNONE\r\n");
+        EXPECT_EQ(Read("Data/Evaluations.dbe"), "of yesterday");
     }
 }
 

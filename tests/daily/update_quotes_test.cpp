@@ -284,11 +284,9 @@ TEST_F(UpdateQuotesTest, ATickerInLowerCaseInTheReplyIsItsRows) {
 
 TEST_F(UpdateQuotesTest, OldWorkFilesGoAtTheStart) {
     Write("Import.Txt", "of yesterday");
-    Write("Quotes/EOD/QuoteList.ddq", "1\r\n\"T1\"\r\n");
     web.AnswerWith([](const WebRequest&) { return FailedReply(WebFailure::NoConnection, "refused"); });
     Update();
     EXPECT_FALSE(Exists("Import.Txt"));
-    EXPECT_FALSE(Exists("Quotes/EOD/QuoteList.ddq"));
 }
 
 TEST_F(UpdateQuotesTest, AnotherKindOfFileIsLeftAlone) {

@@ -71,7 +71,8 @@ TEST(TradedDays, TellTheHistoryThatThePracticeTableStores) {
     for (const Date& today : {Day(2026, 11, 16), Day(2026, 11, 18), Day(2026, 11, 19), kSaturday,
                               Day(2027, 1, 1), Day(2028, 2, 29)}) {
         const TempFolder folder;
-        const PracticeTarget target{folder.Get() / "Data", folder.Get().string() + "/Quotes/", today};
+        const PracticeTarget target{
+            {folder.Get(), "now"}, folder.Get() / "Data", folder.Get().string() + "/Quotes/", today};
         ASSERT_EQ(FillPractice(ShippedPrices(), target).outcome, PracticeOutcome::Filled);
         for (const std::string ticker : {"A", "NFLX", "BRK.B", "SPX"}) {
             std::string stored;

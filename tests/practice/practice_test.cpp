@@ -61,7 +61,10 @@ class PracticeTest : public ::testing::Test {
     }
 
     PracticeTarget Target(const Date& today, bool replace = false) const {
-        return {folder.Root() / "app/Data", (folder.Root() / "app/Quotes/EOD").string() + "/", today,
+        return {{folder.Root() / "app", "now"},
+                folder.Root() / "app/Data",
+                (folder.Root() / "app/Quotes/EOD").string() + "/",
+                today,
                 replace};
     }
     PracticeResult Fill(const Date& today, bool replace = false) const {
@@ -208,7 +211,7 @@ TEST(ShippedPractice, EndsRightBeforeTodayWhateverTheDay) {
     const std::string quotes = folder.Folder("Quotes/EOD");
     for (int i = 0; i < 8; ++i) {
         const Date today = AddDays(Day(2026, 11, 21), i);
-        FillPractice(kShipped, {folder.Root() / "Data", quotes, today, true});
+        FillPractice(kShipped, {{folder.Root(), "now"}, folder.Root() / "Data", quotes, today, true});
         for (const PracticeTicker& row : tickers) {
             const auto history = StoredHistory(quotes, row.ticker, 2026);
             ASSERT_GT(history.size(), 600u) << row.ticker;
@@ -230,7 +233,8 @@ TEST(ShippedPractice, TheSplitOfNflxFallsWithinTheSevenDaysBeforeToday) {
     const std::string quotes = folder.Folder("Quotes/EOD");
     for (int i = 0; i < 8; ++i) {
         const Date today = AddDays(Day(2026, 11, 21), i);
-        FillPractice(folder.Root() / "prices", {folder.Root() / "Data", quotes, today, true});
+        FillPractice(folder.Root() / "prices",
+                     {{folder.Root(), "now"}, folder.Root() / "Data", quotes, today, true});
         const auto history = StoredHistory(quotes, "NFLX", 2026);
         std::size_t split = 0;
         for (std::size_t k = 1; k < history.size(); ++k) {

@@ -66,7 +66,7 @@ class SelectorRun : public testing::Test {
         QuoteTable quotes;
         quotes.AppendLine("Ticker Symbol\tLast Price");
         for (const std::string& ticker : tickers) quotes.AppendLine(ticker + "\t10.000");
-        ASSERT_FALSE(CreateEvaluationFile(quotes, session_.DataFolder()));
+        ASSERT_FALSE(CreateEvaluationFile(quotes, session_));
         const Path file = session_.DataFile(kEvaluationsName);
         ASSERT_TRUE(LoadQuoteTable(file, FileKind::Dbe, session_.settings, kToday, table_, nullptr).Done());
     }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/clock.h"
+#include "base/file_change.h"
 #include "base/files.h"
 #include "indicators/working_series.h"
 #include "store/year_files.h"
@@ -39,6 +40,7 @@ class SplitsFixture : public testing::Test {
     std::string quoteFolder = (folder / "Quotes").string() + "/";
     FixedClock clock{kSplitTestDay};
     HistorySource source{quoteFolder, clock};
+    ChangePlace place{folder.Get(), "2026-03-02 18:00:00"};
     WorkingSeries series;
 };
 

@@ -28,9 +28,16 @@ class StoreDayTest : public ::testing::Test {
         rows.Volumes[row] = "1000";
         rows.OpenPrices[row] = "12";
     }
+    ChangePlace Place() { return {folder.Root(), "2024-03-15 16:00:00"}; }
+    // A run of one day.
     DayOutcome Store(std::size_t row = 1) {
-        GrowingFile list(UpdateListPath(quotes));
-        return StoreDay(quotes, rows, row, state, list).outcome;
+        FileChange change(Place(), "Test", ChangeKeeps::UntilDone);
+        DayRun run{change, {}, {}};
+        const DayOutcome outcome = StoreDay(quotes, rows, row, state, run).outcome;
+        EXPECT_FALSE(change.Commit());
+        listed += run.listed;
+        halfLines += run.halfLines.size();
+        return outcome;
     }
     DayOutcome Store(const std::string& ticker, const std::string& date, const std::string& time,
                      const std::string& price) {
@@ -44,12 +51,14 @@ class StoreDayTest : public ::testing::Test {
     std::string quotes = folder.Folder("EOD");
     QuoteArrays rows;
     DayStore state;
+    std::string listed;
+    std::size_t halfLines = 0;
 };
 
 TEST_F(StoreDayTest, TheFirstDayStartsAFile) {
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "10.5"), DayOutcome::Appended);
     EXPECT_EQ(File("IBM.24"), LineOf("03/15/24", "16:00", "10.5"));
-    EXPECT_EQ(File("QuoteList.ddq"), "\"IBM\"\r\n");
+    EXPECT_EQ(listed, "\"IBM\"\r\n");
 }
 
 TEST_F(StoreDayTest, ANewDateIsAppended) {
@@ -86,7 +95,7 @@ TEST_P(SecondStoreTest, AfterTheDayBefore) {
                                  : second.outcome == DayOutcome::Appended ? older + last + record
                                                                           : older + last;
     EXPECT_EQ(File("IBM.24"), expected) << second.what;
-    EXPECT_EQ(File("QuoteList.ddq"), "\"IBM\"\r\n") << second.what;
+    EXPECT_EQ(listed, "\"IBM\"\r\n") << second.what;
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -165,7 +174,7 @@ TEST_F(StoreDayTest, ARowWithoutATradeDateIsNeverStored) {
     Put("IBM.24", LineOf("", "", "10"));
     Store("IBM", "01/01/24", "", "0");
     EXPECT_EQ(Store("IBM", "", "16:00", "99"), DayOutcome::Skipped);
-    EXPECT_EQ(File("QuoteList.ddq"), "\"IBM\"\r\n");
+    EXPECT_EQ(listed, "\"IBM\"\r\n");
     EXPECT_FALSE(File("IBM.24").find("99") != std::string::npos);
 }
 
@@ -187,13 +196,13 @@ TEST_F(StoreDayTest, ADateWithoutAYearIsComparedWithTheFileOfTheRowBefore) {
     // An unreadable date sorts behind it and lands in that file.
     EXPECT_EQ(Store("MSFT", "someday", "16:00", "50"), DayOutcome::Appended);
     EXPECT_EQ(File("IBM.24"), last + LineOf("someday", "16:00", "50"));
-    EXPECT_EQ(folder.Files(), (std::vector<std::string>{"EOD/IBM.24", "EOD/QuoteList.ddq"}));
-    EXPECT_EQ(File("QuoteList.ddq"), "\"IBM\"\r\n\"MSFT\"\r\n\"MSFT\"\r\n");
+    EXPECT_EQ(folder.Files(), std::vector<std::string>{"EOD/IBM.24"});
+    EXPECT_EQ(listed, "\"IBM\"\r\n\"MSFT\"\r\n\"MSFT\"\r\n");
 }
 
 TEST_F(StoreDayTest, ADateWithoutAYearInTheFirstRowHasNoFile) {
     EXPECT_EQ(Store("IBM", "someday", "16:00", "50"), DayOutcome::Unchanged);
-    EXPECT_EQ(folder.Files(), std::vector<std::string>{"EOD/QuoteList.ddq"});
+    EXPECT_TRUE(folder.Files().empty());
 }
 
 TEST_F(StoreDayTest, TheStateIsTheFileAsItWasReadBeforeTheRowWasStored) {
@@ -221,18 +230,27 @@ TEST_F(StoreDayTest, LinesThatEndInLineFeedAloneAreRead) {
     EXPECT_EQ(File("IBM.24"), LineOf("03/14/24", "16:00", "9") + LineOf("03/15/24", "16:30", "11"));
 }
 
-TEST_F(StoreDayTest, AFileCutAtAnyByteStillTakesTheNextDay) {
+// Promise `kill`: half a line is never glued to the next record; it is told and cut. One with all its fields
+// counts as whole.
+TEST_F(StoreDayTest, AFileCutAtAnyByteLosesTheHalfLineToTheNextDay) {
     const std::string first = LineOf("03/13/24", "16:00", "9");
     const std::string whole = first + LineOf("03/14/24", "16:00", "10");
     const std::string record = LineOf("03/18/24", "16:00", "11");
     for (std::size_t length = 0; length <= whole.size(); ++length) {
-        Put("IBM.24", whole.substr(0, length));
+        const std::string left = whole.substr(0, length);
+        const std::size_t lines = left.rfind('\n') + 1;
+        const std::string last = left.substr(lines);
+        const bool isHalf = !last.empty() && std::count(last.begin(), last.end(), ',') < 18;
+        Put("IBM.24", left);
+        halfLines = 0;
         Store("IBM", "03/18/24", "16:00", "11");
         const std::string bytes = File("IBM.24");
         ASSERT_TRUE(bytes.ends_with(record)) << length;
         const std::string before = bytes.substr(0, bytes.size() - record.size());
         ASSERT_TRUE(before.empty() || before.ends_with("\n")) << length;
-        ASSERT_TRUE(before.starts_with(whole.substr(0, length))) << length;
+        ASSERT_TRUE(before.starts_with(isHalf ? left.substr(0, lines) : left)) << length;
+        if (isHalf) ASSERT_EQ(before, left.substr(0, lines)) << length;
+        ASSERT_EQ(halfLines, isHalf ? 1U : 0U) << length;
     }
 }
 
@@ -283,16 +301,20 @@ TEST_F(StoreDayTest, AnEmptyLineAtTheEndIsTheLastRecord) {
 TEST_F(StoreDayTest, AFolderInPlaceOfAYearFileIsAFailureThatIsTold) {
     folder.Folder("EOD/IBM.24");
     Fill("IBM", "03/15/24", "16:00", "10");
-    GrowingFile list(UpdateListPath(quotes));
-    const StoredDay stored = StoreDay(quotes, rows, 1, state, list);
+    FileChange change(Place(), "Test", ChangeKeeps::UntilDone);
+    DayRun run{change, {}, {}};
+    const StoredDay stored = StoreDay(quotes, rows, 1, state, run);
     EXPECT_EQ(stored.outcome, DayOutcome::Failed);
-    EXPECT_EQ(stored.error, std::errc::is_a_directory);
+    EXPECT_EQ(stored.error.code, std::errc::is_a_directory);
+    EXPECT_EQ(stored.error.file, Path(quotes + "IBM.24"));
+    EXPECT_TRUE(run.listed.empty());
 }
 
 TEST_F(StoreDayTest, AMissingFolderIsAFailureThatIsTold) {
     Fill("IBM", "03/15/24", "16:00", "10");
-    GrowingFile list(UpdateListPath(quotes + "none/"));
-    const StoredDay stored = StoreDay(quotes + "none/", rows, 1, state, list);
+    FileChange change(Place(), "Test", ChangeKeeps::UntilDone);
+    DayRun run{change, {}, {}};
+    const StoredDay stored = StoreDay(quotes + "none/", rows, 1, state, run);
     EXPECT_EQ(stored.outcome, DayOutcome::Failed);
     EXPECT_TRUE(stored.error);
 }
@@ -304,7 +326,7 @@ TEST_F(StoreDayTest, ATickerThatNoFileNameCanHoldWritesNoFile) {
         EXPECT_EQ(Store(ticker, "03/15/24", "16:00", "10"), DayOutcome::Unchanged) << ticker.substr(0, 20);
         EXPECT_FALSE(state.file) << ticker.substr(0, 20);
     }
-    EXPECT_EQ(folder.Files(), std::vector<std::string>{"EOD/QuoteList.ddq"});
+    EXPECT_TRUE(folder.Files().empty());
     EXPECT_EQ(Store("*?", "03/15/24", "16:00", "10"), DayOutcome::Appended);
     EXPECT_EQ(File("*?.24"), LineOf("03/15/24", "16:00", "10"));
 }
@@ -313,18 +335,28 @@ TEST_F(StoreDayTest, ADateThatNamesNoFileWritesNone) {
     for (const char* date : {"03/15/5/", "5\\", "1/../9/"}) {
         EXPECT_EQ(Store("IBM", date, "16:00", "10"), DayOutcome::Unchanged) << date;
     }
-    EXPECT_EQ(folder.Files(), std::vector<std::string>{"EOD/QuoteList.ddq"});
+    EXPECT_TRUE(folder.Files().empty());
 }
 
-TEST_F(StoreDayTest, AWholeRunWritesItsTickersIntoOneOpenList) {
-    GrowingFile list(UpdateListPath(quotes));
-    Fill("IBM", "03/15/24", "16:00", "10", 1);
-    Fill("MSFT", "03/15/24", "16:00", "20", 2);
-    EXPECT_EQ(StoreDay(quotes, rows, 1, state, list).outcome, DayOutcome::Appended);
-    // The line is there before the next row is looked at.
-    EXPECT_EQ(File("QuoteList.ddq"), "\"IBM\"\r\n");
-    EXPECT_EQ(StoreDay(quotes, rows, 2, state, list).outcome, DayOutcome::Appended);
-    EXPECT_EQ(File("QuoteList.ddq"), "\"IBM\"\r\n\"MSFT\"\r\n");
+TEST_F(StoreDayTest, ARunThatIsNotCommittedLeavesEveryFileAsItWas) {
+    const std::string old = LineOf("03/14/24", "16:00", "9");
+    Put("IBM.24", old);
+    Put("MSFT.24", old);
+    {
+        FileChange change(Place(), "Test", ChangeKeeps::UntilDone);
+        DayRun run{change, {}, {}};
+        Fill("IBM", "03/15/24", "16:00", "10", 1);
+        Fill("MSFT", "03/14/24", "17:00", "20", 2);
+        EXPECT_EQ(StoreDay(quotes, rows, 1, state, run).outcome, DayOutcome::Appended);
+        EXPECT_EQ(StoreDay(quotes, rows, 2, state, run).outcome, DayOutcome::Replaced);
+        // The day that was replaced is found by a further row of the ticker.
+        Fill("MSFT", "03/15/24", "16:00", "21", 2);
+        EXPECT_EQ(StoreDay(quotes, rows, 2, state, run).outcome, DayOutcome::Appended);
+        EXPECT_EQ(run.listed, "\"IBM\"\r\n\"MSFT\"\r\n\"MSFT\"\r\n");
+    }
+    EXPECT_EQ(File("IBM.24"), old);
+    EXPECT_EQ(File("MSFT.24"), old);
+    EXPECT_EQ(folder.Files(), (std::vector<std::string>{"EOD/IBM.24", "EOD/MSFT.24"}));
 }
 
 TEST_F(StoreDayTest, ADayReplacedByAnotherFileIsFoundAgainByARowWithoutAYear) {
@@ -341,7 +373,7 @@ TEST_F(StoreDayTest, EachRowUsesItsOwnEntries) {
     EXPECT_EQ(Store(1), DayOutcome::Appended);
     EXPECT_EQ(Store(2), DayOutcome::Appended);
     EXPECT_EQ(File("MSFT.24"), LineOf("03/15/24", "16:00", "20"));
-    EXPECT_EQ(File("QuoteList.ddq"), "\"IBM\"\r\n\"MSFT\"\r\n");
+    EXPECT_EQ(listed, "\"IBM\"\r\n\"MSFT\"\r\n");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "store/history_rewrite.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "store/store_fixture.h"
 #include "store/year_files.h"
@@ -22,6 +21,13 @@ std::string Line(const std::string& date, const std::string& close) {
 
 class HistoryRewrite : public testing::Test {
   protected:
+    FileFault Replace(const std::string& ticker, const YearFileTexts& texts) const {
+        FileChange change({folder.Root(), "now"}, "Test");
+        std::vector<Path> files = YearFilesOf(quotes, ticker);
+        FileFault fault = PrepareTickerHistory(quotes, ticker, texts.Files(), files, change);
+        return fault ? fault : change.Commit();
+    }
+
     TestFolder folder;
     std::string quotes = folder.Folder("Quotes");
 };
@@ -41,7 +47,7 @@ TEST_F(HistoryRewrite, RecordsGoToTheEndOfTheirYearsFileWhateverTheirOrder) {
         ASSERT_TRUE(path);
         ASSERT_FALSE(AppendToFile(*path, line));
     }
-    ASSERT_FALSE(ReplaceTickerHistory(quotes, "ACME", texts.Files(), WhenOneFails::GoOn));
+    ASSERT_FALSE(Replace("ACME", texts));
     for (const char* year : {"00", "25", "26"}) {
         const std::string name = "ACME." + std::string(year);
         EXPECT_EQ(folder.Read("Quotes/" + name), folder.Read("Appended/" + name)) << name;
@@ -58,7 +64,7 @@ TEST_F(HistoryRewrite, FilesOfOtherYearsGoAndOtherTickersStay) {
     folder.Write("Quotes/ACM.24", "another ticker's");
     YearFileTexts texts;
     texts.Add(Record("01/02/26", 2));
-    EXPECT_FALSE(ReplaceTickerHistory(quotes, "ACME", texts.Files(), WhenOneFails::GoOn));
+    EXPECT_FALSE(Replace("ACME", texts));
     EXPECT_EQ(folder.Files(),
               (std::vector<std::string>{"Quotes/ACM.24", "Quotes/ACME.26", "Quotes/ACME.B.24"}));
     EXPECT_EQ(folder.Read("Quotes/ACME.26"), Line("01/02/26", "2"));
@@ -67,7 +73,7 @@ TEST_F(HistoryRewrite, FilesOfOtherYearsGoAndOtherTickersStay) {
 TEST_F(HistoryRewrite, WithoutTextsTheTickerHasNoFilesAfterwards) {
     folder.Write("Quotes/ACME.24", "old");
     folder.Write("Quotes/ACME.26", "old");
-    EXPECT_FALSE(ReplaceTickerHistory(quotes, "ACME", {}, WhenOneFails::GoOn));
+    EXPECT_FALSE(Replace("ACME", {}));
     EXPECT_TRUE(folder.Files().empty());
 }
 
@@ -75,7 +81,7 @@ TEST_F(HistoryRewrite, AYearThatNamesNoFileIsPassedOver) {
     YearFileTexts texts;
     texts.Add(Record("1/", 1));
     texts.Add(Record("01/02/26", 2));
-    EXPECT_FALSE(ReplaceTickerHistory(quotes, "ACME", texts.Files(), WhenOneFails::GoOn));
+    EXPECT_FALSE(Replace("ACME", texts));
     EXPECT_EQ(folder.Files(), std::vector<std::string>{"Quotes/ACME.26"});
 }
 
@@ -84,49 +90,36 @@ TEST_F(HistoryRewrite, ATickerThatIsAPathWritesNothing) {
     YearFileTexts texts;
     texts.Add(Record("01/02/26", 2));
     for (const char* ticker : {"../ACME", "AUX", "", ".."}) {
-        EXPECT_FALSE(ReplaceTickerHistory(quotes, ticker, texts.Files(), WhenOneFails::GoOn)) << ticker;
+        EXPECT_FALSE(Replace(ticker, texts)) << ticker;
     }
     EXPECT_EQ(folder.Read("ACME.26"), "old");
     EXPECT_EQ(folder.Files(), std::vector<std::string>{"ACME.26"});
 }
 
-// One of three years cannot be written: its place is a link into a folder that takes no temporary file.
-class BlockedYear : public HistoryRewrite {
-  protected:
-    BlockedYear() {
-        folder.Write("Other/ACME.25", "old");
-        folder.Folder("Other/.brantlow-" + std::to_string(::gettid()) + ".tmp");
-        std::filesystem::create_symlink(folder.Root() / "Other/ACME.25", folder.Root() / "Quotes/ACME.25");
-        for (const char* year : {"23", "24", "26"}) folder.Write("Quotes/ACME." + std::string(year), "old");
-        for (const char* date : {"01/02/24", "01/02/25", "01/02/26"}) texts.Add(Record(date, 1));
-    }
+// A folder stands where one of three years belongs.
+TEST_F(HistoryRewrite, WhereOneYearCannotBeWrittenNoneIsChanged) {
+    for (const char* year : {"23", "24", "26"}) folder.Write("Quotes/ACME." + std::string(year), "old");
+    folder.Folder("Quotes/ACME.25");
     YearFileTexts texts;
-};
-
-TEST_F(BlockedYear, GoingOnLeavesTheOthersRight) {
-    EXPECT_TRUE(ReplaceTickerHistory(quotes, "ACME", texts.Files(), WhenOneFails::GoOn));
-    EXPECT_EQ(folder.Read("Quotes/ACME.24"), Line("01/02/24", "1"));
-    EXPECT_EQ(folder.Read("Quotes/ACME.25"), "old");
-    EXPECT_EQ(folder.Read("Quotes/ACME.26"), Line("01/02/26", "1"));
-    EXPECT_FALSE(IsRegularFile(folder.Root() / "Quotes/ACME.23"));
+    for (const char* date : {"01/02/24", "01/02/25", "01/02/26"}) texts.Add(Record(date, 1));
+    const FileFault fault = Replace("ACME", texts);
+    EXPECT_EQ(fault.code, std::errc::is_a_directory);
+    EXPECT_EQ(fault.file, Path(quotes + "ACME.25"));
+    EXPECT_EQ(folder.Files(),
+              (std::vector<std::string>{"Quotes/ACME.23", "Quotes/ACME.24", "Quotes/ACME.26"}));
+    for (const char* year : {"23", "24", "26"})
+        EXPECT_EQ(folder.Read("Quotes/ACME." + std::string(year)), "old");
 }
 
-TEST_F(BlockedYear, StoppingLeavesTheOlderYearsAsTheyWere) {
-    EXPECT_TRUE(ReplaceTickerHistory(quotes, "ACME", texts.Files(), WhenOneFails::Stop));
-    EXPECT_EQ(folder.Read("Quotes/ACME.26"), Line("01/02/26", "1"));
-    for (const char* name : {"Quotes/ACME.25", "Quotes/ACME.24", "Quotes/ACME.23"}) {
-        EXPECT_EQ(folder.Read(name), "old") << name;
-    }
-}
-
-TEST_F(BlockedYear, TheCallerLearnsWhichFilesTheTickerHas) {
+TEST_F(HistoryRewrite, TheCallerLearnsWhichFilesTheTickerWillHave) {
+    folder.Write("Quotes/ACME.24", "old");
+    YearFileTexts texts;
+    texts.Add(Record("01/02/26", 2));
     std::vector<Path> files = YearFilesOf(quotes, "ACME");
-    ASSERT_EQ(files.size(), 4U);
-    EXPECT_TRUE(ReplaceTickerHistory(quotes, "ACME", texts.Files(), WhenOneFails::GoOn, files));
-    std::sort(files.begin(), files.end());
-    std::vector<Path> found = YearFilesOf(quotes, "ACME");
-    EXPECT_EQ(files, found);
-    EXPECT_EQ(files.size(), 3U);
+    FileChange change({folder.Root(), "now"}, "Test");
+    ASSERT_FALSE(PrepareTickerHistory(quotes, "ACME", texts.Files(), files, change));
+    EXPECT_EQ(files, std::vector<Path>{quotes + "ACME.26"});
+    EXPECT_EQ(folder.Read("Quotes/ACME.24"), "old");
 }
 
 }  // namespace

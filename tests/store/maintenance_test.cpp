@@ -29,7 +29,7 @@ class MaintenanceTest : public ::testing::Test {
         return RunBackUpJob(BackUpJobOf(what, restores), session);
     }
     CombinedFile Combine(const std::string& output) {
-        return CombineQuoteFiles(session.DataFolder(), "A.ddq", "B.ddq", output);
+        return CombineQuoteFiles(session, "A.ddq", "B.ddq", output);
     }
 
     TestFolder folder;
@@ -123,7 +123,8 @@ TEST_F(MaintenanceTest, FilesThatCannotBeCopiedAreTold) {
     const BackUpResult result = Copy(BackedUp::ProgramFiles, false);
     EXPECT_EQ(result.copy.failed, 1U);
     EXPECT_EQ(result.refusal, "1 file could not be copied to " + (folder.Root() / "Back Up/Data").string() +
-                                  " (" + result.copy.error.message() + ").");
+                                  " (" + result.copy.error.file.string() + ": " +
+                                  result.copy.error.message() + ").");
 }
 
 TEST_F(MaintenanceTest, RemoveLastUpdateWithoutAListChangesNothing) {

@@ -311,7 +311,9 @@ TEST_F(QuoteImportTest, ADayThatCannotBeStoredLeavesTheImportFileAndTheOldTable)
     const Path saveTo = session.DataFile("Mine.ddq");
     const QuoteImport result = Import(&saveTo);
     EXPECT_EQ(result.outcome, ImportOutcome::Failed);
-    EXPECT_EQ(result.stored, 1U);
+    EXPECT_EQ(result.error.file, folder / "Quotes/EOD/AAA.24");
+    EXPECT_EQ(result.stored, 0U);
+    EXPECT_FALSE(Exists("Quotes/EOD/BBB.24"));
     EXPECT_TRUE(Exists("Data/Import.Txt"));
     EXPECT_EQ(Read("Data/Mine.ddq"), "old");
     EXPECT_EQ(person.statusWords.back(), "Complete");

@@ -44,11 +44,12 @@ class TestFolder {
         return file;
     }
     std::string Read(std::string_view name) const { return BytesOrEmpty(path_ / Path(name)); }
-    // Every file below the folder by its relative name, sorted.
+    // Every file below the folder by its relative name, sorted; what is kept for undoing is left out.
     std::vector<std::string> Files() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(path_)) {
-            if (entry.is_regular_file()) names.push_back(entry.path().lexically_relative(path_).string());
+            const std::string name = entry.path().lexically_relative(path_).string();
+            if (entry.is_regular_file() && !name.starts_with("Back Up/Undo/")) names.push_back(name);
         }
         std::sort(names.begin(), names.end());
         return names;

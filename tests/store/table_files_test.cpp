@@ -3,8 +3,11 @@
 #include <unistd.h>
 
 #include "base/text.h"
+#include "base/undo_store.h"
+#include "shell/session_change.h"
 #include "store/store_fixture.h"
 #include "store/table_colours.h"
+#include "support/recording_person.h"
 
 namespace brantlow {
 namespace {
@@ -34,6 +37,7 @@ std::string FileOf(std::size_t lines) {
 
 class TableFiles : public ::testing::Test {
   protected:
+    TableFiles() { folder.Folder("Data"); }
     TableLoad Load(const Path& file, Person* progress = nullptr) {
         return LoadQuoteTable(file, KindOf(file.string()), settings, kToday, table, progress);
     }
@@ -41,6 +45,9 @@ class TableFiles : public ::testing::Test {
     TestFolder folder;
     SettingsTables settings;
     QuoteTable table;
+    FixedClock clock{kToday};
+    RecordingPerson person;
+    Session session{folder.Root(), clock, person};
 };
 
 TEST_F(TableFiles, ColumnWidthsByKind) {
@@ -262,14 +269,25 @@ TEST_F(TableFiles, ASaveThatFailsLeavesNothingBehind) {
     EXPECT_EQ(folder.Files(), std::vector<std::string>{"a.ddq"});
 }
 
+TEST_F(TableFiles, ARunOverAnOlderFileCanBeUndone) {
+    Load(folder.Write("a.ddq", "Ticker Symbol\r\nMSFT\r\n"));
+    folder.Write("Data/Evaluations.dbe", "what an earlier run left");
+    ASSERT_FALSE(CreateEvaluationFile(table, session));
+    const std::vector<KeptChange> changes = KeptChanges(ChangePlaceOf(session));
+    ASSERT_EQ(changes.size(), 1U);
+    EXPECT_EQ(changes[0].what, "Stock Selector");
+    ASSERT_FALSE(UndoChange(ChangePlaceOf(session), "").fault);
+    EXPECT_EQ(folder.Read("Data/Evaluations.dbe"), "what an earlier run left");
+}
+
 TEST_F(TableFiles, AFreshEvaluationFileHoldsOnlyTickersAndLoadsWithEmptyResults) {
     Load(folder.Write("a.ddq", "Ticker Symbol\tLast Price\r\nMSFT\t1\r\nIBM\t2\r\n"));
-    folder.Write("Evaluations.dbe", "what an earlier run left");
-    ASSERT_FALSE(CreateEvaluationFile(table, folder.Root()));
-    EXPECT_EQ(folder.Read("Evaluations.dbe"),
+    folder.Write("Data/Evaluations.dbe", "what an earlier run left");
+    ASSERT_FALSE(CreateEvaluationFile(table, session));
+    EXPECT_EQ(folder.Read("Data/Evaluations.dbe"),
               "Ticker Symbol\tCondition 1\tCondition 2\tCondition 3\tCondition 4\tCondition 5\tCondition 6\t"
               "Condition 7\tCondition 8\tCondition 9\tCondition 10\r\nMSFT\r\nIBM\r\n");
-    ASSERT_TRUE(Load(folder.Root() / "Evaluations.dbe").Done());
+    ASSERT_TRUE(Load(session.DataFile("Evaluations.dbe")).Done());
     EXPECT_EQ(table.ColumnCount(), 11U);
     EXPECT_EQ(table.Ticker(2), "IBM");
     for (std::size_t c = 1; c <= 10; ++c) {
@@ -280,15 +298,15 @@ TEST_F(TableFiles, AFreshEvaluationFileHoldsOnlyTickersAndLoadsWithEmptyResults)
 }
 
 TEST_F(TableFiles, AnEvaluationFileOfAnEmptyTableIsAHeader) {
-    ASSERT_FALSE(CreateEvaluationFile(QuoteTable(), folder.Root()));
-    EXPECT_EQ(folder.Read("Evaluations.dbe"), EvaluationHeader() + "\r\n");
+    ASSERT_FALSE(CreateEvaluationFile(QuoteTable(), session));
+    EXPECT_EQ(folder.Read("Data/Evaluations.dbe"), EvaluationHeader() + "\r\n");
 }
 
 TEST_F(TableFiles, AFreshFundamentalFileHoldsTheHeaderAndTheTickers) {
     Load(folder.Write("a.ddq", "Ticker Symbol\r\nMSFT\r\nIBM\r\n"));
-    ASSERT_FALSE(CreateFundamentalFile(table, folder.Root()));
-    EXPECT_EQ(folder.Read("ExtendedFundamentals.efq"), EfqHeader() + "\r\nMSFT\r\nIBM\r\n");
-    ASSERT_TRUE(Load(folder.Root() / "ExtendedFundamentals.efq").Done());
+    ASSERT_FALSE(CreateFundamentalFile(table, session));
+    EXPECT_EQ(folder.Read("Data/ExtendedFundamentals.efq"), EfqHeader() + "\r\nMSFT\r\nIBM\r\n");
+    ASSERT_TRUE(Load(session.DataFile("ExtendedFundamentals.efq")).Done());
     EXPECT_EQ(table.ColumnCount(), 59U);
     EXPECT_EQ(table.Width(0), 1300);
     EXPECT_EQ(table.Header(30), "Beta");
@@ -349,7 +367,7 @@ TEST_F(TableFiles, ATickerOfAnyKindNeverLeavesTheDataFolder) {
     std::string bytes = "Ticker Symbol\r\n../../x\r\n/etc/x\r\n*\r\n";
     bytes.append("A\0B\r\n"s).append(5000, 'T').append("\r\n");
     Load(folder.Write("Data/a.ddq", bytes));
-    ASSERT_FALSE(CreateEvaluationFile(table, folder.Root() / "Data"));
+    ASSERT_FALSE(CreateEvaluationFile(table, session));
     EXPECT_EQ(folder.Files(), (std::vector<std::string>{"Data/Evaluations.dbe", "Data/a.ddq"}));
     EXPECT_EQ(folder.Read("Data/Evaluations.dbe"), EvaluationHeader() + bytes.substr(13));
 }

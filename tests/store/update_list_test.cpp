@@ -12,10 +12,8 @@ class UpdateListTest : public ::testing::Test {
 };
 
 TEST_F(UpdateListTest, HoldsACountAndOneQuotedTickerALine) {
-    EXPECT_FALSE(AppendUpdateCount(quotes, 2));
-    GrowingFile open(UpdateListPath(quotes));
-    EXPECT_FALSE(AppendUpdatedTicker(open, "MSFT"));
-    EXPECT_FALSE(AppendUpdatedTicker(open, "BRK.B"));
+    folder.Write("EOD/QuoteList.ddq",
+                 UpdateCountLine(2) + UpdatedTickerLine("MSFT") + UpdatedTickerLine("BRK.B"));
     EXPECT_EQ(folder.Read("EOD/QuoteList.ddq"), "2\r\n\"MSFT\"\r\n\"BRK.B\"\r\n");
     const UpdateList list = ReadUpdateList(quotes);
     EXPECT_EQ(list.outcome, ReadOutcome::Done);
@@ -23,7 +21,7 @@ TEST_F(UpdateListTest, HoldsACountAndOneQuotedTickerALine) {
 }
 
 TEST_F(UpdateListTest, IsDeletedOnce) {
-    AppendUpdateCount(quotes, 1);
+    folder.Write("EOD/QuoteList.ddq", UpdateCountLine(1));
     EXPECT_TRUE(DeleteUpdateList(quotes));
     EXPECT_FALSE(DeleteUpdateList(quotes));
     EXPECT_EQ(ReadUpdateList(quotes).outcome, ReadOutcome::Missing);
@@ -55,8 +53,6 @@ TEST_F(UpdateListTest, HoldsNoMoreTickersThanATableHasRows) {
 
 TEST_F(UpdateListTest, AFolderInItsPlaceIsAnErrorAndNoList) {
     folder.Folder("EOD/QuoteList.ddq");
-    GrowingFile open(UpdateListPath(quotes));
-    EXPECT_TRUE(AppendUpdatedTicker(open, "A"));
     EXPECT_EQ(ReadUpdateList(quotes).outcome, ReadOutcome::Failed);
     EXPECT_FALSE(DeleteUpdateList(quotes));
 }

@@ -1,5 +1,6 @@
 #include "store/year_files.h"
 
+#include "store/history_rewrite.h"
 #include "store/store_fixture.h"
 
 namespace brantlow {
@@ -44,28 +45,32 @@ class DeleteHistory : public ::testing::Test {
         folder.Write("outside.04", "x");
     }
     std::vector<std::string> Left() const { return folder.Files(); }
+    bool Delete(const std::vector<std::string>& tickers, const std::string& subfolder = {}) const {
+        FileChange change({folder.Root(), "now"}, "Test");
+        return !PrepareHistoryDeletion(quotes + subfolder, tickers, change) && !change.Commit();
+    }
 
     TestFolder folder;
     std::string quotes = folder.Folder("EOD");
 };
 
 TEST_F(DeleteHistory, TakesEveryYearOfTheTickerAndNothingElse) {
-    EXPECT_TRUE(DeleteTickerHistory(quotes, "BRK"));
+    EXPECT_TRUE(Delete({"BRK"}));
     EXPECT_EQ(Left(),
               (std::vector<std::string>{"EOD/A*.04", "EOD/A?.04", "EOD/AB.04", "EOD/BRK", "EOD/BRK.B.04",
                                         "EOD/BRKX.04", "EOD/QuoteList.ddq", "EOD/brk.04", "outside.04"}));
 }
 
 TEST_F(DeleteHistory, TakesWildcardsAsTheyStand) {
-    EXPECT_TRUE(DeleteTickerHistory(quotes, "A*"));
-    EXPECT_TRUE(DeleteTickerHistory(quotes, "*"));
+    EXPECT_TRUE(Delete({"A*"}));
+    EXPECT_TRUE(Delete({"*"}));
     EXPECT_EQ(Left().size(), 10U);
     EXPECT_FALSE(IsRegularFile(quotes + "A*.04"));
     EXPECT_TRUE(IsRegularFile(quotes + "AB.04"));
 }
 
 TEST_F(DeleteHistory, ManyTickersGoAtOnce) {
-    EXPECT_TRUE(DeleteTickerHistories(quotes, std::vector<std::string>{"BRK", "A*", "NOSUCH", "A?"}));
+    EXPECT_TRUE(Delete({"BRK", "A*", "NOSUCH", "A?"}));
     EXPECT_EQ(Left(), (std::vector<std::string>{"EOD/AB.04", "EOD/BRK", "EOD/BRK.B.04", "EOD/BRKX.04",
                                                 "EOD/QuoteList.ddq", "EOD/brk.04", "outside.04"}));
 }
@@ -73,15 +78,14 @@ TEST_F(DeleteHistory, ManyTickersGoAtOnce) {
 TEST_F(DeleteHistory, HostileTickersDeleteNothing) {
     folder.Write("EOD/CON.04", "x");
     const auto before = Left();
-    for (const std::string& ticker : kHostileTickers) DeleteTickerHistory(quotes, ticker);
-    EXPECT_TRUE(DeleteTickerHistories(quotes, kHostileTickers));
-    EXPECT_TRUE(DeleteTickerHistory(quotes, "../outside"));
+    for (const std::string& ticker : kHostileTickers) Delete({ticker});
+    EXPECT_TRUE(Delete(kHostileTickers));
+    EXPECT_TRUE(Delete({"../outside"}));
     EXPECT_EQ(Left(), before);
 }
 
 TEST_F(DeleteHistory, AMissingFolderHasNothingToDelete) {
-    EXPECT_TRUE(DeleteTickerHistories(quotes + "none/", std::vector<std::string>{"BRK"}));
-    EXPECT_TRUE(DeleteTickerHistory(quotes + "none/", "BRK"));
+    EXPECT_TRUE(Delete({"BRK"}, "none/"));
 }
 
 }  // namespace

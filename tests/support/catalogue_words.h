@@ -31,6 +31,7 @@ inline constexpr MenuWords kMenuWords[] = {
     {"mnuFile", "mnuFileMRU", ""},
     {"mnuFile", "mnuFileExit", "E&xit"},
     {"", "mnuEdit", "&Edit"},
+    {"mnuEdit", "mnuEditUndo", "Undo"},
     {"mnuEdit", "mnuEditBackUpProgramFiles", "BackUp Program Files"},
     {"mnuEdit", "mnuEditBackUpQuoteDatabase", "BackUp Quote Database"},
     {"mnuEdit", "mnuEditRestoreProgramFiles", "Restore Program Files"},

@@ -37,13 +37,13 @@ class SessionTest : public ::testing::Test {
     std::string Read(const Path& name) const { return BytesOrEmpty(folder / name); }
     bool Exists(const Path& name) const { return IsRegularFile(folder / name); }
 
-    // Every file below the folder: its name, a colon, its bytes.
+    // Every file below the folder but what is kept for undoing: its name, a colon, its bytes.
     std::vector<std::string> Everything() const {
         std::vector<std::string> files;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Get())) {
-            if (!entry.is_regular_file()) continue;
-            files.push_back(entry.path().lexically_relative(folder.Get()).string() + ":" +
-                            BytesOrEmpty(entry.path()));
+            const std::string name = entry.path().lexically_relative(folder.Get()).string();
+            if (!entry.is_regular_file() || name.starts_with("Back Up/Undo/")) continue;
+            files.push_back(name + ":" + BytesOrEmpty(entry.path()));
         }
         std::sort(files.begin(), files.end());
         return files;

@@ -183,8 +183,10 @@ class SceneProgram : public Program {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(session.AppPath)) {
             if (!entry.is_regular_file() || ::stat(entry.path().c_str(), &state) != 0) continue;
             // A file that is written whole is a new one, whatever it holds.
-            scene[ShownPath(entry.path().lexically_relative(session.AppPath))] =
-                QStringLiteral("%1 %2").arg(state.st_ino).arg(state.st_size);
+            const Path name = entry.path().lexically_relative(session.AppPath);
+            // What is kept for undoing goes without saying.
+            if (name.native().starts_with("Back Up/Undo")) continue;
+            scene[ShownPath(name)] = QStringLiteral("%1 %2").arg(state.st_ino).arg(state.st_size);
         }
     }
 };

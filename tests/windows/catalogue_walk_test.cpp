@@ -82,6 +82,7 @@ const std::vector<Walk>& Walks() {
         {"mnuFilePageSetup", L({"dialog Page Setup"})},
         {"mnuFileExit",
          L({"-first T1", "-frame", "-frmQuoteGrid Jan.ddq", "~Data/VTRMRUset.ini", "+config/Brantlow.ini"})},
+        {"mnuEditUndo", L({})},
         {"mnuEditBackUpProgramFiles",
          L({"says Do you want back up program files?", "+Kept/Feb.ddq", "+Kept/In.Txt", "+Kept/Jan.ddq",
             "+Kept/New EOD Quotes.db", "+Kept/Old.dbe", "+Kept/Old.efq", "+Kept/VTRCOLset.ini",

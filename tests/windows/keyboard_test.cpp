@@ -32,6 +32,7 @@
 #include "shell/frame/windows/frmForumLogin.h"
 #include "shell/frame/windows/frmHelp.h"
 #include "shell/frame/windows/frmLowMemory.h"
+#include "shell/session_change.h"
 #include "splits/windows/frmSplitFactor.h"
 #include "store/windows/frmDeleteFile.h"
 #include "store/windows/frmDeleteQuoteDataBase.h"
@@ -99,7 +100,10 @@ const std::vector<WindowRow>& Windows() {
         {"frmSelectorSelection", "Continue", [](Ground& on) { return new frmSelectorSelection(on.Frame()); }},
         {"frmSplitFactor", "Continue", [](Ground& on) { return new frmSplitFactor("T1", on.Frame()); }},
         {"frmDeleteFile", "",
-         [](Ground& on) { return new frmDeleteFile(on.person, on.session.DataFolder(), on.Frame()); }},
+         [](Ground& on) {
+             return new frmDeleteFile(on.person, ChangePlaceOf(on.session), on.session.DataFolder(),
+                                      on.Frame());
+         }},
         {"frmDeleteQuoteDataBase", "Keep",
          [](Ground& on) { return new frmDeleteQuoteDataBase("T1", on.Frame()); }},
         {"TextEditor", "Save",

@@ -13,17 +13,21 @@
 
 namespace brantlow {
 
+// A window saves where the settings save by themselves, a command in any case.
+enum class TableSaving { AsSettingsSay, Always };
+
 struct AddedTicker : TableEdit {
     // What became of its history, where one was downloaded.
     std::optional<HistoryDownload> history;
 };
 
 // Adds the ticker (AppendTicker), sorts the table by `sortColumn`, downloads the history of a new ticker of
-// an end-of-day table when the settings name years for it, and saves when they save by themselves. Messages,
-// status words and the ticker count go to the session's person. `rowAdded`, which may be empty, is called
-// once the table has its new row, before the download.
+// an end-of-day table when the settings name years for it, and saves by `saving`; history and table are one
+// change of files. Messages, status words and the ticker count go to the session's person. `rowAdded`, which
+// may be empty, is called once the table has its new row, before the download.
 AddedTicker AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& table,
                       const NewTicker& ticker, std::size_t sortColumn,
+                      TableSaving saving = TableSaving::AsSettingsSay,
                       const std::function<void()>& rowAdded = {});
 
 }  // namespace brantlow

@@ -10,6 +10,7 @@
 #include "base/askable_ticker.h"
 #include "base/text.h"
 #include "shell/memory_status.h"
+#include "shell/session_change.h"
 #include "shell/status_words.h"
 #include "store/file_names.h"
 #include "store/table_files.h"
@@ -166,20 +167,26 @@ class Collection {
     std::optional<std::string> pageAddress_;
 };
 
+FileFault Save(const Session& session, const QuoteTable& table, ChangeKeeps keeps) {
+    FileChange change(ChangePlaceOf(session), std::string(kFundamentalsChange), keeps);
+    FileFault fault = PrepareQuoteTable(table, session.DataFile(session.CurrentFile), change);
+    return fault ? fault : change.Commit();
+}
+
 }  // namespace
 
 FundamentalsOutcome CollectExtendedFundamentals(Session& session, const FundamentalSources& sources,
-                                                QuoteTable& table) {
+                                                QuoteTable& table, const FundamentalsEnd& end) {
     BeginRun(session.run);
     PurgeUrlCache(sources.cache);
     FundamentalsOutcome outcome = Collection(session, sources, table).Run();
     session.run.CurrentRow = 0;
     session.run.TopRow = 0;
     session.person.ShowProgress(1);
-    outcome.saveError = SaveQuoteTable(table, session.DataFile(session.CurrentFile));
-    if (outcome.saveError) {
-        outcome.report.Fail(session.CurrentFile + " could not be written: " + outcome.saveError.message());
+    if (outcome.report.Extent() != RunExtent::Nothing || end.savesWithoutValues) {
+        outcome.saveError = Save(session, table, end.keeps);
     }
+    if (outcome.saveError) outcome.report.Fail(FaultReason(kFundamentalsChange, outcome.saveError));
     session.CurrentFile = CollectedFundamentalsName(session.clock.Today());
     session.person.ShowStatusWord(kStatusComplete);
     return outcome;

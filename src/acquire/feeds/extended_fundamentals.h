@@ -5,12 +5,12 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "acquire/web/hosts.h"
 #include "acquire/web/url_cache.h"
 #include "acquire/web/web.h"
+#include "base/file_change.h"
 #include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
@@ -40,8 +40,15 @@ struct FundamentalsOutcome {
     std::size_t tickers = 0;                 // rows worked on, indexes and empty rows included
     std::vector<std::string> withoutValues;  // tickers whose pages gave nothing, in the table's order
     bool stopped = false;
-    std::error_code saveError;
+    FileFault saveError;
     RunReport report;
+};
+
+// How a collection ends: whether the file that it writes can be undone, and whether it is written where no
+// page told anything.
+struct FundamentalsEnd {
+    ChangeKeeps keeps = ChangeKeeps::UntilDone;
+    bool savesWithoutValues = true;
 };
 
 // Fills columns 1 to 58 of every row of `table` and saves it as session.CurrentFile, also when the run was
@@ -50,6 +57,6 @@ struct FundamentalsOutcome {
 // read in order; a host that stays silent is given up (giving_up_web.h). Before the first row the control
 // word is "False"; the word of another hand ends the run after the ticker in work.
 FundamentalsOutcome CollectExtendedFundamentals(Session& session, const FundamentalSources& sources,
-                                                QuoteTable& table);
+                                                QuoteTable& table, const FundamentalsEnd& end = {});
 
 }  // namespace brantlow

@@ -13,8 +13,10 @@
 #include "base/askable_ticker.h"
 #include "base/text.h"
 #include "base/values.h"
+#include "shell/session_change.h"
 #include "shell/settings/choices.h"
 #include "shell/settings/lines.h"
+#include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
 #include "store/error_report.h"
 #include "store/history_rewrite.h"
@@ -128,9 +130,17 @@ HistoryReading ReadHistory(const Session& session, const Fetched& fetched, bool 
     return reading;
 }
 
-// Puts what a reply brought in the place of the ticker's `files`.
-HistoryDownload StoreHistory(const Session& session, std::string_view ticker, const Fetched& fetched,
-                             std::vector<Path>& files) {
+// A file of the history could not be written: what is stored is what was stored before.
+void MarkFailed(HistoryDownload& download) {
+    download.outcome = HistoryOutcome::Failed;
+    download.why = FaultReason("The history", download.error);
+    download.days = 0;
+    download.isChanged = download.error.isHalfDone;
+}
+
+// Prepares that what a reply brought takes the place of the ticker's `files`.
+HistoryDownload PrepareHistory(const Session& session, std::string_view ticker, const Fetched& fetched,
+                               std::vector<Path>& files, FileChange& change) {
     HistoryReading reading = ReadHistory(session, fetched, !files.empty());
     HistoryDownload download{
         .outcome = reading.outcome, .days = reading.records.size(), .why = std::move(reading.why)};
@@ -140,11 +150,19 @@ HistoryDownload StoreHistory(const Session& session, std::string_view ticker, co
     YearFileTexts texts;
     for (const HistoryRecord& day : reading.records) texts.Add(day);
     download.isChanged = !files.empty() || download.days > 0;
-    download.error =
-        ReplaceTickerHistory(session.settings.QuoteFolder, ticker, texts.Files(), WhenOneFails::GoOn, files);
-    if (!download.error) return download;
-    download.outcome = HistoryOutcome::Failed;
-    download.why = "a file of the history could not be written: " + download.error.message();
+    download.error = PrepareTickerHistory(session.settings.QuoteFolder, ticker, texts.Files(), files, change);
+    if (download.error) MarkFailed(download);
+    return download;
+}
+
+std::string HistoryChange(std::string_view ticker) {
+    return "History of " + std::string(ticker);
+}
+
+// A download of its own; what it replaces is no longer than it needs it.
+HistoryDownload Committed(HistoryDownload download, FileChange& change) {
+    if (!download.error) download.error = change.Commit();
+    if (download.error) MarkFailed(download);
     return download;
 }
 
@@ -187,17 +205,17 @@ std::optional<HistoryDownload> ChosenRefusal(const Session& session, std::string
 }
 
 HistoryDownload Fetch(const Session& session, Web& web, std::string_view ticker, const WebRequest& request,
-                      bool quotesProtect) {
+                      bool quotesProtect, FileChange& change) {
     const Fetched fetched{request.url, web.Fetch(request), quotesProtect};
     std::vector<Path> files = YearFilesOf(session.settings.QuoteFolder, ticker);
-    return StoreHistory(session, ticker, fetched, files);
+    return PrepareHistory(session, ticker, fetched, files, change);
 }
 
 HistoryDownload DownloadChosen(Session& session, Web& web, const Hosts& hosts, std::string_view ticker,
-                               StoredData stored) {
+                               StoredData stored, FileChange& change) {
     if (auto refusal = ChosenRefusal(session, ticker, stored)) return *refusal;
     return Fetch(session, web, ticker, ChosenRequest(session, hosts, ticker),
-                 !UsesUserSource(session.settings));
+                 !UsesUserSource(session.settings), change);
 }
 
 // Shows that `done` of `count` tickers are reached, `ticker` the one in work.
@@ -239,22 +257,26 @@ void Count(const HistoryDownload& download, std::string_view ticker, PopulateRun
 // One run over the tickers of a table.
 class PopulateWalk {
   public:
-    PopulateWalk(Session& session, Web& web, const Hosts& hosts, std::vector<std::string> tickers)
-        : session_(session), hosts_(hosts), tickers_(std::move(tickers)), web_(web), queue_(web_, [this] {
-              return NextRequest();
-          }) {
+    PopulateWalk(Session& session, Web& web, const Hosts& hosts, std::vector<std::string> tickers,
+                 FileChange& change)
+        : session_(session),
+          hosts_(hosts),
+          tickers_(std::move(tickers)),
+          change_(change),
+          web_(web),
+          queue_(web_, [this] { return NextRequest(); }) {
         run_.report = ReportOf(session.CurrentFile);
         files_ = YearFilesByTicker(session.settings.QuoteFolder, tickers_);
     }
 
     void DeleteHistories() {
         if (!files_.empty()) run_.report.MarkChanged();
-        DeleteTickerHistories(session_.settings.QuoteFolder, tickers_);
-        files_ = YearFilesByTicker(session_.settings.QuoteFolder, tickers_);
+        run_.error = PrepareHistoryDeletion(session_.settings.QuoteFolder, tickers_, change_);
+        files_.clear();
     }
 
     PopulateRun Walk() {
-        for (std::size_t row = 1; row <= tickers_.size() && !run_.stopped; ++row) {
+        for (std::size_t row = 1; row <= tickers_.size() && !run_.stopped && !run_.error; ++row) {
             const std::string& ticker = tickers_[row - 1];
             session_.run.CurrentRow = row;
             ShowTickerInWork(session_, ticker, row, tickers_.size());
@@ -279,34 +301,49 @@ class PopulateWalk {
         if (auto refusal = Refusal(ticker, true)) return *refusal;
         auto fetched = queue_.Next();
         if (!fetched) return {};
-        return StoreHistory(session_, ticker, {std::move(fetched->request.url), std::move(fetched->reply)},
-                            files_[ticker]);
+        return PrepareHistory(session_, ticker, {std::move(fetched->request.url), std::move(fetched->reply)},
+                              files_[ticker], change_);
     }
 
     Session& session_;
     const Hosts& hosts_;
     std::vector<std::string> tickers_;
     std::size_t nextAsked_ = 0;
+    FileChange& change_;
     GivingUpWeb web_;
     FetchQueue queue_;
     FilesByTicker files_;
     PopulateRun run_;
 };
 
+// Puts the histories of a run in place. Where nothing came nothing is changed, and neither where a file
+// cannot be written.
+void CommitRun(FileChange& change, PopulateRun& run) {
+    if (!run.error && run.report.Extent() == RunExtent::Nothing) run.error = change.TakeBack();
+    if (!run.error) run.error = change.Commit();
+    if (!run.error) return;
+    if (change.TakeBack()) run.error.isHalfDone = true;
+    run.stored = 0;
+    run.report = RunReport(run.report.What(), "histories");
+    run.report.Fail(FaultReason(run.report.What(), run.error));
+    if (run.error.isHalfDone) run.report.MarkChanged();
+}
+
 // The report's tickers and, where the run was stopped, the note behind them.
 PopulateRun Repopulate(Session& session, Web& web, const Hosts& hosts,
-                       const std::vector<std::string>& tickers) {
+                       const std::vector<std::string>& tickers, FileChange& change) {
     PopulateRun run;
     run.report = ReportOf(kErrorReportName);
     const bool keeps = KeepsHistoryOnFailure(session.settings);
     if (!keeps) {
-        if (!YearFilesByTicker(session.settings.QuoteFolder, tickers).empty()) run.report.MarkChanged();
-        DeleteTickerHistories(session.settings.QuoteFolder, tickers);
+        run.error = PrepareHistoryDeletion(session.settings.QuoteFolder, tickers, change);
+        if (change.HasWork()) run.report.MarkChanged();
     }
     for (const std::string& ticker : tickers) {
+        if (run.error) break;
         ShowTickerInWork(session, ticker, run.tickers + 1, tickers.size());
         const HistoryDownload download =
-            DownloadChosen(session, web, hosts, ticker, keeps ? StoredData::IsReplaced : StoredData::Hinders);
+            DownloadChosen(session, web, hosts, ticker, StoredData::IsReplaced, change);
         if (download.outcome == HistoryOutcome::NoSource) break;
         Count(download, ticker, run);
         run.stopped = ShouldStop(session.run, session.person);
@@ -347,21 +384,37 @@ void TellHistory(std::string_view ticker, const HistoryDownload& download, RunRe
 
 HistoryDownload DownloadTickerHistory(Session& session, Web& web, const Hosts& hosts,
                                       std::string_view ticker) {
-    return DownloadChosen(session, web, hosts, ticker, StoredData::Hinders);
+    FileChange change(ChangePlaceOf(session), HistoryChange(ticker), ChangeKeeps::UntilDone);
+    return Committed(PrepareTickerDownload(session, web, hosts, ticker, change), change);
+}
+
+HistoryDownload PrepareTickerDownload(Session& session, Web& web, const Hosts& hosts, std::string_view ticker,
+                                      FileChange& change) {
+    return DownloadChosen(session, web, hosts, ticker, StoredData::Hinders, change);
 }
 
 HistoryDownload PopulateTicker(Session& session, Web& web, const Hosts& hosts, std::string_view ticker) {
     if (auto refusal = Refusal(ticker, true)) return *refusal;
-    return Fetch(session, web, ticker, StandardRequest(session, hosts, ticker), true);
+    FileChange change(ChangePlaceOf(session), HistoryChange(ticker), ChangeKeeps::UntilDone);
+    return Committed(Fetch(session, web, ticker, StandardRequest(session, hosts, ticker), true, change),
+                     change);
 }
 
-PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table) {
+PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table,
+                             Years years) {
     const PopulatingMark mark(session);
-    PopulateWalk walk(session, web, hosts, TickersOf(table));
+    FileChange change(ChangePlaceOf(session), "Populate " + session.CurrentFile);
+    change.AlsoKeep(session.DataFile(kLastRunName));
+    PopulateWalk walk(session, web, hosts, TickersOf(table), change);
     const bool deletesFirst =
         KindOf(session.CurrentFile) == FileKind::Ddq && !KeepsHistoryOnFailure(session.settings);
     if (deletesFirst) walk.DeleteHistories();
-    return walk.Walk();
+    PopulateRun run = walk.Walk();
+    if (!run.error && years == Years::Stored) {
+        run.error = PrepareSettingsFile(SettingsFile::Data, session.AppPath, session.settings, change);
+    }
+    CommitRun(change, run);
+    return run;
 }
 
 PopulateRun RepopulateReported(Session& session, Web& web, const Hosts& hosts) {
@@ -369,7 +422,11 @@ PopulateRun RepopulateReported(Session& session, Web& web, const Hosts& hosts) {
     if (!report) return {};
     const PopulatingMark mark(session);
     GivingUpWeb patient(web);
-    return Repopulate(session, patient, hosts, report->tickers);
+    FileChange change(ChangePlaceOf(session), "Populate " + std::string(kErrorReportName));
+    change.AlsoKeep(session.DataFile(kLastRunName));
+    PopulateRun run = Repopulate(session, patient, hosts, report->tickers, change);
+    CommitRun(change, run);
+    return run;
 }
 
 }  // namespace brantlow

@@ -10,11 +10,11 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
+#include "base/file_change.h"
 #include "shell/run_report.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
@@ -49,8 +49,8 @@ enum class HistoryOutcome {
 struct HistoryDownload {
     HistoryOutcome outcome = HistoryOutcome::NoTicker;
     std::size_t days = 0;    // in the database afterwards
-    std::error_code error;   // set when Failed
-    std::string why;         // a sentence, set when NoReply, LeftOut, NoFiles or Failed
+    FileFault error = {};    // set when Failed
+    std::string why = {};    // a sentence, set when NoReply, LeftOut, NoFiles or Failed
     bool isChanged = false;  // files of the ticker were written or deleted
 };
 
@@ -61,6 +61,10 @@ void TellHistory(std::string_view ticker, const HistoryDownload& download, RunRe
 // record; files of other years do not count.
 HistoryDownload DownloadTickerHistory(Session& session, Web& web, const Hosts& hosts,
                                       std::string_view ticker);
+
+// The same as a part of a change of files, which the caller commits.
+HistoryDownload PrepareTickerDownload(Session& session, Web& web, const Hosts& hosts, std::string_view ticker,
+                                      FileChange& change);
 
 // Downloads the history of `ticker` from the standard source, whatever the settings say, and whatever the
 // database holds.
@@ -80,14 +84,17 @@ struct PopulateRun {
     std::size_t tickers = 0;  // worked on
     std::size_t stored = 0;   // with data afterwards
     bool stopped = false;
-    std::error_code error;  // the first file that could not be written
+    FileFault error;  // a file that could not be written: no history was changed
     RunReport report;
 };
 
 // PopulateTicker for every row of `table`, the open one. When session.CurrentFile is an end-of-day file and
 // the settings do not keep them, the histories of all its tickers are deleted first. A host that stays silent
 // is given up (giving_up_web.h). Stops after the current ticker when the run's control word asks for it.
-PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table);
+// All histories are one change that can be undone, and with `Years::Stored` the settings that name them.
+enum class Years { AsTheyAre, Stored };
+PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table,
+                             Years years = Years::AsTheyAre);
 
 // The offer of frmErrorReport: deletes the histories of all tickers of "Error Report.txt", unless the
 // settings keep them, and downloads them anew from the chosen source. Stops at once where there is none, and

@@ -162,6 +162,14 @@ std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const 
     return WriteWholeFile(SettingsFilePath(file, appPath), SettingsFileText(file, settings));
 }
 
+FileFault PrepareSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings,
+                              FileChange& change) {
+    const Path path = FileOf(file, appPath);
+    if (const std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)])
+        return {path, error};
+    return change.Write(path, SettingsFileText(file, settings));
+}
+
 Path FolderOfSetting(const Path& appPath, std::string_view text) {
     return appPath / PlatformPath(text);
 }

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/file_change.h"
 #include "base/files.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_tables.h"
@@ -90,6 +91,10 @@ std::string SettingsFileText(SettingsFile file, const SettingsTables& settings);
 // Replaces the file in `appPath`/Data as a whole. On an error the old file stands, as does one that could not
 // be read when it was last loaded.
 std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings);
+
+// The same as a part of a change of files.
+FileFault PrepareSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings,
+                              FileChange& change);
 
 // A folder named by a settings line as a path of this platform: a relative one lies in the application
 // folder.

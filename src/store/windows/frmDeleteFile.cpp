@@ -48,9 +48,10 @@ QLabel* Caption(const char* name, const char* words, QWidget* buddy) {
 
 }  // namespace
 
-frmDeleteFile::frmDeleteFile(Person& person, Path folder, QWidget* parent)
+frmDeleteFile::frmDeleteFile(Person& person, ChangePlace place, Path folder, QWidget* parent)
     : QDialog(parent),
       person_(person),
+      place_(std::move(place)),
       folder_(std::move(folder)),
       folderName_(new QLabel),
       Dir1(new QListWidget),
@@ -126,7 +127,10 @@ void frmDeleteFile::Command1_Click() {
     const std::string name = NameOf(*item);
     if (!MayDelete(name)) return person_.Say(kMayNotDelete);
     const Path file = folder_ / name;
-    if (!DeleteOneFile(file)) return person_.Say(file.string() + ": cannot be deleted");
+    FileChange change(place_, "Delete " + name);
+    FileFault fault = change.Delete(file);
+    if (!fault) fault = change.Commit();
+    if (fault) return person_.Say(FaultSentence("Delete " + name, fault));
     ShowFolder(folder_);
 }
 

@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-#include "base/files.h"
+#include "base/file_change.h"
 #include "shell/person.h"
 
 class QLabel;
@@ -17,8 +17,8 @@ namespace brantlow {
 class frmDeleteFile final : public QDialog {
     Q_OBJECT
   public:
-    // Starts in `folder`. Both outlive the window.
-    frmDeleteFile(Person& person, Path folder, QWidget* parent);
+    // Starts in `folder`. A deletion can be undone at `place`. The person outlives the window.
+    frmDeleteFile(Person& person, ChangePlace place, Path folder, QWidget* parent);
 
   private:
     void ShowFolder(const Path& folder);
@@ -27,6 +27,7 @@ class frmDeleteFile final : public QDialog {
     void Command1_Click();
 
     Person& person_;
+    ChangePlace place_;
     Path folder_;
     QLabel* folderName_;
     QListWidget* Dir1;

@@ -30,7 +30,7 @@ class ExtendedFundamentalsTest : public ::testing::Test {
         QuoteTable quotes;
         quotes.AppendLine("Ticker Symbol");
         for (const std::string& ticker : tickers) quotes.AppendLine(ticker);
-        ASSERT_FALSE(CreateFundamentalFile(quotes, session.DataFolder()));
+        ASSERT_FALSE(CreateFundamentalFile(quotes, session));
         const auto load = LoadQuoteTable(session.DataFile(kFundamentalsName), FileKind::Efq, session.settings,
                                          clock.Today(), table, nullptr);
         ASSERT_TRUE(load.Done());
@@ -122,7 +122,7 @@ TEST_F(ExtendedFundamentalsTest, SavesTheTableAndTakesTheNameOfTheDay) {
 TEST_F(ExtendedFundamentalsTest, ATableThatCannotBeSavedIsReported) {
     session.CurrentFile = "Folder.efq";
     std::filesystem::create_directories(session.DataFile("Folder.efq"));
-    EXPECT_EQ(Collect().saveError, std::errc::is_a_directory);
+    EXPECT_EQ(Collect().saveError.code, std::errc::is_a_directory);
     EXPECT_EQ(session.CurrentFile, "11-21-26.efq");
 }
 

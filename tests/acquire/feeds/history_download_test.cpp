@@ -165,13 +165,14 @@ TEST_F(HistoryDownloadTest, NoScratchFileIsLeftBehind) {
     EXPECT_THAT(FileNamesIn(folder.Get()), IsEmpty());
 }
 
-TEST_F(HistoryDownloadTest, AYearThatCannotBeWrittenLeavesTheOthersRight) {
+TEST_F(HistoryDownloadTest, WhereOneYearCannotBeWrittenTheHistoryStaysAsItIs) {
     std::filesystem::create_directories(folder / "Quotes/KO.25");
     Answer("KO", kThreeDays);
     const HistoryDownload download = Download("KO");
     EXPECT_EQ(download.outcome, HistoryOutcome::Failed);
-    EXPECT_TRUE(download.error);
-    EXPECT_THAT(Files(), ElementsAre("KO.26"));
+    EXPECT_EQ(download.error.file, folder / "Quotes/KO.25");
+    EXPECT_FALSE(download.isChanged);
+    EXPECT_THAT(Files(), IsEmpty());
 }
 
 TEST_F(HistoryDownloadTest, AReplyCutAtEveryByteLeavesWholeFiles) {

@@ -132,12 +132,14 @@ TEST_F(PopulateTest, TheSourceOfTheSettingsIsNotAsked) {
     EXPECT_TRUE(person.said.empty());
 }
 
-TEST_F(PopulateTest, AFileThatCannotBeWrittenDoesNotStopTheRun) {
-    std::filesystem::create_directories(folder / "Quotes/A.26");
+TEST_F(PopulateTest, WhereAFileCannotBeWrittenNoHistoryIsChanged) {
+    std::filesystem::create_directories(folder / "Quotes/BB.26");
     const PopulateRun run = Populate({"A", "BB"});
-    EXPECT_TRUE(run.error);
-    EXPECT_EQ(run.tickers, 2U);
-    EXPECT_EQ(Read("BB.26"), Expected("BB"));
+    EXPECT_EQ(run.error.file, folder / "Quotes/BB.26");
+    EXPECT_FALSE(run.error.isHalfDone);
+    EXPECT_EQ(run.stored, 0U);
+    EXPECT_EQ(run.report.Extent(), RunExtent::Nothing);
+    EXPECT_THAT(Files(), IsEmpty());
 }
 
 }  // namespace

@@ -118,8 +118,7 @@ void ChartCommands::DownloadHistory() {
     TellHistory(chart_.SelectorTicker, download, report);
     if (!report.Tickers().empty()) frame_.tell(report);
     if (download.outcome == HistoryOutcome::Failed) {
-        frame_.person.Say(chart_.SelectorTicker + ": the history cannot be written to " +
-                          frame_.session.settings.QuoteFolder + " (" + download.error.message() + ")");
+        frame_.person.Say(FaultSentence("The history of " + chart_.SelectorTicker, download.error));
     }
     CloseForm();
 }

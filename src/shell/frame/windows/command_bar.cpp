@@ -129,6 +129,10 @@ QAction* CommandBar::Entry(std::string_view id) const {
     return entries_.value(Name(id));
 }
 
+QMenu* CommandBar::Menu(std::string_view id) const {
+    return menus_.value(Name(id));
+}
+
 void CommandBar::ApplyRules(OpenStates state, bool inRun) {
     for (const MenuEntry& command : kMenu) {
         if (QAction* entry = Entry(command.id)) entry->setEnabled(IsEnabled(command, state, inRun));

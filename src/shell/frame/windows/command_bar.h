@@ -25,6 +25,7 @@ class CommandBar final : public QObject {
     CommandBar(QMainWindow& frame, QToolBar& buttons, std::function<void(const MenuEntry&)> run);
 
     QAction* Entry(std::string_view id) const;
+    QMenu* Menu(std::string_view id) const;
     // What a right-click shows, on the empty frame and on a row of the quote table.
     QMenu& PopUpMenu() const { return *PopUpMenu_; }
     // Applies the enabling rules.

@@ -30,7 +30,7 @@ void EditCommands::AddSymbol() {
         frame_.person.BeginWork();
     };
     const AddedTicker edit = AddTicker(frame_.session, frame_.web, frame_.hosts, form->Table(), form->Typed(),
-                                       form->CurrentColumn(), rowAdded);
+                                       form->CurrentColumn(), TableSaving::AsSettingsSay, rowAdded);
     if (edit.outcome == EditOutcome::Unchanged) form->ClearSymbolBox();
     if (edit.outcome != EditOutcome::Changed) return;
     const bool stays = frame_.runs.End();
@@ -80,7 +80,9 @@ void EditCommands::EditAlarm() {
 }
 
 void EditCommands::TellEdit(const TableEdit& edit) {
-    if (edit.saveError) {
+    if (edit.fault) {
+        frame_.person.Say(FaultSentence("The edit", edit.fault));
+    } else if (edit.saveError) {
         frame_.person.Say(frame_.session.CurrentFile + ": cannot be saved (" + edit.saveError.message() +
                           ")");
     }

@@ -82,6 +82,10 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
     LendHands();
     commands_ = new CommandBar(*this, *tbToolBar, [this](const MenuEntry& entry) { Run(entry.id); });
     connect(commands_, &CommandBar::RecentFileChosen, this, &frmMain::OpenRecentFile);
+    connect(commands_->Menu("mnuEdit"), &QMenu::aboutToShow, this, [this] {
+        commands_->Entry("mnuEditUndo")
+            ->setText(Shown(subjects_->upkeep.UndoWords()).replace(u'&', QStringLiteral("&&")));
+    });
     connect(area_, &QMdiArea::subWindowActivated, this, &frmMain::ApplyRules);
     BuildStatusBar();
     person_.Attach({this, statusWord_, tickerCount_, ProgressBar1}, session_);
@@ -94,13 +98,15 @@ frmMain::~frmMain() {
     person_.Detach();
 }
 
+void frmMain::ShowNotice(const std::string& text) {
+    statusBar()->showMessage(Shown(text), kNoticeMilliseconds);
+}
+
 // What the frame itself does for the subjects, and its own commands.
 void frmMain::LendHands() {
     FrameHands& hands = subjects_->hands;
     hands.askFile = [this](const FileQuestion& question) { return AskFile(question); };
-    hands.notice = [this](const std::string& text) {
-        statusBar()->showMessage(Shown(text), kNoticeMilliseconds);
-    };
+    hands.notice = [this](const std::string& text) { ShowNotice(text); };
     hands.tell = [this](const RunReport& report) { TellRun(report); };
     hands.closeChildren = [this] { CloseChildren(); };
     hands.tableShown = [this] {

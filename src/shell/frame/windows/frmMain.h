@@ -52,6 +52,9 @@ class frmMain final : public QMainWindow {
     // Opens the recent file 1 to 4 without a dialog.
     void OpenRecentFile(std::size_t entry);
 
+    // A line in the status bar for a while.
+    void ShowNotice(const std::string& text);
+
     CommandBar& Commands() { return *commands_; }
     FrameChildren& Children();
     PrintCommands& Printing();

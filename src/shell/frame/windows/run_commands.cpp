@@ -11,12 +11,14 @@
 #include "selector/windows/frmSelectorSelection.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/session_change.h"
 #include "shell/settings/choices.h"
 #include "shell/status_words.h"
 #include "splits/split_adjustment.h"
 #include "splits/windows/frmSplitFactor.h"
 #include "store/error_report.h"
 #include "store/file_names.h"
+#include "store/table_files.h"
 #include "store/windows/frmErrorReport.h"
 #include "store/windows/frmQuoteGrid.h"
 
@@ -48,9 +50,8 @@ void RunCommands::StockSelector() {
         frame_.person.Say(kSelectorNeedsQuoteFile);
         return;
     }
-    const std::error_code error = CreateEvaluationFile(form->Table(), frame_.session.DataFolder());
-    if (error) {
-        frame_.person.Say(std::string(kEvaluationsName) + ": cannot be saved (" + error.message() + ")");
+    if (const FileFault fault = CreateEvaluationFile(form->Table(), frame_.session)) {
+        frame_.person.Say(FaultSentence(kSelectorChange, fault));
         return;
     }
     if (RunsSelector(frame_.session.settings)) {
@@ -99,7 +100,7 @@ void RunCommands::RunPopulate() {
     const PopulateRun run = PopulateDatabase(frame_.session, frame_.web, frame_.hosts, form->Table());
     const bool stays = frame_.runs.EndOn(*form);
     frame_.tell(run.report);
-    if (stays && run.error) TellDatabaseError(frame_, run.error);
+    if (stays && run.error) frame_.person.Say(FaultSentence("Populate", run.error));
 }
 
 // The tickers are those of the report, whatever table is open: no row of it is in work.
@@ -110,7 +111,7 @@ void RunCommands::RunRepopulate() {
     const PopulateRun run = RepopulateReported(frame_.session, frame_.web, frame_.hosts);
     const bool stays = frame_.runs.End();
     frame_.tell(run.report);
-    if (stays && run.error) TellDatabaseError(frame_, run.error);
+    if (stays && run.error) frame_.person.Say(FaultSentence("Populate", run.error));
 }
 
 void RunCommands::TellOutcome(const SelectorOutcome& outcome) {
@@ -148,10 +149,11 @@ void RunCommands::RestateHistory(const std::string& ticker, double SplitFactor) 
     frame_.person.ShowStatusWord(kStatusUpdating);
     const auto series = std::make_unique<WorkingSeries>();
     const HistorySource source{frame_.session.settings.QuoteFolder, frame_.session.clock};
-    const SplitAdjustment adjustment = AdjustForSplit(source, ticker, SplitFactor, *series);
+    const SplitAdjustment adjustment =
+        AdjustForSplit(source, ChangePlaceOf(frame_.session), ticker, SplitFactor, *series);
     frame_.person.ShowStatusWord(kStatusComplete);
     if (adjustment.error) {
-        TellDatabaseError(frame_, adjustment.error);
+        frame_.person.Say(FaultSentence("Split of " + ticker, adjustment.error));
     } else if (adjustment.SplitIndex > 0) {
         frame_.window.statusBar()->showMessage(ResultSentence(ticker, adjustment.SplitIndex),
                                                kResultMilliseconds);

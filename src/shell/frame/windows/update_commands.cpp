@@ -39,8 +39,12 @@ std::string FailureOf(const DailyUpdate& update, const std::string& name) {
         return std::string(what) + " cannot be written (" + error.message() + ")";
     };
     if (update.quotes.error) return sentence("Import.Txt", update.quotes.error);
-    if (update.database && update.database->error) return sentence("The database", update.database->error);
-    if (update.splits && update.splits->error) return sentence("The database", update.splits->error);
+    if (update.database && update.database->error) {
+        return sentence(update.database->error.file.string(), update.database->error.code);
+    }
+    if (update.splits && update.splits->error) {
+        return FaultSentence(kSplitCalendarChange, update.splits->error);
+    }
     if (update.saveError) return sentence(name, update.saveError);
     return {};
 }
@@ -163,9 +167,8 @@ void UpdateCommands::ExtendedFundamentals() {
         frame_.person.Say(kFundamentalsOverTemplate);
         return;
     }
-    const std::error_code error = CreateFundamentalFile(form->Table(), frame_.session.DataFolder());
-    if (error) {
-        frame_.person.Say(std::string(kFundamentalsName) + ": cannot be saved (" + error.message() + ")");
+    if (const FileFault fault = CreateFundamentalFile(form->Table(), frame_.session)) {
+        frame_.person.Say(FaultSentence(kFundamentalsChange, fault));
         return;
     }
     if (frame_.table.show(kFundamentalsName)) CollectFundamentals(*frame_.table.form());
@@ -181,10 +184,7 @@ void UpdateCommands::CollectFundamentals(frmQuoteGrid& form) {
     frame_.tell(outcome.report);
     frame_.table.nameChanged();
     if (frame_.runs.TakeCloseTable() && stays) frame_.table.close();
-    if (outcome.saveError) {
-        frame_.person.Say(std::string(kFundamentalsName) + ": cannot be saved (" +
-                          outcome.saveError.message() + ")");
-    }
+    if (outcome.saveError) frame_.person.Say(FaultSentence(kFundamentalsChange, outcome.saveError));
 }
 
 void UpdateCommands::ImportQuoteFile() {
@@ -197,8 +197,8 @@ void UpdateCommands::ImportQuoteFile() {
     form->TableChanged();
     frame_.tell(import.report);
     if (import.outcome == ImportOutcome::Failed) {
-        frame_.person.Say(ImportFile(frame_.session.AppPath, frame_.session.settings).string() +
-                          ": the import failed and the file stays (" + import.error.message() + ")");
+        const std::string file = ImportFile(frame_.session.AppPath, frame_.session.settings).string();
+        frame_.person.Say(FaultSentence("The import of " + file, import.error));
     }
 }
 

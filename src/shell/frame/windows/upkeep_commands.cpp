@@ -3,9 +3,11 @@
 #include <QMainWindow>
 #include <algorithm>
 
+#include "base/undo_store.h"
 #include "base/windows/display_text.h"
 #include "base/windows/text_editor.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/session_change.h"
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
 #include "store/back_up.h"
@@ -26,6 +28,7 @@ constexpr const char* kQuoteFileFilter = "EOD Detailed Quote Files (*.ddq)|*.ddq
 
 CommandRows UpkeepCommands::Rows() {
     static constexpr SubjectRow<UpkeepCommands> kRows[] = {
+        {"mnuEditUndo", &UpkeepCommands::Undo},
         {"mnuEditBackUpProgramFiles", &UpkeepCommands::BackUpProgramFiles},
         {"mnuEditBackUpQuoteDatabase", &UpkeepCommands::BackUpQuoteDatabase},
         {"mnuEditRestoreProgramFiles", &UpkeepCommands::RestoreProgramFiles},
@@ -87,7 +90,7 @@ void UpkeepCommands::RemoveUpdate() {
     frame_.person.HideProgress();
     if (!result.hasList) return frame_.person.Say(kNoUpdateToRemove);
     if (result.error) {
-        return frame_.person.Say("The database could not be written: " + result.error.message());
+        return frame_.person.Say(FaultSentence(kRemoveLastUpdateChange, result.error));
     }
     frame_.notice(std::to_string(result.removed) +
                   (result.removed == 1 ? " record removed" : " records removed"));
@@ -105,18 +108,45 @@ void UpkeepCommands::CombineFiles() {
     }
     if (!MayDelete(names[2]))
         return frame_.person.Say(names[2] + ": a file of the program cannot be replaced");
-    const CombinedFile combined =
-        CombineQuoteFiles(frame_.session.DataFolder(), names[0], names[1], names[2]);
+    const CombinedFile combined = CombineQuoteFiles(frame_.session, names[0], names[1], names[2]);
     if (!combined.unreadable.empty())
         return frame_.person.Say(combined.unreadable + ": no such file in Data");
-    if (combined.error) {
-        return frame_.person.Say(names[2] + ": cannot be saved (" + combined.error.message() + ")");
-    }
+    if (combined.error) return frame_.person.Say(FaultSentence("Combine", combined.error));
     frame_.notice(names[2] + ": " + std::to_string(combined.rows) + " rows");
 }
 
+std::string UpkeepCommands::UndoWords() const {
+    const std::vector<KeptChange> changes = KeptChanges(ChangePlaceOf(frame_.session));
+    return changes.empty() ? "Undo" : "Undo " + changes.front().what;
+}
+
+void UpkeepCommands::Undo() {
+    const UndoResult result = UndoChange(ChangePlaceOf(frame_.session), {});
+    if (result.change.number == 0) return frame_.notice(std::string(kNothingToUndo));
+    if (result.fault) {
+        return frame_.person.Say(FaultSentence(NameOfUndoing(result.change.what), result.fault));
+    }
+    ShowUndone(result.files);
+    frame_.notice("Undone: " + result.change.what);
+}
+
+// The window shows what the files say now.
+void UpkeepCommands::ShowUndone(const std::vector<Path>& files) {
+    LoadAllSettings(frame_.session.AppPath, frame_.session.settings);
+    frame_.showRecentFiles();
+    const std::string name = frame_.session.CurrentFile;
+    const Path open = frame_.session.DataFile(name);
+    if (name.empty() || std::find(files.begin(), files.end(), open) == files.end()) return;
+    if (IsRegularFile(open)) {
+        frame_.table.show(name);
+    } else {
+        frame_.table.close();
+    }
+}
+
 void UpkeepCommands::DeleteFiles() {
-    auto* dialog = new frmDeleteFile(frame_.person, frame_.session.DataFolder(), &frame_.window);
+    auto* dialog = new frmDeleteFile(frame_.person, ChangePlaceOf(frame_.session),
+                                     frame_.session.DataFolder(), &frame_.window);
     QObject::connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
     dialog->open();
 }

@@ -1,5 +1,5 @@
 // The housekeeping commands of the Edit menu: back-ups, joining tables, taking an update back, deleting and
-// editing files. The back-up at exit stands with them.
+// editing files, undoing. The back-up at exit stands with them.
 #pragma once
 
 #include "shell/frame/windows/frame_hands.h"
@@ -17,10 +17,14 @@ class UpkeepCommands final {
 
     // The frame closes: false when a text that is not saved is to stay open.
     bool CloseEditors();
+    // What the entry "Undo" reads: with the name of the newest change, where there is one.
+    std::string UndoWords() const;
     // The weekly or monthly back-up, where one is due.
     void BackUpBeforeExit();
 
   private:
+    void Undo();
+    void ShowUndone(const std::vector<Path>& files);
     void BackUpProgramFiles();
     void BackUpQuoteDatabase();
     void RestoreProgramFiles();
