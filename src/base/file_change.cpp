@@ -95,7 +95,7 @@ FileFault FileChange::Write(const Path& path, std::string_view bytes) {
             staged_[found->second].temporary = temporary;
         } else {
             stagedAt_.emplace(target.path.native(), staged_.size());
-            staged_.push_back({target.path, temporary});
+            staged_.push_back({target.path, temporary, !target.exists});
         }
         return {};
     }
@@ -150,6 +150,7 @@ FileFault FileChange::Commit() {
     if (const FileFault fault = PutInPlace()) return Failed(fault);
     if (const FileFault fault = SyncFolders()) return Failed(fault);
     if (const FileFault fault = Close()) return Failed(fault);
+    DropFormer();
     staged_.clear();
     stagedAt_.clear();
     deleted_.clear();
@@ -180,10 +181,21 @@ FileFault FileChange::Failed(FileFault fault) {
 
 void FileChange::DropTemporaries() {
     for (const Staged& file : staged_) {
-        if (!file.temporary.empty()) ::unlink(file.temporary.c_str());
+        if (!file.isInPlace && !file.temporary.empty()) ::unlink(file.temporary.c_str());
+        // Without a list a file is put back by its second name.
+        if (!file.isInPlace || !journal_.empty()) continue;
+        if (file.isNew) ::unlink(file.path.c_str());
+        if (!file.former.empty()) ::rename(file.former.c_str(), file.path.c_str());
     }
+    DropFormer();
     staged_.clear();
     stagedAt_.clear();
+}
+
+void FileChange::DropFormer() {
+    for (const Staged& file : staged_) {
+        if (!file.former.empty()) ::unlink(file.former.c_str());
+    }
 }
 
 bool FileChange::NeedsJournal() const {
@@ -278,9 +290,14 @@ FileFault FileChange::KeepAll() {
 }
 
 FileFault FileChange::PutInPlace() {
+    const bool hasList = !journal_.empty();
     for (Staged& file : staged_) {
+        if (!hasList) {
+            const Path former = file.temporary.native() + "o";
+            if (::link(file.path.c_str(), former.c_str()) == 0) file.former = former;
+        }
         if (::rename(file.temporary.c_str(), file.path.c_str()) != 0) return FaultAt(file.path, LastError());
-        file.temporary.clear();
+        file.isInPlace = true;
     }
     for (const std::string& path : deleted_) {
         if (::unlink(path.c_str()) != 0 && errno != ENOENT) return FaultAt(path, LastError());

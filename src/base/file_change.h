@@ -108,7 +108,10 @@ class FileChange {
   private:
     struct Staged {
         Path path;
-        Path temporary;
+        Path temporary;      // empty once the file is to be deleted instead
+        bool isNew = false;  // there was no file
+        bool isInPlace = false;
+        Path former = {};  // without a list: a second name of the old file, until the folders are flushed
     };
 
     FileFault OpenJournal();
@@ -118,6 +121,7 @@ class FileChange {
     FileFault Keep(const Path& path, std::string& lines);
     FileFault KeepAll();
     FileFault PutInPlace();
+    void DropFormer();
     FileFault SyncFolders() const;
     FileFault Close();
     bool NeedsJournal() const;

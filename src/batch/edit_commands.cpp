@@ -140,7 +140,7 @@ ExitStatus RunAdd(BatchCall& call) {
             return TableEdit(added);
         },
         FinishEdits);
-    if (report.Tickers().empty()) return status;
+    if (report.Tickers().empty() || status != ExitStatus::Done) return status;
     // Its row was added, whatever became of its history.
     report.MarkChanged();
     const ExitStatus told = TellRun(call, report);

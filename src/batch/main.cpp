@@ -22,13 +22,14 @@ bool Interrupted() {
     return interruptFlag != 0;
 }
 
-// The first Ctrl-C asks the run to stop at its next ticker, a second one ends the program at once.
+// The first Ctrl-C, or another program's request to end, asks the run to stop at its next ticker; a second
+// one ends the program at once.
 void WatchInterrupts() {
     struct sigaction action {};
     action.sa_handler = OnInterrupt;
     sigemptyset(&action.sa_mask);
     action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
-    sigaction(SIGINT, &action, nullptr);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
 }
 
 }  // namespace

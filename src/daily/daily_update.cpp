@@ -76,7 +76,9 @@ DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSerie
     const auto goesOn = [&] { return session.run.ProcessCommand != kStopRun; };
     if (stores) result.database = ImportEndOfDay(session, work.table, days);
     if (!HasQuote(result.quotes) && !result.quotes.error) result.quotes.error = former.PutBack();
-    if (goesOn() && AdjustsSplits(session.settings)) result.splits = AdjustSplits(work, series);
+    // A history without the day that could not be stored is no history to restate.
+    const bool isStored = !result.quotes.error && (!result.database || !result.database->error);
+    if (goesOn() && isStored && AdjustsSplits(session.settings)) result.splits = AdjustSplits(work, series);
     result.isSaved = SavesTable(session.settings);
     result.saveError = AutomaticSave(session, work.table);
     session.person.ShowStatusWord(kStatusComplete);

@@ -184,6 +184,29 @@ TEST_F(FileChangeTest, AChangeThatIsNotForUndoLeavesNothingBehind) {
     EXPECT_EQ(UndoFolders(), 0U);
 }
 
+// Without a list of what was there: files that do not depend on one another.
+TEST_F(FileChangeTest, AGroupThatBreaksOffIsTakenBackToo) {
+    PutAll();
+    FileChange change(place, "Test", ChangeKeeps::Nothing);
+    ASSERT_FALSE(change.Write(File("kept"), "KEPT"));
+    ASSERT_FALSE(change.Write(File("new"), "NEW"));
+    ASSERT_FALSE(change.Write(File("blocked"), "BLOCKED"));
+    fs::create_directory(File("blocked"));
+    EXPECT_EQ(change.Commit().file, File("blocked"));
+    fs::remove(File("blocked"));
+    EXPECT_EQ(Files(), before);
+    EXPECT_EQ(UndoFolders(), 0U);
+}
+
+TEST_F(FileChangeTest, AFileThatWasPreparedAndThenTakenOutStaysWhenTheChangeIsTakenBack) {
+    Put("kept", "kept");
+    FileChange change(place, "Test");
+    ASSERT_FALSE(change.Write(File("kept"), "KEPT"));
+    ASSERT_FALSE(change.Delete(File("kept")));
+    EXPECT_FALSE(change.TakeBack());
+    EXPECT_THAT(Files(), ElementsAre("kept=kept"));
+}
+
 TEST_F(FileChangeTest, AChangeWithoutWorkLeavesNothingBehind) {
     FileChange change(place, "Test");
     ASSERT_FALSE(change.Delete(File("none")));

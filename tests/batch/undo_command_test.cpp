@@ -25,7 +25,7 @@ class UndoCommand : public BatchTest, public ::testing::WithParamInterface<Undon
                                  "text/plain");
         });
         host_.Answer("/c/s.html", [](const httplib::Request&, httplib::Response& response) {
-            response.set_content("<table></table>", "text/html");
+            response.set_content("<td align=middle>none</td>", "text/html");
         });
         const std::string address = host_.Start();
         Write("Data/Hosts.ini", "HistoryHost=" + address + "\nYahooBizHost=" + address + "\n");

@@ -1,5 +1,6 @@
 // The housekeeping of the Edit menu: its questions, its dialogs, and the files that change.
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QStatusBar>
@@ -150,6 +151,46 @@ class MaintenanceWindowsTest : public QObject {
         program.frame->Run("mnuEditRemoveLastUpdate");
         QCOMPARE(program.At("Quotes/EOD/AAA.26"), std::string(kRecord));
         QCOMPARE(program.Message(), QStringLiteral("1 record removed"));
+    }
+
+    void undoNamesTheChangeAndBringsTheFilesBackAndTheChangeAgain() {
+        KeptProgram program;
+        const QAction* entry = program.frame->Commands().Entry("mnuEditUndo");
+        QCOMPARE(entry->shortcut(), QKeySequence(QStringLiteral("Ctrl+Z")));
+        const auto click = [&] { program.frame->Commands().Entry("mnuEditUndo")->trigger(); };
+        const auto words = [&] {
+            Q_EMIT program.frame->Commands().Menu("mnuEdit")->aboutToShow();
+            return entry->text();
+        };
+        QCOMPARE(words(), QStringLiteral("Undo"));
+        click();
+        QCOMPARE(program.Message(), QStringLiteral("There is no change to undo"));
+        program.WriteQuotes("QuoteList.ddq", "1\r\n\"AAA\"\r\n");
+        {
+            auto hand = DialogHand([](QDialog& dialog) { PressButton(dialog, QMessageBox::Yes); });
+            program.frame->Run("mnuEditRemoveLastUpdate");
+        }
+        QCOMPARE(program.At("Quotes/EOD/AAA.26"), std::string());
+        QCOMPARE(words(), QStringLiteral("Undo Remove Last Update"));
+        click();
+        QCOMPARE(program.At("Quotes/EOD/AAA.26"), std::string(kRecord));
+        QCOMPARE(program.Message(), QStringLiteral("Undone: Remove Last Update"));
+        QCOMPARE(words(), QStringLiteral("Redo Remove Last Update"));
+        click();
+        QCOMPARE(program.At("Quotes/EOD/AAA.26"), std::string());
+        QCOMPARE(words(), QStringLiteral("Undo Remove Last Update"));
+    }
+
+    void anUndoneRestoreShowsTheTableOfBefore() {
+        KeptProgram program;
+        auto hand = DialogHand([](QDialog& dialog) { PressButton(dialog, QMessageBox::Yes); });
+        std::filesystem::create_directories(program.session.AppPath / "Kept");
+        QVERIFY(!WriteWholeFile(program.session.AppPath / "Kept/Jan.ddq", Program::QuoteTableText(2)));
+        program.frame->Run("mnuEditRestoreProgramFiles");
+        QCOMPARE(program.frame->QuoteForm()->Table().TickerCount(), std::size_t{2});
+        program.frame->Run("mnuEditUndo");
+        QCOMPARE(program.Read("Jan.ddq"), Program::QuoteTableText(3));
+        QCOMPARE(program.frame->QuoteForm()->Table().TickerCount(), std::size_t{3});
     }
 
     void combineAsksForThreeFilesAndJoinsThem() {

@@ -117,7 +117,9 @@ void UpkeepCommands::CombineFiles() {
 
 std::string UpkeepCommands::UndoWords() const {
     const std::vector<KeptChange> changes = KeptChanges(ChangePlaceOf(frame_.session));
-    return changes.empty() ? "Undo" : "Undo " + changes.front().what;
+    if (changes.empty()) return "Undo";
+    const std::string& what = changes.front().what;
+    return (IsUndoing(what) ? "Redo " : "Undo ") + (IsUndoing(what) ? NameOfUndoing(what) : what);
 }
 
 void UpkeepCommands::Undo() {
