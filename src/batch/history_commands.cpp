@@ -8,7 +8,6 @@
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "shell/settings/lines.h"
-#include "shell/settings/settings_draft.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {

@@ -34,6 +34,10 @@ TickerTold WithDay(TickerTold told, const std::optional<DayImport>& database) {
     return {std::move(told.ticker), TickerFate::Failed, FaultReason("The database", day.error)};
 }
 
+bool HasQuote(const UpdateOutcome& quotes) {
+    return quotes.batches > quotes.failedBatches;
+}
+
 RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
     RunReport report("Update of " + file, "quotes");
     for (const TickerTold& told : update.quotes.tickers) {
@@ -46,13 +50,10 @@ RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
     if (update.quotes.error) report.Fail("Import.Txt could not be written: " + update.quotes.error.message());
     if (update.splits) report.TakeFailures(update.splits->report);
     if (update.splits && update.splits->isChanged) report.MarkChanged();
+    if (update.isSaved && !update.saveError && HasQuote(update.quotes)) report.MarkChanged();
     if (update.saveError) report.Fail(file + " could not be written: " + update.saveError.message());
     if (update.stopped) report.Add("stopped");
     return report;
-}
-
-bool HasQuote(const UpdateOutcome& quotes) {
-    return quotes.batches > quotes.failedBatches;
 }
 
 }  // namespace
@@ -75,7 +76,10 @@ DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSerie
     if (!stores) DeleteUpdateList(session.settings.QuoteFolder);
     const auto goesOn = [&] { return session.run.ProcessCommand != kStopRun; };
     if (stores) result.database = ImportEndOfDay(session, work.table, days);
-    if (!HasQuote(result.quotes) && !result.quotes.error) result.quotes.error = former.PutBack();
+    if (!HasQuote(result.quotes)) {
+        const std::error_code error = former.PutBack();
+        if (!result.quotes.error) result.quotes.error = error;
+    }
     // A history without the day that could not be stored is no history to restate.
     const bool isStored = !result.quotes.error && (!result.database || !result.database->error);
     if (goesOn() && isStored && AdjustsSplits(session.settings)) result.splits = AdjustSplits(work, series);

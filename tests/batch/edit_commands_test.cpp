@@ -194,9 +194,10 @@ TEST_F(ExchangeCommands, ImportOfTooManyTickersNeedsYes) {
         "You have exceeded 18000 Ticker Symbols. Some data will be lost. Do you wish to continue?\n");
     const CallResult result = Call({"import", "Mine.ddq", "--yes"});
     EXPECT_EQ(result.status, ExitStatus::Done);
-    EXPECT_EQ(result.err,
-              "18000 rows imported, 0 days stored, 2 tickers left the table, because a table has no more than "
-              "18000 lines: AAA, BBB\n");
+    EXPECT_EQ(
+        result.err,
+        "18000 rows imported, 0 days stored, 2 tickers left the table, because a table has no more than "
+        "18000 lines: AAA, BBB\n");
     EXPECT_THAT(Read("Data/Mine.ddq"), HasSubstr("\r\nT17999\t1.000\t\t\r\n"));
 }
 

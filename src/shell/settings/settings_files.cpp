@@ -164,7 +164,7 @@ std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const 
 
 FileFault PrepareSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings,
                               FileChange& change) {
-    const Path path = FileOf(file, appPath);
+    const Path path = SettingsFilePath(file, appPath);
     if (const std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)])
         return {path, error};
     return change.Write(path, SettingsFileText(file, settings));
