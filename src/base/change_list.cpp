@@ -160,8 +160,11 @@ std::string ChangeSummaryLine(const ChangeSummary& summary) {
                        summary.files, summary.bytes);
 }
 
-std::optional<ChangeSummary> ReadChangeSummary(const Path& folder) {
-    const std::string text = BytesOrEmpty(folder / kChangeSummary);
+std::optional<ChangeSummary> ReadChangeSummary(const Path& folder, FileFault* unread) {
+    const Path file = folder / kChangeSummary;
+    const ReadResult read = ReadWholeFile(file);
+    const std::string& text = read.bytes;
+    if (unread != nullptr && read.outcome == ReadOutcome::Failed && !*unread) *unread = {file, read.error};
     const std::vector<std::string_view> parts =
         SplitAt(std::string_view(text).substr(0, text.find('\n')), '\t');
     constexpr std::size_t kParts = 5;
@@ -175,14 +178,16 @@ std::optional<ChangeSummary> ReadChangeSummary(const Path& folder) {
     return summary;
 }
 
-std::vector<ChangeSummary> ReadChangeSummaries(const Path& undoFolder) {
+std::vector<ChangeSummary> ReadChangeSummaries(const Path& undoFolder, FileFault* unread) {
     std::vector<ChangeSummary> changes;
     std::error_code error;
     for (auto it = std::filesystem::directory_iterator(undoFolder, error);
          !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
         if (it->path().filename().native().starts_with(kOpenChange)) continue;
-        if (auto summary = ReadChangeSummary(it->path())) changes.push_back(std::move(*summary));
+        if (auto summary = ReadChangeSummary(it->path(), unread)) changes.push_back(std::move(*summary));
     }
+    if (unread != nullptr && error && error != std::errc::no_such_file_or_directory)
+        *unread = {undoFolder, error};
     std::sort(changes.begin(), changes.end(),
               [](const ChangeSummary& a, const ChangeSummary& b) { return a.number > b.number; });
     return changes;

@@ -43,9 +43,11 @@ struct ChangeSummary {
 };
 std::string ChangeSummaryLine(const ChangeSummary& summary);
 // Nothing for a folder without a whole summary.
-std::optional<ChangeSummary> ReadChangeSummary(const Path& folder);
+// `unread`, unless null, takes why a summary that is there could not be read.
+std::optional<ChangeSummary> ReadChangeSummary(const Path& folder, FileFault* unread = nullptr);
 // The changes that are done, newest first.
-std::vector<ChangeSummary> ReadChangeSummaries(const Path& undoFolder);
+// `unread` as above, of the first one, or of the folder itself.
+std::vector<ChangeSummary> ReadChangeSummaries(const Path& undoFolder, FileFault* unread = nullptr);
 
 // The copy of a kept file in the folder of its change.
 Path CopyOf(const FileChange::Entry& entry, const Path& folder);

@@ -75,8 +75,13 @@ Failure ReadIfThere(const Path& file, std::string& bytes) {
 
 Failure ReadBehindIfThere(const Path& file, std::string& buffer, std::size_t& used) {
     if (ReadIntoBuffer(file, buffer, used) != ReadOutcome::Failed) return {};
-    const std::error_code why = ReadWholeFile(file).error;
-    return FailedTo(FailureKind::Read, file, why ? why : std::make_error_code(std::errc::io_error));
+    // Once more, for the reason; what comes now is as good.
+    const ReadResult again = ReadWholeFile(file);
+    if (again.outcome == ReadOutcome::Failed) return FailedTo(FailureKind::Read, file, again.error);
+    buffer.resize(std::max(buffer.size(), used + again.bytes.size() + 1));
+    again.bytes.copy(buffer.data() + used, again.bytes.size());
+    used += again.bytes.size();
+    return {};
 }
 
 Failure ListFiles(const Path& folder, std::vector<std::string>& names) {

@@ -175,7 +175,11 @@ FileFault FileChange::TakeBack() {
 }
 
 FileFault FileChange::Failed(FileFault fault) {
-    fault.isHalfDone = static_cast<bool>(TakeBack());
+    // Without a list of what was there, files that have their places keep them.
+    const bool stays =
+        journal_.empty() && std::any_of(staged_.begin(), staged_.end(),
+                                        [](const Staged& file) { return file.temporary.empty(); });
+    fault.isHalfDone = static_cast<bool>(TakeBack()) || stays;
     return fault;
 }
 
@@ -199,8 +203,7 @@ void FileChange::DropFormer() {
 }
 
 bool FileChange::NeedsJournal() const {
-    if (keeps_ == ChangeKeeps::UntilDone) return staged_.size() + deleted_.size() + grown_.size() > 1;
-    return keeps_ == ChangeKeeps::ForUndo;
+    return keeps_ != ChangeKeeps::Nothing;
 }
 
 FileFault FileChange::OpenJournal() {
@@ -324,7 +327,9 @@ FileFault FileChange::Close() {
         return {};
     }
     const Path undoFolder = place_.UndoFolder();
-    const std::vector<ChangeSummary> before = ReadChangeSummaries(undoFolder);
+    FileFault unread;
+    const std::vector<ChangeSummary> before = ReadChangeSummaries(undoFolder, &unread);
+    if (unread) return unread;
     ChangeSummary summary;
     summary.number = before.empty() ? 1 : before.front().number + 1;
     summary.when = place_.when;

@@ -16,14 +16,16 @@ using Entry = FileChange::Entry;
 
 constexpr std::string_view kUndoing = "Undo ";
 
-std::vector<Path> FoldersIn(const Path& folder) {
+std::vector<Path> FoldersIn(const Path& folder, std::error_code& error) {
     std::vector<Path> folders;
-    std::error_code error;
+    error.clear();
     for (auto it = std::filesystem::directory_iterator(folder, error);
          !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
         std::error_code typeError;
         if (it->is_directory(typeError)) folders.push_back(it->path());
     }
+    const bool isNone = error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
+    if (isNone) error.clear();
     return folders;
 }
 
@@ -66,8 +68,8 @@ bool HasEnded(pid_t process) {
 
 }  // namespace
 
-std::vector<KeptChange> KeptChanges(const ChangePlace& place) {
-    return ReadChangeSummaries(place.UndoFolder());
+std::vector<KeptChange> KeptChanges(const ChangePlace& place, FileFault* unread) {
+    return ReadChangeSummaries(place.UndoFolder(), unread);
 }
 
 bool IsUndoing(std::string_view what) {
@@ -81,7 +83,9 @@ std::string NameOfUndoing(std::string_view what) {
 
 UndoResult UndoChange(const ChangePlace& place, std::string_view id) {
     UndoResult result;
-    const std::vector<KeptChange> changes = KeptChanges(place);
+    const std::vector<KeptChange> changes = KeptChanges(place, &result.fault);
+    // It may be the newest that cannot be read.
+    if (result.fault) return result;
     const auto found = std::find_if(changes.begin(), changes.end(), [&](const KeptChange& change) {
         return id.empty() || std::to_string(change.number) == id;
     });
@@ -104,9 +108,12 @@ UndoResult UndoChange(const ChangePlace& place, std::string_view id) {
 std::vector<InterruptedChange> RecoverChanges(const ChangePlace& place) {
     std::vector<InterruptedChange> interrupted;
     std::vector<Path> open;
-    for (const Path& folder : FoldersIn(place.UndoFolder())) {
+    std::error_code unread;
+    for (const Path& folder : FoldersIn(place.UndoFolder(), unread)) {
         if (IsOpenChange(folder)) open.push_back(folder);
     }
+    // A change that was cut off may lie there.
+    if (unread) return {{"The last change", {place.UndoFolder(), unread}}};
     std::sort(open.rbegin(), open.rend());
     for (const Path& folder : open) {
         const ReadResult read = ReadWholeFile(folder / kChangeList);
@@ -122,7 +129,8 @@ std::vector<InterruptedChange> RecoverChanges(const ChangePlace& place) {
 
 std::string InterruptedSentence(const InterruptedChange& change) {
     if (!change.fault) return change.what + " was interrupted: what it had changed was taken back.";
-    return change.what + " was interrupted and cannot be taken back: " + change.fault.file.string() + ": " +
+    return change.what +
+           " may have been interrupted and cannot be taken back: " + change.fault.file.string() + ": " +
            change.fault.code.message();
 }
 
@@ -141,8 +149,12 @@ void DropOldChanges(const Path& undoFolder, const UndoLimits& limits) {
         bytes += change.bytes;
         if (++kept > 1 && (kept > limits.changes || bytes > limits.bytes)) RemoveChangeFolder(change.folder);
     }
-    for (const Path& folder : FoldersIn(undoFolder)) {
-        if (!IsOpenChange(folder) && !ReadChangeSummary(folder)) RemoveChangeFolder(folder);
+    std::error_code ignored;
+    for (const Path& folder : FoldersIn(undoFolder, ignored)) {
+        // A change whose line cannot be read just now is one all the same.
+        FileFault unread;
+        const bool isChange = IsOpenChange(folder) || ReadChangeSummary(folder, &unread) || unread;
+        if (!isChange) RemoveChangeFolder(folder);
     }
 }
 

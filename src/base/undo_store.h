@@ -18,7 +18,8 @@ namespace brantlow {
 
 // The changes that can be undone, newest first. An id is its number as text.
 using KeptChange = ChangeSummary;
-std::vector<KeptChange> KeptChanges(const ChangePlace& place);
+// `unread`, unless null, takes why one of them, or their folder, could not be read.
+std::vector<KeptChange> KeptChanges(const ChangePlace& place, FileFault* unread = nullptr);
 
 inline constexpr std::string_view kNothingToUndo = "There is no change to undo";
 

@@ -130,12 +130,14 @@ ExitStatus RunAdd(BatchCall& call) {
     Session& session = call.session;
     CurlWeb network(session.person);
     GivingUpWeb web(network);
-    const Hosts hosts = LoadHosts(session.DataFolder());
+    const std::optional<Hosts> hosts = ReadHosts(call);
+    if (!hosts) return ExitStatus::Refused;
     RunReport report("Adding to " + call.arguments.operands.front(), "histories");
     const ExitStatus status = EditByTickers(
         call, "Added",
         [&](QuoteTable& table, const std::string& symbol) {
-            const AddedTicker added = AddTicker(session, web, hosts, table, {symbol}, 0, TableSaving::Always);
+            const AddedTicker added =
+                AddTicker(session, web, *hosts, table, {symbol}, 0, TableSaving::Always);
             if (added.history) TellHistory(UpperCase(symbol), *added.history, report);
             return TableEdit(added);
         },

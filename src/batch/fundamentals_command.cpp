@@ -22,10 +22,9 @@ bool OpenFundamentals(BatchCall& call, const std::string& name, QuoteTable& tabl
     return true;
 }
 
-FundamentalsOutcome Collect(Session& session, QuoteTable& table) {
+FundamentalsOutcome Collect(Session& session, const Hosts& hosts, QuoteTable& table) {
     CurlWeb web(session.person);
     MemoryUrlCache cache;
-    const Hosts hosts = LoadHosts(session.DataFolder());
     const bool replaces = IsRegularFile(session.DataFile(session.CurrentFile));
     const FundamentalsEnd end{replaces ? ChangeKeeps::ForUndo : ChangeKeeps::UntilDone, false};
     return CollectExtendedFundamentals(session, {web, cache, hosts, ReadMemoryInfo}, table, end);
@@ -53,12 +52,14 @@ ExitStatus RunFundamentals(BatchCall& call) {
     if (kind != FileKind::Ddq) return Refuse(call, kFundamentalsNeedQuoteFile);
     QuoteTable table;
     if (!OpenFundamentals(call, name, table)) return ExitStatus::Refused;
+    const std::optional<Hosts> hosts = ReadHosts(call);
+    if (!hosts) return ExitStatus::Refused;
 
     Session& session = call.session;
     session.person.ShowTickerCount(table.TickerCount());
     if (call.arguments.Has("--out")) session.CurrentFile = call.arguments.Text("--out");
     const std::string savedAs = session.CurrentFile;
-    const FundamentalsOutcome outcome = Collect(session, table);
+    const FundamentalsOutcome outcome = Collect(session, *hosts, table);
     if (outcome.saveError) return RefuseChange(call, kFundamentalsChange, outcome.saveError);
     if (outcome.report.Extent() == RunExtent::Nothing) return TellRun(call, outcome.report);
     PrintOutcome(call, outcome, table.TickerCount(), savedAs);

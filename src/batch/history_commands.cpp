@@ -67,12 +67,13 @@ ExitStatus RunHistory(BatchCall& call) {
     Session& session = call.session;
     CurlWeb network(session.person);
     GivingUpWeb web(network);
-    const Hosts hosts = LoadHosts(session.DataFolder());
+    const std::optional<Hosts> hosts = ReadHosts(call);
+    if (!hosts) return ExitStatus::Refused;
     RunReport report("History", "histories");
     bool isRefused = false;
     for (const std::string& ticker : call.arguments.operands) {
         if (call.interrupted()) return ExitStatus::Interrupted;
-        const HistoryDownload download = DownloadTickerHistory(session, web, hosts, ticker);
+        const HistoryDownload download = DownloadTickerHistory(session, web, *hosts, ticker);
         if (IsUnasked(download.outcome)) {
             Refuse(call, ticker + ": " + download.why);
             isRefused = true;
@@ -99,10 +100,11 @@ ExitStatus RunPopulate(BatchCall& call) {
     Session& session = call.session;
     session.CurrentFile = name;
     session.person.ShowTickerCount(table.TickerCount());
+    const std::optional<Hosts> hosts = ReadHosts(call);
+    if (!hosts) return ExitStatus::Refused;
     CurlWeb web(session.person);
-    const PopulateRun run =
-        PopulateDatabase(session, web, LoadHosts(session.DataFolder()), table,
-                         call.arguments.Has("--years") ? Years::Stored : Years::AsTheyAre);
+    const PopulateRun run = PopulateDatabase(
+        session, web, *hosts, table, call.arguments.Has("--years") ? Years::Stored : Years::AsTheyAre);
     PrintRun(call, run, table.TickerCount());
     const ExitStatus status = TellRun(call, run.report);
     return run.stopped ? ExitStatus::Interrupted : status;

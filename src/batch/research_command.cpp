@@ -1,4 +1,5 @@
 #include "batch/commands.h"
+#include "batch/table_calls.h"
 #include "research/research_catalogue.h"
 
 namespace brantlow {
@@ -17,9 +18,10 @@ ExitStatus RunResearch(BatchCall& call) {
     if (page != nullptr && IsTickerPage(*page) && !hasTicker) {
         return RefuseUsage(call, "TICKER", command + " opens the page of a ticker, and none is given");
     }
-    const Hosts hosts = LoadHosts(call.session.DataFolder());
+    const std::optional<Hosts> hosts = ReadHosts(call);
+    if (!hosts) return ExitStatus::Refused;
     const ResearchTarget target =
-        TargetOf(command, {hosts, call.session.settings}, hasTicker ? operands[1] : std::string());
+        TargetOf(command, {*hosts, call.session.settings}, hasTicker ? operands[1] : std::string());
     if (!target.refusal.empty()) return Refuse(call, target.refusal);
     if (target.opensIn != OpensIn::Nothing) call.out << OneLine(target.address) << '\n';
     return ExitStatus::Done;

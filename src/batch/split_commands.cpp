@@ -1,6 +1,7 @@
 #include "acquire/web/curl_web.h"
 #include "batch/commands.h"
 #include "batch/run_telling.h"
+#include "batch/table_calls.h"
 #include "batch/ticker_lines.h"
 #include "shell/memory_status.h"
 #include "shell/session_change.h"
@@ -35,13 +36,15 @@ ExitStatus RunSplit(BatchCall& call) {
 ExitStatus RunSplitCalendar(BatchCall& call) {
     Session& session = call.session;
     CurlWeb web(session.person);
-    const SplitCalendarPage page = FetchSplitCalendarPage(web, LoadHosts(session.DataFolder()));
+    const std::optional<Hosts> hosts = ReadHosts(call);
+    if (!hosts) return ExitStatus::Refused;
+    const SplitCalendarPage page = FetchSplitCalendarPage(web, *hosts);
     WorkingSeries series;
     SplitCheck check = CheckSplitCalendar(session, page.markup, ReadMemoryInfo(), series);
     if (!page.failure.empty()) check.report.Fail(page.failure);
     if (check.isChanged) check.report.MarkChanged();
-    call.out << "Logged: " << ReadSplitLog(session.AppPath).size() << "\nDue: " << check.due
-             << "\nRestated: " << check.adjusted << '\n';
+    call.out << "Logged: " << check.logged << "\nDue: " << check.due << "\nRestated: " << check.adjusted
+             << '\n';
     return TellRun(call, check.report);
 }
 

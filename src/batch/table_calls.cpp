@@ -20,6 +20,14 @@ void TellHalfLines(BatchCall& call, const std::vector<Path>& files) {
     call.err << OneLine(sentence) << '\n';
 }
 
+std::optional<Hosts> ReadHosts(BatchCall& call) {
+    Failure failure;
+    Hosts hosts = LoadHosts(call.session.DataFolder(), &failure);
+    if (!failure) return hosts;
+    Refuse(call, Sentence(failure));
+    return std::nullopt;
+}
+
 std::optional<std::string> RefuseTableName(std::string_view text, std::string_view ending) {
     const std::string quoted = "'" + std::string(text) + "'";
     if (!text.ends_with(ending)) return quoted + " does not end in " + std::string(ending);

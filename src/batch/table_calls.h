@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "acquire/web/hosts.h"
 #include "batch/command.h"
 #include "store/quote_table.h"
 
@@ -23,6 +24,10 @@ void TellHalfLines(BatchCall& call, const std::vector<Path>& files);
 // Evaluations.dbe when that is empty, and prints what was found.
 ExitStatus SelectFrom(BatchCall& call, const std::string& name, Interval interval,
                       const std::string& saveAs = {});
+
+// The addresses that the call goes by; nothing after the sentence was written, where Hosts.ini cannot be
+// read: the built-in ones would be asked in place of those that it names.
+std::optional<Hosts> ReadHosts(BatchCall& call);
 
 // Why `text` cannot be the name in Data of a file that ends in `ending` (".dbe"), or nothing.
 std::optional<std::string> RefuseTableName(std::string_view text, std::string_view ending);

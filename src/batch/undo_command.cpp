@@ -10,7 +10,8 @@ namespace brantlow {
 namespace {
 
 ExitStatus ListChanges(BatchCall& call) {
-    for (const KeptChange& change : KeptChanges(ChangePlaceOf(call.session))) {
+    FileFault unread;
+    for (const KeptChange& change : KeptChanges(ChangePlaceOf(call.session), &unread)) {
         JsonLine line;
         const auto text = [&](std::string_view key, std::string_view value) {
             line.Key(key);
@@ -29,7 +30,9 @@ ExitStatus ListChanges(BatchCall& call) {
         line.EndObject();
         call.out << line.Line() << '\n';
     }
-    return ExitStatus::Done;
+    // A change that cannot be read is kept all the same.
+    if (unread) call.err << OneLine(FaultReason("The list of changes", unread)) << '\n';
+    return unread ? ExitStatus::Partly : ExitStatus::Done;
 }
 
 }  // namespace
@@ -48,6 +51,7 @@ ExitStatus RunUndo(BatchCall& call) {
     // What was cut off has just been taken back: that was the newest change.
     if (id.empty() && call.tookChangeBack) return ExitStatus::Done;
     const UndoResult result = UndoChange(ChangePlaceOf(call.session), id);
+    if (result.change.number == 0 && result.fault) return RefuseChange(call, "Undo", result.fault);
     if (result.change.number == 0) {
         return Refuse(call, id.empty() ? std::string(kNothingToUndo)
                                        : id + ": no such change; undo --list shows those that are kept");

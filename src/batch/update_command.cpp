@@ -9,9 +9,8 @@ namespace brantlow {
 
 namespace {
 
-DailyUpdate Update(Session& session, QuoteTable& table) {
+DailyUpdate Update(Session& session, const Hosts& hosts, QuoteTable& table) {
     CurlWeb web(session.person);
-    const Hosts hosts = LoadHosts(session.DataFolder());
     QuoteArrays rows;
     AlertedTickers alerted;
     DayStore days;
@@ -38,11 +37,13 @@ ExitStatus RunUpdate(BatchCall& call) {
     if (KindOf(name) != FileKind::Ddq) return Refuse(call, name + ": no end-of-day file");
     QuoteTable table;
     if (!LoadTable(call, name, table)) return ExitStatus::Refused;
+    const std::optional<Hosts> hosts = ReadHosts(call);
+    if (!hosts) return ExitStatus::Refused;
 
     Session& session = call.session;
     session.CurrentFile = name;
     session.person.ShowTickerCount(table.TickerCount());
-    const DailyUpdate update = Update(session, table);
+    const DailyUpdate update = Update(session, *hosts, table);
     PrintUpdate(call, update, table, name);
     if (update.database) TellHalfLines(call, update.database->halfLines);
     if (update.quotes.noTemplate) return ExitStatus::Refused;
@@ -53,6 +54,8 @@ ExitStatus RunUpdate(BatchCall& call) {
     if (update.stopped) return ExitStatus::Partly;
     if (!update.selectorFollows) return status;
     const ExitStatus selected = SelectFrom(call, name, Interval::Daily);
+    // The quotes are stored, whatever became of the selector.
+    if (selected == ExitStatus::Refused) return ExitStatus::Partly;
     return selected == ExitStatus::Done ? status : selected;
 }
 

@@ -47,7 +47,10 @@ RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
     for (const std::string& ticker : update.quotes.alertsLeftOut) {
         report.Add("no alert for " + ticker + ", which cannot be asked for");
     }
-    if (update.quotes.error) report.Fail("Import.Txt could not be written: " + update.quotes.error.message());
+    if (update.quotes.error) report.Fail(Sentence(update.quotes.error));
+    if (update.database && update.database->error && update.database->failed == 0) {
+        report.Fail(FaultReason("The database", update.database->error));
+    }
     if (update.splits) report.TakeFailures(update.splits->report);
     if (update.splits && update.splits->isChanged) report.MarkChanged();
     if (update.isSaved && !update.saveError && HasQuote(update.quotes)) report.MarkChanged();
@@ -77,8 +80,9 @@ DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSerie
     const auto goesOn = [&] { return session.run.ProcessCommand != kStopRun; };
     if (stores) result.database = ImportEndOfDay(session, work.table, days);
     if (!HasQuote(result.quotes)) {
-        const std::error_code error = former.PutBack();
-        if (!result.quotes.error) result.quotes.error = error;
+        KeepFirst(
+            result.quotes.error,
+            FailedTo(FailureKind::Write, UpdateListPath(session.settings.QuoteFolder), former.PutBack()));
     }
     // A history without the day that could not be stored is no history to restate.
     const bool isStored = !result.quotes.error && (!result.database || !result.database->error);

@@ -136,16 +136,16 @@ class QuoteUpdate {
         const WebReply& reply = fetched.reply;
         // A page of which only a part came in its time counts as none.
         const auto text = reply.ok ? TextOfReply(reply) : std::nullopt;
-        const std::error_code error = text ? WriteReply(*text) : std::error_code();
-        const bool isTaken = text && !error && TakeLines(BytesOrEmpty(tempFile_), first);
+        std::string bytes;
+        const Failure error = text ? PassThroughFile(*text, bytes) : Failure{};
+        KeepFirst(outcome_.error, error);
+        const bool isTaken = text && !error && TakeLines(bytes, first);
         DeleteOneFile(tempFile_);
         if (isTaken) return;
         ++outcome_.failedBatches;
         // What the person stopped has not failed.
         if (reply.failure == WebFailure::Stopped) return Forget(first);
-        const std::string why =
-            error ? fmt::format("{} could not be written: {}", tempFile_.string(), error.message())
-                  : FeedFault(fetched.request.url, reply);
+        const std::string why = error ? Sentence(error) : FeedFault(fetched.request.url, reply);
         for (std::size_t row = first; row <= LastOf(first); ++row)
             fates_[row] = {true, TickerFate::Failed, why};
     }
@@ -155,9 +155,12 @@ class QuoteUpdate {
         for (std::size_t row = first; row <= LastOf(first); ++row) fates_[row].isTold = false;
     }
 
-    std::error_code WriteReply(std::string_view text) {
-        if (const std::error_code error = WriteTextFile(tempFile_, text)) return error;
-        return row_.HasDecimalCommas() ? NormaliseDecimalComma(tempFile_) : std::error_code();
+    // The reply goes through the work file, which gives its decimal commas their form.
+    Failure PassThroughFile(std::string_view text, std::string& bytes) {
+        std::error_code error = WriteTextFile(tempFile_, text);
+        if (!error && row_.HasDecimalCommas()) error = NormaliseDecimalComma(tempFile_);
+        if (error) return FailedTo(FailureKind::Write, tempFile_, error);
+        return ReadIfThere(tempFile_, bytes);
     }
 
     // False when there are rows to fill and no line holds the source's fields.
@@ -177,8 +180,8 @@ class QuoteUpdate {
             isRead |= TakeLine(line, row, records);
         }
         if (records.empty()) return isRead;
-        const auto error = AppendToFile(ImportRecordFile(work_.session.AppPath), records);
-        if (!outcome_.error) outcome_.error = error;
+        const Path file = ImportRecordFile(work_.session.AppPath);
+        KeepFirst(outcome_.error, FailedTo(FailureKind::Write, file, AppendToFile(file, records)));
         return isRead;
     }
 

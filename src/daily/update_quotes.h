@@ -7,7 +7,6 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "acquire/web/hosts.h"
@@ -48,7 +47,7 @@ struct UpdateOutcome {
     std::size_t StaleCount = 0;     // quotes more than four days old
     bool stopped = false;           // ended before the last batch
     bool noTemplate = false;        // the user's source has no address: nothing was asked for
-    std::error_code error;          // why Import.Txt could not be written
+    Failure error;                  // of a work file, Temp.txt or Import.Txt
     // Each row that was reached, in the order of the table. A quote that is young enough counts as stored.
     std::vector<TickerTold> tickers;
     std::vector<std::string> alertsLeftOut;  // tickers whose alert cannot be asked for

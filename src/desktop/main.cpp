@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QIcon>
 #include <QProxyStyle>
+#include <QTimer>
+#include <chrono>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
@@ -185,11 +187,17 @@ int main(int argc, char** argv) {
     const FolderRecovery recovery = Recover(session);
     const auto analysis = std::make_unique<Analysis>();
     CurlWeb web(person);
-    const Hosts hosts = LoadHosts(session.DataFolder());
+    Failure unread;
+    const Hosts hosts = LoadHosts(session.DataFolder(), &unread);
+    if (unread) return Refuse(splash, person, Sentence(unread));
     Browser browser;
     frmMain frame(session, *analysis, person, web, hosts,
                   UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home), browser.Operations());
     splash.close();
+    // Other machines take a lock for forgotten that shows no life for a day.
+    QTimer alive;
+    QObject::connect(&alive, &QTimer::timeout, [&lock] { lock.Refresh(); });
+    alive.start(std::chrono::hours(1));
     frame.Load();
     if (!recovery.sentences.empty()) frame.ShowNotice(recovery.sentences.front());
     DoAsAsked(*options, frame, session);

@@ -74,7 +74,10 @@ FileFault PrepareHistory(const std::string& ticker, const TickerHistory& history
     for (const YearFile& file : history.files) {
         if (FileFault fault = change.Write(file.path, file.bytes)) return fault;
     }
-    for (const Path& path : YearFilesOf(quoteFolder, ticker)) {
+    Failure unread;
+    const std::vector<Path> former = YearFilesOf(quoteFolder, ticker, &unread);
+    if (unread) return {unread.file, unread.cause};
+    for (const Path& path : former) {
         const bool kept = std::any_of(history.files.begin(), history.files.end(),
                                       [&](const YearFile& file) { return file.path == path; });
         if (kept) continue;

@@ -83,7 +83,9 @@ SplitAdjustment PrepareSplit(const HistorySource& source, std::string_view ticke
     SplitAdjustment adjustment{.SplitIndex = FindSplit(series, SplitFactor)};
     if (adjustment.SplitIndex == 0) return adjustment;
     RestateBars(adjustment.SplitIndex, SplitFactor, series);
-    std::vector<Path> files = YearFilesOf(source.QuoteFolder, ticker);
+    Failure unread;
+    std::vector<Path> files = YearFilesOf(source.QuoteFolder, ticker, &unread);
+    if (unread) return {.error = {unread.file, unread.cause}, .isUnread = true};
     adjustment.error =
         PrepareTickerHistory(source.QuoteFolder, ticker, TextsOfSeries(series).Files(), files, change);
     return adjustment;

@@ -98,8 +98,10 @@ std::string MonthAndDay(std::string_view date, const Date& today) {
     return day ? FormatDate(*day).substr(0, kMonthAndDay) : std::string(date);
 }
 
-std::vector<LoggedSplit> ReadSplitLog(const Path& appPath) {
-    const std::string bytes = BytesOrEmpty(appPath / kSplitLogName);
+std::vector<LoggedSplit> ReadSplitLog(const Path& appPath, Failure* failure) {
+    std::string bytes;
+    Failure met = ReadIfThere(appPath / kSplitLogName, bytes);
+    if (failure != nullptr) *failure = std::move(met);
     std::vector<LoggedSplit> log;
     LineReader reader(bytes);
     std::string_view line;
@@ -146,7 +148,14 @@ SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::stri
                               WorkingSeries& series) {
     SplitCheck check;
     const Date today = session.clock.Today();
-    std::vector<LoggedSplit> log = ReadSplitLog(session.AppPath);
+    Failure unread;
+    std::vector<LoggedSplit> log = ReadSplitLog(session.AppPath, &unread);
+    if (unread) {
+        check.error = {unread.file, unread.cause};
+        check.report = RunReport("Split calendar", "splits");
+        check.report.Fail(Sentence(unread));
+        return check;
+    }
     const std::vector<LoggedSplit> former = log;
     DeleteOneFile(session.AppPath / kSplitWorkName);
     WatchMemory(meminfo, session.run, session.person);
@@ -154,6 +163,7 @@ SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::stri
     DropOldSplits(today, log);
     check.report = RunReport("Split calendar", "splits");
     check.isChanged = log != former;
+    check.logged = log.size();
     FileChange change(ChangePlaceOf(session), std::string(kSplitCalendarChange));
     change.AlsoKeep(session.DataFile(kLastRunName));
     check.error = PrepareSplitLog(session.AppPath, log, change);

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/dates.h"
+#include "base/failure.h"
 #include "base/file_change.h"
 #include "base/files.h"
 #include "indicators/working_series.h"
@@ -43,9 +44,9 @@ struct LoggedSplit {
 // `date` as "MM/DD". One without a year belongs to this year; text that is no date passes unchanged.
 std::string MonthAndDay(std::string_view date, const Date& today);
 
-// The first kMostLoggedSplits entries of the log; none when it cannot be read. Lines without a ticker are
-// left out.
-std::vector<LoggedSplit> ReadSplitLog(const Path& appPath);
+// The first kMostLoggedSplits entries of the log; none where there is no log, or none that can be read: then
+// `failure`, unless null, says why. Lines without a ticker are left out.
+std::vector<LoggedSplit> ReadSplitLog(const Path& appPath, Failure* failure = nullptr);
 // Prepares that the log is replaced; an empty one goes, and one that says the same already stays.
 FileFault PrepareSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log, FileChange& change);
 
@@ -62,7 +63,8 @@ struct SplitCheck {
     // The splits of the log that were due, and how many of them showed in the prices and were restated.
     std::size_t due = 0;
     std::size_t adjusted = 0;
-    FileFault error;         // a file that could not be written, and then nothing was changed
+    std::size_t logged = 0;  // entries of the log afterwards
+    FileFault error;         // the log could not be read, or a file not written: nothing was changed
     bool isChanged = false;  // the log or a history is another than before
     RunReport report;        // of each split that was due
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/failure.h"
 #include "shell/session_change.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
@@ -59,7 +60,9 @@ BackUpResult RunBackUpJob(const BackUpJob& job, Session& session) {
     const Path live = LiveFolder(job.what, session);
     const Path& from = job.restores ? backUp : live;
     const Path& to = job.restores ? live : backUp;
-    if (FileNamesIn(from).empty()) return Refusal("There are no files in " + from.string() + ".");
+    std::vector<std::string> names;
+    if (const Failure failure = ListFiles(from, names)) return Refusal(Sentence(failure));
+    if (names.empty()) return Refusal("There are no files in " + from.string() + ".");
     session.run.ProgressLastShown = 0;
     BackUpResult result;
     FileChange change(ChangePlaceOf(session), ChangeName(job),

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/failure.h"
 #include "base/text.h"
 #include "shell/session_change.h"
 #include "shell/status_words.h"
@@ -12,14 +13,16 @@ namespace brantlow {
 
 namespace {
 
-std::size_t ReadRecords(const Path& file, QuoteArrays& rows) {
-    const std::string bytes = BytesOrEmpty(file);
+Failure ReadRecords(const Path& file, QuoteArrays& rows, std::size_t& lines) {
+    std::string bytes;
+    if (Failure failure = ReadIfThere(file, bytes)) return failure;
     LineReader reader(bytes);
     std::string_view line;
     const std::size_t count = std::min(LineCount(bytes), kMostRows);
     if (count > 0) rows.MakeRoom(count);
     for (std::size_t i = 1; i <= count && reader.Next(line); ++i) TakeImportRecord(line, i, rows);
-    return count;
+    lines = count;
+    return {};
 }
 
 void ShowEntry(Session& session, std::size_t entry, std::size_t entries) {
@@ -61,7 +64,11 @@ DayImport ImportEndOfDay(Session& session, const QuoteTable& table, DayStore& da
     const Path file = ImportRecordFile(session.AppPath);
     QuoteArrays rows;
     DayImport result;
-    result.lines = ReadRecords(file, rows);
+    if (const Failure failure = ReadRecords(file, rows, result.lines)) {
+        result.error = {failure.file, failure.cause};
+        session.person.ShowStatusWord(kStatusComplete);
+        return result;
+    }
     FileChange change(ChangePlaceOf(session), "Update " + session.CurrentFile, ChangeKeeps::UntilDone);
     DayRun run{change, {}, {}};
     StoreEntries(session, table.TickerCount(), rows, days, run, result);

@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 
 #include <functional>
-#include <string_view>
 
 namespace brantlow {
 
@@ -31,6 +30,12 @@ std::size_t HashOf(const Path& file) {
 FileStamp StampOf(const Path& file) {
     FileStamp stamp = LookAt(file);
     if (stamp.exists) stamp.hash = HashOf(file);
+    return stamp;
+}
+
+FileStamp StampOf(const Path& file, std::string_view bytes) {
+    FileStamp stamp = LookAt(file);
+    stamp.hash = std::hash<std::string_view>{}(bytes);
     return stamp;
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <string_view>
 
 #include "base/files.h"
 
@@ -19,6 +19,9 @@ struct FileStamp {
 
 // The stamp of the file as it stands; one that cannot be read has no bytes.
 FileStamp StampOf(const Path& file);
+
+// The same for a file whose bytes are known already.
+FileStamp StampOf(const Path& file, std::string_view bytes);
 
 // False while the file's bytes are those of the stamp. A file that was only touched, or written anew with the
 // same bytes, has not changed; one that came or went has.

@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/failure.h"
+
 namespace brantlow {
 
 namespace {
@@ -81,7 +83,13 @@ FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change,
     std::error_code ignored;
     // No more than the last folder: the ones above are missing when the drive is.
     std::filesystem::create_directory(to, ignored);
-    std::vector<std::string> names = FileNamesIn(from);
+    std::vector<std::string> names;
+    if (const Failure failure = ListFiles(from, names)) {
+        FolderCopy nothing;
+        nothing.failed = 1;
+        nothing.error = {failure.file, failure.cause};
+        return nothing;
+    }
     std::erase_if(names, [](const std::string& name) { return !IsCopied(name); });
     FolderWalk walk(change, groups);
     for (const std::string& name : names) {

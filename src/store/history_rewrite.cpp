@@ -47,7 +47,10 @@ FileFault PrepareTickerHistory(const std::string& quoteFolder, std::string_view 
 
 FileFault PrepareHistoryDeletion(const std::string& quoteFolder, std::span<const std::string> tickers,
                                  FileChange& change) {
-    for (const auto& [ticker, files] : YearFilesByTicker(quoteFolder, tickers)) {
+    Failure unread;
+    const auto filesByTicker = YearFilesByTicker(quoteFolder, tickers, &unread);
+    if (unread) return {unread.file, unread.cause};
+    for (const auto& [ticker, files] : filesByTicker) {
         for (const Path& file : files) {
             if (FileFault fault = change.Delete(file)) return fault;
         }

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "base/failure.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "shell/session_change.h"
@@ -257,11 +258,15 @@ FileFault PrepareUpdateList(const std::string& quoteFolder, DayRun& run) {
 
 ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, DayRun& run,
                           QuoteImport& result) {
-    const std::vector<std::string> lines =
-        ImportLinesOf(BytesOrEmpty(ImportFile(session.AppPath, session.settings)));
+    const Path file = ImportFile(session.AppPath, session.settings);
+    std::string bytes;
+    if (const Failure failure = ReadIfThere(file, bytes)) {
+        result.error = {failure.file, failure.cause};
+        return ImportOutcome::Failed;
+    }
+    const std::vector<std::string> lines = ImportLinesOf(bytes);
     if (lines.empty()) {
-        result.report.SetHeadline("Nothing to import in " +
-                                  ImportFile(session.AppPath, session.settings).string());
+        result.report.SetHeadline("Nothing to import in " + file.string());
         return ImportOutcome::NothingToRead;
     }
     const std::vector<std::size_t> ownRows = RowsWithoutLine(table, lines);

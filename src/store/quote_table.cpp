@@ -162,4 +162,13 @@ std::vector<std::string> QuoteTable::Tickers() const {
     return tickers;
 }
 
+void QuoteTable::SetSource(const Path& file, const FileStamp& stamp) {
+    source_ = file;
+    stamp_ = stamp;
+}
+
+bool QuoteTable::SourceHasChanged(const Path& file) const {
+    return source_ == file && HasChanged(stamp_, file);
+}
+
 }  // namespace brantlow

@@ -16,6 +16,7 @@
 #include "base/files.h"
 #include "shell/settings/settings_tables.h"
 #include "store/file_names.h"
+#include "store/file_stamp.h"
 
 namespace brantlow {
 
@@ -72,6 +73,11 @@ class QuoteTable {
     // Sets the width of the ticker column and of all others, those that lines yet to come bring included.
     void ResetWidths(int tickerTwips, int otherTwips);
 
+    // The file whose bytes the table holds, as it was when they were read or written.
+    void SetSource(const Path& file, const FileStamp& stamp);
+    // False while that file has the bytes it had then; a table that came from nowhere has none to change.
+    bool SourceHasChanged(const Path& file) const;
+
     // The row as its line of the file: every column, separated by tabs.
     std::string LineText(std::size_t row) const;
     void AppendLineText(std::size_t row, std::string& out) const;
@@ -86,6 +92,8 @@ class QuoteTable {
     std::vector<std::vector<Cell>> rows_;
     std::vector<std::uint32_t> order_;  // display position -> place in a row
     std::vector<int> widths_;           // by display position
+    Path source_;
+    FileStamp stamp_;
     int tickerWidth_ = 0;
     int otherWidth_ = 0;
 };

@@ -65,7 +65,9 @@ RemovedUpdate RemoveLastUpdate(Session& session) {
     RemovedUpdate result;
     const std::string& quoteFolder = session.settings.QuoteFolder;
     const UpdateList list = ReadUpdateList(quoteFolder);
-    result.hasList = list.outcome == ReadOutcome::Done;
+    result.hasList = list.outcome != ReadOutcome::Missing;
+    result.error = {UpdateListPath(quoteFolder), list.error};
+    if (result.error) return result;
     session.run.ProgressLastShown = 0;
     FileChange change(ChangePlaceOf(session), std::string(kRemoveLastUpdateChange));
     result.error = RemoveFromFiles(session, list.tickers, change, result.removed);

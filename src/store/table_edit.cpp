@@ -24,6 +24,15 @@ void RemoveTicker(QuoteTable& table, std::string_view ticker) {
     table.RemoveRow(RowOfTicker(table, ticker));
 }
 
+// False when the person does not want to write over what another program has made of the table's file.
+bool MayReplace(Session& session, const QuoteTable& table, const Path& file) {
+    if (!table.SourceHasChanged(file)) return true;
+    return session.person.Ask(session.CurrentFile +
+                                  " was changed by another program since it was opened. Do you want to write "
+                                  "over those changes?",
+                              kFileChangedTitle);
+}
+
 }  // namespace
 
 std::size_t RowOfTicker(const QuoteTable& table, std::string_view ticker) {
@@ -55,10 +64,18 @@ std::string RefusedTickerName(std::string_view symbol) {
     return shown + ": a ticker cannot hold a tab or a line end";
 }
 
-std::error_code AutomaticSave(Session& session, const QuoteTable& table) {
+std::error_code SaveOpenTable(Session& session, QuoteTable& table) {
+    const Path file = session.DataFile(session.CurrentFile);
+    if (!MayReplace(session, table, file)) return std::make_error_code(std::errc::operation_canceled);
+    const std::error_code error = SaveQuoteTable(table, file);
+    if (!error) table.SetSource(file, StampOf(file));
+    return error;
+}
+
+std::error_code AutomaticSave(Session& session, QuoteTable& table) {
     if (!SavesTable(session.settings)) return {};
     session.person.ShowStatusWord(kStatusSaving);
-    return SaveQuoteTable(table, session.DataFile(session.CurrentFile));
+    return SaveOpenTable(session, table);
 }
 
 EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& ticker,
@@ -110,11 +127,16 @@ TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view sym
     if (edit.outcome != EditOutcome::Changed || edit.fault) return edit;
     // A row alone is an ordinary save.
     if (!change.HasWork()) change.KeepFor(ChangeKeeps::UntilDone);
-    if (SavesTable(session.settings)) {
+    const Path file = session.DataFile(session.CurrentFile);
+    const bool saves = SavesTable(session.settings);
+    if (saves && !MayReplace(session, table, file)) {
+        edit.fault = {file, std::make_error_code(std::errc::operation_canceled)};
+    } else if (saves) {
         session.person.ShowStatusWord(kStatusSaving);
-        edit.fault = PrepareQuoteTable(table, session.DataFile(session.CurrentFile), change);
+        edit.fault = PrepareQuoteTable(table, file, change);
     }
     if (!edit.fault) edit.fault = change.Commit();
+    if (!edit.fault && saves) table.SetSource(file, StampOf(file));
     edit.saveError = edit.fault.code;
     session.person.ShowStatusWord(kStatusComplete);
     return edit;

@@ -47,8 +47,13 @@ bool RefuseTableEdit(Session& session, std::string_view symbol, std::string_view
 // break the table's lines, and some characters change the address that a ticker's quotes are asked from.
 std::string RefusedTickerName(std::string_view symbol);
 
-// Saves the table when the settings save it after each change.
-std::error_code AutomaticSave(Session& session, const QuoteTable& table);
+// Saves the table when the settings save it after each change. Where another program has changed its file
+// since it was read the person is asked first; operation_canceled when those changes are to stay.
+std::error_code AutomaticSave(Session& session, QuoteTable& table);
+// Saves the open table, with the same question.
+std::error_code SaveOpenTable(Session& session, QuoteTable& table);
+
+inline constexpr std::string_view kFileChangedTitle = "Replace File?";
 
 // A ticker to be added, as it was typed, with the texts of its alarms.
 struct NewTicker {

@@ -126,7 +126,11 @@ TableLoad LoadQuoteTable(const Path& file, FileKind kind, const SettingsTables& 
     TableLoad load;
     load.outcome = read.outcome;
     load.error = read.error;
-    if (load.Done()) return LoadTableText(read.bytes, kind, settings, today, table, progress);
+    if (load.Done()) {
+        load = LoadTableText(read.bytes, kind, settings, today, table, progress);
+        table.SetSource(file, StampOf(file, read.bytes));
+        return load;
+    }
     table = QuoteTable();
     ColumnWidth(kind, table);
     return load;

@@ -8,6 +8,7 @@
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
 #include "store/file_names.h"
+#include "store/table_edit.h"
 
 namespace brantlow {
 
@@ -75,11 +76,12 @@ std::string SaveFailure(const std::string& name, const std::error_code& error) {
 
 // Writes the open table to CurrentFile; a failure is told.
 bool WriteOpenTable(Session& session, const TableWindows& windows) {
-    const QuoteTable* table = windows.openTable();
+    QuoteTable* const table = windows.openTable();
     if (!table) return false;
     session.person.ShowStatusWord(kStatusSaving);
-    const std::error_code error = SaveQuoteTable(*table, session.DataFile(session.CurrentFile));
+    const std::error_code error = SaveOpenTable(session, *table);
     session.person.ShowStatusWord(kStatusComplete);
+    if (error == std::errc::operation_canceled) return false;
     if (error) {
         session.person.Say(SaveFailure(session.CurrentFile, error));
         return false;

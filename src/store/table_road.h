@@ -38,7 +38,7 @@ struct TableWindows {
     std::function<TableLoad()> loadQuoteForm;
     std::function<void()> showQuoteForm;
     // The open table, null when none is open.
-    std::function<const QuoteTable*()> openTable;
+    std::function<QuoteTable*()> openTable;
     // The open file goes by Session::CurrentFile from now on.
     std::function<void()> nameChanged;
 };

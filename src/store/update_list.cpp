@@ -35,6 +35,7 @@ UpdateList ReadUpdateList(const std::string& quoteFolder) {
     const ReadResult read = ReadWholeFile(UpdateListPath(quoteFolder));
     UpdateList list;
     list.outcome = read.outcome;
+    list.error = read.error;
     LineReader reader(read.bytes);
     std::string_view line;
     if (!reader.Next(line)) return list;

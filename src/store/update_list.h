@@ -25,6 +25,7 @@ std::string UpdatedTickerLine(std::string_view ticker);
 
 struct UpdateList {
     ReadOutcome outcome = ReadOutcome::Missing;
+    std::error_code error;  // set when Failed
     // As many tickers as the first line says, fewer where the list is shorter.
     std::vector<std::string> tickers;
 };

@@ -32,6 +32,15 @@ std::unordered_set<std::string_view> TickersWithFiles(std::span<const std::strin
     return withFiles;
 }
 
+// Without a file where the folder cannot be looked through.
+std::vector<std::string> NamesIn(const std::string& quoteFolder, Failure* failure) {
+    std::vector<std::string> names;
+    Failure met = ListFiles(quoteFolder, names);
+    if (met) names.clear();
+    if (failure != nullptr) *failure = std::move(met);
+    return names;
+}
+
 }  // namespace
 
 bool IsDeviceName(std::string_view ticker) {
@@ -57,21 +66,22 @@ std::optional<Path> YearFilePath(const std::string& quoteFolder, std::string_vie
     return Path(std::move(path));
 }
 
-std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view ticker) {
+std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view ticker, Failure* failure) {
     std::vector<Path> files;
     if (!HasDatabaseFiles(ticker)) return files;
-    for (const std::string& name : FileNamesIn(quoteFolder)) {
+    for (const std::string& name : NamesIn(quoteFolder, failure)) {
         if (TickerOfFile(name) == ticker) files.push_back(Path(quoteFolder) / name);
     }
     return files;
 }
 
 std::unordered_map<std::string, std::vector<Path>> YearFilesByTicker(const std::string& quoteFolder,
-                                                                     std::span<const std::string> tickers) {
+                                                                     std::span<const std::string> tickers,
+                                                                     Failure* failure) {
     const std::unordered_set<std::string_view> wanted = TickersWithFiles(tickers);
     std::unordered_map<std::string, std::vector<Path>> files;
     if (wanted.empty()) return files;
-    for (const std::string& name : FileNamesIn(quoteFolder)) {
+    for (const std::string& name : NamesIn(quoteFolder, failure)) {
         const auto ticker = TickerOfFile(name);
         if (!ticker || !wanted.contains(*ticker)) continue;
         files[std::string(*ticker)].push_back(Path(quoteFolder) / name);

@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/files.h"
 
 namespace brantlow {
@@ -27,11 +28,14 @@ bool HasDatabaseFiles(std::string_view ticker);
 std::optional<Path> YearFilePath(const std::string& quoteFolder, std::string_view ticker,
                                  std::string_view yy);
 
-// The files named <ticker>.<rest>, where the rest holds no further point.
-std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view ticker);
+// The files named <ticker>.<rest>, where the rest holds no further point. Where the folder cannot be looked
+// through there are none, and `failure`, unless null, says why.
+std::vector<Path> YearFilesOf(const std::string& quoteFolder, std::string_view ticker,
+                              Failure* failure = nullptr);
 
 // The same for many tickers with one look at the folder; tickers without files are left out.
 std::unordered_map<std::string, std::vector<Path>> YearFilesByTicker(const std::string& quoteFolder,
-                                                                     std::span<const std::string> tickers);
+                                                                     std::span<const std::string> tickers,
+                                                                     Failure* failure = nullptr);
 
 }  // namespace brantlow

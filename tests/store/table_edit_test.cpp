@@ -181,5 +181,29 @@ TEST_F(TableEditTest, ATableThatCannotBeSavedIsReported) {
     EXPECT_TRUE(DeleteTicker(session, table, "BBB", kWithoutHistory).saveError);
 }
 
+TEST_F(TableEditTest, AFileThatAnotherProgramChangedIsWrittenOverOnlyWhereThePersonWantsIt) {
+    const Path file = session.DataFile(session.CurrentFile);
+    ASSERT_FALSE(SaveOpenTable(session, table));
+    EXPECT_TRUE(person.asked.empty());
+    ASSERT_FALSE(SaveOpenTable(session, table));
+    EXPECT_TRUE(person.asked.empty()) << "its own save is no change of another program";
+
+    ASSERT_FALSE(WriteWholeFile(file, "somebody else's"));
+    person.answer = false;
+    EXPECT_EQ(SaveOpenTable(session, table), std::errc::operation_canceled);
+    EXPECT_EQ(BytesOrEmpty(file), "somebody else's");
+    ASSERT_EQ(person.asked.size(), 1U);
+    EXPECT_EQ(person.asked[0].text, session.CurrentFile +
+                                        " was changed by another program since it was opened. Do you want to "
+                                        "write over those changes?");
+    EXPECT_EQ(person.asked[0].title, kFileChangedTitle);
+
+    person.answer = true;
+    EXPECT_FALSE(SaveOpenTable(session, table));
+    EXPECT_NE(BytesOrEmpty(file), "somebody else's");
+    EXPECT_FALSE(SaveOpenTable(session, table));
+    EXPECT_EQ(person.asked.size(), 2U);
+}
+
 }  // namespace
 }  // namespace brantlow

@@ -43,7 +43,7 @@ class TableRoad : public testing::Test {
                                   session.settings, kToday, table, &person);
         };
         windows.showQuoteForm = [this] { ++shown; };
-        windows.openTable = [this]() -> const QuoteTable* { return open ? &table : nullptr; };
+        windows.openTable = [this]() -> QuoteTable* { return open ? &table : nullptr; };
         windows.nameChanged = [this] { ++renamings; };
     }
 

@@ -166,13 +166,23 @@ HistoryDownload Committed(HistoryDownload download, FileChange& change) {
     return download;
 }
 
-bool HasDataOfThisYear(const Session& session, std::string_view ticker) {
+// Whether this year's file of the ticker has a record.
+Failure FindDataOfThisYear(const Session& session, std::string_view ticker, bool& hasData) {
     const std::string today = FormatDate(session.clock.Today());
     const auto file = YearFilePath(session.settings.QuoteFolder, ticker, YearDigits(today));
-    if (!file) return false;
-    const std::string bytes = BytesOrEmpty(*file);
+    std::string bytes;
+    if (Failure failure = file ? ReadIfThere(*file, bytes) : Failure{}) return failure;
     std::string_view line;
-    return LineReader(bytes).Next(line) && !ParseRecord(line).front().Text().empty();
+    hasData = LineReader(bytes).Next(line) && !ParseRecord(line).front().Text().empty();
+    return {};
+}
+
+// What becomes of a ticker whose files cannot be read: nothing of it is touched.
+HistoryDownload Unread(const Failure& failure) {
+    HistoryDownload download{.outcome = HistoryOutcome::Failed};
+    download.error = {failure.file, failure.cause};
+    download.why = Sentence(failure);
+    return download;
 }
 
 // Why nothing is asked for `ticker`, at the standard source or at the user's; nothing when it can be.
@@ -192,7 +202,11 @@ enum class StoredData { Hinders, IsReplaced };
 // The same for the chosen source, after what there is to say was said.
 std::optional<HistoryDownload> ChosenRefusal(const Session& session, std::string_view ticker,
                                              StoredData stored) {
-    if (stored == StoredData::Hinders && HasDataOfThisYear(session, ticker)) {
+    bool hasData = false;
+    if (stored == StoredData::Hinders) {
+        if (const Failure failure = FindDataOfThisYear(session, ticker, hasData)) return Unread(failure);
+    }
+    if (hasData) {
         session.person.Say(kDataExistsSentence);
         return HistoryDownload{.outcome = HistoryOutcome::DataExists};
     }
@@ -207,7 +221,9 @@ std::optional<HistoryDownload> ChosenRefusal(const Session& session, std::string
 HistoryDownload Fetch(const Session& session, Web& web, std::string_view ticker, const WebRequest& request,
                       bool quotesProtect, FileChange& change) {
     const Fetched fetched{request.url, web.Fetch(request), quotesProtect};
-    std::vector<Path> files = YearFilesOf(session.settings.QuoteFolder, ticker);
+    Failure unread;
+    std::vector<Path> files = YearFilesOf(session.settings.QuoteFolder, ticker, &unread);
+    if (unread) return Unread(unread);
     return PrepareHistory(session, ticker, fetched, files, change);
 }
 
@@ -266,10 +282,13 @@ class PopulateWalk {
           web_(web),
           queue_(web_, [this] { return NextRequest(); }) {
         run_.report = ReportOf(session.CurrentFile);
-        files_ = YearFilesByTicker(session.settings.QuoteFolder, tickers_);
+        Failure unread;
+        files_ = YearFilesByTicker(session.settings.QuoteFolder, tickers_, &unread);
+        if (unread) run_.error = {unread.file, unread.cause};
     }
 
     void DeleteHistories() {
+        if (run_.error) return;
         if (!files_.empty()) run_.report.MarkChanged();
         run_.error = PrepareHistoryDeletion(session_.settings.QuoteFolder, tickers_, change_);
         files_.clear();

@@ -97,8 +97,11 @@ std::optional<std::size_t> Hosts::MarketAt(std::string_view quoteHost) const {
     return static_cast<std::size_t>(found - markets_.begin());
 }
 
-Hosts LoadHosts(const Path& dataFolder) {
-    return Hosts::Parse(BytesOrEmpty(dataFolder / kHostsFileName));
+Hosts LoadHosts(const Path& dataFolder, Failure* failure) {
+    std::string bytes;
+    Failure met = ReadIfThere(dataFolder / kHostsFileName, bytes);
+    if (failure != nullptr) *failure = std::move(met);
+    return Hosts::Parse(bytes);
 }
 
 }  // namespace brantlow

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/failure.h"
 #include "base/files.h"
 #include "shell/settings/default_hosts.h"
 #include "shell/settings/settings_tables.h"
@@ -129,7 +130,8 @@ class Hosts {
     bool practiceMarket_ = false;
 };
 
-// The hosts of the application folder; the built-in ones when it has no readable Hosts.ini.
-Hosts LoadHosts(const Path& dataFolder);
+// The hosts of the application folder; the built-in ones when it has no Hosts.ini, or none that can be read:
+// then `failure`, unless null, says why.
+Hosts LoadHosts(const Path& dataFolder, Failure* failure = nullptr);
 
 }  // namespace brantlow

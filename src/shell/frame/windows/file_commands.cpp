@@ -55,7 +55,7 @@ TableWindows FileCommands::Windows() {
     windows.askFile = frame_.askFile;
     windows.loadQuoteForm = [this] { return LoadForm(); };
     windows.showQuoteForm = [this] { ShowForm(); };
-    windows.openTable = [this]() -> const QuoteTable* { return form_ ? &form_->Table() : nullptr; };
+    windows.openTable = [this]() -> QuoteTable* { return form_ ? &form_->Table() : nullptr; };
     windows.nameChanged = [this] { NameChanged(); };
     return windows;
 }

@@ -38,7 +38,7 @@ std::string FailureOf(const DailyUpdate& update, const std::string& name) {
     const auto sentence = [](std::string_view what, const std::error_code& error) {
         return std::string(what) + " cannot be written (" + error.message() + ")";
     };
-    if (update.quotes.error) return sentence("Import.Txt", update.quotes.error);
+    if (update.quotes.error) return Sentence(update.quotes.error);
     if (update.database && update.database->error) {
         return sentence(update.database->error.file.string(), update.database->error.code);
     }
