@@ -37,13 +37,11 @@ inline constexpr Command kChartCommand = {
     .options = kChartOptions,
     .summary = "Draws a ticker's chart into a picture file",
     .help =
-        "The three panels of the chart window with their labels. A LIST holds names as the window's lists "
-        "have\n"
-        "them, with commas between: --series \"Price,MA 30\". With --out - the picture is one JSON object: "
-        "for\n"
-        "each panel its lines and circles in drawing order, in twips, the texts of its labels, and the "
-        "colours\n"
-        "of those that have one.\n",
+        R"(The three panels of the chart window with their labels. A LIST holds names as the window's lists have
+them, with commas between: --series "Price,MA 30". With --out - the picture is one JSON object: for
+each panel its lines and circles in drawing order, in twips, the texts of its labels, and the colours
+of those that have one.
+)",
     .settings = kChartSettings,
     .run = RunChart,
 };

@@ -30,9 +30,9 @@ inline constexpr std::array<CommandOption, 3> kSeriesOptions = {{
 }};
 inline constexpr std::array<CommandOption, 2> kIntervalOptions = {{kIntervalOption, kAsOfOption}};
 inline constexpr std::string_view kJsonHelp =
-    "One JSON object a line, one line a ticker, in the order given. Several tickers share one working "
-    "series,\n"
-    "as they do in a selector run. An element that nothing has written since the call began is null.\n";
+    R"(One JSON object a line, one line a ticker, in the order given. Several tickers share one working series,
+as they do in a selector run. An element that nothing has written since the call began is null.
+)";
 
 ExitStatus RunSeries(BatchCall& call);
 inline constexpr Command kSeriesCommand = {
@@ -86,11 +86,10 @@ inline constexpr Command kExplainCommand = {
     .options = kIntervalOptions,
     .summary = "Prints why each condition holds or not, line by line, as JSON",
     .help =
-        "One JSON object a line, one line a ticker, in the order given. Under conditions each tested line "
-        "with its\n"
-        "state, True, False or empty where it is passed over and why, and the values that the test looked "
-        "at: name,\n"
-        "bar (0 the newest) and value; for a value slot its number x.\n",
+        R"(One JSON object a line, one line a ticker, in the order given. Under conditions each tested line with its
+state, True, False or empty where it is passed over and why, and the values that the test looked at: name,
+bar (0 the newest) and value; for a value slot its number x.
+)",
     .settings = kConditionSettings,
     .run = RunExplain,
 };
@@ -105,12 +104,10 @@ inline constexpr Command kSignalsCommand = {
     .options = kIntervalOptions,
     .summary = "Prints the chart's Buy and Sell signals bar by bar as JSON",
     .help =
-        "One JSON object a line, one line a ticker, in the order given. BuySignal and SellSignal hold "
-        "\"True\",\n"
-        "\"False\" or \"\" for each bar, by the two conditions that the settings choose for the chart; a "
-        "side "
-        "set to\n"
-        "None prints an empty array.\n",
+        R"(One JSON object a line, one line a ticker, in the order given. BuySignal and SellSignal hold "True",
+"False" or "" for each bar, by the two conditions that the settings choose for the chart; a side set to
+None prints an empty array.
+)",
     .settings = kChartSettings,
     .run = RunSignals,
 };
@@ -125,14 +122,11 @@ inline constexpr Command kBackTestCommand = {
     .options = kIntervalOptions,
     .summary = "Prints what trading on the chart's signals would have earned as JSON",
     .help =
-        "One JSON object a line, one line a ticker, in the order given: a lot of 1000 shares is bought and "
-        "sold\n"
-        "on the chart's signals with a commission of 0.5%. Under labels stand the texts of the report by "
-        "control\n"
-        "name. With an end-of-day FILE.ddq the pair is replayed over every ticker of the table: one object "
-        "with "
-        "the\n"
-        "sums and the list of trades. Refuses when the settings choose no condition for a side.\n",
+        R"(One JSON object a line, one line a ticker, in the order given: a lot of 1000 shares is bought and sold
+on the chart's signals with a commission of 0.5%. Under labels stand the texts of the report by control
+name. With an end-of-day FILE.ddq the pair is replayed over every ticker of the table: one object with the
+sums and the list of trades. Refuses when the settings choose no condition for a side.
+)",
     .settings = kChartSettings,
     .run = RunBackTestCommand,
 };
@@ -154,12 +148,12 @@ inline constexpr Command kSelectCommand = {
     .options = kSelectOptions,
     .summary = "Runs the ten conditions over every ticker of an end-of-day file",
     .help =
-        "The table of results is saved as Evaluations.dbe, the working file that every run makes anew.\n"
-        "Tickers with too little history are listed in Error Report.txt. Prints the count of tickers, the\n"
-        "hits of each condition and the short tickers. With --as-of the run needs --out and\n"
-        "writes that table only. Ctrl-C stops at the next ticker: the rows so far are saved and counted, "
-        "and\n"
-        "the exit status is 130.\n",
+        R"(The table of results is saved as Evaluations.dbe, the working file that every run makes anew.
+Tickers with too little history are listed in Error Report.txt. Prints the count of tickers, the
+hits of each condition and the short tickers. With --as-of the run needs --out and
+writes that table only. Ctrl-C stops at the next ticker: the rows so far are saved and counted, and
+the exit status is 130.
+)",
     .settings = kSelectorRunSettings,
     .writes = AlwaysWrites,
     .run = RunSelect,
@@ -196,15 +190,12 @@ inline constexpr Command kStudyCommand = {
     .options = kStudyOptions,
     .summary = "Prints what the ten conditions would have earned over all tickers of an end-of-day file",
     .help =
-        "For each day of the span and each ticker the conditions are judged with what was known on that "
-        "day. Bought\n"
-        "is at the close of the bar after a signal, sold so many bars later. One JSON object: the mean "
-        "return of any\n"
-        "day (baseline) and, by condition and horizon, count, mean, median, share above 0, excess over the "
-        "baseline\n"
-        "with its standard error. The tickers are those of today's table: shares that vanished are missing. "
-        "Ctrl-C\n"
-        "ends the walk: the figures are of the tickers so far, and the exit status is 130.\n",
+        R"(For each day of the span and each ticker the conditions are judged with what was known on that day. Bought
+is at the close of the bar after a signal, sold so many bars later. One JSON object: the mean return of any
+day (baseline) and, by condition and horizon, count, mean, median, share above 0, excess over the baseline
+with its standard error. The tickers are those of today's table: shares that vanished are missing. Ctrl-C
+ends the walk: the figures are of the tickers so far, and the exit status is 130.
+)",
     .settings = kConditionSettings,
     .run = RunStudyCommand,
 };
@@ -224,10 +215,10 @@ inline constexpr Command kFundamentalsCommand = {
     .options = kFundamentalsOptions,
     .summary = "Collects the extended fundamentals of every ticker of an end-of-day file",
     .help =
-        "The table is saved as ExtendedFundamentals.efq, the working file that every run makes anew. Prints\n"
-        "the count of tickers and those whose pages gave no value; indexes (^DJI) have no such pages. "
-        "Ctrl-C\n"
-        "stops at the next ticker: the rows so far are saved, and the exit status is 130.\n",
+        R"(The table is saved as ExtendedFundamentals.efq, the working file that every run makes anew. Prints
+the count of tickers and those whose pages gave no value; indexes (^DJI) have no such pages. Ctrl-C
+stops at the next ticker: the rows so far are saved, and the exit status is 130.
+)",
     .settings = kDownloadSettings,
     .writes = AlwaysWrites,
     .run = RunFundamentals,
@@ -242,11 +233,10 @@ inline constexpr Command kHistoryCommand = {
     .mostOperands = kAnyNumber,
     .summary = "Downloads the history of tickers, as adding them to a table does",
     .help =
-        "As many years as the settings say, from the source that the settings choose. A ticker that has "
-        "data of\n"
-        "this year is refused; one whose download fails loses what it had of earlier years. Prints the "
-        "count of\n"
-        "days stored, one line a ticker.\n",
+        R"(As many years as the settings say, from the source that the settings choose. A ticker that has data of
+this year is refused. One whose download fails keeps what it had of earlier years where line 1 of
+VTROWNset.ini says "Keep", and loses it elsewhere. Prints the count of days stored, one line a ticker.
+)",
     .settings = kDownloadSettings,
     .writes = AlwaysWrites,
     .run = RunHistory,
@@ -266,11 +256,11 @@ inline constexpr Command kPopulateCommand = {
     .options = kPopulateOptions,
     .summary = "Downloads the history of every ticker of a file from the standard source",
     .help =
-        "Replaces the tickers' histories; those of an end-of-day file are deleted before the first "
-        "download.\n"
-        "Prints the count of tickers and how many have data now. Ctrl-C stops after the current ticker: "
-        "every\n"
-        "file is whole, and the exit status is 130.\n",
+        R"(Replaces the tickers' histories. A ticker whose download fails keeps its own where line 1 of VTROWNset.ini
+says "Keep"; elsewhere those of an end-of-day file are deleted before the first download. Prints the count
+of tickers and how many have data now. Ctrl-C stops after the current ticker: every file is whole, and the
+exit status is 130.
+)",
     .settings = kDownloadSettings,
     .writes = AlwaysWrites,
     .run = RunPopulate,
@@ -285,9 +275,9 @@ inline constexpr Command kSplitCommand = {
     .mostOperands = 2,
     .summary = "Restates a ticker's history for a stock split",
     .help =
-        "NEW/OLD is new shares by old shares: 2/1, 3/2, 1/10. The day of the split is the most recent jump "
-        "of\n"
-        "the prices that fits; without one nothing changes, so that a second call does no harm.\n",
+        R"(NEW/OLD is new shares by old shares: 2/1, 3/2, 1/10. The day of the split is the most recent jump of
+the prices that fits; without one nothing changes, so that a second call does no harm.
+)",
     .settings = kChangeSettings,
     .writes = AlwaysWrites,
     .run = RunSplit,
@@ -300,9 +290,9 @@ inline constexpr Command kSplitCalendarCommand = {
     .operand = "",
     .summary = "Reads the split calendar and restates the histories whose split is past",
     .help =
-        "Splits wait in SplitLog.txt until their day is past. Prints how many the log holds, how many of "
-        "them\n"
-        "are due, and how many showed in the prices and were restated.\n",
+        R"(Splits wait in SplitLog.txt until their day is past. Prints how many the log holds, how many of them
+are due, and how many showed in the prices and were restated.
+)",
     .settings = kDownloadSettings,
     .writes = AlwaysWrites,
     .run = RunSplitCalendar,
@@ -319,9 +309,9 @@ inline constexpr Command kPracticeCommand = {
     .options = kPracticeOptions,
     .summary = "Fills the application folder with the practice table and its history",
     .help =
-        "Real prices of the past, each ticker's dates moved by whole weeks to the days before today. Makes\n"
-        "Practice.ddq in Data and the year files; what a first start needs is made too where it is "
-        "missing.\n",
+        R"(Real prices of the past, each ticker's dates moved by whole weeks to the days before today. Makes
+Practice.ddq in Data and the year files; what a first start needs is made too where it is missing.
+)",
     .needsAppFolder = false,
     .settings = kDatabaseSettings,
     .writes = AlwaysWrites,
@@ -344,9 +334,10 @@ inline constexpr Command kScheduleCommand = {
     .options = kScheduleOptions,
     .summary = "Shows, installs or removes the scheduled start of Brantlow",
     .help =
-        "Without an option it shows what is installed. The start is a timer of the user's systemd where\n"
-        "systemctl --user answers, else a line of the user's crontab; other lines there stay as they are.\n"
-        "The time of the update itself is kept in the data settings, and stays there with --remove.\n",
+        R"(Without an option it shows what is installed. The start is a timer of the user's systemd where
+systemctl --user answers, else a line of the user's crontab; other lines there stay as they are.
+The time of the update itself is kept in the data settings, and stays there with --remove.
+)",
     .settings = kDatabaseSettings,
     .writes = ChangesSchedule,
     .run = RunSchedule,
@@ -361,12 +352,11 @@ inline constexpr Command kResearchCommand = {
     .mostOperands = 2,
     .summary = "Prints the address that a research command opens",
     .help =
-        "COMMAND is the name of a menu entry: mnuPopUpNews, mnuViewSplits, mnuHelpSupport. The provider, "
-        "the\n"
-        "market and the brokerage firm are those of the settings. An entry of the right-click menu needs a\n"
-        "TICKER, which stands in the address as it is given; with an empty one nothing is printed. The "
-        "other\n"
-        "entries pay no heed to it.\n",
+        R"(COMMAND is the name of a menu entry: mnuPopUpNews, mnuViewSplits, mnuHelpSupport. The provider, the
+market and the brokerage firm are those of the settings. An entry of the right-click menu needs a
+TICKER, which stands in the address as it is given; with an empty one nothing is printed. The other
+entries pay no heed to it.
+)",
     .settings = kPageSettings,
     .run = RunResearch,
 };
@@ -379,8 +369,9 @@ inline constexpr Command kSettingsCommand = {
     .mostOperands = 1,
     .summary = "Prints the settings tables as JSON",
     .help =
-        "One object with an array for each table: its first element is line 1 of the table's file. With a\n"
-        "FILE.ini only that file's table.\n",
+        R"(One object with an array for each table: its first element is line 1 of the table's file. With a
+FILE.ini only that file's table.
+)",
     .settings = {},  // it tells itself
     .run = RunSettings,
 };

@@ -16,8 +16,9 @@ inline constexpr Command kCombineCommand = {
     .mostOperands = 3,
     .summary = "Joins two end-of-day files to a third",
     .help =
-        "The rows of A, then those of B, whose first row takes the place of the last row of A. Tickers of\n"
-        "both files stay twice. OUT gets a header when its name ends in ddq. Prints the count of rows.\n",
+        R"(The rows of A, then those of B, whose first row takes the place of the last row of A. Tickers of
+both files stay twice. OUT gets a header when its name ends in ddq. Prints the count of rows.
+)",
     .settings = kChangeSettings,
     .writes = AlwaysWrites,
     .run = RunCombine,
@@ -30,9 +31,9 @@ inline constexpr Command kRemoveLastUpdateCommand = {
     .operand = "",
     .summary = "Takes the last day of the last update out of the database",
     .help =
-        "The last record of this year's file of each ticker that the update touched goes, whatever its "
-        "date;\n"
-        "a second call takes a further day. Prints the count of records removed.\n",
+        R"(The last record of this year's file of each ticker that the update touched goes, whatever its date;
+a second call takes a further day. Prints the count of records removed.
+)",
     .settings = kChangeSettings,
     .writes = AlwaysWrites,
     .run = RunRemoveLastUpdate,
@@ -51,10 +52,11 @@ inline constexpr Command kUndoCommand = {
     .options = kUndoOptions,
     .summary = "Brings the files of the newest change, or of the change ID, back",
     .help =
-        "Changes that can be undone: populate, split, split-calendar, delete --history, import,\n"
-        "remove-last-update, restore, combine over a file, fundamentals over a file, practice --replace.\n"
-        "The undoing is a change itself: a second undo brings the first change back. The newest changes are\n"
-        "kept in Back Up/Undo, as many as VTROWNset.ini says (20 changes, 2 GB).\n",
+        R"(Changes that can be undone: populate, split, split-calendar, delete --history, import,
+remove-last-update, restore, combine over a file, fundamentals over a file, practice --replace.
+The undoing is a change itself: a second undo brings the first change back. The newest changes are
+kept in Back Up/Undo, as many as VTROWNset.ini says (20 changes, 2 GB).
+)",
     .writes = UndoWrites,
     .run = RunUndo,
 };

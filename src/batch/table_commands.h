@@ -24,10 +24,10 @@ inline constexpr Command kUpdateCommand = {
     .mostOperands = 1,
     .summary = "Brings the quotes of an end-of-day file up to date",
     .help =
-        "Everything that follows an update under the stored settings follows it here: the quotes enter the\n"
-        "database, the split calendar is looked at, the file is saved, the selector runs. Ctrl-C stops at "
-        "the\n"
-        "next batch: what came until then is stored, and the exit status is 130.\n",
+        R"(Everything that follows an update under the stored settings follows it here: the quotes enter the
+database, the split calendar is looked at, the file is saved, the selector runs. Ctrl-C stops at the
+next batch: what came until then is stored, and the exit status is 130.
+)",
     .writes = AlwaysWrites,
     .run = RunUpdate,
 };
@@ -46,9 +46,9 @@ inline constexpr Command kImportCommand = {
     .options = kImportOptions,
     .summary = "Imports quotes from a text file into an end-of-day file and the database",
     .help =
-        "Which file is imported and what its fields are stands in VTRIMEXset.ini. FILE is saved; the "
-        "imported\n"
-        "file is deleted once everything in it is stored.\n",
+        R"(Which file is imported and what its fields are stands in VTRIMEXset.ini. FILE is saved; the imported
+file is deleted once everything in it is stored.
+)",
     .settings = kExchangeSettings,
     .writes = AlwaysWrites,
     .run = RunImport,
@@ -67,8 +67,9 @@ inline constexpr Command kExportCommand = {
     .options = kExportOptions,
     .summary = "Exports a file for another program",
     .help =
-        "Where the export goes and which columns it holds stands in VTRIMEXset.ini. A settings\n"
-        "file, a table of Data or a file of the quote database is not replaced without --yes.\n",
+        R"(Where the export goes and which columns it holds stands in VTRIMEXset.ini. A settings
+file, a table of Data or a file of the quote database is not replaced without --yes.
+)",
     .settings = kExchangeSettings,
     .writes = AlwaysWrites,
     .run = RunExport,
