@@ -146,7 +146,7 @@ TEST_F(TableFiles, LineEighteenThousandAndOneIsDroppedAndASaveShortensTheFile) {
     const Path file = folder.Write("a.ddq", FileOf(18001));
     const TableLoad load = Load(file);
     EXPECT_TRUE(load.cut);
-    EXPECT_EQ(TableLoadSentence(load, "a.ddq"), "");
+    EXPECT_EQ(TableLoadSentence(load, "a.ddq"), "a.ddq: " + std::string(kTooManyLines));
     EXPECT_EQ(table.TickerCount(), 17999U);
     EXPECT_FALSE(SaveQuoteTable(table, file));
     EXPECT_EQ(folder.Read("a.ddq"), FileOf(18000));
