@@ -33,8 +33,8 @@ std::string Sentences(const ConditionStudy& study, const StudyTerms& terms, cons
         text += fmt::format("<p><b>Condition {} ({})</b>, {} signals:", condition.condition,
                             Escaped(study.actions[condition.condition - 1]), condition.signals);
         for (std::size_t i = 0; i < terms.horizons.size(); ++i)
-            text += " " + HorizonSentence(condition.horizons[i], figures.baseline[i], terms.horizons[i],
-                                          study.span.interval);
+            text.append(" ").append(HorizonSentence(condition.horizons[i], figures.baseline[i],
+                                                    terms.horizons[i], study.span.interval));
         text += "</p>\n";
     }
     return text;

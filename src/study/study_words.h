@@ -14,7 +14,7 @@ namespace brantlow {
 inline constexpr std::array<std::string_view, 3> kStudyWarnings = {
     "The tickers are those of today's table: shares that vanished in the meantime are missing, and they were "
     "seldom good ones.",
-    "Ten conditions were tried: of ten that are worth nothing, one looks good by chance more often than not.",
+    "Ten conditions were tried: the best of ten that are worth nothing may well look good by chance.",
     "Signals of neighbouring days share most of the days that follow, so they count for less than their "
     "number.",
 };

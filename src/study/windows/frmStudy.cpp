@@ -151,6 +151,7 @@ QWidget* frmStudy::BuildConditions() {
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
     auto* row = new QHBoxLayout;
+    detail_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     AddBox(*row, "Tell what followed", detail_);
     row->addStretch();
     auto* save = Named(new QPushButton(QStringLiteral("Save Re&port")), "SaveReport",
