@@ -47,6 +47,7 @@ RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
     for (const std::string& ticker : update.quotes.alertsLeftOut) {
         report.Add("no alert for " + ticker + ", which cannot be asked for");
     }
+    if (update.quotes.noTemplate) report.Fail("The settings hold no address of a source of quotes");
     if (update.quotes.error) report.Fail(Sentence(update.quotes.error));
     if (update.database && update.database->error && update.database->failed == 0) {
         report.Fail(FaultReason("The database", update.database->error));

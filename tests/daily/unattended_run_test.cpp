@@ -63,6 +63,15 @@ TEST_F(UnattendedTest, WithoutARecentQuoteFileItSaysSoInItsReport) {
     EXPECT_TRUE(web.Addresses.empty());
 }
 
+TEST_F(UnattendedTest, AUserSourceWithoutAnAddressIsARunThatDidNothing) {
+    Set(session.settings.NetSettings, 3, "User Selected String");
+    Set(session.settings.NetSettings, 4, "");
+    const UnattendedRun run = Run();
+    EXPECT_EQ(run.report.Extent(), RunExtent::Nothing);
+    EXPECT_EQ(run.report.Line(), "The settings hold no address of a source of quotes; nothing was changed");
+    EXPECT_TRUE(web.Addresses.empty());
+}
+
 TEST_F(UnattendedTest, WithTheMarketDownTheVerdictsOfTheDayBeforeStay) {
     Write("Data/Evaluations.dbe", "of yesterday");
     web.AnswerWith([](const WebRequest&) { return FailedReply(WebFailure::NoConnection, ""); });

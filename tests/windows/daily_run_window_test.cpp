@@ -1,5 +1,6 @@
 // The daily run at the window: whatever is open, with dialogs in the way, over several days, and for a copy
 // of the program that the system started.
+#include <QStatusBar>
 #include <atomic>
 #include <thread>
 
@@ -89,6 +90,23 @@ class DailyRunWindowTest : public QObject {
         LookAroundTheMinute(program, kTestDay);
         QVERIFY(!QApplication::activeModalWidget());
         QVERIFY(program.Find<QLabel>("Panel1")->text().contains(QStringLiteral("could not connect")));
+    }
+
+    void whatTheRunHasToSayOpensNoBoxEither() {
+        UpdateProgram program(Daily());
+        program.Write("VTRNETset.ini",
+                      "\"Yahoo\"\r\n\"\"\r\n\"User Selected String\"\r\n\r\n\r\n15\r\n0\r\n0\r\n");
+        program.StartMine();
+        int boxes = 0;
+        DialogHand hand([&](QDialog& dialog) {
+            ++boxes;
+            PressButton(dialog, QMessageBox::Ok);
+        });
+        LookAroundTheMinute(program, kTestDay);
+        QCOMPARE(boxes, 0);
+        QVERIFY(program.Find<QStatusBar>("sbStatusBar")
+                    ->currentMessage()
+                    .startsWith(QStringLiteral("Go to Settings")));
     }
 
     void aCopyThatTheSystemStartedEndsWithTheStatusOfTheRun() {

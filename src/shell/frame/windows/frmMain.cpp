@@ -232,6 +232,7 @@ void frmMain::ShowTitle() {
 
 // A list that has no tickers leaves the one of the run before.
 void frmMain::TellRun(const RunReport& report) {
+    if (report.What().empty()) return;
     told_->Tell(report);
     if (report.Tickers().empty()) return;
     const std::error_code error = KeepLastRun(session_.DataFolder(), report, session_.clock);

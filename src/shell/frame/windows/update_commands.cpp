@@ -103,7 +103,10 @@ std::function<void(bool)> UpdateCommands::ShowsAdjustSplits(frmAdjustSplits& win
 }
 
 void UpdateCommands::RunDaily() {
+    frame_.person.BeginUnattended();
     lastStatus_ = StatusOf(RunNewest().Extent());
+    const std::vector<std::string> unheard = frame_.person.EndUnattended();
+    if (!unheard.empty()) frame_.notice(unheard.front());
     if (copies_) copies_->Done(lastStatus_);
 }
 

@@ -103,13 +103,25 @@ QWidget* WindowPerson::DialogParent() const {
     return frame_.window && frame_.window->isVisible() ? frame_.window : nullptr;
 }
 
+void WindowPerson::BeginUnattended() {
+    unheard_.emplace();
+}
+
+std::vector<std::string> WindowPerson::EndUnattended() {
+    std::vector<std::string> unheard = std::move(unheard_).value_or(std::vector<std::string>());
+    unheard_.reset();
+    return unheard;
+}
+
 void WindowPerson::Say(std::string_view text, std::string_view title) {
+    if (unheard_) return static_cast<void>(unheard_->emplace_back(text));
     QMessageBox box(DialogParent());
     FillBox(box, text, title, "information");
     box.exec();
 }
 
 bool WindowPerson::Ask(std::string_view text, std::string_view title) {
+    if (unheard_) return false;
     QMessageBox box(DialogParent());
     FillBox(box, text, title, "question");
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
@@ -118,6 +130,7 @@ bool WindowPerson::Ask(std::string_view text, std::string_view title) {
 }
 
 bool WindowPerson::AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes) {
+    if (unheard_) return false;
     QMessageBox box(DialogParent());
     FillBox(box, text, title, "question");
     const QAbstractButton* const goesOn = box.addButton(Shown(yes), QMessageBox::AcceptRole);

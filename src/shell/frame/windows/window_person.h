@@ -10,6 +10,9 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "shell/person.h"
 #include "shell/session.h"
@@ -51,6 +54,10 @@ class WindowPerson final : public Person {
     void EndRun();
     bool InRun() const { return inRun_ || inWork_; }
     bool Paused() const;
+    // Between these nobody is there to answer: no box opens, questions are answered with No, and what would
+    // have been said is given out at the end.
+    void BeginUnattended();
+    std::vector<std::string> EndUnattended();
     // The frame's menu depends on whether a run stands still.
     std::function<void()> pauseChanged;
 
@@ -85,6 +92,8 @@ class WindowPerson final : public Person {
     QString wordToShow_;
     std::function<void()> showRow_;
     bool inRun_ = false;
+    // What was said while nobody was there; nothing while somebody is.
+    std::optional<std::vector<std::string>> unheard_;
     bool inWork_ = false;
     bool wasPaused_ = false;
 };
