@@ -6,6 +6,8 @@
 #include <QStatusBar>
 
 #include "base/windows/text_editor.h"
+#include "shell/frame/windows/command_bar.h"
+#include "shell/session_change.h"
 #include "store/windows/frmDeleteFile.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "window_fixture.h"
@@ -260,7 +262,8 @@ class MaintenanceWindowsTest : public QObject {
         KeptProgram program;
         std::filesystem::create_directories(program.session.DataFolder() / "sub");
         program.Write("sub/below.ddq", "x");
-        frmDeleteFile dialog(program.person, program.session.DataFolder(), nullptr);
+        frmDeleteFile dialog(program.person, ChangePlaceOf(program.session), program.session.DataFolder(),
+                             nullptr);
         auto* folders = dialog.findChild<QListWidget*>(QStringLiteral("Dir1"));
         auto* files = dialog.findChild<QListWidget*>(QStringLiteral("File1"));
         Q_EMIT folders->itemActivated(
