@@ -8,6 +8,7 @@
 #include "batch/chart_commands.h"
 #include "batch/commands.h"
 #include "batch/maintenance_commands.h"
+#include "batch/source_commands.h"
 #include "batch/table_commands.h"
 
 namespace brantlow {
@@ -68,6 +69,8 @@ constexpr auto kCommands = std::to_array<Command>({
     kRestoreCommand,
     kResearchCommand,
     kSettingsCommand,
+    kSourcesCommand,
+    kSymbolsCommand,
 });
 
 std::string OptionText(const CommandOption& option) {

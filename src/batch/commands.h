@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "batch/command.h"
+#include "batch/source_option.h"
 
 namespace brantlow {
 
@@ -201,7 +202,9 @@ ends the walk: the figures are of the tickers so far, and the exit status is 130
 };
 
 std::optional<std::string> RefuseFundamentalsName(std::string_view text);
-inline constexpr std::array<CommandOption, 1> kFundamentalsOptions = {{
+inline constexpr std::array<CommandOption, 2> kFundamentalsOptions = {{
+    {"--source", "NAME", "fill the empty cells of FILE from this live source instead, and save it",
+     RefuseSourceName},
     {"--out", "NAME.efq", "save the table under this name in Data, not as ExtendedFundamentals.efq",
      RefuseFundamentalsName},
 }};
@@ -224,6 +227,7 @@ stops at the next ticker: the rows so far are saved, and the exit status is 130.
     .run = RunFundamentals,
 };
 
+inline constexpr std::array<CommandOption, 1> kHistoryOptions = {{kSourceOption}};
 ExitStatus RunHistory(BatchCall& call);
 inline constexpr Command kHistoryCommand = {
     .name = "history",
@@ -231,6 +235,7 @@ inline constexpr Command kHistoryCommand = {
     .operand = "TICKER",
     .fewestOperands = 1,
     .mostOperands = kAnyNumber,
+    .options = kHistoryOptions,
     .summary = "Downloads the history of tickers, as adding them to a table does",
     .help =
         R"(As many years as the settings say, from the source that the settings choose. A ticker that has data of
@@ -243,7 +248,10 @@ VTROWNset.ini says "Keep", and loses it elsewhere. Prints the count of days stor
 };
 
 std::optional<std::string> RefuseYears(std::string_view text);
-inline constexpr std::array<CommandOption, 1> kPopulateOptions = {{
+// Takes the years of --years into the settings, which are stored with the histories; false after a sentence.
+bool TakeYears(BatchCall& call);
+inline constexpr std::array<CommandOption, 2> kPopulateOptions = {{
+    kSourceOption,
     {"--years", "N", "2, 5, 10 or 20 years back; kept in the settings for later calls", RefuseYears},
 }};
 ExitStatus RunPopulate(BatchCall& call);
@@ -283,11 +291,13 @@ the prices that fits; without one nothing changes, so that a second call does no
     .run = RunSplit,
 };
 
+inline constexpr std::array<CommandOption, 1> kSplitCalendarOptions = {{kSourceOption}};
 ExitStatus RunSplitCalendar(BatchCall& call);
 inline constexpr Command kSplitCalendarCommand = {
     .name = "split-calendar",
     .usage = "",
     .operand = "",
+    .options = kSplitCalendarOptions,
     .summary = "Reads the split calendar and restates the histories whose split is past",
     .help =
         R"(Splits wait in SplitLog.txt until their day is past. Prints how many the log holds, how many of them

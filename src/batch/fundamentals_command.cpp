@@ -1,6 +1,7 @@
 #include "acquire/feeds/extended_fundamentals.h"
 #include "acquire/web/curl_web.h"
 #include "batch/commands.h"
+#include "batch/live_commands.h"
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "shell/memory_status.h"
@@ -45,6 +46,7 @@ std::optional<std::string> RefuseFundamentalsName(std::string_view text) {
 }
 
 ExitStatus RunFundamentals(BatchCall& call) {
+    if (const auto status = FundamentalsLive(call)) return *status;
     const std::string& name = call.arguments.operands.front();
     if (!ExistingDataFile(call, name)) return ExitStatus::Refused;
     const FileKind kind = KindOf(name);

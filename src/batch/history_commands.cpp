@@ -5,6 +5,7 @@
 #include "acquire/web/curl_web.h"
 #include "acquire/web/giving_up_web.h"
 #include "batch/commands.h"
+#include "batch/live_commands.h"
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "shell/settings/lines.h"
@@ -37,19 +38,6 @@ void PrintOutcome(BatchCall& call, const std::string& ticker, const HistoryDownl
     }
 }
 
-// Takes the chosen years into the settings, which are stored with the histories.
-bool TakeYears(BatchCall& call) {
-    Session& session = call.session;
-    if (!call.arguments.Has("--years")) {
-        if (HasHistoryYears(session.settings)) return true;
-        session.person.Say(kSelectTimeFrame);
-        return false;
-    }
-    const std::string years = call.arguments.Text("--years");
-    SetText(session.settings, *kHistoryYears.row, years);
-    return true;
-}
-
 void PrintRun(BatchCall& call, const PopulateRun& run, std::size_t rows) {
     call.out << "Tickers: " << run.tickers;
     if (run.stopped) call.out << " of " << rows;
@@ -63,7 +51,20 @@ std::optional<std::string> RefuseYears(std::string_view text) {
     return "'" + std::string(text) + "' is none of 2, 5, 10, 20";
 }
 
+bool TakeYears(BatchCall& call) {
+    Session& session = call.session;
+    if (!call.arguments.Has("--years")) {
+        if (HasHistoryYears(session.settings)) return true;
+        session.person.Say(kSelectTimeFrame);
+        return false;
+    }
+    const std::string years = call.arguments.Text("--years");
+    SetText(session.settings, *kHistoryYears.row, years);
+    return true;
+}
+
 ExitStatus RunHistory(BatchCall& call) {
+    if (const auto status = HistoryLive(call)) return *status;
     Session& session = call.session;
     CurlWeb network(session.person);
     GivingUpWeb web(network);
@@ -93,6 +94,7 @@ ExitStatus RunHistory(BatchCall& call) {
 }
 
 ExitStatus RunPopulate(BatchCall& call) {
+    if (const auto status = PopulateLive(call)) return *status;
     const std::string& name = call.arguments.operands.front();
     if (!ExistingDataFile(call, name)) return ExitStatus::Refused;
     QuoteTable table;

@@ -1,5 +1,6 @@
 #include "acquire/web/curl_web.h"
 #include "batch/commands.h"
+#include "batch/live_commands.h"
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "batch/ticker_lines.h"
@@ -34,6 +35,7 @@ ExitStatus RunSplit(BatchCall& call) {
 }
 
 ExitStatus RunSplitCalendar(BatchCall& call) {
+    if (const auto status = SplitCalendarLive(call)) return *status;
     Session& session = call.session;
     CurlWeb web(session.person);
     const std::optional<Hosts> hosts = ReadHosts(call);

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "batch/command.h"
+#include "batch/source_option.h"
 
 namespace brantlow {
 
@@ -15,6 +16,7 @@ inline constexpr std::string_view kHistoryOption = "--history";
 inline constexpr std::string_view kHighOption = "--high";
 inline constexpr std::string_view kLowOption = "--low";
 
+inline constexpr std::array<CommandOption, 1> kUpdateOptions = {{kSourceOption}};
 ExitStatus RunUpdate(BatchCall& call);
 inline constexpr Command kUpdateCommand = {
     .name = "update",
@@ -22,6 +24,7 @@ inline constexpr Command kUpdateCommand = {
     .operand = "FILE",
     .fewestOperands = 1,
     .mostOperands = 1,
+    .options = kUpdateOptions,
     .summary = "Brings the quotes of an end-of-day file up to date",
     .help =
         R"(Everything that follows an update under the stored settings follows it here: the quotes enter the

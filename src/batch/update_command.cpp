@@ -1,4 +1,5 @@
 #include "acquire/web/curl_web.h"
+#include "batch/live_commands.h"
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
 #include "batch/table_commands.h"
@@ -32,6 +33,7 @@ void PrintUpdate(BatchCall& call, const DailyUpdate& update, const QuoteTable& t
 }  // namespace
 
 ExitStatus RunUpdate(BatchCall& call) {
+    if (const auto status = UpdateLive(call)) return *status;
     const std::string& name = call.arguments.operands.front();
     if (!ExistingDataFile(call, name)) return ExitStatus::Refused;
     if (KindOf(name) != FileKind::Ddq) return Refuse(call, name + ": no end-of-day file");

@@ -3,6 +3,7 @@
 #include "acquire/web/giving_up_web.h"
 #include "base/former_files.h"
 #include "base/text.h"
+#include "daily/live_daily_update.h"
 #include "shell/settings/choices.h"
 #include "shell/status_words.h"
 #include "splits/split_calendar_page.h"
@@ -66,6 +67,7 @@ DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSerie
     Session& session = given.session;
     DailyUpdate result;
     if (KindOf(session.CurrentFile) != FileKind::Ddq) return result;
+    if (given.live != nullptr && given.live->quotes != nullptr) return RunLiveUpdate(given, days);
     GivingUpWeb web(given.web);
     const UpdateWork work{
         session,          given.table,           web, given.hosts, given.rows, given.alerted,

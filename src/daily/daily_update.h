@@ -6,6 +6,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "acquire/feeds/live/live_splits.h"
+#include "daily/live_update.h"
 #include "daily/update_quotes.h"
 #include "indicators/working_series.h"
 #include "splits/split_calendar.h"
@@ -24,6 +26,9 @@ struct DailyUpdate {
     // Empty where the settings leave the step out.
     std::optional<DayImport> database;
     std::optional<SplitCheck> splits;
+    // Of an update from live sources: what became of each ticker, and the splits that were restated.
+    std::optional<LiveReport> live;
+    std::vector<AppliedSplit> liveSplits;
     bool stopped = false;       // ended before its last step
     bool isSaved = false;       // the settings save the quote file after each change
     std::error_code saveError;  // why it could not be saved
@@ -32,10 +37,10 @@ struct DailyUpdate {
 };
 
 // Runs the steps that the settings switch on. A table of another kind than end-of-day is left alone. After a
-// run that was stopped, what came is stored and saved, and nothing further begins. A host that stays silent is
-// given up (giving_up_web.h). After a run without a single quote the work file and the list of the last update
-// are what they were before, so that the update before it can still be taken back. `days` and `series` are
-// the session's own. Status words go to the session's person.
+// run that was stopped, what came is stored and saved, and nothing further begins. A host that stays silent
+// is given up (giving_up_web.h). After a run without a single quote the work file and the list of the last
+// update are what they were before, so that the update before it can still be taken back. `days` and `series`
+// are the session's own. Status words go to the session's person.
 DailyUpdate RunDailyUpdate(const UpdateWork& work, DayStore& days, WorkingSeries& series);
 
 }  // namespace brantlow

@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "store/import_record.h"
+#include "store/row_reading.h"
 
 namespace brantlow {
 
@@ -85,11 +86,12 @@ void RowUpdate::CountIfStale(std::string_view tradeDate) {
     if (batchRow_ >= kFirstTestedBatch && share > kStaleShare) work_.session.run.ProcessCommand = kStopRun;
 }
 
+bool RowUpdate::IsYoung(std::string_view tradeDate) const {
+    return std::find(acceptedDates_.begin(), acceptedDates_.end(), tradeDate) != acceptedDates_.end();
+}
+
 bool RowUpdate::HasStorableQuote(const QuoteArrays& rows, std::size_t row) const {
-    const std::string& date = rows.TradeDates[row];
-    const bool isYoung =
-        std::find(acceptedDates_.begin(), acceptedDates_.end(), date) != acceptedDates_.end();
-    return isYoung && LeadingNumber(rows.LastPrices[row]) > 0;
+    return IsYoung(rows.TradeDates[row]) && LeadingNumber(rows.LastPrices[row]) > 0;
 }
 
 void RowUpdate::WriteCells(std::size_t row) {
@@ -98,6 +100,44 @@ void RowUpdate::WriteCells(std::size_t row) {
         work_.table.SetText(row, filled.column,
                             IsMissing(text) ? std::string_view{} : std::string_view(text));
     }
+}
+
+void RowUpdate::TakePrices(const LiveQuote& quote, std::size_t row) {
+    constexpr int kDecimals = 4;
+    const auto text = [](double price) { return ShortestNumber(RoundDecimals(price, kDecimals)); };
+    QuoteArrays& rows = work_.rows;
+    rows.TradeDates[row] = FormatDate(quote.day);
+    rows.TradeTimes[row] = FormatTime(quote.minutes);
+    rows.LastPrices[row] = text(quote.close);
+    rows.OpenPrices[row] = text(quote.open);
+    rows.HighPrices[row] = text(quote.high);
+    rows.LowPrices[row] = text(quote.low);
+    rows.Volumes[row] = ShortestNumber(RoundDecimals(quote.volume, 0));
+    // A change against a close of another time would be none.
+    rows.PreviousCloses[row] = quote.previousClose ? text(*quote.previousClose) : std::string();
+    if (quote.previousClose) rows.ChangeValues[row] = text(quote.close - *quote.previousClose);
+}
+
+void RowUpdate::TakeQuote(const LiveQuote& quote, std::size_t row, bool isShown, std::string* records) {
+    QuoteArrays& rows = work_.rows;
+    // What the source does not send goes into the day's record as the table shows it.
+    ReadRow(work_.table, row, rows);
+    std::vector<std::string> before;
+    for (const FilledColumn& filled : filledColumns_) before.push_back(CellText(rows, row, filled.source));
+    TakePrices(quote, row);
+    CalculateRow(rows, row, RatioGuard::AboveZero, today_);
+    if (records != nullptr && HasStorableQuote(rows, row)) {
+        AppendImportRecord(rows, row, *records);
+        ++outcome_.accepted;
+    }
+    if (!isShown) return;
+    for (std::size_t i = 0; i < filledColumns_.size(); ++i) {
+        const FilledColumn& filled = filledColumns_[i];
+        const std::string text = CellText(rows, row, filled.source);
+        const bool isUnknown = text.empty() && filled.source.array == &QuoteArrays::PreviousCloses;
+        if (text != before[i] && !isUnknown) work_.table.SetText(row, filled.column, text);
+    }
+    Scan(row);
 }
 
 void RowUpdate::Scan(std::size_t row) {

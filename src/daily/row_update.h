@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -25,6 +26,18 @@ enum class LineTaken {
     Accepted,     // a record was written
 };
 
+// A day of a live source.
+struct LiveQuote {
+    Date day;
+    int minutes = 0;  // of its last trade, since midnight
+    double open = 0;
+    double high = 0;
+    double low = 0;
+    double close = 0;
+    double volume = 0;
+    std::optional<double> previousClose;
+};
+
 class RowUpdate {
   public:
     RowUpdate(const UpdateWork& work, UpdateOutcome& outcome);
@@ -36,6 +49,13 @@ class RowUpdate {
     // Takes a reply line at row `row` of the table. A record goes to the end of `records`. A line that does
     // not hold the source's fields changes nothing.
     LineTaken TakeLine(std::string_view line, std::size_t row, std::string& records);
+
+    // Takes a day of a live source at row `row`. Cells of columns that the source does not give, and that
+    // nothing new can be computed for, stay as they are. A day that may enter the database adds its record to
+    // `records`; null for one that is not over. Only a shown day changes the table and its alarms.
+    void TakeQuote(const LiveQuote& quote, std::size_t row, bool isShown, std::string* records);
+    // Whether the day is young enough for Import.Txt.
+    bool IsYoung(std::string_view tradeDate) const;
 
     bool HasDecimalCommas() const { return decimalCommas_; }
 
@@ -52,6 +72,7 @@ class RowUpdate {
     void CountIfStale(std::string_view tradeDate);
     bool HasStorableQuote(const QuoteArrays& rows, std::size_t row) const;
     void WriteCells(std::size_t row);
+    void TakePrices(const LiveQuote& quote, std::size_t row);
     void Scan(std::size_t row);
 
     const UpdateWork& work_;

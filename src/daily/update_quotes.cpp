@@ -226,13 +226,18 @@ class QuoteUpdate {
 
 }  // namespace
 
-UpdateOutcome UpdateQuotes(const UpdateWork& work) {
+void BeginUpdate(const UpdateWork& work) {
     Session& session = work.session;
-    if (KindOf(session.CurrentFile) != FileKind::Ddq) return {};
     BeginRun(session.run);
     DeleteOneFile(ImportRecordFile(session.AppPath));
     if (!AreInStep(work.table, work.rows)) work.rows = QuoteArrays();
     CopySymbols(work.table, work.rows);
+}
+
+UpdateOutcome UpdateQuotes(const UpdateWork& work) {
+    Session& session = work.session;
+    if (KindOf(session.CurrentFile) != FileKind::Ddq) return {};
+    BeginUpdate(work);
     const UpdateOutcome outcome = QuoteUpdate(work).Run();
     CopySymbols(work.table, work.rows);
     session.run.CurrentRow = 0;

@@ -24,6 +24,8 @@ inline constexpr std::string_view kSetUpQuoteDownloads =
     "Go to Settings, Application, Quote and Web Settings to set up Quote Downloads.";
 inline constexpr std::string_view kTickerCountMismatch = "Number of Ticker Symbols per String does not match";
 
+struct LiveSources;
+
 // What an update works on.
 struct UpdateWork {
     Session& session;
@@ -38,6 +40,8 @@ struct UpdateWork {
     std::string (*memoryInfo)() = ReadMemoryInfo;
     // Shows (true) and takes away (false) what tells that histories are adjusted for splits; may be empty.
     std::function<void(bool)> showAdjustSplits = {};
+    // The live sources to ask in place of the standard source; null for that one.
+    LiveSources* live = nullptr;
 };
 
 struct UpdateOutcome {
@@ -58,5 +62,9 @@ struct UpdateOutcome {
 // line changes the cells of a row only when it carries the row's ticker; a record is written only for tickers
 // of the table. Rows, progress and beeps go to the session's person, the row in work to session.run.
 UpdateOutcome UpdateQuotes(const UpdateWork& work);
+
+// What an update begins with, whatever its source: the run, the work files of an earlier one, the rows in
+// step with the table.
+void BeginUpdate(const UpdateWork& work);
 
 }  // namespace brantlow

@@ -109,13 +109,15 @@ MarketReply AnswerPath(const MarketScene& scene) {
 
 }  // namespace
 
-MarketReply Answer(std::string_view target, const MarketData& data, const Date& today, AlertList& alerts) {
+MarketReply Answer(std::string_view target, const MarketData& data, const Date& today, AlertList& alerts,
+                   const MarketHeaders& headers) {
     const MarketRequest request = ReadRequest(target);
     const FaultRow* fault = FindFault(request.fault);
     if (!request.fault.empty() && fault == nullptr) {
         return Refusal(kStatusBadRequest, "The practice market knows no such fault; --help lists them.");
     }
-    MarketReply reply = AnswerPath({request, data, today, alerts});
+    auto live = AnswerLiveSource(request, headers, data, today);
+    MarketReply reply = live ? std::move(*live) : AnswerPath({request, data, today, alerts});
     if (fault != nullptr) fault->spoil(reply, target);
     return reply;
 }

@@ -57,6 +57,9 @@ constexpr std::string_view kServed =
     "  /q/ks /q/ao /q/ae ?s=A        fundamentals of a ticker\n"
     "  /c/s.html                     the split calendar\n"
     "  /send_stock_alert.asp         notes an alert request; /alerts shows them\n"
+    "  the paths of massive, alpaca, yahoo, nasdaq, tiingo and sec, with any key but 'wrong'; several hosts "
+    "as\n"
+    "  the first part of the path\n"
     "  anything else                 a plain page\n"
     "A market's letters in front (/de, /fr ...) choose the market and with it decimal commas.\n"
     "\nFaults, with any address: fault=NAME in its query, or /fault=NAME in front of its path:\n";

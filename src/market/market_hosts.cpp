@@ -5,6 +5,7 @@
 #include "acquire/web/hosts.h"
 #include "base/numbers.h"
 #include "base/values.h"
+#include "market/live_sources.h"
 #include "market/market_request.h"
 
 namespace brantlow {
@@ -24,6 +25,7 @@ std::string MarketHostsText(std::string_view base) {
     for (const MarketRow& market : kMarkets) {
         add(fmt::format("Market.{}={}{}", market.name, base, MarketPrefix(market)));
     }
+    for (const std::string_view source : kPlayedSources) add(fmt::format("Source.{}={}", source, base));
     return text;
 }
 

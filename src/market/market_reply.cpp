@@ -89,7 +89,10 @@ void Flood(MarketReply& reply, std::string_view) {
     reply.body = std::move(body);
 }
 
-constexpr std::array<FaultRow, 11> kFaults = {
+// A live source plays it in its own words; the other hosts know nothing of it.
+void LeaveToSource(MarketReply&, std::string_view) {}
+
+constexpr std::array<FaultRow, 15> kFaults = {
     {{"status404", "answers status 404", SpoilByStatus404},
      {"status429", "answers status 429 and asks to wait a second", SpoilByStatus429},
      {"status500", "answers status 500", SpoilByStatus500},
@@ -100,7 +103,11 @@ constexpr std::array<FaultRow, 11> kFaults = {
      {"junk", "sends 4096 bytes that are no text", Junk},
      {"html", "sends a page in place of the reply", Html},
      {"reversed", "sends the lines of the reply last first", Reversed},
-     {"flood", "repeats the lines of the reply up to 18,000", Flood}}};
+     {"flood", "repeats the lines of the reply up to 18,000", Flood},
+     {"badkey", "a live source refuses the key", LeaveToSource},
+     {"limit", "a live source has had too many requests", LeaveToSource},
+     {"plan", "a live source's plan does not hold what is asked", LeaveToSource},
+     {"notyet", "a live source has not published today yet", LeaveToSource}}};
 
 }  // namespace
 

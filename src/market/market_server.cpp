@@ -86,7 +86,10 @@ void MarketServer::Wire::Reply(const httplib::Request& request, httplib::Respons
         response.set_header("Allow", "GET, HEAD");
         return;
     }
-    Send(Answer(request.target, data, clock.Today(), alerts), response);
+    const auto header = [&](const char* name) { return request.get_header_value(name); };
+    const MarketHeaders headers{header("Authorization"), header("APCA-API-KEY-ID"),
+                                header("APCA-API-SECRET-KEY"), header("User-Agent")};
+    Send(Answer(request.target, data, clock.Today(), alerts, headers), response);
 }
 
 void MarketServer::Wire::Send(MarketReply reply, httplib::Response& response) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "acquire/feeds/chosen_history.h"
 #include "acquire/feeds/history_address.h"
 #include "acquire/feeds/history_reply.h"
 #include "acquire/web/downloads.h"
@@ -230,6 +231,7 @@ HistoryDownload Fetch(const Session& session, Web& web, std::string_view ticker,
 HistoryDownload DownloadChosen(Session& session, Web& web, const Hosts& hosts, std::string_view ticker,
                                StoredData stored, FileChange& change) {
     if (auto refusal = ChosenRefusal(session, ticker, stored)) return *refusal;
+    if (auto live = DownloadFromChosen(session, std::string(ticker))) return std::move(*live);
     return Fetch(session, web, ticker, ChosenRequest(session, hosts, ticker),
                  !UsesUserSource(session.settings), change);
 }
@@ -374,6 +376,12 @@ PopulateRun Repopulate(Session& session, Web& web, const Hosts& hosts,
 
 }  // namespace
 
+bool HasDataOfThisYear(const Session& session, std::string_view ticker) {
+    bool hasData = false;
+    // What cannot be read is there.
+    return FindDataOfThisYear(session, ticker, hasData) || hasData;
+}
+
 bool HasHistoryYears(const SettingsTables& settings) {
     return Get(settings, kHistoryYears) > 0;
 }
@@ -421,6 +429,7 @@ HistoryDownload PopulateTicker(Session& session, Web& web, const Hosts& hosts, s
 
 PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table,
                              Years years) {
+    if (auto live = PopulateFromChosen(session, TickersOf(table))) return std::move(*live);
     const PopulatingMark mark(session);
     FileChange change(ChangePlaceOf(session), "Populate " + session.CurrentFile);
     change.AlsoKeep(session.DataFile(kLastRunName));

@@ -56,6 +56,8 @@ struct HistoryDownload {
 
 // Takes what became of one ticker into the report of a run.
 void TellHistory(std::string_view ticker, const HistoryDownload& download, RunReport& report);
+// Whether this year's file of the ticker has a record: a download is refused then.
+bool HasDataOfThisYear(const Session& session, std::string_view ticker);
 
 // Downloads the history of `ticker` from the chosen source. Refused when this year's file of the ticker has a
 // record; files of other years do not count.

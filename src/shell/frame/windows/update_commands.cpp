@@ -7,6 +7,7 @@
 
 #include "acquire/feeds/extended_fundamentals.h"
 #include "daily/daily_update.h"
+#include "daily/live_setup.h"
 #include "daily/unattended_run.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
@@ -89,8 +90,10 @@ bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport
 
 DailyUpdate UpdateCommands::RunUpdate(frmQuoteGrid& form) {
     frmAdjustSplits splits(&frame_.window);
+    LiveSetup live(frame_.session);
     const UpdateWork work{frame_.session, form.Table(), frame_.web,  frame_.hosts,
-                          rows_,          alerted_,     memoryInfo_, ShowsAdjustSplits(splits)};
+                          rows_,          alerted_,     memoryInfo_, ShowsAdjustSplits(splits),
+                          live.Sources()};
     return RunDailyUpdate(work, days_, analysis_.series);
 }
 

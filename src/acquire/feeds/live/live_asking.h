@@ -1,0 +1,27 @@
+// Asks a live source for the days of many tickers, as many at a time as its form takes, and hands on what
+// came of each. A failure that the next request would meet as well ends the asking: the other tickers have it
+// too.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "acquire/feeds/live/source_client.h"
+
+namespace brantlow {
+
+struct TickersQuestion {
+    Capability capability = Capability::History;
+    std::chrono::sys_days from;
+    std::chrono::sys_days to;
+};
+
+using TakeAnswer = std::function<void(const std::string& ticker, TickerAnswer answer)>;
+
+// Every ticker is handed on once, in an order of the source's. A dead host is given up after three requests
+// in a row. Progress goes to the session's person, the ticker in work to the session.
+void AskTickers(SourceClient& client, SourceWorld& world, const TickersQuestion& question,
+                const std::vector<std::string>& tickers, const TakeAnswer& take);
+
+}  // namespace brantlow

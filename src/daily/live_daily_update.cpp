@@ -1,0 +1,72 @@
+#include "daily/live_daily_update.h"
+
+#include "base/former_files.h"
+#include "shell/settings/choices.h"
+#include "shell/status_words.h"
+#include "store/import_record.h"
+#include "store/table_edit.h"
+#include "store/update_list.h"
+
+namespace brantlow {
+
+namespace {
+
+void Store(const UpdateWork& work, LiveUpdate& live, DayStore& days, DailyUpdate& result) {
+    StoreMissedDays(*work.live, live);
+    result.liveSplits = live.applied;
+    result.database = ImportEndOfDay(work.session, work.table, days);
+}
+
+void AdjustSplits(const UpdateWork& work, LiveReport& report, DailyUpdate& result) {
+    if (work.showAdjustSplits) work.showAdjustSplits(true);
+    LiveSplitCheck check = CheckSplitsOfTable(work);
+    if (work.showAdjustSplits) work.showAdjustSplits(false);
+    result.liveSplits.insert(result.liveSplits.end(), check.applied.begin(), check.applied.end());
+    if (check.fault && !report.fault) report.fault = check.fault;
+    if (!IsAnswer(check.outcome.result)) {
+        report.remarks.push_back("splits from " + work.live->splits->title + ": " +
+                                 OutcomeText(check.outcome));
+    }
+}
+
+RunReport ReportOf(const DailyUpdate& update, const LiveReport& live, const std::string& file) {
+    RunReport report = RunReportOf(live, "Update of " + file);
+    for (const AppliedSplit& split : update.liveSplits) report.Add(SplitSentence(split));
+    if (update.quotes.error) report.Fail(Sentence(update.quotes.error));
+    if (update.database && update.database->error) {
+        report.Fail(FaultReason("The database", update.database->error));
+    }
+    if (update.saveError) report.Fail(file + " could not be written: " + update.saveError.message());
+    return report;
+}
+
+}  // namespace
+
+DailyUpdate RunLiveUpdate(const UpdateWork& work, DayStore& days) {
+    Session& session = work.session;
+    DailyUpdate result;
+    session.person.ShowStatusWord(kStatusUpdating);
+    const FormerFiles former(
+        {ImportRecordFile(session.AppPath), UpdateListPath(session.settings.QuoteFolder)});
+    LiveUpdate live = UpdateFromSource(work);
+    result.quotes = live.outcome;
+    const auto goesOn = [&] { return session.run.ProcessCommand != kStopRun; };
+    const bool any = live.report.Answered() > 0;
+    if (any && StoresInDatabase(session.settings)) Store(work, live, days, result);
+    if (!any) {
+        const Path list = UpdateListPath(session.settings.QuoteFolder);
+        KeepFirst(result.quotes.error, FailedTo(FailureKind::Write, list, former.PutBack()));
+    }
+    const bool checksSplits = goesOn() && any && work.live->splits != nullptr;
+    if (checksSplits && AdjustsSplits(session.settings)) AdjustSplits(work, live.report, result);
+    result.isSaved = any && SavesTable(session.settings);
+    if (any) result.saveError = AutomaticSave(session, work.table);
+    session.person.ShowStatusWord(kStatusComplete);
+    result.stopped = !goesOn();
+    result.selectorFollows = goesOn() && any && RunsSelector(session.settings);
+    result.report = ReportOf(result, live.report, session.CurrentFile);
+    result.live = std::move(live.report);
+    return result;
+}
+
+}  // namespace brantlow

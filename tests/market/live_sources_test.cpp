@@ -1,0 +1,335 @@
+// The live sources as the practice market plays them, asked by the adapters themselves: a week of a table of
+// 43 tickers gives the year files that the standard source gives, but for what a source cannot give.
+#include <gtest/gtest.h>
+
+#include "acquire/feeds/history_download.h"
+#include "acquire/feeds/live/company_facts.h"
+#include "acquire/feeds/live/live_history.h"
+#include "acquire/feeds/live/market_days.h"
+#include "acquire/feeds/live/source_catalogue.h"
+#include "acquire/feeds/live/symbol_table.h"
+#include "acquire/web/memory_web.h"
+#include "base/numbers.h"
+#include "daily/daily_update.h"
+#include "market/market_fixture.h"
+#include "store/columns.h"
+#include "store/year_files.h"
+#include "support/recording_person.h"
+#include "support/temp_folder.h"
+
+namespace brantlow {
+
+namespace {
+
+using std::chrono::days;
+using std::chrono::sys_days;
+
+std::string HeaderOf(const ServiceRequest& request, std::string_view name) {
+    for (const std::string& header : request.headers) {
+        if (header.starts_with(std::string(name) + ": ")) return header.substr(name.size() + 2);
+    }
+    return {};
+}
+
+// An application folder of its own whose web is the practice market.
+class MarketFolder {
+    // The live sources.
+    struct MarketServices final : ServiceWeb {
+        explicit MarketServices(MarketFolder& owner) : folder(owner) {}
+        ServiceReply Ask(const ServiceRequest& request) override {
+            const MarketReply answer = folder.Answered(
+                request.url, {HeaderOf(request, "Authorization"), HeaderOf(request, "APCA-API-KEY-ID"),
+                              HeaderOf(request, "APCA-API-SECRET-KEY"), HeaderOf(request, "User-Agent")});
+            ServiceReply reply;
+            reply.status = answer.status;
+            reply.bytes = answer.body;
+            return reply;
+        }
+        MarketFolder& folder;
+    };
+
+  public:
+    explicit MarketFolder(sys_days today) {
+        std::filesystem::create_directories(folder / "Data");
+        std::filesystem::create_directories(folder / "Quotes/EOD");
+        session.settings.QuoteFolder = (folder / "Quotes/EOD").string() + "/";
+        session.CurrentFile = "Mine.ddq";
+        session.settings.DataSettings.Set(6, Value::OfNumber(2));
+        session.settings.DataSettings.Set(8, Value::OfText("Automatic Save"));
+        session.settings.DataSettings.Set(19, Value::OfText("Automatic"));
+        session.settings.NetSettings.Set(3, Value::OfText("Yahoo"));
+        session.settings.NetSettings.Set(6, Value::OfNumber(15));
+        table.AppendLine(QuoteHeader());
+        for (const auto& [name, ticker] : ShippedData().Tickers()) table.AppendLine(name);
+        standardWeb.AnswerWith([this](const WebRequest& request) {
+            const MarketReply answer = Answered(request.url, {});
+            WebReply reply = MemoryWeb::Page(answer.body, answer.contentType);
+            reply.status = answer.status;
+            reply.ok = answer.status == 200;
+            return reply;
+        });
+        SetDay(today);
+    }
+
+    // Half past six in the evening of New York; the tests' zone is UTC.
+    void SetDay(sys_days day) { clock.Set(Date{day}, 23.5 * 3600); }
+
+    std::vector<std::string> Tickers() const {
+        std::vector<std::string> tickers;
+        for (std::size_t row = 1; row <= table.TickerCount(); ++row) tickers.push_back(table.Ticker(row));
+        return tickers;
+    }
+
+    DailyUpdate Update(const SourceDefinition* source) {
+        QuoteArrays rows;
+        AlertedTickers alerted;
+        DayStore store;
+        WorkingSeries series;
+        LiveSources live{world, source, source == nullptr ? nullptr : &SplitsOf(*source)};
+        UpdateWork work{session, table, standardWeb, standardHosts, rows, alerted};
+        if (source != nullptr) work.live = &live;
+        return RunDailyUpdate(work, store, series);
+    }
+
+    static const SourceCatalogue& Shipped() {
+        static const SourceCatalogue catalogue = LoadSources("/nonexistent");
+        return catalogue;
+    }
+    static const SourceDefinition& Source(std::string_view name) { return *Shipped().Find(name); }
+    static const SourceDefinition& SplitsOf(const SourceDefinition& source) {
+        return source.Form(Capability::Splits) != nullptr ? source : Source("nasdaq");
+    }
+
+    // The stored days of a ticker as "date close low high volume open" in order.
+    std::vector<std::string> Days(const std::string& ticker) const {
+        std::vector<std::pair<Date, std::string>> rows;
+        for (const Path& file : YearFilesOf(session.settings.QuoteFolder, ticker)) {
+            const std::string bytes = BytesOrEmpty(file);
+            LineReader lines(bytes);
+            for (std::string_view line; lines.Next(line);) {
+                const HistoryRecord record = ParseHistoryLine(line);
+                std::string text = record.HistoryDate;
+                for (const double value : {record.HistoryClose, record.HistoryLow, record.HistoryHigh,
+                                           record.HistoryVolume, record.HistoryOpen}) {
+                    text += " " + ShortestNumber(value);
+                }
+                rows.emplace_back(*ParseDate(record.HistoryDate), std::move(text));
+            }
+        }
+        std::stable_sort(rows.begin(), rows.end(),
+                         [](const auto& a, const auto& b) { return a.first < b.first; });
+        std::vector<std::string> texts;
+        for (auto& [date, text] : rows) texts.push_back(std::move(text));
+        return texts;
+    }
+
+    TempFolder folder;
+    FixedClock clock{Date{}};
+    RecordingPerson person;
+    Session session{folder.Get(), clock, person};
+    SourceHosts hosts = SourceHosts::Parse(
+        "Limit.massive=100000/1\nLimit.alpaca=100000/1\nLimit.yahoo=100000/1\nLimit.tiingo=100000/1\n"
+        "Limit.nasdaq=100000/1\nLimit.sec=100000/1\n");
+    MemoryWeb standardWeb;
+    Hosts standardHosts;
+    MarketServices web{*this};
+    QuoteTable table;
+    double seconds = 1'795'000'000;
+    SourceState state{folder / "Data",
+                      {[this] { return seconds; }, [this](double slept) { seconds += slept; }}};
+    SourceWorld world{session, web, hosts, state, [](const char* name) -> const char* {
+                          return std::string_view(name) == "BRANTLOW_KEY_SEC" ? "me@example.org"
+                                                                              : "some-id:some-key";
+                      }};
+    std::size_t requests = 0;
+    std::string fault;
+
+  private:
+    MarketReply Answered(const std::string& url, const MarketHeaders& headers) {
+        ++requests;
+        const std::size_t host = url.find("://") + 3;
+        const std::string path = url.substr(url.find('/', host));
+        const std::string name = url.substr(host, url.find('/', host) - host);
+        const bool isSeveral = name.find("yahoo") != std::string::npos ||
+                               name.find("nasdaq") != std::string::npos ||
+                               name.find("sec.gov") != std::string::npos;
+        const std::string target =
+            (fault.empty() ? "" : "/fault=" + fault) + (isSeveral ? "/" + name : "") + path;
+        AlertList alerts;
+        return Answer(target, ShippedData(), clock.Today(), alerts, headers);
+    }
+};
+
+sys_days DayOfDate(int year, unsigned month, unsigned day) {
+    return sys_days{Day(year, month, day)};
+}
+
+// Whether the practice prices of a ticker are moved by the same time on both days: they go on by weeks.
+bool StaysInPlace(const std::string& ticker, sys_days from, sys_days to) {
+    const Date last{ShippedData().Find(ticker)->days.back().day};
+    return DaysToMoveTicker(ticker, last, Date{from}) == DaysToMoveTicker(ticker, last, Date{to});
+}
+
+}  // namespace
+
+TEST(LiveSources, AnAdaptersWeekGivesTheYearFilesOfTheStandardSource) {
+    // Monday to Sunday.
+    const sys_days first = DayOfDate(2026, 11, 16);
+    MarketFolder standard(first);
+    DownloadTickerHistory(standard.session, standard.standardWeb, standard.standardHosts, "BAC");
+    PopulateDatabase(standard.session, standard.standardWeb, standard.standardHosts, standard.table);
+    for (int day = 0; day < 7; ++day) {
+        standard.SetDay(first + days{day});
+        standard.Update(nullptr);
+    }
+    for (const char* name : {"massive", "alpaca", "yahoo", "tiingo"}) {
+        SCOPED_TRACE(name);
+        MarketFolder live(first);
+        const LiveReport populated =
+            PopulateFromSource(live.world, MarketFolder::Source(name), live.Tickers());
+        EXPECT_EQ(populated.Answered(), 43u) << ReportSummary(populated);
+        for (int day = 0; day < 7; ++day) {
+            live.SetDay(first + days{day});
+            const DailyUpdate update = live.Update(&MarketFolder::Source(name));
+            ASSERT_TRUE(update.live);
+            EXPECT_EQ(update.live->Failed(), 0u) << ReportFailures(*update.live).front();
+            EXPECT_FALSE(update.live->fault);
+        }
+        for (const std::string& ticker : live.Tickers()) {
+            const std::vector<std::string> ours = live.Days(ticker);
+            const std::vector<std::string> theirs = standard.Days(ticker);
+            // Its split moves on with the weeks of the practice prices.
+            if (ticker != "NFLX") EXPECT_EQ(ours, theirs) << ticker;
+            EXPECT_GT(ours.size(), 400u) << ticker;
+        }
+    }
+}
+
+TEST(LiveSources, AMissedWeekIsFetchedInOneUpdate) {
+    // The practice prices move on by a week on Thursdays.
+    const sys_days first = DayOfDate(2026, 11, 12);
+    for (const char* name : {"massive", "alpaca", "yahoo", "tiingo"}) {
+        SCOPED_TRACE(name);
+        MarketFolder daily(first);
+        MarketFolder late(first);
+        PopulateFromSource(daily.world, MarketFolder::Source(name), daily.Tickers());
+        PopulateFromSource(late.world, MarketFolder::Source(name), late.Tickers());
+        for (int day = 0; day <= 6; ++day) {
+            daily.SetDay(first + days{day});
+            daily.Update(&MarketFolder::Source(name));
+        }
+        late.SetDay(first + days{6});
+        late.Update(&MarketFolder::Source(name));
+        std::size_t compared = 0;
+        for (const std::string& ticker : daily.Tickers()) {
+            if (!StaysInPlace(ticker, first, first + days{6})) continue;
+            EXPECT_EQ(late.Days(ticker), daily.Days(ticker)) << ticker;
+            ++compared;
+        }
+        EXPECT_GT(compared, 35u);
+    }
+}
+
+TEST(LiveSources, APopulateByDaysOfTheMarketIsThatByTickers) {
+    const sys_days today = DayOfDate(2026, 11, 20);
+    MarketFolder byTickers(today);
+    MarketFolder byDays(today);
+    const std::vector<std::string> tickers = byDays.Tickers();
+    std::vector<std::string> many = tickers;
+    for (char c = 'A'; c <= 'Z'; ++c) many.push_back(std::string("ZZZ") + c);
+    const LiveReport report = PopulateFromSource(byDays.world, MarketFolder::Source("massive"), many);
+    PopulateFromSource(byTickers.world, MarketFolder::Source("massive"), tickers);
+    EXPECT_EQ(report.Answered(), 43u);
+    EXPECT_EQ(report.Count(SourceResult::UnknownSymbol), 26u);
+    EXPECT_EQ(ReportSummary(report), "43 of 69 from Massive, 26 unknown");
+    for (const std::string& ticker : tickers) {
+        if (ticker == "NFLX") continue;  // rounded from other numbers
+        EXPECT_EQ(byDays.Days(ticker), byTickers.Days(ticker)) << ticker;
+    }
+    EXPECT_FALSE(std::filesystem::exists(byDays.folder / "Data" / kSourceDaysFolder));
+}
+
+TEST(LiveSources, ARefusedKeyEndsTheRunAndLeavesEveryHistory) {
+    MarketFolder live(DayOfDate(2026, 11, 20));
+    PopulateFromSource(live.world, MarketFolder::Source("alpaca"), live.Tickers());
+    const std::vector<std::string> before = live.Days("BAC");
+    for (const char* name : {"massive", "alpaca", "tiingo"}) {
+        live.fault = "badkey";
+        live.requests = 0;
+        const LiveReport report = PopulateFromSource(live.world, MarketFolder::Source(name), live.Tickers());
+        EXPECT_EQ(report.Answered(), 0u);
+        EXPECT_EQ(report.Failed(), 43u);
+        EXPECT_EQ(live.requests, 1u) << name;
+        EXPECT_EQ(live.Days("BAC"), before);
+    }
+}
+
+TEST(LiveSources, AnUnknownTickerKeepsItsHistoryAndIsTold) {
+    MarketFolder live(DayOfDate(2026, 11, 20));
+    const Path file = live.folder / "Quotes/EOD/GONE.26";
+    ASSERT_FALSE(WriteWholeFile(file, "\"11/19/26\",\"\",5,5,5,5\r\n"));
+    for (const char* name : {"massive", "alpaca", "yahoo", "tiingo"}) {
+        const LiveReport report = PopulateFromSource(live.world, MarketFolder::Source(name), {"BAC", "GONE"});
+        EXPECT_EQ(report.Count(SourceResult::UnknownSymbol), 1u) << name << ReportSummary(report);
+        EXPECT_EQ(ReportUnknown(report).size(), 1u);
+        EXPECT_TRUE(IsRegularFile(file)) << name;
+    }
+}
+
+TEST(LiveSources, ATodayThatIsNotOutYetFallsBackToTheDayBefore) {
+    for (const char* name : {"massive", "alpaca"}) {
+        MarketFolder live(DayOfDate(2026, 11, 19));
+        PopulateFromSource(live.world, MarketFolder::Source(name), live.Tickers());
+        live.SetDay(DayOfDate(2026, 11, 20));
+        live.fault = "notyet";
+        const DailyUpdate update = live.Update(&MarketFolder::Source(name));
+        ASSERT_TRUE(update.live);
+        EXPECT_EQ(live.Days("BAC").back().substr(0, 8), "11/19/26") << name;
+    }
+}
+
+TEST(LiveSources, TheBarOfADayThatIsNotOverIsShownAndNotStored) {
+    MarketFolder live(DayOfDate(2026, 11, 19));
+    PopulateFromSource(live.world, MarketFolder::Source("yahoo"), live.Tickers());
+    // Noon in New York.
+    live.clock.Set(Day(2026, 11, 20), 17 * 3600);
+    live.Update(&MarketFolder::Source("yahoo"));
+    EXPECT_EQ(live.Days("BAC").back().substr(0, 8), "11/19/26");
+    std::size_t row = 1;
+    while (live.table.Ticker(row) != "BAC") ++row;
+    std::string shown;
+    for (std::size_t column = 0; column < live.table.ColumnCount(); ++column) {
+        if (live.table.Header(column) == "Trade Date") shown = live.table.Text(row, column);
+    }
+    EXPECT_EQ(shown, "11/20/26");
+}
+
+TEST(LiveSources, SymbolsOfTheDirectoriesMakeATable) {
+    MarketFolder live(DayOfDate(2026, 11, 20));
+    const SymbolList all = AskSymbols(live.world, MarketFolder::Source("nasdaq"), {});
+    EXPECT_EQ(all.symbols.size(), 43u);
+    const SymbolList chosen =
+        AskSymbols(live.world, MarketFolder::Source("massive"), {{"NYSE"}, "stock", "berkshire"});
+    ASSERT_EQ(chosen.symbols.size(), 1u);
+    const QuoteTable table = TableOfSymbols(chosen.symbols);
+    EXPECT_EQ(table.Ticker(1), "BRK.B");
+}
+
+TEST(LiveSources, FilingsFillWhatARowLacks) {
+    MarketFolder live(DayOfDate(2026, 11, 20));
+    live.Update(&MarketFolder::Source("alpaca"));
+    const LiveReport report = FillFundamentals(live.world, MarketFolder::Source("sec"), live.table);
+    // SPX is an index, which files nothing.
+    EXPECT_EQ(report.Answered(), 42u) << ReportSummary(report);
+    EXPECT_EQ(report.Count(SourceResult::NoData), 1u);
+    ASSERT_FALSE(report.remarks.empty());
+    EXPECT_NE(report.remarks.front().find("derived from filings to 2026-10-06"), std::string::npos)
+        << report.remarks.front();
+    // A second time nothing is asked and nothing is empty.
+    live.requests = 0;
+    const LiveReport again = FillFundamentals(live.world, MarketFolder::Source("sec"), live.table);
+    EXPECT_LE(live.requests, 1u);
+    EXPECT_TRUE(again.remarks.empty());
+}
+
+}  // namespace brantlow
