@@ -61,6 +61,14 @@ struct LineRow {
         return static_cast<std::size_t>(shown < 0 ? fallback : shown);
     }
 
+    // In front of those that call it: clang does not look for it further down.
+    template <class Part, class Given>
+    consteval LineRow With(Part LineRow::*part, const Given& value) const {
+        LineRow row = *this;
+        row.*part = value;
+        return row;
+    }
+
     // For the rows below: the row with one more thing said of it.
     consteval LineRow As(LineForm value) const { return With(&LineRow::form, value); }
     consteval LineRow Kept() const { return With(&LineRow::reset, LineReset::Keep); }
@@ -73,13 +81,6 @@ struct LineRow {
     consteval LineRow Shows(int value) const { return With(&LineRow::shown, value); }
     consteval LineRow Within(int from, int to) const {
         return With(&LineRow::least, from).With(&LineRow::most, to);
-    }
-
-    template <class Part, class Given>
-    consteval LineRow With(Part LineRow::*part, const Given& value) const {
-        LineRow row = *this;
-        row.*part = value;
-        return row;
     }
 };
 
