@@ -7,10 +7,10 @@
 #include "indicators/history_row.h"
 #include "indicators/prepared_ticker.h"
 #include "indicators/year_plan.h"
+#include "shell/session_change.h"
 #include "splits/split_adjustment.h"
 #include "store/day_store.h"
 #include "store/remove_update.h"
-#include "store/update_list.h"
 
 using namespace brantlow;
 
@@ -64,8 +64,10 @@ void StoreADay(FuzzSession& fuzz) {
     rows.TradeTimes[1] = "16:00";
     rows.LastPrices[1] = "12.5";
     DayStore days;
-    GrowingFile list(UpdateListPath(fuzz.session.settings.QuoteFolder));
-    StoreDay(fuzz.session.settings.QuoteFolder, rows, 1, days, list);
+    FileChange change(ChangePlaceOf(fuzz.session), "Fuzz", ChangeKeeps::UntilDone);
+    DayRun run{change, {}, {}};
+    StoreDay(fuzz.session.settings.QuoteFolder, rows, 1, days, run);
+    Demand(!change.Commit(), "a day cannot be stored");
 }
 
 }  // namespace
@@ -84,6 +86,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     StoreADay(fuzz);
     fuzz.Write("Quotes/EOD/QuoteList.ddq", "1\r\n\"T\"\r\n");
     RemoveLastUpdate(fuzz.session);
-    AdjustForSplit(source, kTicker, 2, analysis->series);
+    AdjustForSplit(source, ChangePlaceOf(fuzz.session), kTicker, 2, analysis->series);
+    // What could be undone.
+    std::error_code error;
+    std::filesystem::remove_all(fuzz.File("Back Up"), error);
     return 0;
 }
