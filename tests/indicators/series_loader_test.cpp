@@ -110,11 +110,12 @@ TEST_F(LoadSeries, TickersThatNoFileNameCanHoldHaveNoBars) {
     }
 }
 
-TEST_F(LoadSeries, FolderInPlaceOfAFileIsAMissingFile) {
+TEST_F(LoadSeries, FolderInPlaceOfAFileIsNoMissingFile) {
     std::filesystem::create_directory(quoteFolder + "AB.24");
     WriteYear("AB", "23", Rows(3, 1));
-    LoadRecentSeries(source, "AB", series);
-    EXPECT_EQ(series.BarCount, 3U);
+    const Failure failure = LoadRecentSeries(source, "AB", series);
+    EXPECT_EQ(failure.file, Path(quoteFolder + "AB.24"));
+    EXPECT_EQ(series.BarCount, 0U);
 }
 
 TEST_F(LoadSeries, ShortRowKeepsTheOldContentsOfItsMissingFields) {
