@@ -3,6 +3,7 @@
 
 #include "acquire/feeds/live/address_template.h"
 #include "acquire/feeds/live/source_fixture.h"
+#include "shell/session_change.h"
 #include "store/folder_copy.h"
 
 namespace brantlow {
@@ -103,7 +104,9 @@ TEST_F(SourceTest, AWrittenKeyIsForTheUsersEyesOnly) {
 TEST_F(SourceTest, NoCopyOfTheDataHoldsTheKeys) {
     Write("Data/Keys.ini", "massive=from-file\n");
     Write("Data/Mine.ddq", "Ticker Symbol\r\n");
-    EXPECT_EQ(CopyFolderFiles(folder / "Data", folder / "Copy").failed, 0u);
+    FileChange change(ChangePlaceOf(session), "copy");
+    EXPECT_EQ(CopyFolderFiles(folder / "Data", folder / "Copy", change, CopyGroups::AllInOne, nullptr).failed,
+              0u);
     EXPECT_TRUE(Exists("Copy/Mine.ddq"));
     EXPECT_FALSE(Exists("Copy/Keys.ini"));
 }
