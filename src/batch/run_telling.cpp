@@ -34,8 +34,11 @@ ExitStatus TellRun(BatchCall& call, const RunReport& report, std::string note) {
     if (report.Tickers().empty()) return status;
     const std::error_code error = KeepLastRun(session.DataFolder(), report, session.clock);
     if (!error || status == ExitStatus::Refused) return status;
-    const std::string file = (session.DataFolder() / kLastRunName).string();
-    call.err << OneLine(file) << " could not be written: " << error.message() << '\n';
+    // A run that has told of three failures names the disk's trouble already.
+    if (lines.size() < kMostToldLines) {
+        const std::string file = (session.DataFolder() / kLastRunName).string();
+        call.err << OneLine(file) << " could not be written: " << error.message() << '\n';
+    }
     return ExitStatus::Partly;
 }
 
