@@ -115,6 +115,7 @@ TEST(Help, ListsEveryCommandAndNoOther) {
         "export",         "add",      "delete",     "alarm",        "split",
         "split-calendar", "practice", "schedule",   "combine",      "remove-last-update",
         "undo",           "backup",   "restore",    "research",     "settings",
+        "sources",        "symbols",
     };
     EXPECT_EQ(names, expected);
 }
