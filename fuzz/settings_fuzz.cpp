@@ -47,7 +47,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz.Write(name, once);
     SettingsTables again;
     LoadSettingsFile(form.file, AppFolder().Get(), again);
-    if (!IsPlain(once)) return 0;
+    // Lines of VTRNETset.ini are printed raw, whatever was read.
+    if (form.file == SettingsFile::Net || !IsPlain(once)) return 0;
     Demand(SettingsFileText(form.file, again) == once, "written settings do not read back as themselves");
     return 0;
 }
