@@ -94,7 +94,7 @@ void Type(frmMain& frame, const QString& symbol) {
 void SortBy(frmMain& frame, const char* header) {
     frmQuoteGrid& grid = *frame.QuoteForm();
     grid.View()->SetCurrentColumn(static_cast<int>(grid.Table().ColumnOf(header).value_or(0)));
-    frame.SortDescending();
+    frame.Run("SortDescending");
 }
 
 constexpr TableWork kTableWork[] = {
@@ -105,12 +105,12 @@ constexpr TableWork kTableWork[] = {
     {"edit an alarm, saved",
      [](frmMain& frame, int) {
          Type(frame, QStringLiteral("T9000"));
-         frame.EditAlarm();
+         frame.Run("CmdAlarm");
      }},
     {"add a ticker, saved",
      [](frmMain& frame, int round) {
          Type(frame, QStringLiteral("NEW%1").arg(round));
-         frame.AddSymbol();
+         frame.Run("CmdAdd");
      }},
 };
 
@@ -141,7 +141,7 @@ int main(int argc, char** argv) {
 
     std::vector<double> open, page;
     for (int i = 0; i < repeat; ++i) {
-        frame.CloseFile();
+        frame.Run("mnuFileClose");
         QCoreApplication::processEvents();
         open.push_back(Milliseconds([&] {
             frame.OpenRecentFile(1);

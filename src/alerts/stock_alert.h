@@ -29,7 +29,7 @@ enum class AlertOutcome {
 // Asks for the mail when the settings have alerts switched on and none was asked for this ticker; an address
 // that is empty is no hindrance. Waits for the reply for a short while and does not read it; a request that
 // fails is not repeated. `run`, when its word becomes "True", ends the wait.
-AlertOutcome SendStockAlert(Web& web, const Hosts& hosts, const SettingsTables& settings, std::string_view ticker,
-                            AlertedTickers& alerted, const RunControl* run);
+AlertOutcome SendStockAlert(Web& web, const Hosts& hosts, const SettingsTables& settings,
+                            std::string_view ticker, AlertedTickers& alerted, const RunControl* run);
 
 }  // namespace brantlow

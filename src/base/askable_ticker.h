@@ -14,8 +14,8 @@ inline constexpr std::string_view kUnaskableReason =
 // False for a ticker with a control character, a blank, or one of & # ? % and the comma that parts tickers.
 bool IsAskableTicker(std::string_view ticker);
 
-// Why such a ticker is left out: "A&B: a ticker with a blank or one of & # ? % , cannot be asked for". Control
-// characters show as "?".
+// Why such a ticker is left out: "A&B: a ticker with a blank or one of & # ? % , cannot be asked for".
+// Control characters show as "?".
 std::string UnaskableTickerSentence(std::string_view ticker);
 
 }  // namespace brantlow

@@ -23,8 +23,8 @@ struct StudyTerms {
 };
 
 inline constexpr std::size_t kLongestHorizon = 1000;
-// The horizons of "1,5,20"; nothing where one is no whole number from 1 to kLongestHorizon, stands twice or has
-// a leading 0.
+// The horizons of "1,5,20"; nothing where one is no whole number from 1 to kLongestHorizon, stands twice or
+// has a leading 0.
 std::optional<std::vector<std::size_t>> ReadHorizons(std::string_view text);
 
 struct Mean {

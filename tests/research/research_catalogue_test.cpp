@@ -173,12 +173,9 @@ TEST_F(ResearchCatalogue, AMarketPagePaysNoHeedToATicker) {
 
 TEST_F(ResearchCatalogue, TickersStandAsTheyAreWithTheirFirstCharacterInItsCase) {
     const std::pair<std::string_view, std::string_view> rows[] = {
-        {"ibm", "/p/i/ibm.html"},
-        {"BRK.B", "/p/B/BRK.B.html"},
-        {"^DJI", "/p/^/^DJI.html"},
-        {"7203", "/p/7/7203.html"},
-        {"{T}", "/p/{/{T}.html"},
-        {"\xc3\x84Z", "/p/\xc3\x84/\xc3\x84Z.html"},
+        {"ibm", "/p/i/ibm.html"},        {"BRK.B", "/p/B/BRK.B.html"},
+        {"^DJI", "/p/^/^DJI.html"},      {"7203", "/p/7/7203.html"},
+        {"{T}", "/p/{/{T}.html"},        {"\xc3\x84Z", "/p/\xc3\x84/\xc3\x84Z.html"},
         {"\xc4Z", "/p/\xc4/\xc4Z.html"},
     };
     for (const auto& [ticker, path] : rows) {

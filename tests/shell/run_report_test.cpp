@@ -35,8 +35,7 @@ TEST(RunReport, OneUnknownTickerIsOne) {
 TEST(RunReport, ALongListOfNamesIsCut) {
     RunReport report = Quotes();
     for (int i = 1; i <= 10; ++i) report.Tell("T" + std::to_string(i), TickerFate::Unknown);
-    EXPECT_EQ(report.Line(),
-              "0 of 10 quotes, 10 tickers unknown: T1, T2, T3, T4, T5, T6, T7, T8 and 2 more");
+    EXPECT_EQ(report.Line(), "0 of 10 quotes, 10 tickers unknown: T1, T2, T3, T4, T5, T6, T7, T8 and 2 more");
 }
 
 TEST(RunReport, WhereNothingCameOneLineSaysWhyAndThatNothingWasChanged) {
@@ -57,8 +56,8 @@ TEST(RunReport, ARunDoneInPartHasALineForEachKindOfFailureAndThreeAtMost) {
     report.Tell("B", TickerFate::Failed, "No reply from http://x : the reply was cut");
     report.Tell("C", TickerFate::Failed, "No reply from http://x : the reply was cut");
     EXPECT_EQ(report.Extent(), RunExtent::Partly);
-    EXPECT_THAT(report.Lines(), ElementsAre("1 of 3 quotes",
-                                            "No reply from http://x : the reply was cut (2 tickers: B, C)"));
+    EXPECT_THAT(report.Lines(),
+                ElementsAre("1 of 3 quotes", "No reply from http://x : the reply was cut (2 tickers: B, C)"));
     report.Tell("D", TickerFate::LeftOut, "no");
     report.Fail("Mine.ddq could not be written: No space left on device");
     EXPECT_THAT(report.Lines(),

@@ -259,8 +259,10 @@ class StockSelectorSettingsTest : public QObject {
     void theWholeNameGoesBeforeNamesThatHoldItsWords() {
         EditorProgram program(EmptyBlocks(10));
         program.Filter()->setText(QStringLiteral("close price above ma 15"));
-        QVERIFY(program.Part<QLabel>("NameMeaning")->text().startsWith(
-            QStringLiteral("Close is above MA 15 on the newest bar.\nClose > MA 15; more than 15 bars")));
+        QVERIFY(program.Part<QLabel>("NameMeaning")
+                    ->text()
+                    .startsWith(QStringLiteral(
+                        "Close is above MA 15 on the newest bar.\nClose > MA 15; more than 15 bars")));
         QTest::keyClick(program.Filter(), Qt::Key_Return);
         QCOMPARE(program.Selected()->count(), 1);
         QCOMPARE(program.Selected()->item(0)->text(), QStringLiteral("Close Price Above MA 15"));

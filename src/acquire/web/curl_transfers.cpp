@@ -143,7 +143,8 @@ void CurlTransfers::EndSilent(double now) {
         ReadAnswerHead(transfer->handle, transfer->reply);
         ReleaseHandle(*transfer);
         transfer->phase = Phase::Done;
-        Fail(transfer->reply, WebFailure::Silent, fmt::format("The host was silent for {} seconds.", *silent));
+        Fail(transfer->reply, WebFailure::Silent,
+             fmt::format("The host was silent for {} seconds.", *silent));
     }
 }
 

@@ -92,8 +92,8 @@ class Web {
 // A failed reply with its sentence.
 WebReply FailedReply(WebFailure failure, std::string_view error);
 
-// Why a reply to a request for `url` is of no use, as a sentence without full stop that names the host: "No reply
-// from http://host : could not connect". The same failure gives the same sentence each time.
+// Why a reply to a request for `url` is of no use, as a sentence without full stop that names the host: "No
+// reply from http://host : could not connect". The same failure gives the same sentence each time.
 std::string FailureSentence(std::string_view url, const WebReply& reply);
 // The same of a reply that came but does not hold what was asked for: "No data from http://host : ...".
 std::string NoDataSentence(std::string_view url, std::string_view reason);

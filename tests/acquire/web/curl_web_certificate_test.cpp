@@ -7,8 +7,8 @@
 #include <memory>
 #include <thread>
 
-#include "acquire/web/waiting_person.h"
 #include "acquire/web/curl_web.h"
+#include "acquire/web/waiting_person.h"
 
 namespace brantlow {
 namespace {
