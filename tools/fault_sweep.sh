@@ -9,6 +9,5 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 programs=$PWD/build/release/bin
-export BRANTLOW_BATCH=$programs/brantlow-batch BRANTLOW_FAULT_SHIM=$programs/fault-shim.so
 export BRANTLOW_FAULTS=${1:-0} LC_ALL=C.UTF-8 TZ=UTC
 exec "$programs/fault_tests" --gtest_filter="Commands/FaultSweep.*/${2:-*}"

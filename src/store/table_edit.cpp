@@ -24,9 +24,11 @@ void RemoveTicker(QuoteTable& table, std::string_view ticker) {
     table.RemoveRow(RowOfTicker(table, ticker));
 }
 
-// False when the person does not want to write over what another program has made of the table's file.
+// False when the person does not want to write over what another program has made of the table's file. Where
+// no file stands any more there is nothing to write over.
 bool MayReplace(Session& session, const QuoteTable& table, const Path& file) {
-    if (!table.SourceHasChanged(file)) return true;
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error) || !table.SourceHasChanged(file)) return true;
     return session.person.Ask(session.CurrentFile +
                                   " was changed by another program since it was opened. Do you want to write "
                                   "over those changes?",

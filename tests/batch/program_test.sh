@@ -58,7 +58,7 @@ rm "$data/Evaluations.dbe"
 set -m
 "$program" --app "$app/folder" --today 2026-11-21 select Long.ddq --interval weekly >"$app/out" 2>"$app/err" &
 set +m
-until [[ -s $data/Evaluations.dbe ]]; do sleep 0.05; done
+until grep -qs "\b$!\b" "$app/folder/Brantlow.lock"; do sleep 0.05; done
 kill -INT $!
 status=0
 wait $! || status=$?

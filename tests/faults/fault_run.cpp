@@ -16,12 +16,6 @@ namespace brantlow {
 
 namespace {
 
-std::string Environment(const char* name) {
-    const char* value = std::getenv(name);
-    if (value == nullptr) throw std::runtime_error(std::string(name) + " is not set");
-    return value;
-}
-
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
     for (std::string& text : texts) pointers.push_back(text.data());
@@ -64,7 +58,7 @@ pid_t Spawn(std::vector<std::string> arguments, std::vector<std::string> environ
 }  // namespace
 
 FaultPrograms ProgramsUnderTest() {
-    return {Environment("BRANTLOW_BATCH"), Environment("BRANTLOW_FAULT_SHIM")};
+    return {BRANTLOW_BATCH_FILE, BRANTLOW_FAULT_SHIM_FILE};
 }
 
 std::string FaultedCall::Told() const {

@@ -23,7 +23,7 @@ struct FaultPrograms {
     Path batchTool;
     Path shim;
 };
-// From the environment: BRANTLOW_BATCH and BRANTLOW_FAULT_SHIM.
+// Those of the same build.
 FaultPrograms ProgramsUnderTest();
 
 struct FaultedCall {

@@ -150,13 +150,18 @@ class BadInputTest : public QObject {
     void aFullDiskEndsEveryCommandThatWritesWithASentence() {
         const std::pair<const char*, const char*> rows[] = {
             {"mnuFileSave", "says Jan.ddq: cannot be saved (File too large)"},
-            {"mnuFileUpdateQuotes", "says Import.Txt cannot be written (File too large)"},
+            {"mnuFileUpdateQuotes", "says APP/Temp.txt: cannot be saved (File too large)"},
             {"mnuFileExportQuotes", "says APP/Data/Out.Txt: cannot be saved (File too large)"},
-            {"mnuEvaluatePickStocks", "says Evaluations.dbe: cannot be saved (File too large)"},
-            {"mnuExtendedFundamentals", "says ExtendedFundamentals.efq: cannot be saved (File too large)"},
+            {"mnuEvaluatePickStocks",
+             "says Stock Selector failed: APP/Data/Evaluations.dbe: File too large; nothing was changed"},
+            {"mnuExtendedFundamentals",
+             "says Extended Fundamentals failed: APP/Data/ExtendedFundamentals.efq: File too large; nothing "
+             "was changed"},
             {"mnuEditBackUpQuoteDatabase",
-             "says 2 files could not be copied to APP/KeptQuotes (File too large)."},
+             "says 2 files could not be copied to APP/KeptQuotes (APP/KeptQuotes/QuoteList.ddq: File too "
+             "large)."},
         };
+        QStringList missed;
         for (const auto& [entry, sentence] : rows) {
             SceneProgram program;
             QStringList seen;
@@ -164,11 +169,12 @@ class BadInputTest : public QObject {
                 const FullDisk full;
                 seen = program.SeenBy([&] { program.Choose(entry); });
             }
-            QVERIFY2(seen.contains(QString::fromLatin1(sentence)), qPrintable(seen.join(u'\n')));
+            if (!seen.contains(QString::fromLatin1(sentence))) missed << QString::fromLatin1(entry) << seen;
             QCOMPARE(program.Read("Jan.ddq"), Program::QuoteTableText(3));
             QVERIFY2(program.frame->isEnabled(), entry);
             QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
         }
+        QVERIFY2(missed.isEmpty(), qPrintable(missed.join(u'\n')));
     }
 
     // A folder stands where the file belongs: no user, root included, can write it.

@@ -76,11 +76,15 @@ class FrmMainTest : public QObject {
 
     void theMenuBarStandsInTheCatalogueOrder() {
         Program program;
-        const std::string_view order[] = {"mnuFile",          "mnuEdit",
-                                          "mnuView",          "mnuSettings",
-                                          "mnuGraphics",      "mnuEvaluatePickStocks",
-                                          "mnuEvaluateStudy", "mnuExtendedFundamentals",
-                                          "mnuWindow",        "mnuHelp"};
+        const std::string_view order[] = {"mnuFile",
+                                          "mnuEdit",
+                                          "mnuView",
+                                          "mnuSettings",
+                                          "mnuGraphics",
+                                          "mnuEvaluatePickStocks",
+                                          "mnuExtendedFundamentals",
+                                          "mnuWindow",
+                                          "mnuHelp"};
         QStringList expected;
         for (const std::string_view id : order) {
             if (const MenuEntry* command = FindMenuEntry(id)) expected << Name(command->words);

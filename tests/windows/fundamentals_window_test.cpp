@@ -286,7 +286,8 @@ class FundamentalsWindowTest : public QObject {
         std::filesystem::create_directories(program.session.DataFile(kWorkingName) / "full");
         const QStringList told = BoxesOf([&] { program.Collect(); });
         QCOMPARE(told.size(), 1);
-        QVERIFY2(told.first().startsWith(QStringLiteral("ExtendedFundamentals.efq: cannot be saved (")),
+        QVERIFY2(told.first().startsWith(QStringLiteral("Extended Fundamentals failed: ")) &&
+                     told.first().contains(QStringLiteral("ExtendedFundamentals.efq: Is a directory")),
                  qPrintable(told.first()));
         QCOMPARE(program.session.CurrentFile, std::string("Mine.ddq"));
     }
