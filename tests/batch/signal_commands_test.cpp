@@ -188,15 +188,16 @@ TEST_F(SignalCommands, ATableIsReplayedTickerByTickerWithItsSumsAndTrades) {
     Write("Data/Mine.ddq", "Ticker Symbol\tLast Price\r\nONE\r\nNONE\r\nONE\r\nEMPTY\r\n");
     const CallResult result = Call({"--today", "2026-11-21", "backtest", "Mine.ddq"});
     ASSERT_EQ(result.status, ExitStatus::Done) << result.err;
-    // Bought at 10 with 0.5 %, sold at 12 without 0.5 %, once: the second ONE is the first. 10 times 1.005 is not
-    // quite 10.05 in binary.
-    EXPECT_EQ(result.out,
-              R"({"file":"Mine.ddq","interval":"daily","tickers":3,"traded":1,"gained":1,"lost":0,)"
-              R"("SharesBought":1000,"SharesSold":1000,"BuyCost":10049.999999999998,"SellValue":11940,"HeldValue":0,)"
-              R"("Profit":1890.0000000000018,"trades":[)"
-              R"({"ticker":"ONE","action":"Buy","date":"2026-01-02","price":10,"amount":10049.999999999998},)"
-              R"({"ticker":"ONE","action":"Sell","date":"2026-01-02","price":12,"amount":11940}]})"
-              "\n");
+    // Bought at 10 with 0.5 %, sold at 12 without 0.5 %, once: the second ONE is the first. 10 times 1.005 is
+    // not quite 10.05 in binary.
+    EXPECT_EQ(
+        result.out,
+        R"({"file":"Mine.ddq","interval":"daily","tickers":3,"traded":1,"gained":1,"lost":0,)"
+        R"("SharesBought":1000,"SharesSold":1000,"BuyCost":10049.999999999998,"SellValue":11940,"HeldValue":0,)"
+        R"("Profit":1890.0000000000018,"trades":[)"
+        R"({"ticker":"ONE","action":"Buy","date":"2026-01-02","price":10,"amount":10049.999999999998},)"
+        R"({"ticker":"ONE","action":"Sell","date":"2026-01-02","price":12,"amount":11940}]})"
+        "\n");
     EXPECT_EQ(Call({"backtest", "None.ddq"}).err, "None.ddq: no such file in Data\n");
 }
 
