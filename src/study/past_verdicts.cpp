@@ -50,7 +50,7 @@ std::size_t CostOf(const TestStep& step) {
     return bars.Cost();
 }
 
-// As before the first ticker: what a load of `rows` rows and a pass over a window may have written.
+// As before the first ticker: what loading `rows` rows and one pass over a window may have written.
 void Forget(Analysis& analysis, std::size_t rows) {
     const auto clear = [](NumberSeries& series, std::size_t count) {
         std::fill_n(series.MutableValues(), count, 0.0);
