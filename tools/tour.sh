@@ -86,6 +86,9 @@ picture start 2
 choose alt+f 7
 picture populate-asks 1
 keys Return
+picture populate-asks-again 1
+# Cancel is the default of the question.
+keys Left Return
 picture populating 0.5
 wait_for bash -c "! xdotool search --onlyvisible --name 'Exit, Pause or Resume Process'"
 picture populated 1
