@@ -65,7 +65,7 @@ void StoreADay(FuzzSession& fuzz) {
     rows.LastPrices[1] = "12.5";
     DayStore days;
     FileChange change(ChangePlaceOf(fuzz.session), "Fuzz", ChangeKeeps::UntilDone);
-    DayRun run{change, {}, {}};
+    DayRun run{change, YearGrowth::Replaced, {}, {}};
     StoreDay(fuzz.session.settings.QuoteFolder, rows, 1, days, run);
     Demand(!change.Commit(), "a day cannot be stored");
 }

@@ -71,6 +71,7 @@ void PrintUpdateOf(BatchCall& call, const DailyUpdate& update, const QuoteTable&
 ExitStatus FinishUpdate(BatchCall& call, const DailyUpdate& update, const QuoteTable& table) {
     const std::string name = call.session.CurrentFile;
     PrintUpdateOf(call, update, table, name);
+    if (update.database) TellHalfLines(call, update.database->halfLines);
     const ExitStatus told = PrintReport(call, *update.live, update.report);
     if (told == ExitStatus::Interrupted || told == ExitStatus::Refused) return told;
     if (!update.isSaved) call.err << "Manual Save: " << name << " stays as it is\n";

@@ -12,9 +12,15 @@ namespace brantlow {
 namespace {
 
 void Store(const UpdateWork& work, LiveUpdate& live, DayStore& days, DailyUpdate& result) {
-    StoreMissedDays(*work.live, live);
+    std::vector<Path> halfLines;
+    const FileFault fault = StoreMissedDays(*work.live, live, halfLines);
     result.liveSplits = live.applied;
+    if (fault) {
+        if (!live.report.fault) live.report.fault = fault;
+        return;
+    }
     result.database = ImportEndOfDay(work.session, work.table, days);
+    result.database->halfLines.insert(result.database->halfLines.end(), halfLines.begin(), halfLines.end());
 }
 
 void AdjustSplits(const UpdateWork& work, LiveReport& report, DailyUpdate& result) {

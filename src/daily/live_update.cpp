@@ -255,11 +255,12 @@ class LiveRun {
   private:
     void ReadStates(const std::vector<std::string>& tickers) {
         const sys_days today{session_.clock.Today()};
-        const auto files = YearFilesByTicker(session_.settings.QuoteFolder, tickers);
+        Failure unread;
+        const auto files = YearFilesByTicker(session_.settings.QuoteFolder, tickers, &unread);
         for (const std::string& ticker : tickers) {
             TickerState& state = states_[ticker];
             const auto found = files.find(ticker);
-            FileFault fault;
+            FileFault fault{unread.file, unread.cause};
             if (found != files.end()) state.end = ReadStoredEnd(found->second, today, fault);
             if (fault && !update_.report.fault) update_.report.fault = fault;
             if (fault) unreadable_.insert(ticker);
@@ -396,6 +397,15 @@ class LiveRun {
     std::string records_;
 };
 
+std::vector<HistoryRecord> PricedRecords(const std::vector<SourceBar>& bars) {
+    std::vector<HistoryRecord> records;
+    for (const SourceBar& bar : bars) {
+        records.push_back(RecordOfBar(bar));
+        if (!(records.back().HistoryClose > 0)) records.pop_back();
+    }
+    return records;
+}
+
 }  // namespace
 
 LiveUpdate UpdateFromSource(const UpdateWork& work) {
@@ -407,27 +417,30 @@ LiveUpdate UpdateFromSource(const UpdateWork& work) {
     return update;
 }
 
-void StoreMissedDays(const LiveSources& sources, LiveUpdate& update) {
+FileFault StoreMissedDays(const LiveSources& sources, LiveUpdate& update, std::vector<Path>& halfLines) {
     Session& session = sources.world.session;
-    FileFault& fault = update.report.fault;
+    FileFault fault;
     TickerBases bases = TickerBases::Load(session.DataFolder(), fault);
-    if (fault) return;
-    FileChange change(ChangePlaceOf(session), "Restate for splits told by " + update.report.title);
+    if (fault) return fault;
+    FileChange restated(ChangePlaceOf(session), "Restate for splits told by " + update.report.title);
     for (const MissedDays& missed : update.missed) {
         fault =
-            ApplySplits(session, missed.ticker, missed.splits, missed.bars, bases, change, update.applied);
-        if (fault) return;
+            ApplySplits(session, missed.ticker, missed.splits, missed.bars, bases, restated, update.applied);
+        if (fault) return fault;
     }
-    fault = CommitSplits(session, bases, update.applied, change);
+    fault = CommitSplits(session, bases, update.applied, restated);
+    if (fault) return fault;
+    FileChange added(ChangePlaceOf(session), "Missed days told by " + update.report.title,
+                     ChangeKeeps::UntilDone);
+    const YearGrowth growth = GrowthOfRun(update.missed.size());
     for (const MissedDays& missed : update.missed) {
-        if (fault) return;
-        std::vector<HistoryRecord> records;
-        for (const SourceBar& bar : missed.bars) {
-            records.push_back(RecordOfBar(bar));
-            if (!(records.back().HistoryClose > 0)) records.pop_back();
-        }
-        fault = AppendRecords(session.settings.QuoteFolder, missed.ticker, records);
+        const std::vector<HistoryRecord> records = PricedRecords(missed.bars);
+        fault = AddRecords(session.settings.QuoteFolder, missed.ticker, records, growth, added, halfLines);
+        if (fault) break;
     }
+    if (!fault) return added.Commit();
+    fault.isHalfDone = static_cast<bool>(added.TakeBack());
+    return fault;
 }
 
 LiveSplitCheck CheckSplitsOfTable(const UpdateWork& work) {

@@ -70,7 +70,7 @@ DayImport ImportEndOfDay(Session& session, const QuoteTable& table, DayStore& da
         return result;
     }
     FileChange change(ChangePlaceOf(session), "Update " + session.CurrentFile, ChangeKeeps::UntilDone);
-    DayRun run{change, {}, {}};
+    DayRun run{change, GrowthOfRun(result.lines), {}, {}};
     StoreEntries(session, table.TickerCount(), rows, days, run, result);
     if (FileFault fault = CommitDays(session, table.TickerCount(), file, result, run)) {
         if (change.TakeBack()) fault.isHalfDone = true;

@@ -36,11 +36,6 @@ std::size_t EndOfLine(std::string_view bytes, std::size_t number) {
     return end;
 }
 
-// Whether the last line, which has no line end, was cut off inside.
-bool IsHalfLine(std::string_view line) {
-    return std::count(line.begin(), line.end(), ',') + 1 < static_cast<std::ptrdiff_t>(kHistoryFieldCount);
-}
-
 // Missing is an empty file; one that cannot be read is not.
 FileFault ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
     state.used = 0;
@@ -50,11 +45,11 @@ FileFault ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
     }
     const std::string_view bytes = state.Bytes();
     state.endsInsideLine = !bytes.empty() && bytes.back() != '\n';
-    const std::string_view last = state.endsInsideLine ? LastLine(bytes) : std::string_view{};
-    state.hadHalfLine = state.endsInsideLine && IsHalfLine(last);
-    if (state.hadHalfLine) state.used = bytes.rfind('\n') + 1;
+    state.used = WithoutHalfLine(bytes).size();
+    state.hadHalfLine = state.used < bytes.size();
     // A file of fewer bytes has fewer lines.
-    if (bytes.size() > kMostRows && LineCount(bytes) > kMostRows) state.used = EndOfLine(bytes, kMostRows);
+    state.hasMoreLines = bytes.size() > kMostRows && LineCount(bytes) > kMostRows;
+    if (state.hasMoreLines) state.used = EndOfLine(bytes, kMostRows);
     state.last = state.used == 0 ? HistoryRecord{} : ParseHistoryLine(LastLine(state.Bytes()));
     return {};
 }
@@ -104,8 +99,13 @@ FileFault Append(const HistoryRecord& record, std::optional<GrowingFile>& opened
     std::string line;
     AppendHistoryLine(record, line);
     if (state.hadHalfLine) return run.change.Write(*state.file, std::string(state.Bytes()) + line);
-    return AppendInPlace((state.endsInsideLine ? std::string(kLineEnd) : std::string()) + line, opened, run,
-                         *state.file);
+    if (state.endsInsideLine) line.insert(0, kLineEnd);
+    // What was not read in this call, or not wholly, is not written anew.
+    const bool isAllRead = opened && !state.hasMoreLines;
+    if (run.growth == YearGrowth::Replaced && isAllRead) {
+        return run.change.Write(*state.file, std::string(state.Bytes()) + line);
+    }
+    return AppendInPlace(line, opened, run, *state.file);
 }
 
 // What a write made of the file's end.

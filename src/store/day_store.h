@@ -3,7 +3,7 @@
 // A year file grows at its end only: a newer date is appended, the last day is replaced when the new record
 // is later in the day or higher in price, and anything else is dropped. Dates are compared as text, which is
 // calendar order within one year file. A file that is replaced takes its place when the run's change is
-// committed, one that is appended to grows at once.
+// committed, one that grows in place (store/year_growth.h) does so at once.
 #pragma once
 
 #include <cstddef>
@@ -15,6 +15,7 @@
 #include "base/file_change.h"
 #include "store/history_record.h"
 #include "store/quote_rows.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -33,6 +34,8 @@ struct DayStore {
     bool endsInsideLine = false;
     // The file had a half line at its end; `used` leaves it out.
     bool hadHalfLine = false;
+    // The file has more lines than count; `used` leaves them out.
+    bool hasMoreLines = false;
 
     std::string_view Bytes() const { return std::string_view(buffer).substr(0, used); }
     // The records of the file, at most kMostRows; counted anew by each call.
@@ -55,6 +58,7 @@ struct StoredDay {
 // One run of storing days: the change of files that it is, and what it tells.
 struct DayRun {
     FileChange& change;  // the caller commits it
+    YearGrowth growth;
     // The lines of the tickers that were looked at, in order; those that failed are not among them.
     std::string listed;
     // Files whose last line had been cut off; it is gone where the file was written.

@@ -274,6 +274,7 @@ ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, D
         !session.person.Ask(kImportLimitQuestion, kImportLimitTitle)) {
         return ImportOutcome::Declined;
     }
+    run.growth = GrowthOfRun(lines.size());
     ImportWalk walk(session, table, days, run, result);
     walk.TakeLines(lines, ownRows);
     walk.TellLostRows(ownRows);
@@ -341,7 +342,7 @@ QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, co
     result.report = RunReport("Import into " + session.CurrentFile, "rows");
     FileChange change(ChangePlaceOf(session), "Import " + session.CurrentFile);
     change.AlsoKeep(session.DataFile(kLastRunName));
-    DayRun run{change, {}, {}};
+    DayRun run{change, YearGrowth::Replaced, {}, {}};
     result.outcome = ReadAndTake(session, table, days, run, result);
     if (result.outcome == ImportOutcome::Declined) return result;
     CommitImport(session, table, saveTo, run, result);

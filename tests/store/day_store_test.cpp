@@ -13,7 +13,7 @@ std::string LineOf(const std::string& date, const std::string& time, const std::
     return "\"" + date + "\",\"" + time + "\"," + close + ",9.5,13,1000,0,0,0,0,0,\"\",\"\",0,0,0,0,0,12\r\n";
 }
 
-class StoreDayTest : public ::testing::Test {
+class StoreDayFixture : public ::testing::Test {
   protected:
     void SetUp() override { rows.MakeRoom(2); }
 
@@ -32,7 +32,7 @@ class StoreDayTest : public ::testing::Test {
     // A run of one day.
     DayOutcome Store(std::size_t row = 1) {
         FileChange change(Place(), "Test", ChangeKeeps::UntilDone);
-        DayRun run{change, {}, {}};
+        DayRun run{change, growth, {}, {}};
         const DayOutcome outcome = StoreDay(quotes, rows, row, state, run).outcome;
         EXPECT_FALSE(change.Commit());
         listed += run.listed;
@@ -51,23 +51,37 @@ class StoreDayTest : public ::testing::Test {
     std::string quotes = folder.Folder("EOD");
     QuoteArrays rows;
     DayStore state;
+    YearGrowth growth = YearGrowth::Replaced;
     std::string listed;
     std::size_t halfLines = 0;
 };
 
-TEST_F(StoreDayTest, TheFirstDayStartsAFile) {
+// The bytes are the same whichever way a file grows.
+class StoreDayTest : public StoreDayFixture, public ::testing::WithParamInterface<YearGrowth> {
+  protected:
+    void SetUp() override {
+        StoreDayFixture::SetUp();
+        growth = GetParam();
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Growth, StoreDayTest, ::testing::Values(YearGrowth::Replaced, YearGrowth::InPlace),
+                         [](const auto& test) {
+                             return test.param == YearGrowth::Replaced ? "Replaced" : "InPlace";
+                         });
+
+TEST_P(StoreDayTest, TheFirstDayStartsAFile) {
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "10.5"), DayOutcome::Appended);
     EXPECT_EQ(File("IBM.24"), LineOf("03/15/24", "16:00", "10.5"));
     EXPECT_EQ(listed, "\"IBM\"\r\n");
 }
 
-TEST_F(StoreDayTest, ANewDateIsAppended) {
+TEST_P(StoreDayTest, ANewDateIsAppended) {
     Store("IBM", "03/15/24", "16:00", "10.5");
     EXPECT_EQ(Store("IBM", "03/18/24", "16:00", "9.8"), DayOutcome::Appended);
     EXPECT_EQ(File("IBM.24"), LineOf("03/15/24", "16:00", "10.5") + LineOf("03/18/24", "16:00", "9.8"));
 }
 
-TEST_F(StoreDayTest, TheFirstDayOfANewYearStartsANewFile) {
+TEST_P(StoreDayTest, TheFirstDayOfANewYearStartsANewFile) {
     Store("IBM", "12/31/24", "16:00", "10.5");
     EXPECT_EQ(Store("IBM", "01/02/25", "16:00", "11"), DayOutcome::Appended);
     EXPECT_EQ(File("IBM.24"), LineOf("12/31/24", "16:00", "10.5"));
@@ -82,7 +96,7 @@ struct SecondStore {
     DayOutcome outcome;
 };
 
-class SecondStoreTest : public StoreDayTest, public ::testing::WithParamInterface<SecondStore> {};
+class SecondStoreTest : public StoreDayFixture, public ::testing::WithParamInterface<SecondStore> {};
 
 TEST_P(SecondStoreTest, AfterTheDayBefore) {
     const SecondStore& second = GetParam();
@@ -112,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(
         SecondStore{"newer date", "03/18/24", "09:30", "1", DayOutcome::Appended},
         SecondStore{"unreadable date of the same year", "x/y/24", "09:30", "1", DayOutcome::Appended}));
 
-TEST_F(StoreDayTest, ANewDateWithoutAPriceIsNotStored) {
+TEST_P(StoreDayTest, ANewDateWithoutAPriceIsNotStored) {
     Put("IBM.24", LineOf("03/14/24", "16:00", "10"));
     Fill("IBM", "03/15/24", "16:00", "0");
     rows.LowPrices[1] = "0";
@@ -122,7 +136,7 @@ TEST_F(StoreDayTest, ANewDateWithoutAPriceIsNotStored) {
     EXPECT_EQ(File("IBM.24"), LineOf("03/14/24", "16:00", "10"));
 }
 
-TEST_F(StoreDayTest, ALaterRecordOfTheSameDayReplacesEvenWithoutAPrice) {
+TEST_P(StoreDayTest, ALaterRecordOfTheSameDayReplacesEvenWithoutAPrice) {
     Put("IBM.24", LineOf("03/15/24", "12:00", "10"));
     Fill("IBM", "03/15/24", "16:00", "0");
     rows.LowPrices[1] = "0";
@@ -130,7 +144,7 @@ TEST_F(StoreDayTest, ALaterRecordOfTheSameDayReplacesEvenWithoutAPrice) {
     EXPECT_EQ(File("IBM.24"), "\"03/15/24\",\"16:00\",0,0,13,1000,0,0,0,0,0,\"\",\"\",0,0,0,0,0,12\r\n");
 }
 
-TEST_F(StoreDayTest, MissingPricesAreFilledInBeforeTheStore) {
+TEST_P(StoreDayTest, MissingPricesAreFilledInBeforeTheStore) {
     Fill("IBM", "03/15/24", "", "0");
     rows.OpenPrices[1] = "";
     EXPECT_EQ(Store(), DayOutcome::Appended);
@@ -139,7 +153,7 @@ TEST_F(StoreDayTest, MissingPricesAreFilledInBeforeTheStore) {
     EXPECT_EQ(rows.OpenPrices[1], "11.25");
 }
 
-TEST_F(StoreDayTest, EveryFieldTakesItsArrayAndItsRounding) {
+TEST_P(StoreDayTest, EveryFieldTakesItsArrayAndItsRounding) {
     Fill("IBM", "03/15/24", "16:00", "2.0005");
     rows.LowPrices[1] = "3.12345";
     rows.HighPrices[1] = "4.5";
@@ -163,14 +177,14 @@ TEST_F(StoreDayTest, EveryFieldTakesItsArrayAndItsRounding) {
               "17.123456789,18\r\n");
 }
 
-TEST_F(StoreDayTest, DeviceNamesAndEmptyTickersAreSkippedAndNotListed) {
+TEST_P(StoreDayTest, DeviceNamesAndEmptyTickersAreSkippedAndNotListed) {
     for (const char* ticker : {"AUX", "con.x", "NUL", "prn", ""}) {
         EXPECT_EQ(Store(ticker, "03/15/24", "16:00", "10"), DayOutcome::Skipped) << ticker;
     }
     EXPECT_TRUE(folder.Files().empty());
 }
 
-TEST_F(StoreDayTest, ARowWithoutATradeDateIsNeverStored) {
+TEST_P(StoreDayTest, ARowWithoutATradeDateIsNeverStored) {
     Put("IBM.24", LineOf("", "", "10"));
     Store("IBM", "01/01/24", "", "0");
     EXPECT_EQ(Store("IBM", "", "16:00", "99"), DayOutcome::Skipped);
@@ -178,14 +192,14 @@ TEST_F(StoreDayTest, ARowWithoutATradeDateIsNeverStored) {
     EXPECT_FALSE(File("IBM.24").find("99") != std::string::npos);
 }
 
-TEST_F(StoreDayTest, ASkippedRowLeavesTheStateOfTheRowBefore) {
+TEST_P(StoreDayTest, ASkippedRowLeavesTheStateOfTheRowBefore) {
     Store("IBM", "03/15/24", "16:00", "10");
     const auto file = state.file;
     Store("AUX", "03/15/25", "16:00", "10");
     EXPECT_EQ(state.file, file);
 }
 
-TEST_F(StoreDayTest, ADateWithoutAYearIsComparedWithTheFileOfTheRowBefore) {
+TEST_P(StoreDayTest, ADateWithoutAYearIsComparedWithTheFileOfTheRowBefore) {
     const std::string last = LineOf("03/15/24", "16:00", "10");
     Put("IBM.24", last);
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "10"), DayOutcome::Unchanged);
@@ -200,12 +214,12 @@ TEST_F(StoreDayTest, ADateWithoutAYearIsComparedWithTheFileOfTheRowBefore) {
     EXPECT_EQ(listed, "\"IBM\"\r\n\"MSFT\"\r\n\"MSFT\"\r\n");
 }
 
-TEST_F(StoreDayTest, ADateWithoutAYearInTheFirstRowHasNoFile) {
+TEST_P(StoreDayTest, ADateWithoutAYearInTheFirstRowHasNoFile) {
     EXPECT_EQ(Store("IBM", "someday", "16:00", "50"), DayOutcome::Unchanged);
     EXPECT_TRUE(folder.Files().empty());
 }
 
-TEST_F(StoreDayTest, TheStateIsTheFileAsItWasReadBeforeTheRowWasStored) {
+TEST_P(StoreDayTest, TheStateIsTheFileAsItWasReadBeforeTheRowWasStored) {
     Store("IBM", "03/15/24", "16:00", "10");
     EXPECT_EQ(state.HistoryCount(), 0U);
     Store("IBM", "03/18/24", "16:00", "10");
@@ -213,7 +227,7 @@ TEST_F(StoreDayTest, TheStateIsTheFileAsItWasReadBeforeTheRowWasStored) {
     EXPECT_EQ(state.last.HistoryDate, "03/15/24");
 }
 
-TEST_F(StoreDayTest, AFileWithoutAFinalLineEndGetsOneBeforeTheNewDay) {
+TEST_P(StoreDayTest, AFileWithoutAFinalLineEndGetsOneBeforeTheNewDay) {
     const std::string last = LineOf("03/15/24", "16:00", "10");
     Put("IBM.24", last.substr(0, last.size() - 2));
     EXPECT_EQ(Store("IBM", "03/18/24", "16:00", "11"), DayOutcome::Appended);
@@ -222,7 +236,7 @@ TEST_F(StoreDayTest, AFileWithoutAFinalLineEndGetsOneBeforeTheNewDay) {
     EXPECT_EQ(File("IBM.24"), last + LineOf("03/18/24", "16:00", "11") + LineOf("someday", "16:00", "50"));
 }
 
-TEST_F(StoreDayTest, LinesThatEndInLineFeedAloneAreRead) {
+TEST_P(StoreDayTest, LinesThatEndInLineFeedAloneAreRead) {
     std::string lines = LineOf("03/14/24", "16:00", "9") + LineOf("03/15/24", "16:00", "10");
     std::erase(lines, '\r');
     Put("IBM.24", lines);
@@ -232,7 +246,7 @@ TEST_F(StoreDayTest, LinesThatEndInLineFeedAloneAreRead) {
 
 // Promise `kill`: half a line is never glued to the next record; it is told and cut. One with all its fields
 // counts as whole.
-TEST_F(StoreDayTest, AFileCutAtAnyByteLosesTheHalfLineToTheNextDay) {
+TEST_P(StoreDayTest, AFileCutAtAnyByteLosesTheHalfLineToTheNextDay) {
     const std::string first = LineOf("03/13/24", "16:00", "9");
     const std::string whole = first + LineOf("03/14/24", "16:00", "10");
     const std::string record = LineOf("03/18/24", "16:00", "11");
@@ -254,7 +268,7 @@ TEST_F(StoreDayTest, AFileCutAtAnyByteLosesTheHalfLineToTheNextDay) {
     }
 }
 
-TEST_F(StoreDayTest, AFileCutAtAnyByteStillTakesABetterRecordOfItsLastDay) {
+TEST_P(StoreDayTest, AFileCutAtAnyByteStillTakesABetterRecordOfItsLastDay) {
     const std::string first = LineOf("03/13/24", "16:00", "9");
     const std::string whole = first + LineOf("03/14/24", "16:00", "10");
     const std::string record = LineOf("03/14/24", "17:00", "11");
@@ -270,7 +284,7 @@ TEST_F(StoreDayTest, AFileCutAtAnyByteStillTakesABetterRecordOfItsLastDay) {
     }
 }
 
-TEST_F(StoreDayTest, JunkInAYearFileStaysOutOfTheWay) {
+TEST_P(StoreDayTest, JunkInAYearFileStaysOutOfTheWay) {
     const std::string good = LineOf("03/13/24", "16:00", "9");
     std::string junk = "\xFF\0\x01 junk \"\"\",,,\r\n"s;
     junk += "a,b,c\r\n" + std::string(300, ',') + "\r\n" + std::string(10'000'000, 'z') + "\r\n";
@@ -281,7 +295,7 @@ TEST_F(StoreDayTest, JunkInAYearFileStaysOutOfTheWay) {
     EXPECT_TRUE(File("IBM.24").ends_with("\r\n" + good + LineOf("03/14/24", "17:00", "11")));
 }
 
-TEST_F(StoreDayTest, OfAnEndlessFileTheFirstEighteenThousandLinesCount) {
+TEST_P(StoreDayTest, OfAnEndlessFileTheFirstEighteenThousandLinesCount) {
     std::string lines;
     for (std::size_t i = 1; i < kMostRows; ++i) lines += "\n";
     const std::string last = LineOf("03/14/24", "16:00", "10");
@@ -292,17 +306,17 @@ TEST_F(StoreDayTest, OfAnEndlessFileTheFirstEighteenThousandLinesCount) {
     EXPECT_TRUE(File("IBM.24").ends_with("\r\n" + LineOf("03/14/24", "17:00", "11")));
 }
 
-TEST_F(StoreDayTest, AnEmptyLineAtTheEndIsTheLastRecord) {
+TEST_P(StoreDayTest, AnEmptyLineAtTheEndIsTheLastRecord) {
     Put("IBM.24", LineOf("03/18/24", "16:00", "10") + "\r\n");
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "11"), DayOutcome::Appended);
     EXPECT_EQ(state.HistoryCount(), 2U);
 }
 
-TEST_F(StoreDayTest, AFolderInPlaceOfAYearFileIsAFailureThatIsTold) {
+TEST_P(StoreDayTest, AFolderInPlaceOfAYearFileIsAFailureThatIsTold) {
     folder.Folder("EOD/IBM.24");
     Fill("IBM", "03/15/24", "16:00", "10");
     FileChange change(Place(), "Test", ChangeKeeps::UntilDone);
-    DayRun run{change, {}, {}};
+    DayRun run{change, growth, {}, {}};
     const StoredDay stored = StoreDay(quotes, rows, 1, state, run);
     EXPECT_EQ(stored.outcome, DayOutcome::Failed);
     EXPECT_EQ(stored.error.code, std::errc::is_a_directory);
@@ -310,16 +324,16 @@ TEST_F(StoreDayTest, AFolderInPlaceOfAYearFileIsAFailureThatIsTold) {
     EXPECT_TRUE(run.listed.empty());
 }
 
-TEST_F(StoreDayTest, AMissingFolderIsAFailureThatIsTold) {
+TEST_P(StoreDayTest, AMissingFolderIsAFailureThatIsTold) {
     Fill("IBM", "03/15/24", "16:00", "10");
     FileChange change(Place(), "Test", ChangeKeeps::UntilDone);
-    DayRun run{change, {}, {}};
+    DayRun run{change, growth, {}, {}};
     const StoredDay stored = StoreDay(quotes + "none/", rows, 1, state, run);
     EXPECT_EQ(stored.outcome, DayOutcome::Failed);
     EXPECT_TRUE(stored.error);
 }
 
-TEST_F(StoreDayTest, ATickerThatNoFileNameCanHoldWritesNoFile) {
+TEST_P(StoreDayTest, ATickerThatNoFileNameCanHoldWritesNoFile) {
     const std::vector<std::string> tickers = {"a/b", "../x", "/etc/x", "..",
                                               ".",   "a\\b", "A\0B"s,  std::string(5000, 'T')};
     for (const std::string& ticker : tickers) {
@@ -331,20 +345,20 @@ TEST_F(StoreDayTest, ATickerThatNoFileNameCanHoldWritesNoFile) {
     EXPECT_EQ(File("*?.24"), LineOf("03/15/24", "16:00", "10"));
 }
 
-TEST_F(StoreDayTest, ADateThatNamesNoFileWritesNone) {
+TEST_P(StoreDayTest, ADateThatNamesNoFileWritesNone) {
     for (const char* date : {"03/15/5/", "5\\", "1/../9/"}) {
         EXPECT_EQ(Store("IBM", date, "16:00", "10"), DayOutcome::Unchanged) << date;
     }
     EXPECT_TRUE(folder.Files().empty());
 }
 
-TEST_F(StoreDayTest, ARunThatIsNotCommittedLeavesEveryFileAsItWas) {
+TEST_P(StoreDayTest, ARunThatIsNotCommittedLeavesEveryFileAsItWas) {
     const std::string old = LineOf("03/14/24", "16:00", "9");
     Put("IBM.24", old);
     Put("MSFT.24", old);
     {
         FileChange change(Place(), "Test", ChangeKeeps::UntilDone);
-        DayRun run{change, {}, {}};
+        DayRun run{change, growth, {}, {}};
         Fill("IBM", "03/15/24", "16:00", "10", 1);
         Fill("MSFT", "03/14/24", "17:00", "20", 2);
         EXPECT_EQ(StoreDay(quotes, rows, 1, state, run).outcome, DayOutcome::Appended);
@@ -359,7 +373,7 @@ TEST_F(StoreDayTest, ARunThatIsNotCommittedLeavesEveryFileAsItWas) {
     EXPECT_EQ(folder.Files(), (std::vector<std::string>{"EOD/IBM.24", "EOD/MSFT.24"}));
 }
 
-TEST_F(StoreDayTest, ADayReplacedByAnotherFileIsFoundAgainByARowWithoutAYear) {
+TEST_P(StoreDayTest, ADayReplacedByAnotherFileIsFoundAgainByARowWithoutAYear) {
     const std::string last = LineOf("03/15/24", "12:00", "10");
     Put("IBM.24", last);
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "11"), DayOutcome::Replaced);
@@ -367,7 +381,7 @@ TEST_F(StoreDayTest, ADayReplacedByAnotherFileIsFoundAgainByARowWithoutAYear) {
     EXPECT_EQ(File("IBM.24"), LineOf("03/15/24", "16:00", "11") + LineOf("someday", "16:00", "50"));
 }
 
-TEST_F(StoreDayTest, EachRowUsesItsOwnEntries) {
+TEST_P(StoreDayTest, EachRowUsesItsOwnEntries) {
     Fill("IBM", "03/15/24", "16:00", "10", 1);
     Fill("MSFT", "03/15/24", "16:00", "20", 2);
     EXPECT_EQ(Store(1), DayOutcome::Appended);

@@ -164,29 +164,23 @@ StoredEnd ReadStoredEnd(const std::vector<Path>& files, sys_days today, FileFaul
             fault = {file, read.error};
             return end;
         }
-        TakeLines(read.bytes, end);
+        TakeLines(WithoutHalfLine(read.bytes), end);
         if (end.dayBefore) break;
     }
     return end;
 }
 
-FileFault AppendRecords(const std::string& quoteFolder, std::string_view ticker,
-                        const std::vector<HistoryRecord>& records) {
+FileFault AddRecords(const std::string& quoteFolder, std::string_view ticker,
+                     const std::vector<HistoryRecord>& records, YearGrowth growth, FileChange& change,
+                     std::vector<Path>& halfLines) {
     YearFileTexts texts;
     for (const HistoryRecord& record : records) texts.Add(record);
     for (const YearFileText& text : texts.Files()) {
         const auto file = YearFilePath(quoteFolder, ticker, text.year);
         if (!file) continue;
-        GrowingFile growing(*file);
-        std::string buffer;
-        std::size_t used = 0;
-        if (growing.ReadIntoBuffer(buffer, used) == ReadOutcome::Failed) {
-            return {*file, std::make_error_code(std::errc::io_error)};
-        }
-        // A line that was cut off keeps to itself.
-        const bool isCut = used > 0 && buffer[used - 1] != '\n';
-        if (const auto error = growing.Append((isCut ? "\r\n" : "") + text.bytes)) return {*file, error};
-        if (const auto error = growing.Close()) return {*file, error};
+        const AddedLines added = AddLines(*file, text.bytes, growth, change);
+        if (added.fault) return added.fault;
+        if (added.hadHalfLine) halfLines.push_back(*file);
     }
     return {};
 }
@@ -200,7 +194,7 @@ Restatement RestateHistory(const std::vector<Path>& files, sys_days splitDay, do
             result.fault = {file, read.error};
             return result;
         }
-        const RestatedText text = Restated(read.bytes, splitDay, factor);
+        const RestatedText text = Restated(WithoutHalfLine(read.bytes), splitDay, factor);
         if (text.days == 0) continue;
         if (result.fault = change.Write(file, text.bytes); result.fault) return result;
         result.days += text.days;

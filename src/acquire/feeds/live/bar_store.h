@@ -12,6 +12,7 @@
 #include "acquire/feeds/live/source_rows.h"
 #include "base/file_change.h"
 #include "store/history_record.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -42,12 +43,14 @@ struct StoredEnd {
 // the fault.
 StoredEnd ReadStoredEnd(const std::vector<Path>& files, std::chrono::sys_days today, FileFault& fault);
 
-// Adds records, oldest first, behind those of their year files.
-FileFault AppendRecords(const std::string& quoteFolder, std::string_view ticker,
-                        const std::vector<HistoryRecord>& records);
+// Adds records, oldest first, behind those of their year files. Those whose last line had been cut off are
+// added to `halfLines`: it is gone.
+FileFault AddRecords(const std::string& quoteFolder, std::string_view ticker,
+                     const std::vector<HistoryRecord>& records, YearGrowth growth, FileChange& change,
+                     std::vector<Path>& halfLines);
 
-// Restates every record of a day before the split; none is lost. A record whose date cannot be read shares
-// the fate of the one above it. Returns how many were restated.
+// Restates every record of a day before the split; none is lost but a line that was cut off. A record whose
+// date cannot be read shares the fate of the one above it. Returns how many were restated.
 struct Restatement {
     std::size_t days = 0;
     FileFault fault;

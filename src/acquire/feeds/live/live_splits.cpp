@@ -29,13 +29,14 @@ struct Neighbours {
     double after = 0;   // the close of the first day of the split or behind it
 };
 
-Neighbours ClosesAround(const std::vector<Path>& files, sys_days splitDay, const FileChange& change) {
-    Neighbours closes;
+FileFault ClosesAround(const std::vector<Path>& files, sys_days splitDay, const FileChange& change,
+                       Neighbours& closes) {
     sys_days last{};
     sys_days first = sys_days::max();
     for (const Path& file : files) {
-        const std::string bytes = BytesOrEmpty(change.Where(file));
-        LineReader reader(bytes);
+        const ReadResult read = ReadWholeFile(change.Where(file));
+        if (read.outcome == ReadOutcome::Failed) return {file, read.error};
+        LineReader reader(WithoutHalfLine(read.bytes));
         for (std::string_view line; reader.Next(line);) {
             const HistoryRecord record = ParseHistoryLine(line);
             const auto date = ParseDate(record.HistoryDate);
@@ -50,7 +51,7 @@ Neighbours ClosesAround(const std::vector<Path>& files, sys_days splitDay, const
             }
         }
     }
-    return closes;
+    return {};
 }
 
 // Whether the factor takes the jump at the split's day away. Without a day behind it there is no telling.
@@ -103,11 +104,14 @@ FileFault ApplySplits(Session& session, const std::string& ticker, std::vector<S
               [](const SourceSplit& a, const SourceSplit& b) { return a.day < b.day; });
     const auto again = [](const SourceSplit& a, const SourceSplit& b) { return a.day == b.day; };
     splits.erase(std::unique(splits.begin(), splits.end(), again), splits.end());
-    const std::vector<Path> files = YearFilesOf(session.settings.QuoteFolder, ticker);
+    Failure unread;
+    const std::vector<Path> files = YearFilesOf(session.settings.QuoteFolder, ticker, &unread);
+    if (unread) return {unread.file, unread.cause};
     if (files.empty()) return {};
     for (const SourceSplit& split : splits) {
         if (split.day > today) continue;
-        Neighbours closes = ClosesAround(files, split.day, change);
+        Neighbours closes;
+        if (FileFault fault = ClosesAround(files, split.day, change, closes)) return fault;
         const auto behind = std::find_if(newBars.begin(), newBars.end(),
                                          [&](const SourceBar& bar) { return bar.day >= split.day; });
         if (!(closes.after > 0) && behind != newBars.end()) closes.after = behind->close;
