@@ -45,6 +45,7 @@ inline constexpr MenuWords kMenuWords[] = {
     {"", "mnuView", "&View"},
     {"mnuView", "mnuViewToolbar", "&Toolbar"},
     {"mnuView", "mnuViewStatusBar", "Status &Bar"},
+    {"mnuView", "mnuViewFitChart", "&Fit Chart to Window"},
     {"mnuView", "mnuViewAdvanceDecline", "Advance Decline"},
     {"mnuView", "mnuViewDowngrades", "Downgrades"},
     {"mnuView", "mnuViewEconomicCalander", "Economic Calander"},

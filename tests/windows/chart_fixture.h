@@ -8,6 +8,7 @@
 #include "chart/windows/chart_panel.h"
 #include "chart/windows/frmGraph.h"
 #include "chart/windows/frmGraphNoData.h"
+#include "shell/user_store.h"
 #include "store/history_record.h"
 #include "window_fixture.h"
 
@@ -18,7 +19,9 @@ class ChartProgram : public Program {
     // Of the window.
     static constexpr std::size_t kBars = 279;
 
-    explicit ChartProgram(std::size_t bars = kBars) {
+    // The chart stands in its own size, or fills its window as in a new installation.
+    explicit ChartProgram(std::size_t bars = kBars, bool fits = false) {
+        if (!fits && SaveSetting(store, "Chart", "FitToWindow", "0")) qFatal("cannot write the user's store");
         Write("VTRGRAPHset.ini", GraphSettingsText("Default", "None"));
         WriteHistory("T1", bars);
         Start("Jan.ddq");

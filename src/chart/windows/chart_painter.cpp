@@ -17,8 +17,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr double kHalfPixel = kTwipsPerPixel / 2.0;
-
 struct Span {
     double from = 0;
     double to = 1;
@@ -36,15 +34,17 @@ bool Narrow(Span& span, double start, double run, double end) {
 // Draws on whole device pixels. Runs of lines of one colour go to the painter in one call.
 class DevicePainter {
   public:
-    DevicePainter(QPainter& painter, QSizeF size)
+    DevicePainter(QPainter& painter, QSizeF size, const PaintScale& scale)
         : painter_(painter),
-          ratio_(painter.device()->devicePixelRatioF()),
-          penWidth_(std::max(1, static_cast<int>(std::lround(ratio_)))),
-          width_(size.width() * kTwipsPerPixel),
-          height_(size.height() * kTwipsPerPixel) {
+          across_(painter.device()->devicePixelRatioF() * scale.across / kTwipsPerPixel),
+          down_(painter.device()->devicePixelRatioF() * scale.down / kTwipsPerPixel),
+          penWidth_(std::max(1, static_cast<int>(std::lround(painter.device()->devicePixelRatioF())))),
+          width_(size.width() * kTwipsPerPixel / scale.across),
+          height_(size.height() * kTwipsPerPixel / scale.down) {
+        const double pixel = 1 / painter.device()->devicePixelRatioF();
         painter_.save();
         painter_.setClipRect(QRectF(QPointF(), size), Qt::IntersectClip);
-        painter_.scale(1 / ratio_, 1 / ratio_);
+        painter_.scale(pixel, pixel);
         painter_.setBrush(Qt::NoBrush);
     }
     ~DevicePainter() {
@@ -66,7 +66,7 @@ class DevicePainter {
         Flush();
         SetPen(circle.colour);
         painter_.setRenderHint(QPainter::Antialiasing, true);
-        const double radius = double{circle.radius} * ratio_ / kTwipsPerPixel;
+        const double radius = double{circle.radius} * std::min(across_, down_);
         const QPointF halfPen(penWidth_ / 2.0, penWidth_ / 2.0);
         painter_.drawEllipse(Device({double{circle.x}, double{circle.y}}) + halfPen, radius, radius);
         painter_.setRenderHint(QPainter::Antialiasing, false);
@@ -75,8 +75,8 @@ class DevicePainter {
   private:
     // The device pixel of a place in twips.
     QPoint Device(QPointF twips) const {
-        const QPointF pixel = twips * (ratio_ / kTwipsPerPixel);
-        return {static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y()))};
+        return {static_cast<int>(std::floor(twips.x() * across_)),
+                static_cast<int>(std::floor(twips.y() * down_))};
     }
 
     // The part of a line that lies in the area.
@@ -93,8 +93,9 @@ class DevicePainter {
         return line.y1 == line.y2 && line.x1 < line.x2 && line.x2 - line.x1 < kTwipsPerPixel;
     }
     void AddDash(const DrawnLine& line) {
-        const QPoint start = Device({double{line.x1} + kHalfPixel / ratio_, double{line.y1}});
-        const QPoint end = Device({double{line.x2} + kHalfPixel / ratio_, double{line.y2}});
+        const double halfPixel = 0.5 / across_;
+        const QPoint start = Device({double{line.x1} + halfPixel, double{line.y1}});
+        const QPoint end = Device({double{line.x2} + halfPixel, double{line.y2}});
         if (start.x() < end.x()) bars_.emplace_back(start, QSize(end.x() - start.x(), penWidth_));
     }
 
@@ -124,7 +125,9 @@ class DevicePainter {
     }
 
     QPainter& painter_;
-    double ratio_;
+    // Device pixels a twip.
+    double across_;
+    double down_;
     int penWidth_;
     // In twips.
     double width_;
@@ -136,8 +139,8 @@ class DevicePainter {
 
 }  // namespace
 
-void PaintItems(QPainter& painter, std::span<const DrawnItem> items, QSizeF size) {
-    DevicePainter device(painter, size);
+void PaintItems(QPainter& painter, std::span<const DrawnItem> items, QSizeF size, const PaintScale& scale) {
+    DevicePainter device(painter, size, scale);
     for (const DrawnItem& item : items) std::visit(device, item);
 }
 

@@ -1,10 +1,12 @@
 // One panel of the chart on the screen: shows what stands on it, tells where the mouse is pressed and
-// released, and gives the value under the pointer as its tip.
+// released, and gives the value under the pointer as its tip. In whatever size it is given it shows all of
+// the panel.
 #pragma once
 
 #include <QWidget>
 
 #include "chart/chart_session.h"
+#include "chart/windows/chart_painter.h"
 
 namespace brantlow {
 
@@ -13,6 +15,10 @@ class ChartPanel final : public QWidget {
   public:
     // `chart` outlives the panel.
     ChartPanel(Panel panel, const ChartSession& chart, QWidget* parent = nullptr);
+
+    // Whole pixels that hold the panel in its own size.
+    QSize OwnSize() const;
+    PaintScale Scale() const;
 
   Q_SIGNALS:
     // At `x` twips from the left edge.

@@ -95,8 +95,12 @@ void GiveColour(QLabel& label, Rgb colour) {
 
 }  // namespace
 
-frmGraph::frmGraph(const ChartContext& context)
-    : context_(context), sheet_(new QWidget), panels_(new PanelStack(context.chart)) {
+frmGraph::frmGraph(const ChartContext& context, ChartOptions& options)
+    : context_(context),
+      options_(options),
+      sheet_(new QWidget),
+      scroll_(new QScrollArea),
+      panels_(new PanelStack(context.chart, options)) {
     setObjectName(QStringLiteral("frmGraph"));
     sheet_->setObjectName(QStringLiteral("ClientArea"));
     auto* rows = new QVBoxLayout(sheet_);
@@ -105,19 +109,28 @@ frmGraph::frmGraph(const ChartContext& context)
     BuildValues(*rows);
     BuildPicks(*rows);
     BuildPanels(*rows);
-    rows->setSizeConstraint(QLayout::SetFixedSize);
     for (QLabel* label : sheet_->findChildren<QLabel*>()) labels_.insert(label->objectName(), label);
 
-    auto* scroll = new QScrollArea;
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    scroll->setWidget(sheet_);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    scroll_->setWidget(sheet_);
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(scroll);
+    whole->addWidget(scroll_);
     setFocusProxy(picks_.constFirst());
     ConnectPanels();
+    ShowOptions();
+}
+
+// In its own size the sheet is as large as its parts; else it fills the window.
+void frmGraph::ShowOptions() {
+    const bool fits = options_.fitToWindow;
+    sheet_->layout()->setSizeConstraint(fits ? QLayout::SetDefaultConstraint : QLayout::SetFixedSize);
+    sheet_->setMinimumSize(0, 0);
+    sheet_->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    scroll_->setWidgetResizable(fits);
     Refresh();
+    sheet_->layout()->activate();
 }
 
 QLabel* frmGraph::AddLabel(std::string_view control, const QString& words) {
@@ -185,8 +198,8 @@ void frmGraph::BuildPicks(QBoxLayout& rows) {
 void frmGraph::BuildPanels(QBoxLayout& rows) {
     auto* row = new QHBoxLayout;
     row->setSpacing(kSpacing);
-    rows.addLayout(row);
-    row->addWidget(panels_);
+    rows.addLayout(row, 1);
+    row->addWidget(panels_, 1);
     auto* column = new QVBoxLayout;
     column->setSpacing(2);
     row->addLayout(column);
@@ -273,6 +286,7 @@ void frmGraph::BuildFrameButtons(QBoxLayout& column) {
 }
 
 void frmGraph::ConnectPanels() {
+    connect(panels_, &PanelStack::SharesChosen, this, &frmGraph::OptionsChosen);
     for (std::size_t i = 0; i < kPanels.size(); ++i) {
         ChartPanel& panel = panels_->PanelAt(static_cast<Panel>(i));
         connect(&panel, &ChartPanel::Pressed, this, [this](double x) {
@@ -324,7 +338,7 @@ void frmGraph::Refresh() {
     }
     timeFrame_->setText(Name(TimeFrameName(chart.ChartTimeFrame)));
     ShowEmptyTexts();
-    panels_->PlaceLabels();
+    panels_->Arrange();
     panels_->update();
     for (std::size_t i = 0; i < kPanels.size(); ++i) panels_->PanelAt(static_cast<Panel>(i)).update();
 }

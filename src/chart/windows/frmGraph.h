@@ -9,11 +9,13 @@
 #include <string_view>
 
 #include "chart/chart_actions.h"
+#include "chart/chart_options.h"
 
 class QBoxLayout;
 class QComboBox;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 
 namespace brantlow {
 
@@ -22,20 +24,24 @@ class PanelStack;
 class frmGraph final : public QWidget {
     Q_OBJECT
   public:
-    // Shows the chart that was started in `context`, whose parts outlive the window.
-    explicit frmGraph(const ChartContext& context);
+    // Shows the chart that was started in `context`, whose parts outlive the window, and so do `options`.
+    frmGraph(const ChartContext& context, ChartOptions& options);
 
     const ChartSession& Chart() const { return context_.chart; }
     // What a picture or a print of the window holds: all of the chart, even where the window is smaller.
     QWidget* ClientArea() const { return sheet_; }
     // The alarms of this row of the open table are drawn from now on.
     void ShowAlarms(const QuoteTable& table, std::size_t row);
+    // The options have changed.
+    void ShowOptions();
 
   Q_SIGNALS:
     // The user asked to close this window; the main frame decides.
     void ExitAsked();
     // "Test Buy and Sell Conditions" was pressed.
     void TestAsked();
+    // The person has changed an option at the chart itself, which is shown already.
+    void OptionsChosen();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -70,7 +76,9 @@ class frmGraph final : public QWidget {
     void ShowEmptyTexts();
 
     ChartContext context_;
+    ChartOptions& options_;
     QWidget* sheet_;
+    QScrollArea* scroll_;
     PanelStack* panels_;
     QHash<QString, QLabel*> labels_;
     QList<QComboBox*> picks_;

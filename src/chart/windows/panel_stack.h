@@ -1,11 +1,12 @@
 // The chart's three panels one over the other, with the labels of their scales beside the lines that they
-// name.
+// name. They take the room that the stack is given, or stand in their own size, as the options say.
 #pragma once
 
 #include <QList>
 #include <QWidget>
 #include <array>
 
+#include "chart/chart_options.h"
 #include "chart/chart_session.h"
 
 class QLabel;
@@ -13,22 +14,44 @@ class QLabel;
 namespace brantlow {
 
 class ChartPanel;
+class PanelBorder;
 
 class PanelStack final : public QWidget {
     Q_OBJECT
   public:
-    explicit PanelStack(const ChartSession& chart, QWidget* parent = nullptr);
+    // Both outlive the stack, which changes the shares of `options` where a border is dragged.
+    PanelStack(const ChartSession& chart, ChartOptions& options, QWidget* parent = nullptr);
 
     ChartPanel& PanelAt(Panel panel) const { return *panels_[static_cast<std::size_t>(panel)]; }
     // y of a panel's upper edge in pixels.
     int TopOf(Panel panel) const;
-    // Brings the labels to their lines; the room for them is as wide as the widest of their usual texts.
-    void PlaceLabels();
+    // Brings panels and labels to their places; the room for the labels is as wide as the widest of their
+    // usual texts. To be called when a label's text or an option has changed.
+    void Arrange();
+    // The stack with the panels in their own size.
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  Q_SIGNALS:
+    // The person has given the panels other shares of the height.
+    void SharesChosen();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void AddBorder(Panel above);
+    int LabelRoom() const;
+    // The heights that panels of `size` have, one below the other.
+    std::array<int, kPanels.size()> HeightsIn(int height) const;
+    int WidthIn(int width) const;
+    QSize SizeAround(QSize panels) const;
+    void PlacePanels(int room);
     void PlaceLabel(Panel panel, double share, QLabel& label, int room) const;
 
+    ChartOptions& options_;
     std::array<ChartPanel*, kPanels.size()> panels_;
+    QList<PanelBorder*> borders_;
     QList<QLabel*> labels_;
 };
 

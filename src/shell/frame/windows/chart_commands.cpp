@@ -21,6 +21,7 @@ CommandRows ChartCommands::Rows() {
         {"Graphics", &ChartCommands::ChartAgain},
         {"mnuPopUpGraphicsHLC", &ChartCommands::ChartHighLowClose},
         {"mnuPopUpGraphicsCandleStick", &ChartCommands::ChartCandleStick},
+        {"mnuViewFitChart", &ChartCommands::ToggleFit},
     };
     return RowsOf(*this, kRows);
 }
@@ -71,7 +72,8 @@ void ChartCommands::ShowSelection(const ChartSelection& selection, std::string_v
 }
 
 void ChartCommands::LoadForm(const ChartContext& context) {
-    auto* form = new frmGraph(context);
+    auto* form = new frmGraph(context, options_);
+    QObject::connect(form, &frmGraph::OptionsChosen, &frame_.window, [this] { KeepOptions(); });
     QObject::connect(form, &frmGraph::ExitAsked, &frame_.window, [this] {
         if (!frame_.person.InRun()) CloseForm();
     });
@@ -84,7 +86,7 @@ void ChartCommands::LoadForm(const ChartContext& context) {
     QObject::connect(form, &frmGraph::TestAsked, &frame_.window, [this] {
         TestConditions({frame_.session.settings, analysis_.series, chart_}, frame_.person, &frame_.window);
     });
-    window->resize(form->ClientArea()->size());
+    window->resize(form->ClientArea()->sizeHint());
     window->showMaximized();
     form->setFocus();
     frame_.applyRules();
@@ -103,6 +105,33 @@ void ChartCommands::CloseForm() {
     window_ = nullptr;
     form_ = nullptr;
     frame_.applyRules();
+}
+
+void ChartCommands::LoadOptions() {
+    options_ = LoadChartOptions(userStore_);
+    ShowOptionsInMenu();
+}
+
+void ChartCommands::ToggleFit() {
+    options_.fitToWindow = !options_.fitToWindow;
+    OptionsChanged();
+}
+
+void ChartCommands::OptionsChanged() {
+    ShowOptionsInMenu();
+    if (form_) form_->ShowOptions();
+    KeepOptions();
+}
+
+void ChartCommands::ShowOptionsInMenu() {
+    frame_.check("mnuViewFitChart", options_.fitToWindow);
+}
+
+void ChartCommands::KeepOptions() {
+    const std::error_code error = SaveChartOptions(userStore_, options_);
+    if (!error) return;
+    frame_.person.Say("How charts look cannot be kept in " + userStore_.string() + " (" + error.message() +
+                      ")");
 }
 
 void ChartCommands::OfferHistory() {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "chart/chart_actions.h"
+#include "chart/chart_options.h"
 #include "indicators/analysis.h"
 #include "shell/frame/windows/frame_hands.h"
 
@@ -16,8 +17,9 @@ class frmGraph;
 
 class ChartCommands final {
   public:
-    // Both outlive this.
-    ChartCommands(const FrameHands& frame, Analysis& analysis) : frame_(frame), analysis_(analysis) {}
+    // All outlive this. `userStore` keeps the options of the charts.
+    ChartCommands(const FrameHands& frame, Analysis& analysis, const Path& userStore)
+        : frame_(frame), analysis_(analysis), userStore_(userStore) {}
 
     CommandRows Rows();
 
@@ -28,6 +30,8 @@ class ChartCommands final {
     void FollowRow();
     // The chart of a ticker, whatever row is selected, with the history up to a day.
     void ShowAsOf(const std::string& ticker, const Date& day);
+    // Takes the options over from the user's store, and shows them in the menu.
+    void LoadOptions();
 
   private:
     void ChartHighLowClose();
@@ -38,9 +42,16 @@ class ChartCommands final {
     void LoadForm(const ChartContext& context);
     void OfferHistory();
     void DownloadHistory();
+    void ToggleFit();
+    // The options as they are now: in the menu, on the chart, in the store.
+    void OptionsChanged();
+    void ShowOptionsInMenu();
+    void KeepOptions();
 
     const FrameHands& frame_;
     Analysis& analysis_;
+    const Path& userStore_;
+    ChartOptions options_;
     // Outlives each chart: the next one starts in the style of the last.
     ChartSession chart_;
     QPointer<frmGraph> form_;

@@ -94,6 +94,8 @@ struct FrameHands {
     std::function<void()> showRecentFiles = {};
     // Shows the status bar, and its entry in the View menu as on.
     std::function<void()> showStatusBar = {};
+    // Shows an entry with a tick, or without one.
+    std::function<void(std::string_view id, bool on)> check = {};
     // The frame's title, that of the practice market while quotes come from there.
     std::function<void()> showTitle = {};
     // Runs the entry of this name.

@@ -13,7 +13,7 @@ FrameSubjects::FrameSubjects(const Start& start)
       longRuns(hands, start.analysis),
       browser(hands, start.userStore, start.browser),
       updates(hands, start.analysis, browser.Cache()),
-      chart(hands, start.analysis),
+      chart(hands, start.analysis, start.userStore),
       setup(hands),
       study(hands),
       explain(hands),

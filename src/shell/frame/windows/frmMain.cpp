@@ -118,6 +118,7 @@ void frmMain::LendHands() {
         statusBar()->show();
         commands_->Entry("mnuViewStatusBar")->setChecked(true);
     };
+    hands.check = [this](std::string_view id, bool on) { commands_->Entry(id)->setChecked(on); };
     hands.showTitle = [this] { ShowTitle(); };
     subjects_->Add({{"mnuViewToolbar",
                      [this] { tbToolBar->setVisible(commands_->Entry("mnuViewToolbar")->isChecked()); }},
@@ -179,6 +180,7 @@ void frmMain::Load() {
                 PixelsOf(geometry.MainHeight));
     OnLineStatus(online_, LoadUserRegistry(userStore_), subjects_->hands.web);
     LoadAllSettings(session_.AppPath, session_.settings);
+    subjects_->chart.LoadOptions();
     ShowTitle();
     session_.PickedFile = TextOf(session_.settings, kRecentFile1);
     commands_->ShowRecentFiles(session_.settings.MruSettings);
