@@ -1,6 +1,8 @@
 #include "store/table_road.h"
 
+#include <algorithm>
 #include <array>
+#include <filesystem>
 #include <utility>
 
 #include "base/text.h"
@@ -174,6 +176,26 @@ void SaveRecentFiles(Session& session) {
     }
     const std::error_code error = WriteSettingsFile(SettingsFile::Mru, session.AppPath, session.settings);
     if (error) session.person.Say("The list of recent files cannot be saved (" + error.message() + ")");
+}
+
+std::vector<std::string> TablesToGoOnWith(const Session& session, std::string_view lastClosed) {
+    std::vector<std::string> tables;
+    const auto offer = [&](const std::string& name) {
+        const bool isNew = std::find(tables.begin(), tables.end(), name) == tables.end();
+        if (!name.empty() && isNew && KindOf(name) != FileKind::Db && IsRegularFile(session.DataFile(name)))
+            tables.push_back(name);
+    };
+    offer(std::string(lastClosed));
+    for (std::size_t entry = 1; entry <= kRecentFileCount; ++entry)
+        offer(session.settings.MruSettings.Text(entry));
+    return tables;
+}
+
+bool NamesUnmadeTable(const Session& session) {
+    const std::string& newest = TextOf(session.settings, kRecentFile1);
+    std::error_code error;
+    return newest == kRecentFile1.row->standard &&
+           !std::filesystem::exists(session.DataFile(newest), error) && !error;
 }
 
 std::size_t FindTickerRow(const QuoteTable& table, std::string_view typed) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/files.h"
 #include "shell/session.h"
@@ -61,6 +62,13 @@ void SaveTableFileAs(Session& session, const TableWindows& windows);
 
 // The recent-file list as it stands to its settings file, with the open quote table on top.
 void SaveRecentFiles(Session& session);
+
+// The tables to go on with, by their names in Data/: `lastClosed`, which may be empty, then the recent files.
+// Each once, and only those that are there; a new table that was not saved is none.
+std::vector<std::string> TablesToGoOnWith(const Session& session, std::string_view lastClosed);
+
+// A new application folder names its practice table as the newest file before anybody has made it.
+bool NamesUnmadeTable(const Session& session);
 
 // The first row whose ticker begins with the upper-case form of `typed`; 0 when none does.
 std::size_t FindTickerRow(const QuoteTable& table, std::string_view typed);

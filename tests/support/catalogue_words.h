@@ -46,6 +46,7 @@ inline constexpr MenuWords kMenuWords[] = {
     {"mnuView", "mnuViewToolbar", "&Toolbar"},
     {"mnuView", "mnuViewStatusBar", "Status &Bar"},
     {"mnuView", "mnuViewFitChart", "&Fit Chart to Window"},
+    {"mnuView", "mnuViewRememberWindowSize", "Remember &Window Size"},
     {"mnuView", "mnuViewAdvanceDecline", "Advance Decline"},
     {"mnuView", "mnuViewDowngrades", "Downgrades"},
     {"mnuView", "mnuViewEconomicCalander", "Economic Calander"},

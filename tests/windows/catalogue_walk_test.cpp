@@ -105,6 +105,7 @@ const std::vector<Walk>& Walks() {
         {"mnuViewToolbar", L({"-buttons"})},
         {"mnuViewStatusBar", L({"-status bar"})},
         {"mnuViewFitChart", L({"+config/Brantlow.ini"})},
+        {"mnuViewRememberWindowSize", L({"+config/Brantlow.ini"})},
         {"mnuViewExplain", L({"says To explain a verdict, you will need to open a Stock Selector File and "
                               "select one of its cells"})},
         {"mnuSettingsApplication", L({"dialog Brantlow Settings"})},

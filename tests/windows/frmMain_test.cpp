@@ -15,6 +15,18 @@
 
 using namespace brantlow;
 
+namespace {
+
+// The program is started again in the same folder.
+void Reopen(Program& program) {
+    program.frame.reset();
+    program.frame = std::make_unique<frmMain>(program.session, *program.analysis, program.person, program.web,
+                                              program.hosts, program.store);
+    program.Start("Jan.ddq");
+}
+
+}  // namespace
+
 class FrmMainTest : public QObject {
     Q_OBJECT
   private Q_SLOTS:
@@ -53,12 +65,67 @@ class FrmMainTest : public QObject {
         QCOMPARE(practising.frame->windowTitle(), QStringLiteral("Brantlow - Practice Market - [Jan.ddq]"));
     }
 
-    void theFrameStartsInItsSizeOrAsMuchAsTheScreenHas() {
+    void offTheFrameStartsInItsSizeOrAsMuchAsTheScreenHas() {
         Program program;
+        QVERIFY(!SaveSetting(program.store, "Settings", "RememberWindowSize", "False"));
         program.Start("Jan.ddq");
+        QVERIFY(!program.frame->Commands().Entry("mnuViewRememberWindowSize")->isChecked());
         const QRect screen = program.frame->screen()->availableGeometry();
         QCOMPARE(program.frame->width(), std::min(1033, screen.width()));
         QCOMPARE(program.frame->height(), std::min(747, screen.height()));
+    }
+
+    void theFirstTimeTheFrameIsNeverCut() {
+        Program program;
+        program.Start("Jan.ddq");
+        QVERIFY(program.frame->Commands().Entry("mnuViewRememberWindowSize")->isChecked());
+        const QRect screen = program.frame->screen()->availableGeometry();
+        QCOMPARE(program.frame->size(), QSize(std::min(1033, screen.width()), 747));
+        QVERIFY(screen.contains(program.frame->geometry().topLeft()));
+    }
+
+    void theFrameOpensWhereAndAsLargeAsItWasClosed() {
+        Program program;
+        program.Start("Jan.ddq");
+        program.frame->setGeometry(30, 45, 610, 420);
+        QCoreApplication::processEvents();
+        const QRect place = program.frame->geometry();
+        program.Click("Command20");
+        Reopen(program);
+        QCOMPARE(program.frame->geometry(), place);
+        QVERIFY(!program.frame->isMaximized());
+
+        program.frame->showMaximized();
+        QCoreApplication::processEvents();
+        program.Click("Command20");
+        Reopen(program);
+        QVERIFY(program.frame->isMaximized());
+        QCOMPARE(program.frame->normalGeometry().size(), QSize(610, 420));
+    }
+
+    void aPlaceOnAScreenThatIsGoneComesBackIntoSight() {
+        Program program;
+        QVERIFY(!SaveFrameGeometry(program.store, {90000, 90000, 9000, 6000}));
+        QVERIFY(!SaveSetting(program.store, "Settings", "RememberWindowSize", "True"));
+        program.Start("Jan.ddq");
+        QCOMPARE(program.frame->size(), QSize(600, 400));
+        QVERIFY(program.frame->screen()->availableGeometry().contains(program.frame->geometry()));
+    }
+
+    void rememberWindowSizeIsKeptWhenItIsChosen() {
+        Program program;
+        program.Start("Jan.ddq");
+        QAction* const entry = program.frame->Commands().Entry("mnuViewRememberWindowSize");
+        entry->trigger();
+        QCOMPARE(GetSetting(program.store, "Settings", "RememberWindowSize", ""), std::string("False"));
+        program.frame->setGeometry(30, 45, 610, 420);
+        program.Click("Command20");
+        Reopen(program);
+        QVERIFY(!program.frame->Commands().Entry("mnuViewRememberWindowSize")->isChecked());
+        QCOMPARE(program.frame->pos(), program.frame->screen()->availableGeometry().topLeft());
+        QCOMPARE(program.frame->height(), 747);
+        program.frame->Commands().Entry("mnuViewRememberWindowSize")->trigger();
+        QCOMPARE(GetSetting(program.store, "Settings", "RememberWindowSize", ""), std::string("True"));
     }
 
     void everyEntryOfTheCatalogueHasAnActionWithItsWords() {

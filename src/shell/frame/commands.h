@@ -104,6 +104,8 @@ inline constexpr std::array kMenu = {
               "Show or hide the status bar", "", "", kAlways, true},
     MenuEntry{MenuRow::CheckedEntry, "mnuViewFitChart", "mnuView", "&Fit Chart to Window",
               "Let the chart take the space of its window, or stand in its own size", "", "", kAlways, true},
+    MenuEntry{MenuRow::CheckedEntry, "mnuViewRememberWindowSize", "mnuView", "Remember &Window Size",
+              "Open the window where and as large as it was closed", "", "", kAlways, true},
     MenuEntry{MenuRow::Separator, "mnuViewBar1", "mnuView", "", "", "", ""},
     MenuEntry{MenuRow::Entry, "mnuViewAdvanceDecline", "mnuView", "Advance Decline",
               "How many shares rose and how many fell today", "", "", kAlways, true},

@@ -91,6 +91,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuSettingsApplication", true, true, true, true, true, true, false},
         {"mnuViewToolbar", true, true, true, true, true, true, true},
         {"mnuViewFitChart", true, true, true, true, true, true, true},
+        {"mnuViewRememberWindowSize", true, true, true, true, true, true, true},
         {"mnuEditSplitAdjustment", true, true, true, true, true, false, false},
         {"mnuPopUpSplitAdjustmentMakeAdjustment", true, true, true, true, true, false, false},
         {"SortAscending", true, true, true, true, true, false, false},

@@ -106,7 +106,9 @@ void FileCommands::NameChanged() {
     frame_.applyRules();
 }
 
+// A window that never came into sight showed no table.
 void FileCommands::CloseForm() {
+    if (window_ && window_->isVisible()) lastClosed_ = frame_.session.CurrentFile;
     frame_.children.Remove(window_);
     window_ = nullptr;
     form_ = nullptr;
@@ -134,9 +136,13 @@ void FileCommands::OpenFundamentals() {
 }
 
 void FileCommands::OpenRecentFile(std::size_t entry) {
+    OpenNamed(frame_.session.settings.MruSettings.Text(entry));
+}
+
+void FileCommands::OpenNamed(const std::string& name) {
     frame_.forgetRows();
     frame_.session.OpenWithoutDialog = "True";
-    frame_.session.PickedFile = frame_.session.settings.MruSettings.Text(entry);
+    frame_.session.PickedFile = name;
     OpenQuotesFile();
 }
 

@@ -4,6 +4,7 @@
 
 #include <QPointer>
 #include <cstddef>
+#include <string>
 
 #include "shell/display.h"
 #include "shell/frame/windows/frame_hands.h"
@@ -26,6 +27,10 @@ class FileCommands final {
     void OpenRecentFile(std::size_t entry);
     // Takes the table's window away without a question.
     void CloseForm();
+    // Opens a file of the data folder without a dialog, by the road of the recent files.
+    void OpenNamed(const std::string& name);
+    // The table that was closed last, by its name; empty before the first.
+    const std::string& LastClosed() const { return lastClosed_; }
 
   private:
     void NewTable();
@@ -51,6 +56,7 @@ class FileCommands final {
     const Display& display_;
     QPointer<frmQuoteGrid> form_;
     QPointer<QMdiSubWindow> window_;
+    std::string lastClosed_;
 };
 
 }  // namespace brantlow

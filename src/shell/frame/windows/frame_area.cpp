@@ -1,50 +1,49 @@
 #include "shell/frame/windows/frame_area.h"
 
-#include <QIcon>
+#include <QApplication>
+#include <QEvent>
 #include <QMdiSubWindow>
-#include <QPainter>
+#include <algorithm>
+#include <utility>
+
+#include "shell/frame/windows/welcome_page.h"
 
 namespace brantlow {
 
-namespace {
-
-constexpr int kLogoPixels = 72;
-constexpr int kGap = 18;
-constexpr QRgb kGround = 0xffe4e9ef;
-constexpr QRgb kInk = 0xff4a5a6b;
-constexpr double kNameScale = 1.6;
-
-// Ctrl is what the catalogue binds these entries to.
-const char* const kHowToBegin =
-    "Ctrl+O  opens an end of day quote file\n"
-    "Ctrl+N  creates a new one\n"
-    "Ctrl+Shift+O  opens the results of the Stock Selector";
-
-}  // namespace
-
 FrameArea::FrameArea() {
-    setBackground(QColor::fromRgb(kGround));
+    setBackground(AreaGround(QApplication::palette()));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
-void FrameArea::paintEvent(QPaintEvent* event) {
-    QMdiArea::paintEvent(event);
-    if (!subWindowList().isEmpty()) return;
-    QPainter painter(viewport());
-    const QRect whole = viewport()->rect();
-    const QRect logo(whole.center().x() - kLogoPixels / 2, whole.height() / 2 - kLogoPixels - kGap * 3,
-                     kLogoPixels, kLogoPixels);
-    QIcon(QStringLiteral(":/icons/brantlow.svg")).paint(&painter, logo);
-    painter.setPen(QColor::fromRgb(kInk));
-    QFont large = font();
-    large.setPointSizeF(large.pointSizeF() * kNameScale);
-    painter.setFont(large);
-    QRect text(0, logo.bottom() + kGap / 2, whole.width(), painter.fontMetrics().height());
-    painter.drawText(text, Qt::AlignCenter, QStringLiteral("No file is open"));
-    painter.setFont(font());
-    text = QRect(0, text.bottom() + kGap / 2, whole.width(), whole.height() - text.bottom());
-    painter.drawText(text, Qt::AlignHCenter | Qt::AlignTop, QString::fromLatin1(kHowToBegin));
+WelcomePage& FrameArea::AddWelcome(WelcomeActions actions) {
+    welcome_ = new WelcomePage(std::move(actions), viewport());
+    welcome_->hide();
+    return *welcome_;
+}
+
+bool FrameArea::IsEmpty() const {
+    const QList<QMdiSubWindow*> children = subWindowList();
+    return std::none_of(children.begin(), children.end(),
+                        [](const QMdiSubWindow* child) { return !child->isHidden(); });
+}
+
+void FrameArea::ShowWelcome() {
+    if (!welcome_) return;
+    const bool appears = welcome_->isHidden() && IsEmpty();
+    welcome_->setGeometry(viewport()->rect());
+    welcome_->setVisible(IsEmpty());
+    if (appears) welcome_->setFocus();
+}
+
+void FrameArea::resizeEvent(QResizeEvent* event) {
+    QMdiArea::resizeEvent(event);
+    if (welcome_) welcome_->setGeometry(viewport()->rect());
+}
+
+void FrameArea::changeEvent(QEvent* event) {
+    QMdiArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) setBackground(AreaGround(QApplication::palette()));
 }
 
 }  // namespace brantlow

@@ -98,6 +98,8 @@ struct FrameHands {
     std::function<void(std::string_view id, bool on)> check = {};
     // The frame's title, that of the practice market while quotes come from there.
     std::function<void()> showTitle = {};
+    // Opens a file of the data folder without a dialog, by the road of the recent files.
+    std::function<void(const std::string& name)> openNamed = {};
     // Runs the entry of this name.
     std::function<void(std::string_view)> run = {};
     // What the File menu does with a chart: it is printed and kept as the picture of its `client` area, under

@@ -17,9 +17,11 @@ FrameSubjects::FrameSubjects(const Start& start)
       setup(hands),
       study(hands),
       explain(hands),
-      help(hands, browser.Cache()) {
+      help(hands, browser.Cache()),
+      welcome(hands) {
     hands.table = file.Table();
     hands.applyRules = start.applyRules;
+    hands.openNamed = [this](const std::string& name) { file.OpenNamed(name); };
     hands.run = [this](std::string_view command) { Run(command); };
     hands.pictureOperations = [this](QWidget& chartForm, QWidget& client) {
         return print.PictureOperations(chartForm, client);

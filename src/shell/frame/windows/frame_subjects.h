@@ -16,6 +16,7 @@
 #include "shell/frame/windows/print_commands.h"
 #include "shell/frame/windows/run_commands.h"
 #include "shell/frame/windows/setup_commands.h"
+#include "shell/frame/windows/start_commands.h"
 #include "shell/frame/windows/study_commands.h"
 #include "shell/frame/windows/update_commands.h"
 #include "shell/frame/windows/upkeep_commands.h"
@@ -59,6 +60,7 @@ struct FrameSubjects {
     StudyCommands study;
     ExplainCommands explain;
     HelpCommands help;
+    StartCommands welcome;
 
   private:
     std::unordered_map<std::string_view, std::function<void()>> routines_;

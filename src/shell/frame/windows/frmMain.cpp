@@ -6,7 +6,6 @@
 #include <QIcon>
 #include <QLabel>
 #include <QLocale>
-#include <QMdiArea>
 #include <QMenu>
 #include <QProgressBar>
 #include <QScreen>
@@ -14,17 +13,21 @@
 #include <QStyle>
 #include <QToolBar>
 #include <algorithm>
+#include <vector>
 
 #include "base/windows/colours.h"
 #include "base/windows/display_text.h"
 #include "chart/windows/frmGraph.h"
+#include "shell/frame/frame_place.h"
 #include "shell/frame/windows/command_bar.h"
 #include "shell/frame/windows/frame_area.h"
 #include "shell/frame/windows/frame_subjects.h"
 #include "shell/frame/windows/told_runs.h"
+#include "shell/frame/windows/welcome_page.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
+#include "shell/status_words.h"
 #include "shell/user_store.h"
 #include "store/windows/frmQuoteGrid.h"
 
@@ -48,6 +51,18 @@ QLabel* AddPanel(QStatusBar& bar, const QString& name, const QString& toolTip, i
     panel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     bar.addPermanentWidget(panel);
     return panel;
+}
+
+ScreenRect AreaOf(const QScreen& screen) {
+    const QRect area = screen.availableGeometry();
+    return {area.x(), area.y(), area.width(), area.height()};
+}
+
+// Of every screen, that of the desktop's first one in front.
+std::vector<ScreenRect> FreeAreas() {
+    std::vector<ScreenRect> areas;
+    for (const QScreen* screen : QGuiApplication::screens()) areas.push_back(AreaOf(*screen));
+    return areas;
 }
 
 // The part of a filter that the dialog of this platform takes: the words, which hold the pattern.
@@ -80,6 +95,7 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
         FrameSubjects::Start{*this, *area_, session, analysis, person, web, hosts, display_, userStore_,
                              std::move(browser), [this] { ApplyRules(); }});
     LendHands();
+    AddWelcome();
     commands_ = new CommandBar(*this, *tbToolBar, [this](const MenuEntry& entry) { Run(entry.id); });
     connect(commands_, &CommandBar::RecentFileChosen, this, &frmMain::OpenRecentFile);
     connect(commands_->Menu("mnuEdit"), &QMenu::aboutToShow, this, [this] {
@@ -122,9 +138,9 @@ void frmMain::LendHands() {
     hands.showTitle = [this] { ShowTitle(); };
     subjects_->Add({{"mnuViewToolbar",
                      [this] { tbToolBar->setVisible(commands_->Entry("mnuViewToolbar")->isChecked()); }},
-                    {"mnuViewStatusBar", [this] {
-                         statusBar()->setVisible(commands_->Entry("mnuViewStatusBar")->isChecked());
-                     }}});
+                    {"mnuViewStatusBar",
+                     [this] { statusBar()->setVisible(commands_->Entry("mnuViewStatusBar")->isChecked()); }},
+                    {"mnuViewRememberWindowSize", [this] { RememberWindowSize(); }}});
 }
 
 frmQuoteGrid* frmMain::QuoteForm() const {
@@ -174,6 +190,19 @@ void frmMain::BuildStatusBar() {
     for (QWidget* part : statusBar()->findChildren<QWidget*>()) KeepColoursWhenDisabled(*part);
 }
 
+void frmMain::AddWelcome() {
+    StartCommands& start = subjects_->welcome;
+    welcome_ = &area_->AddWelcome({.open = subjects_->hands.openNamed,
+                                   .update = [&start](const std::string& name) { start.OpenAndUpdate(name); },
+                                   .practice = [&start] { start.OpenPractice(); },
+                                   .run = [this](std::string_view command) { Run(command); }});
+}
+
+void frmMain::ShowWelcome() {
+    if (area_->IsEmpty()) welcome_->Offer(TablesToGoOnWith(session_, subjects_->file.LastClosed()));
+    area_->ShowWelcome();
+}
+
 void frmMain::Load() {
     const FrameGeometry geometry = LoadFrameGeometry(userStore_);
     setGeometry(PixelsOf(geometry.MainLeft), PixelsOf(geometry.MainTop), PixelsOf(geometry.MainWidth),
@@ -185,30 +214,52 @@ void frmMain::Load() {
     session_.PickedFile = TextOf(session_.settings, kRecentFile1);
     commands_->ShowRecentFiles(session_.settings.MruSettings);
     PlaceFrame();
-    session_.OpenWithoutDialog = "True";
-    subjects_->file.OpenQuotesFile();
-    session_.OpenWithoutDialog = "False";
+    OpenNewestFile();
     ProgressBar1->hide();
     subjects_->help.LookForNewVersion();
     subjects_->updates.StartClock();
 }
 
-// At the top left corner in its own size, or as much of it as the screen has; the whole of a smallest screen.
 void frmMain::PlaceFrame() {
     const QScreen* const onScreen = screen();
     display_.ScreenWidth = onScreen->size().width();
     display_.ScreenHeight = onScreen->size().height();
-    const QRect available = onScreen->availableGeometry();
+    const KeptFrame kept = LoadKeptFrame(userStore_);
+    commands_->Entry("mnuViewRememberWindowSize")->setChecked(kept.remembers);
+    const bool maximised = kept.remembers ? PlaceAsKept(kept) : PlaceInOwnSize(onScreen->availableGeometry());
+    if (maximised) {
+        showMaximized();
+    } else {
+        show();
+    }
+}
+
+// A first start begins on the welcome page: there is no table to open yet.
+void frmMain::OpenNewestFile() {
+    if (NamesUnmadeTable(session_)) {
+        person_.ShowStatusWord(kStatusComplete);
+        return ShowWelcome();
+    }
+    session_.OpenWithoutDialog = "True";
+    subjects_->file.OpenQuotesFile();
+    session_.OpenWithoutDialog = "False";
+}
+
+bool frmMain::PlaceAsKept(const KeptFrame& kept) {
+    const FramePlace place =
+        PlaceToOpen(kept.place, FreeAreas(), style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    setGeometry(place.rect.left, place.rect.top, place.rect.width, place.rect.height);
+    return place.maximised;
+}
+
+// At the top left corner in its own size, or as much of it as the screen has; the whole of a smallest screen.
+bool frmMain::PlaceInOwnSize(const QRect& available) {
     move(available.topLeft());
     // The title bar stands above what is measured here.
     const int titleBar = style()->pixelMetric(QStyle::PM_TitleBarHeight);
     resize(std::min(PixelsOf(kFrameWidth), available.width()),
            std::min(PixelsOf(kFrameHeight), available.height() - titleBar));
-    if (display_.FrameStartsMaximised()) {
-        showMaximized();
-    } else {
-        show();
-    }
+    return display_.FrameStartsMaximised();
 }
 
 void frmMain::Run(std::string_view command) {
@@ -260,6 +311,7 @@ void frmMain::ApplyRules() {
     commands_->ApplyRules(state | (active ? active->active : 0), person_.InRun());
     if (subjects_->runs.FillsTable()) commands_->Entry("mnuFileClose")->setEnabled(true);
     if (form) form->ApplyRules(state, !person_.InRun());
+    ShowWelcome();
 }
 
 void frmMain::ShowPopUpMenu(const QPoint& place) {
@@ -280,17 +332,24 @@ void frmMain::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
+void frmMain::RememberWindowSize() {
+    const bool remembers = commands_->Entry("mnuViewRememberWindowSize")->isChecked();
+    TellUnkeptPlace(SaveRemembersFrame(userStore_, remembers));
+}
+
+// A maximised frame that remembers keeps the size that it goes back to.
 void frmMain::StoreGeometry() {
     if (isMinimized()) return;
-    const QRect frame = geometry();
-    const std::error_code error = SaveFrameGeometry(
-        userStore_,
-        {static_cast<double>(TwipsOf(frame.x())), static_cast<double>(TwipsOf(frame.y())),
-         static_cast<double>(TwipsOf(frame.width())), static_cast<double>(TwipsOf(frame.height()))});
-    if (error) {
-        person_.Say("The window's place cannot be kept in " + userStore_.string() + " (" + error.message() +
-                    ")");
-    }
+    const bool remembers = commands_->Entry("mnuViewRememberWindowSize")->isChecked();
+    QRect frame = geometry();
+    if (remembers && isMaximized() && normalGeometry().isValid()) frame = normalGeometry();
+    TellUnkeptPlace(SaveKeptFrame(userStore_, remembers,
+                                  {{frame.x(), frame.y(), frame.width(), frame.height()}, isMaximized()}));
+}
+
+void frmMain::TellUnkeptPlace(const std::error_code& error) {
+    if (!error) return;
+    person_.Say("The window's place cannot be kept in " + userStore_.string() + " (" + error.message() + ")");
 }
 
 }  // namespace brantlow

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "acquire/version/online_status.h"
 #include "acquire/web/hosts.h"
@@ -18,23 +19,25 @@
 #include "shell/session.h"
 
 class QLabel;
-class QMdiArea;
 class QProgressBar;
 class QToolBar;
 
 namespace brantlow {
 
 class CommandBar;
+class FrameArea;
 class FrameChildren;
 class PrintCommands;
 class RunReport;
 class ToldRuns;
 class UpdateCommands;
+class WelcomePage;
 class WindowPerson;
 class frmGraph;
 class frmQuoteGrid;
 struct FrameSubjects;
 struct FileQuestion;
+struct KeptFrame;
 
 class frmMain final : public QMainWindow {
     Q_OBJECT
@@ -70,7 +73,15 @@ class frmMain final : public QMainWindow {
   private:
     void LendHands();
     void BuildStatusBar();
+    void AddWelcome();
+    void OpenNewestFile();
+    void ShowWelcome();
     void PlaceFrame();
+    // Either tells whether the frame is to be maximised.
+    bool PlaceAsKept(const KeptFrame& kept);
+    bool PlaceInOwnSize(const QRect& available);
+    void RememberWindowSize();
+    void TellUnkeptPlace(const std::error_code& error);
     void CloseChildren();
     Path AskFile(const FileQuestion& question);
     void ShowPopUpMenu(const QPoint& place);
@@ -84,7 +95,8 @@ class frmMain final : public QMainWindow {
     Path userStore_;
     Display display_;
     OnlineState online_;
-    QMdiArea* area_;
+    FrameArea* area_;
+    WelcomePage* welcome_ = nullptr;
     QToolBar* tbToolBar;
     std::unique_ptr<ToldRuns> told_;
     QLabel* statusWord_ = nullptr;

@@ -1,0 +1,188 @@
+#include "shell/frame/windows/welcome_page.h"
+
+#include <QEvent>
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "base/windows/display_text.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr int kLogoPixels = 64;
+constexpr int kGap = 10;
+constexpr int kColumnGap = 48;
+constexpr int kIconPixels = 20;
+constexpr double kHeadingScale = 1.6;
+constexpr double kColumnScale = 1.15;
+// A light desktop's area; a dark one's is a little darker than its windows.
+constexpr QRgb kLightGround = 0xffe4e9ef;
+constexpr int kDarker = 125;
+constexpr int kMiddleLightness = 128;
+
+// What the page offers beside tables, in order: the entry of the menu behind it, or none for those that the
+// page itself knows.
+struct Way {
+    const char* name;
+    const char* words;
+    const char* toolTip;
+    const char* icon;
+    std::string_view command;
+};
+constexpr Way kOpenWay = {"cmdWelcomeOpen", "&Open a Quote File...",
+                          "Choose an end of day quote file (Ctrl+O)", "open-quotes", "mnuFileOpenQuotesDB"};
+constexpr Way kNewWay = {"cmdWelcomeNew", "&New Quote File", "Begin a list of tickers of your own (Ctrl+N)",
+                         "new", "mnuFileNewEODQuoteFile"};
+constexpr Way kHelpWay = {"cmdWelcomeHelp", "Fi&rst Steps (Help)", "Open the help (F1)", "help",
+                          "mnuHelpFile"};
+
+QLabel* Heading(const char* name, double scale) {
+    auto* heading = new QLabel;
+    heading->setObjectName(Name(name));
+    QFont font = heading->font();
+    font.setPointSizeF(font.pointSizeF() * scale);
+    font.setBold(true);
+    heading->setFont(font);
+    return heading;
+}
+
+QVBoxLayout* AddColumn(QHBoxLayout& columns) {
+    auto* column = new QVBoxLayout;
+    column->setSpacing(kGap / 2);
+    columns.addLayout(column, 1);
+    return column;
+}
+
+QIcon Picture(const char* name) {
+    return QIcon(QStringLiteral(":/icons/%1.svg").arg(Name(name)));
+}
+
+}  // namespace
+
+QColor AreaGround(const QPalette& palette) {
+    const QColor window = palette.color(QPalette::Active, QPalette::Window);
+    return window.lightness() < kMiddleLightness ? window.darker(kDarker) : QColor::fromRgb(kLightGround);
+}
+
+WelcomePage::WelcomePage(WelcomeActions actions, QWidget* parent)
+    : QScrollArea(parent),
+      actions_(std::move(actions)),
+      page_(new QWidget),
+      heading_(Heading("lblWelcome", kHeadingScale)),
+      recent_(Heading("lblRecent", kColumnScale)) {
+    setObjectName(QStringLiteral("WelcomePage"));
+    setAccessibleName(QStringLiteral("Welcome"));
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    auto* rows = new QVBoxLayout(page_);
+    rows->setSpacing(kGap);
+    rows->addStretch(1);
+    auto* logo = new QLabel;
+    logo->setPixmap(Picture("brantlow").pixmap(kLogoPixels, kLogoPixels));
+    rows->addWidget(logo, 0, Qt::AlignHCenter);
+    heading_->setText(QStringLiteral("No file is open"));
+    rows->addWidget(heading_, 0, Qt::AlignHCenter);
+    rows->addSpacing(kGap);
+    auto* middle = new QHBoxLayout;
+    middle->addStretch(1);
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(kColumnGap);
+    middle->addLayout(columns);
+    middle->addStretch(1);
+    rows->addLayout(middle);
+    rows->addStretch(2);
+    QVBoxLayout* const recent = AddColumn(*columns);
+    recent_->setText(QStringLiteral("Recent tables"));
+    recent->addWidget(recent_);
+    tableColumn_ = new QVBoxLayout;
+    tableColumn_->setSpacing(kGap / 2);
+    recent->addLayout(tableColumn_);
+    recent->addStretch(1);
+    AddWays(*AddColumn(*columns));
+    setWidget(page_);
+    ShowColours();
+}
+
+QPushButton* WelcomePage::AddButton(QVBoxLayout& column, const char* name, const QString& words,
+                                    std::function<void()> press) {
+    auto* button = new QPushButton(words);
+    button->setObjectName(Name(name));
+    button->setFlat(true);
+    button->setIconSize({kIconPixels, kIconPixels});
+    button->setStyleSheet(QStringLiteral("text-align: left; padding: 6px 10px;"));
+    button->setCursor(Qt::PointingHandCursor);
+    // Later: what is pressed can take the button away.
+    connect(button, &QPushButton::clicked, this, std::move(press), Qt::QueuedConnection);
+    column.addWidget(button);
+    return button;
+}
+
+void WelcomePage::AddWays(QVBoxLayout& column) {
+    QLabel* const heading = Heading("lblBegin", kColumnScale);
+    heading->setText(QStringLiteral("Begin"));
+    column.addWidget(heading);
+    const auto addWay = [&](const Way& way) {
+        QPushButton* const button = AddButton(column, way.name, QString::fromLatin1(way.words),
+                                              [this, &way] { actions_.run(way.command); });
+        button->setToolTip(QString::fromLatin1(way.toolTip));
+        button->setIcon(Picture(way.icon));
+    };
+    addWay(kOpenWay);
+    addWay(kNewWay);
+    practice_ = AddButton(column, "cmdWelcomePractice", QStringLiteral("&Practice Table"), actions_.practice);
+    practice_->setIcon(Picture("chart"));
+    practice_->setToolTip(QStringLiteral("Open real prices of the past, moved to the days before today"));
+    update_ = AddButton(column, "cmdWelcomeUpdate", QString(), [this] {
+        if (!tables_.empty()) actions_.update(std::string(tables_.front()));
+    });
+    update_->setIcon(Picture("update"));
+    addWay(kHelpWay);
+    column.addStretch(1);
+}
+
+void WelcomePage::Offer(const std::vector<std::string>& tables) {
+    if (tables == tables_ && tableColumn_->count() > 0) return;
+    tables_ = tables;
+    while (QLayoutItem* item = tableColumn_->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        QString words = Shown(tables[i]).replace(u'&', QStringLiteral("&&"));
+        if (i < 9) words = QStringLiteral("&%1  %2").arg(i + 1).arg(words);
+        QPushButton* const button = AddButton(*tableColumn_, "cmdWelcomeTable", words,
+                                              [this, name = tables[i]] { actions_.open(std::string(name)); });
+        button->setAccessibleName(QStringLiteral("Open ") + Shown(tables[i]));
+        button->setToolTip(i == 0 ? QStringLiteral("Go on with this table")
+                                  : QStringLiteral("Open this table"));
+        button->setIcon(Picture("open-quotes"));
+    }
+    if (tables.empty()) tableColumn_->addWidget(new QLabel(QStringLiteral("None yet.")));
+    setFocusProxy(tables.empty() ? practice_ : tableColumn_->itemAt(0)->widget());
+    update_->setVisible(!tables.empty());
+    if (tables.empty()) return;
+    update_->setText(
+        QStringLiteral("&Update %1").arg(Shown(tables.front()).replace(u'&', QStringLiteral("&&"))));
+    update_->setToolTip(QStringLiteral("Open this table and fetch its quotes of the day"));
+}
+
+// The scroll area's own ground is that of the area around it.
+void WelcomePage::ShowColours() {
+    const QColor ground = AreaGround(QPalette());
+    if (palette().color(QPalette::Window) == ground) return;
+    QPalette colours;
+    colours.setColor(QPalette::Window, ground);
+    setPalette(colours);
+    setAutoFillBackground(true);
+}
+
+void WelcomePage::changeEvent(QEvent* event) {
+    QScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) ShowColours();
+}
+
+}  // namespace brantlow
