@@ -95,7 +95,7 @@ std::string RowsText(std::size_t rows, std::optional<std::pair<sys_days, sys_day
 }
 
 Checked CheckDays(SourceClient& client, Capability capability, const std::string& ticker, sys_days to) {
-    const CapabilityForm& form = *client.Source().Form(capability);
+    const CapabilityForm& form = client.Source().FormOf(capability);
     if (form.tickers == 0) {
         for (int i = 0; i < 5; ++i, to = WeekdayBefore(to)) {
             const SourceReply reply = client.Ask({capability, {}, to, to});

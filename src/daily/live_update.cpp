@@ -65,7 +65,7 @@ class Gathering {
     }
 
     Answers Ask(const std::vector<std::string>& tickers) {
-        const CapabilityForm& form = *source_.Form(Capability::Quotes);
+        const CapabilityForm& form = source_.FormOf(Capability::Quotes);
         if (form.tickers == 0) {
             AskMarket(tickers);
         } else if (form.reader == ReplyReader::YahooSpark) {
@@ -302,7 +302,7 @@ class LiveRun {
     // Brings the days on the basis of today, and refuses what may not follow the stored ones.
     void Judge(const std::string& ticker, const SourceDefinition& source, TickerAnswer& answer) {
         if (!answer.outcome.Done()) return;
-        const CapabilityForm& form = *source.Form(Capability::Quotes);
+        const CapabilityForm& form = source.FormOf(Capability::Quotes);
         if (form.basis == PriceBasis::Raw) AdjustBars(answer.bars.bars, answer.bars.splits);
         const std::string refusal = MixRefusal(bases_.Find(ticker), source, form.basis, answer.bars.currency);
         if (!refusal.empty()) answer = {{.result = SourceResult::Refused, .words = refusal}, {}};
@@ -340,7 +340,7 @@ class LiveRun {
     // Readers in code know the exchange's own session.
     bool IsBeforeClose(sys_days day) const {
         const SourceDefinition& source = *sources_.quotes;
-        return source.Form(Capability::Quotes)->reader == ReplyReader::Rows &&
+        return source.FormOf(Capability::Quotes).reader == ReplyReader::Rows &&
                !IsOver(*source.zone, day, EpochOf(session_.clock));
     }
 

@@ -231,7 +231,9 @@ TEST_F(FileChangeTest, AccessKeysAreNeverCopied) {
     ASSERT_FALSE(change.Write(File("table"), "rows"));
     ASSERT_FALSE(change.Commit());
     for (const auto& entry : fs::recursive_directory_iterator(place.UndoFolder())) {
-        if (entry.is_regular_file()) EXPECT_NE(BytesOrEmpty(entry.path()), "secret") << entry.path();
+        if (entry.is_regular_file()) {
+            EXPECT_NE(BytesOrEmpty(entry.path()), "secret") << entry.path();
+        }
     }
 }
 

@@ -208,7 +208,6 @@ TEST_F(LoadSeries, LoadSeriesForTakesTheRoadOfItsInterval) {
 
 TEST_F(LoadSeries, AYearFileThatCannotBeReadIsAFailureAndTheSeriesStays) {
     WriteYear("KO", "26", Rows(3, 10));
-    WorkingSeries series;
     ASSERT_FALSE(LoadRecentSeries(source, "KO", series));
     const std::size_t bars = series.BarCount;
     std::filesystem::create_directory(quoteFolder + "AB.25");

@@ -199,7 +199,9 @@ TEST(LiveSources, AnAdaptersWeekGivesTheYearFilesOfTheStandardSource) {
             const std::vector<std::string> ours = live.Days(ticker);
             const std::vector<std::string> theirs = standard.Days(ticker);
             // Its split moves on with the weeks of the practice prices.
-            if (ticker != "NFLX") EXPECT_EQ(ours, theirs) << ticker;
+            if (ticker != "NFLX") {
+                EXPECT_EQ(ours, theirs) << ticker;
+            }
             EXPECT_GT(ours.size(), 400u) << ticker;
         }
     }

@@ -263,7 +263,9 @@ TEST_P(StoreDayTest, AFileCutAtAnyByteLosesTheHalfLineToTheNextDay) {
         const std::string before = bytes.substr(0, bytes.size() - record.size());
         ASSERT_TRUE(before.empty() || before.ends_with("\n")) << length;
         ASSERT_TRUE(before.starts_with(isHalf ? left.substr(0, lines) : left)) << length;
-        if (isHalf) ASSERT_EQ(before, left.substr(0, lines)) << length;
+        if (isHalf) {
+            ASSERT_EQ(before, left.substr(0, lines)) << length;
+        }
         ASSERT_EQ(halfLines, isHalf ? 1U : 0U) << length;
     }
 }

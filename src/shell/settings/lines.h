@@ -23,7 +23,7 @@ enum class LineKind {
     Choice,  // one of some words
     Number,  // a number within a range
     Time,    // hour or minute in two digits, or nothing
-    Date,
+    Day,     // a date
     Text,
 };
 
@@ -87,14 +87,15 @@ struct LineRow {
 // By file, each file's by number.
 inline constexpr std::array kLineRows = {
     // VTRDATAset.ini
-    LineRow{SettingsFile::Data, 1, LineKind::Choice, "BackUpFrequency", "Manually", "how often to back up"}
+    LineRow{SettingsFile::Data, 1, LineKind::Choice, "BackUpFrequency", kBackUpWords[0],
+            "how often to back up"}
         .Of(kBackUpWords),
-    LineRow{SettingsFile::Data, 2, LineKind::Flag, "BacksUpApplication", "True",
+    LineRow{SettingsFile::Data, 2, LineKind::Flag, "BacksUpApplication", kTrueFalse[0],
             "whether the application's files are backed up"}
         .Of(kTrueFalse),
     LineRow{SettingsFile::Data, 3, LineKind::Text, "ApplicationBackUpFolder", R"(Back Up\Data)", "where to"}
         .KeptAsShown(),
-    LineRow{SettingsFile::Data, 4, LineKind::Flag, "BacksUpDatabase", "True",
+    LineRow{SettingsFile::Data, 4, LineKind::Flag, "BacksUpDatabase", kTrueFalse[0],
             "whether the quote database is backed up"}
         .Of(kTrueFalse),
     LineRow{SettingsFile::Data, 5, LineKind::Text, "DatabaseBackUpFolder", R"(Back Up\Quotes)", "where to"}
@@ -104,13 +105,13 @@ inline constexpr std::array kLineRows = {
         .Of(kHistoryYearsWords)
         .Within(0, 1000)
         .As(LineForm::Number),
-    LineRow{SettingsFile::Data, 7, LineKind::Flag, "SavesTable", "Automatic Save",
+    LineRow{SettingsFile::Data, 7, LineKind::Flag, "SavesTable", kSaveWords[0],
             "whether an update or an edit saves the table"}
         .Of(kSaveWords),
-    LineRow{SettingsFile::Data, 8, LineKind::Flag, "StoresInDatabase", "Automatic Save",
+    LineRow{SettingsFile::Data, 8, LineKind::Flag, "StoresInDatabase", kSaveWords[0],
             "whether an update goes to the quote database"}
         .Of(kSaveWords),
-    LineRow{SettingsFile::Data, 9, LineKind::Choice, "Collection", "None", "the daily update"}
+    LineRow{SettingsFile::Data, 9, LineKind::Choice, "Collection", kCollectionWords[1], "the daily update"}
         .Of(kCollectionWords)
         .Otherwise(1),
     LineRow{SettingsFile::Data, 10, LineKind::Time, "CollectionHour", "",
@@ -119,27 +120,27 @@ inline constexpr std::array kLineRows = {
     LineRow{SettingsFile::Data, 11, LineKind::Time, "CollectionMinute", "",
             "its minute, two digits; \"\" without a daily update"}
         .Within(0, 59),
-    LineRow{SettingsFile::Data, 12, LineKind::Flag, "ChecksForUpdates", "Manual Updates",
+    LineRow{SettingsFile::Data, 12, LineKind::Flag, "ChecksForUpdates", kUpdateWords[1],
             "whether the program looks for newer versions"}
         .Of(kUpdateWords),
-    LineRow{SettingsFile::Data, 13, LineKind::Date, "LastBackUp", "", "the day of the last back-up"}.Dated(),
-    LineRow{SettingsFile::Data, 14, LineKind::Flag, "SendsAlerts", "None",
+    LineRow{SettingsFile::Data, 13, LineKind::Day, "LastBackUp", "", "the day of the last back-up"}.Dated(),
+    LineRow{SettingsFile::Data, 14, LineKind::Flag, "SendsAlerts", kAlertWords[1],
             "whether alarms send alerts by e-mail"}
         .Of(kAlertWords),
     LineRow{SettingsFile::Data, 15, LineKind::Text, "AlertAddress", "", "their address"}.Kept(),
-    LineRow{SettingsFile::Data, 16, LineKind::Flag, "RunsSelector", "Manual",
+    LineRow{SettingsFile::Data, 16, LineKind::Flag, "RunsSelector", kAutomaticManual[1],
             "whether the selector runs after an update"}
         .Of(kAutomaticManual),
-    LineRow{SettingsFile::Data, 17, LineKind::Flag, "DatabaseIsElsewhere", "False",
+    LineRow{SettingsFile::Data, 17, LineKind::Flag, "DatabaseIsElsewhere", kTrueFalse[1],
             "whether the quote database lies in a folder of its own choice"}
         .Of(kTrueFalse),
     LineRow{SettingsFile::Data, 18, LineKind::Text, "DatabaseFolder", R"(Quotes\EOD)", "which folder"}
         .KeptAsShown(),
-    LineRow{SettingsFile::Data, 19, LineKind::Flag, "AdjustsSplits", "Automatic",
+    LineRow{SettingsFile::Data, 19, LineKind::Flag, "AdjustsSplits", kAutomaticManual[0],
             "whether an update adjusts for stock splits"}
         .Of(kAutomaticManual),
     // VTRGRAPHset.ini
-    LineRow{SettingsFile::Graph, 1, LineKind::Choice, "ChartStyle", "Default", "the chart's style"}
+    LineRow{SettingsFile::Graph, 1, LineKind::Choice, "ChartStyle", kChartStyleWords[0], "the chart's style"}
         .Of(kChartStyleWords)
         .Otherwise(1)
         .Shows(0),
@@ -170,7 +171,7 @@ inline constexpr std::array kLineRows = {
     LineRow{SettingsFile::Mru, 3, LineKind::Text, "RecentFile3", "", "third of the recent files"},
     LineRow{SettingsFile::Mru, 4, LineKind::Text, "RecentFile4", "", "fourth of the recent files"},
     // VTRNETset.ini
-    LineRow{SettingsFile::Net, 1, LineKind::Choice, "WebContent", "Yahoo",
+    LineRow{SettingsFile::Net, 1, LineKind::Choice, "WebContent", kContentWords[0],
             "the pages that research commands open"}
         .Of(kContentWords)
         .Otherwise(1)
@@ -178,7 +179,7 @@ inline constexpr std::array kLineRows = {
         .Kept(),
     LineRow{SettingsFile::Net, 2, LineKind::Text, "Brokerage", "", "address of the brokerage firm"}
         .KeptAsShown(),
-    LineRow{SettingsFile::Net, 3, LineKind::Choice, "QuoteSource", "Yahoo", "where quotes come from"}
+    LineRow{SettingsFile::Net, 3, LineKind::Choice, "QuoteSource", kSourceWords[0], "where quotes come from"}
         .Of(kSourceWords)
         .Kept(),
     LineRow{SettingsFile::Net, 4, LineKind::Text, "QuoteTemplate", "",
@@ -202,7 +203,7 @@ inline constexpr std::array kLineRows = {
         .As(LineForm::Printed),
     LineRow{SettingsFile::Net, 9, LineKind::Choice, "SourceDateForm", "01/02/04", "form of its dates"}.Of(
         kDateForms),
-    LineRow{SettingsFile::Net, 10, LineKind::Choice, "SourceDelimiter", "Comma", "its separator"}
+    LineRow{SettingsFile::Net, 10, LineKind::Choice, "SourceDelimiter", kDelimiterWords[0], "its separator"}
         .Of(kDelimiterWords)
         .Otherwise(1),
     // VTRLANGset.ini
@@ -210,12 +211,12 @@ inline constexpr std::array kLineRows = {
             "base address of the quote host; \"\" for that of the United States"}
         .Kept(),
     // VTRIMEXset.ini
-    LineRow{SettingsFile::ImEx, 1, LineKind::Choice, "ExportType", "Comma Delimited",
+    LineRow{SettingsFile::ImEx, 1, LineKind::Choice, "ExportType", kFileTypeWords[0],
             "form of an export file"}
         .Of(kFileTypeWords),
     LineRow{SettingsFile::ImEx, 2, LineKind::Text, "ExportFolder", "Data", "its folder"}.KeptAsShown(),
     LineRow{SettingsFile::ImEx, 3, LineKind::Text, "ExportName", "Export.Txt", "its name"},
-    LineRow{SettingsFile::ImEx, 4, LineKind::Choice, "ImportType", "Comma Delimited",
+    LineRow{SettingsFile::ImEx, 4, LineKind::Choice, "ImportType", kFileTypeWords[0],
             "form of an import file"}
         .Of(kFileTypeWords)
         .Otherwise(1),
@@ -230,7 +231,7 @@ inline constexpr std::array kLineRows = {
     LineRow{SettingsFile::ImEx, 9, LineKind::Choice, "ImportDateForm", "01/02/04", "form of its dates"}.Of(
         kDateForms),
     // VTROWNset.ini
-    LineRow{SettingsFile::Own, 1, LineKind::Flag, "KeepsHistory", "Keep",
+    LineRow{SettingsFile::Own, 1, LineKind::Flag, "KeepsHistory", kKeepWords[0],
             "whether a ticker whose download failed keeps the history that is stored"}
         .Of(kKeepWords),
     LineRow{SettingsFile::Own, 2, LineKind::Number, "UndoChanges", "20", "how many changes can be undone"}
@@ -262,7 +263,7 @@ struct LineOf {
 using FlagLine = LineOf<LineKind::Flag>;
 using NumberLine = LineOf<LineKind::Number>;
 using TimeLine = LineOf<LineKind::Time>;
-using DateLine = LineOf<LineKind::Date>;
+using DateLine = LineOf<LineKind::Day>;
 using TextLine = LineOf<LineKind::Text>;
 template <class Choice>
 struct ChoiceLine : LineOf<LineKind::Choice> {

@@ -113,7 +113,7 @@ std::string Gives(const LineRow& row, const SettingsTables& tables) {
             return std::to_string(ChoiceOf(row, TextOf(tables, row)).value_or(std::size_t(row.fallback)));
         case LineKind::Number:
         case LineKind::Time:
-        case LineKind::Date:
+        case LineKind::Day:
         case LineKind::Text:
             break;
     }
@@ -127,11 +127,15 @@ TEST_P(EveryLine, HasAPlaceOfItsOwnBehindTheLineBefore) {
     std::size_t same = 0;
     for (const LineRow& other : kLineRows) {
         if (other.name == row.name) ++same;
-        if (other.file == row.file && other.number == row.number) EXPECT_EQ(other.name, row.name);
+        if (other.file == row.file && other.number == row.number) {
+            EXPECT_EQ(other.name, row.name);
+        }
     }
     EXPECT_EQ(same, 1U);
     EXPECT_FALSE(row.words.empty());
-    if (row.number > 1) EXPECT_NE(RowOf(row.file, row.number - 1), nullptr);
+    if (row.number > 1) {
+        EXPECT_NE(RowOf(row.file, row.number - 1), nullptr);
+    }
     EXPECT_LE(row.number, LineCountOf(row.file));
 }
 
@@ -141,7 +145,9 @@ TEST_P(EveryLine, FitsItsKind) {
     const bool ofRange = row.kind == LineKind::Number || row.kind == LineKind::Time;
     EXPECT_EQ(ofWords, !row.choices.empty() && row.kind != LineKind::Number);
     EXPECT_EQ(ofRange, row.least < row.most);
-    if (row.kind == LineKind::Flag) EXPECT_EQ(row.choices.size(), 2U);
+    if (row.kind == LineKind::Flag) {
+        EXPECT_EQ(row.choices.size(), 2U);
+    }
     if (ofWords) {
         EXPECT_TRUE(ChoiceOf(row, row.standard)) << "a new folder starts with an unknown word";
         EXPECT_LT(std::size_t(row.fallback), row.choices.size());
@@ -183,7 +189,7 @@ TEST_P(EveryLine, AnUnknownTextCountsAsTheFallback) {
             case LineKind::Time:
                 EXPECT_EQ(Get(tables, TimeLine(row)), std::nullopt) << unknown;
                 break;
-            case LineKind::Date:
+            case LineKind::Day:
                 EXPECT_EQ(Get(tables, DateLine(row)), std::nullopt) << unknown;
                 break;
             case LineKind::Text:
@@ -230,7 +236,7 @@ TEST_P(EveryLine, StandsInTheFilesOfANewFolderAsItsRowSays) {
     const LineRow& row = GetParam();
     SettingsTables shipped;
     LoadAllSettings(SourceFolder() / "assets", shipped);
-    if (row.file == SettingsFile::Lang || row.kind == LineKind::Date) return;
+    if (row.file == SettingsFile::Lang || row.kind == LineKind::Day) return;
     EXPECT_EQ(TextOf(shipped, row), row.standard);
 }
 
@@ -244,7 +250,7 @@ std::string OtherText(const LineRow& row) {
         case LineKind::Number:
             return std::to_string(row.fallback);
         case LineKind::Time:
-        case LineKind::Date:
+        case LineKind::Day:
             return "none";
         case LineKind::Text:
             break;
@@ -264,7 +270,7 @@ std::string DocumentedAs(const LineRow& row) {
         values = std::to_string(row.least) + " to " + std::to_string(row.most);
     }
     if (row.kind == LineKind::Text) values = row.form == LineForm::Printed ? "text, printed" : "text";
-    if (row.kind == LineKind::Date) values = "a date";
+    if (row.kind == LineKind::Day) values = "a date";
     const std::string standard = bare ? std::string(row.standard) : '"' + std::string(row.standard) + '"';
     return "| " + std::to_string(row.number) + " | " + std::string(row.words) + " | " + values + " | " +
            (row.reset == LineReset::Today ? "today" : standard) + " | " + OtherText(row) + " |";
@@ -281,7 +287,7 @@ TEST_P(EveryLine, IsDocumented) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Settings, EveryLine, testing::ValuesIn(kLineRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 }  // namespace
 }  // namespace brantlow

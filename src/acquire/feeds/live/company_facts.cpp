@@ -70,7 +70,7 @@ CompanyFacts::CompanyFacts(SourceWorld& world, SourceClient& client)
 
 bool CompanyFacts::LoadCompanies(SourceOutcome& outcome) {
     if (!ciks_.empty()) return true;
-    const CapabilityForm& form = *client_.Source().Form(Capability::Fundamentals);
+    const CapabilityForm& form = client_.Source().FormOf(Capability::Fundamentals);
     const std::string bytes = client_.Fetch(form.addresses.front(), outcome);
     if (!outcome.Done()) return false;
     const json document = json::parse(bytes, nullptr, false);
@@ -91,7 +91,7 @@ bool CompanyFacts::LoadCompanies(SourceOutcome& outcome) {
 
 std::vector<FiledFact> CompanyFacts::FactsOf(const std::string& cik, std::string_view tag,
                                              std::string_view unit, SourceOutcome& outcome) {
-    const CapabilityForm& form = *client_.Source().Form(Capability::Fundamentals);
+    const CapabilityForm& form = client_.Source().FormOf(Capability::Fundamentals);
     std::vector<FiledFact> facts;
     const std::string bytes =
         client_.Fetch(fmt::format("{}CIK{}/{}.json", form.addresses.back(), cik, tag), outcome);

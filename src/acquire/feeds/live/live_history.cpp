@@ -59,7 +59,7 @@ class LivePopulate {
     void PopulateByTickers(const DaySpan& span) {
         AskTickers(client_, world_, {Capability::History, span.from, span.to}, tickers_,
                    [&](const std::string& ticker, TickerAnswer answer) {
-                       Take(*source_.Form(Capability::History), ticker, std::move(answer));
+                       Take(source_.FormOf(Capability::History), ticker, std::move(answer));
                    });
         report_.stopped = session_.run.ProcessCommand == kStopRun;
     }
@@ -70,7 +70,7 @@ class LivePopulate {
         report_.stopped = end.outcome.result == SourceResult::Stopped;
         report_.unfinished = end.unfinished;
         if (end.fault) report_.fault = end.fault;
-        const CapabilityForm& form = *source_.Form(Capability::Quotes);
+        const CapabilityForm& form = source_.FormOf(Capability::Quotes);
         market.ForEachTicker([&](const std::string& ticker, TickerAnswer answer) {
             if (!end.isComplete && answer.outcome.Done() && !files_[ticker].empty()) {
                 answer = {end.outcome, {}};

@@ -223,7 +223,7 @@ SourceOutcome SourceClient::AskPages(const ReplyScene& scene, const std::string&
 }
 
 SourceReply SourceClient::AskAt(const Question& question, const std::string& pattern) {
-    const CapabilityForm& form = *source_.Form(question.capability);
+    const CapabilityForm& form = source_.FormOf(question.capability);
     const std::string single =
         question.symbols.size() == 1 && form.tickers == 1 ? question.symbols.front() : "";
     const ReplyScene scene{source_, form, single, question.from, question.to, EpochOf(world_.session.clock)};
@@ -263,7 +263,7 @@ SourceReply SourceClient::Ask(const Question& question) {
 TickerAnswer AnswerOf(const SourceClient& client, Capability capability, SourceReply& reply,
                       const std::string& symbol) {
     if (!reply.outcome.Done()) return {reply.outcome, {}};
-    const CapabilityForm& form = *client.Source().Form(capability);
+    const CapabilityForm& form = client.Source().FormOf(capability);
     const SourceOutcome nothing{.result = form.empty, .words = {}};
     const auto found = reply.bySymbol.find(symbol);
     if (found == reply.bySymbol.end()) return {nothing, {}};

@@ -152,6 +152,10 @@ struct SourceDefinition {
         const auto& form = capabilities[static_cast<std::size_t>(capability)];
         return form ? &*form : nullptr;
     }
+    // The form of what the source is known to give; throws std::bad_optional_access where it gives none.
+    const CapabilityForm& FormOf(Capability capability) const {
+        return capabilities[static_cast<std::size_t>(capability)].value();
+    }
 };
 
 struct DefinitionRead {

@@ -54,7 +54,8 @@ void ExplainCommands::Follow() {
 
 void ExplainCommands::ShowCell() {
     const frmQuoteGrid* const form = frame_.table.form();
-    if (!pane_ || !pane_->isVisible() || !form || frame_.person.InRun()) return;
+    const QWidget* const pane = pane_;
+    if (!pane || !pane->isVisible() || !form || frame_.person.InRun()) return;
     const QModelIndex cell = form->View()->currentIndex();
     if (!cell.isValid()) return pane_->ShowSentence(QStringLiteral("Select a cell of a condition."));
     const std::string ticker = form->Table().Ticker(static_cast<std::size_t>(cell.row()) + 1);
