@@ -14,9 +14,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::string_view kTrue = "True";
-constexpr std::string_view kFalse = "False";
-
 // Takes the value of an option into its line.
 void TakeOption(std::string_view control, SettingsTables& next) {
     if (const OptionRow* row = FindOption(control)) SetText(next, *row->line, row->Value());
@@ -59,37 +56,12 @@ SettingsTables WithNetOption(std::string_view option, const SettingsTables& sett
 
 }  // namespace
 
-void WizardDriver::Start() {
-    WizardRunning_ = kTrue;
-    flags_.fill("");
-    flags_.front() = kFalse;
-}
-
-std::optional<std::size_t> WizardDriver::StepToShow() const {
-    if (WizardRunning_ != kTrue) return std::nullopt;
-    const auto shown = std::find(flags_.begin(), flags_.end(), kFalse);
-    if (shown == flags_.end()) return std::nullopt;
-    return static_cast<std::size_t>(shown - flags_.begin()) + 1;
-}
-
-void WizardDriver::GoTo(std::size_t step) {
-    const std::optional<std::size_t> shown = StepToShow();
-    if (!shown || step < 1 || step > flags_.size()) return;
-    flags_[*shown - 1] = kTrue;
-    flags_[step - 1] = kFalse;
-}
-
 void WizardDriver::Next() {
-    GoTo(StepToShow().value_or(0) + 1);
+    if (step_ && *step_ < kWizardSteps.size()) ++*step_;
 }
 
 void WizardDriver::Back() {
-    GoTo(StepToShow().value_or(1) - 1);
-}
-
-void WizardDriver::Finish() {
-    flags_.back() = kTrue;
-    WizardRunning_ = kFalse;
+    if (step_ && *step_ > 1) --*step_;
 }
 
 WizardOutcome SaveQuoteSupplier(std::string_view option, const Path& appPath, SettingsTables& settings) {

@@ -31,30 +31,21 @@ inline constexpr std::array<WizardStep, 6> kWizardSteps = {{
     {"frmSetupWizard6", "Step 6:                                            Basic Setup Complete"},
 }};
 
-// Steps are numbered from 1.
+// Which of the steps, numbered from 1, is shown.
 class WizardDriver {
   public:
-    void Start();
+    // At the first step.
+    void Start() { step_ = 1; }
     // The step that is to be shown; nothing while the wizard is not running.
-    std::optional<std::size_t> StepToShow() const;
+    std::optional<std::size_t> StepToShow() const { return step_; }
     // From the step that is shown to its neighbour; past either end nothing moves.
     void Next();
     void Back();
-    // The last step is done.
-    void Finish();
-    // The wizard was left half-way.
-    void Leave() { WizardRunning_ = "False"; }
-
-    // "True" or "False"; empty before the first start.
-    const std::string& WizardRunning() const { return WizardRunning_; }
-    // "" for a step not reached, "False" for the one to be shown now, "True" for one done; 1 to 6.
-    const std::string& StepFlag(std::size_t step) const { return flags_.at(step - 1); }
+    // The last step is done, or the wizard was left half-way.
+    void End() { step_.reset(); }
 
   private:
-    void GoTo(std::size_t step);
-
-    std::string WizardRunning_;
-    std::array<std::string, kWizardSteps.size()> flags_;
+    std::optional<std::size_t> step_;
 };
 
 // What Next leads to on a form that writes.

@@ -9,8 +9,6 @@
 
 namespace brantlow {
 
-namespace {}  // namespace
-
 TestState EvaluateNameAt(std::string_view name, const Analysis& analysis, std::size_t bar) {
     const NamedTest* test = FindTest(name);
     return test == nullptr ? TestState::Undecided : RunNamedTest(*test, analysis, bar);
@@ -18,11 +16,6 @@ TestState EvaluateNameAt(std::string_view name, const Analysis& analysis, std::s
 
 TestState EvaluateName(std::string_view name, const Analysis& analysis) {
     return EvaluateNameAt(name, analysis, analysis.series.LastBar);
-}
-
-TestState EvaluateSlotAt(std::size_t slot, std::string_view text, const Analysis& analysis, std::size_t bar) {
-    if (text.empty()) return TestState::Undecided;
-    return RunValueSlot(slot, LeadingNumber(text), analysis, bar);
 }
 
 TestState RunStep(const TestStep& step, const Analysis& analysis, std::size_t bar) {

@@ -24,12 +24,9 @@ TestState EvaluateNameAt(std::string_view name, const Analysis& analysis, std::s
 // The same at the newest bar.
 TestState EvaluateName(std::string_view name, const Analysis& analysis);
 
-// One value slot, 1 to 38, at one bar. An empty text is a slot not in use and gives Undecided; a text that is
-// no number counts as 0.
-TestState EvaluateSlotAt(std::size_t slot, std::string_view text, const Analysis& analysis, std::size_t bar);
-
 // A line of a condition with its name or its number resolved. One without a test and without a slot stands
-// for a name that nothing tests.
+// for a name that nothing tests. A slot's text that is no number counts as 0, and an empty one is a slot not
+// in use, which makes no step.
 struct TestStep {
     const NamedTest* test = nullptr;
     std::size_t slot = 0;

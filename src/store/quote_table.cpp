@@ -150,12 +150,6 @@ void QuoteTable::AppendLineText(std::size_t row, std::string& out) const {
     }
 }
 
-std::string QuoteTable::LineText(std::size_t row) const {
-    std::string line;
-    AppendLineText(row, line);
-    return line;
-}
-
 std::vector<std::string> QuoteTable::Tickers() const {
     std::vector<std::string> tickers;
     for (std::size_t row = 1; row < RowCount(); ++row) tickers.push_back(Ticker(row));

@@ -78,8 +78,7 @@ class QuoteTable {
     // False while that file has the bytes it had then; a table that came from nowhere has none to change.
     bool SourceHasChanged(const Path& file) const;
 
-    // The row as its line of the file: every column, separated by tabs.
-    std::string LineText(std::size_t row) const;
+    // Adds the row as its line of the file: every column, separated by tabs.
     void AppendLineText(std::size_t row, std::string& out) const;
 
   private:

@@ -97,22 +97,6 @@ ConditionHits HitStore::Count(const Condition& condition) const {
     return counted;
 }
 
-std::vector<std::size_t> HitStore::HitsOf(const Condition& condition) const {
-    Verdicts all{Nothing(), Nothing()};
-    for (const Verdicts& line : LinesOf(condition)) {
-        for (std::size_t word = 0; word < words_; ++word) {
-            all.holds[word] |= line.holds[word];
-            all.fails[word] |= line.fails[word];
-        }
-    }
-    std::vector<std::size_t> places;
-    for (std::size_t i = 0; i < taken_; ++i) {
-        const std::uint64_t hits = all.holds[i / kWordBits] & ~all.fails[i / kWordBits];
-        if ((hits >> (i % kWordBits) & 1U) != 0) places.push_back(i);
-    }
-    return places;
-}
-
 std::size_t HitStore::Bytes() const {
     std::size_t bytes = names_.size() * 2 * words_ * sizeof(std::uint64_t);
     for (const std::vector<SlotValue>& values : values_) bytes += values.capacity() * sizeof(SlotValue);

@@ -41,8 +41,6 @@ class HitStore {
 
     std::size_t Tickers() const { return taken_; }
     ConditionHits Count(const Condition& condition) const;
-    // The table places, from 0, that the condition hits.
-    std::vector<std::size_t> HitsOf(const Condition& condition) const;
     std::size_t Bytes() const;
 
   private:

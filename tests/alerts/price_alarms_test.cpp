@@ -197,14 +197,14 @@ class AlarmEditTest : public SessionTest {
 TEST_F(AlarmEditTest, WritesBothCellsAndSaves) {
     const TableEdit edit = EditAlarms(session, table, "bbb", {"50.5", ""});
     EXPECT_EQ(edit.outcome, EditOutcome::Changed);
-    EXPECT_EQ(table.LineText(1), "AAA\t1\t2");
-    EXPECT_EQ(table.LineText(2), "BBB\t50.5\t");
+    EXPECT_EQ(LineText(table, 1), "AAA\t1\t2");
+    EXPECT_EQ(LineText(table, 2), "BBB\t50.5\t");
     EXPECT_EQ(Read("Data/Mine.ddq"), "Ticker Symbol\tHigh Alarm\tLow Alarm\r\nAAA\t1\t2\r\nBBB\t50.5\t\r\n");
 }
 
 TEST_F(AlarmEditTest, ACellWithoutATextKeepsWhatItHolds) {
     EditAlarms(session, table, "BBB", {std::nullopt, "9"});
-    EXPECT_EQ(table.LineText(2), "BBB\t3\t9");
+    EXPECT_EQ(LineText(table, 2), "BBB\t3\t9");
 }
 
 TEST_F(AlarmEditTest, WithManualSaveTheFileIsNotWritten) {
@@ -230,7 +230,7 @@ TEST_F(AlarmEditTest, RefusesInItsWords) {
         EXPECT_EQ(EditAlarms(session, table, row.symbol, {"5", "6"}).outcome, EditOutcome::Refused);
         ASSERT_EQ(person.said.size(), 1U);
         EXPECT_EQ(person.said[0].text, row.text);
-        EXPECT_EQ(table.LineText(2), "BBB\t3\t4");
+        EXPECT_EQ(LineText(table, 2), "BBB\t3\t4");
     }
 }
 
@@ -238,7 +238,7 @@ TEST_F(AlarmEditTest, OtherKindsAndOtherTickersStayAsTheyAre) {
     EXPECT_EQ(EditAlarms(session, table, "XYZ", {"5", "6"}).outcome, EditOutcome::Unchanged);
     session.CurrentFile = "Evaluations.dbe";
     EXPECT_EQ(EditAlarms(session, table, "BBB", {"5", "6"}).outcome, EditOutcome::Unchanged);
-    EXPECT_EQ(table.LineText(2), "BBB\t3\t4");
+    EXPECT_EQ(LineText(table, 2), "BBB\t3\t4");
     EXPECT_TRUE(person.said.empty());
 }
 

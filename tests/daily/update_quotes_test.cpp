@@ -39,7 +39,7 @@ TEST_F(UpdateQuotesTest, TheRecordIsWrittenByteForByte) {
 TEST_F(UpdateQuotesTest, ColumnsInAnyOrderAndUnknownOnes) {
     table = TableOf({"Ticker Symbol\tVolume\tMine\tLast Price", "T1\t\tmy note\t"});
     Update();
-    EXPECT_EQ(table.LineText(1), "T1\t12345\tmy note\t110.000");
+    EXPECT_EQ(LineText(table, 1), "T1\t12345\tmy note\t110.000");
 }
 
 TEST_F(UpdateQuotesTest, ATableWithOneDataRowAsksForFifteenTickers) {
@@ -167,7 +167,7 @@ TEST_F(UpdateQuotesTest, ADividendOfZeroClearsBothDateCells) {
     table.SetText(1, 1, "old");
     lines["T1"] = ReplyLine("T1").With(14, "0").Text();
     Update();
-    EXPECT_EQ(table.LineText(1), "T1\t\t\t");
+    EXPECT_EQ(LineText(table, 1), "T1\t\t\t");
 }
 
 TEST_F(UpdateQuotesTest, APayDateInJanuaryAfterADecemberExDateGetsNextYear) {
@@ -175,7 +175,7 @@ TEST_F(UpdateQuotesTest, APayDateInJanuaryAfterADecemberExDateGetsNextYear) {
     table = Tickers(1, "\tDividend Date\tX Dividend Date");
     lines["T1"] = ReplyLine("T1").With(5, "\"1/15/2024\"").With(9, "\"12/10/2024\"").Text();
     Update();
-    EXPECT_EQ(table.LineText(1), "T1\t01/15/25\t12/10/24");
+    EXPECT_EQ(LineText(table, 1), "T1\t01/15/25\t12/10/24");
 }
 
 TEST_F(UpdateQuotesTest, APayDateThatIsMissingStaysEmpty) {
@@ -183,7 +183,7 @@ TEST_F(UpdateQuotesTest, APayDateThatIsMissingStaysEmpty) {
     for (const char* date : {"\"N/A\"", "\"\""}) {
         lines["T1"] = ReplyLine("T1").With(5, date).Text();
         Update();
-        EXPECT_EQ(table.LineText(1), "T1\t\t02/01/24") << date;
+        EXPECT_EQ(LineText(table, 1), "T1\t\t02/01/24") << date;
     }
 }
 
@@ -197,7 +197,7 @@ TEST_F(UpdateQuotesTest, MissingValuesBecomeEmptyCells) {
                       .With(12, "9000.01")
                       .Text();
     Update();
-    EXPECT_EQ(table.LineText(1), "T1\t\t\t\t\t9000.010");
+    EXPECT_EQ(LineText(table, 1), "T1\t\t\t\t\t9000.010");
 }
 
 TEST_F(UpdateQuotesTest, AnUnknownTickersLineOfNotAvailableGivesEmptyCells) {
@@ -216,16 +216,16 @@ TEST_F(UpdateQuotesTest, AnUnknownTickersLineOfNotAvailableGivesEmptyCells) {
 TEST_F(UpdateQuotesTest, AlarmCellsKeepTheirValues) {
     table = TableOf({"Ticker Symbol\tHigh Alarm\tLow Alarm\tLast Price", "T1\t9000.000\t0.010\t5"});
     Update();
-    EXPECT_EQ(table.LineText(1), "T1\t9000.000\t0.010\t110.000");
+    EXPECT_EQ(LineText(table, 1), "T1\t9000.000\t0.010\t110.000");
 }
 
 TEST_F(UpdateQuotesTest, WhatCannotBeComputedStaysFromTheUpdateBefore) {
     table = Tickers(1, "\tAnnual Earnings (M)\tP/E est.\tE/S");
     Update();
-    EXPECT_EQ(table.LineText(1), "T1\t54.545\t18.33\t0.13636");
+    EXPECT_EQ(LineText(table, 1), "T1\t54.545\t18.33\t0.13636");
     lines["T1"] = ReplyLine("T1").With(19, "-22").Text();
     Update();
-    EXPECT_EQ(table.LineText(1), "T1\t54.545\t-18.33\t0.13636");
+    EXPECT_EQ(LineText(table, 1), "T1\t54.545\t-18.33\t0.13636");
 }
 
 TEST_F(UpdateQuotesTest, TheValuesOfAnotherTableAreForgotten) {
@@ -234,7 +234,7 @@ TEST_F(UpdateQuotesTest, TheValuesOfAnotherTableAreForgotten) {
     table = TableOf({"Ticker Symbol\tAnnual Earnings (M)", "OTHER"});
     lines["OTHER"] = ReplyLine("OTHER").With(19, "0").Text();
     Update();
-    EXPECT_EQ(table.LineText(1), "OTHER\t");
+    EXPECT_EQ(LineText(table, 1), "OTHER\t");
 }
 
 TEST_F(UpdateQuotesTest, AGermanHostsCommasAndSemicolons) {
@@ -242,7 +242,7 @@ TEST_F(UpdateQuotesTest, AGermanHostsCommasAndSemicolons) {
     table = Tickers(1, "\tLast Price\tChange\tName");
     lines["T1"] = ReplyLine("T1").With(2, "1,5").With(6, "2,5").With(7, "\"AG, Neu\"").Text(';');
     EXPECT_EQ(Update().accepted, 1U);
-    EXPECT_EQ(table.LineText(1), "T1\t1.500\t2.500\tAG. Neu");
+    EXPECT_EQ(LineText(table, 1), "T1\t1.500\t2.500\tAG. Neu");
     EXPECT_TRUE(web.Addresses.front().starts_with("http://de.test/d/quotes.txt?s=T1,"));
 }
 
@@ -250,7 +250,7 @@ TEST_F(UpdateQuotesTest, ADecimalCommaMarketFillsTheRowWhateverTheTicker) {
     session.settings.QuoteHost = "http://de.test";
     lines["T1"] = ReplyLine("T1.DE").With(2, "1,5").Text(';');
     const UpdateOutcome outcome = Update();
-    EXPECT_EQ(table.LineText(1), "T1\t1.500");
+    EXPECT_EQ(LineText(table, 1), "T1\t1.500");
     EXPECT_EQ(rows.Symbols[1], "T1");
     // No file of the database is named after a ticker that only the reply knows.
     EXPECT_EQ(outcome.accepted, 0U);
@@ -259,7 +259,7 @@ TEST_F(UpdateQuotesTest, ADecimalCommaMarketFillsTheRowWhateverTheTicker) {
 TEST_F(UpdateQuotesTest, AnotherHostsSemicolonsAreNotTouched) {
     lines["T1"] = ReplyLine("T1").Text(';');
     Update();
-    EXPECT_EQ(table.LineText(1), "T1\t");
+    EXPECT_EQ(LineText(table, 1), "T1\t");
 }
 
 TEST_F(UpdateQuotesTest, AMisorderedReplyChangesNoCellsOfARowWhoseTickerDiffers) {
@@ -278,7 +278,7 @@ TEST_F(UpdateQuotesTest, AMisorderedReplyChangesNoCellsOfARowWhoseTickerDiffers)
 TEST_F(UpdateQuotesTest, ATickerInLowerCaseInTheReplyIsItsRows) {
     lines["T1"] = ReplyLine("t1").Text();
     Update();
-    EXPECT_EQ(table.LineText(1), "T1\t110.000");
+    EXPECT_EQ(LineText(table, 1), "T1\t110.000");
     EXPECT_EQ(Read("Import.Txt").substr(0, 5), "\"T1\",");
 }
 
@@ -316,11 +316,11 @@ TEST_F(UpdateQuotesTest, TickersThatCannotBeAskedForLeaveTheirPlacesToTheOthers)
     ASSERT_EQ(web.Addresses.size(), 1U);
     EXPECT_EQ(web.Addresses.front().find("http://quotes.test/d/quotes.txt?s=T1,T2,T3,,,,,,,,,,,,&f="), 0U)
         << web.Addresses.front();
-    EXPECT_EQ(table.LineText(1), "A&B\t1.000");
-    EXPECT_EQ(table.LineText(2), "T1\t110.000");
-    EXPECT_EQ(table.LineText(3), "A B\t2.000");
-    EXPECT_EQ(table.LineText(4), "T2\t110.000");
-    EXPECT_EQ(table.LineText(5), "T3\t110.000");
+    EXPECT_EQ(LineText(table, 1), "A&B\t1.000");
+    EXPECT_EQ(LineText(table, 2), "T1\t110.000");
+    EXPECT_EQ(LineText(table, 3), "A B\t2.000");
+    EXPECT_EQ(LineText(table, 4), "T2\t110.000");
+    EXPECT_EQ(LineText(table, 5), "T3\t110.000");
     EXPECT_EQ(outcome.accepted, 3U);
     ASSERT_EQ(outcome.tickers.size(), 5U);
     EXPECT_EQ(TickerLine(outcome.tickers[0]),

@@ -27,7 +27,9 @@ TEST_F(MarketHostsTest, NamesTheMarketForEveryHost) {
     for (const HostRow& row : kHosts) EXPECT_EQ(hosts.Address(row.host), kBase) << row.name;
     std::set<std::string> addresses;
     for (std::size_t i = 0; i < kMarkets.size(); ++i) {
-        const std::string& address = hosts.MarketAddress(i);
+        SettingsTables chosen;
+        chosen.QuoteHost = kMarkets[i].builtIn;
+        const std::string& address = hosts.QuoteHostInForce(chosen);
         EXPECT_EQ(address, kBase + MarketPrefix(kMarkets[i])) << kMarkets[i].name;
         EXPECT_EQ(hosts.HasDecimalCommas(address), kMarkets[i].decimals == Decimals::Comma)
             << kMarkets[i].name;

@@ -11,6 +11,7 @@
 #include "store/table_colours.h"
 #include "store/table_files.h"
 #include "support/recording_person.h"
+#include "support/table_lines.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {
@@ -152,7 +153,7 @@ TEST_F(SelectorRun, TwoConditionsWithTheSameVerdictEachFillTheirOwnColumn) {
     History("AAA", 120);
     Table({"AAA"});
     const SelectorOutcome outcome = Run();
-    EXPECT_EQ(table_.LineText(1), "AAA\tBuy\t\tBuy\tHold\t\t\t\t\t\t");
+    EXPECT_EQ(LineText(table_, 1), "AAA\tBuy\t\tBuy\tHold\t\t\t\t\t\t");
     EXPECT_EQ(outcome.hitsPerCondition, (std::array<std::size_t, 11>{0, 1, 0, 1, 1, 0, 0, 0, 0, 0, 0}));
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "scene.h"
@@ -61,8 +62,17 @@ bool IsUpper(const SlotCase& row) {
     return std::string_view(row.label).ends_with("< X");
 }
 
-std::string_view Verdict(std::size_t slot, std::string_view x, const Scene& scene) {
-    return Word(EvaluateSlotAt(slot, x, scene.Get(), scene.Bar()));
+// What a condition says whose slot holds this text and that has nothing else.
+std::string Verdict(std::size_t slot, std::string_view x, const Scene& scene) {
+    SettingsTables settings;
+    const auto add = [&](std::string_view line) {
+        settings.SelectorSettings.Set(++settings.SelectorLineCount, Value::OfText(line));
+    };
+    for (const std::string_view line : {"Condition", "Buy", "Value"}) add(line);
+    for (std::size_t i = 1; i <= std::max(slot, kSlotCount); ++i) add(i == slot ? x : "");
+    ConditionResults results;
+    EvaluateConditions(settings, scene.Get(), results);
+    return results.ConditionResult[1];
 }
 
 TEST(ValueSlots, CompareInclusivelyWithTheirNumber) {
@@ -120,7 +130,10 @@ TEST(ValueSlots, PriceChangeIsComparedAsItsTextReads) {
 
 TEST(ValueSlots, OutsideTheirRangeTestNothing) {
     Scene scene(200);
-    for (const std::size_t slot : {0U, 39U, 40U, 1000U}) EXPECT_EQ(Verdict(slot, "1", scene), "") << slot;
+    for (const std::size_t slot : {0U, 39U, 40U, 1000U}) {
+        EXPECT_EQ(Verdict(slot, "1", scene), "") << slot;
+        EXPECT_EQ(RunValueSlot(slot, 1, scene.Get(), scene.Bar()), TestState::Undecided) << slot;
+    }
 }
 
 TEST(ValueSlots, WithAnUnmetPreconditionAreSkipped) {
@@ -218,14 +231,14 @@ TEST(ValueSlots, AWeeklyRunOf50BarsPassesSlot4AndFailsSlot36WhateverTheNumber) {
 TEST(ValueSlots, TheWindowSlopeIsTakenOverTheFirstClose) {
     Scene scene(200);
     scene.Show("LRSlope=0.5 ClosePrice#1=240 ClosePrice=1 ClosePrice@199=240");
-    EXPECT_EQ(Word(EvaluateSlotAt(12, "50", scene.Get(), 100)), "True");
-    EXPECT_EQ(Word(EvaluateSlotAt(12, "50.1", scene.Get(), 100)), "False");
+    EXPECT_EQ(RunValueSlot(12, 50, scene.Get(), 100), TestState::True);
+    EXPECT_EQ(RunValueSlot(12, 50.1, scene.Get(), 100), TestState::False);
 }
 
 TEST(ValueSlots, ABarOutsideTheArraysPasses) {
     Scene scene(200);
-    EXPECT_EQ(EvaluateSlotAt(17, "5", scene.Get(), kMostRows), TestState::False);
-    EXPECT_EQ(EvaluateSlotAt(17, "5", scene.Get(), kMostRows + 1), TestState::True);
+    EXPECT_EQ(RunValueSlot(17, 5, scene.Get(), kMostRows), TestState::False);
+    EXPECT_EQ(RunValueSlot(17, 5, scene.Get(), kMostRows + 1), TestState::True);
 }
 
 }  // namespace

@@ -77,7 +77,7 @@ TEST_F(DayImportTest, MissingPricesAreRepairedOnTheWayToTheDatabase) {
               "\"03/15/24\",\"16:01\",10,10,10,1000,10,1.5,1.1,2,0,\"\",\"\",9.5,5,50,3,1200.5,10\r\n");
     EXPECT_EQ(Read("Quotes/EOD/BBB.24"),
               "\"03/15/24\",\"16:01\",20,18,22,1000,10,1.5,1.1,2,0,\"\",\"\",9.5,5,50,3,1200.5,20\r\n");
-    EXPECT_EQ(table.LineText(1), "AAA\t");
+    EXPECT_EQ(LineText(table, 1), "AAA\t");
 }
 
 TEST_F(DayImportTest, TickersThatCanHaveNoFilesAreLeftOut) {

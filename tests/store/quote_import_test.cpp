@@ -156,7 +156,7 @@ TEST_F(QuoteImportTest, TabsSeparateWhereTheFormIsNotCommaDelimited) {
     Set(session.settings.ImExSettings, 4, "Tab Delimited");
     File("AAA\t10\t3/14/2024\t11\t9\t1,500\r\n");
     Import();
-    EXPECT_EQ(table.LineText(1), "AAA\t10.000\t03/14/24\t11.000\t9.000\t1");
+    EXPECT_EQ(LineText(table, 1), "AAA\t10.000\t03/14/24\t11.000\t9.000\t1");
 }
 
 TEST_F(QuoteImportTest, DatesByTheirForm) {
@@ -194,7 +194,7 @@ TEST_F(QuoteImportTest, EveryFieldFillsItsColumn) {
         "100,1.2B,3\r\n");
     Import();
     EXPECT_EQ(
-        table.LineText(1),
+        LineText(table, 1),
         "AAA\t110.000\t03/14/24\t16:01\t03/01/24\t10.000\tName\tNYSE\t02/01/24\t111.000\t109.000\t"
         "101.000\t112.000\t2.000\t50.000\t120.000\t5.000\t99.000\t22.000\t12345\t1.500\t6.000\t100.000\t"
         "1200\t3.000\t10.000\t2.000");
@@ -204,7 +204,7 @@ TEST_F(QuoteImportTest, FieldsOfOtherNamesAreSkipped) {
     Fields({"Ticker Symbol", "Variable", "Change (%)", "Last Price", "Trade Date"});
     File("AAA,x,5,10,3/14/2024\r\n");
     Import();
-    EXPECT_EQ(table.LineText(1), "AAA\t10.000\t03/14/24\t\t\t");
+    EXPECT_EQ(LineText(table, 1), "AAA\t10.000\t03/14/24\t\t\t");
 }
 
 TEST_F(QuoteImportTest, WithoutAnImportSequenceNoFieldIsRead) {
@@ -212,7 +212,7 @@ TEST_F(QuoteImportTest, WithoutAnImportSequenceNoFieldIsRead) {
     session.settings.ImportFieldLast = 0;
     File("AAA,10,3/14/2024,11,9,1500\r\n");
     EXPECT_EQ(Import().stored, 0U);
-    EXPECT_EQ(table.LineText(1), "\t\t\t\t\t");
+    EXPECT_EQ(LineText(table, 1), "\t\t\t\t\t");
 }
 
 TEST_F(QuoteImportTest, AShortLineLeavesTheLaterColumnsOfItsTicker) {
@@ -238,7 +238,7 @@ TEST_F(QuoteImportTest, AlarmsStayWithTheirTickers) {
 TEST_F(QuoteImportTest, RepairsReachTheDatabaseAndNotTheCells) {
     File("AAA,10,3/14/2024,0,0,1500\r\n");
     Import();
-    EXPECT_EQ(table.LineText(1), "AAA\t10.000\t03/14/24\t0.000\t0.000\t1500");
+    EXPECT_EQ(LineText(table, 1), "AAA\t10.000\t03/14/24\t0.000\t0.000\t1500");
     EXPECT_EQ(Read("Quotes/EOD/AAA.24"),
               "\"03/14/24\",\"\",10,10,10,1500,0,0,0,0,0,\"\",\"\",0,0,0,0,0,10\r\n");
 }
@@ -354,7 +354,7 @@ TEST_F(QuoteImportTest, ARowThatTheFileDoesNotMentionKeepsItsCellsAndIsNotStored
     table = TableOf({kHeader, "ZZ\t7.000\t03/14/24\t8\t6\t9"});
     File("AAA,10.5,3/14/2024,11,10,1500\r\n");
     EXPECT_EQ(Import().stored, 1U);
-    EXPECT_EQ(table.LineText(2), "ZZ\t7.000\t03/14/24\t8\t6\t9");
+    EXPECT_EQ(LineText(table, 2), "ZZ\t7.000\t03/14/24\t8\t6\t9");
     EXPECT_FALSE(Exists("Quotes/EOD/ZZ.24"));
 }
 

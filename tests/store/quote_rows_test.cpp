@@ -2,6 +2,7 @@
 
 #include "store/columns.h"
 #include "store/store_fixture.h"
+#include "support/table_lines.h"
 
 namespace brantlow {
 namespace {
@@ -322,8 +323,8 @@ TEST_F(QuoteRows, ARowIsWrittenWhereverItsColumnsStandAndTheTableGrows) {
     table.AppendLine("Ticker Symbol\tOther\tLast Price");
     WriteRow(rows, 3, table);
     EXPECT_EQ(table.RowCount(), 4U);
-    EXPECT_EQ(table.LineText(3), "IBM\t\t1.500");
-    EXPECT_EQ(table.LineText(2), "\t\t");
+    EXPECT_EQ(LineText(table, 3), "IBM\t\t1.500");
+    EXPECT_EQ(LineText(table, 2), "\t\t");
 }
 
 TEST_F(QuoteRows, RepairFillsMissingPrices) {

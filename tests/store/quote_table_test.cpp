@@ -1,6 +1,7 @@
 #include "store/quote_table.h"
 
 #include "store/store_fixture.h"
+#include "support/table_lines.h"
 
 namespace brantlow {
 namespace {
@@ -29,17 +30,17 @@ TEST(QuoteTable, IsEmptyBeforeTheFirstLine) {
     EXPECT_EQ(table.TickerCount(), 0U);
     EXPECT_EQ(table.ColumnCount(), 0U);
     EXPECT_EQ(table.Ticker(1), "");
-    EXPECT_EQ(table.LineText(0), "");
+    EXPECT_EQ(LineText(table, 0), "");
     EXPECT_FALSE(table.ColumnOf("Ticker Symbol"));
 }
 
 TEST(QuoteTable, IsAsWideAsItsWidestLine) {
     const QuoteTable table = TableOf({"T\tA", "x", "y\t1\t2\t", "", "\t\t"});
     EXPECT_EQ(table.ColumnCount(), 4U);
-    EXPECT_EQ(table.LineText(0), "T\tA\t\t");
-    EXPECT_EQ(table.LineText(1), "x\t\t\t");
-    EXPECT_EQ(table.LineText(2), "y\t1\t2\t");
-    EXPECT_EQ(table.LineText(3), "\t\t\t");
+    EXPECT_EQ(LineText(table, 0), "T\tA\t\t");
+    EXPECT_EQ(LineText(table, 1), "x\t\t\t");
+    EXPECT_EQ(LineText(table, 2), "y\t1\t2\t");
+    EXPECT_EQ(LineText(table, 3), "\t\t\t");
     EXPECT_EQ(table.Text(1, 3), "");
     EXPECT_EQ(table.Text(9, 0), "");
     EXPECT_EQ(table.Text(0, 9), "");
@@ -49,17 +50,17 @@ TEST(QuoteTable, ALineOfManyTabsKeepsEveryByteInItsLastColumn) {
     const std::string line = "x" + std::string(QuoteTable::kMostColumns + 50, '\t') + "end\tz";
     const QuoteTable table = TableOf({line});
     EXPECT_EQ(table.ColumnCount(), QuoteTable::kMostColumns);
-    EXPECT_EQ(table.LineText(0), line);
+    EXPECT_EQ(LineText(table, 0), line);
     const std::string full(QuoteTable::kMostColumns - 1, '\t');
-    EXPECT_EQ(TableOf({full}).LineText(0), full);
-    EXPECT_EQ(TableOf({full + '\t'}).LineText(0), full + '\t');
+    EXPECT_EQ(LineText(TableOf({full}), 0), full);
+    EXPECT_EQ(LineText(TableOf({full + '\t'}), 0), full + '\t');
 }
 
 TEST(QuoteTable, CellTextCannotHoldATabOrALineEnd) {
     QuoteTable table = TableOf({"T\tA", "x"});
     table.SetText(1, 1, "a\tb\r\nc");
     EXPECT_EQ(table.Text(1, 1), "a b  c");
-    EXPECT_EQ(table.LineText(1), "x\ta b  c");
+    EXPECT_EQ(LineText(table, 1), "x\ta b  c");
 }
 
 TEST(QuoteTable, SettingOutsideTheTableDoesNothing) {
@@ -69,7 +70,7 @@ TEST(QuoteTable, SettingOutsideTheTableDoesNothing) {
     table.SetStyle(2, 0, CellStyle{3});
     EXPECT_EQ(table.RowCount(), 2U);
     EXPECT_EQ(table.ColumnCount(), 2U);
-    EXPECT_EQ(table.LineText(1), "x\t");
+    EXPECT_EQ(LineText(table, 1), "x\t");
 }
 
 TEST(QuoteTable, RefusesALineBeyondTheMostRows) {
@@ -85,10 +86,10 @@ TEST(QuoteTable, RefusesALineBeyondTheMostRows) {
 TEST(QuoteTable, RowCountGrowsAndShrinksAtTheEnd) {
     QuoteTable table = TableOf({"T\tA", "x\t1", "y\t2"});
     table.SetRowCount(4);
-    EXPECT_EQ(table.LineText(3), "\t");
+    EXPECT_EQ(LineText(table, 3), "\t");
     table.SetRowCount(2);
     EXPECT_EQ(table.RowCount(), 2U);
-    EXPECT_EQ(table.LineText(1), "x\t1");
+    EXPECT_EQ(LineText(table, 1), "x\t1");
 }
 
 TEST(QuoteTable, RemovesARowButNotTheHeader) {
@@ -106,17 +107,17 @@ TEST(QuoteTable, AMovedColumnTakesTextStyleAndWidthAlong) {
     for (std::size_t c = 0; c < 4; ++c) table.SetWidth(c, static_cast<int>(c) * 10);
     table.SetStyle(1, 3, CellStyle{5});
     table.MoveColumn(3, 1);
-    EXPECT_EQ(table.LineText(0), "T\tC\tA\tB");
-    EXPECT_EQ(table.LineText(1), "x\t3\t1\t2");
+    EXPECT_EQ(LineText(table, 0), "T\tC\tA\tB");
+    EXPECT_EQ(LineText(table, 1), "x\t3\t1\t2");
     EXPECT_EQ(table.Style(1, 1), CellStyle{5});
     EXPECT_EQ(table.Style(1, 3), CellStyle{});
     EXPECT_EQ(table.Width(1), 30);
     EXPECT_EQ(table.Width(2), 10);
     table.MoveColumn(1, 2);
-    EXPECT_EQ(table.LineText(0), "T\tA\tC\tB");
+    EXPECT_EQ(LineText(table, 0), "T\tA\tC\tB");
     EXPECT_EQ(table.Width(2), 30);
     table.SetText(1, 2, "new");
-    EXPECT_EQ(table.LineText(1), "x\t1\tnew\t2");
+    EXPECT_EQ(LineText(table, 1), "x\t1\tnew\t2");
 }
 
 TEST(QuoteTable, TheTickerColumnStaysFirst) {
@@ -124,7 +125,7 @@ TEST(QuoteTable, TheTickerColumnStaysFirst) {
     table.MoveColumn(0, 1);
     table.MoveColumn(2, 0);
     table.MoveColumn(1, 3);
-    EXPECT_EQ(table.LineText(0), "T\tA\tB");
+    EXPECT_EQ(LineText(table, 0), "T\tA\tB");
 }
 
 TEST(QuoteTable, LinesAppendedAfterAMoveKeepTheirPlaces) {
@@ -132,10 +133,10 @@ TEST(QuoteTable, LinesAppendedAfterAMoveKeepTheirPlaces) {
     table.MoveColumn(2, 1);
     table.SetRowCount(2);
     table.SetText(1, 1, "b");
-    EXPECT_EQ(table.LineText(0), "T\tB\tA");
-    EXPECT_EQ(table.LineText(1), "\tb\t");
+    EXPECT_EQ(LineText(table, 0), "T\tB\tA");
+    EXPECT_EQ(LineText(table, 1), "\tb\t");
     table.AppendLine("x\t1\t2\t3");
-    EXPECT_EQ(table.LineText(2), "x\t1\t2\t3");
+    EXPECT_EQ(LineText(table, 2), "x\t1\t2\t3");
 }
 
 TEST(QuoteTable, ResetWidthsHoldsForColumnsYetToCome) {

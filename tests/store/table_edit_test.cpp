@@ -100,13 +100,13 @@ TEST_F(TableEditTest, TheTemplateRefusesBothWithTheSameSentence) {
 TEST_F(TableEditTest, OnlyAnEndOfDayTableTakesAlarms) {
     session.CurrentFile = "Evaluations.dbe";
     Append({"DDD", "50", "40"});
-    EXPECT_EQ(table.LineText(3), "DDD\t\t\t");
+    EXPECT_EQ(LineText(table, 3), "DDD\t\t\t");
 }
 
 TEST_F(TableEditTest, ATableWithoutAlarmColumnsTakesTheTickerAlone) {
     table = TableOf({"Ticker Symbol\tLast Price", "BBB\t2.000"});
     Append({"DDD", "50", "40"});
-    EXPECT_EQ(table.LineText(2), "DDD\t");
+    EXPECT_EQ(LineText(table, 2), "DDD\t");
 }
 
 TEST_F(TableEditTest, AFullTableTakesNoFurtherTicker) {

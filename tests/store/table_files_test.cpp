@@ -8,6 +8,7 @@
 #include "store/store_fixture.h"
 #include "store/table_colours.h"
 #include "support/recording_person.h"
+#include "support/table_lines.h"
 
 namespace brantlow {
 namespace {
@@ -97,7 +98,7 @@ TEST_F(TableFiles, EveryColumnTakesItsCatalogueWidth) {
 TEST_F(TableFiles, ACellMovesWithItsColumn) {
     settings = ShowingColumns({"Change", "Last Price"});
     Load(folder.Write("a.ddq", "Ticker Symbol\tLast Price\tName\tChange\r\nIBM\t1\tInter\t-0.500\r\n"));
-    EXPECT_EQ(table.LineText(1), "IBM\t-0.500\t1\tInter");
+    EXPECT_EQ(LineText(table, 1), "IBM\t-0.500\t1\tInter");
     EXPECT_EQ(table.Style(1, 1), CellStyle::Weak);
     EXPECT_EQ(table.Style(1, 2), CellStyle::Neutral);
     EXPECT_EQ(table.Style(1, 3), CellStyle::Plain);
@@ -107,7 +108,7 @@ TEST_F(TableFiles, ASettingThatMatchesNoHeaderShowsNothingAtItsPosition) {
     settings = ShowingColumns({"Volume", "No Such Column", "Name"});
     Load(folder.Write("a.ddq", "Ticker Symbol\tLast Price\tName\tVolume\r\n"));
     // Position 1 Volume, position 3 Name, and what is hidden keeps position 2.
-    EXPECT_EQ(table.LineText(0), "Ticker Symbol\tVolume\tLast Price\tName");
+    EXPECT_EQ(LineText(table, 0), "Ticker Symbol\tVolume\tLast Price\tName");
     EXPECT_EQ(table.Width(1), 1200);
     EXPECT_EQ(table.Width(2), 0);
     EXPECT_EQ(table.Width(3), 2000);
@@ -117,13 +118,13 @@ TEST_F(TableFiles, AColumnNamedTwiceStandsAtItsLastPlace) {
     settings = ShowingColumns({"Name", "Volume", "Name"});
     Load(folder.Write("a.ddq", "Ticker Symbol\tLast Price\tName\tVolume\r\n"));
     // Name to 1; Volume from 3 to 2; Name from 1 to 3.
-    EXPECT_EQ(table.LineText(0), "Ticker Symbol\tVolume\tLast Price\tName");
+    EXPECT_EQ(LineText(table, 0), "Ticker Symbol\tVolume\tLast Price\tName");
 }
 
 TEST_F(TableFiles, MoreSettingsThanColumnsAreNoHarm) {
     settings = ShowingColumns({"A", "B", "C", "D", "Last Price", "E"});
     Load(folder.Write("a.ddq", "Ticker Symbol\tName\tLast Price\r\n"));
-    EXPECT_EQ(table.LineText(0), "Ticker Symbol\tName\tLast Price");
+    EXPECT_EQ(LineText(table, 0), "Ticker Symbol\tName\tLast Price");
     EXPECT_EQ(table.Width(2), 0);
 }
 
@@ -161,7 +162,7 @@ TEST_F(TableFiles, ASavedTableReloadsTheSameInDisplayOrder) {
     const std::string saved = "Ticker Symbol\tName\tLast Price\tVolume\r\nIBM\tInter\t1.500\t7\r\n";
     EXPECT_EQ(folder.Read("a.ddq"), saved);
     Load(file);
-    EXPECT_EQ(table.LineText(1), "IBM\tInter\t1.500\t7");
+    EXPECT_EQ(LineText(table, 1), "IBM\tInter\t1.500\t7");
     EXPECT_EQ(table.Width(3), 0);
     ASSERT_FALSE(SaveQuoteTable(table, file));
     EXPECT_EQ(folder.Read("a.ddq"), saved);
@@ -190,7 +191,7 @@ TEST_F(TableFiles, RaggedRowsKeepEveryCell) {
 TEST_F(TableFiles, AnEmptyColumnSettingMovesNoNamelessColumn) {
     settings = ShowingColumns({"Last Price"});
     Load(folder.Write("a.ddq", "Ticker Symbol\t\tLast Price\t\tName\r\nx\t1\t2\t3\t4\r\n"));
-    EXPECT_EQ(table.LineText(1), "x\t2\t1\t3\t4");
+    EXPECT_EQ(LineText(table, 1), "x\t2\t1\t3\t4");
 }
 
 TEST_F(TableFiles, ALineOfTenMegabytesIsACell) {
@@ -242,7 +243,7 @@ TEST_F(TableFiles, AFileWithoutAHeaderIsToldInWordsAndShownAsItIs) {
     EXPECT_EQ(TableLoadSentence(bare, "b.ddq"),
               "b.ddq: the first line is no header, it names no column of this kind of file");
     EXPECT_EQ(table.RowCount(), 2U);
-    EXPECT_EQ(table.LineText(1), "MSFT\t2.000");
+    EXPECT_EQ(LineText(table, 1), "MSFT\t2.000");
     EXPECT_EQ(TableLoadSentence(Load(folder.Write("g.ddq", "Last Price\r\n")), "g.ddq"), "");
 }
 

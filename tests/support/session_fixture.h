@@ -12,6 +12,7 @@
 #include "shell/session.h"
 #include "store/quote_table.h"
 #include "support/recording_person.h"
+#include "support/table_lines.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {
@@ -63,7 +64,7 @@ class SessionTest : public ::testing::Test {
     }
     static std::vector<std::string> LinesOf(const QuoteTable& table) {
         std::vector<std::string> lines;
-        for (std::size_t row = 0; row < table.RowCount(); ++row) lines.push_back(table.LineText(row));
+        for (std::size_t row = 0; row < table.RowCount(); ++row) lines.push_back(LineText(table, row));
         return lines;
     }
 

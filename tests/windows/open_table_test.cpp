@@ -8,6 +8,7 @@
 #include "store/windows/frozen_table_view.h"
 #include "store/windows/quote_strip.h"
 #include "store/year_files.h"
+#include "support/table_lines.h"
 #include "window_fixture.h"
 
 using namespace brantlow;
@@ -94,7 +95,7 @@ class OpenTableTest : public QObject {
         program.Click("CommandImport");
         const QuoteTable& table = program.frame->QuoteForm()->Table();
         QCOMPARE(table.TickerCount(), std::size_t{4});
-        QCOMPARE(table.LineText(1).substr(0, 9), std::string("T1\t55.000"));
+        QCOMPARE(LineText(table, 1).substr(0, 9), std::string("T1\t55.000"));
         QCOMPARE(table.Ticker(2), std::string("NEW"));
         QCOMPARE(program.TickerCount(), QStringLiteral("4"));
         QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));

@@ -420,13 +420,6 @@ HistoryDownload PrepareTickerDownload(Session& session, Web& web, const Hosts& h
     return DownloadChosen(session, web, hosts, ticker, StoredData::Hinders, change);
 }
 
-HistoryDownload PopulateTicker(Session& session, Web& web, const Hosts& hosts, std::string_view ticker) {
-    if (auto refusal = Refusal(ticker, true)) return *refusal;
-    FileChange change(ChangePlaceOf(session), HistoryChange(ticker), ChangeKeeps::UntilDone);
-    return Committed(Fetch(session, web, ticker, StandardRequest(session, hosts, ticker), true, change),
-                     change);
-}
-
 PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table,
                              Years years) {
     if (auto live = PopulateFromChosen(session, TickersOf(table))) return std::move(*live);

@@ -68,10 +68,6 @@ HistoryDownload DownloadTickerHistory(Session& session, Web& web, const Hosts& h
 HistoryDownload PrepareTickerDownload(Session& session, Web& web, const Hosts& hosts, std::string_view ticker,
                                       FileChange& change);
 
-// Downloads the history of `ticker` from the standard source, whatever the settings say, and whatever the
-// database holds.
-HistoryDownload PopulateTicker(Session& session, Web& web, const Hosts& hosts, std::string_view ticker);
-
 // The tickers of the table, one a row.
 std::vector<std::string> TickersOf(const QuoteTable& table);
 
@@ -90,10 +86,11 @@ struct PopulateRun {
     RunReport report;
 };
 
-// PopulateTicker for every row of `table`, the open one. When session.CurrentFile is an end-of-day file and
-// the settings do not keep them, the histories of all its tickers are deleted first. A host that stays silent
-// is given up (giving_up_web.h). Stops after the current ticker when the run's control word asks for it.
-// All histories are one change that can be undone, and with `Years::Stored` the settings that name them.
+// Downloads the history of every row of `table`, the open one, from the standard source, whatever the
+// settings say of it, and whatever the database holds. When session.CurrentFile is an end-of-day file and the
+// settings do not keep them, the histories of all its tickers are deleted first. A host that stays silent is
+// given up (giving_up_web.h). Stops after the current ticker when the run's control word asks for it. All
+// histories are one change that can be undone, and with `Years::Stored` the settings that name them.
 enum class Years { AsTheyAre, Stored };
 PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table,
                              Years years = Years::AsTheyAre);

@@ -52,10 +52,6 @@ std::optional<std::string> FetchPageText(Web& web, std::string_view url, std::op
     return FetchPageText(web, {.url = std::string(url), .limitSeconds = limitSeconds});
 }
 
-std::optional<std::string> FetchPageMarkup(Web& web, const WebRequest& request) {
-    return MarkupOfReply(web.Fetch(request));
-}
-
 std::optional<std::string> MarkupOfReply(const WebReply& reply) {
     if (!HoldsPage(reply)) return std::nullopt;
     return DecodePage(reply.bytes, reply.contentType);

@@ -47,10 +47,8 @@ bool StoreReply(const WebReply& reply, const Path& target);
 std::optional<std::string> FetchPageText(Web& web, const WebRequest& request);
 std::optional<std::string> FetchPageText(Web& web, std::string_view url, std::optional<double> limitSeconds);
 
-// The page's markup in place of its text, in UTF-8, under the same rules.
-std::optional<std::string> FetchPageMarkup(Web& web, const WebRequest& request);
-
-// The markup of a reply that has come, or nothing when it is a failed one.
+// The markup of a reply that has come, in UTF-8, or nothing when it is a failed one; a page whose time is
+// over gives what had come by then.
 std::optional<std::string> MarkupOfReply(const WebReply& reply);
 
 // The text of a reply that has come, or nothing when it is a failed one.

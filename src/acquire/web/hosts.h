@@ -100,8 +100,6 @@ class Hosts {
     static Hosts Parse(std::string_view text);
 
     const std::string& Address(Host host) const;
-    // The address of kMarkets[market]; `market` must be below kMarkets.size().
-    const std::string& MarketAddress(std::size_t market) const { return markets_.at(market); }
 
     // The host of quotes, key statistics, analyst and research pages: the chosen market's address when the
     // settings hold one, else QuoteHost. The settings' loader puts the built-in United States address where

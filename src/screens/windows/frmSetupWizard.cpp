@@ -132,12 +132,12 @@ void frmSetupWizard::Back() {
 }
 
 void frmSetupWizard::Finish() {
-    driver_.Finish();
+    driver_.End();
     accept();
 }
 
 void frmSetupWizard::reject() {
-    driver_.Leave();
+    driver_.End();
     QDialog::reject();
 }
 

@@ -19,8 +19,6 @@ class frmSetupWizard final : public QDialog {
     // All outlive the window. It begins at the first step.
     frmSetupWizard(Session& session, const Hosts& hosts, QWidget* parent);
 
-    const WizardDriver& Driver() const { return driver_; }
-
     // Leaves the wizard; what the steps have written stays.
     void reject() override;
 

@@ -24,7 +24,6 @@ class HitCounter final : public QObject {
     // "Finds 12 of 43 tickers now. MA30 Above MA90 leaves 20 (alone 20), ..."; while the walk goes on, how
     // far it is.
     QString Sentence(const Condition& condition) const;
-    bool IsReady() const { return ready_; }
 
   Q_SIGNALS:
     // The walk came further, or to its end: what Sentence says has changed.

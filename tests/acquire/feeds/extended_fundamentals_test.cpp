@@ -6,6 +6,7 @@
 #include "shell/memory_status.h"
 #include "store/table_files.h"
 #include "support/recording_person.h"
+#include "support/table_lines.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {
@@ -96,8 +97,8 @@ TEST_F(ExtendedFundamentalsTest, AnIndexLeavesItsRowEmptyAndTheRunGoesOn) {
     EXPECT_EQ(web.Addresses.size(), 3U);
     EXPECT_EQ(outcome.tickers, 3U);
     EXPECT_TRUE(outcome.withoutValues.empty());
-    EXPECT_EQ(table.LineText(1), "^DJI" + std::string(58, '\t'));
-    EXPECT_EQ(table.LineText(3), "^GSPC" + std::string(58, '\t'));
+    EXPECT_EQ(LineText(table, 1), "^DJI" + std::string(58, '\t'));
+    EXPECT_EQ(LineText(table, 3), "^GSPC" + std::string(58, '\t'));
     EXPECT_EQ(table.Text(2, 30), "1.05");
 }
 

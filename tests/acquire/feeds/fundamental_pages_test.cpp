@@ -8,6 +8,7 @@
 
 #include "base/text.h"
 #include "store/columns.h"
+#include "support/table_lines.h"
 
 namespace brantlow {
 namespace {
@@ -380,7 +381,7 @@ TEST_F(FundamentalPagesTest, APageCutAtAnyByteGivesAtMostItsOwnColumns) {
 TEST_F(FundamentalPagesTest, OtherRowsStayAsTheyAre) {
     table.AppendLine("MSFT\t5");
     ParseKeyStatistics("Beta:1.05\r\nMarket Cap (intraday):1B", table, 1);
-    EXPECT_EQ(table.LineText(2).substr(0, 8), "MSFT\t5\t\t");
+    EXPECT_EQ(LineText(table, 2).substr(0, 8), "MSFT\t5\t\t");
     EXPECT_EQ(table.Ticker(1), "IBM");
 }
 

@@ -11,7 +11,17 @@ using std::chrono::year;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-using HistoryDownloadTest = HistoryDownloadFixture;
+class HistoryDownloadTest : public HistoryDownloadFixture {
+  protected:
+    // The report of a run over a table with this ticker alone.
+    RunReport Populate(const std::string& ticker) {
+        QuoteTable table;
+        table.AppendLine("Ticker Symbol");
+        table.AppendLine(ticker);
+        return PopulateDatabase(session, web, hosts, table).report;
+    }
+    TickerFate PopulatedFate(const std::string& ticker) { return Populate(ticker).Tickers().at(0).fate; }
+};
 
 TEST_F(HistoryDownloadTest, WritesOneFileAYearOldestDayFirst) {
     Answer("KO", kThreeDays);
@@ -79,7 +89,7 @@ TEST_F(HistoryDownloadTest, AThisYearsFileWithoutAFirstValueCountsAsNoData) {
 
 TEST_F(HistoryDownloadTest, AnEmptyTickerIsPassedOver) {
     EXPECT_EQ(Download("").outcome, HistoryOutcome::NoTicker);
-    EXPECT_EQ(PopulateTicker(session, web, hosts, "").outcome, HistoryOutcome::NoTicker);
+    EXPECT_THAT(Populate("").Tickers(), IsEmpty());
     EXPECT_THAT(web.Addresses, IsEmpty());
     EXPECT_TRUE(person.said.empty());
 }
@@ -152,7 +162,7 @@ TEST_F(HistoryDownloadTest, ATickerThatCanHaveNoFilesIsNotFetched) {
     for (const std::string& ticker : {std::string("A/B"), std::string("../KO"), std::string(".."),
                                       std::string("A\\B"), std::string("AUX"), tooLong}) {
         EXPECT_EQ(Download(ticker).outcome, HistoryOutcome::NoFiles) << ticker;
-        EXPECT_EQ(PopulateTicker(session, web, hosts, ticker).outcome, HistoryOutcome::NoFiles) << ticker;
+        EXPECT_EQ(PopulatedFate(ticker), TickerFate::Skipped) << ticker;
     }
     EXPECT_THAT(web.Addresses, IsEmpty());
     EXPECT_THAT(FileNamesIn(folder.Get()), IsEmpty());
@@ -182,7 +192,7 @@ TEST_F(HistoryDownloadTest, AReplyCutAtEveryByteLeavesWholeFiles) {
     for (std::size_t length = 0; length <= kThreeDays.size(); ++length) {
         const std::string cut = kThreeDays.substr(0, length);
         Answer("KO", cut);
-        PopulateTicker(session, web, hosts, "KO");
+        Populate("KO");
         const auto lines = std::count(cut.begin(), cut.end(), '\n');
         ASSERT_EQ(Read("KO.26"), lines >= 2 ? first : "") << length;
         ASSERT_EQ(Read("KO.25"), lines >= 4 ? third + second : lines >= 3 ? second : "") << length;
@@ -203,17 +213,17 @@ TEST_F(HistoryDownloadTest, PopulateTakesTheStandardSourceAndAsksForNoData) {
     UseUserSource("");
     Write("KO.26", "\"01/02/26\",\"\",1\r\n");
     Answer("KO", "h\n2-Jan-26,1,1,1,2,1,1\n");
-    EXPECT_EQ(PopulateTicker(session, web, hosts, "KO").outcome, HistoryOutcome::Stored);
+    EXPECT_EQ(PopulatedFate("KO"), TickerFate::Stored);
     EXPECT_EQ(Read("KO.26"), Record("01/02/26", "2,1,1,1", "1"));
     EXPECT_TRUE(person.said.empty());
 }
 
 TEST_F(HistoryDownloadTest, DeviceNamesAreNotFetchedByPopulate) {
     for (const char* ticker : {"AUX", "PRN.X", "con", "Nul", "nul.L"}) {
-        EXPECT_EQ(PopulateTicker(session, web, hosts, ticker).outcome, HistoryOutcome::NoFiles) << ticker;
+        EXPECT_EQ(PopulatedFate(ticker), TickerFate::Skipped) << ticker;
     }
     EXPECT_THAT(web.Addresses, IsEmpty());
-    for (const char* ticker : {"AUXX", "PR", "CONX.L", "COM"}) PopulateTicker(session, web, hosts, ticker);
+    for (const char* ticker : {"AUXX", "PR", "CONX.L", "COM"}) Populate(ticker);
     EXPECT_EQ(web.Addresses.size(), 4U);
 }
 

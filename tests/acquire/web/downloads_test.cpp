@@ -77,13 +77,13 @@ TEST(FetchPageText, APageThatNeverCompletesIsWaitedForUntilTheRunIsStopped) {
     EXPECT_EQ(person.Pumps, 100);
 }
 
-TEST(FetchPageMarkup, GivesThePageItselfInUtf8) {
+TEST(MarkupOfReply, GivesThePageItselfInUtf8) {
     MemoryWeb web;
     web.Answer("http://h/c", MemoryWeb::Page("<middle>2-1</middle>\xE4", "text/html; charset=iso-8859-1"));
     web.NeverComplete("http://h/slow", "<middle>");
-    EXPECT_EQ(FetchPageMarkup(web, {.url = "http://h/c"}), "<middle>2-1</middle>\xC3\xA4");
-    EXPECT_EQ(FetchPageMarkup(web, {.url = "http://h/slow", .limitSeconds = 10}), "<middle>");
-    EXPECT_EQ(FetchPageMarkup(web, {.url = "http://h/missing"}), std::nullopt);
+    EXPECT_EQ(MarkupOfReply(web.Fetch({.url = "http://h/c"})), "<middle>2-1</middle>\xC3\xA4");
+    EXPECT_EQ(MarkupOfReply(web.Fetch({.url = "http://h/slow", .limitSeconds = 10})), "<middle>");
+    EXPECT_EQ(MarkupOfReply(web.Fetch({.url = "http://h/missing"})), std::nullopt);
 }
 
 TEST(TextOfReply, OfAFailedReplyIsNothing) {

@@ -36,6 +36,13 @@ TEST(Hosts, HaveTheNamesOfTheFile) {
     }
 }
 
+// Where the quotes of a market come from whose built-in address the settings hold.
+std::string AddressInForce(const Hosts& hosts, std::size_t market) {
+    SettingsTables settings;
+    settings.QuoteHost = kMarkets[market].builtIn;
+    return hosts.QuoteHostInForce(settings);
+}
+
 TEST(Hosts, HaveTheMarketsOfTheDialog) {
     struct Row {
         const char* control;
@@ -56,11 +63,11 @@ TEST(Hosts, HaveTheMarketsOfTheDialog) {
         const Row& row = kRows[i];
         EXPECT_EQ(kMarkets[i].control, row.control);
         EXPECT_EQ(kMarkets[i].name, row.name);
-        EXPECT_EQ(Hosts().MarketAddress(i), kMarkets[i].builtIn);
+        EXPECT_EQ(AddressInForce(Hosts(), i), kMarkets[i].builtIn);
         EXPECT_EQ(Hosts().MarketAt(kMarkets[i].builtIn), i) << row.name;
         EXPECT_EQ(Hosts().HasDecimalCommas(kMarkets[i].builtIn), row.decimalCommas) << row.name;
         const Hosts own = Hosts::Parse("Market." + std::string(row.name) + "=http://127.0.0.1:8080/m\n");
-        EXPECT_EQ(own.MarketAddress(i), "http://127.0.0.1:8080/m") << row.name;
+        EXPECT_EQ(AddressInForce(own, i), "http://127.0.0.1:8080/m") << row.name;
         EXPECT_EQ(own.MarketAt("http://127.0.0.1:8080/m"), i) << row.name;
         EXPECT_EQ(own.MarketAt(kMarkets[i].builtIn), i) << row.name;
         EXPECT_EQ(own.HasDecimalCommas("http://127.0.0.1:8080/m"), row.decimalCommas) << row.name;
