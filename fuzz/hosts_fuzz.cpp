@@ -12,9 +12,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     for (const HostRow& row : kHosts) {
         Demand(hosts.Address(row.host).starts_with("http"), "a host has no address of the web");
     }
-    for (std::size_t market = 0; market < kMarkets.size(); ++market) {
-        hosts.HasDecimalCommas(hosts.MarketAddress(market));
-        hosts.MarketAt(hosts.MarketAddress(market));
+    for (const MarketRow& market : kMarkets) {
+        SettingsTables chosen;
+        chosen.QuoteHost = market.builtIn;
+        const std::string& address = hosts.QuoteHostInForce(chosen);
+        hosts.HasDecimalCommas(address);
+        hosts.MarketAt(address);
     }
     FuzzSession fuzz;
     fuzz.Write("Quotes/EOD/QuoteList.ddq", input);
