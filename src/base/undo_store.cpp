@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <charconv>
 #include <set>
 
 #include "base/file_calls.h"
@@ -134,12 +135,24 @@ std::string InterruptedSentence(const InterruptedChange& change) {
            change.fault.code.message();
 }
 
+std::vector<std::string> LeftTemporaries(const Path& folder) {
+    std::vector<std::string> names = TemporaryNamesIn(folder);
+    std::erase_if(names, [](const std::string& name) { return !HasEnded(OwnerOfTemporary(name)); });
+    return names;
+}
+
 void SweepTemporaries(std::span<const Path> folders) {
     for (const Path& folder : folders) {
-        for (const std::string& name : TemporaryNamesIn(folder)) {
-            if (HasEnded(OwnerOfTemporary(name))) ::unlink((folder / name).c_str());
-        }
+        for (const std::string& name : LeftTemporaries(folder)) ::unlink((folder / name).c_str());
     }
+}
+
+bool IsLeftOpen(const Path& folder) {
+    if (!IsOpenChange(folder)) return false;
+    const std::string name = folder.filename().string();
+    pid_t process = 0;
+    const char* const first = name.data() + kOpenChange.size();
+    return std::from_chars(first, name.data() + name.size(), process).ec != std::errc() || HasEnded(process);
 }
 
 void DropOldChanges(const Path& undoFolder, const UndoLimits& limits) {

@@ -46,7 +46,12 @@ std::vector<InterruptedChange> RecoverChanges(const ChangePlace& place);
 // One sentence for a person.
 std::string InterruptedSentence(const InterruptedChange& change);
 
-// Deletes the unfinished files of programs that have ended from these folders.
+// The folder of a change that is open and whose program has ended.
+bool IsLeftOpen(const Path& folder);
+
+// Names of the unfinished files of programs that have ended.
+std::vector<std::string> LeftTemporaries(const Path& folder);
+// Deletes them from these folders.
 void SweepTemporaries(std::span<const Path> folders);
 
 // Drops the oldest changes beyond the limits, and folders without a change in them.

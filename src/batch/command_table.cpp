@@ -65,6 +65,7 @@ constexpr auto kCommands = std::to_array<Command>({
     kCombineCommand,
     kRemoveLastUpdateCommand,
     kUndoCommand,
+    kCheckCommand,
     kBackUpCommand,
     kRestoreCommand,
     kResearchCommand,

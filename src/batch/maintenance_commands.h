@@ -61,6 +61,33 @@ kept in Back Up/Undo, as many as VTROWNset.ini says (20 changes, 2 GB).
     .run = RunUndo,
 };
 
+inline constexpr std::string_view kRepairOption = "--repair";
+inline constexpr std::string_view kStrictOption = "--strict";
+inline constexpr std::array<CommandOption, 2> kCheckOptions = {{
+    {kRepairOption, "", "repair what can be repaired without guessing; undo takes it back"},
+    {kStrictOption, "", "notes count as faults in the exit status"},
+}};
+bool CheckWrites(const Arguments& arguments);
+ExitStatus RunCheck(BatchCall& call);
+inline constexpr Command kCheckCommand = {
+    .name = "check",
+    .usage = "",
+    .operand = "",
+    .options = kCheckOptions,
+    .summary = "Looks through settings, tables and the quote database for faults",
+    .help =
+        R"(One line a finding: FILE:LINE: what is wrong; the first line of each kind in a file, and how many
+further ones there are. A note is worth a look and may be right: a price outside its day's range, days that
+the other tickers have, a history without a table. The last line counts them. Exit status 0 without faults,
+3 with some; a repair that leaves none is 0. Repaired are empty and cut-off lines, lines that stand twice or
+in the file of another year, days out of order, cells that are missing at a line's end, and settings that say
+what they cannot say.
+)",
+    .settings = kChangeSettings,
+    .writes = CheckWrites,
+    .run = RunCheck,
+};
+
 ExitStatus RunBackUp(BatchCall& call);
 inline constexpr Command kBackUpCommand = {
     .name = "backup",

@@ -9,21 +9,6 @@
 
 namespace brantlow {
 
-namespace {
-
-std::vector<Path> WrittenFolders(const Session& session) {
-    const Path backUp = session.AppPath / "Back Up";
-    std::vector<Path> folders = {session.AppPath, session.DataFolder(), session.settings.QuoteFolder, backUp,
-                                 backUp / "Data"};
-    for (const TextLine line : {kApplicationBackUpFolder, kDatabaseBackUpFolder}) {
-        const std::string& folder = Get(session.settings, line);
-        if (!folder.empty()) folders.push_back(FolderOfSetting(session.AppPath, folder));
-    }
-    return folders;
-}
-
-}  // namespace
-
 ChangePlace ChangePlaceOf(const Session& session) {
     const Date today = session.clock.Today();
     const auto seconds = static_cast<int>(session.clock.SecondsSinceMidnight());
@@ -36,6 +21,17 @@ ChangePlace ChangePlaceOf(const Session& session) {
                              static_cast<unsigned>(today.month()), static_cast<unsigned>(today.day()),
                              seconds / kSecondsAnHour, seconds / kSixty % kSixty, seconds % kSixty);
     return place;
+}
+
+std::vector<Path> WrittenFolders(const Session& session) {
+    const Path backUp = session.AppPath / "Back Up";
+    std::vector<Path> folders = {session.AppPath, session.DataFolder(), session.settings.QuoteFolder, backUp,
+                                 backUp / "Data"};
+    for (const TextLine line : {kApplicationBackUpFolder, kDatabaseBackUpFolder}) {
+        const std::string& folder = Get(session.settings, line);
+        if (!folder.empty()) folders.push_back(FolderOfSetting(session.AppPath, folder));
+    }
+    return folders;
 }
 
 FolderRecovery RecoverFolder(const Session& session) {

@@ -12,6 +12,9 @@ namespace brantlow {
 
 ChangePlace ChangePlaceOf(const Session& session);
 
+// The application folder and the folders of the settings into which the program writes.
+std::vector<Path> WrittenFolders(const Session& session);
+
 // What a killed program left behind in the application folder and in the folders of the settings: open
 // changes are taken back, unfinished files go.
 struct FolderRecovery {

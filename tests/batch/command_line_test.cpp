@@ -114,8 +114,8 @@ TEST(Help, ListsEveryCommandAndNoOther) {
         "history",        "populate", "update",     "fundamentals", "import",
         "export",         "add",      "delete",     "alarm",        "split",
         "split-calendar", "practice", "schedule",   "combine",      "remove-last-update",
-        "undo",           "backup",   "restore",    "research",     "settings",
-        "sources",        "symbols",
+        "undo",           "check",    "backup",     "restore",      "research",
+        "settings",       "sources",  "symbols",
     };
     EXPECT_EQ(names, expected);
 }

@@ -43,6 +43,7 @@ TEST_F(LockTest, EveryWritingCommandIsRefusedWhileTheWindowIsOpenAndToldByWhom) 
                                                          {"practice", "--replace"},
                                                          {"combine", "Mine.ddq", "Mine.ddq", "C.ddq"},
                                                          {"remove-last-update"},
+                                                         {"check", "--repair"},
                                                          {"backup", "program"},
                                                          {"restore", "database"},
                                                          {"schedule", "--remove"}};

@@ -16,6 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 const Date kDay = std::chrono::year{2026} / 11 / 21;
+constexpr std::string_view kGapDay = "\"11/20/26\",\"\",10,9,11,1000,0,0,0,0,0,\"\",\"\",0,0,0,0,0,10\r\n";
 constexpr std::string_view kTickers[] = {"A", "ADBE", "NFLX"};
 
 const MarketData& Prices() {
@@ -92,6 +93,8 @@ void FaultWorld::Fill(const Path& app) const {
     Write(data / "Import.Txt", ImportText());
     Write(data / "Hosts.ini", MarketHostsText(market_->Address()));
     Write(app / "Quotes" / "EOD" / "QuoteList.ddq", "3\r\n\"A\"\r\n\"ADBE\"\r\n\"NFLX\"\r\n");
+    // A line that a repair takes out.
+    Write(app / "Quotes" / "EOD" / "GAP.26", std::string(kGapDay) + "\r\n" + std::string(kGapDay));
     Write(app / "Back Up" / "Data" / "Mine.ddq", RowsOf(table, std::span(kTickers).first(2)));
     Write(app / "Back Up" / "Quotes" / "ADBE.26", BytesOrEmpty(app / "Quotes" / "EOD" / "A.26"));
     Write(data / "Evaluations.dbe", "Ticker Symbol\tCondition 1\r\nOLD\tBuy\r\n");
@@ -127,11 +130,13 @@ const std::vector<FaultCase>& FaultCases() {
         {"backup_database", {"backup", "database"}},
         {"restore_program", {"restore", "program"}},
         {"restore_database", {"restore", "database"}},
+        {"check_repair", {"check", "--repair"}},
         {"undo", {"undo"}, {"split", "NFLX", "7/1"}, false, 2},
         {"series", {"series", "A", "NFLX"}, {}, true},
         {"evaluate", {"evaluate", "A", "NFLX"}, {}, true},
         {"chart", {"chart", "NFLX", "--out", "-"}, {}, true},
         {"settings", {"settings"}, {}, true},
+        {"check", {"check"}, {"check", "--repair"}, true},
     };
     return cases;
 }

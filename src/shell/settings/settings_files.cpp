@@ -93,9 +93,9 @@ std::string PrintedForm(const Value& value) {
     return text;
 }
 
-// The table of a file whose bytes are at hand. Lines that a longer set left behind the selector's last line
-// stay there.
-void TakeFile(SettingsFile file, std::string_view bytes, SettingsTables& settings) {
+}  // namespace
+
+void TakeSettingsText(SettingsFile file, std::string_view bytes, SettingsTables& settings) {
     const SettingsFileForm& form = FormOf(file);
     if (form.table == nullptr) return LoadQuoteHost(bytes, settings);
     SettingsTable& table = settings.*form.table;
@@ -106,8 +106,6 @@ void TakeFile(SettingsFile file, std::string_view bytes, SettingsTables& setting
     if (file == SettingsFile::Net) FindNetSequences(settings);
     if (file == SettingsFile::ImEx) FindImportSequence(settings);
 }
-
-}  // namespace
 
 std::string SettingsFileName(SettingsFile file) {
     return std::string(FormOf(file).fileName);
@@ -130,7 +128,7 @@ std::error_code LoadSettingsFile(SettingsFile file, const Path& appPath, Setting
     const ReadResult read = ReadWholeFile(SettingsFilePath(file, appPath));
     std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)];
     error = read.outcome == ReadOutcome::Failed ? read.error : std::error_code{};
-    if (!error) TakeFile(file, read.bytes, settings);
+    if (!error) TakeSettingsText(file, read.bytes, settings);
     // Without its line the folder is the standard one, so that it is never empty.
     if (file == SettingsFile::Data) settings.QuoteFolder = DeriveQuoteFolder(appPath, settings);
     if (settings.QuoteHost.empty()) settings.QuoteHost = kUnitedStatesQuoteHost;

@@ -81,6 +81,10 @@ void LoadAllSettings(const Path& appPath, SettingsTables& settings);
 // file's entry of ReadErrors.
 std::error_code LoadSettingsFile(SettingsFile file, const Path& appPath, SettingsTables& settings);
 
+// The table of a file whose bytes are at hand, with what is derived from it but for the quote folder. Lines
+// that a longer set left behind the selector's last line stay there.
+void TakeSettingsText(SettingsFile file, std::string_view bytes, SettingsTables& settings);
+
 // The sentence for a file that could not be read when it was last loaded; empty for any other.
 std::string UnreadableSettings(SettingsFile file, const Path& appPath, const SettingsTables& settings);
 
