@@ -6,10 +6,13 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTableWidget>
 
+#include "screens/windows/condition_overview.h"
 #include "selector/catalogue.h"
 #include "selector/value_slots.h"
 #include "selector/windows/frmSelectorSelection.h"
@@ -103,6 +106,15 @@ QStringList Names(const QListWidget* list) {
     QStringList names;
     for (int row = 0; row < list->count(); ++row) names.append(list->item(row)->text());
     return names;
+}
+
+// Answers the question whether edits are to be dropped.
+DialogHand Dropping() {
+    return DialogHand([](QDialog& dialog) {
+        for (QPushButton* button : dialog.findChildren<QPushButton*>())
+            if (button->text().remove(u'&') == QStringLiteral("Drop")) return button->click();
+        QFAIL("no button that drops");
+    });
 }
 
 QStringList NamesInSight(const QListWidget* list) {
@@ -252,6 +264,7 @@ class StockSelectorSettingsTest : public QObject {
         QTest::keyClick(program.Filter(), Qt::Key_Escape);
         QVERIFY(program.window->isVisible());
         QCOMPARE(NamesInSight(program.Available()).size(), 487);
+        const auto hand = Dropping();
         QTest::keyClick(program.Filter(), Qt::Key_Escape);
         QVERIFY(!program.window->isVisible());
     }
@@ -399,10 +412,26 @@ class StockSelectorSettingsTest : public QObject {
         QCOMPARE(program.Available()->count(), 488);
     }
 
-    void exitAndEscapeDropWhatWasNotApplied() {
+    void exitAndEscapeDropWhatWasNotAppliedAfterAQuestion() {
         EditorProgram program(EmptyBlocks(10));
         program.Available()->setCurrentRow(0);
         program.PressInPanel("Command5");
+        {
+            // Enter keeps the edits.
+            DialogHand hand([](QDialog& dialog) {
+                auto* box = qobject_cast<QMessageBox*>(&dialog);
+                QVERIFY(box);
+                QCOMPARE(
+                    box->text(),
+                    QStringLiteral("Changes to the conditions were not applied. Do you want to drop them?"));
+                QTest::keyClick(box, Qt::Key_Return);
+            });
+            program.Press("Command2");
+            QCOMPARE(hand.seen, 1);
+        }
+        QVERIFY(program.window->isVisible());
+        QCOMPARE(program.Selected()->count(), 1);
+        const auto hand = Dropping();
         program.Press("Command2");
         QVERIFY(!program.window->isVisible());
         QCOMPARE(program.Read(kFile), EmptyBlocks(10));
@@ -412,6 +441,102 @@ class StockSelectorSettingsTest : public QObject {
         QTest::keyClick(program.window, Qt::Key_Escape);
         QVERIFY(!program.window->isVisible());
         QCOMPARE(program.Read(kFile), EmptyBlocks(10));
+    }
+
+    void nothingIsAskedWhereNothingWasChanged() {
+        EditorProgram program(EmptyBlocks(10));
+        program.Text(1)->setText(QStringLiteral("5"));
+        program.Press("Command1");
+        DialogHand hand([](QDialog& dialog) { dialog.reject(); });
+        program.Press("Command2");
+        QVERIFY(!program.window->isVisible());
+        QCOMPARE(hand.seen, 0);
+    }
+
+    void undoTakesEditsAndAClearBack() {
+        EditorProgram program(Block("Sell", {"Shaven Head"}, {"7"}) + EmptyBlocks(9));
+        program.Activate();
+        auto* undo = program.window->findChild<QPushButton*>(QStringLiteral("Undo"));
+        QVERIFY(!undo->isEnabled());
+        program.Tabs()->setCurrentIndex(1);
+        program.Available()->setCurrentRow(0);
+        program.PressInPanel("Command5");
+        QCOMPARE(undo->toolTip(), QStringLiteral("Undo edit of Condition 2 (Ctrl+Z)"));
+        program.Tabs()->setCurrentIndex(0);
+        program.Press("Command3");
+        QCOMPARE(program.Selected()->count(), 0);
+        QCOMPARE(undo->toolTip(), QStringLiteral("Undo Clear of Condition 1 (Ctrl+Z)"));
+        const std::string cleared = program.Read(kFile);
+        program.Available()->setFocus();
+        QTest::keyClick(program.Available(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(Names(program.Selected()), QStringList{QStringLiteral("Shaven Head")});
+        QCOMPARE(program.Text(1)->text(), QStringLiteral("7"));
+        QVERIFY(program.Check(1)->isChecked());
+        QCOMPARE(program.State(), QStringLiteral("Changes are kept with Apply only."));
+        QCOMPARE(program.Read(kFile), cleared);
+        // The next step was made on another tab, which is shown.
+        program.Press("Undo");
+        QCOMPARE(program.Tabs()->currentIndex(), 1);
+        QCOMPARE(program.Selected()->count(), 0);
+        QVERIFY(!undo->isEnabled());
+        program.Press("Command1");
+        QCOMPARE(program.Read(kFile), Block("Sell", {"Shaven Head"}, {"7"}) + EmptyBlocks(9));
+    }
+
+    void aConditionIsCopiedToAnother() {
+        EditorProgram program(Block("Sell", {"Shaven Head"}, {"7"}) + EmptyBlocks(9));
+        auto* menu = program.window->findChild<QPushButton*>(QStringLiteral("CopyTo"))->menu();
+        QVERIFY(menu);
+        Q_EMIT menu->aboutToShow();
+        QCOMPARE(menu->actions().size(), 10);
+        QVERIFY(!menu->actions().at(0)->isEnabled());
+        QVERIFY(menu->actions().at(3)->isEnabled());
+        menu->actions().at(3)->trigger();
+        QCOMPARE(program.Tabs()->currentIndex(), 3);
+        QCOMPARE(Names(program.Selected()), QStringList{QStringLiteral("Shaven Head")});
+        QCOMPARE(program.Available()->count(), 487);
+        QCOMPARE(program.Part<QComboBox>("Combo1")->currentText(), QStringLiteral("Sell"));
+        QCOMPARE(program.Text(1)->text(), QStringLiteral("7"));
+        program.Press("Command1");
+        QCOMPARE(program.Read(kFile), Block("Sell", {"Shaven Head"}, {"7"}) + EmptyBlocks(2) +
+                                          Block("Sell", {"Shaven Head"}, {"7"}) + EmptyBlocks(6));
+        program.Press("Undo");
+        QCOMPARE(program.Selected()->count(), 0);
+        QCOMPARE(program.Part<QComboBox>("Combo1")->currentText(), QStringLiteral("Buy"));
+    }
+
+    void theOverviewTellsAllTenAndLeadsToOne() {
+        EditorProgram program(Block("Buy", {"Hit 52 Week High"}) +
+                                  Block("Sell", {"Hit 52 Week Low", "Shaven Head"}, {"7"}) + EmptyBlocks(8),
+                              true);
+        program.Press("Overview");
+        auto* overview = program.window->findChild<ConditionOverview*>();
+        QVERIFY(overview && overview->isVisible());
+        auto* table = overview->findChild<QTableWidget*>(QStringLiteral("Overview"));
+        QCOMPARE(table->rowCount(), 10);
+        QTRY_COMPARE_WITH_TIMEOUT(table->item(0, 3)->text(), QStringLiteral("3"), kPatienceMs);
+        QCOMPARE(table->item(1, 3)->text(), QStringLiteral("0"));
+        QCOMPARE(table->item(0, 1)->text(), QStringLiteral("Buy"));
+        QCOMPARE(table->item(1, 1)->text(), QStringLiteral("Sell"));
+        const QStringList lines = table->item(1, 2)->text().split(QLatin1Char('\n'));
+        QCOMPARE(lines.size(), 3);
+        QCOMPARE(lines.at(1), QStringLiteral("Shaven Head"));
+        QVERIFY2(lines.at(2).endsWith(QStringLiteral(" 7")), qPrintable(lines.at(2)));
+        QCOMPARE(table->item(9, 2)->text(), QStringLiteral("no line: it never holds"));
+        table->selectRow(4);
+        QTest::keyClick(table, Qt::Key_Return);
+        QCOMPARE(program.Tabs()->currentIndex(), 4);
+        QVERIFY(!overview->isVisible());
+    }
+
+    void withoutATableTheOverviewCountsNothing() {
+        EditorProgram program(EmptyBlocks(10));
+        program.Press("Command2");
+        program.frame->Run("mnuFileClose");
+        program.Open();
+        program.Press("Overview");
+        auto* table = program.window->findChild<QTableWidget*>(QStringLiteral("Overview"));
+        QCOMPARE(table->item(0, 3)->text(), QStringLiteral("-"));
     }
 
     void aFileThatCannotBeWrittenIsTold() {

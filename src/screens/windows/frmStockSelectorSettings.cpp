@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QScreen>
@@ -14,6 +15,7 @@
 
 #include "base/windows/display_text.h"
 #include "indicators/analysis.h"
+#include "screens/windows/condition_overview.h"
 #include "screens/windows/hit_counter.h"
 #include "screens/windows/selector_panel_view.h"
 #include "shell/session_change.h"
@@ -30,6 +32,8 @@ constexpr QSize kRoomForFrame(16, 48);
 constexpr int kFrameMargin = 6;
 
 constexpr std::string_view kNotApplied = "Changes are kept with Apply only.";
+constexpr std::string_view kDropQuestion =
+    "Changes to the conditions were not applied. Do you want to drop them?";
 constexpr std::string_view kApplied = "Applied. The next Stock Selector run uses these conditions.";
 constexpr std::string_view kPartlyInForce =
     "Applied. The set has changed its length: all of it counts from the next start of Brantlow, or after a "
@@ -62,6 +66,8 @@ frmStockSelectorSettings::frmStockSelectorSettings(Session& session, QWidget* pa
     : QDialog(parent),
       session_(session),
       panels_(OpenPanels(session.settings.SelectorSettings)),
+      stored_(panels_),
+      edits_(panels_),
       tbsOptions(new QTabWidget),
       state_(new QLabel),
       hitsLine_(new QLabel) {
@@ -102,14 +108,32 @@ void frmStockSelectorSettings::BuildTabs() {
         panel->ShowAll();
         tbsOptions->addTab(panel, QStringLiteral("Condition - %1").arg(i + 1));
         ShowUse(i);
-        connect(panel, &SelectorPanelView::Edited, this, [this, i] {
-            ShowUse(i);
-            ShowHits();
-            state_->setText(Name(kNotApplied));
-        });
+        connect(panel, &SelectorPanelView::Edited, this, [this, i] { Edited(i, {}); });
     }
     ShowTab(0);
     connect(tbsOptions, &QTabWidget::currentChanged, this, &frmStockSelectorSettings::ShowTab);
+}
+
+void frmStockSelectorSettings::Edited(std::size_t panel, const std::string& what) {
+    edits_.Note(panels_, what);
+    ShowUse(panel);
+    ShowHits();
+    ShowUndo();
+    ShowState(kNotApplied);
+}
+
+std::size_t frmStockSelectorSettings::OnShow() const {
+    return static_cast<std::size_t>(tbsOptions->currentIndex());
+}
+
+void frmStockSelectorSettings::ShowState(std::string_view words) {
+    state_->setText(Name(words));
+}
+
+void frmStockSelectorSettings::ShowUndo() {
+    const std::string words = edits_.Words();
+    undo_->setEnabled(edits_.CanUndo());
+    undo_->setToolTip(words.empty() ? QStringLiteral("Nothing was changed yet") : Name(words + " (Ctrl+Z)"));
 }
 
 // The other panels lie out of sight and take no key.
@@ -124,8 +148,7 @@ void frmStockSelectorSettings::ShowTab(int tab) {
 void frmStockSelectorSettings::ShowHits() {
     hitsLine_->setVisible(hits_ != nullptr);
     if (!hits_) return;
-    const auto panel = static_cast<std::size_t>(tbsOptions->currentIndex());
-    hitsLine_->setText(hits_->Sentence(ConditionOf(panels_[panel])));
+    hitsLine_->setText(hits_->Sentence(ConditionOf(panels_[OnShow()])));
 }
 
 void frmStockSelectorSettings::ShowUse(std::size_t panel) {
@@ -147,6 +170,14 @@ void frmStockSelectorSettings::BuildButtons(QHBoxLayout& row) {
     state_->setObjectName(QStringLiteral("State"));
     state_->setWordWrap(true);
     row.addWidget(state_, 1);
+    auto* overview = AddButton(row, QStringLiteral("Overview"), QStringLiteral("&Overview"),
+                               QStringLiteral("All ten conditions with their lines and what they find"));
+    FillCopyMenu(*AddButton(row, QStringLiteral("CopyTo"), QStringLiteral("Copy &To"),
+                            QStringLiteral("Put this condition in place of another one (can be undone)")));
+    undo_ = AddButton(row, QStringLiteral("Undo"), QStringLiteral("&Undo"), {});
+    ShowUndo();
+    connect(overview, &QPushButton::clicked, this, &frmStockSelectorSettings::ShowOverview);
+    connect(undo_, &QPushButton::clicked, this, &frmStockSelectorSettings::Undo);
     auto* apply = AddButton(row, QStringLiteral("Command1"), QStringLiteral("&Apply"),
                             QStringLiteral("Save all ten conditions (Ctrl+S)"));
     auto* clear = AddButton(row, QStringLiteral("Command3"), QStringLiteral("&Clear"),
@@ -160,10 +191,11 @@ void frmStockSelectorSettings::BuildButtons(QHBoxLayout& row) {
 
 void frmStockSelectorSettings::AddKeys() {
     auto* find = new QShortcut(QKeySequence(QKeySequence::Find), this);
-    connect(find, &QShortcut::activated, this,
-            [this] { picOptions_[static_cast<std::size_t>(tbsOptions->currentIndex())]->FocusFilter(); });
+    connect(find, &QShortcut::activated, this, [this] { picOptions_[OnShow()]->FocusFilter(); });
     auto* save = new QShortcut(QKeySequence(QKeySequence::Save), this);
     connect(save, &QShortcut::activated, this, &frmStockSelectorSettings::Apply);
+    auto* undo = new QShortcut(QKeySequence(QKeySequence::Undo), this);
+    connect(undo, &QShortcut::activated, this, &frmStockSelectorSettings::Undo);
     const std::pair<Qt::Key, int> steps[] = {{Qt::Key_PageDown, 1},
                                              {Qt::Key_PageUp, static_cast<int>(kConditionCount) - 1}};
     for (const auto& [key, step] : steps) {
@@ -176,16 +208,66 @@ void frmStockSelectorSettings::AddKeys() {
 
 void frmStockSelectorSettings::Apply() {
     if (!Written(ApplyPanels(panels_, session_.AppPath, session_.settings))) return;
-    state_->setText(Name(IsWholeSetInForce(panels_, session_.settings) ? kApplied : kPartlyInForce));
+    stored_ = panels_;
+    ShowState(IsWholeSetInForce(panels_, session_.settings) ? kApplied : kPartlyInForce);
+}
+
+void frmStockSelectorSettings::FillCopyMenu(QPushButton& button) {
+    auto* menu = new QMenu(&button);
+    for (std::size_t i = 0; i < kConditionCount; ++i) {
+        QAction* const to = menu->addAction(QStringLiteral("Condition - %1").arg(i + 1));
+        connect(to, &QAction::triggered, this, [this, i] { Copy(i); });
+    }
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+        for (int i = 0; i < menu->actions().size(); ++i)
+            menu->actions().at(i)->setEnabled(i != tbsOptions->currentIndex());
+    });
+    button.setMenu(menu);
+}
+
+void frmStockSelectorSettings::Copy(std::size_t to) {
+    const std::size_t from = OnShow();
+    CopyPanel(panels_, from, to);
+    picOptions_[to]->ShowAll();
+    Edited(to, "copy of Condition " + std::to_string(from + 1) + " to Condition " + std::to_string(to + 1));
+    tbsOptions->setCurrentIndex(static_cast<int>(to));
+}
+
+// The window alone goes a step back: what Clear wrote stays written until the next Apply.
+void frmStockSelectorSettings::Undo() {
+    const std::optional<std::size_t> panel = edits_.Undo(panels_);
+    if (!panel) return;
+    picOptions_[*panel]->ShowAll();
+    tbsOptions->setCurrentIndex(static_cast<int>(*panel));
+    Edited(*panel, {});
+    if (!AreOther(panels_, stored_)) ShowState({});
+}
+
+void frmStockSelectorSettings::ShowOverview() {
+    auto* overview = new ConditionOverview(
+        panels_, [this](const Condition& condition) { return hits_ ? hits_->Hits(condition) : std::nullopt; },
+        this);
+    overview->setAttribute(Qt::WA_DeleteOnClose);
+    if (hits_) connect(hits_, &HitCounter::Counted, overview, &ConditionOverview::ShowAll);
+    connect(overview, &ConditionOverview::ConditionChosen, tbsOptions, &QTabWidget::setCurrentIndex);
+    overview->open();
+    overview->Select(OnShow());
+}
+
+void frmStockSelectorSettings::reject() {
+    if (AreOther(panels_, stored_) &&
+        !session_.person.AskBeforeLoss(kDropQuestion, "Drop the Changes?", "Drop"))
+        return;
+    QDialog::reject();
 }
 
 void frmStockSelectorSettings::Clear() {
-    const auto panel = static_cast<std::size_t>(tbsOptions->currentIndex());
+    const std::size_t panel = OnShow();
     if (!Written(ClearPanel(panels_, panel, ChangePlaceOf(session_), session_.settings))) return;
+    stored_ = panels_;
     picOptions_[panel]->ShowAll();
-    ShowUse(panel);
-    ShowHits();
-    state_->setText(Name(kApplied));
+    Edited(panel, "Clear of Condition " + std::to_string(panel + 1));
+    ShowState(kApplied);
 }
 
 bool frmStockSelectorSettings::Written(const FileFault& fault) {

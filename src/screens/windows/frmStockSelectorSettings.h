@@ -1,5 +1,5 @@
 // The editor of the ten selector conditions, one on each tab. Its edits live in its controls until Apply or
-// Clear writes them; Exit drops them. The main frame opens it.
+// Clear writes them; Exit drops them, after a question where there are any. The main frame opens it.
 #pragma once
 
 #include <QDialog>
@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "screens/selector_edits.h"
 #include "screens/selector_settings.h"
 #include "shell/session.h"
 
@@ -27,6 +28,9 @@ class frmStockSelectorSettings final : public QDialog {
     // With the tickers of the open table it counts how many each edit finds.
     frmStockSelectorSettings(Session& session, QWidget* parent, std::vector<std::string> tickers = {});
 
+    // Asks before edits are dropped that were not applied.
+    void reject() override;
+
   private:
     void BuildTabs();
     QPushButton* AddButton(QHBoxLayout& row, const QString& name, const QString& words,
@@ -38,12 +42,23 @@ class frmStockSelectorSettings final : public QDialog {
     void ShowHits();
     void Apply();
     void Clear();
+    void Undo();
+    void Copy(std::size_t to);
+    void ShowOverview();
+    void Edited(std::size_t panel, const std::string& what);
+    void ShowState(std::string_view words);
+    void ShowUndo();
+    std::size_t OnShow() const;
+    void FillCopyMenu(QPushButton& button);
     bool Written(const FileFault& fault);
 
     Session& session_;
     SelectorPanels panels_;
+    SelectorPanels stored_;  // as Apply or Clear wrote them last
+    SelectorEdits edits_;
     std::array<SelectorPanelView*, kConditionCount> picOptions_{};
     QTabWidget* tbsOptions;
+    QPushButton* undo_ = nullptr;
     QLabel* state_;
     QLabel* hitsLine_;
     HitCounter* hits_ = nullptr;  // null without a table

@@ -5,22 +5,13 @@
 #include <QTimer>
 
 #include "base/windows/display_text.h"
-#include "selector/value_slots.h"
+#include "screens/selector_edits.h"
 
 namespace brantlow {
 
 namespace {
 
 constexpr int kLookMilliseconds = 100;
-
-// The lines that a condition is counted by, as a person knows them.
-std::vector<std::string> LinesOf(const Condition& condition) {
-    std::vector<std::string> lines = condition.names;
-    for (std::size_t slot = 1; slot <= kSlotCount; ++slot)
-        if (!condition.slots[slot - 1].empty())
-            lines.push_back(std::string(ValueSlotLabel(slot)) + " " + condition.slots[slot - 1]);
-    return lines;
-}
 
 }  // namespace
 
@@ -54,6 +45,11 @@ void HitCounter::Walk() {
 void HitCounter::Look() {
     ready_ = walked_;
     Q_EMIT Counted();
+}
+
+std::optional<std::size_t> HitCounter::Hits(const Condition& condition) const {
+    if (!ready_) return std::nullopt;
+    return store_.Count(condition).hits;
 }
 
 QString HitCounter::Sentence(const Condition& condition) const {

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 #include <atomic>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -24,6 +25,8 @@ class HitCounter final : public QObject {
     // "Finds 12 of 43 tickers now. MA30 Above MA90 leaves 20 (alone 20), ..."; while the walk goes on, how
     // far it is.
     QString Sentence(const Condition& condition) const;
+    // How many tickers the condition finds; nothing while the walk goes on.
+    std::optional<std::size_t> Hits(const Condition& condition) const;
 
   Q_SIGNALS:
     // The walk came further, or to its end: what Sentence says has changed.
