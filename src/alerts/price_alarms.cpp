@@ -25,6 +25,8 @@ struct RowScan {
     const std::string& Text(const Column& column) const { return table.Text(row, *column); }
     // 0 where the table has no such column.
     double Number(const Column& column) const { return IsShown(column) ? LeadingNumber(Text(column)) : 0; }
+    // Neither missing nor hidden.
+    bool Shows(const Column& column) const { return IsShown(column) && table.Width(*column) > 0; }
     void Cue(const Column& column, CellStyle style) const { table.SetStyle(row, *column, style); }
 };
 
@@ -56,7 +58,7 @@ void ScanChange(const RowScan& scan) {
 }
 
 void ScanLowPrice(const RowScan& scan) {
-    if (!IsShown(scan.at.LowColumn)) return;
+    if (!IsShown(scan.at.LowColumn) || !scan.Shows(scan.at.Week52LowColumn)) return;
     const double yearLow = scan.Number(scan.at.Week52LowColumn);
     const bool atYearLow = yearLow > 0 && scan.Number(scan.at.LowColumn) <= yearLow &&
                            scan.Text(scan.at.LowColumn) != kNotAvailable;
@@ -64,7 +66,7 @@ void ScanLowPrice(const RowScan& scan) {
 }
 
 void ScanHighPrice(const RowScan& scan) {
-    if (!IsShown(scan.at.HighColumn)) return;
+    if (!IsShown(scan.at.HighColumn) || !scan.Shows(scan.at.Week52HighColumn)) return;
     const double yearHigh = scan.Number(scan.at.Week52HighColumn);
     const bool atYearHigh = yearHigh > 0 && scan.Number(scan.at.HighColumn) >= yearHigh &&
                             scan.Text(scan.at.HighColumn) != kNotAvailable;

@@ -95,10 +95,8 @@ ExitStatus RunCommand(const CommandLine& line, const BatchProcess& process) {
     if (lock.IsTaken()) {
         if (const auto refused = Recover(call)) return *refused;
     }
-    for (const SettingsFile file : line.command->settings) {
-        const std::string sentence = UnreadableSettings(file, session.AppPath, session.settings);
-        if (!sentence.empty()) return Refuse(call, sentence);
-    }
+    const std::string unread = FirstUnreadable(line.command->settings, session.AppPath, session.settings);
+    if (!unread.empty()) return Refuse(call, unread);
     return line.command->run(call);
 }
 

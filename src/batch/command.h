@@ -16,6 +16,7 @@
 #include "base/files.h"
 #include "indicators/working_series.h"
 #include "shell/session.h"
+#include "shell/settings/settings_needs.h"
 
 namespace brantlow {
 
@@ -62,23 +63,6 @@ struct BatchCall {
     bool tookChangeBack = false;
 };
 
-// For Command::settings.
-inline constexpr SettingsFile kAnySettings[] = {
-    SettingsFile::Columns, SettingsFile::Data, SettingsFile::Graph, SettingsFile::Selector, SettingsFile::Mru,
-    SettingsFile::Net,     SettingsFile::Lang, SettingsFile::ImEx,  SettingsFile::Own};
-inline constexpr SettingsFile kDatabaseSettings[] = {SettingsFile::Data};
-inline constexpr SettingsFile kChangeSettings[] = {SettingsFile::Data, SettingsFile::Own};
-inline constexpr SettingsFile kConditionSettings[] = {SettingsFile::Data, SettingsFile::Selector};
-inline constexpr SettingsFile kSelectorRunSettings[] = {SettingsFile::Data, SettingsFile::Selector,
-                                                        SettingsFile::Own};
-inline constexpr SettingsFile kChartSettings[] = {SettingsFile::Data, SettingsFile::Graph,
-                                                  SettingsFile::Selector};
-inline constexpr SettingsFile kExchangeSettings[] = {SettingsFile::Columns, SettingsFile::Data,
-                                                     SettingsFile::ImEx, SettingsFile::Own};
-inline constexpr SettingsFile kDownloadSettings[] = {
-    SettingsFile::Columns, SettingsFile::Data, SettingsFile::Net, SettingsFile::Lang, SettingsFile::Own};
-inline constexpr SettingsFile kPageSettings[] = {SettingsFile::Net, SettingsFile::Lang};
-
 inline constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
 
 struct Command {
@@ -94,7 +78,7 @@ struct Command {
     // False for a command that makes the application folder, or needs none.
     bool needsAppFolder = true;
     // The settings files that the command goes by: the call refuses where one of them cannot be read.
-    std::span<const SettingsFile> settings = kAnySettings;
+    SettingsNeeds settings = kAnySettings;
     // Whether a call changes files of the application folder, and so takes its lock; null for a command that
     // only reads.
     bool (*writes)(const Arguments& arguments) = nullptr;

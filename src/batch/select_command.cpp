@@ -55,6 +55,7 @@ ExitStatus SelectFrom(BatchCall& call, const std::string& name, Interval interva
     Analysis analysis;
     SelectorOutcome outcome;
     RunSelector(session, analysis, interval, evaluations, outcome);
+    evaluations.SetOrigin(OriginOfRun(session, interval, name));
 
     const std::size_t rows = evaluations.TickerCount();
     if (rows > 0 && outcome.unreadable.size() == rows)

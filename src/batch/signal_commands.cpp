@@ -6,6 +6,7 @@
 #include "chart/chart_actions.h"
 #include "chart/signals.h"
 #include "store/file_names.h"
+#include "study/table_replay.h"
 
 namespace brantlow {
 

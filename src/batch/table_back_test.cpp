@@ -1,49 +1,13 @@
 #include "batch/table_back_test.h"
 
-#include <memory>
-#include <unordered_set>
-#include <vector>
-
 #include "batch/json_line.h"
 #include "batch/left_out.h"
 #include "batch/table_calls.h"
-#include "chart/chart_actions.h"
-#include "indicators/record_days.h"
+#include "study/table_replay.h"
 
 namespace brantlow {
 
 namespace {
-
-struct TableTrade {
-    std::string ticker;
-    std::string date;  // ISO; empty after a signal on the newest bar
-    BackTestTrade trade;
-};
-
-struct TableReplay {
-    BackTest sums;
-    std::size_t tickers = 0;
-    std::size_t traded = 0;
-    std::size_t gained = 0;
-    std::size_t lost = 0;
-    std::vector<TableTrade> trades;
-};
-
-std::string DateOfBar(const WorkingSeries& series, std::size_t bar) {
-    const auto day = bar <= series.BarCount ? DayOfField(series.QuoteDate[bar]) : std::nullopt;
-    return day ? FormatIsoDate(*day) : std::string();
-}
-
-void TakeTicker(const std::string& ticker, const WorkingSeries& series, const BackTest& test,
-                TableReplay& replay) {
-    ++replay.tickers;
-    for (const BackTestNumber& number : kBackTestNumbers) replay.sums.*number.value += test.*number.value;
-    if (!test.trades.empty()) ++replay.traded;
-    if (test.Profit > 0) ++replay.gained;
-    if (test.Profit < 0) ++replay.lost;
-    for (const BackTestTrade& trade : test.trades)
-        replay.trades.push_back({ticker, DateOfBar(series, trade.signalBar + 1), trade});
-}
 
 void PrintTrade(const TableTrade& trade, JsonLine& line) {
     line.BeginObject();
@@ -52,10 +16,10 @@ void PrintTrade(const TableTrade& trade, JsonLine& line) {
     line.Key("action");
     line.Text(trade.trade.action);
     line.Key("date");
-    if (trade.date.empty()) {
-        line.Null();
+    if (trade.date) {
+        line.Text(FormatIsoDate(*trade.date));
     } else {
-        line.Text(trade.date);
+        line.Null();
     }
     line.Key("price");
     line.Number(trade.trade.price);
@@ -98,29 +62,13 @@ ExitStatus BackTestTable(BatchCall& call, const std::string& name) {
     QuoteTable table;
     if (!LoadTable(call, name, table)) return ExitStatus::Refused;
     const Interval interval = ChosenInterval(call.arguments);
-    const auto analysis = std::make_unique<Analysis>();
-    ChartSession chart;
-    chart.ChartTimeFrame = TimeFrameOf(interval);
-    ChartContext context{call.session, *analysis, chart};
-    TableReplay replay;
-    std::vector<Failure> leftOut;
-    std::unordered_set<std::string> seen;
-    bool stopped = false;
-    for (const std::string& ticker : table.Tickers()) {
-        stopped = call.interrupted();
-        if (stopped) break;
-        if (!seen.insert(ticker).second) continue;
-        chart.SelectorTicker = ticker;
-        if (Failure failure = ReloadChart(context, Signals::Compute)) {
-            leftOut.push_back(std::move(failure));
-            continue;
-        }
-        TakeTicker(ticker, analysis->series, RunBackTest(analysis->series, chart), replay);
-    }
+    const TableReplay replay = ReplayTable(call.session, table.Tickers(), interval,
+                                           [&call](std::size_t, std::size_t) { return !call.interrupted(); });
     call.out << ReplayLine(name, interval, replay) << '\n';
-    if (stopped) call.err << "Stopped after " << replay.tickers << " tickers: the sums are of these alone\n";
-    const ExitStatus status = TellLeftOut(call, leftOut, seen.size(), "tickers");
-    return stopped ? ExitStatus::Interrupted : status;
+    if (replay.stopped)
+        call.err << "Stopped after " << replay.tickers << " tickers: the sums are of these alone\n";
+    const ExitStatus status = TellLeftOut(call, replay.leftOut, replay.asked, "tickers");
+    return replay.stopped ? ExitStatus::Interrupted : status;
 }
 
 }  // namespace brantlow

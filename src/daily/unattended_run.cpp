@@ -1,6 +1,7 @@
 #include "daily/unattended_run.h"
 
 #include "shell/recent_files.h"
+#include "shell/settings/settings_needs.h"
 #include "store/file_names.h"
 #include "store/table_files.h"
 
@@ -41,9 +42,13 @@ QuoteTable EvaluationTable(const QuoteTable& quotes) {
 
 void Select(const UnattendedWork& work, const QuoteTable& quotes, UnattendedRun& run) {
     QuoteTable evaluations = EvaluationTable(quotes);
+    const std::string unread =
+        StillUnreadable(kSelectorRunSettings, work.session.AppPath, work.session.settings);
+    if (!unread.empty()) return run.report.Fail("Stock Selector: " + unread);
     const OpenFileMark mark(work.session, std::string(kEvaluationsName));
     run.selection.emplace();
     RunSelector(work.session, work.analysis, Interval::Daily, evaluations, *run.selection);
+    evaluations.SetOrigin(OriginOfRun(work.session, Interval::Daily, run.file));
     if (const auto error = SaveEvaluations(work.session, evaluations)) {
         run.report.Fail(NotWritten(kEvaluationsName, error));
     }

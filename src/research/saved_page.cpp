@@ -41,4 +41,9 @@ std::string PageFileName(std::string_view title) {
     return text.empty() ? "Page" : std::string(text);
 }
 
+std::string WithPageEnding(std::string file) {
+    if (!UpperCase(file).ends_with(UpperCase(kPageEnding))) file += kPageEnding;
+    return file;
+}
+
 }  // namespace brantlow

@@ -13,4 +13,7 @@ inline constexpr std::string_view kPageEnding = ".htm";
 // longer than 200 bytes.
 std::string PageFileName(std::string_view title);
 
+// The name of a file with the ending; one that has it already, in any case, stays as it is.
+std::string WithPageEnding(std::string file);
+
 }  // namespace brantlow

@@ -120,6 +120,11 @@ std::string SlotSentence(const ValueSlot& slot, double x, const Analysis& analys
                        slot.relation == Relation::AtLeast ? "at least" : "at most", NumberText(x));
 }
 
+// Neither passed over nor passed because it could not be computed.
+bool IsTested(const LineExplanation& line) {
+    return line.reason == PassedOver::No && line.computed;
+}
+
 }  // namespace
 
 std::string_view NameOf(const LookedAt& value) {
@@ -185,18 +190,50 @@ std::string LineSentence(const TestedLine& line, const LineExplanation& explaine
     return slot == nullptr ? std::string() : SlotSentence(*slot, line.step.x, analysis, bar);
 }
 
+ConditionExplanation ExplainCondition(const ConditionBlock& block, const Analysis& analysis) {
+    ConditionExplanation explanation;
+    explanation.action = block.action;
+    for (const TestedLine& line : block.lines)
+        explanation.lines.push_back(ExplainLine(line, analysis, analysis.series.LastBar));
+    explanation.result = ResultOf(explanation.lines);
+    return explanation;
+}
+
+std::string ResultWords(const ConditionExplanation& explanation, std::size_t bars) {
+    const std::vector<LineExplanation>& lines = explanation.lines;
+    if (lines.empty()) return "it has no line and never holds";
+    if (explanation.result == TestState::False) return "fails";
+    if (explanation.result == TestState::Undecided) return "nothing could be tested";
+    const bool isTested = std::any_of(lines.begin(), lines.end(), IsTested);
+    return isTested ? "holds"
+                    : fmt::format("holds, but 0 of {} tests could be made: {} bars", lines.size(), bars);
+}
+
+std::string ShortExplanation(const ConditionBlock& block, const ConditionExplanation& explanation,
+                             const Analysis& analysis) {
+    constexpr std::size_t kMostLines = 3;
+    std::string text = ResultWords(explanation, analysis.series.BarCount);
+    std::size_t told = 0;
+    std::size_t more = 0;
+    for (std::size_t i = 0; i < explanation.lines.size(); ++i) {
+        const LineExplanation& line = explanation.lines[i];
+        if (!IsTested(line) || line.state != explanation.result) continue;
+        if (told == kMostLines) {
+            ++more;
+            continue;
+        }
+        const std::string sentence = LineSentence(block.lines[i], line, analysis, analysis.series.LastBar);
+        text.append("\n").append(sentence.empty() ? line.text : sentence);
+        ++told;
+    }
+    return more == 0 ? text : text + fmt::format("\nand {} more", more);
+}
+
 std::vector<ConditionExplanation> ExplainConditions(const CompiledConditions& conditions,
                                                     const Analysis& analysis) {
     std::vector<ConditionExplanation> explanations;
-    for (std::size_t i = 1; i <= conditions.BlockCount(); ++i) {
-        const ConditionBlock& block = conditions.Block(i);
-        ConditionExplanation explanation;
-        explanation.action = block.action;
-        for (const TestedLine& line : block.lines)
-            explanation.lines.push_back(ExplainLine(line, analysis, analysis.series.LastBar));
-        explanation.result = ResultOf(explanation.lines);
-        explanations.push_back(std::move(explanation));
-    }
+    for (std::size_t i = 1; i <= conditions.BlockCount(); ++i)
+        explanations.push_back(ExplainCondition(conditions.Block(i), analysis));
     return explanations;
 }
 

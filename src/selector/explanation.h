@@ -64,6 +64,17 @@ LineExplanation ExplainLine(const TestedLine& line, const Analysis& analysis, st
 // What the selector makes of a condition's lines together.
 TestState ResultOf(const std::vector<LineExplanation>& lines);
 
+// One block at the newest bar, after ComputeIndicators.
+ConditionExplanation ExplainCondition(const ConditionBlock& block, const Analysis& analysis);
+
+// The result in words: "holds", "fails", "nothing could be tested", "it has no line and never holds"; of a
+// hit without a single test behind it "holds, but 0 of 6 tests could be made: 16 bars".
+std::string ResultWords(const ConditionExplanation& explanation, std::size_t bars);
+
+// A verdict in one short text: the result, and in a line each what decided it, the first few.
+std::string ShortExplanation(const ConditionBlock& block, const ConditionExplanation& explanation,
+                             const Analysis& analysis);
+
 // Every block of the settings at the newest bar, after ComputeIndicators.
 std::vector<ConditionExplanation> ExplainConditions(const CompiledConditions& conditions,
                                                     const Analysis& analysis);

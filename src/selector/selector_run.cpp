@@ -48,8 +48,9 @@ std::optional<CellStyle> StyleOf(std::string_view action, const Analysis& analys
 class SelectorWalk {
   public:
     SelectorWalk(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
-                 SelectorOutcome& outcome)
+                 SelectorOutcome& outcome, std::optional<Date> lastDay)
         : session_(session),
+          lastDay_(lastDay),
           analysis_(analysis),
           interval_(interval),
           evaluations_(evaluations),
@@ -58,7 +59,9 @@ class SelectorWalk {
 
     void WalkRows() {
         const std::size_t rows = evaluations_.TickerCount();
-        SeriesPipeline pipeline(HistoryOf(session_), interval_, evaluations_.Tickers(), analysis_);
+        HistorySource source = HistoryOf(session_);
+        if (lastDay_) source.lastDay = lastDay_;
+        SeriesPipeline pipeline(source, interval_, evaluations_.Tickers(), analysis_);
         for (std::size_t row = 1; row <= rows; ++row) {
             outcome_.stopped = ShouldStop(session_.run, session_.person);
             if (outcome_.stopped) return;
@@ -106,6 +109,7 @@ class SelectorWalk {
     }
 
     Session& session_;
+    std::optional<Date> lastDay_;
     Analysis& analysis_;
     Interval interval_;
     QuoteTable& evaluations_;
@@ -122,6 +126,16 @@ std::optional<Interval> IntervalOf(std::string_view word) {
     return std::nullopt;
 }
 
+std::string_view WordOf(Interval interval) {
+    return RowOf(interval).word;
+}
+
+TableOrigin OriginOfRun(const Session& session, Interval interval, std::string source,
+                        std::optional<Date> lastDay) {
+    const Date day = lastDay.value_or(session.HistoryUpTo.value_or(session.clock.Today()));
+    return {day, std::string(WordOf(interval)), std::move(source)};
+}
+
 std::size_t MinimumHistory(Interval interval) {
     return RowOf(interval).minimumBars;
 }
@@ -131,15 +145,16 @@ std::string_view ShortHistoryReason(Interval interval) {
 }
 
 void RunSelector(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
-                 SelectorOutcome& outcome) {
+                 SelectorOutcome& outcome, std::optional<Date> lastDay) {
     outcome = {};
     BeginRun(session.run);
     session.person.ShowStatusWord(kStatusSelecting);
-    SelectorWalk(session, analysis, interval, evaluations, outcome).WalkRows();
+    SelectorWalk(session, analysis, interval, evaluations, outcome, lastDay).WalkRows();
     session.run.CurrentRow = 0;
     session.person.ShowStatusWord(kStatusComplete);
     // A look back leaves the report on today's history alone.
-    if (outcome.shortTickers.empty() || session.HistoryUpTo) return;
+    outcome.looksBack = session.HistoryUpTo || lastDay;
+    if (outcome.shortTickers.empty() || outcome.looksBack) return;
     const ErrorReport report{std::string(ShortHistoryReason(interval)), outcome.shortTickers};
     outcome.reportError = WriteErrorReport(session.DataFolder(), report);
 }

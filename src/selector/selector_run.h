@@ -24,6 +24,9 @@ inline constexpr std::string_view kSelectorNeedsQuoteFile =
 // The interval of this exact word, "Daily", "Weekly" or "Monthly", or nothing.
 std::optional<Interval> IntervalOf(std::string_view word);
 
+// And back.
+std::string_view WordOf(Interval interval);
+
 // Bars below which a ticker's history counts as short on this interval.
 std::size_t MinimumHistory(Interval interval);
 // The first line of a report on short tickers.
@@ -36,6 +39,8 @@ struct SelectorOutcome {
     std::array<std::size_t, kConditionCount + 1> hitsPerCondition{};
     // In table order, one entry a row.
     std::vector<std::string> shortTickers;
+    // Whether the run left "Error Report.txt" alone, as one that looks back does.
+    bool looksBack = false;
     // In table order: why a ticker's files could not be read. It has no hits then and is not counted as
     // short.
     std::vector<Failure> unreadable;
@@ -49,8 +54,15 @@ struct SelectorOutcome {
 // other cells stay as they are. Status words, row numbers and progress go to the session's person, the row in
 // work to session.run.CurrentRow (0 again at the end); a stop ends the run before the next row and keeps what
 // was found. `analysis` holds the last ticker afterwards. "Error Report.txt" is written when a ticker was
-// short, unless the session looks back, and left alone otherwise.
+// short, unless the run looks back, and left alone otherwise.
+//
+// With `lastDay` history after that day counts as not there, as for a session that looks back.
 void RunSelector(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
-                 SelectorOutcome& outcome);
+                 SelectorOutcome& outcome, std::optional<Date> lastDay = std::nullopt);
+
+// What a run leaves behind beside the verdicts: the day up to which it looked, its interval and the quote
+// file `source`.
+TableOrigin OriginOfRun(const Session& session, Interval interval, std::string source,
+                        std::optional<Date> lastDay = std::nullopt);
 
 }  // namespace brantlow

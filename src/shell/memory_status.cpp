@@ -45,6 +45,10 @@ double PercentAvailable(const MemoryStatus& status) {
            static_cast<double>(status.totalPageFile);
 }
 
+bool Person::AskBeforeDestroying(std::string_view text, std::string_view title) {
+    return Ask(text, title);
+}
+
 bool Person::AskBeforeLoss(std::string_view text, std::string_view title, std::string_view) {
     return Ask(text, title);
 }

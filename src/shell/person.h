@@ -15,6 +15,8 @@ class Person {
     virtual void Say(std::string_view text, std::string_view title = {}) = 0;
     // A Yes and No question; true for Yes.
     virtual bool Ask(std::string_view text, std::string_view title = {}) = 0;
+    // The same before something is deleted or written over: No is what an absent-minded Enter says.
+    virtual bool AskBeforeDestroying(std::string_view text, std::string_view title = {});
     // A question before something goes that cannot be fetched again: `yes` is the word of the button that
     // goes on, and Cancel is the default.
     virtual bool AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes);

@@ -12,5 +12,6 @@ inline constexpr std::string_view kStatusImporting = "Importing EODQ";
 inline constexpr std::string_view kStatusUpdating = "Updating";
 inline constexpr std::string_view kStatusSelecting = "Selecting";
 inline constexpr std::string_view kStatusPopulating = "Populating";
+inline constexpr std::string_view kStatusStudying = "Studying";
 
 }  // namespace brantlow

@@ -59,7 +59,7 @@ bool MayExchange(const Session& session, const Path& file, ExchangeWay way) {
     const std::string question =
         file.string() + " is " + words + ". Do you want to " +
         (exports ? "write the export over it?" : "import it? An import deletes its file.");
-    return session.person.Ask(question, exports ? "Replace File?" : "Import File?");
+    return session.person.AskBeforeDestroying(question, exports ? "Replace File?" : "Import File?");
 }
 
 }  // namespace brantlow

@@ -271,7 +271,7 @@ ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, D
     }
     const std::vector<std::size_t> ownRows = RowsWithoutLine(table, lines);
     if (lines.size() + ownRows.size() >= kImportLimit &&
-        !session.person.Ask(kImportLimitQuestion, kImportLimitTitle)) {
+        !session.person.AskBeforeDestroying(kImportLimitQuestion, kImportLimitTitle)) {
         return ImportOutcome::Declined;
     }
     run.growth = GrowthOfRun(lines.size());

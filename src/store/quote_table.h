@@ -11,12 +11,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/files.h"
 #include "shell/settings/settings_tables.h"
 #include "store/file_names.h"
 #include "store/file_stamp.h"
+#include "store/table_origin.h"
 
 namespace brantlow {
 
@@ -78,6 +80,11 @@ class QuoteTable {
     // False while that file has the bytes it had then; a table that came from nowhere has none to change.
     bool SourceHasChanged(const Path& file) const;
 
+    // Of a table of verdicts: what it was made of, where that is known. It goes with the table when it is
+    // saved.
+    const std::optional<TableOrigin>& Origin() const { return origin_; }
+    void SetOrigin(std::optional<TableOrigin> origin) { origin_ = std::move(origin); }
+
     // Adds the row as its line of the file: every column, separated by tabs.
     void AppendLineText(std::size_t row, std::string& out) const;
 
@@ -93,6 +100,7 @@ class QuoteTable {
     std::vector<int> widths_;           // by display position
     Path source_;
     FileStamp stamp_;
+    std::optional<TableOrigin> origin_;
     int tickerWidth_ = 0;
     int otherWidth_ = 0;
 };

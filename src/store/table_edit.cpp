@@ -29,10 +29,11 @@ void RemoveTicker(QuoteTable& table, std::string_view ticker) {
 bool MayReplace(Session& session, const QuoteTable& table, const Path& file) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error) || !table.SourceHasChanged(file)) return true;
-    return session.person.Ask(session.CurrentFile +
-                                  " was changed by another program since it was opened. Do you want to write "
-                                  "over those changes?",
-                              kFileChangedTitle);
+    return session.person.AskBeforeDestroying(
+        session.CurrentFile +
+            " was changed by another program since it was opened. Do you want to write "
+            "over those changes?",
+        kFileChangedTitle);
 }
 
 }  // namespace

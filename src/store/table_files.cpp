@@ -57,12 +57,14 @@ std::string TickerFileText(std::string header, const QuoteTable& from) {
     return bytes;
 }
 
+// What an older table of this name was made of goes with it.
 FileFault CreateFile(const Session& session, std::string_view what, std::string_view name,
                      std::string_view bytes) {
     const Path file = session.DataFile(name);
     FileChange change(ChangePlaceOf(session), std::string(what),
                       IsRegularFile(file) ? ChangeKeeps::ForUndo : ChangeKeeps::UntilDone);
     FileFault fault = change.Write(file, bytes);
+    if (!fault) fault = change.Delete(OriginFile(file));
     if (!fault) fault = change.Commit();
     return fault;
 }
@@ -88,6 +90,20 @@ std::string TextOf(const QuoteTable& table) {
         bytes.append(kLineEnd);
     }
     return bytes;
+}
+
+// The table and what stands beside it, both or neither. One without an origin leaves no other's behind.
+std::error_code SaveVerdicts(const QuoteTable& table, const Path& file) {
+    const std::string bytes = TextOf(table);
+    const Path beside = OriginFile(file);
+    FileChange change({file.parent_path(), {}}, "Save", ChangeKeeps::Nothing);
+    FileFault fault = change.Write(file, bytes);
+    if (!fault) {
+        fault =
+            table.Origin() ? change.Write(beside, OriginText(*table.Origin(), bytes)) : change.Delete(beside);
+    }
+    if (!fault) fault = change.Commit();
+    return fault.code;
 }
 
 }  // namespace
@@ -129,6 +145,7 @@ TableLoad LoadQuoteTable(const Path& file, FileKind kind, const SettingsTables& 
     if (load.Done()) {
         load = LoadTableText(read.bytes, kind, settings, today, table, progress);
         table.SetSource(file, StampOf(file, read.bytes));
+        if (kind == FileKind::Dbe) table.SetOrigin(ReadOrigin(file, read.bytes));
         return load;
     }
     table = QuoteTable();
@@ -164,6 +181,7 @@ std::string TableLoadSentence(const TableLoad& load, const std::string& name) {
 }
 
 std::error_code SaveQuoteTable(const QuoteTable& table, const Path& file) {
+    if (KindOf(file.native()) == FileKind::Dbe) return SaveVerdicts(table, file);
     if (IsTemplate(file)) return std::make_error_code(std::errc::operation_not_permitted);
     return WriteWholeFile(file, TextOf(table));
 }

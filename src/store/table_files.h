@@ -47,8 +47,9 @@ inline constexpr std::string_view kTooManyLines =
 // What a person who asked for the file `name` is told; empty when there is nothing to tell.
 std::string TableLoadSentence(const TableLoad& load, const std::string& name);
 
-// Replaces `file` by the table's text, columns in display order, hidden ones included. The template is
-// refused (operation_not_permitted). On failure the old file stands.
+// Replaces `file` by the table's text, columns in display order, hidden ones included; beside a table of
+// verdicts stands afterwards what it was made of (table_origin.h), or nothing. The template is refused
+// (operation_not_permitted). On failure the old file stands.
 std::error_code SaveQuoteTable(const QuoteTable& table, const Path& file);
 // The same as a part of a change of files.
 FileFault PrepareQuoteTable(const QuoteTable& table, const Path& file, FileChange& change);

@@ -10,6 +10,7 @@
 #include "shell/status_words.h"
 #include "store/year_files.h"
 #include "study/past_verdicts.h"
+#include "study/remaining_time.h"
 
 namespace brantlow {
 
@@ -137,13 +138,19 @@ class StudyWalk {
     // The caller's thread talks to the person between its tickers.
     void LeadOn() {
         Bench bench(*this);
+        RemainingTime remaining(session_.clock);
+        std::string told;
         for (;;) {
+            remaining.BeginPause();
             if (ShouldStop(session_.run, session_.person)) return;
+            remaining.EndPause();
             const bool more = WorkOnOne(bench);
             const double share =
                 static_cast<double>(done_) / static_cast<double>(std::max<std::size_t>(tickers_.size(), 1));
             session_.run.ProgressFraction = share;
             session_.person.ShowProgress(share);
+            const std::string words = remaining.Words(share);
+            if (words != told && !words.empty()) session_.person.ShowStatusWord(told = words);
             session_.person.PumpEvents();
             if (!more) return;
         }
@@ -183,6 +190,7 @@ std::size_t ConditionStudy::Evaluated() const {
 ConditionStudy RunStudy(Session& session, const std::vector<std::string>& tickers, const StudySpan& span,
                         std::size_t helpers) {
     BeginRun(session.run);
+    session.person.ShowStatusWord(kStatusStudying);
     std::vector<std::string> different = DifferentOnes(tickers);
     helpers = HelpersFor(helpers, different.size());
     session.person.ShowTickerCount(different.size());

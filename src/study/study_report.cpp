@@ -100,7 +100,8 @@ std::string StudyReport(const std::string& file, const ConditionStudy& study, co
     html += Sentences(study, terms, figures);
     html += fmt::format("<p>{}</p>\n", kStudyWarnings[2]);
     for (std::size_t i = 0; i < pictures.size(); ++i)
-        html += fmt::format("<h2>{}</h2>\n<p>{}</p>\n", Escaped(pictures[i].caption), picture(i));
+        html += fmt::format("<h2>{}</h2>\n<p>{}</p>\n<p>{}</p>\n", Escaped(pictures[i].caption),
+                            Escaped(pictures[i].words), picture(i));
     return html + "</body>\n</html>\n";
 }
 

@@ -20,6 +20,7 @@ std::vector<std::string> StudyCells(const ConditionStudy& study, const StudyTerm
 struct ReportPicture {
     std::string caption;
     std::string svg;
+    std::string words = {};  // above the picture
 };
 
 // `picture` makes the markup of a picture; for a file its SVG stands in the page itself. `detail` is the

@@ -43,4 +43,26 @@ std::string HorizonSentence(const HorizonFigures& figures, const Mean& baseline,
                        OfHundred(baseline.hit), chance);
 }
 
+std::string PortfolioWords(const ConditionStudy& study, const PortfolioTerms& terms,
+                           const Portfolio& portfolio) {
+    const auto named = [&](std::size_t condition) {
+        return fmt::format("condition {} ({})", condition, study.actions[condition - 1]);
+    };
+    const std::string_view unit = study.span.interval == Interval::Weekly ? "weeks" : "days";
+    std::string words = fmt::format(
+        "Bought at the signals of {}, at most {} shares at a time in equal parts, held for {} {}{}; cost {} "
+        "% "
+        "each time.\n",
+        named(terms.buy), terms.most, terms.hold, unit,
+        terms.sell == 0 ? std::string() : " or until a signal of " + named(terms.sell), terms.cost);
+    words += fmt::format("{} trades have ended, {} shares are still held. ", portfolio.trades.size(),
+                         portfolio.held);
+    if (portfolio.yearly)
+        words += fmt::format("Return a year {}; all tickers held {}. ", PercentText(portfolio.yearly, true),
+                             PercentText(portfolio.benchmarkYearly, true));
+    return words + fmt::format("Worst fall {}; all tickers held {}. {} of the money was in shares.",
+                               PercentText(portfolio.worstFall), PercentText(portfolio.benchmarkWorstFall),
+                               PercentText(portfolio.inMarket));
+}
+
 }  // namespace brantlow

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "study/portfolio.h"
 #include "study/study_figures.h"
 
 namespace brantlow {
@@ -28,5 +29,9 @@ bool StandsOut(const HorizonFigures& figures);
 // "After 20 days 58 of 100 were higher; any day: 54 of 100; the difference may be chance."
 std::string HorizonSentence(const HorizonFigures& figures, const Mean& baseline, std::size_t horizon,
                             Interval interval);
+
+// What was bought and sold, and what became of it beside holding all tickers.
+std::string PortfolioWords(const ConditionStudy& study, const PortfolioTerms& terms,
+                           const Portfolio& portfolio);
 
 }  // namespace brantlow

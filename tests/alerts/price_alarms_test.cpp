@@ -1,6 +1,7 @@
 #include "alerts/price_alarms.h"
 
 #include "alerts/alarm_edit.h"
+#include "store/columns.h"
 #include "support/session_fixture.h"
 
 namespace brantlow {
@@ -18,7 +19,13 @@ class PriceAlarmsTest : public SessionTest {
     bool Scan() { return ScanAlarms(table, 1, LocateColumns(table), Today(), person); }
     void Cell(std::size_t column, std::string_view text) { table.SetText(1, column, text); }
 
-    QuoteTable table = TableOf({kHeader, "AAA\t\t\t\t\t\t\t\t\t"});
+    static QuoteTable ShownTable() {
+        QuoteTable shown = TableOf({kHeader, "AAA\t\t\t\t\t\t\t\t\t"});
+        shown.ResetWidths(kTickerWidth, kTickerWidth);
+        return shown;
+    }
+
+    QuoteTable table = ShownTable();
 };
 
 TEST_F(PriceAlarmsTest, AlarmsFireAtTheirPrice) {
@@ -50,7 +57,7 @@ TEST_F(PriceAlarmsTest, AlarmsFireAtTheirPrice) {
         {"", "", "50", true, 1, CellStyle::Weak},
     };
     for (const Row& row : kRows) {
-        table = TableOf({kHeader, "AAA\t\t\t\t\t\t\t\t\t"});
+        table = ShownTable();
         person.beeps = 0;
         Cell(kLast, row.last);
         Cell(kHighAlarm, row.highAlarm);
@@ -126,6 +133,21 @@ TEST_F(PriceAlarmsTest, LowAndHighPriceByTheYearsRange) {
         Cell(row.rangeColumn, row.range);
         Scan();
         EXPECT_EQ(table.Style(1, row.column), row.style) << row.price << ' ' << row.range;
+    }
+}
+
+TEST_F(PriceAlarmsTest, AHiddenYearColumnLeavesThePriceBesideItAlone) {
+    for (const auto& [column, rangeColumn] : {std::pair{kLow, kYearLow}, std::pair{kHigh, kYearHigh}}) {
+        table = ShownTable();
+        Cell(column, "10.000");
+        Cell(rangeColumn, "10.000");
+        table.SetWidth(rangeColumn, 0);
+        table.SetStyle(1, column, CellStyle::Strong);
+        Scan();
+        EXPECT_EQ(table.Style(1, column), CellStyle::Strong) << column;
+        table.SetWidth(rangeColumn, kTickerWidth);
+        Scan();
+        EXPECT_EQ(table.Style(1, column), column == kLow ? CellStyle::Weak : CellStyle::Rising) << column;
     }
 }
 

@@ -7,6 +7,7 @@ namespace brantlow {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
 std::string Record(const std::string& date, int close) {
     return "\"" + date + "\",\"\"," + std::to_string(close) + "," + std::to_string(close - 1) + "," +
@@ -78,6 +79,8 @@ TEST_F(SelectCommand, SavesTheTableAndPrintsHitsAndShortTickers) {
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, "Saved: Evaluations.dbe\n" + std::string(kCounts));
     EXPECT_EQ(Read("Data/Evaluations.dbe"), kTable);
+    EXPECT_THAT(Read("Data/Evaluations.dbe.about"),
+                StartsWith("Day: 2026-11-21\r\nInterval: Daily\r\nTable: Mine.ddq\r\nCheck: "));
     EXPECT_EQ(Read("Data/Error Report.txt"),
               "This report was generated because one or more Ticker Symbols has less than 100 days of data."
               "\r\n\"YOUNG\"\r\n\"NONE\"\r\n");

@@ -40,5 +40,14 @@ TEST(PageFileName, IsCutBetweenCharacters) {
     EXPECT_EQ(PageFileName(std::string(198, 'x') + "\xc3\xa4\xc3\xa4"), std::string(198, 'x') + "\xc3\xa4");
 }
 
+TEST(WithPageEnding, AddsTheEndingToANameWithoutIt) {
+    const std::pair<std::string, std::string> rows[] = {
+        {"Page", "Page.htm"},         {"Page.htm", "Page.htm"},       {"Page.HTM", "Page.HTM"},
+        {"Page.Htm", "Page.Htm"},     {"Page.html", "Page.html.htm"}, {"htm", "htm.htm"},
+        {"/a.htm/b", "/a.htm/b.htm"},
+    };
+    for (const auto& [name, file] : rows) EXPECT_EQ(WithPageEnding(name), file) << name;
+}
+
 }  // namespace
 }  // namespace brantlow

@@ -1,10 +1,13 @@
 // The study of the conditions at its window: run, read, filtered, saved, and a chart on the day of a signal.
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTableWidget>
+#include <QToolTip>
+#include <QTreeWidget>
 
 #include "chart/windows/frmGraph.h"
 #include "selector/windows/explain_pane.h"
@@ -55,11 +58,8 @@ class StudyProgram : public Program {
         frame->Run("mnuEvaluateStudy");
         return frame->findChild<frmStudy*>();
     }
-    frmStudy* OpenAndRun() {
-        frmStudy* const form = Open();
-        form->findChild<QPushButton*>(QStringLiteral("Run"))->click();
-        return form;
-    }
+    // Over a table so small it runs by itself.
+    frmStudy* OpenAndRun() { return Open(); }
 };
 
 template <class Widget>
@@ -72,13 +72,33 @@ Widget* Part(frmStudy* form, const char* name) {
 class FrmStudyTest : public QObject {
     Q_OBJECT
   private Q_SLOTS:
-    void beforeTheRunItSaysWhatToDo() {
+    void overALargeTableItWaitsAndSaysWhatToDo() {
+        StudyProgram program;
+        program.Write("Large.ddq", Program::QuoteTableText(101));
+        program.Start("Large.ddq");
+        program.frame->Run("mnuEvaluateStudy");
+        auto* const form = program.frame->findChild<frmStudy*>();
+        QVERIFY(form);
+        QCOMPARE(form->windowTitle(), QStringLiteral("Study of the Conditions - Large.ddq"));
+        QVERIFY(Part<QLabel>(form, "State")->text().startsWith(QStringLiteral("Press Run")));
+        const auto* tabs = Part<QTabWidget>(form, "Tabs");
+        for (int page = 0; page < 3; ++page) QVERIFY(!tabs->isTabEnabled(page));
+        QVERIFY(tabs->isTabEnabled(3));
+    }
+
+    void enterInABoxRuns() {
         StudyProgram program;
         frmStudy* const form = program.Open();
-        QVERIFY(form);
-        QCOMPARE(form->windowTitle(), QStringLiteral("Study of the Conditions - Three.ddq"));
-        QVERIFY(Part<QLabel>(form, "State")->text().startsWith(QStringLiteral("Press Run")));
-        QVERIFY(!Part<QTabWidget>(form, "Tabs")->isEnabled());
+        auto* state = Part<QLabel>(form, "State");
+        for (const char* box : {"From", "To", "Interval", "Horizons", "Cost", "EveryDay", "Run"}) {
+            state->clear();
+            QTest::keyClick(Part<QWidget>(form, box), Qt::Key_Return);
+            QVERIFY2(state->text().contains(QStringLiteral("were judged")), box);
+        }
+        Part<QLineEdit>(form, "Horizons")->setText(QStringLiteral("3"));
+        QTest::keyClick(Part<QWidget>(form, "Horizons"), Qt::Key_Enter);
+        QCOMPARE(Part<QTableWidget>(form, "Conditions")->horizontalHeaderItem(4)->text(),
+                 QStringLiteral("Mean after 3 days"));
     }
 
     void aRunFillsTheTableTheWordsAndTheList() {
@@ -160,7 +180,7 @@ class FrmStudyTest : public QObject {
         frmStudy* const form = program.OpenAndRun();
         auto* words = Part<QLabel>(form, "EquityWords");
         const QString before = words->text();
-        QVERIFY(before.contains(QStringLiteral(" trades, ")));
+        QVERIFY(before.contains(QStringLiteral(" trades have ended, ")));
         Part<QSpinBox>(form, "Hold")->setValue(3);
         QVERIFY(words->text() != before);
     }
@@ -184,13 +204,94 @@ class FrmStudyTest : public QObject {
         auto* view = program.frame->QuoteForm()->View();
         view->setCurrentIndex(view->model()->index(0, 1));
         auto* title = pane->findChild<QLabel*>(QStringLiteral("ExplainTitle"));
-        auto* lines = pane->findChild<QListWidget*>(QStringLiteral("ExplainLines"));
+        auto* lines = pane->findChild<QTreeWidget*>(QStringLiteral("ExplainLines"));
         QVERIFY2(title->text().startsWith(QStringLiteral("T1, condition 1 (Buy): ")),
                  qPrintable(title->text()));
-        QCOMPARE(lines->count(), 1);
-        QVERIFY(lines->item(0)->text().contains(QStringLiteral("Close against MA 15: before ")));
+        QCOMPARE(lines->topLevelItemCount(), 1);
+        const QTreeWidgetItem* const line = lines->topLevelItem(0);
+        QVERIFY(line->text(0) == QStringLiteral("holds") || line->text(0) == QStringLiteral("fails"));
+        QVERIFY(line->text(1).startsWith(
+            QStringLiteral("Close Price Broke Above MA 15\nClose against MA 15: before ")));
         view->setCurrentIndex(view->model()->index(1, 1));
         QCOMPARE(title->text(), QStringLiteral("T9: 15 bars or fewer are not judged"));
+    }
+
+    void enterOnAVerdictExplainsIt() {
+        StudyProgram program;
+        program.Start("Old.dbe");
+        auto* view = program.frame->QuoteForm()->View();
+        view->setCurrentIndex(view->model()->index(0, 1));
+        QTest::keyClick(view, Qt::Key_Return);
+        auto* pane = program.frame->findChild<ExplainPane*>();
+        QVERIFY(pane && pane->isVisible());
+        QVERIFY(pane->findChild<QLabel*>(QStringLiteral("ExplainTitle"))
+                    ->text()
+                    .startsWith(QStringLiteral("T1, condition 1 (Buy): ")));
+    }
+
+    void aTableThatTellsItsDayIsExplainedOnThatDayAndThoseBars() {
+        StudyProgram program;
+        const std::string table = "Ticker Symbol\tCondition 1\tCondition 2\r\nT1\tBuy\t\r\n";
+        const TableOrigin origin{std::chrono::year{2025} / 6 / 2, "Weekly", "Three.ddq"};
+        program.Write("Told.dbe", table);
+        program.Write("Told.dbe.about", OriginText(origin, table));
+        program.Start("Told.dbe");
+        auto* view = program.frame->QuoteForm()->View();
+        view->setCurrentIndex(view->model()->index(0, 1));
+        program.frame->Run("mnuViewExplain");
+        auto* pane = program.frame->findChild<ExplainPane*>();
+        auto* bars = pane->findChild<QComboBox*>(QStringLiteral("ExplainInterval"));
+        QCOMPARE(bars->currentText(), QStringLiteral("Weekly"));
+        QVERIFY(!bars->isEnabled());
+        QCOMPARE(pane->findChild<QLabel*>(QStringLiteral("ExplainDay"))->text(),
+                 QStringLiteral("as of 2025-06-02"));
+        // The chart opens on that day and those bars, with what the condition looks at.
+        pane->findChild<QPushButton*>(QStringLiteral("ExplainChart"))->click();
+        QVERIFY(program.frame->findChild<frmGraph*>());
+        const auto& series = program.analysis->series;
+        const auto newest = ParseDate(series.QuoteDate[series.BarCount]);
+        QVERIFY(newest && *newest == origin.day);
+        // Weekly bars of that history: 74 weeks lie between its first day and this one.
+        QVERIFY2(series.BarCount > 70 && series.BarCount < 78, qPrintable(QString::number(series.BarCount)));
+        const auto* slot = program.frame->findChild<QLabel*>(QStringLiteral("Label14"));
+        QVERIFY(slot);
+        QCOMPARE(slot->text(), QStringLiteral("MA 15"));
+    }
+
+    void aVerdictThatIsAnotherNowIsTold() {
+        StudyProgram program;
+        const std::string table = "Ticker Symbol\tCondition 1\tCondition 2\r\nT1\tBuy\tSell\r\n";
+        program.Write("Both.dbe", table);
+        program.Start("Both.dbe");
+        auto* view = program.frame->QuoteForm()->View();
+        program.frame->Run("mnuViewExplain");
+        auto* title =
+            program.frame->findChild<ExplainPane*>()->findChild<QLabel*>(QStringLiteral("ExplainTitle"));
+        int otherwise = 0;
+        for (const int column : {1, 2}) {
+            view->setCurrentIndex(view->model()->index(0, column));
+            if (title->text().contains(QStringLiteral("The table says otherwise"))) ++otherwise;
+        }
+        // A close cannot break above and below the same average on one day.
+        QVERIFY(otherwise >= 1);
+    }
+
+    void aToolTipTellsTheVerdictInShortWhileThePaneIsOpen() {
+        StudyProgram program;
+        program.Start("Old.dbe");
+        auto* view = program.frame->QuoteForm()->View();
+        const QPoint place = view->visualRect(view->model()->index(0, 1)).center();
+        const auto hover = [&] {
+            QHelpEvent help(QEvent::ToolTip, place, view->viewport()->mapToGlobal(place));
+            QApplication::sendEvent(view->viewport(), &help);
+            return QToolTip::text();
+        };
+        QCOMPARE(hover(), QString());
+        program.frame->Run("mnuViewExplain");
+        const QString tip = hover();
+        QVERIFY2(tip.startsWith(QStringLiteral("T1: holds")) || tip.startsWith(QStringLiteral("T1: fails")),
+                 qPrintable(tip));
+        QVERIFY2(tip.contains(QStringLiteral("Close against MA 15: before ")), qPrintable(tip));
     }
 
     void anotherTableThanVerdictsIsNotExplained() {

@@ -97,7 +97,8 @@ const std::vector<WindowRow>& Windows() {
          [](Ground& on) { return new frmStockSelectorSettings(on.session, on.Frame()); }},
         {"frmErrorReport", "Close",
          [](Ground& on) { return new frmErrorReport(on.session.DataFile("ErrorReport.txt"), on.Frame()); }},
-        {"frmSelectorSelection", "Continue", [](Ground& on) { return new frmSelectorSelection(on.Frame()); }},
+        {"frmSelectorSelection", "Continue",
+         [](Ground& on) { return new frmSelectorSelection(kTestDay, on.Frame()); }},
         {"frmSplitFactor", "Continue", [](Ground& on) { return new frmSplitFactor("T1", on.Frame()); }},
         {"frmDeleteFile", "",
          [](Ground& on) {

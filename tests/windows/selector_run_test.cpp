@@ -1,5 +1,6 @@
 // A selector run at the windows: the interval, the run with its buttons, the report, the saved result.
 #include <QAction>
+#include <QDateEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -73,7 +74,7 @@ class SelectorRunTest : public QObject {
     Q_OBJECT
   private Q_SLOTS:
     void theIntervalWindowHasItsWordsAndStartsOnDaily() {
-        frmSelectorSelection window(nullptr);
+        frmSelectorSelection window(kTestDay, nullptr);
         QCOMPARE(window.windowTitle(), QStringLiteral("Stock Selector Interval Selection"));
         QCOMPARE(window.findChild<QWidget*>(QStringLiteral("Option2"))->property("text").toString(),
                  QStringLiteral("&Daily"));
@@ -103,7 +104,8 @@ class SelectorRunTest : public QObject {
     void aRunFillsTheEvaluationTable() {
         SelectorProgram program;
         program.RunIt();
-        QCOMPARE(program.frame->QuoteForm()->windowTitle(), QStringLiteral("Evaluations.dbe"));
+        QCOMPARE(program.frame->QuoteForm()->windowTitle(),
+                 QStringLiteral("Big.ddq, daily, 2026-03-09 - Evaluations.dbe"));
         QCOMPARE(program.session.CurrentFile, std::string("Evaluations.dbe"));
         for (int row = 0; row < kTickers; ++row) {
             QCOMPARE(program.Cell(row, 1), QStringLiteral("Buy"));
@@ -115,6 +117,69 @@ class SelectorRunTest : public QObject {
         QVERIFY(!program.Buttons());
         QVERIFY(!program.frame->findChild<frmErrorReport*>());
         QVERIFY(!program.frame->Commands().Entry("mnuEvaluatePickStocks")->isEnabled());
+    }
+
+    void aPastDayGivesTheVerdictsOfThatEvening() {
+        // Until 2022 nothing was known of any ticker.
+        SelectorProgram program;
+        const std::string report = program.Read("Error Report.txt");
+        program.frame->Run("mnuEvaluatePickStocks");
+        auto* selection = program.frame->findChild<frmSelectorSelection*>();
+        auto* day = selection->findChild<QDateEdit*>(QStringLiteral("AsOf"));
+        QCOMPARE(day->date(), QDate(2026, 3, 9));
+        QCOMPARE(day->maximumDate(), QDate(2026, 3, 9));
+        day->setDate(QDate(2022, 12, 30));
+        selection->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        QCOMPARE(program.frame->QuoteForm()->windowTitle(),
+                 QStringLiteral("Big.ddq, daily, 2022-12-30 - Evaluations.dbe"));
+        for (int row = 0; row < kTickers; ++row) QCOMPARE(program.Cell(row, 1), QString());
+        // A look back leaves the report on today's history alone.
+        QCOMPARE(program.Read("Error Report.txt"), report);
+        QVERIFY(!program.frame->findChild<frmErrorReport*>());
+        QVERIFY(!program.session.HistoryUpTo);
+    }
+
+    void aPastDayThatHasTheHistoryGivesItsVerdicts() {
+        SelectorProgram program;
+        program.frame->Run("mnuEvaluatePickStocks");
+        auto* selection = program.frame->findChild<frmSelectorSelection*>();
+        selection->findChild<QDateEdit*>(QStringLiteral("AsOf"))->setDate(QDate(2023, 1, 4));
+        selection->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        QCOMPARE(program.Cell(0, 1), QStringLiteral("Buy"));
+    }
+
+    void theTableTellsWhatItIsWhenItIsOpenedAgain() {
+        SelectorProgram program;
+        program.RunIt("Option3");
+        const QString title = QStringLiteral("Big.ddq, weekly, 2026-03-09 - Kept.dbe");
+        {
+            const Path file = program.session.DataFile("Kept.dbe");
+            DialogHand hand([&](QDialog& dialog) { EnterFile(dialog, file); });
+            program.frame->Run("mnuFileSave");
+        }
+        QCOMPARE(program.frame->QuoteForm()->windowTitle(), title);
+        QVERIFY(program.Read("Kept.dbe.about").starts_with("Day: 2026-03-09\r\nInterval: Weekly\r\n"));
+        program.frame->Run("mnuFileClose");
+        {
+            const Path file = program.session.DataFile("Kept.dbe");
+            DialogHand hand([&](QDialog& dialog) { EnterFile(dialog, file); });
+            program.frame->Run("mnuFileOpenEvaluationDB");
+        }
+        QCOMPARE(program.frame->QuoteForm()->windowTitle(), title);
+    }
+
+    void undoBringsTheFormerTableBackWithWhatItWas() {
+        SelectorProgram program;
+        const std::string table = "Ticker Symbol\tCondition 1\r\nT1\tBuy\r\n";
+        const TableOrigin origin{kTestDay, "Monthly", "Old.ddq"};
+        program.Write("Evaluations.dbe", table);
+        program.Write("Evaluations.dbe.about", OriginText(origin, table));
+        program.RunIt();
+        QVERIFY(!IsRegularFile(program.session.DataFile("Evaluations.dbe.about")));
+        program.frame->Run("mnuEditUndo");
+        QCOMPARE(program.Read("Evaluations.dbe"), table);
+        QCOMPARE(program.frame->QuoteForm()->windowTitle(),
+                 QStringLiteral("Old.ddq, monthly, 2026-03-09 - Evaluations.dbe"));
     }
 
     void whileARunWorksOnlyItsButtonsAnswer() {

@@ -90,6 +90,9 @@ void frmBrowser::BuildView(QWebEngineProfile& profile) {
     connect(page_, &QWebEnginePage::urlChanged, this, &frmBrowser::NavigateComplete);
     connect(page_, &QWebEnginePage::loadFinished, this, &frmBrowser::DownloadComplete);
     connect(page_, &QWebEnginePage::titleChanged, this, &frmBrowser::ShowLocationName);
+    connect(page_, &WebPage::FileRefused, this, [this] {
+        if (notice_) notice_("The page asked for a file of this computer. Pages are given none.");
+    });
     connect(page_, &QWebEnginePage::printRequested, this, &frmBrowser::Print);
 }
 
@@ -303,9 +306,7 @@ void frmBrowser::SavePageAs() {
     dialog.setDefaultSuffix(Name(kPageEnding.substr(1)));
     dialog.selectFile(Shown(PageFileName(LocationName().toStdString())));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-    std::string file = dialog.selectedFiles().constFirst().toStdString();
-    if (!file.ends_with(kPageEnding)) file += kPageEnding;
-    WritePage(Path(file));
+    WritePage(Path(WithPageEnding(dialog.selectedFiles().constFirst().toStdString())));
 }
 
 }  // namespace brantlow

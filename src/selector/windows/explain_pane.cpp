@@ -1,18 +1,19 @@
 #include "selector/windows/explain_pane.h"
 
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
+#include <QTreeWidget>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "base/windows/display_text.h"
-#include "selector/explanation.h"
 
 namespace brantlow {
 
 namespace {
+
+enum Columns : int { kState, kLine };
 
 struct IntervalChoice {
     Interval interval;
@@ -26,11 +27,11 @@ std::string_view StateWord(const LineExplanation& line) {
     return line.state == TestState::True ? "holds" : "fails";
 }
 
-// A hit without a single test behind it says nothing about the ticker.
-bool IsUntestedHit(const std::vector<LineExplanation>& lines) {
-    return std::none_of(lines.begin(), lines.end(), [](const LineExplanation& line) {
-        return line.state == TestState::True && line.computed;
-    });
+// The table was made earlier: the conditions or the history may be others now.
+QString DifferenceWords(const std::string& verdict, const ConditionExplanation& explanation) {
+    const bool holds = explanation.result == TestState::True;
+    if (verdict.empty() != holds) return {};
+    return QStringLiteral("\nThe table says otherwise: the conditions or the history have changed since.");
 }
 
 }  // namespace
@@ -38,25 +39,40 @@ bool IsUntestedHit(const std::vector<LineExplanation>& lines) {
 ExplainPane::ExplainPane(QWidget* parent)
     : QDockWidget(QStringLiteral("Why"), parent),
       interval_(new QComboBox),
+      day_(new QLabel),
       title_(new QLabel),
-      lines_(new QListWidget),
+      lines_(new QTreeWidget),
       chart_(new QPushButton(QStringLiteral("C&hart"))) {
     setObjectName(QStringLiteral("ExplainPane"));
     auto* body = new QWidget;
     auto* layout = new QVBoxLayout(body);
     interval_->setObjectName(QStringLiteral("ExplainInterval"));
     interval_->setAccessibleName(QStringLiteral("The bars that the verdicts were made of"));
+    interval_->setToolTip(QStringLiteral(
+        "The bars that the verdicts were made of; a table that tells its own is explained on them"));
     for (const IntervalChoice& choice : kIntervals) interval_->addItem(Name(choice.words));
-    layout->addWidget(interval_);
+    auto* bars = new QHBoxLayout;
+    bars->addWidget(interval_, 1);
+    day_->setObjectName(QStringLiteral("ExplainDay"));
+    day_->hide();
+    bars->addWidget(day_);
+    layout->addLayout(bars);
     title_->setObjectName(QStringLiteral("ExplainTitle"));
     title_->setWordWrap(true);
     layout->addWidget(title_);
     lines_->setObjectName(QStringLiteral("ExplainLines"));
     lines_->setAccessibleName(QStringLiteral("The lines of the condition"));
+    lines_->setHeaderLabels({QStringLiteral("Now"), QStringLiteral("Line, and what it looked at")});
+    lines_->header()->setStretchLastSection(true);
+    lines_->header()->setSectionResizeMode(kState, QHeaderView::ResizeToContents);
+    lines_->setRootIsDecorated(false);
+    lines_->setAlternatingRowColors(true);
     lines_->setWordWrap(true);
+    lines_->setTextElideMode(Qt::ElideNone);
     layout->addWidget(lines_, 1);
     chart_->setObjectName(QStringLiteral("ExplainChart"));
-    chart_->setToolTip(QStringLiteral("Open the chart of the ticker"));
+    chart_->setToolTip(
+        QStringLiteral("Open the chart of the ticker with the series that the condition looks at"));
     layout->addWidget(chart_);
     setWidget(body);
     connect(interval_, &QComboBox::activated, this, &ExplainPane::IntervalChosen);
@@ -72,35 +88,30 @@ void ExplainPane::ShowSentence(const QString& sentence) {
     lines_->clear();
 }
 
-void ExplainPane::Show(const std::string& ticker, std::size_t condition, const CompiledConditions& conditions,
-                       const Analysis& analysis) {
+void ExplainPane::ShowOrigin(std::optional<Interval> interval, std::optional<Date> day) {
+    interval_->setEnabled(!interval);
+    day_->setText(day ? QStringLiteral("as of %1").arg(Name(FormatIsoDate(*day))) : QString());
+    day_->setVisible(day.has_value());
+    if (!interval) return;
+    for (std::size_t i = 0; i < kIntervals.size(); ++i)
+        if (kIntervals[i].interval == *interval) interval_->setCurrentIndex(static_cast<int>(i));
+}
+
+void ExplainPane::Show(const std::string& ticker, std::size_t condition, const ConditionBlock& block,
+                       const ConditionExplanation& explanation, const Analysis& analysis,
+                       const std::string& verdict) {
     lines_->clear();
-    if (condition == 0 || condition > conditions.BlockCount()) {
-        ShowSentence(QStringLiteral("Select a cell of a condition to see why it is as it is."));
-        return;
+    for (std::size_t i = 0; i < explanation.lines.size(); ++i) {
+        const LineExplanation& line = explanation.lines[i];
+        const std::string sentence = LineSentence(block.lines[i], line, analysis, analysis.series.LastBar);
+        auto* item = new QTreeWidgetItem(lines_);
+        item->setText(kState, Name(StateWord(line)));
+        item->setText(kLine, Shown(line.text + (sentence.empty() ? "" : "\n" + sentence)));
+        for (const int column : {kState, kLine}) item->setTextAlignment(column, Qt::AlignLeft | Qt::AlignTop);
     }
-    const ConditionBlock& block = conditions.Block(condition);
-    const std::size_t bar = analysis.series.LastBar;
-    std::vector<LineExplanation> explained;
-    for (const TestedLine& line : block.lines) {
-        explained.push_back(ExplainLine(line, analysis, bar));
-        const std::string sentence = LineSentence(line, explained.back(), analysis, bar);
-        lines_->addItem(Shown(std::string(StateWord(explained.back())) + ": " + line.text +
-                              (sentence.empty() ? "" : "\n      " + sentence)));
-    }
-    const TestState result = ResultOf(explained);
-    QString title =
-        Shown(ticker) + QStringLiteral(", condition %1 (%2): ").arg(condition).arg(Name(block.action));
-    if (explained.empty()) {
-        title += QStringLiteral("it has no line and never holds");
-    } else if (result == TestState::True && IsUntestedHit(explained)) {
-        title += QStringLiteral("holds, but no test could be made");
-    } else {
-        title += result == TestState::True    ? QStringLiteral("holds")
-                 : result == TestState::False ? QStringLiteral("fails")
-                                              : QStringLiteral("nothing could be tested");
-    }
-    title_->setText(title);
+    title_->setText(
+        Shown(ticker) + QStringLiteral(", condition %1 (%2): ").arg(condition).arg(Name(block.action)) +
+        Name(ResultWords(explanation, analysis.series.BarCount)) + DifferenceWords(verdict, explanation));
 }
 
 }  // namespace brantlow

@@ -3,14 +3,15 @@
 #pragma once
 
 #include <QDockWidget>
+#include <optional>
 
-#include "indicators/working_series.h"
-#include "selector/evaluation.h"
+#include "base/dates.h"
+#include "selector/explanation.h"
 
 class QComboBox;
 class QLabel;
-class QListWidget;
 class QPushButton;
+class QTreeWidget;
 
 namespace brantlow {
 
@@ -19,11 +20,15 @@ class ExplainPane final : public QDockWidget {
   public:
     explicit ExplainPane(QWidget* parent);
 
-    // The bars that the table was made of: daily, weekly or monthly.
+    // The bars that verdicts are explained on: daily, weekly or monthly. They are chosen by hand where a
+    // table does not tell its own.
     Interval ChosenInterval() const;
-    // The lines of a condition, 1 to 10, at the newest bar of the ticker that `analysis` holds.
-    void Show(const std::string& ticker, std::size_t condition, const CompiledConditions& conditions,
-              const Analysis& analysis);
+    // The bars and the day that the open table tells of itself; nothing where it does not.
+    void ShowOrigin(std::optional<Interval> interval, std::optional<Date> day);
+    // Why condition 1 to 10 holds for the ticker that `analysis` holds, or not. `verdict` is what the table
+    // says of it.
+    void Show(const std::string& ticker, std::size_t condition, const ConditionBlock& block,
+              const ConditionExplanation& explanation, const Analysis& analysis, const std::string& verdict);
     // A sentence alone, where there is nothing to explain.
     void ShowSentence(const QString& sentence);
 
@@ -34,8 +39,9 @@ class ExplainPane final : public QDockWidget {
 
   private:
     QComboBox* interval_;
+    QLabel* day_;
     QLabel* title_;
-    QListWidget* lines_;
+    QTreeWidget* lines_;
     QPushButton* chart_;
 };
 

@@ -1,10 +1,14 @@
 #include "selector/windows/frmSelectorSelection.h"
 
+#include <QDateEdit>
 #include <QDialogButtonBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include "base/windows/date_boxes.h"
 
 namespace brantlow {
 
@@ -21,7 +25,8 @@ QRadioButton* AddOption(QVBoxLayout* layout, const QString& name, const QString&
 
 }  // namespace
 
-frmSelectorSelection::frmSelectorSelection(QWidget* parent) : QDialog(parent) {
+frmSelectorSelection::frmSelectorSelection(const Date& today, QWidget* parent)
+    : QDialog(parent), asOf_(new QDateEdit(Shown(today))) {
     setObjectName(QStringLiteral("frmSelectorSelection"));
     setWindowTitle(QStringLiteral("Stock Selector Interval Selection"));
     auto* layout = new QVBoxLayout(this);
@@ -35,6 +40,7 @@ frmSelectorSelection::frmSelectorSelection(QWidget* parent) : QDialog(parent) {
                         QStringLiteral("One bar a month, the whole history"));
     Option2->setChecked(true);
     layout->addWidget(frame);
+    AddDay(*layout);
 
     auto* buttons = new QDialogButtonBox(this);
     auto* go = buttons->addButton(QStringLiteral("Continue"), QDialogButtonBox::AcceptRole);
@@ -53,6 +59,26 @@ frmSelectorSelection::frmSelectorSelection(QWidget* parent) : QDialog(parent) {
     });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(this, &QDialog::rejected, this, &frmSelectorSelection::Exited);
+}
+
+void frmSelectorSelection::AddDay(QVBoxLayout& layout) {
+    asOf_->setObjectName(QStringLiteral("AsOf"));
+    asOf_->setCalendarPopup(true);
+    asOf_->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+    asOf_->setMaximumDate(asOf_->date());
+    asOf_->setToolTip(
+        QStringLiteral("The verdicts of this evening: what came later counts as not known yet"));
+    auto* words = new QLabel(QStringLiteral("As &of"));
+    words->setBuddy(asOf_);
+    auto* row = new QHBoxLayout;
+    row->addWidget(words);
+    row->addWidget(asOf_, 1);
+    layout.addLayout(row);
+}
+
+std::optional<Date> frmSelectorSelection::LastDay() const {
+    if (asOf_->date() == asOf_->maximumDate()) return std::nullopt;
+    return DateOf(asOf_->date());
 }
 
 Interval frmSelectorSelection::SelectorInterval() const {

@@ -9,7 +9,9 @@
 #include <algorithm>
 
 #include "base/windows/display_text.h"
+#include "shell/file_kind.h"
 #include "store/file_deletion.h"
+#include "store/table_origin.h"
 
 namespace brantlow {
 
@@ -123,12 +125,13 @@ void frmDeleteFile::FileChosen(const QListWidgetItem* item) {
 
 void frmDeleteFile::Command1_Click() {
     const QListWidgetItem* item = File1->currentItem();
-    if (!item || !person_.Ask(kDeleteFileQuestion, kDeleteFileTitle)) return;
+    if (!item || !person_.AskBeforeDestroying(kDeleteFileQuestion, kDeleteFileTitle)) return;
     const std::string name = NameOf(*item);
     if (!MayDelete(name)) return person_.Say(kMayNotDelete);
     const Path file = folder_ / name;
     FileChange change(place_, "Delete " + name);
     FileFault fault = change.Delete(file);
+    if (!fault && KindOf(name) == FileKind::Dbe) fault = change.Delete(OriginFile(file));
     if (!fault) fault = change.Commit();
     if (fault) return person_.Say(FaultSentence("Delete " + name, fault));
     ShowFolder(folder_);

@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -70,6 +71,7 @@ void frmQuoteGrid::ConnectView() {
     for (QAbstractItemView* const view :
          {static_cast<QAbstractItemView*>(view_), static_cast<QAbstractItemView*>(view_->FrozenView())}) {
         view->setContextMenuPolicy(Qt::CustomContextMenu);
+        view->installEventFilter(this);
         connect(view, &QWidget::customContextMenuRequested, this,
                 [this, view](const QPoint& place) { AskPopUp(*view, place); });
     }
@@ -316,7 +318,19 @@ void frmQuoteGrid::ShowFirstRow() {
 }
 
 void frmQuoteGrid::NameChanged() {
-    setWindowTitle(Shown(session_.CurrentFile));
+    std::string title = session_.CurrentFile;
+    if (table_.Origin()) title = OriginWords(*table_.Origin()) + " - " + title;
+    setWindowTitle(Shown(title));
+}
+
+// Enter on a verdict asks why it is as it is.
+bool frmQuoteGrid::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || KindOf(session_.CurrentFile) != FileKind::Dbe)
+        return QWidget::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return QWidget::eventFilter(watched, event);
+    Q_EMIT CommandPressed("mnuViewExplain");
+    return true;
 }
 
 void frmQuoteGrid::resizeEvent(QResizeEvent* event) {

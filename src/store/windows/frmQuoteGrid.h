@@ -76,6 +76,7 @@ class frmQuoteGrid final : public QWidget {
     void RowChosen();
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 

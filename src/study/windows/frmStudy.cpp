@@ -7,6 +7,7 @@
 #include <QDoubleSpinBox>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPrintDialog>
@@ -21,8 +22,10 @@
 #include <QVBoxLayout>
 
 #include "base/files.h"
+#include "base/windows/date_boxes.h"
 #include "base/windows/display_text.h"
 #include "study/study_picture.h"
+#include "study/windows/replay_page.h"
 #include "study/windows/signal_model.h"
 #include "study/windows/svg_view.h"
 
@@ -33,17 +36,6 @@ namespace {
 constexpr std::size_t kPathBars = 60;
 constexpr double kMostCost = 99.9;
 constexpr int kMostHoldings = 1000;
-
-QDate Shown(const Date& date) {
-    return {static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
-            static_cast<int>(static_cast<unsigned>(date.day()))};
-}
-
-Date DateOf(const QDateEdit& box) {
-    const QDate date = box.date();
-    return {std::chrono::year{date.year()}, std::chrono::month{static_cast<unsigned>(date.month())},
-            std::chrono::day{static_cast<unsigned>(date.day())}};
-}
 
 QLabel* Warning(std::string_view words) {
     auto* label = new QLabel(Name(words));
@@ -108,14 +100,18 @@ frmStudy::frmStudy(Session& session, std::string file, std::vector<std::string> 
       hold_(CountBox("Hold", "Bars that a share is held", 20)),
       most_(CountBox("Most", "Shares held at a time", 10)),
       equity_(Named(new SvgView(QStringLiteral("The equity curve")), "Equity", "What 1 has become")),
-      equityWords_(Named(new QLabel, "EquityWords", "The equity curve in words")) {
+      equityWords_(Named(new QLabel, "EquityWords", "The equity curve in words")),
+      replay_(new ReplayPage(session_, tickers_)) {
     setObjectName(QStringLiteral("frmStudy"));
     setWindowTitle(QStringLiteral("Study of the Conditions - %1").arg(brantlow::Shown(file_)));
     auto* layout = new QVBoxLayout(this);
     BuildBoxes(*layout);
     tabs_->addTab(BuildConditions(), QStringLiteral("&Conditions"));
     tabs_->addTab(BuildSignals(), QStringLiteral("&Signals"));
-    tabs_->addTab(BuildPortfolio(), QStringLiteral("&Portfolio"));
+    tabs_->addTab(BuildPortfolio(), QStringLiteral("Port&folio"));
+    tabs_->addTab(replay_, QStringLiteral("Buy &and Sell"));
+    connect(replay_, &ReplayPage::RunAsked, this, &frmStudy::ReplayAsked);
+    connect(replay_, &ReplayPage::ChartAsked, this, &frmStudy::ChartAsked);
     layout->addWidget(tabs_, 1);
     ShowAll();
 }
@@ -144,7 +140,20 @@ void frmStudy::BuildBoxes(QVBoxLayout& layout) {
     layout.addWidget(state_);
     layout.addWidget(Warning(kStudyWarnings[0]));
     connect(run_, &QPushButton::clicked, this, &frmStudy::AskRun);
-    connect(horizons_, &QLineEdit::returnPressed, this, &frmStudy::AskRun);
+    // Enter in any of the boxes, and on the button, runs.
+    run_->setAutoDefault(true);
+    setFocusProxy(run_);
+    for (QWidget* box : std::initializer_list<QWidget*>{from_, to_, interval_, horizons_, cost_, everyDay_})
+        box->installEventFilter(this);
+}
+
+QPushButton* frmStudy::AddButton(QHBoxLayout& row, const char* name, const char* caption, const char* words,
+                                 void (frmStudy::*pressed)()) {
+    auto* button = Named(new QPushButton(QString::fromLatin1(caption)), name, words);
+    button->setAccessibleName({});
+    row.addWidget(button);
+    connect(button, &QPushButton::clicked, this, pressed);
+    return button;
 }
 
 QWidget* frmStudy::BuildConditions() {
@@ -154,9 +163,10 @@ QWidget* frmStudy::BuildConditions() {
     detail_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     AddBox(*row, "Tell what followed", detail_);
     row->addStretch();
-    auto* save = Named(new QPushButton(QStringLiteral("Save Re&port")), "SaveReport",
-                       "Save the report with its pictures in the Data folder");
-    row->addWidget(save);
+    AddButton(*row, "SaveReport", "Save Re&port",
+              "Save the report with its pictures in the Data folder (Ctrl+S)", &frmStudy::SaveReport);
+    AddButton(*row, "PrintReport", "Pri&nt", "Print the report with its pictures (Ctrl+P)",
+              &frmStudy::AskPrint);
     layout->addLayout(row);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -168,7 +178,6 @@ QWidget* frmStudy::BuildConditions() {
     layout->addWidget(words_);
     layout->addWidget(path_, 1);
     layout->addWidget(Warning(kStudyWarnings[2]));
-    connect(save, &QPushButton::clicked, this, &frmStudy::SaveReport);
     connect(detail_, &QComboBox::activated, this, [this] { ShowTable(); });
     connect(table_, &QTableWidget::itemSelectionChanged, this, &frmStudy::ShowCondition);
     return page;
@@ -181,12 +190,9 @@ QWidget* frmStudy::BuildSignals() {
     AddBox(*row, "Ticker", ticker_);
     AddBox(*row, "Condition", condition_);
     row->addStretch();
-    auto* chart = Named(new QPushButton(QStringLiteral("C&hart")), "Chart",
-                        "Open the chart as it stood on the day of the signal (Enter)");
-    auto* save =
-        Named(new QPushButton(QStringLiteral("Sa&ve As CSV")), "SaveSignals", "Save the list of all signals");
-    row->addWidget(chart);
-    row->addWidget(save);
+    AddButton(*row, "Chart", "C&hart", "Open the chart as it stood on the day of the signal (Enter)",
+              &frmStudy::AskSelectedChart);
+    AddButton(*row, "SaveSignals", "Sa&ve As CSV", "Save the list of all signals", &frmStudy::SaveSignals);
     layout->addLayout(row);
     signals_->setModel(model_);
     signals_->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -199,8 +205,6 @@ QWidget* frmStudy::BuildSignals() {
     connect(condition_, &QComboBox::currentIndexChanged, this, [this] { ApplyFilter(); });
     connect(signals_, &QTableView::activated, this,
             [this](const QModelIndex& index) { AskChart(index.row()); });
-    connect(chart, &QPushButton::clicked, this, [this] { AskChart(signals_->currentIndex().row()); });
-    connect(save, &QPushButton::clicked, this, &frmStudy::SaveSignals);
     return page;
 }
 
@@ -242,8 +246,8 @@ bool frmStudy::TakeTerms() {
         return false;
     }
     terms_ = {*horizons, cost_->value(), everyDay_->isChecked()};
-    span_ = {interval_->currentIndex() == 1 ? Interval::Weekly : Interval::Daily, DateOf(*from_),
-             DateOf(*to_)};
+    span_ = {interval_->currentIndex() == 1 ? Interval::Weekly : Interval::Daily, DateOf(from_->date()),
+             DateOf(to_->date())};
     return true;
 }
 
@@ -252,16 +256,25 @@ void frmStudy::AskRun() {
 }
 
 void frmStudy::Run() {
+    if (TakeTerms()) Show(RunStudy(session_, tickers_, span_));
+}
+
+void frmStudy::Show(ConditionStudy study) {
     if (!TakeTerms()) return;
     model_->Show(nullptr, nullptr);
-    study_ = std::make_unique<ConditionStudy>(RunStudy(session_, tickers_, span_));
+    study_ = std::make_unique<ConditionStudy>(std::move(study));
     figures_ = FiguresOf(*study_, terms_);
     ShowAll();
 }
 
+void frmStudy::RunReplay() {
+    replay_->Run(interval_->currentIndex() == 1 ? Interval::Weekly : Interval::Daily);
+}
+
 void frmStudy::ShowAll() {
     for (QComboBox* box : {detail_, condition_, buy_, sell_}) box->clear();
-    tabs_->setEnabled(study_ != nullptr);
+    for (int page = 0; page < tabs_->count(); ++page)
+        tabs_->setTabEnabled(page, study_ || tabs_->widget(page) == replay_);
     if (!study_) {
         Tell("Press Run: every day of the span is judged with what was known on that day.");
         return;
@@ -334,22 +347,17 @@ void frmStudy::ShowCondition() {
     path_->Show(PathPicture(MeanPath(*study_, figures.condition, terms_, kPathBars), span_.interval));
 }
 
+PortfolioTerms frmStudy::Terms() const {
+    return {static_cast<std::size_t>(std::max(0, buy_->currentIndex())) + 1,
+            static_cast<std::size_t>(std::max(0, sell_->currentIndex())),
+            static_cast<std::size_t>(hold_->value()), static_cast<std::size_t>(most_->value()), terms_.cost};
+}
+
 void frmStudy::ShowPortfolio() {
     if (!study_ || study_->actions.empty()) return;
-    const PortfolioTerms terms{static_cast<std::size_t>(buy_->currentIndex()) + 1,
-                               static_cast<std::size_t>(std::max(0, sell_->currentIndex())),
-                               static_cast<std::size_t>(hold_->value()),
-                               static_cast<std::size_t>(most_->value()), terms_.cost};
-    const Portfolio portfolio = PortfolioOf(*study_, terms);
+    const Portfolio portfolio = PortfolioOf(*study_, Terms());
     equity_->Show(portfolio.dates.empty() ? std::string() : EquityPicture(*study_, portfolio));
-    std::string words = std::to_string(portfolio.trades.size()) + " trades, " +
-                        std::to_string(portfolio.held) +
-                        " shares still held. A year: " + PercentText(portfolio.yearly, true) +
-                        "; all tickers held: " + PercentText(portfolio.benchmarkYearly, true) +
-                        ". Worst fall: " + PercentText(portfolio.worstFall) +
-                        "; all tickers held: " + PercentText(portfolio.benchmarkWorstFall) +
-                        ". In the market: " + PercentText(portfolio.inMarket) + " of the money.";
-    equityWords_->setText(Name(words));
+    equityWords_->setText(Name(PortfolioWords(*study_, Terms(), portfolio)));
 }
 
 void frmStudy::ApplyFilter() {
@@ -362,6 +370,10 @@ void frmStudy::AskChart(int row) {
     if (row < 0 || row >= model_->rowCount()) return;
     const StudySignal& signal = model_->At(row);
     Q_EMIT ChartAsked(study_->tickers[signal.ticker].ticker, study_->DateOf(signal.date));
+}
+
+void frmStudy::AskSelectedChart() {
+    AskChart(signals_->currentIndex().row());
 }
 
 void frmStudy::SaveSignals() {
@@ -382,6 +394,11 @@ std::vector<ReportPicture> frmStudy::Pictures() const {
             {"Condition " + std::to_string(figures.condition),
              PathPicture(MeanPath(*study_, figures.condition, terms_, kPathBars), span_.interval)});
     }
+    if (study_->actions.empty()) return pictures;
+    const Portfolio portfolio = PortfolioOf(*study_, Terms());
+    if (!portfolio.dates.empty())
+        pictures.push_back(
+            {"Portfolio", EquityPicture(*study_, portfolio), PortfolioWords(*study_, Terms(), portfolio)});
     return pictures;
 }
 
@@ -391,6 +408,10 @@ void frmStudy::SaveReport() {
     const std::string html = StudyReport(file_, *study_, terms_, figures_, Detail(), pictures,
                                          [&](std::size_t i) { return pictures[i].svg; });
     const std::string name = StudyReportName(session_.clock.Today());
+    const bool mayWrite = !IsRegularFile(session_.DataFile(name)) ||
+                          session_.person.AskBeforeDestroying(
+                              name + " already exists. Do you want to replace it?", "Save Report");
+    if (!mayWrite) return;
     const auto error = WriteWholeFile(session_.DataFile(name), html);
     Tell(error ? name + " could not be written: " + error.message()
                : "Saved: " + session_.DataFile(name).string());
@@ -418,6 +439,16 @@ void frmStudy::Print(QPrinter& printer) const {
         StudyReport(file_, *study_, terms_, figures_, Detail(), pictures,
                     [](std::size_t i) { return "<img src=\"" + std::to_string(i) + "\">"; })));
     document.print(&printer);
+}
+
+bool frmStudy::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return QWidget::eventFilter(watched, event);
+    for (QAbstractSpinBox* box : std::initializer_list<QAbstractSpinBox*>{from_, to_, cost_})
+        box->interpretText();
+    AskRun();
+    return true;
 }
 
 void frmStudy::closeEvent(QCloseEvent* event) {

@@ -19,7 +19,7 @@ class QCheckBox;
 class QComboBox;
 class QDateEdit;
 class QDoubleSpinBox;
-class QFormLayout;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPrinter;
@@ -31,6 +31,7 @@ class QTabWidget;
 
 namespace brantlow {
 
+class ReplayPage;
 class SignalModel;
 class SvgView;
 
@@ -43,19 +44,27 @@ class frmStudy final : public QWidget {
 
     // Walks with what the boxes say, talking to the session's person, and shows what was found.
     void Run();
+    // Shows a study as if Run had made it, by the horizons and the cost of the boxes.
+    void Show(ConditionStudy study);
+    // Replays the chart's pair over the tickers, on the bars of the interval that is chosen.
+    void RunReplay();
     // Asks for a printer, or for a PDF file, and prints the report.
     void AskPrint();
+    void Print(QPrinter& printer) const;
     // Writes "Study <date>.html" in Data/; the person is told where it is or why it is not.
     void SaveReport();
 
   Q_SIGNALS:
     // Run was pressed and the boxes can be read.
     void RunAsked();
+    // Replay was pressed.
+    void ReplayAsked();
     // The chart of a ticker as it stood on a day.
     void ChartAsked(const std::string& ticker, const brantlow::Date& day);
     void CloseAsked();
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:
@@ -64,7 +73,9 @@ class frmStudy final : public QWidget {
     QWidget* BuildSignals();
     QWidget* BuildPortfolio();
     void AskRun();
-    void Print(QPrinter& printer) const;
+    QPushButton* AddButton(QHBoxLayout& row, const char* name, const char* caption, const char* words,
+                           void (frmStudy::*pressed)());
+    void AskSelectedChart();
     bool TakeTerms();
     void ShowAll();
     void ShowTable();
@@ -76,6 +87,7 @@ class frmStudy final : public QWidget {
     void Tell(const std::string& sentence);
     std::vector<ReportPicture> Pictures() const;
     std::size_t Detail() const;
+    PortfolioTerms Terms() const;
 
     Session& session_;
     const std::string file_;
@@ -108,6 +120,7 @@ class frmStudy final : public QWidget {
     QSpinBox* most_;
     SvgView* equity_;
     QLabel* equityWords_;
+    ReplayPage* replay_;
 };
 
 }  // namespace brantlow

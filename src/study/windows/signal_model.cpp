@@ -25,6 +25,7 @@ void SignalModel::Show(const ConditionStudy* study, const StudyTerms* terms) {
     signals_ = study ? SignalsOf(*study, terms->everyDay) : std::vector<StudySignal>();
     shown_.resize(signals_.size());
     for (std::uint32_t i = 0; i < shown_.size(); ++i) shown_[i] = i;
+    SortShown();
     endResetModel();
 }
 
@@ -38,6 +39,7 @@ void SignalModel::Filter(const std::string& ticker, std::size_t condition) {
         if (!Shown(study_->tickers[signal.ticker].ticker).contains(wanted, Qt::CaseInsensitive)) continue;
         shown_.push_back(i);
     }
+    SortShown();
     endResetModel();
 }
 
@@ -102,20 +104,29 @@ QVariant SignalModel::headerData(int section, Qt::Orientation orientation, int r
 }
 
 void SignalModel::sort(int column, Qt::SortOrder order) {
-    if (column < 0 || !study_) return;
+    sortedBy_ = column;
+    order_ = order;
+    if (column < 0) return;
     beginResetModel();
-    const bool down = order == Qt::DescendingOrder;
+    SortShown();
+    endResetModel();
+}
+
+// Signals that are equal in the column keep the order of their days.
+void SignalModel::SortShown() {
+    if (sortedBy_ < 0 || sortedBy_ >= columnCount() || !study_) return;
+    std::sort(shown_.begin(), shown_.end());
+    const bool down = order_ == Qt::DescendingOrder;
     const auto ticker = [this](std::uint32_t i) -> const std::string& {
         return study_->tickers[signals_[i].ticker].ticker;
     };
     std::stable_sort(shown_.begin(), shown_.end(), [&](std::uint32_t a, std::uint32_t b) {
         if (down) std::swap(a, b);
-        if (column == kTicker) return ticker(a) < ticker(b);
-        if (column == kAction)
+        if (sortedBy_ == kTicker) return ticker(a) < ticker(b);
+        if (sortedBy_ == kAction)
             return study_->actions[signals_[a].condition - 1] < study_->actions[signals_[b].condition - 1];
-        return NumberOf(signals_[a], column) < NumberOf(signals_[b], column);
+        return NumberOf(signals_[a], sortedBy_) < NumberOf(signals_[b], sortedBy_);
     });
-    endResetModel();
 }
 
 }  // namespace brantlow

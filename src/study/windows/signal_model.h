@@ -30,12 +30,15 @@ class SignalModel final : public QAbstractTableModel {
 
   private:
     QString TextOf(const StudySignal& signal, int column) const;
+    void SortShown();
     double NumberOf(const StudySignal& signal, int column) const;
 
     const ConditionStudy* study_ = nullptr;
     const StudyTerms* terms_ = nullptr;
     std::vector<StudySignal> signals_;
     std::vector<std::uint32_t> shown_;
+    int sortedBy_ = -1;
+    Qt::SortOrder order_ = Qt::AscendingOrder;
 };
 
 }  // namespace brantlow

@@ -55,17 +55,19 @@ void ChartCommands::ShowChart(std::string_view style) {
     ShowSelection(selection, style);
 }
 
-void ChartCommands::ShowAsOf(const std::string& ticker, const Date& day) {
-    chart_.LastDay = day;
+void ChartCommands::Show(const ChartWish& wish) {
+    chart_.LastDay = wish.day;
     ChartSelection selection;
-    selection.ticker = ticker;
-    ShowSelection(selection, {});
+    selection.ticker = wish.ticker;
+    ShowSelection(selection, {}, &wish);
 }
 
-void ChartCommands::ShowSelection(const ChartSelection& selection, std::string_view style) {
+void ChartCommands::ShowSelection(const ChartSelection& selection, std::string_view style,
+                                  const ChartWish* wish) {
     ChartContext context{frame_.session, analysis_, chart_};
     const ChartStart start = StartChart(context, selection, style);
     if (start == ChartStart::NoTicker) return;
+    if (start == ChartStart::Done && wish) ShowWish(context, *wish);
     CloseForm();
     LoadForm(context);
     if (start == ChartStart::NoHistory) OfferHistory();

@@ -28,8 +28,8 @@ class ChartCommands final {
     void CloseForm();
     // The open chart's alarm lines become those of the table's selected row.
     void FollowRow();
-    // The chart of a ticker, whatever row is selected, with the history up to a day.
-    void ShowAsOf(const std::string& ticker, const Date& day);
+    // The chart of a ticker, whatever row is selected.
+    void Show(const ChartWish& wish);
     // Takes the options over from the user's store, and shows them in the menu.
     void LoadOptions();
 
@@ -38,7 +38,8 @@ class ChartCommands final {
     void ChartCandleStick();
     void ChartAgain();
     void ShowChart(std::string_view style);
-    void ShowSelection(const ChartSelection& selection, std::string_view style);
+    void ShowSelection(const ChartSelection& selection, std::string_view style,
+                       const ChartWish* wish = nullptr);
     void LoadForm(const ChartContext& context);
     void OfferHistory();
     void DownloadHistory();

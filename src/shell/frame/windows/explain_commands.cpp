@@ -1,10 +1,12 @@
 #include "shell/frame/windows/explain_commands.h"
 
+#include <QHelpEvent>
 #include <QItemSelectionModel>
 #include <QMainWindow>
+#include <QToolTip>
 
 #include "base/windows/display_text.h"
-#include "selector/evaluation.h"
+#include "selector/selector_run.h"
 #include "selector/windows/explain_pane.h"
 #include "shell/frame/windows/window_person.h"
 #include "store/file_names.h"
@@ -29,9 +31,8 @@ void ExplainCommands::MakePane() {
     if (pane_) return;
     pane_ = new ExplainPane(&frame_.window);
     frame_.window.addDockWidget(Qt::RightDockWidgetArea, pane_);
-    QObject::connect(pane_, &ExplainPane::IntervalChosen, &frame_.window, [this] { ShowCell(); });
-    QObject::connect(pane_, &ExplainPane::ChartAsked, &frame_.window,
-                     [this] { frame_.run("mnuGraphicsHLC"); });
+    QObject::connect(pane_, &ExplainPane::IntervalChosen, this, [this] { ShowCell(); });
+    QObject::connect(pane_, &ExplainPane::ChartAsked, this, [this] { OpenChart(); });
 }
 
 void ExplainCommands::Explain() {
@@ -47,26 +48,97 @@ void ExplainCommands::Follow() {
     frmQuoteGrid* const form = frame_.table.form();
     if (!form || followed_ == form) return;
     followed_ = form;
-    QObject::connect(form->View()->selectionModel(), &QItemSelectionModel::currentChanged, pane_,
+    FrozenTableView* const view = form->View();
+    QObject::connect(view->selectionModel(), &QItemSelectionModel::currentChanged, pane_,
                      [this] { ShowCell(); });
     QObject::connect(form, &QObject::destroyed, pane_, &QWidget::hide);
+    view->viewport()->installEventFilter(this);
+    ShowOrigin();
+}
+
+void ExplainCommands::ShowOrigin() {
+    const std::optional<TableOrigin>& origin = followed_->Table().Origin();
+    if (!origin) return pane_->ShowOrigin(std::nullopt, std::nullopt);
+    pane_->ShowOrigin(IntervalOf(origin->interval), origin->day);
+}
+
+std::optional<Date> ExplainCommands::LastDay() const {
+    const frmQuoteGrid* const form = frame_.table.form();
+    if (!form || !form->Table().Origin()) return std::nullopt;
+    return form->Table().Origin()->day;
+}
+
+std::optional<ExplainCommands::Verdict> ExplainCommands::VerdictAt(const QModelIndex& cell,
+                                                                   std::string& sentence) {
+    const CompiledConditions conditions(frame_.session.settings);
+    const auto condition = static_cast<std::size_t>(std::max(0, cell.column()));
+    if (!cell.isValid() || condition == 0 || condition > conditions.BlockCount()) {
+        sentence = "Select a cell of a condition to see why it is as it is.";
+        return std::nullopt;
+    }
+    const QuoteTable& table = frame_.table.form()->Table();
+    const std::size_t row = static_cast<std::size_t>(cell.row()) + 1;
+    const std::string ticker = table.Ticker(row);
+    if (!analysis_) analysis_ = std::make_unique<Analysis>();
+    HistorySource source = HistoryOf(frame_.session);
+    source.lastDay = LastDay();
+    if (const Failure failure = AnalyseTicker(source, ticker, pane_->ChosenInterval(), *analysis_)) {
+        sentence = Sentence(failure);
+        return std::nullopt;
+    }
+    if (!HasBarsToEvaluate(analysis_->series)) {
+        sentence = ticker + ": 15 bars or fewer are not judged";
+        return std::nullopt;
+    }
+    const ConditionBlock& block = conditions.Block(condition);
+    return Verdict{ticker, condition, table.Text(row, condition), block, ExplainCondition(block, *analysis_)};
+}
+
+bool ExplainCommands::PaneShows() const {
+    const QWidget* const pane = pane_;
+    return pane && pane->isVisible();
 }
 
 void ExplainCommands::ShowCell() {
     const frmQuoteGrid* const form = frame_.table.form();
-    const QWidget* const pane = pane_;
-    if (!pane || !pane->isVisible() || !form || frame_.person.InRun()) return;
-    const QModelIndex cell = form->View()->currentIndex();
-    if (!cell.isValid()) return pane_->ShowSentence(QStringLiteral("Select a cell of a condition."));
-    const std::string ticker = form->Table().Ticker(static_cast<std::size_t>(cell.row()) + 1);
-    if (!analysis_) analysis_ = std::make_unique<Analysis>();
-    const Failure failure =
-        AnalyseTicker(HistoryOf(frame_.session), ticker, pane_->ChosenInterval(), *analysis_);
-    if (failure) return pane_->ShowSentence(Shown(Sentence(failure)));
-    if (!HasBarsToEvaluate(analysis_->series))
-        return pane_->ShowSentence(Shown(ticker) + QStringLiteral(": 15 bars or fewer are not judged"));
-    pane_->Show(ticker, static_cast<std::size_t>(cell.column()), CompiledConditions(frame_.session.settings),
-                *analysis_);
+    if (!PaneShows() || !form || frame_.person.InRun()) return;
+    std::string sentence;
+    const std::optional<Verdict> verdict = VerdictAt(form->View()->currentIndex(), sentence);
+    if (!verdict) return pane_->ShowSentence(Shown(sentence));
+    pane_->Show(verdict->ticker, verdict->condition, verdict->block, verdict->explanation, *analysis_,
+                verdict->text);
+}
+
+// Of a cell without anything to explain, the chart of its ticker all the same.
+void ExplainCommands::OpenChart() {
+    const frmQuoteGrid* const form = frame_.table.form();
+    if (!form || frame_.person.InRun()) return;
+    ChartWish wish;
+    wish.ticker = form->SelectedTicker();
+    wish.interval = pane_->ChosenInterval();
+    wish.day = LastDay();
+    std::string sentence;
+    if (const std::optional<Verdict> verdict = VerdictAt(form->View()->currentIndex(), sentence))
+        wish.series = SeriesOf(verdict->explanation);
+    frame_.openChart(wish);
+}
+
+bool ExplainCommands::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::ToolTip || !followed_ || !PaneShows()) return false;
+    const FrozenTableView& view = *followed_->View();
+    if (watched != view.viewport()) return false;
+    const auto* const help = static_cast<QHelpEvent*>(event);
+    return ShowTip(view, help->pos(), help->globalPos());
+}
+
+bool ExplainCommands::ShowTip(const QAbstractItemView& view, const QPoint& place, const QPoint& onScreen) {
+    if (frame_.person.InRun()) return false;
+    std::string sentence;
+    const std::optional<Verdict> verdict = VerdictAt(view.indexAt(place), sentence);
+    if (!verdict) return false;
+    QToolTip::showText(onScreen, Shown(verdict->ticker + ": " +
+                                       ShortExplanation(verdict->block, verdict->explanation, *analysis_)));
+    return true;
 }
 
 }  // namespace brantlow

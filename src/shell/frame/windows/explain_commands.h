@@ -1,27 +1,55 @@
-// The explanation of a verdict: a pane beside the table of verdicts that follows the cell in hand.
+// The explanation of a verdict: a pane beside the table of verdicts that follows the cell in hand, the same
+// in short as a tool tip while the pane is open, and the chart with the series that a condition looks at.
 #pragma once
 
+#include <QObject>
 #include <QPointer>
 #include <memory>
+#include <optional>
 
 #include "indicators/analysis.h"
+#include "selector/evaluation.h"
+#include "selector/explanation.h"
 #include "shell/frame/windows/frame_hands.h"
+
+class QAbstractItemView;
+class QModelIndex;
 
 namespace brantlow {
 
 class ExplainPane;
 
-class ExplainCommands final {
+class ExplainCommands final : public QObject {
   public:
     explicit ExplainCommands(const FrameHands& frame) : frame_(frame) {}
 
     CommandRows Rows();
 
+  protected:
+    // The tool tips of the table that is followed.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
+    // What is explained: a condition of a ticker.
+    struct Verdict {
+        std::string ticker;
+        std::size_t condition = 0;
+        std::string text;  // of the cell
+        ConditionBlock block = {};
+        ConditionExplanation explanation = {};
+    };
+
     void Explain();
     void MakePane();
     void Follow();
     void ShowCell();
+    bool PaneShows() const;
+    void ShowOrigin();
+    void OpenChart();
+    std::optional<Date> LastDay() const;
+    // What is behind a cell, or the sentence that says why there is nothing to explain.
+    std::optional<Verdict> VerdictAt(const QModelIndex& cell, std::string& sentence);
+    bool ShowTip(const QAbstractItemView& view, const QPoint& place, const QPoint& onScreen);
 
     const FrameHands& frame_;
     QPointer<ExplainPane> pane_;

@@ -10,6 +10,12 @@ std::string TickerMeant(const TableHands& table, Session& session) {
     return session.CurrentTicker;
 }
 
+bool RefusedBySettings(const FrameHands& frame, SettingsNeeds needs) {
+    const std::string sentence = StillUnreadable(needs, frame.session.AppPath, frame.session.settings);
+    if (!sentence.empty()) frame.person.Say(sentence);
+    return !sentence.empty();
+}
+
 void TellDatabaseError(const FrameHands& frame, const std::error_code& error) {
     frame.person.Say(frame.session.settings.QuoteFolder + ": a file of the database cannot be written (" +
                      error.message() + ")");

@@ -10,9 +10,11 @@
 
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
+#include "chart/condition_series.h"
 #include "shell/frame/windows/child_operations.h"
 #include "shell/run_report.h"
 #include "shell/session.h"
+#include "shell/settings/settings_needs.h"
 #include "store/table_road.h"
 
 class QMainWindow;
@@ -105,11 +107,14 @@ struct FrameHands {
     // What the File menu does with a chart: it is printed and kept as the picture of its `client` area, under
     // its caption.
     std::function<ChildOperations(QWidget& chart, QWidget& client)> pictureOperations = {};
-    // Opens the chart of a ticker as it stood on a day.
-    std::function<void(const std::string& ticker, const Date& day)> openChart = {};
+    // Opens the chart of a ticker as another window wants it.
+    std::function<void(const ChartWish& wish)> openChart = {};
     // Opens a page in the browser window.
     std::function<void(const std::string& address)> openPage = {};
 };
+
+// True, with a sentence to the person, while one of these settings files cannot be read.
+bool RefusedBySettings(const FrameHands& frame, SettingsNeeds needs);
 
 void TellDatabaseError(const FrameHands& frame, const std::error_code& error);
 

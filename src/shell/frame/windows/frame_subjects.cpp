@@ -1,5 +1,7 @@
 #include "shell/frame/windows/frame_subjects.h"
 
+#include "shell/frame/run_settings.h"
+
 namespace brantlow {
 
 FrameSubjects::FrameSubjects(const Start& start)
@@ -28,7 +30,7 @@ FrameSubjects::FrameSubjects(const Start& start)
     };
     hands.rowChosen = [this] { chart.FollowRow(); };
     hands.forgetRows = [this] { updates.ForgetRows(); };
-    hands.openChart = [this](const std::string& ticker, const Date& day) { chart.ShowAsOf(ticker, day); };
+    hands.openChart = [this](const ChartWish& wish) { chart.Show(wish); };
     hands.openPage = [this](const std::string& address) { browser.OpenPage(address); };
     for (const CommandRows& rows : {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(),
                                     longRuns.Rows(), browser.Rows(), updates.Rows(), chart.Rows(),
@@ -43,7 +45,7 @@ void FrameSubjects::Add(const CommandRows& rows) {
 void FrameSubjects::Run(std::string_view command) {
     const auto found = routines_.find(command);
     if (found == routines_.end()) return browser.OpenResearch(command);
-    found->second();
+    if (!RefusedBySettings(hands, NeedsOf(command))) found->second();
 }
 
 }  // namespace brantlow

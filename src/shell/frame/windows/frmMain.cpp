@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "base/windows/colours.h"
+#include "base/windows/date_boxes.h"
 #include "base/windows/display_text.h"
 #include "chart/windows/frmGraph.h"
 #include "shell/frame/frame_place.h"
@@ -169,10 +170,8 @@ UpdateCommands& frmMain::Updates() {
 
 void frmMain::BuildStatusBar() {
     statusBar()->setObjectName(QStringLiteral("sbStatusBar"));
-    const Date today = session_.clock.Today();
-    const QDate day(static_cast<int>(today.year()), static_cast<int>(static_cast<unsigned>(today.month())),
-                    static_cast<int>(static_cast<unsigned>(today.day())));
-    auto* fixedPanel = new QLabel(QLocale::c().toString(day, QStringLiteral(" dddd, MMMM d, yyyy")));
+    auto* fixedPanel = new QLabel(
+        QLocale::c().toString(Shown(session_.clock.Today()), QStringLiteral(" dddd, MMMM d, yyyy")));
     fixedPanel->setObjectName(QStringLiteral("Panel1"));
     statusBar()->addWidget(fixedPanel, 1);
     told_ = std::make_unique<ToldRuns>(*fixedPanel, *this);
@@ -211,6 +210,7 @@ void frmMain::Load() {
     LoadAllSettings(session_.AppPath, session_.settings);
     subjects_->chart.LoadOptions();
     ShowTitle();
+    TellUnreadableSettings();
     session_.PickedFile = TextOf(session_.settings, kRecentFile1);
     commands_->ShowRecentFiles(session_.settings.MruSettings);
     PlaceFrame();
@@ -281,6 +281,19 @@ void frmMain::ShowTitle() {
     setWindowTitle(LoadHosts(session_.DataFolder()).IsPracticeMarket()
                        ? QStringLiteral("Brantlow - Practice Market")
                        : QStringLiteral("Brantlow"));
+}
+
+// It stands in the status bar's first field: a box would hold up a start that nobody attends.
+void frmMain::TellUnreadableSettings() {
+    std::string files;
+    for (const SettingsFileForm& form : kSettingsFiles) {
+        const std::string sentence = UnreadableSettings(form.file, session_.AppPath, session_.settings);
+        if (!sentence.empty()) files += (files.empty() ? "" : "; ") + sentence;
+    }
+    if (files.empty()) return;
+    RunReport report("Start of the program", "files");
+    report.SetHeadline(files + ". Runs that go by it are refused until it can be read");
+    told_->Tell(report);
 }
 
 // A list that has no tickers leaves the one of the run before.

@@ -86,6 +86,7 @@ class frmMain final : public QMainWindow {
     Path AskFile(const FileQuestion& question);
     void ShowPopUpMenu(const QPoint& place);
     void ShowTitle();
+    void TellUnreadableSettings();
     void TellRun(const RunReport& report);
     void ApplyRules();
     void StoreGeometry();

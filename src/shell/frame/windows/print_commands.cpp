@@ -99,8 +99,8 @@ Path PrintCommands::AskImageFile(const std::string& title, const QString& captio
     const Path file = WithExtension(chosen, extension);
     // The dialog has asked about the name as it was entered.
     const bool asked = file == chosen || !IsRegularFile(file);
-    if (asked ||
-        frame_.person.Ask(file.filename().string() + " already exists. Do you want to replace it?", title))
+    if (asked || frame_.person.AskBeforeDestroying(
+                     file.filename().string() + " already exists. Do you want to replace it?", title))
         return file;
     return {};
 }

@@ -55,28 +55,32 @@ void RunCommands::StockSelector() {
         return;
     }
     if (RunsSelector(frame_.session.settings)) {
-        RunStockSelector(Interval::Daily);
+        RunStockSelector(Interval::Daily, std::nullopt);
     } else {
         AskInterval();
     }
 }
 
 void RunCommands::AskInterval() {
-    auto* selection = new frmSelectorSelection(&frame_.window);
+    auto* selection = new frmSelectorSelection(frame_.session.clock.Today(), &frame_.window);
     QObject::connect(selection, &QDialog::finished, selection, &QObject::deleteLater);
     QObject::connect(selection, &frmSelectorSelection::Exited, &frame_.window,
                      [this] { frame_.person.ShowStatusWord(kStatusComplete); });
-    QObject::connect(selection, &frmSelectorSelection::Continued, &frame_.window,
-                     [this](Interval interval) { RunStockSelector(interval); });
+    QObject::connect(
+        selection, &frmSelectorSelection::Continued, &frame_.window,
+        [this, selection](Interval interval) { RunStockSelector(interval, selection->LastDay()); });
     selection->open();
 }
 
-void RunCommands::RunStockSelector(Interval interval) {
+void RunCommands::RunStockSelector(Interval interval, std::optional<Date> lastDay) {
+    const TableOrigin origin = OriginOfRun(frame_.session, interval, frame_.session.CurrentFile, lastDay);
     if (!frame_.table.show(kEvaluationsName)) return;
     frmQuoteGrid& form = *frame_.table.form();
+    form.Table().SetOrigin(origin);
+    form.NameChanged();
     frame_.runs.Begin(form);
     SelectorOutcome outcome;
-    RunSelector(frame_.session, analysis_, interval, form.Table(), outcome);
+    RunSelector(frame_.session, analysis_, interval, form.Table(), outcome, lastDay);
     if (frame_.runs.EndOn(form)) TellOutcome(outcome);
 }
 
@@ -105,6 +109,7 @@ void RunCommands::RunPopulate() {
 
 // The tickers are those of the report, whatever table is open: no row of it is in work.
 void RunCommands::RunRepopulate() {
+    if (RefusedBySettings(frame_, kDownloadSettings)) return;
     const std::optional<ErrorReport> report = ReadErrorReport(frame_.session.DataFolder());
     if (report && !MayReplace(report->tickers, "Re-populate")) return;
     frame_.runs.BeginWithoutTable();
@@ -121,6 +126,10 @@ void RunCommands::TellOutcome(const SelectorOutcome& outcome) {
         frame_.person.Say(std::to_string(outcome.unreadable.size()) + " of " +
                           std::to_string(outcome.tickers) +
                           " tickers left out: " + Sentence(outcome.unreadable.front()));
+    } else if (outcome.looksBack) {
+        if (!outcome.shortTickers.empty())
+            frame_.notice(std::to_string(outcome.shortTickers.size()) +
+                          " tickers had too little history on that day");
     } else if (!outcome.shortTickers.empty()) {
         auto* report =
             new frmErrorReport(frame_.session.DataFolder() / Path(kErrorReportName), &frame_.window);

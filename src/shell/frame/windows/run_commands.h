@@ -2,6 +2,7 @@
 // restating the history of one ticker after a stock split.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,7 +26,8 @@ class RunCommands final {
     void PopulateTickers();
     void AdjustSplit();
     void AskInterval();
-    void RunStockSelector(Interval interval);
+    // History after `lastDay` counts as not there.
+    void RunStockSelector(Interval interval, std::optional<Date> lastDay);
     void TellOutcome(const SelectorOutcome& outcome);
     // Asks before the histories of several tickers are replaced.
     bool MayReplace(const std::vector<std::string>& tickers, std::string_view verb);

@@ -17,6 +17,9 @@ namespace {
 constexpr std::string_view kStudyNeedsQuoteFile =
     "To study the conditions, you will need to open an End of Day Quote File";
 
+// A study of so few stands on the screen within a second: it need not be asked for.
+constexpr std::size_t kFewTickers = 100;
+
 }  // namespace
 
 CommandRows StudyCommands::Rows() {
@@ -31,12 +34,16 @@ void StudyCommands::ShowStudy() {
         return;
     }
     CloseForm();
+    const std::size_t tickers = table->Table().TickerCount();
     auto* form = new frmStudy(frame_.session, frame_.session.CurrentFile, table->Table().Tickers());
     form_ = form;
     window_ = frame_.children.Add(*form);
-    QObject::connect(form, &frmStudy::RunAsked, &frame_.window, [this] { RunStudy(); });
+    QObject::connect(form, &frmStudy::RunAsked, &frame_.window, [this] { RunLong(&frmStudy::Run); });
+    QObject::connect(form, &frmStudy::ReplayAsked, &frame_.window, [this] { RunLong(&frmStudy::RunReplay); });
     QObject::connect(form, &frmStudy::ChartAsked, &frame_.window,
-                     [this](const std::string& ticker, const Date& day) { frame_.openChart(ticker, day); });
+                     [this](const std::string& ticker, const Date& day) {
+                         frame_.openChart({.ticker = ticker, .day = day});
+                     });
     QObject::connect(form, &frmStudy::CloseAsked, &frame_.window, [this] {
         if (!frame_.person.InRun()) CloseForm();
     });
@@ -49,13 +56,14 @@ void StudyCommands::ShowStudy() {
     window_->showMaximized();
     form->setFocus();
     frame_.applyRules();
+    if (tickers <= kFewTickers) RunLong(&frmStudy::Run);
 }
 
 // The window stays while its run goes on: closing it is refused until then.
-void StudyCommands::RunStudy() {
+void StudyCommands::RunLong(void (frmStudy::*run)()) {
     if (frame_.person.InRun() || !form_) return;
     frame_.runs.BeginWithoutTable();
-    form_->Run();
+    (form_.data()->*run)();
     frame_.runs.End();
 }
 

@@ -19,7 +19,7 @@ class StudyCommands final {
 
   private:
     void ShowStudy();
-    void RunStudy();
+    void RunLong(void (frmStudy::*run)());
     void CloseForm();
 
     const FrameHands& frame_;

@@ -114,6 +114,14 @@ void UpdateCommands::RunDaily() {
 }
 
 RunReport UpdateCommands::RunNewest() {
+    const std::string unread =
+        StillUnreadable(kDownloadSettings, frame_.session.AppPath, frame_.session.settings);
+    if (!unread.empty()) {
+        RunReport refused("Daily update", "quotes");
+        refused.Fail(unread);
+        frame_.tell(refused);
+        return refused;
+    }
     const std::string newest = NewestQuoteFile(frame_.session);
     frmQuoteGrid* const form = frame_.table.form();
     if (!form || frame_.session.CurrentFile != newest) return UpdateFile();

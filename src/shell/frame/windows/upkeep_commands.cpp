@@ -44,7 +44,9 @@ CommandRows UpkeepCommands::Rows() {
 
 void UpkeepCommands::RunBackUp(BackedUp what, bool restores) {
     const BackUpJob& job = BackUpJobOf(what, restores);
-    if (!frame_.person.Ask(job.question, job.title)) return;
+    const bool goesOn = restores ? frame_.person.AskBeforeDestroying(job.question, job.title)
+                                 : frame_.person.Ask(job.question, job.title);
+    if (!goesOn) return;
     const FileStamp openTable = StampOf(OpenTableFile());
     const BackUpResult result = RunBackUpJob(job, frame_.session);
     frame_.person.HideProgress();
@@ -85,7 +87,7 @@ void UpkeepCommands::RestoreQuoteDatabase() {
 }
 
 void UpkeepCommands::RemoveUpdate() {
-    if (!frame_.person.Ask(kRemoveUpdateQuestion, kRemoveUpdateTitle)) return;
+    if (!frame_.person.AskBeforeDestroying(kRemoveUpdateQuestion, kRemoveUpdateTitle)) return;
     const RemovedUpdate result = RemoveLastUpdate(frame_.session);
     frame_.person.HideProgress();
     if (!result.hasList) return frame_.person.Say(kNoUpdateToRemove);

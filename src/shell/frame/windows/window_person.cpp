@@ -120,13 +120,21 @@ void WindowPerson::Say(std::string_view text, std::string_view title) {
     box.exec();
 }
 
-bool WindowPerson::Ask(std::string_view text, std::string_view title) {
+bool WindowPerson::AskYesOrNo(std::string_view text, std::string_view title, bool yesIsDefault) {
     if (unheard_) return false;
     QMessageBox box(DialogParent());
     FillBox(box, text, title, "question");
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    box.setDefaultButton(QMessageBox::Yes);
+    box.setDefaultButton(yesIsDefault ? QMessageBox::Yes : QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
+}
+
+bool WindowPerson::Ask(std::string_view text, std::string_view title) {
+    return AskYesOrNo(text, title, true);
+}
+
+bool WindowPerson::AskBeforeDestroying(std::string_view text, std::string_view title) {
+    return AskYesOrNo(text, title, false);
 }
 
 bool WindowPerson::AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes) {

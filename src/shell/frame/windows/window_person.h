@@ -66,6 +66,7 @@ class WindowPerson final : public Person {
 
     void Say(std::string_view text, std::string_view title = {}) override;
     bool Ask(std::string_view text, std::string_view title = {}) override;
+    bool AskBeforeDestroying(std::string_view text, std::string_view title = {}) override;
     bool AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes) override;
     void ShowStatusWord(std::string_view word) override;
     void ShowTickerCount(std::size_t count) override;
@@ -81,6 +82,7 @@ class WindowPerson final : public Person {
     frmEnable& EnableWindow();
     void ShowRunSoFar();
     QWidget* DialogParent() const;
+    bool AskYesOrNo(std::string_view text, std::string_view title, bool yesIsDefault);
 
     FrameParts frame_;
     Session* session_ = nullptr;
