@@ -6,12 +6,10 @@
 #include "acquire/feeds/live/company_facts.h"
 #include "acquire/feeds/live/live_history.h"
 #include "acquire/feeds/live/live_splits.h"
-#include "acquire/web/curl_web.h"
 #include "batch/commands.h"
 #include "batch/source_calls.h"
 #include "batch/table_calls.h"
 #include "daily/daily_update.h"
-#include "shell/settings/settings_files.h"
 #include "store/table_files.h"
 #include "store/year_files.h"
 
@@ -90,15 +88,11 @@ std::optional<ExitStatus> PopulateLive(BatchCall& call) {
         return sources.Status() == ExitStatus::Done ? std::nullopt : std::optional(sources.Status());
     const std::optional<QuoteTable> table = OpenFile(call);
     if (!table || !TakeYears(call)) return ExitStatus::Refused;
+    const SourceDefinition* const fallback = sources.Fallback();
+    if (sources.Status() != ExitStatus::Done) return sources.Status();
     const LiveReport report =
-        PopulateWithFallback(sources.World(), *source, sources.Fallback(), TickersOf(*table));
-    if (report.Answered() > 0 && call.arguments.Has("--years")) {
-        const Session& session = call.session;
-        if (const auto error = WriteSettingsFile(SettingsFile::Data, session.AppPath, session.settings)) {
-            return Refuse(call,
-                          SettingsFileName(SettingsFile::Data) + " could not be written: " + error.message());
-        }
-    }
+        PopulateFromSource(sources.World(), *source, TickersOf(*table),
+                           {.fallback = fallback, .storesYears = call.arguments.Has("--years")});
     call.out << "Tickers: " << report.tickers.size() << "\nWith data: " << report.Answered() << '\n';
     return PrintReport(call, report, RunReportOf(report, "Populate of " + call.session.CurrentFile));
 }
@@ -111,7 +105,9 @@ std::optional<ExitStatus> HistoryLive(BatchCall& call) {
     ExitStatus status = ExitStatus::Done;
     const std::vector<std::string> tickers = Fetchable(call, status);
     if (tickers.empty()) return status;
-    const LiveReport report = PopulateWithFallback(sources.World(), *source, sources.Fallback(), tickers);
+    const SourceDefinition* const fallback = sources.Fallback();
+    if (sources.Status() != ExitStatus::Done) return sources.Status();
+    const LiveReport report = PopulateFromSource(sources.World(), *source, tickers, {.fallback = fallback});
     PrintTickers(call, report);
     const ExitStatus told = PrintReport(call, report, RunReportOf(report, "History"));
     return told == ExitStatus::Done ? status : told;
@@ -127,14 +123,17 @@ std::optional<ExitStatus> UpdateLive(BatchCall& call) {
     Session& session = call.session;
     if (KindOf(session.CurrentFile) != FileKind::Ddq)
         return Refuse(call, session.CurrentFile + ": no end-of-day file");
-    LiveSources live{sources.World(), source, sources.Beside(source, Capability::Splits), sources.Fallback()};
+    LiveSources live{sources.World(), source};
+    live.splits = sources.Beside(source, Capability::Splits);
+    live.fallback = sources.Fallback();
+    live.fundamentals = sources.Beside(source, Capability::Fundamentals);
+    if (sources.Status() != ExitStatus::Done) return sources.Status();
     QuoteArrays rows;
     AlertedTickers alerted;
     DayStore days;
     WorkingSeries series;
-    CurlWeb web(session.person);
     const Hosts hosts = LoadHosts(session.DataFolder());
-    UpdateWork work{session, *table, web, hosts, rows, alerted};
+    UpdateWork work{session, *table, sources.Network(), hosts, rows, alerted};
     work.live = &live;
     const DailyUpdate update = RunDailyUpdate(work, days, series);
     return FinishUpdate(call, update, *table);
@@ -167,15 +166,18 @@ std::optional<ExitStatus> FundamentalsLive(BatchCall& call) {
     if (!table) return ExitStatus::Refused;
     const std::string& name = call.session.CurrentFile;
     if (KindOf(name) != FileKind::Ddq) return Refuse(call, name + ": no end-of-day file");
-    LiveReport report = FillFundamentals(sources.World(), *source, *table);
-    if (!report.remarks.empty()) {
+    const LiveReport report = FillFundamentals(sources.World(), *source, *table);
+    const bool isFilled = std::any_of(report.tickers.begin(), report.tickers.end(),
+                                      [](const LiveTicker& row) { return row.days > 0; });
+    if (isFilled) {
         if (const auto error = SaveQuoteTable(*table, call.session.DataFile(name))) {
             return Refuse(call, name + " could not be written: " + error.message());
         }
         call.out << "Saved: " << name << '\n';
     }
-    for (const std::string& remark : report.remarks) call.out << OneLine(remark) << '\n';
-    report.remarks.clear();
+    for (const LiveTicker& row : report.tickers) {
+        if (row.days > 0) call.out << OneLine(row.ticker + ": " + row.outcome.words) << '\n';
+    }
     return PrintReport(call, report, RunReportOf(report, "Fundamentals of " + name));
 }
 

@@ -15,22 +15,20 @@ SourceCall::SourceCall(BatchCall& call)
     : call_(call),
       catalogue_(LoadSources(call.session.DataFolder())),
       web_(call.session.person),
-      hosts_(LoadSourceHosts(call.session.DataFolder())),
-      state_(call.session.DataFolder(), SystemSourceTime()),
-      world_{call.session, web_, hosts_, state_} {
-    std::error_code error;
-    choices_ = LoadSourceChoices(call.session.DataFolder(), error);
-    if (error) {
-        status_ = Refuse(call, std::string(kSourceChoicesName) + ": cannot be read: " + error.message());
-    }
+      live_(call.session, web_) {}
+
+// The source of a choice; null, with the sentence written, for one that does not hold.
+const SourceDefinition* SourceCall::Taken(const ChosenSource& chosen) {
+    if (!chosen.refusal.empty()) status_ = Refuse(call_, chosen.refusal);
+    return chosen.source;
 }
 
 const SourceDefinition* SourceCall::Choose(Capability capability) {
     if (status_ != ExitStatus::Done) return nullptr;
     const bool isNamed = call_.arguments.Has(kSourceOptionName);
     const std::string name = call_.arguments.Text(kSourceOptionName);
-    const ChosenSource chosen =
-        isNamed ? SourceNamed(catalogue_, name, capability) : SourceOf(choices_, catalogue_, capability);
+    const ChosenSource chosen = isNamed ? SourceNamed(catalogue_, name, capability)
+                                        : SourceOf(call_.session.settings, catalogue_, capability);
     if (!chosen.refusal.empty()) {
         std::string sentence = chosen.refusal;
         if (isNamed && catalogue_.Find(name) == nullptr) {
@@ -42,23 +40,21 @@ const SourceDefinition* SourceCall::Choose(Capability capability) {
         return nullptr;
     }
     if (chosen.source != nullptr && chosen.source->asksConsent &&
-        state_.TellsTermsFirst(chosen.source->name)) {
+        live_.State().TellsTermsFirst(chosen.source->name)) {
         call_.err << chosen.source->title << ": " << chosen.source->terms << '\n';
     }
     return chosen.source;
 }
 
-const SourceDefinition* SourceCall::Beside(const SourceDefinition* first, Capability capability) const {
-    const ChosenSource chosen = SourceOf(choices_, catalogue_, capability);
+const SourceDefinition* SourceCall::Beside(const SourceDefinition* first, Capability capability) {
     const bool isNamed = call_.arguments.Has(kSourceOptionName);
-    if (first != nullptr && first->Form(capability) != nullptr && (isNamed || chosen.source == nullptr)) {
-        return first;
-    }
-    return chosen.source;
+    const bool isChosen = !ChosenName(call_.session.settings, capability).empty();
+    if (first != nullptr && first->Form(capability) != nullptr && (isNamed || !isChosen)) return first;
+    return Taken(SourceOf(call_.session.settings, catalogue_, capability));
 }
 
-const SourceDefinition* SourceCall::Fallback() const {
-    return FallbackSourceOf(choices_, catalogue_).source;
+const SourceDefinition* SourceCall::Fallback() {
+    return Taken(FallbackSourceOf(call_.session.settings, catalogue_));
 }
 
 std::string FaultSentence(const FileFault& fault) {

@@ -8,8 +8,8 @@
 
 #include "acquire/feeds/live/chosen_sources.h"
 #include "acquire/feeds/live/live_report.h"
-#include "acquire/feeds/live/source_client.h"
-#include "acquire/web/service_web.h"
+#include "acquire/feeds/live/live_world.h"
+#include "acquire/web/curl_web.h"
 #include "batch/source_option.h"
 
 namespace brantlow {
@@ -20,26 +20,26 @@ class SourceCall {
     explicit SourceCall(BatchCall& call);
 
     const SourceCatalogue& Catalogue() const { return catalogue_; }
-    SourceWorld& World() { return world_; }
-    const SourceChoices& Choices() const { return choices_; }
+    SourceWorld& World() { return live_.World(); }
+    // The web behind it, for what else a call fetches.
+    Web& Network() { return web_; }
 
     // The source that --source names, else the chosen one, for a capability. Nothing where the standard
     // source serves. A refusal is written, and its status kept.
     const SourceDefinition* Choose(Capability capability);
-    // That of a further capability, where the first choice has it, else the chosen one; never a refusal.
-    const SourceDefinition* Beside(const SourceDefinition* first, Capability capability) const;
-    const SourceDefinition* Fallback() const;
+    // That of a further capability, where the first choice has it, else the chosen one; a refusal as above.
+    const SourceDefinition* Beside(const SourceDefinition* first, Capability capability);
+    const SourceDefinition* Fallback();
     // Done unless a choice was refused.
     ExitStatus Status() const { return status_; }
 
   private:
+    const SourceDefinition* Taken(const ChosenSource& chosen);
+
     BatchCall& call_;
     SourceCatalogue catalogue_;
-    CurlServiceWeb web_;
-    SourceHosts hosts_;
-    SourceState state_;
-    SourceWorld world_;
-    SourceChoices choices_;
+    CurlWeb web_;
+    LiveWorld live_;
     ExitStatus status_ = ExitStatus::Done;
 };
 

@@ -63,7 +63,7 @@ Json LineOf(const SourceDefinition& source, SourceCall& sources) {
     line["in_use"] = Json::array();
     for (const Capability capability : CapabilitiesOf(source)) {
         line["capabilities"].push_back(NameOf(capability));
-        if (sources.Choices().For(capability) == source.name) {
+        if (ChosenName(world.session.settings, capability) == source.name) {
             line["in_use"].push_back(NameOf(capability));
         }
     }

@@ -4,6 +4,7 @@
 #include "batch/table_calls.h"
 #include "batch/table_commands.h"
 #include "daily/daily_update.h"
+#include "daily/live_setup.h"
 #include "store/file_names.h"
 
 namespace brantlow {
@@ -12,11 +13,14 @@ namespace {
 
 DailyUpdate Update(Session& session, const Hosts& hosts, QuoteTable& table) {
     CurlWeb web(session.person);
+    LiveSetup live(session, web);
     QuoteArrays rows;
     AlertedTickers alerted;
     DayStore days;
     WorkingSeries series;
-    return RunDailyUpdate({session, table, web, hosts, rows, alerted}, days, series);
+    UpdateWork work{session, table, web, hosts, rows, alerted};
+    work.live = live.Sources();
+    return RunChosenUpdate(work, live.Refusal(), days, series);
 }
 
 void PrintUpdate(BatchCall& call, const DailyUpdate& update, const QuoteTable& table,

@@ -3,6 +3,7 @@
 #include "acquire/web/giving_up_web.h"
 #include "base/former_files.h"
 #include "base/text.h"
+#include "daily/fundamentals_step.h"
 #include "daily/live_daily_update.h"
 #include "shell/settings/choices.h"
 #include "shell/status_words.h"
@@ -43,8 +44,10 @@ RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
     RunReport report("Update of " + file, "quotes");
     for (const TickerTold& told : update.quotes.tickers) {
         TickerTold stored = WithDay(told, update.database);
+        if (stored.why.empty()) stored.why = FilledWords(update.fundamentals, stored.ticker);
         report.Tell(stored.ticker, stored.fate, std::move(stored.why));
     }
+    TellFundamentals(update.fundamentals, report);
     for (const std::string& ticker : update.quotes.alertsLeftOut) {
         report.Add("no alert for " + ticker + ", which cannot be asked for");
     }
@@ -90,12 +93,23 @@ DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSerie
     // A history without the day that could not be stored is no history to restate.
     const bool isStored = !result.quotes.error && (!result.database || !result.database->error);
     if (goesOn() && isStored && AdjustsSplits(session.settings)) result.splits = AdjustSplits(work, series);
+    if (goesOn() && HasQuote(result.quotes)) result.fundamentals = AskFundamentals(given);
     result.isSaved = SavesTable(session.settings);
     result.saveError = AutomaticSave(session, work.table);
     session.person.ShowStatusWord(kStatusComplete);
     result.stopped = !goesOn();
     result.selectorFollows = goesOn() && RunsSelector(session.settings);
     result.report = ReportOf(result, session.CurrentFile);
+    return result;
+}
+
+DailyUpdate RunChosenUpdate(const UpdateWork& work, const std::string& refusal, DayStore& days,
+                            WorkingSeries& series) {
+    if (refusal.empty()) return RunDailyUpdate(work, days, series);
+    DailyUpdate result;
+    result.refusal = refusal;
+    result.report = RunReport("Update of " + work.session.CurrentFile, "quotes");
+    result.report.Fail(refusal);
     return result;
 }
 

@@ -29,6 +29,11 @@ struct DailyUpdate {
     // Of an update from live sources: what became of each ticker, and the splits that were restated.
     std::optional<LiveReport> live;
     std::vector<AppliedSplit> liveSplits;
+    std::string splitFailure;  // why a live source told no splits; empty where it did
+    // What a source of fundamentals filled, where one is chosen.
+    std::optional<LiveReport> fundamentals;
+    // Why nothing was asked at all; empty for a run that began.
+    std::string refusal;
     bool stopped = false;       // ended before its last step
     bool isSaved = false;       // the settings save the quote file after each change
     std::error_code saveError;  // why it could not be saved
@@ -42,5 +47,10 @@ struct DailyUpdate {
 // update are what they were before, so that the update before it can still be taken back. `days` and `series`
 // are the session's own. Status words go to the session's person.
 DailyUpdate RunDailyUpdate(const UpdateWork& work, DayStore& days, WorkingSeries& series);
+
+// The same with the sources that the settings choose (live_setup.h): where a choice does not hold, nothing is
+// asked or changed, and the report tells the refusal.
+DailyUpdate RunChosenUpdate(const UpdateWork& work, const std::string& refusal, DayStore& days,
+                            WorkingSeries& series);
 
 }  // namespace brantlow

@@ -1,6 +1,7 @@
 #include "daily/live_daily_update.h"
 
 #include "base/former_files.h"
+#include "daily/fundamentals_step.h"
 #include "shell/settings/choices.h"
 #include "shell/status_words.h"
 #include "store/import_record.h"
@@ -30,13 +31,17 @@ void AdjustSplits(const UpdateWork& work, LiveReport& report, DailyUpdate& resul
     result.liveSplits.insert(result.liveSplits.end(), check.applied.begin(), check.applied.end());
     if (check.fault && !report.fault) report.fault = check.fault;
     if (!IsAnswer(check.outcome.result)) {
-        report.remarks.push_back("splits from " + work.live->splits->title + ": " +
-                                 OutcomeText(check.outcome));
+        result.splitFailure = "Splits from " + work.live->splits->title + ": " + OutcomeText(check.outcome);
     }
 }
 
-RunReport ReportOf(const DailyUpdate& update, const LiveReport& live, const std::string& file) {
+RunReport ReportOf(const DailyUpdate& update, LiveReport& live, const std::string& file) {
+    for (LiveTicker& row : live.tickers) {
+        if (row.outcome.Done()) row.outcome.words = FilledWords(update.fundamentals, row.ticker);
+    }
     RunReport report = RunReportOf(live, "Update of " + file);
+    TellFundamentals(update.fundamentals, report);
+    if (!update.splitFailure.empty()) report.Fail(update.splitFailure);
     for (const AppliedSplit& split : update.liveSplits) report.Add(SplitSentence(split));
     if (update.quotes.error) report.Fail(Sentence(update.quotes.error));
     if (update.database && update.database->error) {
@@ -65,6 +70,7 @@ DailyUpdate RunLiveUpdate(const UpdateWork& work, DayStore& days) {
     }
     const bool checksSplits = goesOn() && any && work.live->splits != nullptr;
     if (checksSplits && AdjustsSplits(session.settings)) AdjustSplits(work, live.report, result);
+    if (goesOn() && any) result.fundamentals = AskFundamentals(work);
     result.isSaved = any && SavesTable(session.settings);
     if (any) result.saveError = AutomaticSave(session, work.table);
     session.person.ShowStatusWord(kStatusComplete);

@@ -1,27 +1,27 @@
 #include "daily/live_setup.h"
 
+#include "shell/settings/settings_files.h"
+
 namespace brantlow {
 
-LiveSetup::LiveSetup(Session& session)
-    : catalogue_(LoadSources(session.DataFolder())),
-      web_(session.person),
-      hosts_(LoadSourceHosts(session.DataFolder())),
-      state_(session.DataFolder(), SystemSourceTime()),
-      world_{session, web_, hosts_, state_},
-      sources_{world_} {
-    std::error_code error;
-    const SourceChoices choices = LoadSourceChoices(session.DataFolder(), error);
-    const ChosenSource quotes = SourceOf(choices, catalogue_, Capability::Quotes);
-    const ChosenSource splits = SourceOf(choices, catalogue_, Capability::Splits);
-    const std::string refusal = error ? error.message() : quotes.refusal + splits.refusal;
-    if (!refusal.empty()) session.person.Say(std::string(kSourceChoicesName) + ": " + refusal);
-    sources_.quotes = quotes.source;
-    sources_.splits = splits.source;
-    if (splits.source == nullptr && quotes.source != nullptr &&
-        quotes.source->Form(Capability::Splits) != nullptr) {
-        sources_.splits = quotes.source;
-    }
-    sources_.fallback = FallbackSourceOf(choices, catalogue_).source;
+LiveSetup::LiveSetup(Session& session, Web& web)
+    : catalogue_(LoadSources(session.DataFolder())), live_(session, web), sources_{live_.World()} {
+    Keep(UnreadableSettings(SettingsFile::Src, session.AppPath, session.settings));
+    sources_.quotes = Choose(session, Capability::Quotes);
+    sources_.splits = Choose(session, Capability::Splits);
+    sources_.fundamentals = Choose(session, Capability::Fundamentals);
+    const bool tellsSplits =
+        sources_.quotes != nullptr && sources_.quotes->Form(Capability::Splits) != nullptr;
+    if (sources_.splits == nullptr && tellsSplits) sources_.splits = sources_.quotes;
+    const ChosenSource fallback = FallbackSourceOf(session.settings, catalogue_);
+    Keep(fallback.refusal);
+    sources_.fallback = fallback.source;
+}
+
+const SourceDefinition* LiveSetup::Choose(const Session& session, Capability capability) {
+    const ChosenSource chosen = SourceOf(session.settings, catalogue_, capability);
+    Keep(chosen.refusal);
+    return chosen.source;
 }
 
 }  // namespace brantlow

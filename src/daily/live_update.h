@@ -22,6 +22,8 @@ struct LiveSources {
     const SourceDefinition* splits = nullptr;
     // For tickers that the first does not know.
     const SourceDefinition* fallback = nullptr;
+    // For the cells of the table that no quote fills; asked also behind the standard source.
+    const SourceDefinition* fundamentals = nullptr;
 };
 
 // Days behind a ticker's stored ones, but for the newest, which Import.Txt holds.

@@ -1,5 +1,6 @@
 #include "daily/unattended_run.h"
 
+#include "daily/live_setup.h"
 #include "shell/recent_files.h"
 #include "shell/settings/settings_needs.h"
 #include "store/file_names.h"
@@ -86,9 +87,11 @@ UnattendedRun RunUnattended(const UnattendedWork& work) {
     }
     const OpenFileMark mark(session, run.file);
     QuoteArrays rows;
-    const UpdateWork update{session, table,        work.web,        work.hosts,
-                            rows,    work.alerted, work.memoryInfo, work.showAdjustSplits};
-    run.update = RunDailyUpdate(update, work.days, work.analysis.series);
+    LiveSetup live(session, work.web);
+    const UpdateWork update{session,       table,        work.web,        work.hosts,
+                            rows,          work.alerted, work.memoryInfo, work.showAdjustSplits,
+                            live.Sources()};
+    run.update = RunChosenUpdate(update, live.Refusal(), work.days, work.analysis.series);
     run.report = run.update.report;
     if (run.update.selectorFollows && run.report.Extent() != RunExtent::Nothing) Select(work, table, run);
     return run;

@@ -30,7 +30,8 @@ TEST_F(SettingsCommand, PrintsEveryTableByItsNameInOneLine) {
     std::vector<std::string> names;
     for (const auto& [name, table] : tables.items()) names.push_back(name);
     EXPECT_THAT(names, ElementsAre("ColumnSettings", "DataSettings", "GraphSettings", "SelectorSettings",
-                                   "MruSettings", "NetSettings", "QuoteHost", "ImExSettings", "OwnSettings"));
+                                   "MruSettings", "NetSettings", "QuoteHost", "ImExSettings", "OwnSettings",
+                                   "SrcSettings"));
     EXPECT_EQ(tables["QuoteHost"], "http://quotes.example");
     EXPECT_EQ(tables["SelectorSettings"], ordered_json::array());
 }

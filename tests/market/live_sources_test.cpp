@@ -324,14 +324,16 @@ TEST(LiveSources, FilingsFillWhatARowLacks) {
     // SPX is an index, which files nothing.
     EXPECT_EQ(report.Answered(), 42u) << ReportSummary(report);
     EXPECT_EQ(report.Count(SourceResult::NoData), 1u);
-    ASSERT_FALSE(report.remarks.empty());
-    EXPECT_NE(report.remarks.front().find("derived from filings to 2026-10-06"), std::string::npos)
-        << report.remarks.front();
+    ASSERT_FALSE(report.tickers.empty());
+    EXPECT_EQ(report.tickers.front().days, 1u);
+    EXPECT_NE(report.tickers.front().outcome.words.find("derived from filings to 2026-10-06"),
+              std::string::npos)
+        << report.tickers.front().outcome.words;
     // A second time nothing is asked and nothing is empty.
     live.requests = 0;
     const LiveReport again = FillFundamentals(live.world, MarketFolder::Source("sec"), live.table);
     EXPECT_LE(live.requests, 1u);
-    EXPECT_TRUE(again.remarks.empty());
+    for (const LiveTicker& row : again.tickers) EXPECT_EQ(row.days, 0u) << row.ticker;
 }
 
 }  // namespace brantlow

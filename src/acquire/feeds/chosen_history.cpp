@@ -2,37 +2,38 @@
 
 #include "acquire/feeds/live/chosen_sources.h"
 #include "acquire/feeds/live/live_history.h"
+#include "acquire/feeds/live/live_world.h"
+#include "shell/settings/settings_files.h"
 
 namespace brantlow {
 
 namespace {
 
-// What a run from the chosen source came to, told; nothing where the standard source serves.
-std::optional<LiveReport> RunChosen(Session& session, const std::vector<std::string>& tickers) {
-    std::error_code error;
-    const SourceChoices choices = LoadSourceChoices(session.DataFolder(), error);
-    if (!error && choices.For(Capability::History).empty()) return std::nullopt;
+// What a run over the chosen sources came to; nothing where the standard source serves.
+template <class Populate>
+std::optional<LiveReport> RunChosen(Session& session, Web& web, const Populate& populate) {
+    std::string refusal = UnreadableSettings(SettingsFile::Src, session.AppPath, session.settings);
+    if (refusal.empty() && ChosenName(session.settings, Capability::History).empty()) return std::nullopt;
     const SourceCatalogue catalogue = LoadSources(session.DataFolder());
-    const ChosenSource chosen = SourceOf(choices, catalogue, Capability::History);
-    LiveReport report;
-    if (error || chosen.source == nullptr) {
-        session.person.Say(std::string(kSourceChoicesName) + ": " +
-                           (error ? error.message() : chosen.refusal));
-        return report;
+    const ChosenSource chosen = SourceOf(session.settings, catalogue, Capability::History);
+    const ChosenSource fallback = FallbackSourceOf(session.settings, catalogue);
+    if (refusal.empty()) refusal = chosen.refusal.empty() ? fallback.refusal : chosen.refusal;
+    if (!refusal.empty()) {
+        session.person.Say(refusal);
+        return LiveReport{};
     }
-    CurlServiceWeb web(session.person);
-    const SourceHosts hosts = LoadSourceHosts(session.DataFolder());
-    SourceState state(session.DataFolder(), SystemSourceTime());
-    SourceWorld world{session, web, hosts, state};
-    report =
-        PopulateWithFallback(world, *chosen.source, FallbackSourceOf(choices, catalogue).source, tickers);
-    return report;
+    LiveWorld live(session, web);
+    return populate(live.World(), *chosen.source, PopulateWith{.fallback = fallback.source});
 }
 
 }  // namespace
 
-std::optional<HistoryDownload> DownloadFromChosen(Session& session, const std::string& ticker) {
-    const std::optional<LiveReport> report = RunChosen(session, {ticker});
+std::optional<HistoryDownload> DownloadFromChosen(Session& session, Web& web, const std::string& ticker,
+                                                  FileChange& change) {
+    const std::optional<LiveReport> report = RunChosen(
+        session, web, [&](SourceWorld& world, const SourceDefinition& source, const PopulateWith& with) {
+            return PreparePopulate(world, source, {ticker}, with, change);
+        });
     if (!report) return std::nullopt;
     HistoryDownload download;
     download.outcome = HistoryOutcome::NoData;
@@ -50,8 +51,13 @@ std::optional<HistoryDownload> DownloadFromChosen(Session& session, const std::s
     return download;
 }
 
-std::optional<PopulateRun> PopulateFromChosen(Session& session, const std::vector<std::string>& tickers) {
-    const std::optional<LiveReport> report = RunChosen(session, tickers);
+std::optional<PopulateRun> PopulateFromChosen(Session& session, Web& web,
+                                              const std::vector<std::string>& tickers, Years years) {
+    const std::optional<LiveReport> report =
+        RunChosen(session, web, [&](SourceWorld& world, const SourceDefinition& source, PopulateWith with) {
+            with.storesYears = years == Years::Stored;
+            return PopulateFromSource(world, source, tickers, with);
+        });
     if (!report) return std::nullopt;
     PopulateRun run;
     run.tickers = report->tickers.size();

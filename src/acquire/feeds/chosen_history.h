@@ -10,8 +10,13 @@
 
 namespace brantlow {
 
-// Nothing where the standard source serves. A choice that does not hold is told to the session's person.
-std::optional<HistoryDownload> DownloadFromChosen(Session& session, const std::string& ticker);
-std::optional<PopulateRun> PopulateFromChosen(Session& session, const std::vector<std::string>& tickers);
+// Nothing where the standard source serves. A choice that does not hold is told to the session's person. The
+// history is a part of the caller's change.
+std::optional<HistoryDownload> DownloadFromChosen(Session& session, Web& web, const std::string& ticker,
+                                                  FileChange& change);
+// All histories are a change of their own; the settings that name the years go with them where they are to
+// be stored.
+std::optional<PopulateRun> PopulateFromChosen(Session& session, Web& web,
+                                              const std::vector<std::string>& tickers, Years years);
 
 }  // namespace brantlow

@@ -231,7 +231,7 @@ HistoryDownload Fetch(const Session& session, Web& web, std::string_view ticker,
 HistoryDownload DownloadChosen(Session& session, Web& web, const Hosts& hosts, std::string_view ticker,
                                StoredData stored, FileChange& change) {
     if (auto refusal = ChosenRefusal(session, ticker, stored)) return *refusal;
-    if (auto live = DownloadFromChosen(session, std::string(ticker))) return std::move(*live);
+    if (auto live = DownloadFromChosen(session, web, std::string(ticker), change)) return std::move(*live);
     return Fetch(session, web, ticker, ChosenRequest(session, hosts, ticker),
                  !UsesUserSource(session.settings), change);
 }
@@ -422,7 +422,7 @@ HistoryDownload PrepareTickerDownload(Session& session, Web& web, const Hosts& h
 
 PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, const QuoteTable& table,
                              Years years) {
-    if (auto live = PopulateFromChosen(session, TickersOf(table))) return std::move(*live);
+    if (auto live = PopulateFromChosen(session, web, TickersOf(table), years)) return std::move(*live);
     const PopulatingMark mark(session);
     FileChange change(ChangePlaceOf(session), "Populate " + session.CurrentFile);
     change.AlsoKeep(session.DataFile(kLastRunName));
@@ -441,6 +441,8 @@ PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, con
 PopulateRun RepopulateReported(Session& session, Web& web, const Hosts& hosts) {
     const std::optional<ErrorReport> report = ReadErrorReport(session.DataFolder());
     if (!report) return {};
+    if (auto live = PopulateFromChosen(session, web, report->tickers, Years::AsTheyAre))
+        return std::move(*live);
     const PopulatingMark mark(session);
     GivingUpWeb patient(web);
     FileChange change(ChangePlaceOf(session), "Populate " + std::string(kErrorReportName));

@@ -20,6 +20,7 @@ constexpr long kServiceUnavailable = 503;
 // Seconds before each repeat where the host names none.
 constexpr std::array<double, 4> kRepeatWaits = {1, 2, 4, 8};
 constexpr double kLongestRepeatWait = 60;
+constexpr double kSecondsPerDay = 86'400;
 
 constexpr long kMostRedirects = 10;
 constexpr long kConnectMilliseconds = 30'000;
@@ -72,11 +73,11 @@ void Fail(WebReply& reply, WebFailure failure, std::string error) {
     reply.bytes.clear();
 }
 
-// Seconds the host asks to be left alone, 0 when it names none.
+// Seconds the host asks to be left alone, a day at most, 0 when it names none.
 double RetryAfter(CURL* handle) {
     curl_off_t seconds = 0;
     curl_easy_getinfo(handle, CURLINFO_RETRY_AFTER, &seconds);
-    return std::clamp(static_cast<double>(seconds), 0.0, kLongestRepeatWait);
+    return std::clamp(static_cast<double>(seconds), 0.0, kSecondsPerDay);
 }
 
 void ReadAnswerHead(CURL* handle, WebReply& reply) {
@@ -86,24 +87,35 @@ void ReadAnswerHead(CURL* handle, WebReply& reply) {
     const char* type = nullptr;
     curl_easy_getinfo(handle, CURLINFO_CONTENT_TYPE, &type);
     reply.contentType = type == nullptr ? "" : type;
+    reply.retryAfterSeconds = RetryAfter(handle);
 }
 
 }  // namespace
 
-CurlTransfers::CurlTransfers() : multi_(nullptr), headers_(nullptr), noProxy_(NamesWithoutProxy()) {
+CurlTransfers::CurlTransfers() : multi_(nullptr), headers_(HeadersWith({})), noProxy_(NamesWithoutProxy()) {
     SetUpLibrary();
     multi_ = curl_multi_init();
     if (multi_ == nullptr) throw std::runtime_error("The network library cannot start.");
     curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, kKeptConnections);
-    for (const char* header : {"Cache-Control: no-cache", "Pragma: no-cache"})
-        headers_ = curl_slist_append(headers_, header);
+}
+
+CurlTransfers::HeaderList CurlTransfers::HeadersWith(const std::vector<std::string>& own) {
+    std::vector<std::string> lines = {"Cache-Control: no-cache", "Pragma: no-cache"};
+    lines.insert(lines.end(), own.begin(), own.end());
+    HeaderList list;
+    for (const std::string& line : lines) {
+        curl_slist* const grown = curl_slist_append(list.get(), line.c_str());
+        if (grown == nullptr) continue;
+        (void)list.release();
+        list.reset(grown);
+    }
+    return list;
 }
 
 CurlTransfers::~CurlTransfers() {
     for (auto& [ticket, transfer] : transfers_) ReleaseHandle(*transfer);
     for (CURL* handle : idle_) curl_easy_cleanup(handle);
     curl_multi_cleanup(multi_);
-    curl_slist_free_all(headers_);
 }
 
 WebTicket CurlTransfers::Add(const WebRequest& request) {
@@ -242,17 +254,19 @@ void CurlTransfers::SetOptions(Transfer& transfer) {
     CURL* handle = transfer.handle;
     transfer.errorText.front() = '\0';
     transfer.headWhole = false;
+    if (!transfer.request.headers.empty()) transfer.ownHeaders = HeadersWith(transfer.request.headers);
+    curl_slist* const headers = transfer.ownHeaders ? transfer.ownHeaders.get() : headers_.get();
     curl_easy_setopt(handle, CURLOPT_URL, transfer.request.url.c_str());
     curl_easy_setopt(handle, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(handle, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(handle, CURLOPT_FOLLOWLOCATION, transfer.request.takesAnyStatus ? 0L : 1L);
     curl_easy_setopt(handle, CURLOPT_MAXREDIRS, kMostRedirects);
     curl_easy_setopt(handle, CURLOPT_SSL_VERIFYPEER, 1L);
     curl_easy_setopt(handle, CURLOPT_SSL_VERIFYHOST, 2L);
     curl_easy_setopt(handle, CURLOPT_CONNECTTIMEOUT_MS, kConnectMilliseconds);
     curl_easy_setopt(handle, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(transfer.request.limitBytes));
     curl_easy_setopt(handle, CURLOPT_ACCEPT_ENCODING, "");
-    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, headers_);
+    curl_easy_setopt(handle, CURLOPT_HTTPHEADER, headers);
     curl_easy_setopt(handle, CURLOPT_USERAGENT, "Brantlow/" BRANTLOW_VERSION);
     curl_easy_setopt(handle, CURLOPT_NOPROXY, noProxy_.c_str());
     curl_easy_setopt(handle, CURLOPT_NOSIGNAL, 1L);
@@ -290,7 +304,7 @@ void CurlTransfers::Settle(Transfer& transfer, CURLcode code, double now) {
         Fail(reply, FailureOf(code), *text == '\0' ? curl_easy_strerror(code) : text);
     } else if (!transfer.headWhole) {
         Fail(reply, WebFailure::Broken, "The answer is cut in its head.");
-    } else if (reply.status != kStatusOk) {
+    } else if (reply.status != kStatusOk && !transfer.request.takesAnyStatus) {
         Fail(reply, WebFailure::Status, fmt::format("The host answered with status {}.", reply.status));
     } else {
         reply.ok = true;
@@ -301,7 +315,7 @@ bool CurlTransfers::RepeatLater(Transfer& transfer, double now) {
     const int status = transfer.reply.status;
     if (status != kTooManyRequests && status != kServiceUnavailable) return false;
     if (!transfer.request.isRepeated || transfer.repeats == kRepeatWaits.size()) return false;
-    const double asked = RetryAfter(transfer.handle);
+    const double asked = std::min(transfer.reply.retryAfterSeconds, kLongestRepeatWait);
     const double wait = asked > 0 ? asked : kRepeatWaits.at(transfer.repeats);
     ++transfer.repeats;
     Host& host = hosts_[transfer.host];

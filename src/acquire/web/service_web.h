@@ -1,16 +1,14 @@
 // The web as the live sources see it: services that are asked with headers of their own and whose refusals
 // are read. An answer of any status is one; it is not asked for again, and an address that it names instead
-// is not followed, so that a key never reaches another host. CurlServiceWeb talks to the network, tests hand
-// in replies from memory.
+// is not followed, so that a key never reaches another host. WebServices asks through the web that it is
+// handed, tests hand in replies from memory.
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "acquire/web/web.h"
-#include "shell/person.h"
 
 namespace brantlow {
 
@@ -38,19 +36,15 @@ class ServiceWeb {
     virtual ServiceReply Ask(const ServiceRequest& request) = 0;
 };
 
-// One request at a time over libcurl; connections stay open between requests, window events run during the
-// wait. A proxy of the environment is honoured.
-class CurlServiceWeb final : public ServiceWeb {
+// One request at a time over the program's web. A proxy of the environment is honoured.
+class WebServices final : public ServiceWeb {
   public:
-    explicit CurlServiceWeb(Person& person);
-    ~CurlServiceWeb() override;
+    explicit WebServices(Web& web) : web_(web) {}
 
     ServiceReply Ask(const ServiceRequest& request) override;
 
   private:
-    struct Handles;
-    Person& person_;
-    std::unique_ptr<Handles> handles_;
+    Web& web_;
 };
 
 }  // namespace brantlow

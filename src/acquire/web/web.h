@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "shell/run_control.h"
 
@@ -36,6 +37,10 @@ struct WebRequest {
     const RunControl* run = nullptr;
     // Whether a host that answers 429 or 503 is asked again.
     bool isRepeated = true;
+    // Whether the answer counts whatever its status is, and an address that it names instead is not followed.
+    bool takesAnyStatus = false;
+    // Lines "Name: value" behind those of every request; one of the same name takes its place.
+    std::vector<std::string> headers = {};
 };
 
 enum class WebFailure {
@@ -61,6 +66,8 @@ struct WebReply {
     int status = 0;  // 0 when no answer came
     std::string contentType;
     std::string bytes;  // decompressed; empty after a failure other than TimedOut
+    // What the host asks for, at most a day; 0 where it names none.
+    double retryAfterSeconds = 0;
     WebFailure failure = WebFailure::None;
     std::string error;  // what went wrong, for a log or a person; empty when ok
 };

@@ -243,6 +243,15 @@ inline constexpr std::array kLineRows = {
         .Otherwise(2048)
         .Within(1, 1000000)
         .As(LineForm::Number),
+    // VTRSRCset.ini
+    LineRow{SettingsFile::Src, 1, LineKind::Text, "LiveQuotes", "", "the live source of quotes, by its name"},
+    LineRow{SettingsFile::Src, 2, LineKind::Text, "LiveHistory", "", "that of histories"},
+    LineRow{SettingsFile::Src, 3, LineKind::Text, "LiveSplits", "", "that of splits"},
+    LineRow{SettingsFile::Src, 4, LineKind::Text, "LiveFundamentals", "",
+            "that of fundamentals, asked after each update"},
+    LineRow{SettingsFile::Src, 5, LineKind::Text, "LiveSymbols", "", "that of lists of symbols"},
+    LineRow{SettingsFile::Src, 6, LineKind::Text, "LiveFallback", "",
+            "the one to ask for tickers that the first does not know"},
 };
 
 // The row of that name and kind: a handle for a row that is not there does not compile.
@@ -317,6 +326,12 @@ inline constexpr ChoiceLine<DateForm> kImportDateForm{"ImportDateForm"};
 inline constexpr FlagLine kKeepsHistory{"KeepsHistory"};
 inline constexpr NumberLine kUndoChanges{"UndoChanges"};
 inline constexpr NumberLine kUndoMegabytes{"UndoMegabytes"};
+inline constexpr TextLine kLiveQuotes{"LiveQuotes"};
+inline constexpr TextLine kLiveHistory{"LiveHistory"};
+inline constexpr TextLine kLiveSplits{"LiveSplits"};
+inline constexpr TextLine kLiveFundamentals{"LiveFundamentals"};
+inline constexpr TextLine kLiveSymbols{"LiveSymbols"};
+inline constexpr TextLine kLiveFallback{"LiveFallback"};
 
 // The chart's series by their slots: 0 the first panel's, 1 to 6 those drawn with it.
 inline constexpr std::size_t kChartSeries = 6;

@@ -41,6 +41,7 @@ inline constexpr std::size_t kDataLines = LineCountOf(SettingsFile::Data);
 inline constexpr std::size_t kGraphLines = LineCountOf(SettingsFile::Graph);
 inline constexpr std::size_t kMruLines = LineCountOf(SettingsFile::Mru);
 inline constexpr std::size_t kOwnLines = LineCountOf(SettingsFile::Own);
+inline constexpr std::size_t kSrcLines = LineCountOf(SettingsFile::Src);
 
 inline constexpr std::array<SettingsFileForm, kSettingsFileCount> kSettingsFiles = {{
     {SettingsFile::Columns, "VTRCOLset.ini", "ColumnSettings", &SettingsTables::ColumnSettings, kMostRows, 1,
@@ -61,6 +62,8 @@ inline constexpr std::array<SettingsFileForm, kSettingsFileCount> kSettingsFiles
      kMostRows},
     {SettingsFile::Own, "VTROWNset.ini", "OwnSettings", &SettingsTables::OwnSettings, kMostRows, kOwnLines,
      kOwnLines, ShippedTo::NewFolders},
+    {SettingsFile::Src, "VTRSRCset.ini", "SrcSettings", &SettingsTables::SrcSettings, kMostRows, kSrcLines,
+     kSrcLines, ShippedTo::NewFolders},
 }};
 
 constexpr const SettingsFileForm& FormOf(SettingsFile file) {

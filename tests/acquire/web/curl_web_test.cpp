@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "acquire/web/fetch_queue.h"
+#include "acquire/web/service_web.h"
 #include "acquire/web/waiting_person.h"
 #include "acquire/web/web_test_tools.h"
 
@@ -79,6 +80,84 @@ TEST_F(CurlWebTest, FetchesAPageWithFreshHeaders) {
     EXPECT_EQ(cacheControl, "no-cache");
     EXPECT_EQ(pragma, "no-cache");
     EXPECT_NE(encodings.find("gzip"), std::string::npos);
+}
+
+TEST_F(CurlWebTest, AServiceIsAskedWithHeadersOfTheRequestAndTheProgramsOwn) {
+    std::multimap<std::string, std::string> came;
+    site.server.Get("/bars", [&](const httplib::Request& request, httplib::Response& response) {
+        for (const auto& [name, value] : request.headers) came.emplace(name, value);
+        response.set_content("{}", "application/json");
+    });
+    site.Run();
+    WebServices services(web);
+    ServiceRequest request;
+    request.url = site.Url("/bars");
+    request.headers = {"Authorization: Bearer practice-key", "User-Agent: Somebody else"};
+    EXPECT_EQ(services.Ask(request).bytes, "{}");
+    const auto value = [&](const char* name) {
+        const auto found = came.find(name);
+        return found == came.end() ? std::string("none") : found->second;
+    };
+    EXPECT_EQ(value("Authorization"), "Bearer practice-key");
+    EXPECT_EQ(value("User-Agent"), "Somebody else");
+    EXPECT_EQ(value("Cache-Control"), "no-cache");
+    EXPECT_EQ(came.count("User-Agent"), 1U);
+    // The next request has none of them.
+    came.clear();
+    EXPECT_TRUE(Fetch(site.Url("/bars")).ok);
+    EXPECT_EQ(value("Authorization"), "none");
+    EXPECT_NE(value("User-Agent").find("Brantlow/"), std::string::npos);
+}
+
+TEST_F(CurlWebTest, AServicesRefusalIsAnAnswerAndItsRedirectIsNotFollowed) {
+    int asked = 0;
+    site.server.Get("/limit", [&](const httplib::Request&, httplib::Response& response) {
+        ++asked;
+        response.status = 429;
+        response.set_header("Retry-After", "90");
+        response.set_content("slow down", "text/plain");
+    });
+    site.server.Get("/moved", [&](const httplib::Request&, httplib::Response& response) {
+        response.set_redirect("/limit");
+        response.set_content("over there", "text/plain");
+    });
+    site.Run();
+    WebServices services(web);
+    ServiceRequest request;
+    request.url = site.Url("/limit");
+    ServiceReply reply = services.Ask(request);
+    EXPECT_EQ(reply.failure, WebFailure::None);
+    EXPECT_EQ(reply.status, 429);
+    EXPECT_EQ(reply.bytes, "slow down");
+    EXPECT_EQ(reply.retryAfterSeconds, 90);
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(time.seconds, 0);
+    request.url = site.Url("/moved");
+    reply = services.Ask(request);
+    EXPECT_EQ(reply.status, 302);
+    EXPECT_EQ(reply.bytes, "over there");
+    EXPECT_EQ(asked, 1);
+}
+
+TEST_F(CurlWebTest, AServicesReplyHasItsLimitOfBytesAndItsLimitOfTime) {
+    site.server.Get("/long", [&](const httplib::Request&, httplib::Response& response) {
+        response.set_content(std::string(5000, 'x'), "text/plain");
+    });
+    site.Run();
+    WebServices services(web);
+    ServiceRequest request;
+    request.url = site.Url("/long");
+    request.limitBytes = 4999;
+    const ServiceReply large = services.Ask(request);
+    EXPECT_EQ(large.failure, WebFailure::TooLarge);
+    EXPECT_EQ(large.status, 0);
+    EXPECT_EQ(large.bytes, "");
+    request.limitBytes = 5000;
+    EXPECT_EQ(services.Ask(request).bytes.size(), 5000U);
+    request.limitSeconds = 0;
+    const ServiceReply late = services.Ask(request);
+    EXPECT_EQ(late.failure, WebFailure::TimedOut);
+    EXPECT_EQ(late.error, "no whole answer within 0 seconds");
 }
 
 TEST_F(CurlWebTest, FollowsRedirectsToAnEnd) {

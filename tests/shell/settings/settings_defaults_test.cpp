@@ -192,7 +192,8 @@ TEST(DefaultSettings, OfImportAndExportLineByLine) {
 }
 
 TEST(FirstRunFiles, HoldTheDefaults) {
-    for (const SettingsFile file : {SettingsFile::Mru, SettingsFile::Lang, SettingsFile::Own}) {
+    for (const SettingsFile file :
+         {SettingsFile::Mru, SettingsFile::Lang, SettingsFile::Own, SettingsFile::Src}) {
         EXPECT_EQ(ShippedBytes(FormOf(file).fileName), DefaultLinesText(file));
     }
     EXPECT_EQ(ShippedBytes("VTRCOLset.ini"), WrittenLines(kDefaultColumns) + "\"\"\r\n");

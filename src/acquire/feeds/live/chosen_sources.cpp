@@ -2,28 +2,31 @@
 
 #include <fmt/format.h>
 
-#include "base/text.h"
-#include "base/values.h"
+#include <array>
+
+#include "shell/settings/settings_files.h"
 
 namespace brantlow {
 
-SourceChoices LoadSourceChoices(const Path& dataFolder, std::error_code& error) {
-    SourceChoices choices;
-    const ReadResult read = ReadWholeFile(dataFolder / kSourceChoicesName);
-    if (read.outcome == ReadOutcome::Failed) error = read.error;
-    LineReader lines(read.bytes);
-    std::string_view line;
-    for (std::string& name : choices.names) {
-        if (lines.Next(line)) name = Value::Parse(line).Text();
+namespace {
+
+// By capability.
+constexpr std::array<TextLine, kCapabilityCount> kChoiceLines = {kLiveQuotes, kLiveHistory, kLiveSplits,
+                                                                 kLiveFundamentals, kLiveSymbols};
+
+ChosenSource NamedByTheFile(const SourceCatalogue& catalogue, const std::string& name,
+                            Capability capability) {
+    ChosenSource chosen = SourceNamed(catalogue, name, capability);
+    if (!chosen.refusal.empty()) {
+        chosen.refusal.insert(0, std::string(FormOf(SettingsFile::Src).fileName) + ": ");
     }
-    return choices;
+    return chosen;
 }
 
-std::error_code WriteSourceChoices(const Path& dataFolder, const SourceChoices& choices) {
-    std::string bytes;
-    for (const std::string& name : choices.names)
-        bytes.append(Value::OfText(name).Written()).append(kLineEnd);
-    return WriteWholeFile(dataFolder / kSourceChoicesName, bytes);
+}  // namespace
+
+const std::string& ChosenName(const SettingsTables& settings, Capability capability) {
+    return Get(settings, kChoiceLines.at(static_cast<std::size_t>(capability)));
 }
 
 ChosenSource SourceNamed(const SourceCatalogue& catalogue, const std::string& name, Capability capability) {
@@ -34,14 +37,15 @@ ChosenSource SourceNamed(const SourceCatalogue& catalogue, const std::string& na
                                  kCapabilityNames[static_cast<std::size_t>(capability)])};
 }
 
-ChosenSource SourceOf(const SourceChoices& choices, const SourceCatalogue& catalogue, Capability capability) {
-    const std::string& name = choices.For(capability);
-    return name.empty() ? ChosenSource{} : SourceNamed(catalogue, name, capability);
+ChosenSource SourceOf(const SettingsTables& settings, const SourceCatalogue& catalogue,
+                      Capability capability) {
+    const std::string& name = ChosenName(settings, capability);
+    return name.empty() ? ChosenSource{} : NamedByTheFile(catalogue, name, capability);
 }
 
-ChosenSource FallbackSourceOf(const SourceChoices& choices, const SourceCatalogue& catalogue) {
-    return choices.Fallback().empty() ? ChosenSource{}
-                                      : SourceNamed(catalogue, choices.Fallback(), Capability::History);
+ChosenSource FallbackSourceOf(const SettingsTables& settings, const SourceCatalogue& catalogue) {
+    const std::string& name = Get(settings, kLiveFallback);
+    return name.empty() ? ChosenSource{} : NamedByTheFile(catalogue, name, Capability::History);
 }
 
 }  // namespace brantlow

@@ -271,9 +271,9 @@ LiveReport FillFundamentals(SourceWorld& world, const SourceDefinition& source, 
         const std::vector<std::string> filled = FillEmptyCells(rows, row, table);
         report.tickers.back().days = filled.empty() ? 0 : 1;
         if (filled.empty()) continue;
-        report.remarks.push_back(fmt::format("{}: derived from filings to {}: {}", ticker,
-                                             year.end ? FormatIsoDate(Date{*year.end}) : "an unknown day",
-                                             fmt::join(filled, ", ")));
+        report.tickers.back().outcome.words = fmt::format(
+            "derived from filings to {}: {}", year.end ? FormatIsoDate(Date{*year.end}) : "an unknown day",
+            fmt::join(filled, ", "));
     }
     return report;
 }

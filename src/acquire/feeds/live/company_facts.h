@@ -53,7 +53,8 @@ class CompanyFacts {
 };
 
 // Fills the empty cells of each row: EPS ttm., P/E ttm., P/S, Market Cap (M), Dividend and what follows from
-// them. A remark for each ticker tells what was derived and up to which day.
+// them. The words of each ticker with such cells, whose `days` are 1, tell what was derived and up to which
+// day.
 LiveReport FillFundamentals(SourceWorld& world, const SourceDefinition& source, QuoteTable& table);
 
 }  // namespace brantlow

@@ -20,7 +20,8 @@ struct TickersQuestion {
 using TakeAnswer = std::function<void(const std::string& ticker, TickerAnswer answer)>;
 
 // Every ticker is handed on once, in an order of the source's. A dead host is given up after three requests
-// in a row. Progress goes to the session's person, the ticker in work to the session.
+// in a row. Progress goes to the session's person, the ticker in work to the session. `take` may change the
+// question for the requests that follow.
 void AskTickers(SourceClient& client, SourceWorld& world, const TickersQuestion& question,
                 const std::vector<std::string>& tickers, const TakeAnswer& take);
 

@@ -7,7 +7,7 @@
 #include "acquire/feeds/live/market_days.h"
 #include "acquire/feeds/live/ticker_basis.h"
 #include "shell/session_change.h"
-#include "shell/settings/lines.h"
+#include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
 #include "store/year_files.h"
 
@@ -29,18 +29,18 @@ std::vector<std::string> WithFiles(const std::vector<std::string>& tickers) {
 // One populate run.
 class LivePopulate {
   public:
-    LivePopulate(SourceWorld& world, const SourceDefinition& source, std::vector<std::string> tickers)
+    LivePopulate(SourceWorld& world, const SourceDefinition& source, std::vector<std::string> tickers,
+                 TickerBases& bases, FileChange& change)
         : world_(world),
           session_(world.session),
           source_(source),
           client_(world, source),
           tickers_(std::move(tickers)),
-          change_(ChangePlaceOf(world.session), "Populate from " + source.title) {}
+          bases_(bases),
+          change_(change) {}
 
     LiveReport Run() {
         report_.title = source_.title;
-        bases_ = TickerBases::Load(session_.DataFolder(), report_.fault);
-        if (report_.fault) return report_;
         files_ = YearFilesByTicker(session_.settings.QuoteFolder, tickers_);
         const CapabilityForm* quotes = source_.Form(Capability::Quotes);
         const bool byDays =
@@ -51,16 +51,25 @@ class LivePopulate {
         } else {
             PopulateByTickers(span);
         }
-        Finish();
         return report_;
     }
 
   private:
     void PopulateByTickers(const DaySpan& span) {
-        AskTickers(client_, world_, {Capability::History, span.from, span.to}, tickers_,
-                   [&](const std::string& ticker, TickerAnswer answer) {
-                       Take(source_.FormOf(Capability::History), ticker, std::move(answer));
-                   });
+        const CapabilityForm& form = source_.FormOf(Capability::History);
+        TickersQuestion question{Capability::History, span.from, span.to};
+        std::vector<std::string> early;
+        AskTickers(client_, world_, question, tickers_, [&](const std::string& ticker, TickerAnswer answer) {
+            if (answer.outcome.result != SourceResult::NotYetPublished) {
+                return Take(form, ticker, std::move(answer));
+            }
+            // The newest day hides the others: all that follows is asked without it.
+            early.push_back(ticker);
+            question.to = WeekdayBefore(span.to);
+        });
+        AskTickers(client_, world_, question, early, [&](const std::string& ticker, TickerAnswer answer) {
+            Take(form, ticker, std::move(answer));
+        });
         report_.stopped = session_.run.ProcessCommand == kStopRun;
     }
 
@@ -87,22 +96,40 @@ class LivePopulate {
                                               files_[ticker], bases_, change_, report_.fault));
     }
 
-    void Finish() {
-        if (report_.fault || report_.Answered() == 0) return;
-        report_.fault = bases_.Save(session_.DataFolder(), change_);
-        if (!report_.fault) report_.fault = change_.Commit();
-    }
-
     SourceWorld& world_;
     Session& session_;
     const SourceDefinition& source_;
     SourceClient client_;
     std::vector<std::string> tickers_;
     std::unordered_map<std::string, std::vector<Path>> files_;
-    TickerBases bases_;
-    FileChange change_;
+    TickerBases& bases_;
+    FileChange& change_;
     LiveReport report_;
 };
+
+std::vector<std::string> Unknown(const LiveReport& report) {
+    std::vector<std::string> unknown;
+    for (const LiveTicker& row : report.tickers) {
+        if (row.outcome.result == SourceResult::UnknownSymbol) unknown.push_back(row.ticker);
+    }
+    return unknown;
+}
+
+// What goes with the histories.
+FileFault PrepareRest(const Session& session, const TickerBases& bases, const PopulateWith& with,
+                      FileChange& change) {
+    if (const FileFault fault = bases.Save(session.DataFolder(), change)) return fault;
+    if (!with.storesYears) return {};
+    return PrepareSettingsFile(SettingsFile::Data, session.AppPath, session.settings, change);
+}
+
+// No history was stored, whatever came.
+void FailWholly(const FileFault& fault, LiveReport& report) {
+    report.fault = fault;
+    report.tickers.clear();
+    report.remarks.clear();
+    report.unfinished.clear();
+}
 
 void Merge(LiveReport& report, LiveReport second) {
     for (LiveTicker& row : second.tickers) {
@@ -132,7 +159,12 @@ LiveTicker StoreAnswer(SourceWorld& world, const SourceClient& client, const Cap
     LiveTicker row{ticker, std::move(answer.outcome), 0};
     if (!row.outcome.Done()) return row;
     std::vector<SourceBar>& bars = answer.bars.bars;
-    std::erase_if(bars, [](const SourceBar& bar) { return bar.isLive; });
+    const EpochSeconds now = EpochOf(world.session.clock);
+    // Readers in code know the exchange's own session.
+    const bool knowsLive = form.reader != ReplyReader::Rows;
+    std::erase_if(bars, [&](const SourceBar& bar) {
+        return bar.isLive || (!knowsLive && !IsOver(*client.Source().zone, bar.day, now));
+    });
     // What a source sends raw together with its splits is put on one basis.
     if (form.basis == PriceBasis::Raw) AdjustBars(bars, answer.bars.splits);
     HistoryWrite write = WriteHistory(world.session.settings.QuoteFolder, ticker, bars, oldFiles, change);
@@ -154,27 +186,40 @@ LiveTicker StoreAnswer(SourceWorld& world, const SourceClient& client, const Cap
     return row;
 }
 
-LiveReport PopulateFromSource(SourceWorld& world, const SourceDefinition& source,
-                              const std::vector<std::string>& tickers) {
+LiveReport PreparePopulate(SourceWorld& world, const SourceDefinition& source,
+                           const std::vector<std::string>& tickers, const PopulateWith& with,
+                           FileChange& change) {
     Session& session = world.session;
     BeginRun(session.run);
     session.person.ShowStatusWord(kStatusPopulating);
-    LiveReport report = LivePopulate(world, source, WithFiles(tickers)).Run();
+    FileFault fault;
+    TickerBases bases = TickerBases::Load(session.DataFolder(), fault);
+    LiveReport report;
+    report.title = source.title;
+    if (!fault) {
+        report = LivePopulate(world, source, WithFiles(tickers), bases, change).Run();
+        const std::vector<std::string> unknown = Unknown(report);
+        const bool goesOn = with.fallback != nullptr && with.fallback != &source && !report.stopped;
+        if (goesOn && !report.fault && !unknown.empty()) {
+            Merge(report, LivePopulate(world, *with.fallback, unknown, bases, change).Run());
+        }
+        fault = report.fault;
+    }
+    if (!fault && report.Answered() > 0) fault = PrepareRest(session, bases, with, change);
+    if (fault) FailWholly(fault, report);
     session.run.ProgressFraction = 0;
     session.run.CurrentRow = 0;
     session.person.ShowStatusWord(kStatusComplete);
     return report;
 }
 
-LiveReport PopulateWithFallback(SourceWorld& world, const SourceDefinition& source,
-                                const SourceDefinition* fallback, const std::vector<std::string>& tickers) {
-    LiveReport report = PopulateFromSource(world, source, tickers);
-    if (fallback == nullptr || fallback == &source || report.stopped || report.fault) return report;
-    std::vector<std::string> unknown;
-    for (const LiveTicker& row : report.tickers) {
-        if (row.outcome.result == SourceResult::UnknownSymbol) unknown.push_back(row.ticker);
-    }
-    if (!unknown.empty()) Merge(report, PopulateFromSource(world, *fallback, unknown));
+LiveReport PopulateFromSource(SourceWorld& world, const SourceDefinition& source,
+                              const std::vector<std::string>& tickers, const PopulateWith& with) {
+    FileChange change(ChangePlaceOf(world.session), "Populate from " + source.title);
+    change.AlsoKeep(world.session.DataFile(kLastRunName));
+    LiveReport report = PreparePopulate(world, source, tickers, with, change);
+    if (report.fault) return report;
+    if (const FileFault fault = change.Commit()) FailWholly(fault, report);
     return report;
 }
 

@@ -100,9 +100,15 @@ RunReport RunReportOf(const LiveReport& report, std::string what) {
             run.Tell(row.ticker, FateOf(row), std::move(why));
         }
     }
-    if (report.fault) run.Fail(report.fault.file.string() + ": " + report.fault.code.message());
+    if (report.fault) {
+        run.Fail(FaultReason(run.What(), report.fault));
+        if (report.fault.isHalfDone) run.MarkChanged();
+    }
     if (!report.unfinished.empty()) run.Fail(report.unfinished);
     for (const std::string& remark : report.remarks) run.Add(remark);
+    if (const std::size_t early = report.Count(SourceResult::NotYetPublished)) {
+        run.Add(fmt::format("{} not yet published", early));
+    }
     if (report.stopped) run.Add("stopped");
     return run;
 }

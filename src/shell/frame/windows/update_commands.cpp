@@ -47,7 +47,7 @@ std::string FailureOf(const DailyUpdate& update, const std::string& name) {
         return FaultSentence(kSplitCalendarChange, update.splits->error);
     }
     if (update.saveError) return sentence(name, update.saveError);
-    return {};
+    return update.refusal;
 }
 
 }  // namespace
@@ -90,11 +90,11 @@ bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport
 
 DailyUpdate UpdateCommands::RunUpdate(frmQuoteGrid& form) {
     frmAdjustSplits splits(&frame_.window);
-    LiveSetup live(frame_.session);
+    LiveSetup live(frame_.session, frame_.web);
     const UpdateWork work{frame_.session, form.Table(), frame_.web,  frame_.hosts,
                           rows_,          alerted_,     memoryInfo_, ShowsAdjustSplits(splits),
                           live.Sources()};
-    return RunDailyUpdate(work, days_, analysis_.series);
+    return RunChosenUpdate(work, live.Refusal(), days_, analysis_.series);
 }
 
 std::function<void(bool)> UpdateCommands::ShowsAdjustSplits(frmAdjustSplits& window) {

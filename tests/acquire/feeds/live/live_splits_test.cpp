@@ -119,4 +119,42 @@ TEST_F(LiveSplits, AFailedDownloadKeepsTheHistoryAndAGoodOneReplacesIt) {
     EXPECT_FALSE(Exists("Quotes/EOD/KO.25"));
 }
 
+TEST_F(LiveSplits, TheBarOfADayThatIsNotOverIsNoHistory) {
+    session.settings.DataSettings.Set(6, Value::OfNumber(2));
+    const std::string days =
+        R"([{"date":"2026-11-19T00:00:00.000Z","close":25,"high":26,"low":24,"open":25,"volume":40},
+            {"date":"2026-11-20T00:00:00.000Z","close":27,"high":27,"low":27,"open":27,"volume":4}])";
+    Reply(days);
+    clock.Set(Date{DayOf(2026, 11, 20)}, 20.75 * 3600);  // 15:45 in New York
+    EXPECT_EQ(PopulateFromSource(world, Source("tiingo"), {"KO"}).Answered(), 1u);
+    EXPECT_EQ(Read(file).find("11/20/26"), std::string::npos) << Read(file);
+    clock.Set(Date{DayOf(2026, 11, 20)}, 21.25 * 3600);
+    EXPECT_EQ(PopulateFromSource(world, Source("tiingo"), {"KO"}).Answered(), 1u);
+    EXPECT_NE(Read(file).find("11/20/26"), std::string::npos) << Read(file);
+}
+
+TEST_F(LiveSplits, AHistoryWhoseNewestDayIsNotOutIsAskedWithoutItAndSoAreThoseBehindIt) {
+    session.settings.DataSettings.Set(6, Value::OfNumber(2));
+    const ServiceReply early = Answer(
+        403,
+        R"({"status":"NOT_AUTHORIZED","message":"Attempted to request today's data before end of day."})");
+    const ServiceReply rows =
+        Answer(200, R"({"status":"OK","results":[{"v":40,"o":25,"h":26,"l":24,"c":25,"t":1795064400000}]})");
+    Reply({early, rows});
+    const LiveReport report = PopulateFromSource(world, Source("massive"), {"KO", "PEP"});
+    EXPECT_EQ(ReportSummary(report), "2 of 2 from Massive");
+    ASSERT_EQ(requests.size(), 3u);
+    EXPECT_NE(requests[0].url.find("ticker/KO/range/1/day/2024-11-20/2026-11-20?"), std::string::npos);
+    EXPECT_NE(requests[1].url.find("ticker/PEP/range/1/day/2024-11-20/2026-11-19?"), std::string::npos);
+    EXPECT_NE(requests[2].url.find("ticker/KO/range/1/day/2024-11-20/2026-11-19?"), std::string::npos);
+}
+
+TEST_F(LiveSplits, ADayThatIsNotOutYetIsToldOnTheLineOfTheRun) {
+    session.settings.DataSettings.Set(6, Value::OfNumber(2));
+    Reply(403,
+          R"({"status":"NOT_AUTHORIZED","message":"Attempted to request today's data before end of day."})");
+    const LiveReport report = PopulateFromSource(world, Source("massive"), {"KO"});
+    EXPECT_EQ(RunReportOf(report, "Populate").Line(), "1 of 1 from Massive, 1 not yet published");
+}
+
 }  // namespace brantlow
