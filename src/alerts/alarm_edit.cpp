@@ -1,6 +1,7 @@
 #include "alerts/alarm_edit.h"
 
 #include "alerts/price_alarms.h"
+#include "base/numbers.h"
 #include "base/text.h"
 #include "shell/status_words.h"
 #include "store/table_colours.h"
@@ -19,6 +20,23 @@ bool WriteAlarm(QuoteTable& table, std::size_t row, std::string_view header,
 }
 
 }  // namespace
+
+std::string RefusedAlarms(std::string_view high, std::string_view low) {
+    struct Alarm {
+        std::string_view name;
+        std::string_view text;
+    };
+    for (const Alarm& alarm : {Alarm{"high", high}, Alarm{"low", low}}) {
+        if (Trim(alarm.text).empty()) continue;
+        const auto number = WholeNumber(alarm.text);
+        if (number && *number >= 0) continue;
+        return "The " + std::string(alarm.name) + " alarm has to be a price: " + std::string(alarm.text);
+    }
+    const double least = LeadingNumber(low);
+    const double most = LeadingNumber(high);
+    if (least <= 0 || most <= 0 || least <= most) return {};
+    return "The low alarm " + std::string(low) + " is above the high alarm " + std::string(high) + ".";
+}
 
 TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbol, const AlarmTexts& alarms) {
     if (RefuseTableEdit(session, symbol, kEditNeedsTicker)) return {.outcome = EditOutcome::Refused};

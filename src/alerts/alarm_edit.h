@@ -21,6 +21,10 @@ struct AlarmTexts {
     std::optional<std::string> low;
 };
 
+// Why these texts are no alarms, a sentence: not a number, or a low one above the high one. Empty where they
+// can be; an empty text is no alarm.
+std::string RefusedAlarms(std::string_view high, std::string_view low);
+
 // Writes the alarms of `symbol`, in any case, in the table that the session's CurrentFile names; a table of
 // another kind than end-of-day stays as it is, and so does one without this ticker. The row takes the colours
 // that its new alarms ask for. Saved when the settings save by themselves. A refusal is said to the session's

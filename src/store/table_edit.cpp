@@ -110,7 +110,12 @@ TableEdit PrepareDeletion(Session& session, QuoteTable& table, std::string_view 
     TableEdit edit;
     if (RowOfTicker(table, ticker) > 0) {
         const bool isQuoteFile = KindOf(session.CurrentFile) == FileKind::Ddq;
-        if (isQuoteFile && deletesHistory(ticker)) {
+        const std::optional<bool> withHistory = isQuoteFile ? deletesHistory(ticker) : false;
+        if (!withHistory) {
+            session.person.ShowStatusWord(kStatusComplete);
+            return {.outcome = EditOutcome::Refused};
+        }
+        if (*withHistory) {
             edit.fault = PrepareHistoryDeletion(session.settings.QuoteFolder, {&ticker, 1}, change);
         }
         if (!edit.fault) {
@@ -123,13 +128,37 @@ TableEdit PrepareDeletion(Session& session, QuoteTable& table, std::string_view 
     return edit;
 }
 
+RemovedRow KeepRow(const QuoteTable& table, std::size_t row) {
+    RemovedRow kept{.row = row, .cells = {}};
+    for (std::size_t column = 0; column < table.ColumnCount(); ++column)
+        kept.cells.emplace_back(table.Header(column), table.Text(row, column));
+    return kept;
+}
+
+bool RestoreRow(QuoteTable& table, const RemovedRow& removed) {
+    if (removed.cells.empty()) return false;
+    const std::string& ticker = removed.cells.front().second;
+    if (RowOfTicker(table, ticker) > 0 || !table.AppendLine(ticker)) return false;
+    const std::size_t last = table.TickerCount();
+    for (const auto& [header, text] : removed.cells) {
+        const auto column = table.ColumnOf(header);
+        if (column && *column > 0) table.SetText(last, *column, text);
+    }
+    std::vector<std::size_t> rows;
+    for (std::size_t row = 1; row < last; ++row) {
+        if (row == removed.row) rows.push_back(last);
+        rows.push_back(row);
+    }
+    if (rows.size() < last) rows.push_back(last);
+    table.ReorderRows(rows);
+    return true;
+}
+
 TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
                        const AskDeleteHistory& deletesHistory) {
     FileChange change(ChangePlaceOf(session), "Delete " + UpperCase(symbol));
     TableEdit edit = PrepareDeletion(session, table, symbol, deletesHistory, change);
     if (edit.outcome != EditOutcome::Changed || edit.fault) return edit;
-    // A row alone is an ordinary save.
-    if (!change.HasWork()) change.KeepFor(ChangeKeeps::UntilDone);
     const Path file = session.DataFile(session.CurrentFile);
     const bool saves = SavesTable(session.settings);
     if (saves && !MayReplace(session, table, file)) {

@@ -7,9 +7,12 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
+#include <vector>
 
 #include "base/file_change.h"
 #include "shell/session.h"
@@ -68,14 +71,24 @@ struct NewTicker {
 EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& ticker,
                          std::size_t sortColumn);
 
-// Whether the history of `ticker` goes with its row.
-using AskDeleteHistory = std::function<bool(const std::string& ticker)>;
+// Whether the history of `ticker` goes with its row; nothing: the row stays too.
+using AskDeleteHistory = std::function<std::optional<bool>(const std::string& ticker)>;
 
 // Takes the row of `symbol`, in any case, out of the table; of an end-of-day table `deletesHistory` is asked
 // first whether the ticker's history goes too. The last ticker of a table stays, and so does the history of a
-// ticker that the table does not hold. What goes with a history can be undone.
+// ticker that the table does not hold. What is saved, and what goes with a history, can be undone.
 TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
                        const AskDeleteHistory& deletesHistory);
+
+// A row that was taken out, with its place and its cells under their headers.
+struct RemovedRow {
+    std::size_t row = 0;
+    std::vector<std::pair<std::string, std::string>> cells;
+};
+RemovedRow KeepRow(const QuoteTable& table, std::size_t row);
+// Puts the row back in its place, its cells below their headers wherever those stand now. False, with nothing
+// changed, for a table that holds the ticker or is full.
+bool RestoreRow(QuoteTable& table, const RemovedRow& removed);
 
 // The same as a part of a change of files, which the caller commits; the table is saved by him.
 TableEdit PrepareDeletion(Session& session, QuoteTable& table, std::string_view symbol,

@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <QToolButton>
 
+#include "shell/user_store.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"
@@ -26,6 +27,9 @@ class GridProgram : public Program {
     explicit GridProgram(const std::string& table = kDates, const std::string& name = "Dates.ddq") {
         Write("VTRCOLset.ini", "\"Name\"\r\n\"Trade Date\"\r\n\"Last Price\"\r\n\"Exchange\"\r\n\"\"\r\n");
         Write(name, table);
+        // What a double click on a cell does while it opens no chart.
+        if (SaveSetting(store, "Settings", "DoubleClickOpensChart", "False"))
+            qFatal("cannot keep the choice");
         Start(name);
     }
 

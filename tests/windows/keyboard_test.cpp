@@ -105,7 +105,7 @@ const std::vector<WindowRow>& Windows() {
              return new frmDeleteFile(on.person, ChangePlaceOf(on.session), on.session.DataFolder(),
                                       on.Frame());
          }},
-        {"frmDeleteQuoteDataBase", "Keep",
+        {"frmDeleteQuoteDataBase", "Keep History",
          [](Ground& on) { return new frmDeleteQuoteDataBase("T1", on.Frame()); }},
         {"TextEditor", "Save",
          [](Ground& on) { return new TextEditor(on.session.DataFile("Jan.ddq"), on.Frame()); }},

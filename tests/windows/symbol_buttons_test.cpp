@@ -1,5 +1,6 @@
 // Adding and deleting tickers and setting alarms with the buttons and keys above the quote table.
 #include <QAction>
+#include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -322,14 +323,106 @@ class SymbolButtonsTest : public QObject {
         QCOMPARE(program.Tickers(), (Tickers{"T1", "T3"}));
     }
 
-    void escapeKeepsTheHistory() {
+    void escapeAndCancelLeaveTheTickerAndItsHistory() {
+        for (const char* button : {"", "cmdCancel"}) {
+            EditProgram program;
+            program.StoreHistory("T2.26");
+            const std::string before = program.Read("Jan.ddq");
+            program.Type("T2");
+            HistoryHand hand(button);
+            program.Click("CmdDelete");
+            QCOMPARE(hand.seen(), 1);
+            QVERIFY(!program.History("T2.26").empty());
+            QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3"}));
+            QCOMPARE(program.Read("Jan.ddq"), before);
+            QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+            QCOMPARE(program.BoxTexts().constFirst(), QStringLiteral("T2"));
+        }
+    }
+
+    void theQuestionHasThreeAnswers() {
         EditProgram program;
-        program.StoreHistory("T2.26");
         program.Type("T2");
-        HistoryHand hand("");
+        QStringList words;
+        DialogHand hand([&](QDialog& dialog) {
+            for (const QPushButton* button : dialog.findChildren<QPushButton*>()) words << button->text();
+            dialog.reject();
+        });
         program.Click("CmdDelete");
-        QVERIFY(!program.History("T2.26").empty());
+        words.sort();
+        QCOMPARE(words, QStringList({QStringLiteral("Cancel"), QStringLiteral("Delete"),
+                                     QStringLiteral("Keep History")}));
+    }
+
+    void undoBringsASavedRowBack() {
+        for (const char* button : {"Command1", "Command2"}) {
+            EditProgram program;
+            program.StoreHistory("T2.26");
+            const std::string before = program.Read("Jan.ddq");
+            program.Type("T2");
+            HistoryHand hand(button);
+            program.Click("CmdDelete");
+            QCOMPARE(program.Tickers(), (Tickers{"T1", "T3"}));
+            program.frame->Run("mnuEditUndo");
+            QCOMPARE(program.Read("Jan.ddq"), before);
+            QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3"}));
+            QVERIFY(!program.History("T2.26").empty());
+        }
+    }
+
+    void undoBringsARowBackThatWasNotSaved() {
+        EditProgram program("", "Manual Save");
+        program.Type("T2", "60", "5");
+        program.Click("CmdAlarm");
+        HistoryHand hand("Command2");
+        program.Click("CmdDelete");
         QCOMPARE(program.Tickers(), (Tickers{"T1", "T3"}));
+        Q_EMIT program.frame->Commands().Menu("mnuEdit")->aboutToShow();
+        QCOMPARE(program.frame->Commands().Entry("mnuEditUndo")->text(), QStringLiteral("Undo Delete T2"));
+        program.frame->Run("mnuEditUndo");
+        QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3"}));
+        QCOMPARE(program.Cell(2, "High Alarm"), std::string("60"));
+        QCOMPARE(program.frame->QuoteForm()->SelectedTicker(), std::string("T2"));
+        QCOMPARE(program.TickerCount(), QStringLiteral("3"));
+    }
+
+    void aNewRowIsSelectedAndInSight() {
+        EditProgram program("", "Manual Save");
+        program.Write("Big.ddq", Program::QuoteTableText(500));
+        program.session.settings.MruSettings.Set(1, Value::OfText("Big.ddq"));
+        program.frame->OpenRecentFile(1);
+        program.Type("ZZZ");
+        program.Click("CmdAdd");
+        auto& view = *program.frame->QuoteForm()->View();
+        QCOMPARE(program.frame->QuoteForm()->SelectedTicker(), std::string("ZZZ"));
+        const QModelIndex row = view.selectionModel()->selectedRows().value(0);
+        QCOMPARE(row.data().toString(), QStringLiteral("ZZZ"));
+        QVERIFY(view.viewport()->rect().contains(view.visualRect(row.siblingAtColumn(1)).center()));
+        QCOMPARE(program.BoxTexts(), QStringList({QString(), QString(), QString()}));
+        QCOMPARE(program.session.CurrentTicker, std::string("ZZZ"));
+    }
+
+    void alarmsThatCannotBeAreRefusedWithASentence() {
+        struct Row {
+            const char *high, *low, *sentence;
+        };
+        const Row rows[] = {
+            {"11", "13", "The low alarm 13 is above the high alarm 11."},
+            {"nothing", "", "The high alarm has to be a price: nothing"},
+            {"", "x", "The low alarm has to be a price: x"},
+            {"-5", "", "The high alarm has to be a price: -5"},
+        };
+        EditProgram program;
+        const std::string before = program.Read("Jan.ddq");
+        for (const Row& row : rows) {
+            for (const auto& [symbol, button] : {std::pair("T2", "CmdAlarm"), std::pair("NEW", "CmdAdd")}) {
+                program.Type(symbol, row.high, row.low);
+                QCOMPARE(SaidBy([&] { program.Click(button); }), QString::fromLatin1(row.sentence));
+                QCOMPARE(program.BoxTexts().at(1), QString::fromLatin1(row.high));
+            }
+        }
+        QCOMPARE(program.Read("Jan.ddq"), before);
+        QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3"}));
     }
 
     void theLastTickerStaysWithoutAWord() {
@@ -384,10 +477,10 @@ class SymbolButtonsTest : public QObject {
             QColor colour;
             bool bold;
         };
-        const Row rows[] = {{"12", "", QColor(1, 100, 1), true},      {"12.001", "", QColor(1, 1, 1), false},
-                            {"", "12", QColor(150, 1, 1), true},      {"", "11.999", QColor(1, 1, 1), false},
-                            {"11", "13", QColor(1, 100, 1), true},    {"0", "0", QColor(1, 1, 1), false},
-                            {"nothing", "x", QColor(1, 1, 1), false}, {"", "", QColor(1, 1, 1), false}};
+        const Row rows[] = {{"12", "", QColor(1, 100, 1), true},   {"12.001", "", QColor(1, 1, 1), false},
+                            {"", "12", QColor(150, 1, 1), true},   {"", "11.999", QColor(1, 1, 1), false},
+                            {"12", "12", QColor(1, 100, 1), true}, {"0", "0", QColor(1, 1, 1), false},
+                            {"", "", QColor(1, 1, 1), false}};
         EditProgram program;
         for (const Row& row : rows) {
             program.Type("T2", row.high, row.low);

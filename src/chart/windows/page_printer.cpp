@@ -54,7 +54,17 @@ bool PagePrinter::Print(const QImage& picture, const QString& title) {
     return PrintPictureToFit(Printer(), picture);
 }
 
+int PagePrinter::PrintPages(const PaintPages& paint, const QString& title) {
+    Printer().setDocName(title);
+    return paint(Printer());
+}
+
 std::error_code PagePrinter::WritePdf(const Path& file, const QImage& picture, const QString& title) {
+    return WritePdfPages(
+        file, [&](QPagedPaintDevice& writer) { return PrintPictureToFit(writer, picture) ? 1 : 0; }, title);
+}
+
+std::error_code PagePrinter::WritePdfPages(const Path& file, const PaintPages& paint, const QString& title) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -63,7 +73,7 @@ std::error_code PagePrinter::WritePdf(const Path& file, const QImage& picture, c
     writer.setResolution(Printer().resolution());
     writer.setTitle(title);
     writer.setCreator(QStringLiteral("Brantlow"));
-    if (!PrintPictureToFit(writer, picture)) return std::make_error_code(std::errc::io_error);
+    if (paint(writer) == 0) return std::make_error_code(std::errc::io_error);
     return WriteWholeFile(file, bytes.toStdString());
 }
 

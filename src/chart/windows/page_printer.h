@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QImage>
+#include <functional>
 #include <memory>
 #include <string>
 #include <system_error>
@@ -10,6 +11,7 @@
 #include "base/files.h"
 
 class QDialog;
+class QPagedPaintDevice;
 class QPrinter;
 class QString;
 class QWidget;
@@ -36,6 +38,13 @@ class PagePrinter {
     bool Print(const QImage& picture, const QString& title);
     // The same page as a PDF file that replaces `file`.
     std::error_code WritePdf(const Path& file, const QImage& picture, const QString& title);
+
+    // Pages that `paint` draws, as many as it tells; it draws on no other device. Either gives the count, 0
+    // when the printer takes none.
+    using PaintPages = std::function<int(QPagedPaintDevice&)>;
+    int PrintPages(const PaintPages& paint, const QString& title);
+    // Into a PDF file that replaces `file`.
+    std::error_code WritePdfPages(const Path& file, const PaintPages& paint, const QString& title);
 
   private:
     QPrinter& Printer();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "shell/frame/frame_choices.h"
 #include "shell/user_store.h"
 
 namespace brantlow {
@@ -10,15 +11,10 @@ namespace brantlow {
 namespace {
 
 constexpr std::string_view kSection = "Settings";
-constexpr std::string_view kRemembersKey = "RememberWindowSize";
 constexpr std::string_view kMaximisedKey = "MainMaximised";
 constexpr std::string_view kWidthKey = "MainWidth";
 constexpr std::string_view kTrue = "True";
 constexpr std::string_view kFalse = "False";
-
-std::string_view WordOf(bool on) {
-    return on ? kTrue : kFalse;
-}
 
 int Overlap(int from, int length, int otherFrom, int otherLength) {
     return std::max(0, std::min(from + length, otherFrom + otherLength) - std::max(from, otherFrom));
@@ -82,7 +78,7 @@ FramePlace FirstPlace(const ScreenRect& screen, int titleBar) {
 KeptFrame LoadKeptFrame(const Path& storeFile) {
     KeptFrame kept;
     const bool wasClosed = !GetSetting(storeFile, kSection, kWidthKey, "").empty();
-    kept.remembers = GetSetting(storeFile, kSection, kRemembersKey, WordOf(!wasClosed)) == kTrue;
+    kept.remembers = LoadFrameChoice(storeFile, kRemembersWindowSize);
     if (!wasClosed) return kept;
     const FrameGeometry geometry = LoadFrameGeometry(storeFile);
     kept.place = FramePlace{{PixelsOf(geometry.MainLeft), PixelsOf(geometry.MainTop),
@@ -91,20 +87,12 @@ KeptFrame LoadKeptFrame(const Path& storeFile) {
     return kept;
 }
 
-std::error_code SaveRemembersFrame(const Path& storeFile, bool remembers) {
-    return SaveSetting(storeFile, kSection, kRemembersKey, WordOf(remembers));
-}
-
-std::error_code SaveKeptFrame(const Path& storeFile, bool remembers, const FramePlace& place) {
+std::error_code SaveFramePlace(const Path& storeFile, const FramePlace& place) {
     const ScreenRect& rect = place.rect;
-    if (const auto error = SaveFrameGeometry(
-            storeFile, {static_cast<double>(TwipsOf(rect.left)), static_cast<double>(TwipsOf(rect.top)),
-                        static_cast<double>(TwipsOf(rect.width)), static_cast<double>(TwipsOf(rect.height))}))
-        return error;
-    if (!remembers) return {};
-    if (const auto error = SaveSetting(storeFile, kSection, kMaximisedKey, WordOf(place.maximised)))
-        return error;
-    return SaveRemembersFrame(storeFile, true);
+    const std::error_code error = SaveFrameGeometry(
+        storeFile, {static_cast<double>(TwipsOf(rect.left)), static_cast<double>(TwipsOf(rect.top)),
+                    static_cast<double>(TwipsOf(rect.width)), static_cast<double>(TwipsOf(rect.height))});
+    return error ? error : SaveSetting(storeFile, kSection, kMaximisedKey, place.maximised ? kTrue : kFalse);
 }
 
 FramePlace PlaceToOpen(const std::optional<FramePlace>& kept, std::span<const ScreenRect> screens,

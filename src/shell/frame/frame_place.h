@@ -31,7 +31,7 @@ struct FramePlace {
 
 // What the store knows of the frame.
 struct KeptFrame {
-    // On in a new installation; one that was made before the choice existed goes on in the frame's own size.
+    // As kRemembersWindowSize says.
     bool remembers = true;
     // Nothing before the frame was closed for the first time.
     std::optional<FramePlace> place;
@@ -40,9 +40,7 @@ struct KeptFrame {
 };
 
 KeptFrame LoadKeptFrame(const Path& storeFile);
-std::error_code SaveRemembersFrame(const Path& storeFile, bool remembers);
-// Place and choice; with the choice off the place alone, as it was before the choice existed.
-std::error_code SaveKeptFrame(const Path& storeFile, bool remembers, const FramePlace& place);
+std::error_code SaveFramePlace(const Path& storeFile, const FramePlace& place);
 
 // The smallest size of a first start, where the screen has it: the frame's own.
 inline constexpr int kLeastFirstWidth = 1033;

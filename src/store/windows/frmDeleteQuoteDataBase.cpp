@@ -13,6 +13,9 @@ namespace brantlow {
 namespace {
 
 constexpr int kTextWidth = 360;
+// What the window ends with; 0 is that of Cancel and Escape.
+constexpr int kRowAlone = 1;
+constexpr int kWithHistory = 2;
 
 }  // namespace
 
@@ -36,15 +39,25 @@ frmDeleteQuoteDataBase::frmDeleteQuoteDataBase(const std::string& ticker, QWidge
     auto* remove = buttons->addButton(QStringLiteral("Delete"), QDialogButtonBox::AcceptRole);
     remove->setObjectName(QStringLiteral("Command1"));
     remove->setToolTip(QStringLiteral("Delete the ticker's whole history; it can only be downloaded anew"));
-    auto* keep = buttons->addButton(QStringLiteral("Keep"), QDialogButtonBox::RejectRole);
+    auto* keep = buttons->addButton(QStringLiteral("Keep History"), QDialogButtonBox::AcceptRole);
     keep->setObjectName(QStringLiteral("Command2"));
     keep->setToolTip(QStringLiteral("Keep the history; the ticker leaves the quote file all the same"));
     keep->setDefault(true);
+    auto* cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("cmdCancel"));
+    cancel->setToolTip(QStringLiteral("Leave the ticker in the quote file"));
     layout->addWidget(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     keep->setFocus();
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(remove, &QPushButton::clicked, this, [this] { done(kWithHistory); });
+    connect(keep, &QPushButton::clicked, this, [this] { done(kRowAlone); });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+std::optional<bool> frmDeleteQuoteDataBase::Ask() {
+    const int end = exec();
+    if (end == QDialog::Rejected) return std::nullopt;
+    return end == kWithHistory;
 }
 
 }  // namespace brantlow

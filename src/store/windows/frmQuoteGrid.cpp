@@ -16,6 +16,7 @@
 #include "base/windows/display_text.h"
 #include "shell/display.h"
 #include "store/file_names.h"
+#include "store/table_figures.h"
 #include "store/table_road.h"
 #include "store/windows/frozen_table_view.h"
 #include "store/windows/quote_grid_model.h"
@@ -30,6 +31,7 @@ constexpr std::size_t kRowsAbove = 19;
 constexpr int kCellPadding = 18;
 // More characters than this are no number that a table holds.
 constexpr std::size_t kLongestNumber = 20;
+constexpr std::size_t kSeparatorEvery = 3;
 // Distance of the empty table's sentence from the header.
 constexpr int kEmptyMargin = 48;
 
@@ -62,6 +64,7 @@ frmQuoteGrid::frmQuoteGrid(Session& session)
 void frmQuoteGrid::ConnectBoxes() {
     connect(strip_, &QuoteStrip::Pressed, this, &frmQuoteGrid::CommandPressed);
     connect(Text1, &QLineEdit::textChanged, this, &frmQuoteGrid::Text1_Change);
+    ConnectFilter();
     for (const QLineEdit* box : {Text1, strip_->HighAlarm(), strip_->LowAlarm()}) {
         connect(box, &QLineEdit::returnPressed, this, [this, box] { EnterTicker(*box); });
     }
@@ -74,9 +77,17 @@ void frmQuoteGrid::ConnectView() {
         view->installEventFilter(this);
         connect(view, &QWidget::customContextMenuRequested, this,
                 [this, view](const QPoint& place) { AskPopUp(*view, place); });
+        // A row that is selected already comes into the boxes too.
+        connect(view, &QAbstractItemView::clicked, this, [this](const QModelIndex& cell) {
+            const bool isSelected = view_->selectionModel()->isRowSelected(cell.row());
+            if (isSelected && Text1->text() != Shown(selectedTicker_)) RowSelected(cell.row());
+        });
     }
     connect(view_, &FrozenTableView::ColumnMoved, this, &frmQuoteGrid::MoveColumn);
     connect(view_, &FrozenTableView::SortAsked, this, &frmQuoteGrid::SortByTurns);
+    connect(view_, &FrozenTableView::CellDoubleClicked, this, &frmQuoteGrid::CellDoubleClicked);
+    connect(view_, &FrozenTableView::RowEntered, this, &frmQuoteGrid::RowEntered);
+    connect(view_, &FrozenTableView::HeaderMenuAsked, this, &frmQuoteGrid::ShowColumnMenu);
     connect(view_, &FrozenTableView::ColumnResized, this, [this](int column, int pixels) {
         table_.SetWidth(static_cast<std::size_t>(column), TwipsOf(pixels));
     });
@@ -96,6 +107,7 @@ void frmQuoteGrid::ReloadModel() {
     QuoteGridModel::Summaries summaries;
     if (kind == FileKind::Dbe) summaries = ConditionSummary(session_.settings);
     model_->Reload(kind, std::move(summaries));
+    ShowFilteredRows();
 }
 
 void frmQuoteGrid::TableChanged() {
@@ -105,10 +117,12 @@ void frmQuoteGrid::TableChanged() {
     ShowEmptySentence();
     view_->ShowSorted(-1, Qt::AscendingOrder);
     SelectAgain(column);
+    Q_EMIT RowsLineChanged();
 }
 
 void frmQuoteGrid::CellsChanged() {
     model_->CellsChanged();
+    Q_EMIT RowsLineChanged();
 }
 
 std::size_t frmQuoteGrid::CurrentColumn() const {
@@ -132,14 +146,19 @@ void frmQuoteGrid::ApplyRules(OpenStates state, bool enabled) {
 void frmQuoteGrid::ShowTable() {
     view_->SetGridModel(model_);
     connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-        const QModelIndexList rows = view_->selectionModel()->selectedRows();
-        if (!rows.isEmpty()) RowSelected(rows.constFirst().row());
+        const QModelIndex current = view_->currentIndex();
+        if (current.isValid() && view_->selectionModel()->isRowSelected(current.row()))
+            RowSelected(current.row());
+        Q_EMIT RowsLineChanged();
     });
+    connect(view_->selectionModel(), &QItemSelectionModel::currentColumnChanged, this,
+            [this] { Q_EMIT RowsLineChanged(); });
     ApplyWidths();
     ShowEmptySentence();
     if (table_.TickerCount() > 0) Mean(selectedTicker_ = table_.Ticker(1));
     SelectAgain(0);
     NameChanged();
+    Q_EMIT RowsLineChanged();
 }
 
 void frmQuoteGrid::ShowEmptySentence() {
@@ -178,6 +197,7 @@ int frmQuoteGrid::NumberWidth(std::size_t column) const {
     for (std::size_t row = 1; row <= table_.TickerCount(); ++row) {
         longest = std::max(longest, table_.Text(row, column).size());
     }
+    if (ShowsSeparators(table_.Header(column))) longest += longest / kSeparatorEvery;
     QFont bold = view_->font();
     bold.setBold(true);
     const int digit = QFontMetrics(bold).horizontalAdvance(QLatin1Char('0'));
@@ -211,10 +231,14 @@ void frmQuoteGrid::SortByTurns(int column) {
 }
 
 void frmQuoteGrid::SortBy(int column, SortOrder order) {
+    std::vector<std::string> selected;
+    for (const std::size_t row : SelectedRows()) selected.push_back(table_.Ticker(row));
     SortTable(table_, static_cast<std::size_t>(column), order);
+    ShowFilteredRows();
     model_->CellsChanged();
     view_->ShowSorted(column, order == SortOrder::Ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
     SelectAgain(column);
+    if (selected.size() > 1) SelectAlso(selected);
 }
 
 // The rows have changed places, or are others: the ticker that was selected is selected where it stands now.
@@ -223,10 +247,10 @@ void frmQuoteGrid::SelectAgain(int column) {
     const QSignalBlocker quiet(view_->selectionModel());
     view_->selectionModel()->clear();
     SelectedRow = selectedTicker_.empty() ? 0 : RowOfTicker(table_, selectedTicker_);
-    if (SelectedRow > 0) {
+    const int row = SelectedRow > 0 ? model_->ModelRow(SelectedRow) : -1;
+    if (row >= 0) {
         view_->selectionModel()->setCurrentIndex(
-            model_->index(static_cast<int>(SelectedRow) - 1, column),
-            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+            model_->index(row, column), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     } else {
         view_->SetCurrentColumn(column);
     }
@@ -237,6 +261,11 @@ void frmQuoteGrid::SelectAgain(int column) {
 NewTicker frmQuoteGrid::Typed() const {
     const auto textOf = [](const QLineEdit* box) { return box->text().simplified().toStdString(); };
     return {textOf(Text1), textOf(strip_->HighAlarm()), textOf(strip_->LowAlarm())};
+}
+
+void frmQuoteGrid::ShowTableRowAtTop(std::size_t row) {
+    const int place = model_->ModelRow(row);
+    if (place >= 0) view_->ShowAtTop(place);
 }
 
 void frmQuoteGrid::ClearSymbolBox() {
@@ -256,13 +285,15 @@ void frmQuoteGrid::EnterTicker(const QLineEdit& box) {
 
 void frmQuoteGrid::RowSelected(int row) {
     if (row < 0) return;
-    SelectedRow = static_cast<std::size_t>(row) + 1;
+    SelectedRow = model_->TableRow(row);
     selectedTicker_ = table_.Ticker(SelectedRow);
     Mean(selectedTicker_);
     {
         const QSignalBlocker quiet(Text1);
         Text1->setText(Shown(selectedTicker_));
     }
+    ForgetShownAlarms();
+    ShowAlarmsOf(SelectedRow);
     Q_EMIT RowChosen();
 }
 
@@ -294,20 +325,21 @@ void frmQuoteGrid::Text1_Change(const QString& text) {
     if (!HasSavedKind()) return;
     const std::string typed = text.toStdString();
     Mean(UpperCase(typed));
+    ShowAlarmsOf(RowOfTicker(table_, UpperCase(typed)));
     const std::size_t row = FindTickerRow(table_, typed);
     if (row == 0) return;
     SelectedRow = row;
     // Every ticker begins like an empty text: the table goes to its top, and no row is meant.
     selectedTicker_ = typed.empty() ? std::string() : table_.Ticker(row);
     SelectAgain(static_cast<int>(CurrentColumn()));
-    view_->ShowAtTop(static_cast<int>(row) - 1);
+    ShowTableRowAtTop(row);
     Q_EMIT RowChosen();
 }
 
 void frmQuoteGrid::ShowRowInWork(std::size_t row, std::size_t topRow) {
     if (row == 0) return;
     if (topRow == 0 && row > kRowsAbove + 1) topRow = row - kRowsAbove;
-    if (topRow > 0) view_->ShowAtTop(static_cast<int>(topRow) - 1);
+    if (topRow > 0) ShowTableRowAtTop(topRow);
     view_->viewport()->update();
     view_->FrozenView()->viewport()->update();
 }

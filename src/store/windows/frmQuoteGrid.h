@@ -5,10 +5,12 @@
 
 #include <QWidget>
 #include <string>
+#include <vector>
 
 #include "shell/open_states.h"
 #include "shell/session.h"
 #include "store/quote_table.h"
+#include "store/row_filter.h"
 #include "store/table_edit.h"
 #include "store/table_files.h"
 #include "store/table_sort.h"
@@ -16,10 +18,12 @@
 class QAbstractItemView;
 class QLabel;
 class QLineEdit;
+class QModelIndex;
 
 namespace brantlow {
 
 class FrozenTableView;
+struct RowCounts;
 class QuoteGridModel;
 class QuoteStrip;
 
@@ -46,6 +50,23 @@ class frmQuoteGrid final : public QWidget {
     void TableChanged();
     // Cells of the table have changed, its rows have not.
     void CellsChanged();
+    // The table's row (1 the first) of a cell of the view.
+    std::size_t RowAt(const QModelIndex& cell) const;
+    // Selects the row of this ticker and brings it into sight; a filter that hides it is taken away.
+    void SelectTicker(const std::string& ticker);
+    // The selected rows of the table, rising.
+    std::vector<std::size_t> SelectedRows() const;
+    void SelectAllRows();
+    // The selected rows with their header, their cells between tabs, to be pasted elsewhere.
+    void CopyRows();
+    // The filter can be typed.
+    void FindRows();
+    // The rows that the filter shows, in the table's order.
+    std::vector<std::size_t> ShownRows() const;
+    // How many rows there are, and the sum of the current column; what is wrong with the filter instead.
+    std::string RowsLine() const;
+    // Sorts by a column, ascending and descending by turns.
+    void SortByTurns(int column);
     // Sorts by the current column, that of the cell or header pressed last.
     void Sort(SortOrder order);
     std::size_t CurrentColumn() const;
@@ -74,6 +95,11 @@ class frmQuoteGrid final : public QWidget {
     void PopUpAsked(const QPoint& place);
     // Another row was selected, or one found by typing.
     void RowChosen();
+    // RowsLine says something else.
+    void RowsLineChanged();
+    void CellDoubleClicked(int column);
+    // Return was pressed on the selected row.
+    void RowEntered();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -90,9 +116,20 @@ class frmQuoteGrid final : public QWidget {
     void ConnectBoxes();
     void ConnectView();
     void MoveColumn(int from, int to);
-    void SortByTurns(int column);
     void SortBy(int column, SortOrder order);
     void SelectAgain(int column);
+    void SelectAlso(const std::vector<std::string>& tickers);
+    void ConnectFilter();
+    void ApplyFilter();
+    void ShowFilteredRows();
+    void ShowAlarmsOf(std::size_t row);
+    void ForgetShownAlarms();
+    void ShowColumnMenu(int column, const QPoint& place);
+    void ToggleColumn(std::size_t column);
+    void KeepChosenColumns();
+    void FitColumn(std::size_t column);
+    void ShowTableRowAtTop(std::size_t row);
+    std::string LineOf(const RowCounts& counts, const std::vector<std::size_t>& selected) const;
     void RowSelected(int row);
     void Mean(const std::string& ticker);
     void EnterTicker(const QLineEdit& box);
@@ -111,6 +148,10 @@ class frmQuoteGrid final : public QWidget {
     std::size_t SelectedRow = 0;
     std::string selectedTicker_;
     std::string tickerMeant_;
+    RowFilter filter_;
+    // What the alarm boxes show of a row; what was typed over it stays.
+    std::string shownHigh_;
+    std::string shownLow_;
     // False while a run stands still over the table: its rows and columns keep their places.
     bool enabled_ = true;
     // Which way the next double click sorts.

@@ -70,7 +70,7 @@ FrozenTableView::FrozenTableView(QWidget* parent) : QTableView(parent), frozen_(
 void FrozenTableView::SetUp(QTableView& view) {
     view.setItemDelegate(new CellDelegate(&view));
     view.setSelectionBehavior(QAbstractItemView::SelectRows);
-    view.setSelectionMode(QAbstractItemView::SingleSelection);
+    view.setSelectionMode(QAbstractItemView::ExtendedSelection);
     view.setEditTriggers(QAbstractItemView::NoEditTriggers);
     view.setAlternatingRowColors(true);
     view.setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
@@ -92,7 +92,12 @@ void FrozenTableView::ConnectHeader(QTableView& view) {
     connect(header, &QHeaderView::sectionPressed, this, &FrozenTableView::SetCurrentColumn);
     connect(header, &QHeaderView::sectionDoubleClicked, this, &FrozenTableView::SortAsked);
     connect(&view, &QAbstractItemView::doubleClicked, this,
-            [this](const QModelIndex& index) { Q_EMIT SortAsked(index.column()); });
+            [this](const QModelIndex& index) { Q_EMIT CellDoubleClicked(index.column()); });
+    header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(header, &QWidget::customContextMenuRequested, this, [this, header](const QPoint& place) {
+        const int column = header->logicalIndexAt(place);
+        if (column >= 0) Q_EMIT HeaderMenuAsked(column, header->mapToGlobal(place));
+    });
 }
 
 void FrozenTableView::SetGridModel(QAbstractItemModel* model) {
@@ -171,6 +176,9 @@ void FrozenTableView::PressColumn(const QMouseEvent& event) {
     const int column = columnAt(event.position().toPoint().x());
     const bool fixedPlace = column <= 0 || column == model()->columnCount() - 1;
     DragColumn = fixedPlace ? 0 : column;
+    // Qt selects in the columns that stay; what begins there is gone on with elsewhere.
+    const int row = rowAt(event.position().toPoint().y());
+    if (DragColumn == 0 && row >= 0 && !event.modifiers().testFlag(Qt::ShiftModifier)) anchorRow_ = row;
 }
 
 void FrozenTableView::ReleaseColumn(const QMouseEvent& event) {
@@ -179,10 +187,33 @@ void FrozenTableView::ReleaseColumn(const QMouseEvent& event) {
     const int from = std::exchange(DragColumn, 0);
     const QModelIndex released = indexAt(event.position().toPoint());
     if (released.column() == from) {
-        setCurrentIndex(released);
+        Select(released, event.modifiers());
     } else if (const int to = columnAt(event.position().toPoint().x()); to > 0) {
         Q_EMIT ColumnMoved(from, to);
     }
+}
+
+// With Shift the rows from the last one that was selected without it, with Ctrl one more or one less.
+void FrozenTableView::Select(const QModelIndex& index, Qt::KeyboardModifiers modifiers) {
+    if (modifiers.testFlag(Qt::ShiftModifier)) {
+        const int first = std::min(anchorRow_, index.row());
+        const int last = std::max(anchorRow_, index.row());
+        const QItemSelection rows(model()->index(first, 0), model()->index(last, model()->columnCount() - 1));
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+        return selectionModel()->select(rows,
+                                        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    anchorRow_ = index.row();
+    const auto command = modifiers.testFlag(Qt::ControlModifier) ? QItemSelectionModel::Toggle
+                                                                 : QItemSelectionModel::ClearAndSelect;
+    selectionModel()->setCurrentIndex(index, command | QItemSelectionModel::Rows);
+}
+
+void FrozenTableView::keyPressEvent(QKeyEvent* event) {
+    const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enters && event->modifiers() == Qt::NoModifier && currentIndex().isValid())
+        return Q_EMIT RowEntered();
+    QTableView::keyPressEvent(event);
 }
 
 // A press in a column that can be moved selects nothing yet: ReleaseColumn does, where it was a click.

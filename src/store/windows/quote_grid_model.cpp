@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "base/windows/display_text.h"
+#include "store/table_figures.h"
 
 namespace brantlow {
 
@@ -50,10 +51,6 @@ QVariant Bold(CellStyle style) {
     return font;
 }
 
-std::size_t TableRow(const QModelIndex& index) {
-    return static_cast<std::size_t>(index.row()) + 1;
-}
-
 }  // namespace
 
 QColor ScreenColour(const Colour& colour, QPalette::ColorRole window, const QPalette& palette) {
@@ -91,6 +88,7 @@ QuoteGridModel::QuoteGridModel(const QuoteTable& table, QObject* parent)
 void QuoteGridModel::Reload(FileKind kind, Summaries summaries) {
     beginResetModel();
     kind_ = kind;
+    shown_.reset();
     summaries_ = std::move(summaries);
     endResetModel();
 }
@@ -101,8 +99,28 @@ void QuoteGridModel::CellsChanged() {
     if (rowCount() > 0) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
+void QuoteGridModel::ShowRows(std::optional<std::vector<std::size_t>> rows) {
+    beginResetModel();
+    shown_ = std::move(rows);
+    endResetModel();
+}
+
+std::size_t QuoteGridModel::TableRow(int row) const {
+    const auto place = static_cast<std::size_t>(row);
+    if (!shown_) return place + 1;
+    return place < shown_->size() ? (*shown_)[place] : 0;
+}
+
+int QuoteGridModel::ModelRow(std::size_t tableRow) const {
+    if (!shown_) return static_cast<int>(tableRow) - 1;
+    const auto place = std::lower_bound(shown_->begin(), shown_->end(), tableRow);
+    if (place == shown_->end() || *place != tableRow) return -1;
+    return static_cast<int>(place - shown_->begin());
+}
+
 int QuoteGridModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(table_.TickerCount());
+    if (parent.isValid()) return 0;
+    return static_cast<int>(shown_ ? shown_->size() : table_.TickerCount());
 }
 
 int QuoteGridModel::columnCount(const QModelIndex& parent) const {
@@ -118,10 +136,12 @@ Qt::Alignment QuoteGridModel::AlignmentOf(std::size_t column) const {
 
 QVariant QuoteGridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    const std::size_t row = TableRow(index);
+    const std::size_t row = TableRow(index.row());
     const auto column = static_cast<std::size_t>(index.column());
     switch (role) {
         case Qt::DisplayRole:
+            if (ShowsSeparators(table_.Header(column)))
+                return Shown(WithSeparators(table_.Text(row, column)));
             return Shown(table_.Text(row, column));
         case Qt::TextAlignmentRole:
             return QVariant(AlignmentOf(column));

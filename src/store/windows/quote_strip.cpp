@@ -1,8 +1,10 @@
 #include "store/windows/quote_strip.h"
 
+#include <QDoubleValidator>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 
 #include "base/windows/display_text.h"
@@ -13,6 +15,18 @@ namespace brantlow {
 namespace {
 
 constexpr int kStripGap = 6;
+constexpr double kHighestPrice = 1e9;
+constexpr int kPlaces = 6;
+
+// Lets a price be typed as files hold it, with a point.
+QDoubleValidator* PriceValidator(QWidget* owner) {
+    auto* validator = new QDoubleValidator(0, kHighestPrice, kPlaces, owner);
+    validator->setNotation(QDoubleValidator::StandardNotation);
+    QLocale plain = QLocale::c();
+    plain.setNumberOptions(QLocale::RejectGroupSeparator);
+    validator->setLocale(plain);
+    return validator;
+}
 
 }  // namespace
 
@@ -33,7 +47,9 @@ void QuoteStrip::AddBox(std::size_t index) {
     box->setObjectName(Name(rule.box));
     box->setToolTip(Name(rule.toolTip));
     box->setFixedWidth(rule.width);
-    box->setClearButtonEnabled(index == 0);
+    const bool isAlarm = rule.frame == "Frame2" || rule.frame == "Frame3";
+    box->setClearButtonEnabled(!isAlarm);
+    if (isAlarm) box->setValidator(PriceValidator(box));
     auto* words = new QLabel(Name(rule.words));
     words->setBuddy(box);
     row->addWidget(words);
@@ -51,7 +67,7 @@ void QuoteStrip::AddButton(const StripButton& rule) {
 }
 
 void QuoteStrip::ClearBoxes() {
-    for (QLineEdit* box : boxes_) box->clear();
+    for (QLineEdit* box : {Symbol(), HighAlarm(), LowAlarm()}) box->clear();
     Symbol()->setFocus();
 }
 

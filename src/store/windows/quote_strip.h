@@ -30,6 +30,10 @@ inline constexpr std::array kStripBoxes = {
              kWithDdq | kWithDb},
     StripBox{"Frame3", "Text3", "&Low Alarm", "The price down to which the alarm fires; empty for none", 62,
              kWithDdq | kWithDb},
+    StripBox{"Frame4", "txtFilter", "F&ilter",
+             "Show some rows alone: a text, \"Change > 2\", \"Volume > 1M and Exchange = NYSE\", or \"hit in "
+             "condition 3\" in a Stock Selector file. Escape shows all.",
+             170, kWithTable},
 };
 
 struct StripButton {
@@ -62,7 +66,8 @@ class QuoteStrip final : public QWidget {
     QLineEdit* Symbol() const { return boxes_[0]; }
     QLineEdit* HighAlarm() const { return boxes_[1]; }
     QLineEdit* LowAlarm() const { return boxes_[2]; }
-    // Empties all boxes; the next ticker can be typed.
+    QLineEdit* Filter() const { return boxes_[3]; }
+    // Empties the boxes of a ticker; the next one can be typed.
     void ClearBoxes();
     // Shows what belongs to the open table; `enabled` is false while a run stands still over it.
     void ApplyRules(OpenStates state, bool enabled);

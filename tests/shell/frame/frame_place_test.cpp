@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "shell/frame/frame_choices.h"
 #include "shell/user_store.h"
 #include "support/temp_folder.h"
 
@@ -76,27 +77,32 @@ TEST(KeptFrame, ComesBackAsItWasClosed) {
     const Path store = folder / "config" / "Brantlow.ini";
     for (const bool maximised : {true, false}) {
         const FramePlace place{{-40, 12, 1280, 720}, maximised};
-        ASSERT_FALSE(SaveKeptFrame(store, true, place));
+        ASSERT_FALSE(SaveFramePlace(store, place));
+        ASSERT_FALSE(SaveFrameChoice(store, kRemembersWindowSize, true));
         EXPECT_EQ(LoadKeptFrame(store), (KeptFrame{true, place}));
     }
-    ASSERT_FALSE(SaveRemembersFrame(store, false));
+    ASSERT_FALSE(SaveFrameChoice(store, kRemembersWindowSize, false));
     EXPECT_FALSE(LoadKeptFrame(store).remembers);
-    ASSERT_FALSE(SaveKeptFrame(store, false, {{1, 2, 300, 400}}));
-    EXPECT_EQ(LoadKeptFrame(store), (KeptFrame{false, FramePlace{{1, 2, 300, 400}}}));
 }
 
-TEST(KeptFrame, OffKeepsThePlaceAlone) {
+TEST(FrameChoices, AreOnInANewInstallationAndOffInOneFromBefore) {
     const TempFolder folder;
     const Path store = folder / "Brantlow.ini";
-    ASSERT_FALSE(SaveKeptFrame(store, false, {{1, 2, 300, 400}}));
-    EXPECT_EQ(BytesOrEmpty(store),
-              "[Settings]\r\nMainLeft=15\r\nMainTop=30\r\nMainWidth=4500\r\nMainHeight=6000\r\n");
+    for (const FrameChoice& choice : kFrameChoices) EXPECT_TRUE(LoadFrameChoice(store, choice)) << choice.key;
+    ASSERT_FALSE(SaveFramePlace(store, {{1, 2, 300, 400}}));
+    for (const FrameChoice& choice : kFrameChoices) {
+        EXPECT_FALSE(LoadFrameChoice(store, choice)) << choice.key;
+        ASSERT_FALSE(SaveFrameChoice(store, choice, true));
+        EXPECT_TRUE(LoadFrameChoice(store, choice)) << choice.key;
+        ASSERT_FALSE(SaveFrameChoice(store, choice, false));
+        EXPECT_FALSE(LoadFrameChoice(store, choice)) << choice.key;
+    }
 }
 
 TEST(KeptFrame, AStoreThatCannotBeWrittenIsTold) {
     const TempFolder folder;
-    EXPECT_TRUE(SaveKeptFrame(folder.Get(), true, {{1, 2, 300, 400}}));
-    EXPECT_TRUE(SaveRemembersFrame(folder.Get(), true));
+    EXPECT_TRUE(SaveFramePlace(folder.Get(), {{1, 2, 300, 400}}));
+    EXPECT_TRUE(SaveFrameChoice(folder.Get(), kRemembersWindowSize, true));
 }
 
 }  // namespace

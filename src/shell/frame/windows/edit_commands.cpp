@@ -6,6 +6,9 @@
 #include "alerts/alarm_edit.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/settings/choices.h"
+#include "store/table_colours.h"
+#include "store/table_files.h"
 #include "store/windows/frmDeleteQuoteDataBase.h"
 #include "store/windows/frmQuoteGrid.h"
 
@@ -16,6 +19,9 @@ CommandRows EditCommands::Rows() {
         {"CmdAdd", &EditCommands::AddSymbol},
         {"CmdDelete", &EditCommands::DeleteSymbol},
         {"CmdAlarm", &EditCommands::EditAlarm},
+        {"mnuEditCopy", &EditCommands::CopyRows},
+        {"mnuEditSelectAll", &EditCommands::SelectAllRows},
+        {"mnuEditFind", &EditCommands::FindRows},
         {"SortAscending", &EditCommands::SortAscending},
         {"SortDescending", &EditCommands::SortDescending},
     };
@@ -24,7 +30,7 @@ CommandRows EditCommands::Rows() {
 
 void EditCommands::AddSymbol() {
     frmQuoteGrid* const form = frame_.table.form();
-    if (!form) return;
+    if (!form || RefusesAlarms(form->Typed())) return;
     const auto rowAdded = [this, form] {
         form->TableChanged();
         frame_.person.BeginWork();
@@ -36,7 +42,9 @@ void EditCommands::AddSymbol() {
     const bool stays = frame_.runs.End();
     TellAdded(edit);
     if (!stays) return;
+    const std::string ticker = frame_.session.CurrentTicker;
     form->ClearBoxes();
+    form->SelectTicker(ticker);
     TellEdit(edit);
 }
 
@@ -52,24 +60,65 @@ void EditCommands::TellAdded(const AddedTicker& added) {
 void EditCommands::DeleteSymbol() {
     frmQuoteGrid* const form = frame_.table.form();
     if (!form || form->Table().TickerCount() == 1) return;
+    RemovedRow removed;
     const TableEdit edit =
-        DeleteTicker(frame_.session, form->Table(), form->Typed().symbol,
-                     [this](const std::string& ticker) { return AsksToDeleteHistory(ticker); });
+        DeleteTicker(frame_.session, form->Table(), form->Typed().symbol, [&](const std::string& ticker) {
+            removed = KeepRow(form->Table(), RowOfTicker(form->Table(), ticker));
+            return frmDeleteQuoteDataBase(ticker, &frame_.window).Ask();
+        });
     if (edit.outcome == EditOutcome::Refused) return;
+    // One that was saved comes back with its file.
+    removed_ = SavesTable(frame_.session.settings) ? RemovedRow() : removed;
+    removedFrom_ = frame_.session.CurrentFile;
     form->TableChanged();
     form->ClearBoxes();
     TellEdit(edit);
 }
 
-bool EditCommands::AsksToDeleteHistory(const std::string& ticker) {
-    frmDeleteQuoteDataBase question(ticker, &frame_.window);
-    return question.exec() == QDialog::Accepted;
+std::string EditCommands::RowToRestore() const {
+    const frmQuoteGrid* const form = frame_.table.form();
+    const bool isOpen = form && frame_.session.CurrentFile == removedFrom_ && !removed_.cells.empty();
+    return isOpen ? removed_.cells.front().second : std::string();
+}
+
+void EditCommands::RestoreDeletedRow() {
+    frmQuoteGrid* const form = frame_.table.form();
+    const std::string ticker = RowToRestore();
+    if (ticker.empty()) return;
+    if (RestoreRow(form->Table(), removed_)) {
+        ColorQuoteRow(form->Table(), removed_.row, frame_.session.clock.Today());
+        form->TableChanged();
+        form->SelectTicker(ticker);
+        frame_.person.ShowTickerCount(form->Table().TickerCount());
+    }
+    removed_ = RemovedRow();
+}
+
+// Of a table that has alarms, once a ticker is named.
+bool EditCommands::RefusesAlarms(const NewTicker& typed) {
+    if (KindOf(frame_.session.CurrentFile) != FileKind::Ddq || typed.symbol.empty()) return false;
+    const std::string refusal = RefusedAlarms(typed.highAlarm, typed.lowAlarm);
+    if (!refusal.empty()) frame_.person.Say(refusal);
+    return !refusal.empty();
+}
+
+void EditCommands::CopyRows() {
+    if (frmQuoteGrid* const form = frame_.table.form()) form->CopyRows();
+}
+
+void EditCommands::SelectAllRows() {
+    if (frmQuoteGrid* const form = frame_.table.form()) form->SelectAllRows();
+}
+
+void EditCommands::FindRows() {
+    if (frmQuoteGrid* const form = frame_.table.form()) form->FindRows();
 }
 
 void EditCommands::EditAlarm() {
     frmQuoteGrid* const form = frame_.table.form();
     if (!form) return;
     const NewTicker typed = form->Typed();
+    if (RefusesAlarms(typed)) return;
     const TableEdit edit =
         EditAlarms(frame_.session, form->Table(), typed.symbol, {typed.highAlarm, typed.lowAlarm});
     if (edit.outcome == EditOutcome::Changed) {

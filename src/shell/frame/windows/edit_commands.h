@@ -17,18 +17,29 @@ class EditCommands final {
 
     CommandRows Rows();
 
+    // The ticker of the row that was deleted last and is not saved; empty where there is none. Putting it
+    // back.
+    std::string RowToRestore() const;
+    void RestoreDeletedRow();
+
   private:
+    void CopyRows();
+    void SelectAllRows();
+    void FindRows();
+    bool RefusesAlarms(const NewTicker& typed);
     void AddSymbol();
     void DeleteSymbol();
     void EditAlarm();
     void SortAscending();
     void SortDescending();
     void Sort(SortOrder order);
-    bool AsksToDeleteHistory(const std::string& ticker);
     void TellEdit(const TableEdit& edit);
     void TellAdded(const AddedTicker& added);
 
     const FrameHands& frame_;
+    // Of the table of this name.
+    RemovedRow removed_;
+    std::string removedFrom_;
 };
 
 }  // namespace brantlow

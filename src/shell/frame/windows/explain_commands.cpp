@@ -77,7 +77,7 @@ std::optional<ExplainCommands::Verdict> ExplainCommands::VerdictAt(const QModelI
         return std::nullopt;
     }
     const QuoteTable& table = frame_.table.form()->Table();
-    const std::size_t row = static_cast<std::size_t>(cell.row()) + 1;
+    const std::size_t row = frame_.table.form()->RowAt(cell);
     const std::string ticker = table.Ticker(row);
     if (!analysis_) analysis_ = std::make_unique<Analysis>();
     HistorySource source = HistoryOf(frame_.session);

@@ -11,7 +11,9 @@
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
 #include "store/quote_export.h"
+#include "store/table_figures.h"
 #include "store/windows/frmQuoteGrid.h"
+#include "store/windows/table_pages.h"
 
 namespace brantlow {
 
@@ -19,6 +21,7 @@ namespace {
 
 // The companion program that makes the quote file of a whole market.
 constexpr const char* kQuoteFileTool = "BrantlowQuoteFiles";
+constexpr std::string_view kCsvExtension = ".csv";
 
 }  // namespace
 
@@ -36,6 +39,8 @@ CommandRows FileCommands::Rows() {
         {"mnuFileSave", &FileCommands::SaveFile},
         {"mnuFileSaveAs", &FileCommands::SaveFileAs},
         {"mnuFileExportQuotes", &FileCommands::ExportQuoteFile},
+        {"mnuFileExportCsv", &FileCommands::ExportCsv},
+        {"mnuFilePrintTable", &FileCommands::PrintWholeTable},
         {"mnuFileExit", &FileCommands::ExitProgram},
         {"mnuPopUpExportHistQuotes", &FileCommands::ExportHistoricalQuotes},
     };
@@ -62,12 +67,7 @@ TableWindows FileCommands::Windows() {
 
 TableLoad FileCommands::LoadForm() {
     auto* form = new frmQuoteGrid(frame_.session);
-    QObject::connect(form, &frmQuoteGrid::CloseAsked, &frame_.window, [this] {
-        if (frame_.runs.TableMayClose()) CloseTable();
-    });
-    QObject::connect(form, &frmQuoteGrid::CommandPressed, &frame_.window, frame_.run);
-    QObject::connect(form, &frmQuoteGrid::RowChosen, &frame_.window, frame_.rowChosen);
-    QObject::connect(form, &frmQuoteGrid::PopUpAsked, &frame_.window, frame_.showPopUpMenu);
+    ConnectForm(*form);
     form_ = form;
     window_ = frame_.children.Add(*form);
     const QSize area = frame_.children.AreaSize();
@@ -76,6 +76,29 @@ TableLoad FileCommands::LoadForm() {
     const TableLoad load = form->Load();
     frame_.children.SetOperations(*form, Operations());
     return load;
+}
+
+void FileCommands::ConnectForm(frmQuoteGrid& form) {
+    QObject::connect(&form, &frmQuoteGrid::CloseAsked, &frame_.window, [this] {
+        if (frame_.runs.TableMayClose()) CloseTable();
+    });
+    QObject::connect(&form, &frmQuoteGrid::CommandPressed, &frame_.window, frame_.run);
+    QObject::connect(&form, &frmQuoteGrid::RowChosen, &frame_.window, frame_.rowChosen);
+    QObject::connect(&form, &frmQuoteGrid::PopUpAsked, &frame_.window, frame_.showPopUpMenu);
+    QObject::connect(&form, &frmQuoteGrid::RowsLineChanged, &frame_.window, [this] {
+        if (form_ && !frame_.person.InRun()) frame_.showRows(form_->RowsLine());
+    });
+    QObject::connect(&form, &frmQuoteGrid::CellDoubleClicked, &frame_.window,
+                     [this](int column) { CellDoubleClicked(column); });
+    QObject::connect(&form, &frmQuoteGrid::RowEntered, &frame_.window, [this] {
+        if (!frame_.person.InRun()) frame_.run("Graphics");
+    });
+}
+
+void FileCommands::CellDoubleClicked(int column) {
+    if (!form_ || frame_.person.InRun()) return;
+    if (frame_.isChosen("mnuViewDoubleClickChart")) return frame_.run("Graphics");
+    form_->SortByTurns(column);
 }
 
 // The template of new tables and files of other kinds are not printed.
@@ -112,6 +135,7 @@ void FileCommands::CloseForm() {
     frame_.children.Remove(window_);
     window_ = nullptr;
     form_ = nullptr;
+    frame_.showRows({});
     frame_.person.HideTickerCount();
     frame_.showTitle();
     frame_.applyRules();
@@ -184,6 +208,31 @@ void FileCommands::ExportQuoteFile() {
     if (exported.outcome == ExportOutcome::Failed) {
         frame_.person.Say(Sentence(exported.error));
     }
+}
+
+// The rows that are shown, with the columns that are shown.
+void FileCommands::ExportCsv() {
+    if (!form_) return;
+    const Session& session = frame_.session;
+    const std::string name = Path(session.CurrentFile).stem().string() + std::string(kCsvExtension);
+    Path file =
+        frame_.askFile({"Export as CSV", session.DataFolder(), name, "CSV Files (*.csv)|*.csv", true});
+    if (file.empty()) return;
+    if (!file.has_extension()) file += kCsvExtension;
+    const std::vector<std::size_t> rows = form_->ShownRows();
+    const std::error_code error = WriteWholeFile(
+        file, RowsText(form_->Table(), rows, ShownColumns(form_->Table()), CellsBetween::Commas));
+    if (error) return frame_.person.Say(file.string() + ": cannot be saved (" + error.message() + ")");
+    frame_.notice(std::to_string(rows.size()) + (rows.size() == 1 ? " row" : " rows") + " exported to " +
+                  file.string());
+}
+
+void FileCommands::PrintWholeTable() {
+    if (!form_) return;
+    const Date today = frame_.session.clock.Today();
+    const TableOnPaper paper{form_->Table(), form_->ShownRows(), ShownColumns(form_->Table()),
+                             Shown(frame_.session.CurrentFile), Shown(FormatDate(today))};
+    frame_.printPages(paper.title, [&](QPagedPaintDevice& device) { return PaintTablePages(device, paper); });
 }
 
 void FileCommands::ExportHistoricalQuotes() {

@@ -41,6 +41,8 @@ class FileCommands final {
     void SaveFile();
     void SaveFileAs();
     void ExportQuoteFile();
+    void ExportCsv();
+    void PrintWholeTable();
     void ExportHistoricalQuotes();
     void ExitProgram();
 
@@ -51,6 +53,8 @@ class FileCommands final {
     void NameChanged();
     void CloseTable();
     ChildOperations Operations();
+    void ConnectForm(frmQuoteGrid& form);
+    void CellDoubleClicked(int column);
 
     const FrameHands& frame_;
     const Display& display_;

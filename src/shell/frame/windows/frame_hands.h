@@ -18,7 +18,9 @@
 #include "store/table_road.h"
 
 class QMainWindow;
+class QPagedPaintDevice;
 class QPoint;
+class QString;
 class QWidget;
 
 namespace brantlow {
@@ -102,6 +104,18 @@ struct FrameHands {
     std::function<void()> showTitle = {};
     // Opens a file of the data folder without a dialog, by the road of the recent files.
     std::function<void(const std::string& name)> openNamed = {};
+    // Whether an entry of the menu that is a choice is on.
+    std::function<bool(std::string_view command)> isChosen = {};
+    // Shows how many rows the open table has, and what a column adds up to, in the status bar.
+    std::function<void(const std::string& line)> showRows = {};
+    // The row that was taken out of the open table last and not saved: its ticker, empty where there is none,
+    // and the putting back.
+    std::function<std::string()> rowToRestore = {};
+    std::function<void()> restoreRow = {};
+    // Prints pages that `paint` draws, which tells how many there were: on the printer, or into a file that
+    // is asked for where there is none.
+    std::function<void(const QString& title, const std::function<int(QPagedPaintDevice&)>& paint)>
+        printPages = {};
     // Runs the entry of this name.
     std::function<void(std::string_view)> run = {};
     // What the File menu does with a chart: it is printed and kept as the picture of its `client` area, under

@@ -28,6 +28,11 @@ FrameSubjects::FrameSubjects(const Start& start)
     hands.pictureOperations = [this](QWidget& chartForm, QWidget& client) {
         return print.PictureOperations(chartForm, client);
     };
+    hands.printPages = [this](const QString& title, const std::function<int(QPagedPaintDevice&)>& paint) {
+        print.PrintPages(title, paint);
+    };
+    hands.rowToRestore = [this] { return edit.RowToRestore(); };
+    hands.restoreRow = [this] { edit.RestoreDeletedRow(); };
     hands.rowChosen = [this] { chart.FollowRow(); };
     hands.forgetRows = [this] { updates.ForgetRows(); };
     hands.openChart = [this](const ChartWish& wish) { chart.Show(wish); };

@@ -18,7 +18,9 @@
 #include "base/windows/colours.h"
 #include "base/windows/date_boxes.h"
 #include "base/windows/display_text.h"
+#include "base/windows/elided_label.h"
 #include "chart/windows/frmGraph.h"
+#include "shell/frame/frame_choices.h"
 #include "shell/frame/frame_place.h"
 #include "shell/frame/windows/command_bar.h"
 #include "shell/frame/windows/frame_area.h"
@@ -141,7 +143,9 @@ void frmMain::LendHands() {
                      [this] { tbToolBar->setVisible(commands_->Entry("mnuViewToolbar")->isChecked()); }},
                     {"mnuViewStatusBar",
                      [this] { statusBar()->setVisible(commands_->Entry("mnuViewStatusBar")->isChecked()); }},
-                    {"mnuViewRememberWindowSize", [this] { RememberWindowSize(); }}});
+                    {kRemembersWindowSize.command, [this] { KeepChoice(kRemembersWindowSize); }},
+                    {kDoubleClickCharts.command, [this] { KeepChoice(kDoubleClickCharts); }}});
+    hands.isChosen = [this](std::string_view command) { return commands_->Entry(command)->isChecked(); };
 }
 
 frmQuoteGrid* frmMain::QuoteForm() const {
@@ -186,6 +190,11 @@ void frmMain::BuildStatusBar() {
                            QStringLiteral("What the program is doing"), kWordPanelWidth);
     tickerCount_ = AddPanel(*statusBar(), QStringLiteral("Panel3"),
                             QStringLiteral("Tickers in the open file"), kCountPanelWidth);
+    auto* rows = new ElidedLabel;
+    rows->setObjectName(QStringLiteral("Panel4"));
+    rows->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    statusBar()->insertPermanentWidget(0, rows, 2);
+    subjects_->hands.showRows = [rows](const std::string& line) { rows->ShowLine(Shown(line)); };
     for (QWidget* part : statusBar()->findChildren<QWidget*>()) KeepColoursWhenDisabled(*part);
 }
 
@@ -225,7 +234,8 @@ void frmMain::PlaceFrame() {
     display_.ScreenWidth = onScreen->size().width();
     display_.ScreenHeight = onScreen->size().height();
     const KeptFrame kept = LoadKeptFrame(userStore_);
-    commands_->Entry("mnuViewRememberWindowSize")->setChecked(kept.remembers);
+    for (const FrameChoice& choice : kFrameChoices)
+        commands_->Entry(choice.command)->setChecked(LoadFrameChoice(userStore_, choice));
     const bool maximised = kept.remembers ? PlaceAsKept(kept) : PlaceInOwnSize(onScreen->availableGeometry());
     if (maximised) {
         showMaximized();
@@ -345,19 +355,22 @@ void frmMain::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-void frmMain::RememberWindowSize() {
-    const bool remembers = commands_->Entry("mnuViewRememberWindowSize")->isChecked();
-    TellUnkeptPlace(SaveRemembersFrame(userStore_, remembers));
+void frmMain::KeepChoice(const FrameChoice& choice) {
+    TellUnkeptPlace(SaveFrameChoice(userStore_, choice, commands_->Entry(choice.command)->isChecked()));
 }
 
 // A maximised frame that remembers keeps the size that it goes back to.
 void frmMain::StoreGeometry() {
     if (isMinimized()) return;
-    const bool remembers = commands_->Entry("mnuViewRememberWindowSize")->isChecked();
     QRect frame = geometry();
+    const bool remembers = commands_->Entry(kRemembersWindowSize.command)->isChecked();
     if (remembers && isMaximized() && normalGeometry().isValid()) frame = normalGeometry();
-    TellUnkeptPlace(SaveKeptFrame(userStore_, remembers,
-                                  {{frame.x(), frame.y(), frame.width(), frame.height()}, isMaximized()}));
+    // The choices stand beside the place: a store with a place alone is one from before they existed.
+    for (const FrameChoice& choice : kFrameChoices) {
+        if (SaveFrameChoice(userStore_, choice, commands_->Entry(choice.command)->isChecked())) break;
+    }
+    TellUnkeptPlace(
+        SaveFramePlace(userStore_, {{frame.x(), frame.y(), frame.width(), frame.height()}, isMaximized()}));
 }
 
 void frmMain::TellUnkeptPlace(const std::error_code& error) {

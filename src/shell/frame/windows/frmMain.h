@@ -37,6 +37,7 @@ class frmGraph;
 class frmQuoteGrid;
 struct FrameSubjects;
 struct FileQuestion;
+struct FrameChoice;
 struct KeptFrame;
 
 class frmMain final : public QMainWindow {
@@ -80,7 +81,7 @@ class frmMain final : public QMainWindow {
     // Either tells whether the frame is to be maximised.
     bool PlaceAsKept(const KeptFrame& kept);
     bool PlaceInOwnSize(const QRect& available);
-    void RememberWindowSize();
+    void KeepChoice(const FrameChoice& choice);
     void TellUnkeptPlace(const std::error_code& error);
     void CloseChildren();
     Path AskFile(const FileQuestion& question);

@@ -71,6 +71,21 @@ void PrintCommands::PrintToFile(const QImage& picture, const QString& caption) {
                             : "There is no printer. The page was written to " + file.string());
 }
 
+void PrintCommands::PrintPages(const QString& title, const PagePrinter::PaintPages& paint) {
+    if (pages_.HasPrinter()) {
+        const std::string printer = pages_.PrinterName().toStdString();
+        const int count = pages_.PrintPages(paint, title);
+        if (count == 0) return frame_.person.Say("The printer " + printer + " takes no page.");
+        return frame_.notice(
+            fmt::format("Printed {} {} on {}", count, count == 1 ? "page" : "pages", printer));
+    }
+    const Path file = AskImageFile("Print Whole Table", title, kPdfExtension);
+    if (file.empty()) return;
+    const std::error_code error = pages_.WritePdfPages(file, paint, title);
+    frame_.person.Say(error ? file.string() + ": cannot be saved (" + error.message() + ")"
+                            : "There is no printer. The pages were written to " + file.string());
+}
+
 void PrintCommands::SavePicture(QWidget& client, const QString& caption) {
     WritePicture(CaptureClient(client),
                  ImageFile(frame_.session.AppPath, caption.toStdString(), kBitmapExtension));

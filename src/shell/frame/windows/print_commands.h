@@ -23,6 +23,9 @@ class PrintCommands final {
     // Those of a chart: it is printed and kept as the picture of its `client` area, under its caption.
     ChildOperations PictureOperations(QWidget& chart, QWidget& client);
 
+    // Pages that `paint` draws, called `title`.
+    void PrintPages(const QString& title, const PagePrinter::PaintPages& paint);
+
   private:
     void Print();
     void PrintPreview();

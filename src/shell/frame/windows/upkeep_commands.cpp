@@ -118,6 +118,7 @@ void UpkeepCommands::CombineFiles() {
 }
 
 std::string UpkeepCommands::UndoWords() const {
+    if (const std::string ticker = frame_.rowToRestore(); !ticker.empty()) return "Undo Delete " + ticker;
     const std::vector<KeptChange> changes = KeptChanges(ChangePlaceOf(frame_.session));
     if (changes.empty()) return "Undo";
     const std::string& what = changes.front().what;
@@ -125,6 +126,10 @@ std::string UpkeepCommands::UndoWords() const {
 }
 
 void UpkeepCommands::Undo() {
+    if (const std::string ticker = frame_.rowToRestore(); !ticker.empty()) {
+        frame_.restoreRow();
+        return frame_.notice("Undone: Delete " + ticker);
+    }
     const UndoResult result = UndoChange(ChangePlaceOf(frame_.session), {});
     if (result.change.number == 0) return frame_.notice(std::string(kNothingToUndo));
     if (result.fault) {

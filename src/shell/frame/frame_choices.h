@@ -1,0 +1,27 @@
+// The choices of the View menu that last: each an entry of the menu and a key of the per-user store. All are
+// on in a new installation; one that was made before a choice existed goes on as it was, with the choice off.
+#pragma once
+
+#include <array>
+#include <string_view>
+#include <system_error>
+
+#include "base/files.h"
+
+namespace brantlow {
+
+struct FrameChoice {
+    std::string_view command;
+    std::string_view key;  // in the section "Settings": "True" or "False"
+};
+
+inline constexpr FrameChoice kRemembersWindowSize{"mnuViewRememberWindowSize", "RememberWindowSize"};
+// Off, a double click on a cell sorts by its column, as one on a header does always.
+inline constexpr FrameChoice kDoubleClickCharts{"mnuViewDoubleClickChart", "DoubleClickOpensChart"};
+
+inline constexpr std::array kFrameChoices = {kRemembersWindowSize, kDoubleClickCharts};
+
+bool LoadFrameChoice(const Path& storeFile, const FrameChoice& choice);
+std::error_code SaveFrameChoice(const Path& storeFile, const FrameChoice& choice, bool on);
+
+}  // namespace brantlow
