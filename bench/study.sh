@@ -39,8 +39,9 @@ printf '  (a) select  %7.2f s (%.2f s of processor), %d MB; a pass a day would t
   "$select_clock" "$select_cpu" "$select_peak" "$(awk -v cpu="$select_cpu" -v days="$days" 'BEGIN { print cpu * days / 17999 }')"
 printf '  (b) study   %7.2f s (%.2f s of processor), %d MB (goal: below %d s, below %d MB)\n' \
   "$clock" "$cpu" "$peak" "$most_seconds" "$most_megabytes"
-if python3 -c 'import pandas' 2> /dev/null; then
-  read -r pandas_clock pandas_cpu pandas_peak <<< "$(timed python3 "$(dirname "${BASH_SOURCE[0]}")/study_pandas.py" "$folder/Quotes/EOD")"
+python=$(for p in python3 /usr/bin/python3; do "$p" -c "import pandas" 2> /dev/null && echo "$p" && break; done || true)
+if [[ -n $python ]]; then
+  read -r pandas_clock pandas_cpu pandas_peak <<< "$(timed "$python" "$(dirname "${BASH_SOURCE[0]}")/study_pandas.py" "$folder/Quotes/EOD")"
   printf '  (c) pandas  %7.2f s (%.2f s of processor), %d MB, three conditions of two averages each\n' \
     "$pandas_clock" "$pandas_cpu" "$pandas_peak"
 else

@@ -37,7 +37,8 @@ def main():
         last_year = close.index >= close.index[-1] - pandas.Timedelta(days=364)
         entry = close.shift(-1)
         for number, holds in enumerate(conditions_of(close)):
-            signal = holds & ~holds.shift(1, fill_value=False) & last_year
+            judged = holds & last_year
+            signal = judged & ~judged.shift(1, fill_value=False)
             for horizon in HORIZONS:
                 result = close.shift(-1 - horizon) * (1 - COST) / (entry * (1 + COST)) - 1
                 returns[number, horizon].append(result[signal].dropna())

@@ -43,6 +43,11 @@ TEST_F(EditCommands, DeleteTakesTheHistoryWhenAsked) {
     EXPECT_EQ(Read("Quotes/EOD/BBB.26"), "history");
 }
 
+TEST_F(EditCommands, TheHistoryOfATickerThatTheTableLacksStays) {
+    Write("Quotes/EOD/XYZ.26", "history");
+    ExpectRefused({"delete", "Mine.ddq", "XYZ", "--history"}, ExitStatus::Done, "");
+}
+
 TEST_F(EditCommands, TheLastTickerStaysWithoutAWord) {
     const CallResult result = Call({"delete", "Mine.ddq", "AAA", "BBB", "--history"});
     EXPECT_EQ(result.status, ExitStatus::Done);

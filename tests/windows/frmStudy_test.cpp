@@ -9,6 +9,9 @@
 #include <QToolTip>
 #include <QTreeWidget>
 
+#include "base/numbers.h"
+#include "chart/back_test.h"
+#include "chart/chart_actions.h"
 #include "chart/windows/frmGraph.h"
 #include "selector/windows/explain_pane.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -183,6 +186,55 @@ class FrmStudyTest : public QObject {
         QVERIFY(before.contains(QStringLiteral(" trades have ended, ")));
         Part<QSpinBox>(form, "Hold")->setValue(3);
         QVERIFY(words->text() != before);
+    }
+
+    void theChartsPairIsReplayedOverTheTable() {
+        StudyProgram program;
+        // Both sides with the same test but for its direction: they take turns.
+        program.Write("VTRGRAPHset.ini",
+                      "\"Default\"\r\n\"Price\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
+                      "\"Condition 1\"\r\n\"Condition 2\"\r\n");
+        frmStudy* const form = program.Open();
+        Part<QPushButton>(form, "Replay")->click();
+        // The same by the engine, ticker by ticker.
+        double profit = 0;
+        int trades = 0;
+        for (const char* ticker : {"T1", "T2", "T3"}) {
+            ChartSession chart;
+            chart.SelectorTicker = ticker;
+            const auto analysis = std::make_unique<Analysis>();
+            ChartContext context{program.session, *analysis, chart};
+            QVERIFY(!ReloadChart(context, Signals::Compute));
+            const BackTest test = RunBackTest(analysis->series, chart);
+            profit += test.Profit;
+            trades += static_cast<int>(test.trades.size());
+        }
+        QVERIFY(trades > 6);
+        const QString words = Part<QLabel>(form, "ReplayWords")->text();
+        QVERIFY2(
+            words.startsWith(QStringLiteral("Buy Condition 1, Sell Condition 2: 3 of 3 tickers traded, ")),
+            qPrintable(words));
+        QVERIFY2(words.endsWith(QStringLiteral("Profit %1.").arg(Name(FormatPicture(kMoneyPicture, profit)))),
+                 qPrintable(words));
+        auto* view = Part<QTableView>(form, "Trades");
+        QCOMPARE(view->model()->rowCount(), trades);
+        view->sortByColumn(1, Qt::DescendingOrder);
+        QCOMPARE(view->model()->index(0, 1).data().toString(), QStringLiteral("T3"));
+        QCOMPARE(view->model()->index(0, 2).data().toString(), QStringLiteral("Buy"));
+        // A trade opens the chart on its day.
+        const QString day = view->model()->index(0, 0).data().toString();
+        Q_EMIT view->activated(view->model()->index(0, 0));
+        QVERIFY(program.frame->findChild<frmGraph*>());
+        const auto& series = program.analysis->series;
+        QCOMPARE(Name(FormatIsoDate(*ParseDate(series.QuoteDate[series.BarCount]))), day);
+    }
+
+    void aReplayWithoutBothConditionsIsRefused() {
+        StudyProgram program;
+        frmStudy* const form = program.Open();
+        Part<QPushButton>(form, "Replay")->click();
+        QCOMPARE(Part<QLabel>(form, "ReplayWords")->text(), Name(*RefuseBackTest(program.session.settings)));
+        QCOMPARE(Part<QTableView>(form, "Trades")->model()->rowCount(), 0);
     }
 
     void whatCannotBeReadIsTold() {

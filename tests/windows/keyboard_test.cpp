@@ -300,11 +300,11 @@ class KeyboardTest : public QObject {
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
     }
 
-    // With the table in front and with the chart.
+    // With the table in front, with the chart and with the study.
     void theFrameItsMenusAndItsChildrenKeepToTheSame() {
         SceneProgram program;
         QStringList wrong;
-        for (const char* front : {"mnuFileSave", "mnuGraphicsHLC"}) {
+        for (const char* front : {"mnuFileSave", "mnuGraphicsHLC", "mnuEvaluateStudy"}) {
             program.Choose(front);
             QCoreApplication::processEvents();
             wrong << ClashesOf(*program.frame);

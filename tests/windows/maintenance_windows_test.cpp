@@ -10,6 +10,7 @@
 #include "shell/session_change.h"
 #include "store/windows/frmDeleteFile.h"
 #include "store/windows/frmQuoteGrid.h"
+#include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"
 
 using namespace brantlow;
@@ -256,6 +257,39 @@ class MaintenanceWindowsTest : public QObject {
                                                    "with these extensions"));
         QTest::mouseClick(dialog->findChild<QAbstractButton*>(QStringLiteral("Command2")), Qt::LeftButton);
         QVERIFY(!dialog->isVisible());
+    }
+
+    void deleteFileTakesWhatATableOfVerdictsTellsOfItselfWithIt() {
+        KeptProgram program;
+        program.Write("AAA.dbe", "Ticker Symbol\r\nT1\r\n");
+        program.Write("AAA.dbe.about", "Day: 2026-03-06\r\n");
+        frmDeleteFile dialog(program.person, ChangePlaceOf(program.session), program.session.DataFolder(),
+                             program.frame.get());
+        auto* files = dialog.findChild<QListWidget*>(QStringLiteral("File1"));
+        files->setCurrentItem(files->findItems(QStringLiteral("AAA.dbe"), Qt::MatchExactly).constFirst());
+        auto hand = DialogHand([](QDialog& box) { PressButton(box, QMessageBox::Yes); });
+        dialog.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        QCOMPARE(hand.seen, 1);
+        QVERIFY(!IsRegularFile(program.session.DataFile("AAA.dbe")));
+        QVERIFY(!IsRegularFile(program.session.DataFile("AAA.dbe.about")));
+        program.frame->Run("mnuEditUndo");
+        QCOMPARE(program.Read("AAA.dbe.about"), std::string("Day: 2026-03-06\r\n"));
+    }
+
+    void theUndoKeyTakesTheNewestChangeBackAndTheNextOneBringsItAgain() {
+        KeptProgram program;
+        const Path file = program.session.DataFile("Feb.ddq");
+        FileChange change(ChangePlaceOf(program.session), "Delete Feb.ddq");
+        QVERIFY(!change.Delete(file) && !change.Commit());
+        QVERIFY(!IsRegularFile(file));
+        program.frame->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(program.frame.get()));
+        auto* view = program.frame->QuoteForm()->View();
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(program.Read("Feb.ddq"), Program::QuoteTableText(40));
+        QTest::keyClick(view, Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(!IsRegularFile(file));
     }
 
     void deleteFileWalksThroughTheFolders() {

@@ -81,9 +81,9 @@ frmStudy::frmStudy(Session& session, std::string file, std::vector<std::string> 
       horizons_(Named(new QLineEdit(QStringLiteral("1,5,20,60")), "Horizons",
                       "How many bars a share is held, with commas between")),
       cost_(Named(new QDoubleSpinBox, "Cost", "Percent of each purchase and each sale")),
-      everyDay_(Named(new QCheckBox(QStringLiteral("E&very day")), "EveryDay",
+      everyDay_(Named(new QCheckBox(QStringLiteral("Every &day")), "EveryDay",
                       "Each day on which a condition holds is a signal, not only the first of a row")),
-      run_(Named(new QPushButton(QStringLiteral("&Run")), "Run", "Judge every day of the span")),
+      run_(Named(new QPushButton(QStringLiteral("Ru&n")), "Run", "Judge every day of the span")),
       state_(Named(new QLabel, "State", "What the study is made of")),
       tabs_(Named(new QTabWidget, "Tabs", "Parts of the study")),
       detail_(Named(new QComboBox, "Detail", "The time after which the shares are told")),
@@ -106,10 +106,10 @@ frmStudy::frmStudy(Session& session, std::string file, std::vector<std::string> 
     setWindowTitle(QStringLiteral("Study of the Conditions - %1").arg(brantlow::Shown(file_)));
     auto* layout = new QVBoxLayout(this);
     BuildBoxes(*layout);
-    tabs_->addTab(BuildConditions(), QStringLiteral("&Conditions"));
-    tabs_->addTab(BuildSignals(), QStringLiteral("&Signals"));
-    tabs_->addTab(BuildPortfolio(), QStringLiteral("Port&folio"));
-    tabs_->addTab(replay_, QStringLiteral("Buy &and Sell"));
+    tabs_->addTab(BuildConditions(), QStringLiteral("Conditions"));
+    tabs_->addTab(BuildSignals(), QStringLiteral("Signals"));
+    tabs_->addTab(BuildPortfolio(), QStringLiteral("Portfolio"));
+    tabs_->addTab(replay_, QStringLiteral("&Buy and Sell"));
     connect(replay_, &ReplayPage::RunAsked, this, &frmStudy::ReplayAsked);
     connect(replay_, &ReplayPage::ChartAsked, this, &frmStudy::ChartAsked);
     layout->addWidget(tabs_, 1);
@@ -128,11 +128,11 @@ void frmStudy::BuildBoxes(QVBoxLayout& layout) {
     cost_->setValue(terms_.cost);
     cost_->setSuffix(QStringLiteral(" %"));
     auto* row = new QHBoxLayout;
-    AddBox(*row, "&From", from_);
-    AddBox(*row, "&To", to_);
+    AddBox(*row, "Fro&m", from_);
+    AddBox(*row, "To", to_);
     AddBox(*row, "&Interval", interval_);
-    AddBox(*row, "&Held for", horizons_);
-    AddBox(*row, "C&ost", cost_);
+    AddBox(*row, "Held fo&r", horizons_);
+    AddBox(*row, "&Cost", cost_);
     row->addWidget(everyDay_);
     row->addWidget(run_);
     layout.addLayout(row);
@@ -163,9 +163,9 @@ QWidget* frmStudy::BuildConditions() {
     detail_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     AddBox(*row, "Tell what followed", detail_);
     row->addStretch();
-    AddButton(*row, "SaveReport", "Save Re&port",
+    AddButton(*row, "SaveReport", "Save Report",
               "Save the report with its pictures in the Data folder (Ctrl+S)", &frmStudy::SaveReport);
-    AddButton(*row, "PrintReport", "Pri&nt", "Print the report with its pictures (Ctrl+P)",
+    AddButton(*row, "PrintReport", "Print", "Print the report with its pictures (Ctrl+P)",
               &frmStudy::AskPrint);
     layout->addLayout(row);
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -190,9 +190,9 @@ QWidget* frmStudy::BuildSignals() {
     AddBox(*row, "Ticker", ticker_);
     AddBox(*row, "Condition", condition_);
     row->addStretch();
-    AddButton(*row, "Chart", "C&hart", "Open the chart as it stood on the day of the signal (Enter)",
+    AddButton(*row, "Chart", "Chart", "Open the chart as it stood on the day of the signal (Enter)",
               &frmStudy::AskSelectedChart);
-    AddButton(*row, "SaveSignals", "Sa&ve As CSV", "Save the list of all signals", &frmStudy::SaveSignals);
+    AddButton(*row, "SaveSignals", "Save As CSV", "Save the list of all signals", &frmStudy::SaveSignals);
     layout->addLayout(row);
     signals_->setModel(model_);
     signals_->setSelectionBehavior(QAbstractItemView::SelectRows);

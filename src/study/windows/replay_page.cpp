@@ -118,7 +118,7 @@ void TradeModel::sort(int column, Qt::SortOrder order) {
 ReplayPage::ReplayPage(Session& session, const std::vector<std::string>& tickers)
     : session_(session),
       tickers_(tickers),
-      run_(new QPushButton(QStringLiteral("Re&play"))),
+      run_(new QPushButton(QStringLiteral("Replay"))),
       words_(new QLabel(QStringLiteral(
           "Replay trades the chart's Buy and Sell conditions on every ticker of the table, as the chart's "
           "own test does for one: a lot of shares each, over the bars of its chart."))),
