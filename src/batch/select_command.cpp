@@ -54,7 +54,7 @@ ExitStatus SelectFrom(BatchCall& call, const std::string& name, Interval interva
     session.person.ShowTickerCount(evaluations.TickerCount());
     Analysis analysis;
     SelectorOutcome outcome;
-    RunSelector(session, analysis, interval, evaluations, outcome);
+    RunSelector(session, analysis, interval, evaluations, outcome, std::nullopt, Leftovers::Unused);
     evaluations.SetOrigin(OriginOfRun(session, interval, name));
 
     const std::size_t rows = evaluations.TickerCount();

@@ -4,6 +4,7 @@
 #include <limits>
 #include <optional>
 
+#include "base/file_end.h"
 #include "base/files.h"
 #include "indicators/record_days.h"
 #include "indicators/series_folding.h"
@@ -22,6 +23,24 @@ const Folding* FoldingOf(Interval interval) {
     return nullptr;
 }
 
+// Bytes of a row with long numbers in all fields.
+constexpr std::size_t kMostUsualRow = 256;
+// A year's file of this size holds no more rows than the series has room for, unless it is full of lines
+// without a record.
+constexpr std::uintmax_t kMostUsualYear = std::uintmax_t{128} << 10U;
+
+// Whether a file that nobody reads is one whose rows end below the window.
+bool IsLeftOutSafely(const Path& path) {
+    const std::uintmax_t bytes = BytesOfFile(path);
+    return bytes > 0 && bytes <= kMostUsualYear;
+}
+
+// The place behind the first line feed of text[from, to).
+std::size_t BehindFirstLine(const std::string& text, std::size_t from, std::size_t to) {
+    const std::size_t feed = std::string_view(text.data(), to).find('\n', from);
+    return feed == std::string_view::npos ? to : feed + 1;
+}
+
 // Folds the bars of `group`, the first of which is bars[0].
 void FoldBars(const FoldGroup& group, const HistoryBar* bars, HistoryBar& folded) {
     folded = bars[group.last - group.first];
@@ -35,12 +54,7 @@ void FoldBars(const FoldGroup& group, const HistoryBar* bars, HistoryBar& folded
 
 Failure HistoryText::Load(const std::string& quoteFolder, std::string_view ticker,
                           std::span<const std::string> years, const std::optional<Date>& lastDay) {
-    used_ = 0;
-    rows_.clear();
-    firstIndex_ = 1;
-    newestOpenEmptied_ = false;
-    regular_ = true;
-    barCount_ = 0;
+    Forget();
     for (const std::string& year : years) {
         const std::size_t from = used_;
         const std::optional<Path> path = YearFilePath(quoteFolder, ticker, year);
@@ -57,6 +71,62 @@ Failure HistoryText::Load(const std::string& quoteFolder, std::string_view ticke
     barCount_ = rows_.empty() ? 0 : firstIndex_ + rows_.size() - 1;
     regular_ = regular_ && barCount_ < kMostRows;
     return {};
+}
+
+void HistoryText::Forget() {
+    used_ = 0;
+    rows_.clear();
+    firstIndex_ = 1;
+    newestOpenEmptied_ = false;
+    regular_ = true;
+    partial_ = false;
+    barCount_ = 0;
+}
+
+Failure HistoryText::LoadNewest(const std::string& quoteFolder, std::string_view ticker,
+                                std::span<const std::string> years, std::size_t bars) {
+    if (TryNewest(quoteFolder, ticker, years, bars)) return {};
+    return Load(quoteFolder, ticker, years, std::nullopt);
+}
+
+// From the newest year back until there are enough rows. A year is read from its end.
+bool HistoryText::TryNewest(const std::string& quoteFolder, std::string_view ticker,
+                            std::span<const std::string> years, std::size_t bars) {
+    Forget();
+    std::vector<Path> paths;
+    for (const std::string& year : years) {
+        auto path = YearFilePath(quoteFolder, ticker, year);
+        if (!path) return false;
+        paths.push_back(std::move(*path));
+    }
+    // Without the oldest file the first row of all would be element 0.
+    if (!IsLeftOutSafely(paths.front())) return false;
+    std::vector<LineSpan> parts;  // of the buffer, newest year first
+    std::size_t rows = 0;
+    for (std::size_t left = paths.size(); rows <= bars; --left) {
+        if (left == 1) return false;
+        const std::size_t from = used_;
+        bool isWhole = true;
+        const std::size_t most = (bars + 2 - rows) * kMostUsualRow;
+        if (ReadEndIntoBuffer(paths[left - 1], most, buffer_, used_, isWhole) == ReadOutcome::Failed)
+            return false;
+        const std::size_t start = isWhole ? from : BehindFirstLine(buffer_, from, used_);
+        rows_.clear();
+        ScanLines(buffer_.data(), start, used_, rows_);
+        const std::size_t overwritten = rows > 0 && !rows_.empty() ? 1 : 0;
+        rows += rows_.size() - overwritten;
+        parts.push_back({static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(used_)});
+        if (rows <= bars && !isWhole) return false;
+    }
+    for (std::size_t i = 0; i + parts.size() < paths.size(); ++i) {
+        if (!IsLeftOutSafely(paths[i])) return false;
+    }
+    rows_.clear();
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) AddYear(part->start, part->end);
+    newestOpenEmptied_ = parts.front().start == parts.front().end;
+    barCount_ = rows_.size();
+    partial_ = regular_;
+    return regular_;
 }
 
 // The first row of a year overwrites the last row kept so far.

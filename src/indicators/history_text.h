@@ -30,6 +30,13 @@ class HistoryText {
     Failure Load(const std::string& quoteFolder, std::string_view ticker, std::span<const std::string> years,
                  const std::optional<Date>& lastDay);
 
+    // The same without reading more than the newest `bars` daily bars ask for, where the files let that be:
+    // IsPartial tells whether older rows were left out, and bars are then counted from the oldest one held.
+    // Every row held has all its fields then, and element 0 is not the ticker's.
+    Failure LoadNewest(const std::string& quoteFolder, std::string_view ticker,
+                       std::span<const std::string> years, std::size_t bars);
+    bool IsPartial() const { return partial_; }
+
     // Every row has all its fields and there is room behind the last one: the load does not depend on what
     // the working series held before. The members below are of use only then.
     bool IsRegular() const { return regular_; }
@@ -51,6 +58,9 @@ class HistoryText {
     void TrimMemory();
 
   private:
+    void Forget();
+    bool TryNewest(const std::string& quoteFolder, std::string_view ticker,
+                   std::span<const std::string> years, std::size_t bars);
     void AddYear(std::size_t from, std::size_t to);
     std::string_view Row(std::size_t index) const;
     void DailyBar(std::size_t index, HistoryBar& bar) const;
@@ -62,6 +72,7 @@ class HistoryText {
     std::size_t barCount_ = 0;
     bool newestOpenEmptied_ = false;
     bool regular_ = true;
+    bool partial_ = false;
 };
 
 }  // namespace brantlow

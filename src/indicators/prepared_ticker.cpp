@@ -11,6 +11,16 @@ namespace brantlow {
 void PreparedTicker::Prepare(const std::string& quoteFolder, std::span<const std::string> years,
                              Interval interval, std::string_view ticker, const std::optional<Date>& lastDay) {
     unreadable_ = history_->Load(quoteFolder, ticker, years, lastDay);
+    MakeWindow(interval);
+}
+
+void PreparedTicker::PrepareNewest(const std::string& quoteFolder, std::span<const std::string> years,
+                                   std::string_view ticker) {
+    unreadable_ = history_->LoadNewest(quoteFolder, ticker, years, kDefaultWindow);
+    MakeWindow(Interval::Daily);
+}
+
+void PreparedTicker::MakeWindow(Interval interval) {
     if (unreadable_ || !IsRegular()) return;
     const std::size_t bars = history_->BarCount(interval);
     barCount_ = std::min(bars, kDefaultWindow);

@@ -20,6 +20,9 @@ class PreparedTicker {
     // With a `lastDay` its records end there.
     void Prepare(const std::string& quoteFolder, std::span<const std::string> years, Interval interval,
                  std::string_view ticker, const std::optional<Date>& lastDay = std::nullopt);
+    // The same of the daily bars, from no more of the files than the window needs, where they let that be.
+    void PrepareNewest(const std::string& quoteFolder, std::span<const std::string> years,
+                       std::string_view ticker);
 
     // Why the ticker's files could not be read: there is nothing of it then.
     const Failure& Unreadable() const { return unreadable_; }
@@ -38,6 +41,7 @@ class PreparedTicker {
     std::unique_ptr<HistoryText> ExchangeHistory(std::unique_ptr<HistoryText> other);
 
   private:
+    void MakeWindow(Interval interval);
     void TakeBar(Interval interval, std::size_t from, std::size_t to);
     void ComputeIndicatorsAhead();
     double* Numbers(std::size_t slot) { return numbers_.data() + slot * stride_; }

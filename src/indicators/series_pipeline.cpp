@@ -31,7 +31,8 @@ bool HoldsAnything(const NumberSeries& series) {
 }  // namespace
 
 SeriesPipeline::SeriesPipeline(const HistorySource& source, Interval interval,
-                               std::vector<std::string> tickers, Analysis& analysis, std::size_t helpers)
+                               std::vector<std::string> tickers, Analysis& analysis, std::size_t helpers,
+                               Leftovers leftovers)
     : quoteFolder_(source.QuoteFolder),
       clock_(source.clock.Today()),
       lastDay_(source.lastDay),
@@ -42,6 +43,9 @@ SeriesPipeline::SeriesPipeline(const HistorySource& source, Interval interval,
       tails_(interval),
       foldsAskAndBid_(interval != Interval::Daily &&
                       (HoldsAnything(analysis.series.AskPrice) || HoldsAnything(analysis.series.BidPrice))) {
+    const bool readsNewest = leftovers == Leftovers::Unused && interval == Interval::Daily && !lastDay_ &&
+                             !HoldsAnything(analysis.series.ClosePrice);
+    if (readsNewest) replay_.emplace(HistorySource{quoteFolder_, clock_}, tickers_, years_);
     const std::size_t count = HelpersFor(helpers, tickers_.size());
     ring_ = std::vector<Place>((count + 1) * kPlacesPerThread);
     for (std::size_t i = 0; i < count; ++i) helpers_.emplace_back([this] { HelpAlong(); });
@@ -65,7 +69,11 @@ void SeriesPipeline::PrepareOne(std::unique_lock<std::mutex>& lock) {
     const std::size_t index = claimed_++;
     Place& place = PlaceOf(index);
     lock.unlock();
-    place.ticker.Prepare(quoteFolder_, years_, interval_, tickers_[index], lastDay_);
+    if (replay_) {
+        place.ticker.PrepareNewest(quoteFolder_, years_, tickers_[index]);
+    } else {
+        place.ticker.Prepare(quoteFolder_, years_, interval_, tickers_[index], lastDay_);
+    }
     lock.lock();
     place.ready = true;
     ready_.notify_one();
@@ -96,7 +104,7 @@ bool SeriesPipeline::Next() {
     if (next_ == tickers_.size()) return false;
     WaitFor(next_);
     Place& place = PlaceOf(next_);
-    unreadable_ = Merge(tickers_[next_], place.ticker);
+    unreadable_ = replay_ ? MergeNewest(tickers_[next_], place.ticker) : Merge(tickers_[next_], place.ticker);
     {
         const std::lock_guard<std::mutex> lock(mutex_);
         place.ready = false;
@@ -104,6 +112,22 @@ bool SeriesPipeline::Next() {
     }
     room_.notify_one();
     return true;
+}
+
+Failure SeriesPipeline::MergeNewest(std::string_view ticker, PreparedTicker& prepared) {
+    if (prepared.Unreadable()) return prepared.Unreadable();
+    if (!prepared.IsRegular()) {
+        const std::size_t rows = prepared.History().BarCount();
+        replay_->BringUp(next_, std::min(rows + 1, kMostRows), analysis_.series);
+        Failure failure = AnalyseTicker({quoteFolder_, clock_}, ticker, interval_, analysis_);
+        replay_->Loaded(next_);
+        return failure;
+    }
+    prepared.StoreSeries(analysis_.series);
+    prepared.StoreIndicators(analysis_);
+    // A load empties the open behind its last row; one above the window is the replay's.
+    if (!prepared.History().IsPartial()) analysis_.series.OpenPrice.Empty(prepared.History().BarCount() + 1);
+    return {};
 }
 
 Failure SeriesPipeline::Merge(std::string_view ticker, PreparedTicker& prepared) {

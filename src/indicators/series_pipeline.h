@@ -2,7 +2,8 @@
 // that prepare the next ones ahead. The selector run takes it.
 //
 // After each Next the bars up to BarCount, the counters and the indicators are bit for bit what AnalyseTicker
-// would have left; elements above BarCount are so too after Complete, which the destructor calls. Nobody else
+// would have left; elements above BarCount are so too after Complete, which the destructor calls, unless the
+// caller gave them up (leftovers.h). Nobody else
 // may touch the Analysis meanwhile, but for reading it between two calls.
 #pragma once
 
@@ -15,6 +16,8 @@
 #include <vector>
 
 #include "indicators/analysis.h"
+#include "indicators/leftover_replay.h"
+#include "indicators/leftovers.h"
 #include "indicators/prepared_ticker.h"
 #include "indicators/series_tails.h"
 
@@ -27,7 +30,8 @@ class SeriesPipeline {
 
     // `helpers` threads work beside the caller's own. The source's folder and day are taken now.
     SeriesPipeline(const HistorySource& source, Interval interval, std::vector<std::string> tickers,
-                   Analysis& analysis, std::size_t helpers = kThreadsOfMachine);
+                   Analysis& analysis, std::size_t helpers = kThreadsOfMachine,
+                   Leftovers leftovers = Leftovers::Kept);
     // Stops the threads wherever they are; tickers not asked for are left out.
     ~SeriesPipeline();
     SeriesPipeline(const SeriesPipeline&) = delete;
@@ -53,6 +57,7 @@ class SeriesPipeline {
     void PrepareOne(std::unique_lock<std::mutex>& lock);
     void WaitFor(std::size_t index);
     Failure Merge(std::string_view ticker, PreparedTicker& prepared);
+    Failure MergeNewest(std::string_view ticker, PreparedTicker& prepared);
 
     const std::string quoteFolder_;
     const FixedClock clock_;
@@ -65,6 +70,8 @@ class SeriesPipeline {
     SeriesTails tails_;
     // The foldings rewrite ask and bid prices as well, which a ticker prepared ahead knows nothing of.
     const bool foldsAskAndBid_;
+    // Set where older files are left unread.
+    std::optional<LeftoverReplay> replay_;
 
     std::mutex mutex_;
     std::condition_variable room_;   // a place came free, or the run ends

@@ -48,12 +48,13 @@ std::optional<CellStyle> StyleOf(std::string_view action, const Analysis& analys
 class SelectorWalk {
   public:
     SelectorWalk(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
-                 SelectorOutcome& outcome, std::optional<Date> lastDay)
+                 SelectorOutcome& outcome, std::optional<Date> lastDay, Leftovers leftovers)
         : session_(session),
           lastDay_(lastDay),
           analysis_(analysis),
           interval_(interval),
           evaluations_(evaluations),
+          leftovers_(leftovers),
           outcome_(outcome),
           conditions_(session.settings) {}
 
@@ -61,7 +62,8 @@ class SelectorWalk {
         const std::size_t rows = evaluations_.TickerCount();
         HistorySource source = HistoryOf(session_);
         if (lastDay_) source.lastDay = lastDay_;
-        SeriesPipeline pipeline(source, interval_, evaluations_.Tickers(), analysis_);
+        SeriesPipeline pipeline(source, interval_, evaluations_.Tickers(), analysis_,
+                                SeriesPipeline::kThreadsOfMachine, leftovers_);
         for (std::size_t row = 1; row <= rows; ++row) {
             outcome_.stopped = ShouldStop(session_.run, session_.person);
             if (outcome_.stopped) return;
@@ -113,6 +115,7 @@ class SelectorWalk {
     Analysis& analysis_;
     Interval interval_;
     QuoteTable& evaluations_;
+    Leftovers leftovers_;
     SelectorOutcome& outcome_;
     CompiledConditions conditions_;
     ConditionResults results_;
@@ -145,11 +148,11 @@ std::string_view ShortHistoryReason(Interval interval) {
 }
 
 void RunSelector(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
-                 SelectorOutcome& outcome, std::optional<Date> lastDay) {
+                 SelectorOutcome& outcome, std::optional<Date> lastDay, Leftovers leftovers) {
     outcome = {};
     BeginRun(session.run);
     session.person.ShowStatusWord(kStatusSelecting);
-    SelectorWalk(session, analysis, interval, evaluations, outcome, lastDay).WalkRows();
+    SelectorWalk(session, analysis, interval, evaluations, outcome, lastDay, leftovers).WalkRows();
     session.run.CurrentRow = 0;
     session.person.ShowStatusWord(kStatusComplete);
     // A look back leaves the report on today's history alone.

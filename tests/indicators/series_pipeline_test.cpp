@@ -6,9 +6,11 @@
 
 #include "history_fixture.h"
 #include "indicators/history_row.h"
+#include "indicators/history_text.h"
 #include "indicators/line_scan.h"
 #include "indicators/series_folding.h"
 #include "indicators/year_plan.h"
+#include "store/year_files.h"
 
 namespace brantlow {
 namespace {
@@ -88,10 +90,9 @@ void ExpectSameTexts(std::string_view name, const TextSeries& actual, const Text
     }
 }
 
-void ExpectSame(const Analysis& actual, const Analysis& wanted, std::size_t last) {
+void ExpectSameBars(const Analysis& actual, const Analysis& wanted, std::size_t last) {
     EXPECT_EQ(actual.series.BarCount, wanted.series.BarCount);
     EXPECT_EQ(actual.series.LastBar, wanted.series.LastBar);
-    EXPECT_EQ(actual.series.LastRowRead, wanted.series.LastRowRead);
     for (const NumberField& field : kNumberFields) {
         ExpectSameNumbers(field.name, actual.series.*field.series, wanted.series.*field.series, last);
     }
@@ -113,6 +114,11 @@ void ExpectSame(const Analysis& actual, const Analysis& wanted, std::size_t last
           &IndicatorScalars::VolumeLooseUCL}) {
         EXPECT_EQ(Bits(a.*scalar), Bits(w.*scalar));
     }
+}
+
+void ExpectSame(const Analysis& actual, const Analysis& wanted, std::size_t last) {
+    EXPECT_EQ(actual.series.LastRowRead, wanted.series.LastRowRead);
+    ExpectSameBars(actual, wanted, last);
 }
 
 class SeriesPipelineTest : public HistoryFixture {
@@ -158,6 +164,31 @@ class SeriesPipelineTest : public HistoryFixture {
         ASSERT_NO_FATAL_FAILURE(ExpectSame(*actual, *wanted, kMostRows));
     }
 
+    // A run whose leftovers nobody looks at afterwards.
+    void RunNewest(std::size_t helpers) {
+        SeriesPipeline pipeline(source, Interval::Daily, tickers, *actual, helpers, Leftovers::Unused);
+        for (const std::string& ticker : tickers) {
+            ASSERT_TRUE(pipeline.Next());
+            AnalyseTicker(source, ticker, Interval::Daily, *wanted);
+            ASSERT_NO_FATAL_FAILURE(ExpectSameBars(*actual, *wanted, wanted->series.BarCount)) << ticker;
+        }
+        EXPECT_FALSE(pipeline.Next());
+    }
+
+    // A ticker with the recent years' full rows, as most have; every `oddOneIn`th has short rows in a year.
+    void MakeFullTicker(const std::string& name, std::uint64_t oddOneIn) {
+        const bool isOdd = OneIn(random, oddOneIn);
+        const std::vector<std::string> years = YearTexts(kTestDay, kRecentYears);
+        const std::size_t oddYear = random() % years.size();
+        for (std::size_t y = 0; y < years.size(); ++y) {
+            if (OneIn(random, 40)) continue;
+            const Oddities odd{.shortRows = isOdd && y == oddYear};
+            const std::size_t rows = OneIn(random, 20) ? random() % 400 : 140 + random() % 120;
+            WriteYear(name, years[y], RandomYear(random, rows, odd));
+        }
+        tickers.push_back(name);
+    }
+
     Random random{20260302};
     std::vector<std::string> tickers;
     std::unique_ptr<Analysis> actual = std::make_unique<Analysis>();
@@ -192,6 +223,54 @@ INSTANTIATE_TEST_SUITE_P(Intervals, SeriesPipelineAgainstSequentialRuns,
                                          Road{Interval::Daily, 1, 40}, Road{Interval::Weekly, 0, 5},
                                          Road{Interval::Weekly, 2, 40}, Road{Interval::Monthly, 1, 5},
                                          Road{Interval::Monthly, 0, 40}));
+
+class SeriesPipelineOfNewestFiles : public SeriesPipelineTest, public testing::WithParamInterface<int> {};
+
+TEST_P(SeriesPipelineOfNewestFiles, GivesTheBarsOfSequentialRuns) {
+    const auto seed = static_cast<std::uint64_t>(GetParam());
+    random.seed(seed);
+    constexpr std::uint64_t kOddOneIn[] = {3, 8, 30, 1000};
+    for (int i = 0; i < 70; ++i) {
+        const std::string name = "F" + std::to_string(i);
+        if (OneIn(random, 5)) {
+            MakeTicker(name, OneIn(random, 2) ? 60 : 260, 6);
+        } else {
+            MakeFullTicker(name, kOddOneIn[seed % std::size(kOddOneIn)]);
+        }
+    }
+    RunNewest(seed % 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, SeriesPipelineOfNewestFiles, testing::Range(1, 13));
+
+TEST_F(SeriesPipelineTest, OlderFilesAreLeftUnreadWhereNothingLooksAtThem) {
+    const std::vector<std::string> years = YearTexts(kTestDay, kRecentYears);
+    for (const char* name : {"A", "B"}) {
+        for (const std::string& year : years) WriteYear(name, year, RandomYear(random, 200, {}));
+    }
+    HistoryText text;
+    ASSERT_FALSE(text.LoadNewest(source.QuoteFolder, "A", years, kDefaultWindow));
+    EXPECT_TRUE(text.IsPartial());
+    EXPECT_GT(text.BarCount(), kDefaultWindow);
+    EXPECT_LT(text.BarCount(), std::size_t{400});
+    std::filesystem::remove(*YearFilePath(source.QuoteFolder, "B", years.front()));
+    ASSERT_FALSE(text.LoadNewest(source.QuoteFolder, "B", years, kDefaultWindow));
+    EXPECT_FALSE(text.IsPartial()) << "its first row is element 0";
+    EXPECT_EQ(text.BarCount(), std::size_t{597});
+}
+
+TEST_F(SeriesPipelineTest, TickersLongerThanAllBeforeThemFindWhatWasLeft) {
+    for (int i = 0; i < 6; ++i) MakeFullTicker("F" + std::to_string(i), 1000000);
+    for (const char* name : {"LONG", "LONGER"}) {
+        std::string rows;
+        for (int row = 0; row < (name[4] == 'E' ? 1500 : 1200); ++row)
+            rows += row % 3 == 0 ? "\"01/02/23\",\"\",5\r\n" : RandomRow(random, {}) + "\r\n";
+        WriteYear(name, "23", rows);
+        tickers.emplace_back(name);
+        MakeFullTicker(std::string(name) + "2", 1000000);
+    }
+    RunNewest(1);
+}
 
 TEST_F(SeriesPipelineTest, TailsOfLongTickersSurfaceUnderShortRows) {
     // Each ticker is shorter than the one before, so that more tails pend than are kept unread.
