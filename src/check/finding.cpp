@@ -145,7 +145,7 @@ bool FileFindings::Has(FindingKind kind) const {
                        [kind](const Finding& finding) { return finding.kind == kind; });
 }
 
-std::string Shown(std::string_view text) {
+std::string InLine(std::string_view text) {
     std::string shown = Printable(text.substr(0, kLongestShown));
     return text.size() > kLongestShown ? shown.append("...") : shown;
 }

@@ -130,6 +130,6 @@ class FileFindings {
 };
 
 // Text of a file as it may stand in a line for a person: control characters as "?", a long one cut.
-std::string Shown(std::string_view text);
+std::string InLine(std::string_view text);
 
 }  // namespace brantlow

@@ -237,11 +237,11 @@ void NoteNames(const HistoryTerms& terms, const std::vector<TickerFiles>& ticker
         const Path file = terms.quoteFolder + ticker.files.front().name;
         if (!terms.tickers.empty() && !terms.tickers.contains(ticker.ticker))
             findings.push_back(
-                {FindingKind::NoTable, file, 0, Shown(ticker.ticker), 0, Mend::None, ticker.ticker});
+                {FindingKind::NoTable, file, 0, InLine(ticker.ticker), 0, Mend::None, ticker.ticker});
         const auto [twin, isNew] = byCapitals.try_emplace(UpperCase(ticker.ticker), &ticker.ticker);
         if (!isNew)
             findings.push_back(
-                {FindingKind::CaseTwin, file, 0, Shown(*twin->second), 0, Mend::None, ticker.ticker});
+                {FindingKind::CaseTwin, file, 0, InLine(*twin->second), 0, Mend::None, ticker.ticker});
     }
 }
 

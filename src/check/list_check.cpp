@@ -100,13 +100,13 @@ std::vector<Finding> CheckUpdateList(const Path& file, std::string_view bytes) {
     return CheckLines(file, bytes, [](std::string_view line, std::size_t number, FileFindings& found) {
         // An import that follows no update makes a list without its first line.
         const bool isCount = number == 1 && WholeNumber(line).has_value();
-        if (!isCount && !IsQuotedText(line)) found.Add(FindingKind::ListLine, number, Shown(line));
+        if (!isCount && !IsQuotedText(line)) found.Add(FindingKind::ListLine, number, InLine(line));
     });
 }
 
 std::vector<Finding> CheckSplitLog(const Path& file, std::string_view bytes) {
     return CheckLines(file, bytes, [](std::string_view line, std::size_t number, FileFindings& found) {
-        if (!IsSplitLine(line)) found.Add(FindingKind::SplitLogLine, number, Shown(line));
+        if (!IsSplitLine(line)) found.Add(FindingKind::SplitLogLine, number, InLine(line));
     });
 }
 
@@ -118,7 +118,7 @@ std::vector<Finding> CheckHosts(const Path& file, std::string_view bytes) {
         if (line.find('\0') != std::string_view::npos) {
             found.Add(FindingKind::NulBytes, number);
         } else if (!IsBlank(line) && !IsHostLine(line)) {
-            found.Add(FindingKind::HostLine, number, Shown(line));
+            found.Add(FindingKind::HostLine, number, InLine(line));
         }
     }
     return found.Take();
@@ -153,7 +153,7 @@ std::vector<Finding> CheckUndo(const Path& appPath, const Path& undoFolder) {
             CheckKeptChange(appPath, folder, found);
         } else if (IsLeftOpen(folder)) {
             const ChangeList list = ParseChangeList(BytesOrEmpty(folder / kChangeList), appPath);
-            found.Add(FindingKind::OpenChange, 0, Shown(list.what));
+            found.Add(FindingKind::OpenChange, 0, InLine(list.what));
         }
         for (Finding& finding : found.Take()) findings.push_back(std::move(finding));
     }

@@ -23,7 +23,7 @@ namespace brantlow {
 namespace {
 
 std::string Quoted(std::string_view text) {
-    return fmt::format("\"{}\"", Shown(text));
+    return fmt::format("\"{}\"", InLine(text));
 }
 
 bool IsIn(std::span<const std::string_view> names, std::string_view text) {

@@ -114,12 +114,12 @@ class TableLook {
         const auto [first, isNew] = firstLines_.try_emplace(ticker, number_);
         if (!isNew)
             found_.Add(FindingKind::TickerTwice, number_,
-                       fmt::format("{} stands in line {} already", Shown(ticker), first->second));
+                       fmt::format("{} stands in line {} already", InLine(ticker), first->second));
     }
 
     void TakeCell(std::string_view text, std::size_t column) {
         if (HasNoValue(text)) return;
-        const std::string where = fmt::format("{} '{}'", headers_[column], Shown(text));
+        const std::string where = fmt::format("{} '{}'", headers_[column], InLine(text));
         if (forms_[column] == CellForm::Number && !WholeNumber(text))
             found_.Add(FindingKind::CellNoNumber, number_, where);
         if (forms_[column] == CellForm::Day) TakeDate(text, where);
@@ -133,7 +133,7 @@ class TableLook {
         if (isTrade && *date > AddDays(today_, 1)) found_.Add(FindingKind::FutureDay, number_, where);
     }
 
-    static std::string Quoted(std::string_view text) { return fmt::format("\"{}\"", Shown(text)); }
+    static std::string Quoted(std::string_view text) { return fmt::format("\"{}\"", InLine(text)); }
 
     FileKind kind_;
     Date today_;

@@ -48,7 +48,7 @@ bool IsTime(std::string_view text) {
 }
 
 std::string NamedField(std::size_t field, std::string_view text) {
-    return fmt::format("the {} '{}'", kRecordFieldNames[field], Shown(text));
+    return fmt::format("the {} '{}'", kRecordFieldNames[field], InLine(text));
 }
 
 constexpr std::size_t kTimeField = 1;
@@ -186,14 +186,14 @@ bool YearFileCheck::TakeOddFields(const OddLine& line, YearRecord& record) {
         return IsQuoted(fields[i]) ? fields[i].substr(1, fields[i].size() - 2) : fields[i];
     };
     if (!IsTime(inside(kTimeField)))
-        found_.Add(FindingKind::TimeUnreadable, line.number, Shown(inside(kTimeField)));
+        found_.Add(FindingKind::TimeUnreadable, line.number, InLine(inside(kTimeField)));
     constexpr std::size_t kDividendDates[] = {11, 12};
     for (const std::size_t i : kDividendDates) {
         if (!inside(i).empty() && !ReadRecordDate(inside(i)))
             found_.Add(FindingKind::DividendDate, line.number, NamedField(i, inside(i)));
     }
     const auto date = ReadRecordDate(inside(0));
-    if (!date) found_.Add(FindingKind::DateUnreadable, line.number, Shown(inside(0)));
+    if (!date) found_.Add(FindingKind::DateUnreadable, line.number, InLine(inside(0)));
     if (!date) return false;
     record.date = *date;
     record.close = LeadingNumber(fields[kCloseField]);

@@ -46,6 +46,7 @@ inline constexpr MenuWords kMenuWords[] = {
     {"mnuEdit", "mnuEditEditDatabaseFiles", "Edit Database Files with  Notepad"},
     {"mnuEdit", "mnuEditCombineQuoteFiles", "Combine Quote Files"},
     {"mnuEdit", "mnuEditRemoveLastUpdate", "Remove Last Update"},
+    {"mnuEdit", "mnuEditCheckDatabase", "Check Database"},
     {"mnuEdit", "mnuEditDelete", "Delete File"},
     {"", "mnuView", "&View"},
     {"mnuView", "mnuViewToolbar", "&Toolbar"},

@@ -109,6 +109,7 @@ const std::vector<Walk>& Walks() {
          L({"Jan.ddq", "Feb.ddq", "Both.ddq"})},
         {"mnuEditRemoveLastUpdate",
          L({"says Do you want to remove the last update from the database?", "~Quotes/EOD/T1.26"})},
+        {"mnuEditCheckDatabase", L({"+window Check Database"})},
         {"mnuEditDelete", L({"dialog Delete File"})},
         {"mnuViewToolbar", L({"-buttons"})},
         {"mnuViewStatusBar", L({"-status bar"})},

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QStandardPaths>
+#include <QTextBlock>
 #include <QVBoxLayout>
 
 #include "base/windows/display_text.h"
@@ -81,6 +82,13 @@ void TextEditor::Load() {
         const std::string reason = read.error ? read.error.message() : "no such file";
         text_->setPlainText(Shown(file_.string() + ": cannot be read (" + reason + ")"));
     }
+}
+
+void TextEditor::ShowLine(std::size_t line) {
+    if (line == 0) return;
+    const int block = std::min(static_cast<int>(line), text_->document()->blockCount()) - 1;
+    text_->setTextCursor(QTextCursor(text_->document()->findBlockByNumber(block)));
+    text_->centerCursor();
 }
 
 bool TextEditor::Save() {

@@ -23,6 +23,8 @@ class TextEditor final : public QDialog {
   public:
     TextEditor(Path file, QWidget* parent);
 
+    // Puts the cursor at the beginning of a line, counted from 1; the last one where there are fewer.
+    void ShowLine(std::size_t line);
     // False when the file could not be written; the person was told.
     bool Save();
 

@@ -107,6 +107,8 @@ inline constexpr std::array kMenu = {
               "Join two quote files to a third", "", "combine"},
     MenuEntry{MenuRow::Entry, "mnuEditRemoveLastUpdate", "mnuEdit", "Remove Last Update",
               "Take the last day of the last update out of the database", "", "remove-update"},
+    MenuEntry{MenuRow::Entry, "mnuEditCheckDatabase", "mnuEdit", "Check Database",
+              "Look through settings, tables and the quote database for faults and repair them", "", ""},
     MenuEntry{MenuRow::Separator, "mnuEditBar3", "mnuEdit", "", "", "", ""},
     MenuEntry{MenuRow::Entry, "mnuEditDelete", "mnuEdit", "Delete File", "Pick a file and delete it", "",
               "delete"},

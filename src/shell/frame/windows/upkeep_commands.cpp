@@ -6,7 +6,10 @@
 #include "base/undo_store.h"
 #include "base/windows/display_text.h"
 #include "base/windows/text_editor.h"
+#include "check/windows/frmCheckDatabase.h"
+#include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/run_control.h"
 #include "shell/session_change.h"
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
@@ -37,6 +40,7 @@ CommandRows UpkeepCommands::Rows() {
         {"mnuEditEditDatabaseFiles", &UpkeepCommands::EditDatabaseFiles},
         {"mnuEditCombineQuoteFiles", &UpkeepCommands::CombineFiles},
         {"mnuEditRemoveLastUpdate", &UpkeepCommands::RemoveUpdate},
+        {"mnuEditCheckDatabase", &UpkeepCommands::ShowCheck},
         {"mnuEditDelete", &UpkeepCommands::DeleteFiles},
     };
     return RowsOf(*this, kRows);
@@ -151,6 +155,45 @@ void UpkeepCommands::ShowUndone(const std::vector<Path>& files) {
     } else {
         frame_.table.close();
     }
+}
+
+void UpkeepCommands::ShowCheck() {
+    if (frame_.person.InRun()) return;
+    auto* form = new frmCheckDatabase({[this](CheckMode mode) { return RunCheck(mode); },
+                                       [this] { frame_.session.run.ProcessCommand = kStopRun; },
+                                       [this] { return frame_.session.run.ProgressFraction; },
+                                       [this](const Finding& finding) { OpenFinding(finding); }},
+                                      frame_.session.AppPath, &frame_.window);
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    form->show();
+    form->Check();
+}
+
+CheckReport UpkeepCommands::RunCheck(CheckMode mode) {
+    if (frame_.person.InRun()) return {};
+    frame_.runs.BeginWithoutTable();
+    BeginRun(frame_.session.run);
+    CheckReport report = CheckDatabase(frame_.session, mode);
+    frame_.runs.End();
+    frame_.person.HideProgress();
+    if (!report.repairedFiles.empty()) ShowUndone(report.repairedFiles);
+    return report;
+}
+
+// A table opens as a table, any other file in the editor at the line.
+void UpkeepCommands::OpenFinding(const Finding& finding) {
+    if (!IsRegularFile(finding.file) || frame_.person.InRun()) return;
+    const std::string name = finding.file.filename().string();
+    const bool isTable = finding.file.parent_path() == frame_.session.DataFolder() &&
+                         KindOf(name) != FileKind::None && finding.kind != FindingKind::Unreadable;
+    if (isTable) {
+        frame_.table.show(name);
+        return;
+    }
+    auto* editor = new TextEditor(finding.file, &frame_.window);
+    editor->setAttribute(Qt::WA_DeleteOnClose);
+    editor->show();
+    editor->ShowLine(finding.line);
 }
 
 void UpkeepCommands::DeleteFiles() {

@@ -1,5 +1,5 @@
 // The housekeeping commands of the Edit menu: back-ups, joining tables, taking an update back, deleting and
-// editing files, undoing. The back-up at exit stands with them.
+// editing files, undoing, the check of the database. The back-up at exit stands with them.
 #pragma once
 
 #include "shell/frame/windows/frame_hands.h"
@@ -7,6 +7,9 @@
 namespace brantlow {
 
 enum class BackedUp;
+enum class CheckMode;
+struct CheckReport;
+struct Finding;
 struct FileStamp;
 
 class UpkeepCommands final {
@@ -33,6 +36,9 @@ class UpkeepCommands final {
     void EditDatabaseFiles();
     void CombineFiles();
     void RemoveUpdate();
+    void ShowCheck();
+    CheckReport RunCheck(CheckMode mode);
+    void OpenFinding(const Finding& finding);
     void DeleteFiles();
     void RunBackUp(BackedUp what, bool restores);
     // Nothing where no table is open.
