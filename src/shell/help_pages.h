@@ -14,7 +14,7 @@ struct WindowHelp {
     std::string_view window;
     std::string_view page;
 };
-inline constexpr std::array<WindowHelp, 23> kWindowHelp = {{
+inline constexpr std::array<WindowHelp, 25> kWindowHelp = {{
     {"frmQuoteGrid", "tables.html"},
     {"frmDeleteQuoteDataBase", "tables.html"},
     {"frmDeleteFile", "files.html"},
@@ -35,6 +35,8 @@ inline constexpr std::array<WindowHelp, 23> kWindowHelp = {{
     {"frmBrowser", "start.html"},
     {"frmVersionUpdate", "settings.html"},
     {"frmAbout", "start.html"},
+    {"frmKeys", "start.html"},
+    {"frmCommandPalette", "start.html"},
     {"frmDisclaimer", "start.html"},
     {"frmLowMemory", "update.html"},
     {"frmEnable", "selector.html"},

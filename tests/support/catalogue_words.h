@@ -89,6 +89,8 @@ inline constexpr MenuWords kMenuWords[] = {
     {"", "mnuHelp", "&Help"},
     {"mnuHelp", "mnuHelpFile", "&Help File"},
     {"mnuHelp", "mnuHelpIndex", "Help &Index"},
+    {"mnuHelp", "mnuHelpKeys", "&Keys"},
+    {"mnuHelp", "mnuHelpCommands", "Co&mmands and Tickers..."},
     {"mnuHelp", "SetupWizard", "Setup Wizard"},
     {"mnuHelp", "mnuHelpAbout", "&About "},
     {"mnuHelp", "mnuHelpDisclaimer", "Terms, Conditions, and Disclaimer"},

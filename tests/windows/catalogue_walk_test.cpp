@@ -129,6 +129,8 @@ const std::vector<Walk>& Walks() {
             "+Data/Last Run.txt", "+frmQuoteGrid 03-09-26.efq"})},
         {"mnuHelpFile", L({"+window Brantlow Help"})},
         {"mnuHelpIndex", L({"+window Brantlow Help"})},
+        {"mnuHelpKeys", L({"dialog Keys"})},
+        {"mnuHelpCommands", L({"dialog Commands and Tickers"})},
         {"SetupWizard", L({"dialog Cadrel' Setup Wizard"})},
         {"mnuHelpAbout", L({"dialog About Brantlow"})},
         {"mnuHelpDisclaimer", L({"dialog Terms, Conditions, and Disclaimer"})},

@@ -27,10 +27,12 @@
 #include "screens/windows/frmStockSelectorSettings.h"
 #include "selector/windows/frmSelectorSelection.h"
 #include "shell/frame/windows/frmAbout.h"
+#include "shell/frame/windows/frmCommandPalette.h"
 #include "shell/frame/windows/frmDisclaimer.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "shell/frame/windows/frmForumLogin.h"
 #include "shell/frame/windows/frmHelp.h"
+#include "shell/frame/windows/frmKeys.h"
 #include "shell/frame/windows/frmLowMemory.h"
 #include "shell/session_change.h"
 #include "splits/windows/frmSplitFactor.h"
@@ -100,6 +102,14 @@ const std::vector<WindowRow>& Windows() {
         {"frmSelectorSelection", "Continue",
          [](Ground& on) { return new frmSelectorSelection(kTestDay, on.Frame()); }},
         {"frmSplitFactor", "Continue", [](Ground& on) { return new frmSplitFactor("T1", on.Frame()); }},
+        {"frmKeys", "Close", [](Ground& on) { return new frmKeys(on.Frame()); }},
+        {"frmCommandPalette", "",
+         [](Ground& on) {
+             PaletteStart start;
+             start.commands = PaletteCommands([](const MenuEntry&) { return true; });
+             start.tickers = {"T1", "T2"};
+             return new frmCommandPalette(std::move(start), on.Frame());
+         }},
         {"frmDeleteFile", "",
          [](Ground& on) {
              return new frmDeleteFile(on.person, ChangePlaceOf(on.session), on.session.DataFolder(),
@@ -264,6 +274,15 @@ class KeyboardTest : public QObject {
             QVERIFY2(QTest::qWaitForWindowActive(window.get()), row.name);
             QWidget* const focus = window->focusWidget() ? window->focusWidget() : window.get();
             QTest::keyClick(focus, Qt::Key_Escape);
+            // A run is not ended by one key.
+            if (window->objectName() == QStringLiteral("frmEnable")) {
+                auto* question = window->findChild<QMessageBox*>();
+                QVERIFY(question && question->isVisible());
+                QTest::keyClick(question, Qt::Key_Escape);
+                QVERIFY(window->isVisible());
+                QVERIFY(ground.session.run.ProcessCommand != kStopRun);
+                continue;
+            }
             QVERIFY2(!window->isVisible(), row.name);
         }
     }

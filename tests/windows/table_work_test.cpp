@@ -160,6 +160,18 @@ class TableWorkTest : public QObject {
         QCOMPARE(program.RowsLine(), QStringLiteral("4 rows; Last Price: sum 65, mean 16.25"));
     }
 
+    void aFilterThatNoRowMeetsSaysSo() {
+        WorkProgram program;
+        program.Filter("no such company");
+        QVERIFY(program.Shown().empty());
+        auto* sentence = program.Find<QLabel>("lblEmpty");
+        QVERIFY(sentence->isVisible());
+        QCOMPARE(sentence->text(), QStringLiteral("No row meets the filter. Escape in the box shows all."));
+        program.Filter("beta");
+        QVERIFY(!sentence->isVisible());
+        QCOMPARE(program.Shown(), Column{"T2"});
+    }
+
     void findPutsTheKeyboardIntoTheFilter() {
         WorkProgram program;
         program.frame->activateWindow();

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "base/windows/display_text.h"
+#include "screens/windows/settings_finder.h"
 #include "screens/windows/settings_pages.h"
 
 namespace brantlow {
@@ -50,6 +51,7 @@ frmApplicationSettings::frmApplicationSettings(Session& session, const Hosts& ho
     auto* layout = new QVBoxLayout(this);
     TabStrip1->setObjectName(QStringLiteral("TabStrip1"));
     AddPages();
+    layout->addWidget(new SettingsFinder(*TabStrip1));
     layout->addWidget(TabStrip1, 1);
     layout->addWidget(ButtonRow());
     connect(&binder_, &SettingsBinder::Entered, outcome_, &QLabel::clear);

@@ -21,6 +21,7 @@
 #include "store/windows/frozen_table_view.h"
 #include "store/windows/quote_grid_model.h"
 #include "store/windows/quote_strip.h"
+#include "store/windows/verdict_legend.h"
 
 namespace brantlow {
 
@@ -51,6 +52,9 @@ frmQuoteGrid::frmQuoteGrid(Session& session)
 
     layout->addWidget(strip_);
     layout->addWidget(view_, 1);
+    auto* legend = new VerdictLegend;
+    legend->hide();
+    layout->addWidget(legend);
 
     empty_->setObjectName(QStringLiteral("lblEmpty"));
     empty_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
@@ -141,6 +145,7 @@ void frmQuoteGrid::RebuildColumns() {
 void frmQuoteGrid::ApplyRules(OpenStates state, bool enabled) {
     enabled_ = enabled;
     strip_->ApplyRules(state, enabled);
+    findChild<VerdictLegend*>()->setVisible((state & kWithDbe) != 0);
 }
 
 void frmQuoteGrid::ShowTable() {
@@ -167,6 +172,8 @@ void frmQuoteGrid::ShowEmptySentence() {
 }
 
 QString frmQuoteGrid::EmptySentence() const {
+    if (model_->IsFiltered() && model_->rowCount() == 0)
+        return QStringLiteral("No row meets the filter. Escape in the box shows all.");
     if (table_.TickerCount() > 0) return {};
     if (KindOf(session_.CurrentFile) == FileKind::Db) {
         return QStringLiteral(

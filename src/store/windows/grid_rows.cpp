@@ -59,6 +59,7 @@ void frmQuoteGrid::ApplyFilter() {
     const int column = static_cast<int>(CurrentColumn());
     filter_ = RowFilter::Parse(strip_->Filter()->text().toStdString(), table_);
     ShowFilteredRows();
+    ShowEmptySentence();
     ApplyWidths();
     SelectAgain(column);
     Q_EMIT RowsLineChanged();

@@ -33,7 +33,7 @@ inline constexpr std::array kStripBoxes = {
     StripBox{"Frame4", "txtFilter", "F&ilter",
              "Show some rows alone: a text, \"Change > 2\", \"Volume > 1M and Exchange = NYSE\", or \"hit in "
              "condition 3\" in a Stock Selector file. Escape shows all.",
-             170, kWithTable},
+             240, kWithTable},
 };
 
 struct StripButton {

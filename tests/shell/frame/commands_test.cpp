@@ -105,6 +105,8 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuSettingsStockSelector", true, true, true, true, true, true, false},
         {"SetupWizard", true, true, true, true, true, true, false},
         {"mnuPopUpNews", true, true, true, true, true, true, true},
+        {"mnuHelpKeys", true, true, true, true, true, true, true},
+        {"mnuHelpCommands", true, true, true, true, true, true, true},
         {"mnuHelpSupport", true, true, true, true, true, true, true},
         {"mnuWindowCascade", true, true, true, true, true, true, true},
     };

@@ -20,7 +20,8 @@ FrameSubjects::FrameSubjects(const Start& start)
       study(hands),
       explain(hands),
       help(hands, browser.Cache()),
-      welcome(hands) {
+      welcome(hands),
+      drops(hands) {
     hands.table = file.Table();
     hands.applyRules = start.applyRules;
     hands.openNamed = [this](const std::string& name) { file.OpenNamed(name); };

@@ -7,6 +7,7 @@
 
 #include "shell/frame/windows/browser_commands.h"
 #include "shell/frame/windows/chart_commands.h"
+#include "shell/frame/windows/drop_commands.h"
 #include "shell/frame/windows/edit_commands.h"
 #include "shell/frame/windows/explain_commands.h"
 #include "shell/frame/windows/file_commands.h"
@@ -61,6 +62,7 @@ struct FrameSubjects {
     ExplainCommands explain;
     HelpCommands help;
     StartCommands welcome;
+    DropCommands drops;
 
   private:
     std::unordered_map<std::string_view, std::function<void()>> routines_;

@@ -1,9 +1,14 @@
 #include "shell/frame/windows/frmEnable.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include "base/windows/display_text.h"
+#include "shell/run_outlook.h"
 
 namespace brantlow {
 
@@ -11,6 +16,7 @@ namespace {
 
 constexpr int kSmallestButtonWidth = 96;
 constexpr int kCornerDistance = 36;
+constexpr int kStateLetters = 46;
 
 QPushButton* AddButton(QHBoxLayout* row, const QString& name, const QString& words, const QString& toolTip) {
     auto* button = new QPushButton(words);
@@ -33,7 +39,12 @@ frmEnable::frmEnable(RunControl& run, QWidget* frame)
     setWindowTitle(QStringLiteral("Exit, Pause or Resume Process"));
     setModal(false);
     auto* layout = new QVBoxLayout(this);
+    state_->setObjectName(QStringLiteral("lblState"));
     state_->setAlignment(Qt::AlignCenter);
+    state_->setTextFormat(Qt::PlainText);
+    state_->setWordWrap(true);
+    state_->setFixedWidth(fontMetrics().averageCharWidth() * kStateLetters);
+    state_->setMinimumHeight(fontMetrics().lineSpacing() * 2);
     layout->addWidget(state_);
     auto* row = new QHBoxLayout;
     auto* exit = AddButton(row, QStringLiteral("Command1"), QStringLiteral("Exit"),
@@ -62,6 +73,7 @@ void frmEnable::StandInCorner() {
 void frmEnable::ShowPaused(bool paused) {
     state_->setText(paused ? QStringLiteral("The process is paused.")
                            : QStringLiteral("The process is running."));
+    paused_ = paused;
     pause_->setEnabled(!paused);
     resume_->setEnabled(paused);
     (paused ? resume_ : pause_)->setFocus();
@@ -73,8 +85,37 @@ void frmEnable::Exit() {
     close();
 }
 
+// The ticker in work is finished first, which can take a while.
 void frmEnable::Pause() {
     run_.ProcessCommand = kPauseRun;
+    pause_->setEnabled(false);
+    state_->setText(Shown(PausingSentence(ticker_)));
+}
+
+// Neither while the run stands still nor between the press of Pause and that.
+void frmEnable::ShowOutlook(const std::string& line, const std::string& ticker) {
+    ticker_ = ticker;
+    if (!paused_ && run_.ProcessCommand == kRunning) state_->setText(Shown(line));
+}
+
+void frmEnable::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) return AskExit();
+    QDialog::keyPressEvent(event);
+}
+
+// The run goes on meanwhile: the question holds up nothing, and goes with the window.
+void frmEnable::AskExit() {
+    if (question_) return question_->raise();
+    question_ = new QMessageBox(this);
+    question_->setAttribute(Qt::WA_DeleteOnClose);
+    question_->setWindowTitle(windowTitle());
+    question_->setText(QStringLiteral("End the run after the ticker in work? What is done stays."));
+    const QAbstractButton* const exit =
+        question_->addButton(QStringLiteral("&Exit"), QMessageBox::AcceptRole);
+    question_->setDefaultButton(question_->addButton(QStringLiteral("&Go On"), QMessageBox::RejectRole));
+    connect(exit, &QAbstractButton::clicked, this, &frmEnable::Exit);
+    question_->open();
+    question_->setEnabled(true);
 }
 
 void frmEnable::Resume() {

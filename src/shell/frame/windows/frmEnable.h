@@ -3,10 +3,13 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
+#include <string>
 
 #include "shell/run_control.h"
 
 class QLabel;
+class QMessageBox;
 class QPushButton;
 
 namespace brantlow {
@@ -19,8 +22,15 @@ class frmEnable final : public QDialog {
 
     // Tells whether the run stands still, which decides the buttons that make sense.
     void ShowPaused(bool paused);
+    // What the run does, how far it is and how long it still takes; `ticker` is the one in work.
+    void ShowOutlook(const std::string& line, const std::string& ticker);
+
+  protected:
+    // Escape asks whether the run is to end.
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    void AskExit();
     void StandInCorner();
     void Exit();
     void Pause();
@@ -31,6 +41,9 @@ class frmEnable final : public QDialog {
     QLabel* state_;
     QPushButton* pause_;
     QPushButton* resume_;
+    QPointer<QMessageBox> question_;
+    std::string ticker_;
+    bool paused_ = false;
 };
 
 }  // namespace brantlow

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "base/windows/display_text.h"
+#include "shell/frame/windows/help_browser.h"
 #include "shell/help_pages.h"
 
 namespace brantlow {
@@ -27,7 +28,7 @@ QAction* AddAction(QToolBar& bar, const char* name, const char* words, QStyle::S
 }  // namespace
 
 frmHelp::frmHelp(const Path& folder, QWidget* parent)
-    : QWidget(parent, Qt::Window), folder_(folder), page_(new QTextBrowser), find_(new QLineEdit) {
+    : QWidget(parent, Qt::Window), folder_(folder), page_(new HelpBrowser), find_(new QLineEdit) {
     setObjectName(QStringLiteral("frmHelp"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Brantlow Help"));

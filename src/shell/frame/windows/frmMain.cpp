@@ -193,7 +193,8 @@ void frmMain::BuildStatusBar() {
     auto* rows = new ElidedLabel;
     rows->setObjectName(QStringLiteral("Panel4"));
     rows->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    statusBar()->insertPermanentWidget(0, rows, 2);
+    // Behind the fixed panel, which stands at 0.
+    statusBar()->insertPermanentWidget(1, rows, 2);
     subjects_->hands.showRows = [rows](const std::string& line) { rows->ShowLine(Shown(line)); };
     for (QWidget* part : statusBar()->findChildren<QWidget*>()) KeepColoursWhenDisabled(*part);
 }

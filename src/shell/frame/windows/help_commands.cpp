@@ -1,5 +1,6 @@
 #include "shell/frame/windows/help_commands.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMainWindow>
@@ -12,10 +13,13 @@
 #include "shell/app_folder.h"
 #include "shell/frame/windows/frame_children.h"
 #include "shell/frame/windows/frmAbout.h"
+#include "shell/frame/windows/frmCommandPalette.h"
 #include "shell/frame/windows/frmDisclaimer.h"
 #include "shell/frame/windows/frmHelp.h"
+#include "shell/frame/windows/frmKeys.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/help_pages.h"
+#include "store/windows/frmQuoteGrid.h"
 
 namespace brantlow {
 
@@ -38,6 +42,8 @@ CommandRows HelpCommands::Rows() {
     static constexpr SubjectRow<HelpCommands> kRows[] = {
         {"mnuHelpFile", &HelpCommands::ShowHelpContents},
         {"mnuHelpIndex", &HelpCommands::ShowHelpIndex},
+        {"mnuHelpKeys", &HelpCommands::ShowKeys},
+        {"mnuHelpCommands", &HelpCommands::ShowCommands},
         {"mnuHelpAbout", &HelpCommands::ShowAbout},
         {"mnuHelpDisclaimer", &HelpCommands::ShowDisclaimer},
         {"mnuHelpBrantlowUpdates", &HelpCommands::CheckForUpdates},
@@ -91,6 +97,34 @@ bool HelpCommands::eventFilter(QObject* object, QEvent* event) {
         return true;
     }
     return QObject::eventFilter(object, event);
+}
+
+void HelpCommands::ShowKeys() {
+    frmKeys(&frame_.window).exec();
+}
+
+void HelpCommands::ShowCommands() {
+    const frmQuoteGrid* const form = frame_.table.form();
+    PaletteStart start;
+    start.commands = PaletteCommands([this](const MenuEntry& entry) {
+        const auto* action = frame_.window.findChild<QAction*>(Name(entry.id));
+        return action && action->isEnabled();
+    });
+    if (form) start.tickers = form->Table().Tickers();
+    start.choose = [this](const PaletteRow& row) { ChooseInPalette(row); };
+    frmCommandPalette(std::move(start), &frame_.window).exec();
+}
+
+// A command as its menu chooses it.
+void HelpCommands::ChooseInPalette(const PaletteRow& row) {
+    if (row.command) {
+        if (auto* action = frame_.window.findChild<QAction*>(Name(row.command->id))) action->trigger();
+        return;
+    }
+    frmQuoteGrid* const form = frame_.table.form();
+    if (!form) return;
+    form->SelectTicker(row.words);
+    if (!frame_.person.InRun()) frame_.run("Graphics");
 }
 
 void HelpCommands::ShowAbout() {

@@ -13,6 +13,7 @@ namespace brantlow {
 
 class frmHelp;
 enum class AskedBy;
+struct PaletteRow;
 
 class HelpCommands final : public QObject {
   public:
@@ -31,6 +32,9 @@ class HelpCommands final : public QObject {
   private:
     void ShowHelpContents();
     void ShowHelpIndex();
+    void ShowKeys();
+    void ShowCommands();
+    void ChooseInPalette(const PaletteRow& row);
     void ShowAbout();
     void ShowDisclaimer();
     void CheckForUpdates();

@@ -12,6 +12,7 @@
 #include "shell/file_kind.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "shell/frame/windows/frmLowMemory.h"
+#include "shell/run_outlook.h"
 #include "shell/status_words.h"
 
 namespace brantlow {
@@ -24,6 +25,7 @@ constexpr qint64 kShowIntervalMs = 40;
 
 constexpr int kBoxPicturePixels = 40;
 constexpr int kFullBar = 100;
+constexpr double kMillisecondsASecond = 1000;
 
 QString TitleOf(std::string_view title) {
     return Shown(title.empty() ? kProgramName : title);
@@ -69,6 +71,7 @@ void WindowPerson::BeginRun(std::function<void()> showRow) {
     inRun_ = session_ != nullptr;
     wasPaused_ = false;
     sinceShown_.start();
+    sinceBegun_.start();
     if (frame_.window) frame_.window->setEnabled(false);
 }
 
@@ -203,6 +206,10 @@ frmEnable& WindowPerson::EnableWindow() {
 void WindowPerson::KeepRunWindows() {
     if (session_->run.ProcessCommand == kStopRun) return;
     frmEnable& buttons = EnableWindow();
+    buttons.ShowOutlook(
+        RunOutlook({wordToShow_.toStdString(), session_->CurrentTicker, session_->run.ProgressFraction,
+                    static_cast<double>(sinceBegun_.elapsed()) / kMillisecondsASecond}),
+        session_->CurrentTicker);
     buttons.show();
     buttons.setEnabled(true);
     if (Paused() == wasPaused_) return;

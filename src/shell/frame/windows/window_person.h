@@ -90,6 +90,7 @@ class WindowPerson final : public Person {
     std::unique_ptr<frmEnable> enable_;
     QPointer<frmLowMemory> lowMemory_;
     QElapsedTimer sinceShown_;
+    QElapsedTimer sinceBegun_;
     // The word of a run in work, shown with the table's next look.
     QString wordToShow_;
     std::function<void()> showRow_;

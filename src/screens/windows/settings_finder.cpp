@@ -1,0 +1,94 @@
+#include "screens/windows/settings_finder.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QCompleter>
+#include <QGroupBox>
+#include <QLabel>
+#include <QScrollArea>
+#include <QStringListModel>
+#include <QTabWidget>
+
+namespace brantlow {
+
+namespace {
+
+constexpr int kListRows = 14;
+
+// The words that a control shows, without the mark of its letter; empty for one that shows none of its own.
+QString WordsOf(const QWidget& control) {
+    QString words;
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) words = button->text();
+    if (const auto* label = qobject_cast<const QLabel*>(&control)) words = label->text();
+    if (qobject_cast<const QComboBox*>(&control) || qobject_cast<const QAbstractItemView*>(&control))
+        words = control.accessibleName();
+    QString plain;
+    for (qsizetype i = 0; i < words.size(); ++i) {
+        if (words.at(i) == u'&' && i + 1 < words.size()) ++i;
+        plain += words.at(i);
+    }
+    return plain.simplified();
+}
+
+QString GroupOf(const QWidget& control) {
+    for (const QWidget* above = control.parentWidget(); above; above = above->parentWidget()) {
+        if (const auto* group = qobject_cast<const QGroupBox*>(above)) return group->title().remove(u'&');
+    }
+    return {};
+}
+
+// Where the keyboard goes for a control: to what a label stands for.
+QWidget& Meant(QWidget& control) {
+    const auto* label = qobject_cast<const QLabel*>(&control);
+    return label && label->buddy() ? *label->buddy() : control;
+}
+
+}  // namespace
+
+SettingsFinder::SettingsFinder(QTabWidget& tabs) : tabs_(tabs) {
+    setObjectName(QStringLiteral("txtFindSetting"));
+    setPlaceholderText(QStringLiteral("Find a setting"));
+    setAccessibleName(QStringLiteral("Find a setting by its words"));
+    setToolTip(QStringLiteral("Type a word of the setting and choose it in the list"));
+    setClearButtonEnabled(true);
+    for (int tab = 0; tab < tabs.count(); ++tab) Collect(tab);
+    auto* completer = new QCompleter(lines_, this);
+    completer->setFilterMode(Qt::MatchContains);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setMaxVisibleItems(kListRows);
+    setCompleter(completer);
+    connect(completer, qOverload<const QString&>(&QCompleter::activated), this,
+            [this](const QString& line) { Find(line); });
+}
+
+void SettingsFinder::Collect(int tab) {
+    const QString caption =
+        tabs_.tabText(tab).replace(QStringLiteral("&&"), QStringLiteral("\n")).remove(u'&');
+    for (QWidget* control : tabs_.widget(tab)->findChildren<QWidget*>()) {
+        const QString words = WordsOf(*control);
+        // Those that the style makes for itself have names of its own.
+        if (words.isEmpty() || control->objectName().startsWith(QStringLiteral("qt_"))) continue;
+        const QString group = GroupOf(*control);
+        QString line = QString(caption).replace(u'\n', u'&') + QStringLiteral(": ");
+        if (!group.isEmpty()) line += group + QStringLiteral(": ");
+        line += words;
+        if (lines_.contains(line)) continue;
+        lines_ << line;
+        controls_.emplace_back(control);
+    }
+}
+
+bool SettingsFinder::Find(const QString& line) {
+    const qsizetype place = lines_.indexOf(line);
+    QWidget* const control = place < 0 ? nullptr : controls_[static_cast<std::size_t>(place)].data();
+    if (!control) return false;
+    for (int tab = 0; tab < tabs_.count(); ++tab) {
+        if (tabs_.widget(tab)->isAncestorOf(control)) tabs_.setCurrentIndex(tab);
+    }
+    if (auto* area = qobject_cast<QScrollArea*>(tabs_.currentWidget())) area->ensureWidgetVisible(control);
+    Meant(*control).setFocus(Qt::TabFocusReason);
+    return true;
+}
+
+}  // namespace brantlow

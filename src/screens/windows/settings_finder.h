@@ -1,0 +1,33 @@
+// The box above the settings' tabs that finds any setting by its words: what is typed lists the settings that
+// hold it, and the chosen one is brought to the front with its tab.
+#pragma once
+
+#include <QLineEdit>
+#include <QPointer>
+#include <QStringList>
+#include <vector>
+
+class QTabWidget;
+
+namespace brantlow {
+
+class SettingsFinder final : public QLineEdit {
+    Q_OBJECT
+  public:
+    // `tabs` has its pages by now, and outlives this.
+    explicit SettingsFinder(QTabWidget& tabs);
+
+    // The words of all settings, each behind its tab and its group.
+    const QStringList& Lines() const { return lines_; }
+    // Brings the setting of this line to the front; false for no line of Lines().
+    bool Find(const QString& line);
+
+  private:
+    void Collect(int tab);
+
+    QTabWidget& tabs_;
+    QStringList lines_;
+    std::vector<QPointer<QWidget>> controls_;
+};
+
+}  // namespace brantlow

@@ -1,0 +1,32 @@
+// The keys that windows answer to beside those of the menu, for the page of all keys.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+namespace brantlow {
+
+struct OwnKey {
+    std::string_view keys;
+    std::string_view where;
+    std::string_view what;
+};
+
+inline constexpr std::array kOwnKeys = {
+    OwnKey{"F1", "Everywhere", "The help page of the window in front"},
+    OwnKey{"Alt and the underlined letter", "Everywhere", "Opens a menu, presses a button, goes to a box"},
+    OwnKey{"Escape", "Dialogs", "Closes without doing anything"},
+    OwnKey{"Return", "Table", "Opens the chart of the selected row"},
+    OwnKey{"Menu key, Shift+F10", "Table", "The commands of the selected row"},
+    OwnKey{"Up, Down, Page Up, Page Down, Home, End", "Table", "Go through the rows"},
+    OwnKey{"Shift and an arrow key, or a click", "Table", "Selects the rows from the first one on"},
+    OwnKey{"Ctrl and a click", "Table", "Adds a row to the selection, or takes it out"},
+    OwnKey{"Return", "Symbol box", "Adds the ticker that was typed"},
+    OwnKey{"Return", "Alarm boxes", "Sets the alarms of the ticker in the Symbol box"},
+    OwnKey{"Return", "Filter box", "Goes to the first row that the filter shows"},
+    OwnKey{"Escape", "Filter box", "Shows all rows again"},
+    OwnKey{"Space", "Welcome page", "Opens the table that was open last"},
+    OwnKey{"Escape", "While a run is on", "Asks whether to end the run"},
+};
+
+}  // namespace brantlow

@@ -1,0 +1,45 @@
+#include "shell/run_outlook.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace brantlow {
+
+namespace {
+
+constexpr double kFewSeconds = 3;
+constexpr double kTooLittle = 0.02;
+constexpr double kMinute = 60;
+constexpr double kHour = 3600;
+constexpr double kPercent = 100;
+
+std::string TimeLeft(double seconds) {
+    if (seconds < kMinute) return "less than a minute left";
+    if (seconds < 2 * kHour) {
+        const long minutes = std::lround(seconds / kMinute);
+        return fmt::format("about {} {} left", minutes, minutes == 1 ? "minute" : "minutes");
+    }
+    return fmt::format("about {} hours left", std::lround(seconds / kHour));
+}
+
+}  // namespace
+
+std::string RunOutlook(const RunSight& sight) {
+    std::string line = sight.what.empty() ? "Working" : sight.what;
+    // Some runs count the rows in the status bar.
+    if (line.find_first_not_of("0123456789") == std::string::npos) line = "Row " + line + ",";
+    if (!sight.ticker.empty()) line += " " + sight.ticker;
+    const double done = std::clamp(sight.fraction, 0.0, 1.0);
+    if (done <= 0) return line;
+    line += fmt::format(": {} % done", std::lround(std::floor(done * kPercent)));
+    if (done < kTooLittle || done >= 1 || sight.seconds < kFewSeconds) return line;
+    return line + ", " + TimeLeft(sight.seconds * (1 - done) / done);
+}
+
+std::string PausingSentence(const std::string& ticker) {
+    return ticker.empty() ? "Pausing" : "Pausing after " + ticker;
+}
+
+}  // namespace brantlow

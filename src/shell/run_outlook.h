@@ -1,0 +1,21 @@
+// What a long run says of itself while it works: what it does, how far it is, how long it still takes.
+#pragma once
+
+#include <string>
+
+namespace brantlow {
+
+struct RunSight {
+    std::string what;     // the status word
+    std::string ticker;   // in work; may be empty
+    double fraction = 0;  // done, 0 to 1
+    double seconds = 0;   // since the run began
+};
+
+// "Updating AAPL: 40 % done, about 3 minutes left". The time is left out until enough is done to tell it.
+std::string RunOutlook(const RunSight& sight);
+
+// What is said from the press of Pause until the run stands still: the ticker in work is finished first.
+std::string PausingSentence(const std::string& ticker);
+
+}  // namespace brantlow

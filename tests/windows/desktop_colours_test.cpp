@@ -1,0 +1,151 @@
+// Windows follow a desktop that turns dark or light, at once, and what they say can be read.
+#include <QPlainTextEdit>
+#include <QTextBlock>
+#include <QTextTable>
+
+#include "shell/frame/windows/frmHelp.h"
+#include "shell/frame/windows/help_browser.h"
+#include "store/windows/frmQuoteGrid.h"
+#include "store/windows/quote_grid_model.h"
+#include "store/windows/verdict_legend.h"
+#include "support/source_folder.h"
+#include "window_fixture.h"
+
+using namespace brantlow;
+
+namespace {
+
+QPalette Dark() {
+    QPalette palette(QColor(45, 48, 52));
+    palette.setColor(QPalette::Base, QColor(30, 32, 35));
+    palette.setColor(QPalette::AlternateBase, QColor(38, 41, 45));
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        palette.setColor(role, QColor(235, 235, 235));
+    return palette;
+}
+
+// The desktop turns dark, and light again at the end.
+class DarkDesktop {
+  public:
+    DarkDesktop() : usual_(QApplication::palette()) {
+        QApplication::setPalette(Dark());
+        QCoreApplication::processEvents();
+    }
+    ~DarkDesktop() { End(); }
+    void End() {
+        QApplication::setPalette(usual_);
+        QCoreApplication::processEvents();
+    }
+
+  private:
+    QPalette usual_;
+};
+
+// The ground that a piece of text stands on.
+QColor GroundOf(const QTextBlock& block, const QTextCharFormat& format, const QColor& base) {
+    if (format.background().style() != Qt::NoBrush) return format.background().color();
+    if (block.blockFormat().background().style() != Qt::NoBrush)
+        return block.blockFormat().background().color();
+    const QTextCursor cursor(block);
+    if (const QTextTable* table = cursor.currentTable()) {
+        const QTextTableCell cell = table->cellAt(cursor);
+        if (cell.isValid() && cell.format().background().style() != Qt::NoBrush)
+            return cell.format().background().color();
+    }
+    return base;
+}
+
+// The pieces of the page that cannot be read.
+QStringList Unreadable(const QTextBrowser& page) {
+    QStringList told;
+    const QColor base = page.palette().color(QPalette::Base);
+    const QColor plain = page.palette().color(QPalette::Text);
+    for (QTextBlock block = page.document()->begin(); block.isValid(); block = block.next()) {
+        for (auto piece = block.begin(); !piece.atEnd(); ++piece) {
+            const QTextCharFormat format = piece.fragment().charFormat();
+            const bool hasColour = format.foreground().style() != Qt::NoBrush;
+            const QColor text = hasColour ? format.foreground().color() : plain;
+            const QColor ground = GroundOf(block, format, base);
+            if (ContrastRatio(text, ground) < 4.5)
+                told << text.name() + u'/' + ground.name() + u' ' + piece.fragment().text().left(30);
+        }
+    }
+    return told;
+}
+
+}  // namespace
+
+class DesktopColoursTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void everyHelpPageCanBeReadOnALightAndADarkDesktop() {
+        const Path folder = SourceFolder() / "assets/Help";
+        frmHelp help(folder, nullptr);
+        auto* page = help.findChild<QTextBrowser*>(QStringLiteral("Page"));
+        int pages = 0;
+        for (const auto& file : std::filesystem::directory_iterator(folder)) {
+            if (file.path().extension() != ".html") continue;
+            ++pages;
+            const std::string name = file.path().filename().string();
+            help.ShowPage(name);
+            QCOMPARE(Unreadable(*page), QStringList());
+            DarkDesktop dark;
+            QVERIFY2(page->palette().color(QPalette::Base).lightness() < 60, name.c_str());
+            QCOMPARE(Unreadable(*page), QStringList());
+            QVERIFY(page->document()->characterCount() > 100);
+            dark.End();
+            QCOMPARE(Unreadable(*page), QStringList());
+        }
+        QVERIFY(pages > 10);
+    }
+
+    void theLegendExplainsTheVerdictsOfASelectorsTableAlone() {
+        Program program;
+        program.Write("Old.dbe", EvaluationHeader() + "\r\nT1\tBuy\r\n");
+        program.Start("Jan.ddq");
+        auto* legend = program.frame->findChild<VerdictLegend*>();
+        QVERIFY(!legend->isVisible());
+        program.session.settings.MruSettings.Set(1, Value::OfText("Old.dbe"));
+        program.frame->OpenRecentFile(1);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+        legend = program.frame->findChild<VerdictLegend*>();
+        QVERIFY(legend->isVisible());
+        QStringList words;
+        for (const QLabel* label : legend->findChildren<QLabel*>()) {
+            words << label->text();
+            QVERIFY2(label->width() >= label->sizeHint().width(), qPrintable(label->text()));
+        }
+        QCOMPARE(
+            words,
+            QStringList({QStringLiteral("Buy"), QStringLiteral("Buy, but the trend of 15 bars turns down"),
+                         QStringLiteral("Sell"), QStringLiteral("Sell, but the trend of 15 bars turns up"),
+                         QStringLiteral("Hold")}));
+        const auto check = [&] {
+            for (const QLabel* label : legend->findChildren<QLabel*>()) {
+                const QPalette& colours = label->palette();
+                QVERIFY2(ContrastRatio(colours.color(QPalette::Window),
+                                       colours.color(QPalette::WindowText)) >= 4.5,
+                         qPrintable(label->text()));
+            }
+        };
+        check();
+        const DarkDesktop dark;
+        check();
+    }
+
+    void theTableFollowsAtOnce() {
+        Program program;
+        program.Start("Jan.ddq");
+        const auto ground = [&] {
+            return program.frame->QuoteForm()->grab().toImage().pixelColor(
+                program.frame->QuoteForm()->width() - 30, program.frame->QuoteForm()->height() - 30);
+        };
+        QVERIFY(ground().lightness() > 200);
+        const DarkDesktop dark;
+        QVERIFY2(ground().lightness() < 90, qPrintable(ground().name()));
+    }
+};
+
+QTEST_MAIN(DesktopColoursTest)
+#include "desktop_colours_test.moc"
