@@ -3,6 +3,7 @@
 # lintian, the desktop entry, the metadata, and a start of the unpacked programs without a screen.
 #
 #   tools/package.sh              makes and checks them
+#   tools/package.sh --built DIR  packs what is built in DIR and checks that; its programs have no debug symbols
 #   tools/package.sh --twice      builds once more in another folder and compares the bytes
 #   tools/package.sh --try ROOT   as root: makes a bare Debian 12 in ROOT by debootstrap, installs the package there by
 #                                 apt, works with it, removes it, and looks that the user's files are still there
@@ -18,6 +19,11 @@ trap 'rm -rf "$scratch"' EXIT
 make_packages() {
   cmake --preset package -B "$1" --log-level=WARNING >&2
   cmake --build "$1" >&2
+  pack "$1"
+}
+
+# pack FOLDER [CPACK_OPTION...]: the packages of what is built there.
+pack() {
   rm -rf "$1/packages"
   mkdir -p "$1/packages"
   # Files come out as umask makes them, and the day of the version stands in their names and headers.
@@ -25,7 +31,7 @@ make_packages() {
     umask 022
     SOURCE_DATE_EPOCH=$(date -u -d "$(sed -n 's/^ -- .*>  //p' packaging/debian_changelog.in | head -n 1)" +%s)
     export SOURCE_DATE_EPOCH
-    cd "$1" && cpack -G DEB >"$scratch/cpack.txt" 2>&1
+    cd "$1" && cpack -G DEB "${@:2}" >"$scratch/cpack.txt" 2>&1
   ) || {
     cat "$scratch/cpack.txt" >&2
     exit 1
@@ -114,6 +120,14 @@ try_in_root() {
       apt-get update -qq && apt-get install -y -qq --no-install-recommends /tmp/brantlow.deb && tried_there"
 }
 
+if [[ ${1:-} == --built ]]; then
+  build=${2:?tools/package.sh --built DIR}
+  # For a look at every change: nothing is compiled for it, and it is packed quickly.
+  pack "$build" -D CPACK_DEBIAN_DEBUGINFO_PACKAGE=OFF -D CPACK_STRIP_FILES=ON -D CPACK_DEBIAN_COMPRESSION_TYPE=gzip
+  check_package "$(one_package "$build")"
+  ls -l "$build"/packages/*deb
+  exit
+fi
 make_packages "$build"
 package=$(one_package "$build")
 case ${1:-} in
@@ -125,7 +139,7 @@ case ${1:-} in
     ;;
   --try) try_in_root "$package" "$(realpath -m "${2:?tools/package.sh --try ROOT}")" ;;
   *)
-    echo "usage: tools/package.sh [--twice | --try ROOT]" >&2
+    echo "usage: tools/package.sh [--built DIR | --twice | --try ROOT]" >&2
     exit 2
     ;;
 esac
