@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <set>
 #include <span>
 
 #include "base/numbers.h"
@@ -114,11 +115,10 @@ bool IsField(std::string_view name) {
 void CheckColumns(const LoadedFile& loaded, FileFindings& found) {
     const SettingsTable& columns = loaded.tables.ColumnSettings;
     CheckNames(columns, 1, loaded.tables.ColumnCount, IsColumn, found);
-    for (std::size_t line = 2; line <= loaded.tables.ColumnCount; ++line) {
-        for (std::size_t before = 1; before < line; ++before) {
-            if (columns.Text(before) == columns.Text(line))
-                found.Add(FindingKind::NameTwice, line, std::string(columns.Text(line)));
-        }
+    std::set<std::string_view> seen;
+    for (std::size_t line = 1; line <= loaded.tables.ColumnCount; ++line) {
+        if (!seen.insert(columns.Text(line)).second)
+            found.Add(FindingKind::NameTwice, line, std::string(columns.Text(line)));
     }
 }
 

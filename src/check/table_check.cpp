@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <array>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/values.h"
 #include "check/year_record.h"
 #include "store/columns.h"
+#include "store/quote_table.h"
 #include "store/year_files.h"
 
 namespace brantlow {
@@ -83,12 +85,11 @@ class TableLook {
             return IsKnownHeader(kind_, header);
         });
         if (!knowsOne) found_.Add(FindingKind::NoHeader, 1);
-        for (std::size_t i = 0; i < headers_.size(); ++i) {
-            const std::string_view header = headers_[i];
+        std::unordered_set<std::string_view> seen;
+        for (const std::string_view header : headers_) {
             forms_.push_back(FormOfColumn(kind_, header));
             if (!knowsOne) continue;
-            if (std::find(headers_.begin(), headers_.begin() + static_cast<std::ptrdiff_t>(i), header) !=
-                headers_.begin() + static_cast<std::ptrdiff_t>(i)) {
+            if (!seen.insert(header).second) {
                 found_.Add(FindingKind::HeaderTwice, 1, Quoted(header));
             } else if (!IsKnownHeader(kind_, header)) {
                 found_.Add(FindingKind::UnknownHeader, 1, Quoted(header));
@@ -118,11 +119,11 @@ class TableLook {
     }
 
     void TakeCell(std::string_view text, std::size_t column) {
-        if (HasNoValue(text)) return;
+        if (forms_[column] == CellForm::Text || HasNoValue(text)) return;
+        if (forms_[column] == CellForm::Number && WholeNumber(text)) return;
         const std::string where = fmt::format("{} '{}'", headers_[column], InLine(text));
-        if (forms_[column] == CellForm::Number && !WholeNumber(text))
-            found_.Add(FindingKind::CellNoNumber, number_, where);
-        if (forms_[column] == CellForm::Day) TakeDate(text, where);
+        if (forms_[column] == CellForm::Number) return found_.Add(FindingKind::CellNoNumber, number_, where);
+        TakeDate(text, where);
     }
 
     void TakeDate(std::string_view text, const std::string& where) {
@@ -151,7 +152,7 @@ constexpr std::array kMendable = {FindingKind::EmptyRow, FindingKind::CellCount}
 std::string WithCells(std::string_view line, std::size_t columns) {
     std::string mended(line);
     std::size_t cells = static_cast<std::size_t>(std::count(line.begin(), line.end(), '\t')) + 1;
-    if (cells == 1) return mended;
+    if (cells == 1 || columns > QuoteTable::kMostColumns) return mended;
     for (; cells < columns; ++cells) mended += '\t';
     for (; cells > columns && mended.ends_with('\t'); --cells) mended.pop_back();
     return mended;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <optional>
 #include <string_view>
 
@@ -27,6 +28,7 @@ struct Line {
 struct MendedFile {
     const YearText* from = nullptr;
     std::vector<Line> lines;
+    std::map<int, std::string> days;  // the first line of each day of its year
 };
 
 std::optional<RecordDate> DateOfRecord(std::string_view text) {
@@ -84,22 +86,12 @@ MendedFile* FileOfYear(std::vector<MendedFile>& files, int year) {
     return found == files.end() ? nullptr : &*found;
 }
 
-bool HasDay(const MendedFile& file, const RecordDate& date) {
-    return std::any_of(file.lines.begin(), file.lines.end(),
-                       [&date](const Line& line) { return line.date == date; });
-}
-
-bool HasLine(const MendedFile& file, const std::string& text) {
-    return std::any_of(file.lines.begin(), file.lines.end(),
-                       [&text](const Line& line) { return line.text == text; });
-}
-
 // Takes the record to the file of its year, where that has no other line for the day.
 bool Move(const Line& line, std::vector<MendedFile>& files) {
     MendedFile* const target = FileOfYear(files, line.date->year);
     if (target == nullptr) return false;
-    if (HasLine(*target, line.text)) return true;
-    if (HasDay(*target, *line.date)) return false;
+    const auto [first, isNew] = target->days.try_emplace(line.date->day, line.text);
+    if (!isNew) return first->second == line.text;
     target->lines.push_back(line);
     return true;
 }
@@ -148,8 +140,13 @@ bool IsMendable(FindingKind kind) {
 std::vector<YearText> MendYearFiles(std::span<const YearText> files) {
     std::vector<MendedFile> mended;
     for (const YearText& file : files) {
-        mended.push_back({&file, LinesOf(file.bytes)});
-        DropTwice(mended.back().lines);
+        MendedFile& next = mended.emplace_back();
+        next.from = &file;
+        next.lines = LinesOf(file.bytes);
+        DropTwice(next.lines);
+        for (const Line& line : next.lines) {
+            if (line.date && line.date->year == file.year) next.days.try_emplace(line.date->day, line.text);
+        }
     }
     MoveToTheirYears(mended);
     std::vector<YearText> texts;
