@@ -1,6 +1,7 @@
 """Three simple conditions over a year of daily bars in pandas, for comparison with the study.
 
-study_pandas.py FOLDER: the year files of every ticker, as the database has them.
+study_pandas.py FOLDER [FROM]: the year files of every ticker, as the database has them, judged from the day FROM
+on, "2026-07-01", or over the year before the newest day.
 """
 import collections
 import pathlib
@@ -34,10 +35,11 @@ def main():
     returns = collections.defaultdict(list)
     for files in tickers.values():
         close = bars_of(files)
-        last_year = close.index >= close.index[-1] - pandas.Timedelta(days=364)
+        first = pandas.Timestamp(sys.argv[2]) if len(sys.argv) > 2 else close.index[-1] - pandas.Timedelta(days=364)
+        in_span = close.index >= first
         entry = close.shift(-1)
         for number, holds in enumerate(conditions_of(close)):
-            judged = holds & last_year
+            judged = holds & in_span
             signal = judged & ~judged.shift(1, fill_value=False)
             for horizon in HORIZONS:
                 result = close.shift(-1 - horizon) * (1 - COST) / (entry * (1 + COST)) - 1

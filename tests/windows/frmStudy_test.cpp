@@ -109,6 +109,7 @@ class FrmStudyTest : public QObject {
         frmStudy* const form = program.OpenAndRun();
         QVERIFY(
             Part<QLabel>(form, "State")->text().contains(QStringLiteral("days of 3 tickers were judged.")));
+        QCOMPARE(Part<QTabWidget>(form, "Tabs")->currentIndex(), 0);
         auto* table = Part<QTableWidget>(form, "Conditions");
         QCOMPARE(table->rowCount(), 2);
         QCOMPARE(table->horizontalHeaderItem(2)->text(), QStringLiteral("Signals"));

@@ -262,9 +262,12 @@ void frmStudy::Run() {
 void frmStudy::Show(ConditionStudy study) {
     if (!TakeTerms()) return;
     model_->Show(nullptr, nullptr);
+    const bool isFirst = study_ == nullptr;
     study_ = std::make_unique<ConditionStudy>(std::move(study));
     figures_ = FiguresOf(*study_, terms_);
     ShowAll();
+    // Until now only the replay could be in front.
+    if (isFirst) tabs_->setCurrentIndex(0);
 }
 
 void frmStudy::RunReplay() {
