@@ -118,7 +118,7 @@ bool HistoryText::TryNewest(const std::string& quoteFolder, std::string_view tic
         parts.push_back({static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(used_)});
         if (rows <= bars && !isWhole) return false;
     }
-    for (std::size_t i = 0; i + parts.size() < paths.size(); ++i) {
+    for (std::size_t i = 1; i + parts.size() < paths.size(); ++i) {
         if (!IsLeftOutSafely(paths[i])) return false;
     }
     rows_.clear();
