@@ -6,6 +6,7 @@
 #include "alerts/price_alarms.h"
 #include "base/numbers.h"
 #include "chart/chart_panels.h"
+#include "chart/panel_colours.h"
 #include "chart/panel_paint.h"
 #include "chart/signals.h"
 #include "shell/settings/lines.h"
@@ -19,7 +20,6 @@ constexpr std::array<std::string_view, kVolumeEntries> kFirstVolumeSeries = {"Vo
                                                                              "L. UCL", "",        ""};
 // From the pointer to the cursor line.
 constexpr double kCursorOffset = 15;
-constexpr Rgb kCursorColour = {0, 100, 0};
 constexpr std::array<Panel, 3> kPaintOrder = {Panel::Price, Panel::Study, Panel::Volume};
 
 void TakeAlarms(const ChartSelection& selection, ChartSession& chart) {
@@ -28,11 +28,6 @@ void TakeAlarms(const ChartSelection& selection, ChartSession& chart) {
     LoadChartAlarms(*selection.table, selection.row, alarms);
     chart.HighAlarm = alarms.ChartHighAlarm;
     chart.LowAlarm = alarms.ChartLowAlarm;
-}
-
-Interval IntervalOf(int timeFrame) {
-    if (timeFrame == kWeeklyFrame) return Interval::Weekly;
-    return timeFrame == kMonthlyFrame ? Interval::Monthly : Interval::Daily;
 }
 
 PanelDrawing Paint(ChartContext& context, Panel panel) {
@@ -84,6 +79,16 @@ std::size_t BarAt(double x, std::size_t barCount) {
     return found;
 }
 
+// The chart as it was loaded, for whatever that has brought.
+ChartStart Painted(ChartContext& context, const Failure& failure) {
+    PaintAllPanels(context);
+    if (failure) {
+        context.session.person.Say(Sentence(failure));
+        return ChartStart::Unreadable;
+    }
+    return context.analysis.series.LastBar > 1 ? ChartStart::Done : ChartStart::NoHistory;
+}
+
 }  // namespace
 
 ChartStart StartChart(ChartContext& context, const ChartSelection& selection, std::string_view style) {
@@ -98,12 +103,21 @@ ChartStart StartChart(ChartContext& context, const ChartSelection& selection, st
     chart.ChartTimeFrame = kDailyFrame;
     const Failure failure = ReloadChart(context, Signals::Compute);
     PrepareChartWindow(context);
-    PaintAllPanels(context);
-    if (failure) {
-        context.session.person.Say(Sentence(failure));
-        return ChartStart::Unreadable;
+    return Painted(context, failure);
+}
+
+ChartStart ChangeTicker(ChartContext& context, const ChartSelection& selection) {
+    ChartSession& chart = context.chart;
+    if (selection.ticker.empty()) {
+        context.session.person.Say(kNoTickerForChart);
+        return ChartStart::NoTicker;
     }
-    return context.analysis.series.LastBar > 1 ? ChartStart::Done : ChartStart::NoHistory;
+    chart.HighAlarm = chart.LowAlarm = 0;
+    TakeAlarms(selection, chart);
+    chart.SelectorTicker = selection.ticker;
+    chart.ReadOut = {};
+    const Failure failure = ReloadChart(context, Signals::Compute);
+    return Painted(context, failure);
 }
 
 bool ShowAlarms(ChartContext& context, const ChartSelection& selection) {
@@ -138,6 +152,11 @@ void PaintAllPanels(ChartContext& context) {
     for (const Panel panel : kPaintOrder) PaintCleared(context, panel);
 }
 
+Interval IntervalOf(int timeFrame) {
+    if (timeFrame == kWeeklyFrame) return Interval::Weekly;
+    return timeFrame == kMonthlyFrame ? Interval::Monthly : Interval::Daily;
+}
+
 int TimeFrameOf(Interval interval) {
     if (interval == Interval::Weekly) return kWeeklyFrame;
     return interval == Interval::Monthly ? kMonthlyFrame : kDailyFrame;
@@ -152,6 +171,7 @@ Failure ReloadChart(ChartContext& context, Signals signals) {
                                     IntervalOf(context.chart.ChartTimeFrame), analysis.series);
     // The bars of the ticker before are none of this one's.
     if (failure) analysis.series.BarCount = analysis.series.LastBar = analysis.series.LastRowRead = 0;
+    KeepBarsAsRead(analysis.series, context.chart);
     ComputeIndicators(analysis.series, analysis.indicators);
     if (signals == Signals::Keep) return failure;
     if (HasCondition(settings, kBuySide)) ComputeBuySignals(settings, analysis, context.chart);
@@ -163,6 +183,10 @@ void PickPriceSeries(ChartContext& context, std::string_view item) {
     context.chart.Combo1 = item;
     FillFirstFree(std::next(context.chart.Slots.begin()), context.chart.Slots.end(), item);
     PaintOver(context, Panel::Price);
+}
+
+bool HasFreeSlot(const ChartSession& chart) {
+    return std::find(std::next(chart.Slots.begin()), chart.Slots.end(), std::string()) != chart.Slots.end();
 }
 
 void ClearPriceSeries(ChartContext& context) {
@@ -187,15 +211,23 @@ void ClearVolumeSeries(ChartContext& context) {
 }
 
 bool CoarserTimeFrame(ChartContext& context) {
-    if (context.chart.ChartTimeFrame >= kMonthlyFrame) return false;
+    if (!HasCoarserTimeFrame(context.chart)) return false;
     ChangeTimeFrame(context, context.chart.ChartTimeFrame + 1);
     return true;
 }
 
 bool FinerTimeFrame(ChartContext& context) {
-    if (context.chart.ChartTimeFrame <= kDailyFrame) return false;
+    if (!HasFinerTimeFrame(context.chart)) return false;
     ChangeTimeFrame(context, context.chart.ChartTimeFrame - 1);
     return true;
+}
+
+bool HasCoarserTimeFrame(const ChartSession& chart) {
+    return chart.ChartTimeFrame < kMonthlyFrame;
+}
+
+bool HasFinerTimeFrame(const ChartSession& chart) {
+    return chart.ChartTimeFrame > kDailyFrame;
 }
 
 DrawnLine PaintCursor(Panel panel, double x) {
@@ -222,8 +254,11 @@ void ReleasePanel(ChartContext& context, Panel panel) {
 }
 
 std::string TipText(const ChartSession& chart, Panel panel, double y) {
-    return FormatPicture(panel == Panel::Volume ? kVolumeTipPicture : kPricePicture,
-                         AxisOf(chart, panel).ValueAt(y));
+    return TipText(AxisOf(chart, panel), panel, y);
+}
+
+std::string TipText(const ValueAxis& axis, Panel panel, double y) {
+    return FormatPicture(panel == Panel::Volume ? kVolumeTipPicture : kPricePicture, axis.ValueAt(y));
 }
 
 }  // namespace brantlow

@@ -41,6 +41,10 @@ enum class ChartStart {
 // tool button. Without a table the alarms stay what they are.
 ChartStart StartChart(ChartContext& context, const ChartSelection& selection, std::string_view style);
 
+// Another ticker in the chart's window: style, time frame, day, series and study stay what they are. Without
+// a table it has no alarms.
+ChartStart ChangeTicker(ChartContext& context, const ChartSelection& selection);
+
 // The alarms of another row of the table, or of one whose alarms have changed: they are taken over and the
 // price panel is painted anew, with the series loaded anew. Alarms that are the same change nothing; false
 // then.
@@ -53,7 +57,8 @@ void PrepareChartWindow(ChartContext& context);
 // Clears the panels and paints price, study and volume.
 void PaintAllPanels(ChartContext& context);
 
-// The value of ChartTimeFrame for an interval.
+// The value of ChartTimeFrame for an interval, and the other way round.
+Interval IntervalOf(int timeFrame);
 int TimeFrameOf(Interval interval);
 
 enum class Signals : unsigned char { Compute, Keep };
@@ -65,6 +70,9 @@ Failure ReloadChart(ChartContext& context, Signals signals);
 // A pick in Combo1: the first empty slot of Label14 to Label19 takes the series. With none empty the panel is
 // only painted again.
 void PickPriceSeries(ChartContext& context, std::string_view item);
+// Whether such a pick finds an empty slot, and what a person is told where it does not.
+bool HasFreeSlot(const ChartSession& chart);
+inline constexpr std::string_view kNoFreeSlot = "Six series are drawn. Clear Series first.";
 // Command3.
 void ClearPriceSeries(ChartContext& context);
 // A pick in Combo2.
@@ -78,6 +86,8 @@ void ClearVolumeSeries(ChartContext& context);
 // where nothing happens.
 bool CoarserTimeFrame(ChartContext& context);
 bool FinerTimeFrame(ChartContext& context);
+bool HasCoarserTimeFrame(const ChartSession& chart);
+bool HasFinerTimeFrame(const ChartSession& chart);
 
 // A button pressed at `x` twips of any panel: the read-out of the bar there, and the cursor line drawn over
 // all three panels.
@@ -86,7 +96,9 @@ void PressPanel(ChartContext& context, double x);
 // series loaded anew, which undoes the repairs of its paint.
 void ReleasePanel(ChartContext& context, Panel panel);
 
-// The tip while the mouse moves over `panel` at `y` twips: the value there.
+// The tip while the mouse moves over `panel` at `y` twips: the value there, by the axis of the last paint or
+// by another one.
 std::string TipText(const ChartSession& chart, Panel panel, double y);
+std::string TipText(const ValueAxis& axis, Panel panel, double y);
 
 }  // namespace brantlow

@@ -18,8 +18,12 @@ struct FlagKey {
     bool ChartOptions::*field;
 };
 constexpr std::array kFlagKeys = {
-    FlagKey{"FitToWindow", &ChartOptions::fitToWindow},
+    FlagKey{"FitToWindow", &ChartOptions::fitToWindow}, FlagKey{"TimeAxis", &ChartOptions::timeAxis},
+    FlagKey{"RoundPrices", &ChartOptions::roundPrices}, FlagKey{"Grid", &ChartOptions::grid},
+    FlagKey{"WideLines", &ChartOptions::wideLines},
 };
+
+constexpr std::string_view kPaletteKey = "Palette";
 
 // What the price panel has is what these leave.
 struct ShareKey {
@@ -30,6 +34,14 @@ constexpr std::array kShareKeys = {
     ShareKey{"StudyShare", Panel::Study},
     ShareKey{"VolumeShare", Panel::Volume},
 };
+
+ChartColours LoadColours(const Path& storeFile) {
+    const std::string kept = GetSetting(storeFile, kSection, kPaletteKey, "");
+    for (std::size_t i = 0; i < kChartPalettes.size(); ++i) {
+        if (kChartPalettes[i].name == kept) return static_cast<ChartColours>(i);
+    }
+    return ChartColours::Standard;
+}
 
 double& ShareOf(PanelShares& shares, Panel panel) {
     return shares[static_cast<std::size_t>(panel)];
@@ -60,6 +72,7 @@ struct KeyText {
 std::vector<KeyText> TextsOf(const ChartOptions& options) {
     std::vector<KeyText> texts;
     for (const FlagKey& key : kFlagKeys) texts.push_back({key.name, options.*key.field ? "1" : "0"});
+    texts.push_back({kPaletteKey, std::string(PaletteOf(options.colours).name)});
     for (const ShareKey& key : kShareKeys) {
         texts.push_back({key.name, ShortestNumber(options.shares[static_cast<std::size_t>(key.panel)])});
     }
@@ -95,6 +108,7 @@ ChartOptions LoadChartOptions(const Path& storeFile) {
         const std::string value = GetSetting(storeFile, kSection, key.name, "");
         if (value == "0" || value == "1") options.*key.field = value == "1";
     }
+    options.colours = LoadColours(storeFile);
     options.shares = LoadShares(storeFile);
     return options;
 }

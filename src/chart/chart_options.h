@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "base/files.h"
+#include "chart/chart_palette.h"
 #include "chart/panel_geometry.h"
 
 namespace brantlow {
@@ -28,6 +29,14 @@ PanelShares WithBorderMoved(PanelShares shares, Panel above, double part);
 struct ChartOptions {
     // The panels take the space that their window has. Off, they stand in their own size, as kPanels tells.
     bool fitToWindow = true;
+    // Of a chart that fits its window: the marks of the time axis, prices at round values beside those of the
+    // scale, and lines of a grid at both.
+    bool timeAxis = true;
+    bool roundPrices = false;
+    bool grid = false;
+    // The lines of series are two pixels wide.
+    bool wideLines = false;
+    ChartColours colours = ChartColours::Standard;
     PanelShares shares = DefaultShares();
 
     bool operator==(const ChartOptions&) const = default;

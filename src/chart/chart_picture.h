@@ -37,6 +37,7 @@ struct PlacedText {
 };
 
 struct ChartPicture {
+    Rgb ground = {255, 255, 255};
     double width = 0, height = 0;
     std::vector<PlacedPanel> panels;
     std::vector<PlacedText> texts;

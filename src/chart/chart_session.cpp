@@ -2,6 +2,14 @@
 
 namespace brantlow {
 
+void KeepBarsAsRead(const WorkingSeries& series, ChartSession& chart) {
+    chart.AsRead.assign(1, {});
+    for (std::size_t i = 1; i <= series.BarCount; ++i) {
+        chart.AsRead.push_back(
+            {series.OpenPrice[i], series.HighPrice[i], series.LowPrice[i], series.Volume[i]});
+    }
+}
+
 ValueAxis AxisOf(const ChartSession& chart, Panel panel) {
     const double topY = FormOf(panel).topY;
     switch (panel) {

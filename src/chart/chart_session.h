@@ -17,6 +17,7 @@
 #include "chart/panel_geometry.h"
 #include "chart/pick_lists.h"
 #include "indicators/number_series.h"
+#include "indicators/working_series.h"
 #include "shell/settings/choices.h"
 
 namespace brantlow {
@@ -41,6 +42,11 @@ struct MouseReadOut {
     std::string Label69;  // close
     std::string Label28;  // volume
     std::string Label26;  // study
+};
+
+// What the paint of the price and the volume panel changes of a bar, as it stands in the history.
+struct BarAsRead {
+    double open = 0, high = 0, low = 0, volume = 0;
 };
 
 struct ChartSession {
@@ -76,6 +82,9 @@ struct ChartSession {
     TextSeries BuySignal;
     TextSeries SellSignal;
 
+    // Element i is bar i of the last load; element 0 is none.
+    std::vector<BarAsRead> AsRead;
+
     MouseReadOut ReadOut;
     // What stands on the panels now, in the order of Panel.
     std::array<PanelDrawing, kPanels.size()> Pictures;
@@ -83,6 +92,9 @@ struct ChartSession {
     PanelDrawing& Picture(Panel panel) { return Pictures[static_cast<std::size_t>(panel)]; }
     const PanelDrawing& Picture(Panel panel) const { return Pictures[static_cast<std::size_t>(panel)]; }
 };
+
+// Takes down the bars of a load before they are painted.
+void KeepBarsAsRead(const WorkingSeries& series, ChartSession& chart);
 
 // The vertical scale of a panel as its last paint left it.
 ValueAxis AxisOf(const ChartSession& chart, Panel panel);

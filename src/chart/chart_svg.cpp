@@ -152,9 +152,9 @@ std::string SvgOf(const ChartPicture& picture) {
     std::string svg = fmt::format(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
         "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{}\" height=\"{}\" viewBox=\"0 0 {} {}\">\n"
-        "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n",
+        "<rect width=\"100%\" height=\"100%\" fill=\"{}\"/>\n",
         LengthOf(picture.width / kTwipsPerPixel), LengthOf(picture.height / kTwipsPerPixel),
-        LengthOf(picture.width), LengthOf(picture.height));
+        LengthOf(picture.width), LengthOf(picture.height), HexOf(picture.ground));
     for (const PlacedPanel& panel : picture.panels) WritePanel(panel, svg);
     svg += fmt::format("<g font-family=\"{}\">\n", kFont);
     for (const PlacedText& text : picture.texts) WriteText(text, svg);

@@ -38,6 +38,9 @@ constexpr const PanelForm& FormOf(Panel panel) {
     return kPanels[static_cast<std::size_t>(panel)];
 }
 
+// Where the marks of alarms stand.
+inline constexpr double kAlarmX = 12645;
+
 // The area that shows all that a panel draws: axes with their overrun, rules and marks.
 inline constexpr double kPanelMargin = 50;
 inline constexpr double kPanelWidth = kPanelRight + kPanelMargin;

@@ -12,6 +12,8 @@
 namespace brantlow {
 
 inline constexpr std::string_view kBitmapExtension = ".bmp";
+inline constexpr std::string_view kPngExtension = ".png";
+inline constexpr std::string_view kSvgExtension = ".svg";
 
 // Where captures and saved pages go unless another folder is chosen.
 Path ImagesFolder(const Path& appPath);

@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 #include "chart/chart_panels.h"
+#include "chart/panel_colours.h"
 #include "chart/panel_paint.h"
 #include "chart/series_tables.h"
 #include "chart/signals.h"
@@ -11,12 +12,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr Rgb kFallingBody = {100, 10, 10};
-constexpr Rgb kRisingBody = {10, 100, 10};
-constexpr Rgb kBuyMark = {50, 150, 50};
-constexpr Rgb kSellMark = {150, 50, 50};
-constexpr Rgb kAlarmMark = {250, 150, 0};
-constexpr double kAlarmX = 12645;
 // Signals of the bars before this one are not marked.
 constexpr std::size_t kFirstMarkedBar = 30;
 // A candle's body, left and right of its wick.

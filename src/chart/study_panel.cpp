@@ -1,7 +1,9 @@
 #include "base/numbers.h"
 #include "chart/chart_panels.h"
+#include "chart/panel_colours.h"
 #include "chart/panel_paint.h"
 #include "chart/series_tables.h"
+#include "chart/study_values.h"
 
 namespace brantlow {
 
@@ -11,37 +13,6 @@ namespace {
 constexpr double kBeyondAnyStudy = 9e20;
 constexpr double kHighestRsi = 100;
 constexpr double kMidline = 0.5;
-// The black of levels and plain bars.
-constexpr Rgb kNearBlack = {1, 1, 1};
-// Rising and falling, and the sign bars' own pair.
-constexpr Rgb kUp = {1, 150, 1};
-constexpr Rgb kDown = {150, 10, 10};
-constexpr Rgb kPositive = {10, 150, 10};
-constexpr Rgb kNegative = {150, 1, 1};
-
-// The values of a study, bar by bar.
-class StudyValues {
-  public:
-    StudyValues(const Study& study, const Analysis& analysis)
-        : values_(study.stored != nullptr ? analysis.series.*study.stored
-                                          : analysis.indicators.*study.computed),
-          subtracted_(study.subtracted != nullptr ? &(analysis.indicators.*study.subtracted) : nullptr) {}
-
-    bool IsWritten(std::size_t i) const {
-        return values_.State(i) == ElementState::Written &&
-               (subtracted_ == nullptr || subtracted_->State(i) == ElementState::Written);
-    }
-    // 0 where nothing was written.
-    double operator[](std::size_t i) const {
-        if (!IsWritten(i)) return 0;
-        return subtracted_ == nullptr ? values_[i] : values_[i] - (*subtracted_)[i];
-    }
-
-  private:
-    const NumberSeries& values_;
-    const NumberSeries* subtracted_;
-};
-
 void FindStudyRange(const Study* study, const Analysis& analysis, ChartSession& chart) {
     chart.StudyTop = -kBeyondAnyStudy;
     chart.StudyBottom = kBeyondAnyStudy;
@@ -85,11 +56,11 @@ bool Rises(const StudyBar& bar, std::size_t i) {
 
 // The colour tells the study's direction.
 void DrawTrend(const StudyBar& bar, std::size_t i) {
-    DrawBar(bar, i, Rises(bar, i) ? kUp : kDown);
+    DrawBar(bar, i, Rises(bar, i) ? kStudyUp : kStudyDown);
 }
 
 void DrawSign(const StudyBar& bar, std::size_t i) {
-    DrawBar(bar, i, bar.values[i] > 0 ? kPositive : kNegative);
+    DrawBar(bar, i, bar.values[i] > 0 ? kStudyPositive : kStudyNegative);
 }
 
 // Coloured where direction and sign agree.
@@ -97,15 +68,15 @@ void DrawTwoTests(const StudyBar& bar, std::size_t i) {
     const double value = bar.values[i];
     const bool rises = Rises(bar, i);
     DrawBar(bar, i, kNearBlack);
-    if (rises && value > 0) DrawBar(bar, i, kUp);
-    if (!rises && value <= 0) DrawBar(bar, i, kDown);
+    if (rises && value > 0) DrawBar(bar, i, kStudyUp);
+    if (!rises && value <= 0) DrawBar(bar, i, kStudyDown);
 }
 
 void DrawMidline(const StudyBar& bar, std::size_t i) {
     const double value = bar.values[i];
     if (i >= bar.study.midlineFrom) bar.pen.LevelAt(i, kMidline, kBlack);
     if (i < bar.study.drawFrom) return;
-    bar.pen.Upright(i, kMidline, value, value > kMidline ? kUp : kDown);
+    bar.pen.Upright(i, kMidline, value, value > kMidline ? kStudyUp : kStudyDown);
 }
 
 // The two levels, the study's line between them, and bars where it is beyond one.
@@ -117,8 +88,8 @@ void DrawBand(const StudyBar& bar, std::size_t i) {
     bar.pen.LevelAt(i, lower, kNearBlack);
     if (i < bar.study.drawFrom) return;
     bar.pen.Segment({i - 1, bar.values[i - 1]}, {i, value}, kNearBlack);
-    if (value <= lower) bar.pen.Upright(i, lower, value, kUp);
-    if (value >= upper) bar.pen.Upright(i, upper, value, kDown);
+    if (value <= lower) bar.pen.Upright(i, lower, value, kStudyUp);
+    if (value >= upper) bar.pen.Upright(i, upper, value, kStudyDown);
 }
 
 void DrawStudyAt(const StudyBar& bar, std::size_t i) {

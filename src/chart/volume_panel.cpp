@@ -4,6 +4,7 @@
 
 #include "base/numbers.h"
 #include "chart/chart_panels.h"
+#include "chart/panel_colours.h"
 #include "chart/panel_paint.h"
 #include "chart/series_tables.h"
 
@@ -13,8 +14,6 @@ namespace {
 
 // The bottom before any volume has been seen.
 constexpr double kBeyondAnyVolume = 9e20;
-constexpr Rgb kUp = {10, 150, 10};
-constexpr Rgb kDown = {150, 10, 10};
 
 // The scale from the volumes as they are; only then a volume of 0 becomes 1, so that it is 0 once at most.
 void FindVolumeRange(Analysis& analysis, ChartSession& chart) {
@@ -37,8 +36,8 @@ void SetVolumeScale(Analysis& analysis, ChartSession& chart) {
 }
 
 Rgb BarColour(double before, double close) {
-    if (before < close) return kUp;
-    return before > close ? kDown : kBlack;
+    if (before < close) return kVolumeUp;
+    return before > close ? kVolumeDown : kBlack;
 }
 
 // The first bar is compared with element 0, which is 0 unless the oldest year is missing.

@@ -1,6 +1,6 @@
 #include "indicators/series_folding.h"
 
-#include "indicators/working_series.h"
+#include "indicators/whole_history.h"
 
 namespace brantlow {
 
@@ -9,6 +9,19 @@ namespace {
 void CopyBar(std::size_t to, std::size_t from, WorkingSeries& series) {
     for (const NumberField& field : kNumberFields) (series.*field.series).Copy(to, from);
     for (const TextField& field : kTextFields) (series.*field.series).Copy(to, from);
+}
+
+template <class Series>
+void TakeElement(const Series& from, std::size_t fromElement, std::size_t toElement, Series& to) {
+    to.Set(toElement, from[fromElement]);
+}
+
+void TakeElement(const NumberSeries& from, std::size_t fromElement, std::size_t toElement, NumberSeries& to) {
+    if (from.State(fromElement) == ElementState::Written) {
+        to.Set(toElement, from[fromElement]);
+    } else {
+        to.Empty(toElement);
+    }
 }
 
 // Copying into the group's own first bar is safe: each bar is looked at before it is overwritten.
@@ -37,15 +50,24 @@ void FoldOneGroup(const FoldGroup& group, WorkingSeries& series) {
     series.Volume.Set(group.index, MeanVolume(group, [&](std::size_t j) { return series.Volume[j]; }));
 }
 
-void Fold(const Folding& folding, WorkingSeries& series) {
+}  // namespace
+
+void FoldBars(const Folding& folding, WorkingSeries& series) {
     const std::size_t daily = series.BarCount;
     const std::size_t folded = FoldedCount(daily, folding);
     for (std::size_t i = 1; i <= folded; ++i) FoldOneGroup(GroupOf(i, daily, folding), series);
     series.BarCount = folded;
-    WindowSeries(0, series);
 }
 
-}  // namespace
+void CopyBars(const WorkingSeries& from, std::size_t first, std::size_t count, WorkingSeries& to) {
+    for (std::size_t i = 0; i < count; ++i) {
+        for (const NumberField& field : kNumberFields)
+            TakeElement(from.*field.series, first + i, i + 1, to.*field.series);
+        for (const TextField& field : kTextFields)
+            TakeElement(from.*field.series, first + i, i + 1, to.*field.series);
+    }
+    to.BarCount = to.LastBar = to.LastRowRead = count;
+}
 
 void WindowSeries(double length, WorkingSeries& series) {
     if (length == 0) length = static_cast<double>(kDefaultWindow);
@@ -60,11 +82,13 @@ void WindowSeries(double length, WorkingSeries& series) {
 }
 
 void MakeWeeklySeries(WorkingSeries& series) {
-    Fold(kWeekly, series);
+    FoldBars(kWeekly, series);
+    WindowSeries(0, series);
 }
 
 void MakeMonthlySeries(WorkingSeries& series) {
-    Fold(kMonthly, series);
+    FoldBars(kMonthly, series);
+    WindowSeries(0, series);
 }
 
 }  // namespace brantlow

@@ -21,6 +21,9 @@ struct Folding {
 inline constexpr Folding kWeekly = {5, false};
 inline constexpr Folding kMonthly = {20, true};
 
+// Folds all bars of `series` in place.
+void FoldBars(const Folding& folding, WorkingSeries& series);
+
 // One bar to be made: of the bars `first` to `last`, stored at `index`.
 struct FoldGroup {
     std::size_t index;

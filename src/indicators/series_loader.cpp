@@ -4,7 +4,8 @@
 #include "base/text.h"
 #include "indicators/history_row.h"
 #include "indicators/record_days.h"
-#include "indicators/working_series.h"
+#include "indicators/series_folding.h"
+#include "indicators/whole_history.h"
 #include "indicators/year_plan.h"
 #include "store/year_files.h"
 
@@ -77,6 +78,15 @@ Failure LoadRecentSeries(const HistorySource& source, std::string_view ticker, W
 
 Failure LoadFullSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series) {
     return LoadYears(source, ticker, kFullYears, series);
+}
+
+Failure LoadWholeHistory(const HistorySource& source, std::string_view ticker, Interval interval,
+                         WorkingSeries& series) {
+    if (Failure failure = LoadFullSeries(source, ticker, series)) return failure;
+    if (interval == Interval::Weekly) FoldBars(kWeekly, series);
+    if (interval == Interval::Monthly) FoldBars(kMonthly, series);
+    series.LastBar = series.BarCount;
+    return {};
 }
 
 Failure LoadSeriesFor(const HistorySource& source, std::string_view ticker, Interval interval,

@@ -24,6 +24,11 @@ class ChartOptionsKept : public testing::Test {
 TEST_F(ChartOptionsKept, ANewInstallationFitsTheChartToItsWindow) {
     const ChartOptions options = LoadChartOptions(store);
     EXPECT_TRUE(options.fitToWindow);
+    EXPECT_TRUE(options.timeAxis);
+    EXPECT_FALSE(options.roundPrices);
+    EXPECT_FALSE(options.grid);
+    EXPECT_FALSE(options.wideLines);
+    EXPECT_EQ(options.colours, ChartColours::Standard);
     // 6150, 1220 and 1220 twips.
     EXPECT_NEAR(options.shares[0], 6150.0 / 8590, 1e-12);
     EXPECT_NEAR(options.shares[1], 1220.0 / 8590, 1e-12);
@@ -33,12 +38,17 @@ TEST_F(ChartOptionsKept, ANewInstallationFitsTheChartToItsWindow) {
 TEST_F(ChartOptionsKept, WhatWasChosenIsReadBack) {
     ChartOptions options;
     options.fitToWindow = false;
+    options.timeAxis = false;
+    options.roundPrices = options.grid = options.wideLines = true;
+    options.colours = ChartColours::Dark;
     options.shares = {0.5, 0.3, 0.2};
     ASSERT_FALSE(SaveChartOptions(store, options));
-    const ChartOptions read = LoadChartOptions(store);
-    EXPECT_FALSE(read.fitToWindow);
+    ChartOptions read = LoadChartOptions(store);
+    EXPECT_EQ(GetSetting(store, "Chart", "Palette", ""), "Dark");
     for (std::size_t i = 0; i < read.shares.size(); ++i)
         EXPECT_NEAR(read.shares[i], options.shares[i], 1e-12);
+    read.shares = options.shares;
+    EXPECT_EQ(read, options);
 }
 
 TEST_F(ChartOptionsKept, OnlyWhatDiffersIsWritten) {
@@ -58,6 +68,8 @@ TEST_F(ChartOptionsKept, WhatCannotBeReadIsAsInANewInstallation) {
         "[Chart]\nFitToWindow=\n",
         "[Chart]\nFitToWindow=yes\n",
         "[Other]\nFitToWindow=0\n",
+        "[Chart]\nPalette=dark\n",
+        "[Chart]\nGrid=2\nWideLines=\nTimeAxis=-1\n",
         "[Chart]\nStudyShare=much\n",
         "[Chart]\nStudyShare=0.01\n",
         "[Chart]\nStudyShare=-0.3\n",

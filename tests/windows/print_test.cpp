@@ -83,7 +83,7 @@ class PrintingProgram : public Program {
         auto* child = new TwoColours;
         child->setWindowTitle(caption);
         QMdiSubWindow* window = Area().addSubWindow(child);
-        frame->Children().SetOperations(*child, frame->Printing().PictureOperations(*child, *child));
+        frame->Children().SetOperations(*child, frame->Printing().PictureOperations(*child, *child, {}));
         window->show();
         Area().setActiveSubWindow(window);
         child->setFixedSize(400, 200);

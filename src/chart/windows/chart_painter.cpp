@@ -34,13 +34,15 @@ bool Narrow(Span& span, double start, double run, double end) {
 // Draws on whole device pixels. Runs of lines of one colour go to the painter in one call.
 class DevicePainter {
   public:
-    DevicePainter(QPainter& painter, QSizeF size, const PaintScale& scale)
+    DevicePainter(QPainter& painter, QSizeF size, const PaintStyle& style)
         : painter_(painter),
-          across_(painter.device()->devicePixelRatioF() * scale.across / kTwipsPerPixel),
-          down_(painter.device()->devicePixelRatioF() * scale.down / kTwipsPerPixel),
-          penWidth_(std::max(1, static_cast<int>(std::lround(painter.device()->devicePixelRatioF())))),
-          width_(size.width() * kTwipsPerPixel / scale.across),
-          height_(size.height() * kTwipsPerPixel / scale.down) {
+          style_(style),
+          across_(painter.device()->devicePixelRatioF() * style.scale.across / kTwipsPerPixel),
+          down_(painter.device()->devicePixelRatioF() * style.scale.down / kTwipsPerPixel),
+          onePixel_(std::max(1, static_cast<int>(std::lround(painter.device()->devicePixelRatioF())))),
+          penWidth_(onePixel_),
+          width_(size.width() * kTwipsPerPixel / style.scale.across),
+          height_(size.height() * kTwipsPerPixel / style.scale.down) {
         const double pixel = 1 / painter.device()->devicePixelRatioF();
         painter_.save();
         painter_.setClipRect(QRectF(QPointF(), size), Qt::IntersectClip);
@@ -55,16 +57,16 @@ class DevicePainter {
     DevicePainter& operator=(const DevicePainter&) = delete;
 
     void operator()(const DrawnLine& line) {
-        if (colour_ != line.colour) Flush();
-        colour_ = line.colour;
+        Take(line.colour);
         if (IsDash(line)) return AddDash(line);
         if (const std::optional<QLine> visible = Visible(line)) AddLine(*visible);
     }
 
     // Small rings look round only when smoothed.
     void operator()(const DrawnCircle& circle) {
+        Take(circle.colour);
         Flush();
-        SetPen(circle.colour);
+        SetPen(colour_);
         painter_.setRenderHint(QPainter::Antialiasing, true);
         const double radius = double{circle.radius} * std::min(across_, down_);
         const QPointF halfPen(penWidth_ / 2.0, penWidth_ / 2.0);
@@ -73,6 +75,18 @@ class DevicePainter {
     }
 
   private:
+    // What is drawn from here on has this colour of the lists.
+    void Take(Rgb listed) {
+        if (hasColour_ && listed == listed_) return;
+        Flush();
+        hasColour_ = true;
+        listed_ = listed;
+        const MappedColour mapped =
+            style_.colours ? (*style_.colours)(style_.panel, listed) : MappedColour{listed};
+        colour_ = mapped.colour;
+        penWidth_ = mapped.isSeries && style_.wideSeries ? 2 * onePixel_ : onePixel_;
+    }
+
     // The device pixel of a place in twips.
     QPoint Device(QPointF twips) const {
         return {static_cast<int>(std::floor(twips.x() * across_)),
@@ -125,13 +139,17 @@ class DevicePainter {
     }
 
     QPainter& painter_;
+    const PaintStyle& style_;
     // Device pixels a twip.
     double across_;
     double down_;
+    int onePixel_;
     int penWidth_;
     // In twips.
     double width_;
     double height_;
+    bool hasColour_ = false;
+    Rgb listed_;
     Rgb colour_;
     std::vector<QLine> lines_;
     std::vector<QRect> bars_;
@@ -139,8 +157,8 @@ class DevicePainter {
 
 }  // namespace
 
-void PaintItems(QPainter& painter, std::span<const DrawnItem> items, QSizeF size, const PaintScale& scale) {
-    DevicePainter device(painter, size, scale);
+void PaintItems(QPainter& painter, std::span<const DrawnItem> items, QSizeF size, const PaintStyle& style) {
+    DevicePainter device(painter, size, style);
     for (const DrawnItem& item : items) std::visit(device, item);
 }
 

@@ -9,6 +9,7 @@
 #include <QSizeF>
 #include <span>
 
+#include "chart/chart_palette.h"
 #include "chart/drawing.h"
 
 class QPainter;
@@ -26,9 +27,19 @@ struct PaintScale {
     bool operator==(const PaintScale&) const = default;
 };
 
+// How the items of one panel are painted.
+struct PaintStyle {
+    PaintScale scale = {};
+    // Without one the colours are those of the items.
+    const ColourMap* colours = nullptr;
+    Panel panel = Panel::Price;
+    // Lines of series take two logical pixels.
+    bool wideSeries = false;
+};
+
 // Draws `items` in their order with the panel's top left corner at the painter's origin. `size` is the area
 // in logical pixels; what reaches out of it is not drawn.
 void PaintItems(QPainter& painter, std::span<const DrawnItem> items, QSizeF size,
-                const PaintScale& scale = {});
+                const PaintStyle& style = {});
 
 }  // namespace brantlow

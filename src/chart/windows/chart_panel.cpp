@@ -1,8 +1,10 @@
 #include "chart/windows/chart_panel.h"
 
 #include <QMouseEvent>
+#include <QNativeGestureEvent>
 #include <QPainter>
 #include <QToolTip>
+#include <QWheelEvent>
 #include <cmath>
 
 #include "base/windows/display_text.h"
@@ -13,6 +15,9 @@ namespace brantlow {
 
 namespace {
 
+// A press that trembles is no drag yet.
+constexpr double kDragBegins = 5;
+
 // Whole pixels that hold `twips`.
 int PixelsThatHold(double twips) {
     return static_cast<int>(std::ceil(twips / kTwipsPerPixel));
@@ -20,8 +25,8 @@ int PixelsThatHold(double twips) {
 
 }  // namespace
 
-ChartPanel::ChartPanel(Panel panel, const ChartSession& chart, QWidget* parent)
-    : QWidget(parent), panel_(panel), chart_(chart) {
+ChartPanel::ChartPanel(Panel panel, const ChartScene& scene, QWidget* parent)
+    : QWidget(parent), panel_(panel), scene_(scene) {
     setObjectName(QString::fromLatin1(FormOf(panel).control));
     resize(OwnSize());
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -38,25 +43,128 @@ PaintScale ChartPanel::Scale() const {
     return {static_cast<double>(width()) / own.width(), static_cast<double>(height()) / own.height()};
 }
 
+double ChartPanel::TwipsAcross(double pixels) const {
+    return pixels * kTwipsPerPixel / Scale().across;
+}
+
+double ChartPanel::TwipsDown(double pixels) const {
+    return pixels * kTwipsPerPixel / Scale().down;
+}
+
+void ChartPanel::Redraw() {
+    picture_ = {};
+    update();
+}
+
+void ChartPanel::ShowCrosshair(std::optional<double> x, std::optional<double> y) {
+    if (x == crosshairX_ && y == crosshairY_) return;
+    crosshairX_ = x;
+    crosshairY_ = y;
+    update();
+}
+
 void ChartPanel::paintEvent(QPaintEvent*) {
+    // A scale of the screen that is no whole number rounds, so only whole pixels can be compared.
+    if (picture_.size() != size() * devicePixelRatio() || picture_.devicePixelRatio() != devicePixelRatio()) {
+        Render();
+    }
     QPainter painter(this);
-    painter.fillRect(rect(), Qt::white);
-    PaintItems(painter, chart_.Picture(panel_).items, size(), Scale());
+    painter.drawPixmap(0, 0, picture_);
+    PaintCrosshair(painter);
+}
+
+void ChartPanel::Render() {
+    picture_ = QPixmap(size() * devicePixelRatio());
+    picture_.setDevicePixelRatio(devicePixelRatio());
+    picture_.fill(ColourOf(scene_.Palette().ground));
+    QPainter painter(&picture_);
+    PaintGrid(painter);
+    const ChartOptions& options = scene_.Options();
+    PaintItems(painter, scene_.Items(panel_), size(),
+               {Scale(), &scene_.Colours(), panel_, options.wideLines});
+}
+
+void ChartPanel::PaintGrid(QPainter& painter) const {
+    const ChartOptions& options = scene_.Options();
+    if (!options.grid || !options.fitToWindow) return;
+    std::vector<DrawnItem> lines;
+    const Rgb colour = scene_.Palette().grid;
+    const PanelForm& form = FormOf(panel_);
+    for (const AxisTick& tick : scene_.Ticks()) {
+        const double x = scene_.View().X(static_cast<double>(tick.bar));
+        lines.emplace_back(LineBetween({x, form.topY}, {x, form.bottomY}, colour));
+    }
+    if (panel_ == Panel::Price) {
+        for (const RoundLevel& level : scene_.Levels()) {
+            const double y = scene_.Axis(panel_).Y(level.value);
+            lines.emplace_back(LineBetween({kPanelLeft, y}, {kPanelRight, y}, colour));
+        }
+    }
+    PaintItems(painter, lines, size(), {.scale = Scale()});
+}
+
+void ChartPanel::PaintCrosshair(QPainter& painter) const {
+    if (!crosshairX_) return;
+    const PanelForm& form = FormOf(panel_);
+    const Rgb colour = scene_.Palette().quiet;
+    std::vector<DrawnItem> lines = {
+        LineBetween({*crosshairX_, form.topY}, {*crosshairX_, form.bottomY}, colour)};
+    if (crosshairY_)
+        lines.emplace_back(LineBetween({kPanelLeft, *crosshairY_}, {kPanelRight, *crosshairY_}, colour));
+    PaintItems(painter, lines, size(), {.scale = Scale()});
 }
 
 void ChartPanel::mousePressEvent(QMouseEvent* event) {
-    Q_EMIT Pressed(event->position().x() * kTwipsPerPixel / Scale().across);
+    if (event->button() == Qt::LeftButton && scene_.Options().fitToWindow) dragX_ = event->position().x();
+    Q_EMIT Pressed(TwipsAcross(event->position().x()));
 }
 
 // A tip that is shown follows the pointer.
 void ChartPanel::mouseMoveEvent(QMouseEvent* event) {
-    const QString tip = Shown(TipText(chart_, panel_, event->position().y() * kTwipsPerPixel / Scale().down));
+    Drag(*event);
+    const double y = TwipsDown(event->position().y());
+    const QString tip = Shown(TipText(scene_.Axis(panel_), panel_, y));
     setToolTip(tip);
     if (QToolTip::isVisible()) QToolTip::showText(event->globalPosition().toPoint(), tip, this);
+    Q_EMIT Hovered(TwipsAcross(event->position().x()), y);
+}
+
+void ChartPanel::Drag(const QMouseEvent& event) {
+    if (!dragX_ || !(event.buttons() & Qt::LeftButton)) return;
+    const double way = event.position().x() - *dragX_;
+    if (!isDragging_ && std::abs(way) < kDragBegins) return;
+    isDragging_ = true;
+    dragX_ = event.position().x();
+    Q_EMIT Dragged(TwipsAcross(way));
+}
+
+void ChartPanel::wheelEvent(QWheelEvent* event) {
+    const double notches = event->angleDelta().y() / static_cast<double>(QWheelEvent::DefaultDeltasPerStep);
+    if (!scene_.Options().fitToWindow || notches == 0) return event->ignore();
+    Q_EMIT Zoomed(TwipsAcross(event->position().x()), std::pow(kZoomStep, -notches));
+    event->accept();
+}
+
+bool ChartPanel::event(QEvent* event) {
+    if (event->type() == QEvent::NativeGesture && scene_.Options().fitToWindow) {
+        const auto* const gesture = static_cast<QNativeGestureEvent*>(event);
+        if (gesture->gestureType() == Qt::ZoomNativeGesture && gesture->value() > -1) {
+            Q_EMIT Zoomed(TwipsAcross(gesture->position().x()), 1 / (1 + gesture->value()));
+            return true;
+        }
+    }
+    return QWidget::event(event);
 }
 
 void ChartPanel::mouseReleaseEvent(QMouseEvent*) {
+    dragX_.reset();
+    isDragging_ = false;
     Q_EMIT Released(panel_);
+}
+
+void ChartPanel::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    Q_EMIT Left();
 }
 
 }  // namespace brantlow

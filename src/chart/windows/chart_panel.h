@@ -1,39 +1,77 @@
-// One panel of the chart on the screen: shows what stands on it, tells where the mouse is pressed and
+// One panel of the chart on the screen: shows what stands on it, tells where the mouse is pressed, moved and
 // released, and gives the value under the pointer as its tip. In whatever size it is given it shows all of
 // the panel.
+//
+// What is under the crosshair is painted once and kept until it changes, so that the crosshair moves at once.
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
+#include <optional>
 
-#include "chart/chart_session.h"
+#include "chart/chart_scene.h"
 #include "chart/windows/chart_painter.h"
 
+class QPainter;
+
 namespace brantlow {
+
+// How many times as many bars a notch of the wheel or a key shows.
+inline constexpr double kZoomStep = 1.25;
 
 class ChartPanel final : public QWidget {
     Q_OBJECT
   public:
-    // `chart` outlives the panel.
-    ChartPanel(Panel panel, const ChartSession& chart, QWidget* parent = nullptr);
+    // `scene` outlives the panel.
+    ChartPanel(Panel panel, const ChartScene& scene, QWidget* parent = nullptr);
 
     // Whole pixels that hold the panel in its own size.
     QSize OwnSize() const;
     PaintScale Scale() const;
+    // From pixels of this panel to its twips.
+    double TwipsAcross(double pixels) const;
+    double TwipsDown(double pixels) const;
+    // What the scene shows has changed.
+    void Redraw();
+    // The crosshair at `x` twips, nothing for none; at `y` of the panel over which the pointer is.
+    void ShowCrosshair(std::optional<double> x, std::optional<double> y);
 
   Q_SIGNALS:
     // At `x` twips from the left edge.
     void Pressed(double x);
     void Released(Panel panel);
+    // The pointer is at this place of the panel, in twips.
+    void Hovered(double x, double y);
+    void Left();
+    // The pointer was dragged so many twips to the right since it was pressed or since the last such signal.
+    void Dragged(double twips);
+    // The wheel or two fingers ask for `factor` times as many bars, about `x` twips of the panel.
+    void Zoomed(double x, double factor);
 
   protected:
+    bool event(QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
   private:
+    void Drag(const QMouseEvent& event);
+    void Render();
+    void PaintGrid(QPainter& painter) const;
+    void PaintCrosshair(QPainter& painter) const;
+
     Panel panel_;
-    const ChartSession& chart_;
+    const ChartScene& scene_;
+    // Null when it is to be painted anew.
+    QPixmap picture_;
+    std::optional<double> crosshairX_;
+    std::optional<double> crosshairY_;
+    // Where the drag has come to in pixels, nothing while no button is held; it begins a few pixels on.
+    std::optional<double> dragX_;
+    bool isDragging_ = false;
 };
 
 }  // namespace brantlow

@@ -6,20 +6,26 @@
 #include <QHash>
 #include <QList>
 #include <QWidget>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "chart/chart_actions.h"
 #include "chart/chart_options.h"
+#include "chart/chart_scene.h"
 
 class QBoxLayout;
 class QComboBox;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QScrollArea;
 
 namespace brantlow {
 
 class PanelStack;
+class ValuesLine;
 
 class frmGraph final : public QWidget {
     Q_OBJECT
@@ -30,16 +36,32 @@ class frmGraph final : public QWidget {
     const ChartSession& Chart() const { return context_.chart; }
     // What a picture or a print of the window holds: all of the chart, even where the window is smaller.
     QWidget* ClientArea() const { return sheet_; }
+    // Of the window where nothing else gives it a size: the panels stand in their own.
+    QSize UsualSize() const;
+    // The chart as it is shown now, as an SVG file.
+    std::string Svg() const;
     // The alarms of this row of the open table are drawn from now on.
     void ShowAlarms(const QuoteTable& table, std::size_t row);
     // The options have changed.
     void ShowOptions();
+    // Another ticker stands in the chart's context.
+    void TickerChanged();
+    // The conditions whose hits Page Up and Page Down can go through.
+    void OfferWalks(const std::vector<std::size_t>& conditions);
+    // The condition of the walk chosen, kEveryRow for all rows.
+    std::size_t WalkCondition() const;
 
   Q_SIGNALS:
     // The user asked to close this window; the main frame decides.
     void ExitAsked();
     // "Test Buy and Sell Conditions" was pressed.
     void TestAsked();
+    // The person wants the chart of this ticker.
+    void TickerAsked(const std::string& ticker);
+    // The person wants the next ticker of the walk, or the one before.
+    void StepAsked(bool downwards);
+    // A line for the status bar.
+    void Told(const std::string& sentence);
     // The person has changed an option at the chart itself, which is shown already.
     void OptionsChosen();
 
@@ -50,6 +72,7 @@ class frmGraph final : public QWidget {
 
   private:
     void BuildValues(QBoxLayout& rows);
+    void BuildWalk();
     void BuildPicks(QBoxLayout& rows);
     void BuildPanels(QBoxLayout& rows);
     void BuildSlots(QBoxLayout& column);
@@ -61,7 +84,39 @@ class frmGraph final : public QWidget {
                            void (frmGraph::*pressed)());
     void ConnectPanels();
 
+    // A strip of parts over the panels: in one row in the chart's own size; in a chart that fits its window
+    // it goes on in the next row where the window is narrow.
+    struct Strip {
+        QWidget* ground = nullptr;
+        QList<QWidget*> parts = {};
+        int gap = 0;
+        // In one row the parts from this one on stand at the right.
+        qsizetype atRight = 0;
+    };
+    void LayOut(const Strip& strip) const;
+
+    struct KeyRow;
+    static const KeyRow kKeys[];
+
     void Picked(std::size_t list, int item);
+    void TellNoFreeSlot();
+    void CrosshairBack() { MoveCrosshair(-1); }
+    void CrosshairOn() { MoveCrosshair(1); }
+    void StepDown() { Q_EMIT StepAsked(true); }
+    void StepUp() { Q_EMIT StepAsked(false); }
+    void ZoomIn();
+    void ZoomOut();
+    void GoToOldest();
+    void GoToNewest();
+    void ResetView();
+    void Drag(double twips);
+    // Draws what the scene's zoom has come to.
+    void ShowView();
+    // The chart's own lists were painted again, or from another load.
+    void PaintedAgain();
+    void Reloaded();
+    double ZoomCentre() const;
+    void EnterTicker();
     void ClearPrice();
     void ClearVolume();
     void Coarser();
@@ -70,6 +125,11 @@ class frmGraph final : public QWidget {
     // Brings everything on the window to what the session holds.
     void Refresh();
     void ShowLabels();
+    void ShowCaptions();
+    void ShowValues();
+    // The crosshair at this bar, 0 for none; `y` twips of `over` where the pointer is there.
+    void ShowCrosshair(std::size_t bar, std::optional<Panel> over = {}, double y = 0);
+    void MoveCrosshair(int bars);
     void ShowReadOut();
     // All of `text`, in a smaller font where the label is too narrow for it.
     void ShowWhole(std::string_view control, const std::string& text);
@@ -77,11 +137,21 @@ class frmGraph final : public QWidget {
 
     ChartContext context_;
     ChartOptions& options_;
+    ChartScene scene_;
+    std::size_t crosshair_ = 0;
+    // What a drag has not yet moved, in bars.
+    double dragged_ = 0;
     QWidget* sheet_;
     QScrollArea* scroll_;
     PanelStack* panels_;
     QHash<QString, QLabel*> labels_;
     QList<QComboBox*> picks_;
+    Strip header_;
+    Strip choices_;
+    ValuesLine* values_ = nullptr;
+    QLineEdit* ticker_ = nullptr;
+    QComboBox* walk_ = nullptr;
+    QWidget* legendGround_ = nullptr;
     QLabel* timeFrame_ = nullptr;
     QLabel* emptyPrice_ = nullptr;
     QLabel* emptyStudy_ = nullptr;

@@ -1,6 +1,7 @@
 #include "chart/windows/panel_stack.h"
 
 #include <QLabel>
+#include <QPainter>
 #include <algorithm>
 #include <cmath>
 #include <string_view>
@@ -39,13 +40,18 @@ constexpr double kLabelFontScale = 0.9;
 // Less than this is no chart any more: the window scrolls.
 constexpr QSize kSmallestPanels(320, 240);
 constexpr double kNearlyFull = 1.02;
+// Between two words of the time axis, and lines of text from one round price to the next.
+constexpr int kTickGap = 16;
+const char* const kLongestTick = "May 28";
+constexpr int kTickLengthPixels = 4;
+constexpr int kLinesALevel = 3;
 
 }  // namespace
 
-PanelStack::PanelStack(const ChartSession& chart, ChartOptions& options, QWidget* parent)
-    : QWidget(parent), options_(options) {
+PanelStack::PanelStack(ChartScene& scene, ChartOptions& options, QWidget* parent)
+    : QWidget(parent), scene_(scene), options_(options) {
     for (std::size_t i = 0; i < panels_.size(); ++i) {
-        panels_[i] = new ChartPanel(static_cast<Panel>(i), chart, this);
+        panels_[i] = new ChartPanel(static_cast<Panel>(i), scene, this);
     }
     for (const Panel above : {Panel::Price, Panel::Study}) AddBorder(above);
     QFont small = font();
@@ -96,13 +102,28 @@ int PanelStack::LabelRoom() const {
     return room;
 }
 
-QSize PanelStack::SizeAround(QSize panels) const {
-    const int gaps = kPanelGap * static_cast<int>(panels_.size() - 1);
-    return {LabelRoom() + kLabelGap + panels.width(),
-            TopOf(Panel::Price) + panels.height() + gaps + kLabelGap};
+int PanelStack::TimeAxisHeight() const {
+    if (!options_.fitToWindow || !options_.timeAxis) return 0;
+    return labels_.constFirst()->fontMetrics().height() + kTickLengthPixels;
 }
 
+// Right of the panels stand numbers of the same kind as on their left.
+int PanelStack::RoundPriceRoom() const {
+    return options_.fitToWindow && options_.roundPrices ? LabelRoom() : 0;
+}
+
+QSize PanelStack::SizeAround(QSize panels) const {
+    const int gaps = kPanelGap * static_cast<int>(panels_.size() - 1);
+    return {LabelRoom() + kLabelGap + panels.width() + RoundPriceRoom(),
+            TopOf(Panel::Price) + panels.height() + gaps + kLabelGap + TimeAxisHeight()};
+}
+
+// A chart that fits its window asks for little and takes what there is.
 QSize PanelStack::sizeHint() const {
+    return options_.fitToWindow ? SizeAround(kSmallestPanels) : OwnSize();
+}
+
+QSize PanelStack::OwnSize() const {
     QSize own;
     for (const ChartPanel* panel : panels_) {
         own = QSize(panel->OwnSize().width(), own.height() + panel->OwnSize().height());
@@ -111,7 +132,7 @@ QSize PanelStack::sizeHint() const {
 }
 
 QSize PanelStack::minimumSizeHint() const {
-    return options_.fitToWindow ? SizeAround(kSmallestPanels) : sizeHint();
+    return sizeHint();
 }
 
 std::array<int, kPanels.size()> PanelStack::HeightsIn(int height) const {
@@ -150,6 +171,13 @@ void PanelStack::PlacePanels(int room) {
     }
 }
 
+AxisRoom PanelStack::RoomOnAxes() const {
+    const QFontMetrics metrics = labels_.constFirst()->fontMetrics();
+    const ChartPanel& price = PanelAt(Panel::Price);
+    return {price.TwipsAcross(metrics.horizontalAdvance(QString::fromLatin1(kLongestTick)) + kTickGap),
+            static_cast<std::size_t>(std::max(1, price.height() / (kLinesALevel * metrics.height())))};
+}
+
 void PanelStack::Arrange() {
     const bool fits = options_.fitToWindow;
     setMinimumSize(minimumSizeHint());
@@ -157,11 +185,73 @@ void PanelStack::Arrange() {
     if (!fits) resize(sizeHint());
     setSizePolicy(fits ? QSizePolicy::Expanding : QSizePolicy::Fixed,
                   fits ? QSizePolicy::Expanding : QSizePolicy::Fixed);
+    PlacePanels(LabelRoom());
+    scene_.Update(RoomOnAxes());
+    ShowScale();
+    // The texts may need another room than those before.
     const int room = LabelRoom();
     PlacePanels(room);
     for (std::size_t i = 0; i < kScaleLabels.size(); ++i) {
         PlaceLabel(kScaleLabels[i].panel, kScaleLabels[i].share, *labels_.at(static_cast<qsizetype>(i)),
                    room);
+    }
+    for (ChartPanel* panel : panels_) panel->Redraw();
+    update();
+}
+
+// The panels' own labels hold the scale of the whole view; other views and short volumes have their own
+// texts.
+void PanelStack::ShowScale() {
+    for (std::size_t i = 0; i < kScaleLabels.size(); ++i) {
+        const ScaleLabel& row = kScaleLabels[i];
+        QLabel& label = *labels_.at(static_cast<qsizetype>(i));
+        label.setVisible(scene_.HasScale(row.panel));
+        const bool ownText = scene_.IsOwnWindow() && row.panel != Panel::Volume;
+        if (!options_.fitToWindow || ownText) continue;
+        label.setText(Shown(scene_.ScaleText(row.panel, row.share)));
+    }
+}
+
+void PanelStack::mouseDoubleClickEvent(QMouseEvent*) {
+    Q_EMIT AxisDoubleClicked();
+}
+
+void PanelStack::paintEvent(QPaintEvent*) {
+    if (!options_.fitToWindow) return;
+    QPainter painter(this);
+    painter.setFont(labels_.constFirst()->font());
+    painter.setPen(palette().color(QPalette::WindowText));
+    if (options_.timeAxis) PaintTimeAxis(painter);
+    if (options_.roundPrices) PaintRoundPrices(painter);
+}
+
+void PanelStack::PaintTimeAxis(QPainter& painter) const {
+    const ChartPanel& panel = PanelAt(Panel::Volume);
+    const QFontMetrics metrics = painter.fontMetrics();
+    const int top = panel.geometry().bottom() + 1;
+    int free = panel.x();
+    for (const AxisTick& tick : scene_.Ticks()) {
+        const double twips = scene_.View().X(static_cast<double>(tick.bar));
+        const int x = panel.x() + static_cast<int>(twips / panel.TwipsAcross(1));
+        const int width = metrics.horizontalAdvance(Shown(tick.text));
+        const int left = std::min(x - width / 2, this->width() - width);
+        if (left < free) continue;
+        painter.drawLine(x, top, x, top + kTickLengthPixels - 1);
+        painter.drawText(left, top + kTickLengthPixels + metrics.ascent(), Shown(tick.text));
+        free = left + width + kTickGap / 2;
+    }
+}
+
+void PanelStack::PaintRoundPrices(QPainter& painter) const {
+    const ChartPanel& panel = PanelAt(Panel::Price);
+    const QFontMetrics metrics = painter.fontMetrics();
+    const int axis = panel.x() + static_cast<int>(kPanelRight / panel.TwipsAcross(1));
+    for (const RoundLevel& level : scene_.Levels()) {
+        const int y =
+            panel.y() + static_cast<int>(scene_.Axis(Panel::Price).Y(level.value) / panel.TwipsDown(1));
+        painter.drawLine(axis + 1, y, axis + kTickLengthPixels, y);
+        painter.drawText(axis + kTickLengthPixels + kLabelGap, y + metrics.ascent() / 2 - 1,
+                         Shown(level.text));
     }
 }
 

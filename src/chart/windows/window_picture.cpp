@@ -17,12 +17,24 @@ QImage CaptureClient(QWidget& window) {
     return picture;
 }
 
-std::string BitmapBytes(const QImage& picture) {
+namespace {
+
+std::string BytesOf(const QImage& picture, const char* form) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "BMP");
+    picture.save(&buffer, form);
     return bytes.toStdString();
+}
+
+}  // namespace
+
+std::string BitmapBytes(const QImage& picture) {
+    return BytesOf(picture, "BMP");
+}
+
+std::string PngBytes(const QImage& picture) {
+    return BytesOf(picture, "PNG");
 }
 
 bool PrintPictureToFit(QPagedPaintDevice& printer, const QImage& picture) {

@@ -16,6 +16,9 @@ QImage CaptureClient(QWidget& window);
 // The picture in the form of a .bmp file.
 std::string BitmapBytes(const QImage& picture);
 
+// The same in the form of a .png file.
+std::string PngBytes(const QImage& picture);
+
 // Draws the picture at the page's origin as large as the page allows, and ends the job. False when the
 // printer or the file behind `printer` takes no page.
 bool PrintPictureToFit(QPagedPaintDevice& printer, const QImage& picture);

@@ -98,6 +98,8 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuEditCopy", true, true, true, true, true, false, true},
         {"mnuEditSelectAll", true, true, true, true, true, false, true},
         {"mnuEditFind", true, true, true, true, true, false, true},
+        {"mnuEditCopyPicture", true, true, true, true, true, true, true},
+        {"mnuViewChartDark", true, true, true, true, true, true, true},
         {"mnuEditSplitAdjustment", true, true, true, true, true, false, false},
         {"mnuPopUpSplitAdjustmentMakeAdjustment", true, true, true, true, true, false, false},
         {"SortAscending", true, true, true, true, true, false, false},

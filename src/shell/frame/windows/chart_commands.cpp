@@ -2,8 +2,12 @@
 
 #include <QMainWindow>
 #include <QMdiSubWindow>
+#include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "acquire/feeds/history_download.h"
+#include "chart/ticker_walk.h"
 #include "chart/windows/frmGraph.h"
 #include "chart/windows/frmGraphNoData.h"
 #include "chart/windows/frmReturn.h"
@@ -11,8 +15,29 @@
 #include "shell/frame/windows/window_person.h"
 #include "store/table_edit.h"
 #include "store/windows/frmQuoteGrid.h"
+#include "store/windows/frozen_table_view.h"
 
 namespace brantlow {
+
+namespace {
+
+constexpr std::string_view kStepNeedsTable = "To go from ticker to ticker, you will need to open a table";
+constexpr std::string_view kLastOfWalk = "This is the last ticker";
+constexpr std::string_view kFirstOfWalk = "This is the first ticker";
+
+}  // namespace
+
+template <bool ChartOptions::*choice>
+void ChartCommands::Toggle() {
+    options_.*choice = !(options_.*choice);
+    OptionsChanged();
+}
+
+template <ChartColours colours>
+void ChartCommands::Colour() {
+    options_.colours = colours;
+    OptionsChanged();
+}
 
 CommandRows ChartCommands::Rows() {
     static constexpr SubjectRow<ChartCommands> kRows[] = {
@@ -21,7 +46,14 @@ CommandRows ChartCommands::Rows() {
         {"Graphics", &ChartCommands::ChartAgain},
         {"mnuPopUpGraphicsHLC", &ChartCommands::ChartHighLowClose},
         {"mnuPopUpGraphicsCandleStick", &ChartCommands::ChartCandleStick},
-        {"mnuViewFitChart", &ChartCommands::ToggleFit},
+        {"mnuViewFitChart", &ChartCommands::Toggle<&ChartOptions::fitToWindow>},
+        {"mnuViewChartTimeAxis", &ChartCommands::Toggle<&ChartOptions::timeAxis>},
+        {"mnuViewChartRoundPrices", &ChartCommands::Toggle<&ChartOptions::roundPrices>},
+        {"mnuViewChartGrid", &ChartCommands::Toggle<&ChartOptions::grid>},
+        {"mnuViewChartWideLines", &ChartCommands::Toggle<&ChartOptions::wideLines>},
+        {"mnuViewChartStandard", &ChartCommands::Colour<ChartColours::Standard>},
+        {"mnuViewChartDistinct", &ChartCommands::Colour<ChartColours::Distinct>},
+        {"mnuViewChartDark", &ChartCommands::Colour<ChartColours::Dark>},
     };
     return RowsOf(*this, kRows);
 }
@@ -75,6 +107,10 @@ void ChartCommands::ShowSelection(const ChartSelection& selection, std::string_v
 
 void ChartCommands::LoadForm(const ChartContext& context) {
     auto* form = new frmGraph(context, options_);
+    QObject::connect(form, &frmGraph::TickerAsked, &frame_.window,
+                     [this](const std::string& ticker) { ShowTicker(ticker); });
+    QObject::connect(form, &frmGraph::StepAsked, &frame_.window, [this](bool downwards) { Step(downwards); });
+    QObject::connect(form, &frmGraph::Told, &frame_.window, frame_.notice);
     QObject::connect(form, &frmGraph::OptionsChosen, &frame_.window, [this] { KeepOptions(); });
     QObject::connect(form, &frmGraph::ExitAsked, &frame_.window, [this] {
         if (!frame_.person.InRun()) CloseForm();
@@ -82,16 +118,61 @@ void ChartCommands::LoadForm(const ChartContext& context) {
     form_ = form;
     QMdiSubWindow* const window = frame_.children.Add(*form);
     window_ = window;
-    ChildOperations operations = frame_.pictureOperations(*form, *form->ClientArea());
+    ChildOperations operations =
+        frame_.pictureOperations(*form, *form->ClientArea(), [form] { return form->Svg(); });
     operations.close = [this] { CloseForm(); };
     frame_.children.SetOperations(*form, operations);
     QObject::connect(form, &frmGraph::TestAsked, &frame_.window, [this] {
         TestConditions({frame_.session.settings, analysis_.series, chart_}, frame_.person, &frame_.window);
     });
-    window->resize(form->ClientArea()->sizeHint());
+    window->resize(form->UsualSize());
     window->showMaximized();
+    OfferWalks();
     form->setFocus();
     frame_.applyRules();
+}
+
+void ChartCommands::ShowTicker(const std::string& ticker) {
+    if (!form_ || frame_.person.InRun()) return;
+    ChartSelection selection;
+    selection.ticker = ticker;
+    if (const frmQuoteGrid* const table = frame_.table.form()) {
+        selection.table = &table->Table();
+        selection.row = RowOfTicker(table->Table(), ticker);
+    }
+    ChartContext context{frame_.session, analysis_, chart_};
+    const ChartStart start = ChangeTicker(context, selection);
+    form_->TickerChanged();
+    if (start == ChartStart::NoHistory) frame_.notice(ticker + ": no history in the Quote Database");
+}
+
+// The row of the table goes along, so that its commands mean the ticker that is charted.
+void ChartCommands::Step(bool downwards) {
+    frmQuoteGrid* const table = frame_.table.form();
+    if (!form_ || frame_.person.InRun()) return;
+    if (!table) return frame_.notice(std::string(kStepNeedsTable));
+    const std::size_t condition = form_->WalkCondition();
+    std::size_t column = kEveryRow;
+    for (const HitColumn& hit : HitColumnsOf(table->Table())) {
+        if (hit.condition == condition) column = hit.column;
+    }
+    const std::vector<std::size_t> shown = table->ShownRows();
+    const auto placeOf = [&](std::size_t row) { return std::find(shown.begin(), shown.end(), row); };
+    const std::size_t row = RowOfTicker(table->Table(), chart_.SelectorTicker);
+    auto next = NextRow(table->Table(), row, downwards, column);
+    while (next && placeOf(*next) == shown.end()) next = NextRow(table->Table(), *next, downwards, column);
+    if (!next) return frame_.notice(std::string(downwards ? kLastOfWalk : kFirstOfWalk));
+    const std::string ticker = table->Table().Ticker(*next);
+    ShowTicker(ticker);
+    table->View()->selectRow(static_cast<int>(placeOf(*next) - shown.begin()));
+}
+
+void ChartCommands::OfferWalks() {
+    std::vector<std::size_t> conditions;
+    if (const frmQuoteGrid* const table = frame_.table.form()) {
+        for (const HitColumn& hit : HitColumnsOf(table->Table())) conditions.push_back(hit.condition);
+    }
+    form_->OfferWalks(conditions);
 }
 
 // Not in the midst of a run: the series that the chart is drawn from may be in work.
@@ -114,11 +195,6 @@ void ChartCommands::LoadOptions() {
     ShowOptionsInMenu();
 }
 
-void ChartCommands::ToggleFit() {
-    options_.fitToWindow = !options_.fitToWindow;
-    OptionsChanged();
-}
-
 void ChartCommands::OptionsChanged() {
     ShowOptionsInMenu();
     if (form_) form_->ShowOptions();
@@ -126,7 +202,17 @@ void ChartCommands::OptionsChanged() {
 }
 
 void ChartCommands::ShowOptionsInMenu() {
-    frame_.check("mnuViewFitChart", options_.fitToWindow);
+    const std::pair<std::string_view, bool> entries[] = {
+        {"mnuViewFitChart", options_.fitToWindow},
+        {"mnuViewChartTimeAxis", options_.timeAxis},
+        {"mnuViewChartRoundPrices", options_.roundPrices},
+        {"mnuViewChartGrid", options_.grid},
+        {"mnuViewChartWideLines", options_.wideLines},
+        {"mnuViewChartStandard", options_.colours == ChartColours::Standard},
+        {"mnuViewChartDistinct", options_.colours == ChartColours::Distinct},
+        {"mnuViewChartDark", options_.colours == ChartColours::Dark},
+    };
+    for (const auto& [entry, on] : entries) frame_.check(entry, on);
 }
 
 void ChartCommands::KeepOptions() {

@@ -43,7 +43,15 @@ class ChartCommands final {
     void LoadForm(const ChartContext& context);
     void OfferHistory();
     void DownloadHistory();
-    void ToggleFit();
+    // The chart's window goes to another ticker, or to the next one of its walk.
+    void ShowTicker(const std::string& ticker);
+    void Step(bool downwards);
+    void OfferWalks();
+    // The entry that shows or changes a choice of yes or no.
+    template <bool ChartOptions::*choice>
+    void Toggle();
+    template <ChartColours colours>
+    void Colour();
     // The options as they are now: in the menu, on the chart, in the store.
     void OptionsChanged();
     void ShowOptionsInMenu();

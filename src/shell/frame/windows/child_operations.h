@@ -16,6 +16,7 @@ struct ChildOperations {
     std::function<void()> printPreview = {};
     std::function<void()> save = {};
     std::function<void()> saveAs = {};
+    std::function<void()> copyPicture = {};
     std::function<void()> close = {};
 };
 

@@ -103,7 +103,7 @@ void FileCommands::CellDoubleClicked(int column) {
 
 // The template of new tables and files of other kinds are not printed.
 ChildOperations FileCommands::Operations() {
-    const auto print = [this, printPicture = frame_.pictureOperations(*form_, *form_).print] {
+    const auto print = [this, printPicture = frame_.pictureOperations(*form_, *form_, {}).print] {
         const FileKind kind = KindOf(frame_.session.CurrentFile);
         if (kind == FileKind::Ddq || kind == FileKind::Dbe || kind == FileKind::Efq) printPicture();
     };

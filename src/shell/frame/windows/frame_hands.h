@@ -119,8 +119,9 @@ struct FrameHands {
     // Runs the entry of this name.
     std::function<void(std::string_view)> run = {};
     // What the File menu does with a chart: it is printed and kept as the picture of its `client` area, under
-    // its caption.
-    std::function<ChildOperations(QWidget& chart, QWidget& client)> pictureOperations = {};
+    // its caption. `svg` gives it as an SVG file; without one it cannot be kept as such.
+    std::function<ChildOperations(QWidget& chart, QWidget& client, std::function<std::string()> svg)>
+        pictureOperations = {};
     // Opens the chart of a ticker as another window wants it.
     std::function<void(const ChartWish& wish)> openChart = {};
     // Opens a page in the browser window.

@@ -26,8 +26,8 @@ FrameSubjects::FrameSubjects(const Start& start)
     hands.applyRules = start.applyRules;
     hands.openNamed = [this](const std::string& name) { file.OpenNamed(name); };
     hands.run = [this](std::string_view command) { Run(command); };
-    hands.pictureOperations = [this](QWidget& chartForm, QWidget& client) {
-        return print.PictureOperations(chartForm, client);
+    hands.pictureOperations = [this](QWidget& chartForm, QWidget& client, std::function<std::string()> svg) {
+        return print.PictureOperations(chartForm, client, std::move(svg));
     };
     hands.printPages = [this](const QString& title, const std::function<int(QPagedPaintDevice&)>& paint) {
         print.PrintPages(title, paint);

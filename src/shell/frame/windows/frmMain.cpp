@@ -68,9 +68,23 @@ std::vector<ScreenRect> FreeAreas() {
     return areas;
 }
 
-// The part of a filter that the dialog of this platform takes: the words, which hold the pattern.
-QString DialogFilter(const std::string& filter) {
-    return Shown(std::string_view(filter).substr(0, filter.find('|')));
+// The filters of a question, "words|pattern" one behind the other, as the dialog of this platform takes them:
+// the words, which hold the pattern.
+QStringList DialogFilters(const std::string& filter) {
+    const QStringList parts = Shown(filter).split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i < parts.size(); i += 2) filters << parts[i];
+    return filters;
+}
+
+// A name without an ending takes that of the further filter that is chosen.
+void OfferKinds(QFileDialog& dialog, const QStringList& filters) {
+    dialog.setNameFilters(filters);
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&dialog, filters](const QString& filter) {
+                         const bool isFirst = filter == filters.constFirst();
+                         dialog.setDefaultSuffix(isFirst ? QString() : filter.section(u'.', -1).chopped(1));
+                     });
 }
 
 }  // namespace
@@ -317,10 +331,10 @@ void frmMain::TellRun(const RunReport& report) {
 }
 
 Path frmMain::AskFile(const FileQuestion& question) {
-    QFileDialog dialog(this, Shown(question.title), ShownPath(question.folder),
-                       DialogFilter(question.filter));
+    QFileDialog dialog(this, Shown(question.title), ShownPath(question.folder));
     dialog.setOption(QFileDialog::DontUseNativeDialog, !isActiveWindow() || !isVisible());
     dialog.setAcceptMode(question.saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    OfferKinds(dialog, DialogFilters(question.filter));
     // A file that cannot be opened is told in the program's own words, so any name may be entered.
     dialog.setFileMode(QFileDialog::AnyFile);
     if (!question.fileName.empty()) dialog.selectFile(Shown(question.fileName));

@@ -2,7 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMainWindow>
+#include <algorithm>
 
 #include "base/windows/display_text.h"
 #include "chart/picture_files.h"
@@ -15,6 +18,7 @@ namespace brantlow {
 namespace {
 
 constexpr std::string_view kPdfExtension = ".pdf";
+constexpr std::string_view kCopyNeedsChart = "To copy a picture, you will need to open a chart";
 
 // The name that a save dialog proposes.
 std::string ProposedName(const QString& caption) {
@@ -25,6 +29,14 @@ std::string FilterFor(std::string_view extension) {
     return fmt::format("All Files (*{0})|*{0}", extension);
 }
 
+std::string_view KindOfPicture(std::string_view extension) {
+    return extension == kPngExtension ? "PNG Pictures" : "SVG Pictures";
+}
+
+bool EndsIn(const Path& file, std::string_view extension) {
+    return WithExtension(file, extension) == file;
+}
+
 }  // namespace
 
 CommandRows PrintCommands::Rows() {
@@ -32,15 +44,19 @@ CommandRows PrintCommands::Rows() {
         {"mnuFilePrintPreview", &PrintCommands::PrintPreview},
         {"mnuFilePrint", &PrintCommands::Print},
         {"mnuFilePageSetup", &PrintCommands::PageSetUp},
+        {"mnuEditCopyPicture", &PrintCommands::CopyPicture},
     };
     return RowsOf(*this, kRows);
 }
 
-ChildOperations PrintCommands::PictureOperations(QWidget& chart, QWidget& client) {
+ChildOperations PrintCommands::PictureOperations(QWidget& chart, QWidget& client,
+                                                 std::function<std::string()> svg) {
     return {.active = kChartActive,
             .print = [this, &chart, &client] { PrintPicture(client, chart.windowTitle()); },
             .save = [this, &chart, &client] { SavePicture(client, chart.windowTitle()); },
-            .saveAs = [this, &chart, &client] { SavePictureAs(client, chart.windowTitle()); }};
+            .saveAs = [this, &chart, &client,
+                       svg = std::move(svg)] { SavePictureAs(client, chart.windowTitle(), svg); },
+            .copyPicture = [this, &client] { CopyToClipboard(client); }};
 }
 
 void PrintCommands::Print() {
@@ -86,32 +102,51 @@ void PrintCommands::PrintPages(const QString& title, const PagePrinter::PaintPag
                             : "There is no printer. The pages were written to " + file.string());
 }
 
+void PrintCommands::CopyPicture() {
+    if (!frame_.children.Operate(&ChildOperations::copyPicture)) frame_.person.Say(kCopyNeedsChart);
+}
+
+void PrintCommands::CopyToClipboard(QWidget& client) {
+    QGuiApplication::clipboard()->setImage(CaptureClient(client));
+    frame_.notice("The picture is on the clipboard");
+}
+
 void PrintCommands::SavePicture(QWidget& client, const QString& caption) {
-    WritePicture(CaptureClient(client),
+    WritePicture(BitmapBytes(CaptureClient(client)),
                  ImageFile(frame_.session.AppPath, caption.toStdString(), kBitmapExtension));
 }
 
-void PrintCommands::SavePictureAs(QWidget& client, const QString& caption) {
+void PrintCommands::SavePictureAs(QWidget& client, const QString& caption,
+                                  const std::function<std::string()>& svg) {
     const QImage picture = CaptureClient(client);
-    const Path file = AskImageFile("Save As", caption, kBitmapExtension);
-    if (!file.empty()) WritePicture(picture, file);
+    std::vector<std::string_view> more;
+    if (svg) more = {kPngExtension, kSvgExtension};
+    const Path file = AskImageFile("Save As", caption, kBitmapExtension, more);
+    if (file.empty()) return;
+    if (svg && EndsIn(file, kSvgExtension)) return WritePicture(svg(), file);
+    WritePicture(EndsIn(file, kPngExtension) ? PngBytes(picture) : BitmapBytes(picture), file);
 }
 
-void PrintCommands::WritePicture(const QImage& picture, const Path& file) {
-    const std::error_code error = SaveTextFile(file, BitmapBytes(picture));
+void PrintCommands::WritePicture(const std::string& bytes, const Path& file) {
+    const std::error_code error = SaveTextFile(file, bytes);
     if (!error) return frame_.notice("Saved as " + file.string());
     frame_.person.Say(file.string() + ": cannot be saved (" + error.message() + ")");
 }
 
-Path PrintCommands::AskImageFile(const std::string& title, const QString& caption,
-                                 std::string_view extension) {
+Path PrintCommands::AskImageFile(const std::string& title, const QString& caption, std::string_view extension,
+                                 const std::vector<std::string_view>& more) {
     const Path folder = ImagesFolder(frame_.session.AppPath);
     // Without the folder the dialog would start in another one.
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);
-    const Path chosen = frame_.askFile({title, folder, ProposedName(caption), FilterFor(extension), true});
+    std::string filter = FilterFor(extension);
+    for (const std::string_view other : more)
+        filter += fmt::format("|{} (*{})|*{}", KindOfPicture(other), other, other);
+    const Path chosen = frame_.askFile({title, folder, ProposedName(caption), filter, true});
     if (chosen.empty()) return {};
-    const Path file = WithExtension(chosen, extension);
+    const bool isOther =
+        std::any_of(more.begin(), more.end(), [&](std::string_view other) { return EndsIn(chosen, other); });
+    const Path file = isOther ? chosen : WithExtension(chosen, extension);
     // The dialog has asked about the name as it was entered.
     const bool asked = file == chosen || !IsRegularFile(file);
     if (asked || frame_.person.AskBeforeDestroying(

@@ -4,6 +4,7 @@
 #include <QString>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "chart/windows/page_printer.h"
 #include "shell/frame/windows/frame_hands.h"
@@ -21,7 +22,8 @@ class PrintCommands final {
     // Where Print sends its pages.
     PagePrinter& Pages() { return pages_; }
     // Those of a chart: it is printed and kept as the picture of its `client` area, under its caption.
-    ChildOperations PictureOperations(QWidget& chart, QWidget& client);
+    // `svg` gives it as an SVG file, where there is one.
+    ChildOperations PictureOperations(QWidget& chart, QWidget& client, std::function<std::string()> svg);
 
     // Pages that `paint` draws, called `title`.
     void PrintPages(const QString& title, const PagePrinter::PaintPages& paint);
@@ -33,10 +35,14 @@ class PrintCommands final {
     void PrintPicture(QWidget& client, const QString& caption);
     void PrintToFile(const QImage& picture, const QString& caption);
     void SavePicture(QWidget& client, const QString& caption);
-    void SavePictureAs(QWidget& client, const QString& caption);
-    void WritePicture(const QImage& picture, const Path& file);
+    void SavePictureAs(QWidget& client, const QString& caption, const std::function<std::string()>& svg);
+    void CopyPicture();
+    void CopyToClipboard(QWidget& client);
+    void WritePicture(const std::string& bytes, const Path& file);
     // A file below Images/ for this caption, empty when the person chose none.
-    Path AskImageFile(const std::string& title, const QString& caption, std::string_view extension);
+    // A name with one of `more` endings keeps it, every other takes `extension`.
+    Path AskImageFile(const std::string& title, const QString& caption, std::string_view extension,
+                      const std::vector<std::string_view>& more = {});
 
     const FrameHands& frame_;
     PagePrinter pages_;

@@ -1,0 +1,153 @@
+// The chart's window in use, offscreen: what one step of the pointer, of a drag and of the wheel takes until
+// it is painted, with seven series. Prints milliseconds of the median and of the slowest hundredth.
+#include <stdlib.h>
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "chart/windows/chart_panel.h"
+#include "chart/windows/frmGraph.h"
+#include "indicators/year_plan.h"
+#include "store/history_record.h"
+#include "store/year_files.h"
+
+namespace {
+
+using namespace brantlow;
+
+constexpr std::size_t kRowsAYear = 260;
+constexpr int kSteps = 300;
+constexpr Date kToday = std::chrono::year(2026) / 12 / 31;
+
+class Silence final : public Person {
+  public:
+    void Say(std::string_view, std::string_view) override {}
+    bool Ask(std::string_view, std::string_view) override { return false; }
+    void ShowStatusWord(std::string_view) override {}
+    void ShowTickerCount(std::size_t) override {}
+    void ShowProgress(double) override {}
+    void PumpEvents() override {}
+    void Beep() override {}
+};
+
+std::string YearText(double phase) {
+    std::string text;
+    for (std::size_t i = 0; i < kRowsAYear; ++i) {
+        const double x = static_cast<double>(i) / 10 + phase;
+        HistoryRecord record;
+        record.HistoryDate =
+            FormatDate(AddDays(kToday, static_cast<int>(i) - 365 + static_cast<int>(phase) * 365));
+        record.HistoryTime = "16:00";
+        record.HistoryClose = 100 + 20 * std::sin(x) + 3 * std::sin(11 * x);
+        record.HistoryLow = record.HistoryClose - 1.25;
+        record.HistoryHigh = record.HistoryClose + 1.125;
+        record.HistoryOpen = record.HistoryClose + std::cos(7 * x);
+        record.HistoryVolume = 1e6 + 4e5 * std::sin(5 * x);
+        AppendHistoryLine(record, text);
+    }
+    return text;
+}
+
+// A folder with four years of one ticker and settings with seven series.
+Path NewFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "brantlow-bench-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) std::abort();
+    const Path folder = name;
+    std::filesystem::create_directories(folder / "Data");
+    std::filesystem::create_directories(folder / "Quotes/EOD");
+    double phase = -4;
+    for (const std::string& year : YearTexts(kToday, kRecentYears)) {
+        const auto path = *YearFilePath((folder / "Quotes/EOD").string() + "/", "AB", year);
+        if (WriteWholeFile(path, YearText(phase += 1), Flush::Later)) std::abort();
+    }
+    const std::string settings =
+        "\"CandleStick\"\r\n\"Price\"\r\n\"MA 15\"\r\n\"WMA 15\"\r\n\"MLR 15 L.CL\"\r\n\"MLR 15 T.CL\"\r\n"
+        "\"MLR 30\"\r\n\"LR L.CL\"\r\n\"None\"\r\n\"None\"\r\n";
+    if (WriteWholeFile(folder / "Data/VTRGRAPHset.ini", settings, Flush::Later)) std::abort();
+    return folder;
+}
+
+void Measure(const char* what, const std::function<void(int)>& step) {
+    std::vector<double> milliseconds;
+    for (int i = 0; i < kSteps; ++i) {
+        const auto start = std::chrono::steady_clock::now();
+        step(i);
+        QCoreApplication::processEvents();
+        const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+        milliseconds.push_back(took.count());
+    }
+    std::sort(milliseconds.begin(), milliseconds.end());
+    std::printf("%-34s %6.2f ms  slowest hundredth %6.2f ms\n", what, milliseconds[kSteps / 2],
+                milliseconds[kSteps * 99 / 100]);
+}
+
+void Mouse(ChartPanel& panel, QEvent::Type type, QPointF place, Qt::MouseButton button,
+           Qt::MouseButtons held) {
+    QMouseEvent event(type, place, panel.mapToGlobal(place), button, held, {});
+    QCoreApplication::sendEvent(&panel, &event);
+}
+
+void Wheel(ChartPanel& panel, QPointF place, int notches) {
+    QWheelEvent wheel(place, panel.mapToGlobal(place), {}, {0, 120 * notches}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&panel, &wheel);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    const Path folder = NewFolder();
+    FixedClock clock{kToday};
+    Silence person;
+    Session session{folder, clock, person};
+    session.settings.QuoteFolder = (folder / "Quotes/EOD").string() + "/";
+    auto analysis = std::make_unique<Analysis>();
+    ChartSession chart;
+    ChartContext context{session, *analysis, chart};
+    StartChart(context, {"AB"}, "");
+    ChartOptions options;
+    options.grid = options.roundPrices = true;
+    {
+        frmGraph form(context, options);
+        form.resize(1400, 900);
+        form.show();
+        QCoreApplication::processEvents();
+        auto* const panel = form.findChild<ChartPanel*>(QStringLiteral("Picture1"));
+        const double width = panel->width();
+        Measure("hover", [&](int i) {
+            Mouse(*panel, QEvent::MouseMove, {20 + std::fmod(i * 7.0, width - 40), 100}, Qt::NoButton,
+                  Qt::NoButton);
+        });
+        Measure("zoom in the chart's own window", [&](int i) {
+            Wheel(*panel, {width / 2, 100}, i % 8 < 4 ? 1 : -1);
+        });
+        const auto drag = [&](const char* what) {
+            Mouse(*panel, QEvent::MouseButtonPress, {width / 2, 100}, Qt::LeftButton, Qt::LeftButton);
+            Measure(what, [&](int i) {
+                const int swing = i % 60 < 30 ? i % 30 : 30 - i % 30;
+                Mouse(*panel, QEvent::MouseMove, {width / 2 + 12.0 * swing, 100}, Qt::NoButton,
+                      Qt::LeftButton);
+            });
+            Mouse(*panel, QEvent::MouseButtonRelease, {width / 2, 100}, Qt::LeftButton, Qt::NoButton);
+        };
+        drag("pan over 279 bars");
+        Wheel(*panel, {width / 2, 100}, -20);
+        drag("pan over all bars");
+        Measure("zoom beyond the own window", [&](int i) {
+            Wheel(*panel, {width / 2, 100}, i % 8 < 4 ? 1 : -1);
+        });
+    }
+    std::filesystem::remove_all(folder);
+    return 0;
+}

@@ -1,0 +1,57 @@
+#include "chart/chart_scene.h"
+
+#include "base/numbers.h"
+#include "chart/chart_picture.h"
+#include "chart/panel_paint.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr std::array kAllPanels = {Panel::Price, Panel::Study, Panel::Volume};
+
+}  // namespace
+
+ChartScene::ChartScene(const ChartContext& context, const ChartOptions& options)
+    : options_(options), zoom_(context), colours_(PaletteOf(options.colours), context.chart) {}
+
+void ChartScene::Update(const AxisRoom& room) {
+    // A chart in its own size is always whole.
+    if (!options_.fitToWindow) zoom_.Reset();
+    colours_ = ColourMap(Palette(), Chart());
+    for (const Panel panel : kAllPanels) {
+        const auto i = static_cast<std::size_t>(panel);
+        axes_[i] = AxisOf(Chart(), panel);
+        if (View().IsWhole()) continue;
+        viewed_[i] = ViewOf(Chart().Picture(panel).items, panel, axes_[i], View());
+        axes_[i] = viewed_[i].axis;
+    }
+    ticks_.clear();
+    levels_.clear();
+    if (options_.timeAxis || options_.grid) {
+        ticks_ = TimeAxisOf(Data().series.QuoteDate, BarCount(), View(), room.leastGap);
+    }
+    if ((options_.roundPrices || options_.grid) && HasScale(Panel::Price)) {
+        const ValueAxis& axis = Axis(Panel::Price);
+        levels_ = RoundLevels(axis.ValueAt(FormOf(Panel::Price).bottomY), axis.top, room.mostLevels);
+    }
+}
+
+std::span<const DrawnItem> ChartScene::Items(Panel panel) const {
+    if (View().IsWhole()) return Chart().Picture(panel).items;
+    return viewed_[static_cast<std::size_t>(panel)].items;
+}
+
+std::string ChartScene::ScaleText(Panel panel, double share) const {
+    const PanelForm& form = FormOf(panel);
+    const double value = Axis(panel).ValueAt(form.topY + share * form.Height());
+    if (panel == Panel::Volume) return ShortNumber(value);
+    return FormatPicture(panel == Panel::Study ? kStudyPicture : kPricePicture, value);
+}
+
+bool ChartScene::HasScale(Panel panel) const {
+    if (EmptyPriceText(Data().series)) return false;
+    return panel != Panel::Study || !EmptyStudyText(Chart());
+}
+
+}  // namespace brantlow

@@ -1,0 +1,153 @@
+#include "chart/chart_zoom.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "chart/signals.h"
+#include "indicators/whole_history.h"
+
+namespace brantlow {
+
+namespace {
+
+// What the paint of a stretch takes from the chart's own session.
+void TakeOver(const ChartSession& own, ChartSession& chart) {
+    chart.SelectorTicker = own.SelectorTicker;
+    chart.ChartStyle = own.ChartStyle;
+    chart.ChartTimeFrame = own.ChartTimeFrame;
+    chart.LastDay = own.LastDay;
+    chart.HighAlarm = own.HighAlarm;
+    chart.LowAlarm = own.LowAlarm;
+    chart.Slots = own.Slots;
+    chart.VolumeSeriesList = own.VolumeSeriesList;
+    chart.Combo1 = own.Combo1;
+    chart.Combo2 = own.Combo2;
+    chart.Combo3 = own.Combo3;
+    chart.Label58 = own.Label58;
+}
+
+}  // namespace
+
+ChartContext ChartZoom::Shown() const {
+    if (!IsWide()) return own_;
+    return {own_.session, wide_->analysis, wide_->chart};
+}
+
+void ChartZoom::ZoomAbout(double x, double factor) {
+    const std::size_t shown = Shown().analysis.series.BarCount;
+    if (shown == 0) return;
+    const double part = std::clamp((x - kPanelLeft) / (kPanelRight - kPanelLeft), 0.0, 1.0);
+    const auto count = static_cast<double>(view_.count);
+    const double held =
+        std::min(static_cast<double>(view_.first) - 1 + part * (count + 1), static_cast<double>(shown));
+    // A step changes something, however few bars there are.
+    const double wanted =
+        factor > 1 ? std::max(count * factor, count + 1) : std::min(count * factor, count - 1);
+    ChartSpan span{0,
+                   static_cast<std::size_t>(std::max(std::round(wanted), static_cast<double>(kClosestView)))};
+    const double last = held + (1 - part) * (static_cast<double>(span.count) + 1) - 1;
+    const double newer =
+        static_cast<double>(NewerThanLists()) + static_cast<double>(shown) - std::round(last);
+    span.back = static_cast<std::size_t>(std::max(newer, 0.0));
+    Show(span);
+}
+
+void ChartZoom::PanBy(std::ptrdiff_t bars) {
+    const auto back = static_cast<std::ptrdiff_t>(span_.back) + bars;
+    Show({static_cast<std::size_t>(std::max<std::ptrdiff_t>(back, 0)), span_.count});
+}
+
+void ChartZoom::PanToOldest() {
+    Show({AllBars(), span_.count});
+}
+
+void ChartZoom::PanToNewest() {
+    Show({0, span_.count});
+}
+
+void ChartZoom::Reset() {
+    ShowWhole();
+}
+
+void ChartZoom::PaintedAgain() {
+    if (IsWide()) PaintStretch();
+}
+
+void ChartZoom::Reloaded() {
+    historyIsRead_ = false;
+    Show(span_);
+}
+
+std::string ChartZoom::Remark() const {
+    if (!IsWide()) return {};
+    const WorkingSeries& series = wide_->analysis.series;
+    return fmt::format("Series and studies over {} bars, {} - {}", series.BarCount, series.QuoteDate[1],
+                       series.QuoteDate[series.BarCount]);
+}
+
+std::size_t ChartZoom::AllBars() {
+    if (!wide_) wide_ = std::make_unique<Wide>();
+    if (!historyIsRead_) {
+        historyIsRead_ = true;
+        HistorySource source = HistoryOf(own_.session);
+        if (own_.chart.LastDay) source.lastDay = own_.chart.LastDay;
+        wide_->history.BarCount = 0;
+        wide_->failure = LoadWholeHistory(source, own_.chart.SelectorTicker,
+                                          IntervalOf(own_.chart.ChartTimeFrame), wide_->history);
+        if (wide_->failure) own_.session.person.Say(Sentence(wide_->failure));
+    }
+    return wide_->failure ? OwnBars() : std::max(wide_->history.BarCount, OwnBars());
+}
+
+std::size_t ChartZoom::NewerThanLists() const {
+    if (!IsWide()) return 0;
+    return span_.back;
+}
+
+void ChartZoom::ShowWhole() {
+    isWide_ = false;
+    span_ = {};
+    view_ = {};
+}
+
+void ChartZoom::Show(ChartSpan span) {
+    span.count = std::max(span.count, kClosestView);
+    const bool isNear = span.back + span.count <= OwnBars();
+    if (!isNear) {
+        const std::size_t all = AllBars();
+        span.count = std::clamp(span.count, kClosestView, std::max(all, kWholeView));
+        if (span.count >= all && all <= kWholeView) return ShowWhole();
+        span.count = std::min(span.count, std::max(all, kClosestView));
+        span.back = std::min(span.back, all - std::min(all, span.count));
+    }
+    if (span == ChartSpan{}) return ShowWhole();
+    span_ = span;
+    isWide_ = span.back + span.count > OwnBars();
+    std::size_t newestOfLists = OwnBars() - std::min(OwnBars(), span.back);
+    if (isWide_) {
+        const std::size_t newest = AllBars() - span.back;
+        MakeStretch(newest, std::min(newest, std::max(span.count, kWholeView)));
+        newestOfLists = wide_->analysis.series.BarCount;
+    }
+    view_ = {newestOfLists - std::min(newestOfLists, span.count) + 1, span.count};
+}
+
+void ChartZoom::MakeStretch(std::size_t newest, std::size_t bars) {
+    CopyBars(wide_->history, newest - bars + 1, bars, wide_->analysis.series);
+    KeepBarsAsRead(wide_->analysis.series, wide_->chart);
+    ComputeIndicators(wide_->analysis.series, wide_->analysis.indicators);
+    const SettingsTables& settings = own_.session.settings;
+    if (HasCondition(settings, kBuySide)) ComputeBuySignals(settings, wide_->analysis, wide_->chart);
+    if (HasCondition(settings, kSellSide)) ComputeSellSignals(settings, wide_->analysis, wide_->chart);
+    PaintStretch();
+}
+
+void ChartZoom::PaintStretch() {
+    TakeOver(own_.chart, wide_->chart);
+    ChartContext stretch{own_.session, wide_->analysis, wide_->chart};
+    PaintAllPanels(stretch);
+}
+
+}  // namespace brantlow

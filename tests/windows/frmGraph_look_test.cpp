@@ -1,0 +1,324 @@
+// How the chart is looked at: crosshair and values, axes, palettes, what an empty chart and a full one say.
+#include <QAction>
+#include <QStatusBar>
+#include <QTextDocument>
+#include <QToolTip>
+
+#include "chart/windows/panel_stack.h"
+#include "chart/windows/values_line.h"
+#include "fitting_chart.h"
+
+using namespace brantlow;
+
+namespace {
+
+// The words of the values' line, without its marks.
+QString Values(const ChartProgram& program) {
+    QTextDocument text;
+    text.setHtml(program.Part<QLabel>("lblValues")->text());
+    return text.toPlainText().replace(QChar(0xa0), u' ');
+}
+
+// A place over a bar, a third of the panel down.
+QPoint PlaceOver(const ChartPanel& panel, int bar) {
+    return QPoint(static_cast<int>((50 + 45.0 * bar) / panel.TwipsAcross(1)), panel.height() / 3);
+}
+
+QColor ColourOfCaption(const ChartProgram& program, const char* name) {
+    const auto* const label = program.Part<QLabel>(name);
+    return label->palette().color(label->foregroundRole());
+}
+
+bool Shows(const QImage& image, QColor colour) {
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixelColor(x, y) == colour) return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+class FrmGraphLookTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void theValuesAreThoseOfTheNewestBarUntilThePointerIsOverAnother() {
+        FittingChart program;
+        QVERIFY2(Values(program).startsWith(QStringLiteral("Date 10/28/26")), qPrintable(Values(program)));
+        for (const char* name : {"Picture1", "Picture2", "Picture3"}) {
+            ChartPanel* const panel = program.PanelNamed(name);
+            QTest::mouseMove(panel, PlaceOver(*panel, 100));
+            const QString values = Values(program);
+            QVERIFY2(values.contains(QStringLiteral("Open 199.50")), qPrintable(values));
+            QVERIFY(values.contains(QStringLiteral("High 201.00")));
+            QVERIFY(values.contains(QStringLiteral("Low 199.00")));
+            QVERIFY(values.contains(QStringLiteral("Close 200.00")));
+            QVERIFY(values.contains(QStringLiteral("Change +1.00 (+0.50 %)")));
+            QVERIFY(values.contains(QStringLiteral("Volume 1,100")));
+            QVERIFY(values.contains(QStringLiteral("MLR Der 30 ")));
+            QVERIFY(values.contains(QStringLiteral("MA 15 ")));
+            QVERIFY(values.contains(QStringLiteral("Vol. L. UCL ")));
+            QEvent leave(QEvent::Leave);
+            QCoreApplication::sendEvent(panel, &leave);
+            QVERIFY(Values(program).startsWith(QStringLiteral("Date 10/28/26")));
+        }
+    }
+
+    void theCrosshairStandsOverAllThreePanels() {
+        FittingChart program;
+        const Rgb quiet = PaletteOf(ChartColours::Standard).quiet;
+        ChartPanel* const over = program.PanelNamed("Picture2");
+        const QPoint place = PlaceOver(*over, 100);
+        QTest::mouseMove(over, place);
+        for (const char* name : {"Picture1", "Picture2", "Picture3"}) {
+            const QImage picture = program.Picture(name);
+            QCOMPARE(picture.pixelColor(place.x(), picture.height() / 2), ColourOf(quiet));
+            // Level only where the pointer is; a place falls on the pixel before it by rounding.
+            bool isLevel = false;
+            for (const int y : {place.y() - 1, place.y()})
+                isLevel = isLevel || picture.pixelColor(place.x() + 7, y) == ColourOf(quiet);
+            QCOMPARE(isLevel, program.PanelNamed(name) == over);
+        }
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(over, &leave);
+        QVERIFY(!Shows(program.Picture("Picture3"), ColourOf(quiet)));
+    }
+
+    void arrowKeysMoveTheCrosshair() {
+        FittingChart program;
+        program.Graph()->setFocus();
+        QTest::keyClick(program.Graph(), Qt::Key_Left);
+        QVERIFY(Values(program).contains(QStringLiteral("Close 379.00")));
+        QTest::keyClick(program.Graph(), Qt::Key_Left);
+        QVERIFY(Values(program).contains(QStringLiteral("Close 378.00")));
+        QTest::keyClick(program.Graph(), Qt::Key_Right);
+        QTest::keyClick(program.Graph(), Qt::Key_Right);
+        QVERIFY(Values(program).contains(QStringLiteral("Close 379.00")));
+        ChartPanel* const panel = program.PanelNamed("Picture1");
+        QTest::mouseMove(panel, PlaceOver(*panel, 1));
+        QTest::keyClick(program.Graph(), Qt::Key_Left);
+        QVERIFY(Values(program).contains(QStringLiteral("Close 101.00")));
+    }
+
+    // The line keeps its height, so that nothing moves under the pointer.
+    void theValuesMoveNothing() {
+        FittingChart program;
+        for (const char* item : {"MA 30", "MLR 15 L.CL", "MLR 30 T.CL", "LR T.CL", "LR MINMAX CL"})
+            program.Pick("Combo1", item);
+        QCoreApplication::processEvents();
+        const QRect place = program.PlaceOf(*program.PanelNamed("Picture1"));
+        for (const int bar : {1, 50, 200, 279}) {
+            QTest::mouseMove(program.PanelNamed("Picture1"), PlaceOver(*program.PanelNamed("Picture1"), bar));
+            QCoreApplication::processEvents();
+            QCOMPARE(program.PlaceOf(*program.PanelNamed("Picture1")), place);
+        }
+    }
+
+    void inItsOwnSizeTheChartHasNeitherCrosshairNorValuesNorAxis() {
+        ChartProgram program;
+        program.Choose("mnuGraphicsHLC");
+        QVERIFY(!program.Part<QLabel>("lblValues")->isVisible());
+        const QImage before = program.Picture("Picture1");
+        QTest::mouseMove(program.Part<ChartPanel>("Picture1"), QPoint(300, 300));
+        QCOMPARE(program.Picture("Picture1"), before);
+        QTest::keyClick(program.Graph(), Qt::Key_Left);
+        QCOMPARE(program.Picture("Picture1"), before);
+        QCOMPARE(program.Label("Label56"), QStringLiteral("1279"));
+        auto* const stack = program.Graph()->findChild<PanelStack*>();
+        QVERIFY(stack->height() - program.Part<ChartPanel>("Picture3")->geometry().bottom() < 5);
+    }
+
+    void theTimeAxisStandsUnderTheVolume() {
+        FittingChart program;
+        auto* const stack = program.Graph()->findChild<PanelStack*>();
+        const int below = stack->height() - program.PanelNamed("Picture3")->geometry().bottom();
+        QVERIFY(below > 12);
+        const QRect strip(0, program.PanelNamed("Picture3")->geometry().bottom() + 1, stack->width(),
+                          below - 1);
+        QVERIFY(Shows(stack->grab(strip).toImage(), stack->palette().color(QPalette::WindowText)));
+        program.Choose("mnuViewChartTimeAxis");
+        QCoreApplication::processEvents();
+        QVERIFY(stack->height() - program.PanelNamed("Picture3")->geometry().bottom() < 5);
+        QCOMPARE(GetSetting(program.store, "Chart", "TimeAxis", ""), std::string("0"));
+    }
+
+    void roundPricesStandAtTheRightBesideTheFiveOfTheScale() {
+        FittingChart program;
+        const auto* const price = program.PanelNamed("Picture1");
+        const int before = price->width();
+        program.Choose("mnuViewChartRoundPrices");
+        auto* const stack = program.Graph()->findChild<PanelStack*>();
+        QVERIFY(price->width() < before);
+        const QRect strip(price->geometry().right() + 1, price->y(),
+                          stack->width() - price->geometry().right() - 1, price->height());
+        QVERIFY(Shows(stack->grab(strip).toImage(), stack->palette().color(QPalette::WindowText)));
+        QCOMPARE(program.Label("Label51"), QStringLiteral("380.00"));
+        QCOMPARE(program.Label("Label53"), QStringLiteral("100.00"));
+    }
+
+    void theGridIsAChoice() {
+        FittingChart program;
+        const QColor grid = ColourOf(PaletteOf(ChartColours::Standard).grid);
+        for (const char* name : {"Picture1", "Picture2", "Picture3"})
+            QVERIFY(!Shows(program.Picture(name), grid));
+        program.Choose("mnuViewChartGrid");
+        QVERIFY(program.frame->Commands().Entry("mnuViewChartGrid")->isChecked());
+        for (const char* name : {"Picture1", "Picture2", "Picture3"})
+            QVERIFY(Shows(program.Picture(name), grid));
+    }
+
+    void volumesCanBeReadAtAGlance() {
+        FittingChart program;
+        QCOMPARE(program.Label("Label56"), QStringLiteral("1.28K"));
+        QCOMPARE(program.Label("Label57"), QStringLiteral("1K"));
+    }
+
+    void aPaletteIsPaintedAndLeavesTheListsAlone() {
+        FittingChart program;
+        program.Choose("mnuGraphicsCandleStick");
+        program.Pick("Combo1", "WMA 30");
+        const auto items = program.Graph()->Chart().Picture(Panel::Price).items;
+        const std::pair<const char*, ChartColours> rows[] = {
+            {"mnuViewChartDistinct", ChartColours::Distinct},
+            {"mnuViewChartDark", ChartColours::Dark},
+            {"mnuViewChartStandard", ChartColours::Standard}};
+        for (const auto& [entry, colours] : rows) {
+            program.Choose(entry);
+            for (const auto& [other, otherColours] : rows)
+                QCOMPARE(program.frame->Commands().Entry(other)->isChecked(), colours == otherColours);
+            const ChartPalette& palette = PaletteOf(colours);
+            const QImage price = program.Picture("Picture1");
+            QCOMPARE(price.pixelColor(0, 0), ColourOf(palette.ground));
+            QVERIFY(Shows(price, ColourOf(palette.ink)));
+            if (!palette.ownColours) {
+                QVERIFY(Shows(price, ColourOf(palette.series[0])));
+                QVERIFY(Shows(price, ColourOf(palette.series[1])));
+                QVERIFY(Shows(price, ColourOf(palette.rising)));
+                QCOMPARE(ColourOfCaption(program, "Label14"), ColourOf(palette.series[0]));
+                QCOMPARE(ColourOfCaption(program, "Label15"), ColourOf(palette.series[1]));
+            }
+            // The legend stands on the panels' ground.
+            const QWidget* const ground = program.Part<QLabel>("Label14")->parentWidget();
+            QCOMPARE(ground->palette().color(QPalette::Base), ColourOf(palette.ground));
+            QCOMPARE(program.Graph()->Chart().Picture(Panel::Price).items, items);
+        }
+    }
+
+    void aPaletteAndWideLinesAreAlsoThoseOfTheChartInItsOwnSize() {
+        ChartProgram program;
+        program.Choose("mnuGraphicsHLC");
+        const QColor line(0, 100, 0);
+        const auto count = [&] {
+            const QImage picture = program.Picture("Picture1");
+            int pixels = 0;
+            for (int y = 0; y < picture.height(); ++y) {
+                for (int x = 0; x < picture.width(); ++x) pixels += picture.pixelColor(x, y) == line ? 1 : 0;
+            }
+            return pixels;
+        };
+        const int thin = count();
+        program.Choose("mnuViewChartWideLines");
+        QVERIFY2(count() > thin * 3 / 2, qPrintable(QString::number(count())));
+        program.Choose("mnuViewChartDark");
+        QCOMPARE(program.Picture("Picture1").pixelColor(0, 0),
+                 ColourOf(PaletteOf(ChartColours::Dark).ground));
+    }
+
+    void theNextChartAndTheNextStartKeepThePalette() {
+        FittingChart program;
+        program.Choose("mnuViewChartDark");
+        program.Choose("mnuGraphicsHLC");
+        QCOMPARE(program.Picture("Picture1").pixelColor(0, 0),
+                 ColourOf(PaletteOf(ChartColours::Dark).ground));
+        QCOMPARE(LoadChartOptions(program.store).colours, ChartColours::Dark);
+    }
+
+    void aSeventhSeriesSaysSo() {
+        FittingChart program;
+        for (const char* item : {"MA 30", "MA 60", "MLR 15", "MLR 30", "LR T.CL"})
+            program.Pick("Combo1", item);
+        QCOMPARE(program.frame->statusBar()->currentMessage(), QString());
+        const auto slotsBefore = program.Graph()->Chart().Slots;
+        program.Pick("Combo1", "WMA 60");
+        const QString sentence = QStringLiteral("Six series are drawn. Clear Series first.");
+        QCOMPARE(program.frame->statusBar()->currentMessage(), sentence);
+        QCOMPARE(QToolTip::text(), sentence);
+        QVERIFY(program.Graph()->Chart().Slots == slotsBefore);
+    }
+
+    void theFrameButtonsAreOffWhereThereIsNothingFurther() {
+        FittingChart program;
+        const auto on = [&](const char* button) { return program.Part<QPushButton>(button)->isEnabled(); };
+        QVERIFY(on("Command5"));
+        QVERIFY(!on("Command6"));
+        program.Press("Command5");
+        QVERIFY(on("Command5"));
+        QVERIFY(on("Command6"));
+        program.Press("Command5");
+        QVERIFY(!on("Command5"));
+        QVERIFY(on("Command6"));
+    }
+
+    void anEmptyChartShowsAnEmptyState() {
+        for (const bool fits : {true, false}) {
+            ChartProgram program(ChartProgram::kBars, fits);
+            program.SelectTicker("T2");
+            DialogHand hand([](QDialog& dialog) { dialog.reject(); });
+            program.Choose("mnuGraphicsHLC");
+            QVERIFY(program.Graph());
+            QVERIFY(program.Part<QLabel>("lblEmptyPrice")->isVisible());
+            for (const QLabel* label : program.Graph()->findChildren<QLabel*>()) {
+                QVERIFY2(!label->isVisible() || !label->text().contains(QStringLiteral("00000000000")),
+                         qPrintable(label->objectName() + label->text()));
+            }
+            for (const char* label : {"Label51", "Label53", "Label54", "Label55", "Label56", "Label57"})
+                QVERIFY2(!program.Part<QLabel>(label)->isVisible(), label);
+            QCOMPARE(Values(program), QString());
+        }
+    }
+
+    void aStudyWithoutValuesShowsNoScale() {
+        for (const bool fits : {true, false}) {
+            ChartProgram program(20, fits);
+            program.Choose("mnuGraphicsHLC");
+            program.Pick("Combo2", "Momentum 60");
+            QVERIFY(!program.Part<QLabel>("Label54")->isVisible());
+            QVERIFY(!program.Part<QLabel>("Label55")->isVisible());
+            QVERIFY(program.Part<QLabel>("lblEmptyStudy")->isVisible());
+            QVERIFY(program.Part<QLabel>("Label51")->isVisible());
+            program.Pick("Combo2", "RSI 15");
+            QVERIFY(program.Part<QLabel>("Label54")->isVisible());
+            QVERIFY(!program.Part<QLabel>("lblEmptyStudy")->isVisible());
+        }
+    }
+
+    void aSeriesThatIsNotDrawnHasNoColourOfAnother() {
+        ChartProgram program(100);
+        program.Choose("mnuGraphicsHLC");
+        program.Pick("Combo1", "MA 180");
+        QCOMPARE(ColourOfCaption(program, "Label14"), QColor(0, 100, 0));
+        QCOMPARE(ColourOfCaption(program, "Label15"), ColourOf(PaletteOf(ChartColours::Standard).quiet));
+        QCOMPARE(program.Part<QLabel>("Label15")->toolTip(), QStringLiteral("Too few bars for this series"));
+        QCOMPARE(program.Part<QLabel>("Label14")->toolTip(), QString());
+    }
+
+    void brightNamesOfTheLegendAreDarkEnoughToRead() {
+        FittingChart program;
+        program.Pick("Combo1", "MLR 120");
+        const QColor shown = ColourOfCaption(program, "Label15");
+        const Rgb colour{static_cast<unsigned char>(shown.red()), static_cast<unsigned char>(shown.green()),
+                         static_cast<unsigned char>(shown.blue())};
+        QVERIFY(Contrast(colour, {255, 255, 255}) >= 4.5);
+    }
+
+    void aPressOnAPanelTakesTheKeysFromTheLists() {
+        FittingChart program;
+        program.Part<QComboBox>("Combo1")->setFocus();
+        QTest::mouseClick(program.PanelNamed("Picture1"), Qt::LeftButton, {}, QPoint(100, 100));
+        QVERIFY(program.Graph()->hasFocus());
+    }
+};
+
+QTEST_MAIN(FrmGraphLookTest)
+#include "frmGraph_look_test.moc"

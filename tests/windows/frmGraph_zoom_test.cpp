@@ -1,0 +1,255 @@
+// Zoom and pan of the chart by wheel, drag and keys, and the way from ticker to ticker.
+#include <QAction>
+#include <QStatusBar>
+#include <QWheelEvent>
+
+#include "chart/windows/panel_stack.h"
+#include "fitting_chart.h"
+#include "store/windows/frmQuoteGrid.h"
+
+using namespace brantlow;
+
+namespace {
+
+constexpr std::size_t kLong = 900;
+
+class LongChart : public FittingChart {
+  public:
+    LongChart() {
+        WriteHistory("T1", kLong);
+        WriteHistory("T2", 400);
+        Choose("mnuGraphicsHLC");
+    }
+    void Wheel(int notches, int bar = 140) {
+        ChartPanel* const panel = PanelNamed("Picture1");
+        const QPointF place((50 + 45.0 * bar) / panel->TwipsAcross(1), 40);
+        QWheelEvent wheel(place, panel->mapToGlobal(place), {}, {0, 120 * notches}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(panel, &wheel);
+    }
+    void DragPanel(int pixels) {
+        ChartPanel* const panel = PanelNamed("Picture1");
+        const QPoint start(400, 60);
+        QTest::mousePress(panel, Qt::LeftButton, {}, start);
+        for (int i = 1; i <= 4; ++i) {
+            const QPointF place(400 + pixels * i / 4.0, 60);
+            QMouseEvent move(QEvent::MouseMove, place, panel->mapToGlobal(place), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QCoreApplication::sendEvent(panel, &move);
+        }
+        QTest::mouseRelease(panel, Qt::LeftButton, {}, start + QPoint(pixels, 0));
+    }
+    void Key(Qt::Key key) { QTest::keyClick(Graph(), key); }
+};
+
+QString Values(const ChartProgram& program) {
+    return program.Part<QLabel>("lblValues")->text();
+}
+
+}  // namespace
+
+class FrmGraphZoomTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void theWheelZoomsAndADoubleClickOnAnAxisResets() {
+        LongChart program;
+        const QImage whole = program.Picture("Picture1");
+        const QString first = program.Label("Label60");
+        const QString top = program.Label("Label51");
+        program.Wheel(3);
+        QVERIFY(program.Picture("Picture1") != whole);
+        QVERIFY(program.Label("Label60") != first);
+        QVERIFY(program.Label("Label51") != top);
+        QTest::mouseDClick(program.Graph()->findChild<PanelStack*>(), Qt::LeftButton, {}, QPoint(4, 100));
+        QCOMPARE(program.Picture("Picture1"), whole);
+        QCOMPARE(program.Label("Label60"), first);
+        QCOMPARE(program.Label("Label51"), top);
+    }
+
+    void aSpanBeyondTheOwnWindowSaysOverWhatItsStudiesAre() {
+        LongChart program;
+        QVERIFY(!Values(program).contains(QStringLiteral("Series and studies over")));
+        program.Wheel(-2);
+        QVERIFY2(Values(program).contains(QStringLiteral("Series and studies over 436 bars")),
+                 qPrintable(Values(program)));
+        program.Key(Qt::Key_0);
+        QVERIFY(!Values(program).contains(QStringLiteral("Series and studies over")));
+    }
+
+    void aDragPansAndAPressAloneDoesNot() {
+        LongChart program;
+        const QImage whole = program.Picture("Picture1");
+        const QString first = program.Label("Label60");
+        QTest::mouseClick(program.PanelNamed("Picture1"), Qt::LeftButton, {}, QPoint(400, 60));
+        QCOMPARE(program.Picture("Picture1"), whole);
+        program.DragPanel(200);
+        QVERIFY(program.Picture("Picture1") != whole);
+        QVERIFY(Values(program).contains(QStringLiteral("Series and studies over 279 bars")));
+        QCOMPARE(program.Label("Label68"), QString());
+        program.DragPanel(-300);
+        QCOMPARE(program.Label("Label60"), first);
+    }
+
+    void keysZoomPanAndReset() {
+        LongChart program;
+        const QImage whole = program.Picture("Picture1");
+        program.Key(Qt::Key_Plus);
+        const QImage closer = program.Picture("Picture1");
+        QVERIFY(closer != whole);
+        program.Key(Qt::Key_Minus);
+        program.Key(Qt::Key_Minus);
+        QVERIFY(program.Picture("Picture1") != closer);
+        program.Key(Qt::Key_0);
+        QCOMPARE(program.Picture("Picture1"), whole);
+        program.Key(Qt::Key_Home);
+        QCOMPARE(program.Label("Label60"), Shown(ChartProgram::Bar(1).HistoryDate));
+        program.Key(Qt::Key_End);
+        QCOMPARE(program.Picture("Picture1"), whole);
+    }
+
+    void theArrowsTakeTheStretchAlong() {
+        LongChart program;
+        program.Key(Qt::Key_Home);
+        for (int i = 0; i < 3; ++i) program.Key(Qt::Key_Right);
+        QVERIFY2(Values(program).contains(QStringLiteral("<b>")), qPrintable(Values(program)));
+        // From the newest bar shown, 279, three to the right.
+        QVERIFY(Values(program).contains(QStringLiteral("382.00")));
+    }
+
+    void aPressInAZoomedChartReadsTheBarUnderThePointer() {
+        LongChart program;
+        program.Key(Qt::Key_Home);
+        ChartPanel* const panel = program.PanelNamed("Picture1");
+        const QPoint place(static_cast<int>((45.0 * 100 + 22) / panel->TwipsAcross(1)), 30);
+        QTest::mousePress(panel, Qt::LeftButton, {}, place);
+        QCOMPARE(program.Label("Label69"), QStringLiteral("200"));
+        QTest::mouseRelease(panel, Qt::LeftButton, {}, place);
+        QCOMPARE(program.Label("Label69"), QString());
+    }
+
+    void inItsOwnSizeNothingZooms() {
+        ChartProgram program(ChartProgram::kBars);
+        program.WriteHistory("T1", kLong);
+        program.Choose("mnuGraphicsHLC");
+        const QImage whole = program.Picture("Picture1");
+        for (const Qt::Key key : {Qt::Key_Plus, Qt::Key_Minus, Qt::Key_Home, Qt::Key_End}) {
+            QTest::keyClick(program.Graph(), key);
+            QCOMPARE(program.Picture("Picture1"), whole);
+        }
+    }
+
+    void turningTheFitOffShowsTheOwnWindow() {
+        LongChart program;
+        program.Key(Qt::Key_Home);
+        program.Choose("mnuViewFitChart");
+        QCOMPARE(program.Label("Label62"), Shown(ChartProgram::Bar(kLong).HistoryDate));
+    }
+
+    // --- from ticker to ticker ---
+
+    void pageDownAndPageUpGoThroughTheTable() {
+        LongChart program;
+        program.Pick("Combo1", "WMA 60");
+        program.Press("Command5");
+        program.Key(Qt::Key_PageDown);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T2"));
+        QCOMPARE(program.Label("Label58"), QStringLiteral("T2"));
+        QCOMPARE(program.Label("Label59"), QStringLiteral("500"));
+        // Series and time frame stay; the table's row goes along.
+        QCOMPARE(program.Label("Label15"), QStringLiteral("WMA 60"));
+        QCOMPARE(program.Label("lblTimeFrame"), QStringLiteral("Weekly"));
+        QCOMPARE(program.frame->QuoteForm()->TickerMeant(), std::string("T2"));
+        program.Key(Qt::Key_PageUp);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T1"));
+        program.Key(Qt::Key_PageUp);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T1"));
+        QCOMPARE(program.frame->statusBar()->currentMessage(), QStringLiteral("This is the first ticker"));
+        for (int i = 0; i < 3; ++i) program.Key(Qt::Key_PageDown);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T3"));
+        QCOMPARE(program.frame->statusBar()->currentMessage(), QStringLiteral("This is the last ticker"));
+        // A ticker without a history shows the empty state.
+        QVERIFY(program.Part<QLabel>("lblEmptyPrice")->isVisible());
+    }
+
+    void rowsThatAFilterHidesArePassedOver() {
+        LongChart program;
+        program.Find<QLineEdit>("txtFilter")->setText(QStringLiteral("T3"));
+        QTRY_COMPARE(program.frame->QuoteForm()->ShownRows().size(), 1U);
+        program.Key(Qt::Key_PageDown);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T3"));
+        QCOMPARE(program.frame->QuoteForm()->TickerMeant(), std::string("T3"));
+    }
+
+    void theZoomStaysFromTickerToTicker() {
+        LongChart program;
+        program.Wheel(5);
+        const QString first = program.Label("Label60");
+        QVERIFY(first != Shown(ChartProgram::Bar(kLong - 278).HistoryDate));
+        program.Key(Qt::Key_PageDown);
+        QVERIFY(!program.Graph()->findChild<PanelStack*>()->isHidden());
+        QVERIFY(program.Label("Label60") != Shown(ChartProgram::Bar(400 - 278).HistoryDate));
+    }
+
+    void pageDownGoesThroughTheHitsOfACondition() {
+        LongChart program;
+        program.Write("Hits.dbe",
+                      "Ticker Symbol\tCondition 1\tCondition 2\r\nT1\t\tBuy\r\nT2\tSell\t\r\nT3\t\tHold\r\n");
+        program.SetRecent("Hits.dbe");
+        program.Start("Hits.dbe");
+        program.SelectTicker("T1");
+        program.Choose("mnuGraphicsHLC");
+        auto* const walk = program.Part<QComboBox>("cboWalk");
+        QVERIFY(walk->isVisible());
+        QCOMPARE(walk->count(), 3);
+        QCOMPARE(walk->itemText(2), QStringLiteral("Hits of Condition 2"));
+        walk->setCurrentIndex(2);
+        program.Key(Qt::Key_PageDown);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T3"));
+        program.Key(Qt::Key_PageUp);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T1"));
+        walk->setCurrentIndex(0);
+        program.Key(Qt::Key_PageDown);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T2"));
+    }
+
+    void aTypedTickerIsCharted() {
+        LongChart program;
+        auto* const box = program.Part<QLineEdit>("txtTicker");
+        QVERIFY(!program.Part<QComboBox>("cboWalk")->isVisible());
+        QTest::keyClicks(box, QStringLiteral(" t2 "));
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T2"));
+        QCOMPARE(box->text(), QString());
+        QVERIFY(program.Graph()->hasFocus());
+        QTest::keyClicks(box, QStringLiteral("zz"));
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("ZZ"));
+        QCOMPARE(program.frame->statusBar()->currentMessage(),
+                 QStringLiteral("ZZ: no history in the Quote Database"));
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("ZZ"));
+    }
+
+    void theAlarmsAreThoseOfTheTickerThatIsShown() {
+        LongChart program;
+        QuoteTable& table = program.frame->QuoteForm()->Table();
+        const auto high = table.ColumnOf("High Alarm");
+        QVERIFY(high);
+        table.SetText(2, *high, "5000");
+        program.Key(Qt::Key_PageDown);
+        QCOMPARE(program.Label("Label51"), QStringLiteral("5000.00"));
+        program.Key(Qt::Key_PageUp);
+        QVERIFY(program.Label("Label51") != QStringLiteral("5000.00"));
+    }
+
+    void withoutATableTheKeysSaySo() {
+        LongChart program;
+        program.frame->QuoteForm()->parentWidget()->close();
+        program.Key(Qt::Key_PageDown);
+        QCOMPARE(program.frame->statusBar()->currentMessage(),
+                 QStringLiteral("To go from ticker to ticker, you will need to open a table"));
+    }
+};
+
+QTEST_MAIN(FrmGraphZoomTest)
+#include "frmGraph_zoom_test.moc"
