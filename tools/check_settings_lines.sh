@@ -9,7 +9,7 @@ cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../src}"
 
 offences=$(
   {
-    grep -rnE '(Column|Data|Graph|Selector|Mru|Net|ImEx|Own)Settings\.(Text|Number|At|Set)\( *([0-9]|k[A-Za-z]*Line)' \
+    grep -rnE '(Column|Data|Graph|Selector|Mru|Net|ImEx|Own|Src|Mail)Settings\.(Text|Number|At|Set)\( *([0-9]|k[A-Za-z]*Line)' \
       --include='*.h' --include='*.cpp' . || true
     grep -rlE 'shell/(settings/|session\.h)' --include='*.h' --include='*.cpp' . |
       xargs -r grep -HnE 'constexpr (std::size_t|int) k[A-Za-z]*Line *= *[0-9]+;' || true

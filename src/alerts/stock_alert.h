@@ -15,6 +15,8 @@ namespace brantlow {
 // The tickers for which a mail was asked, at most kMostRows. main() owns the one that lasts until exit.
 struct AlertedTickers {
     std::unordered_set<std::string> tickers;
+    // Those whose alarms a person has been told of: in the list, by mail, on the screen.
+    std::unordered_set<std::string> told;
 };
 
 // The request's address: the mail address and the ticker stand in it as they are, without line ends.

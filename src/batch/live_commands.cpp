@@ -6,6 +6,7 @@
 #include "acquire/feeds/live/company_facts.h"
 #include "acquire/feeds/live/live_history.h"
 #include "acquire/feeds/live/live_splits.h"
+#include "alerts/alarm_mail.h"
 #include "batch/commands.h"
 #include "batch/source_calls.h"
 #include "batch/table_calls.h"
@@ -135,6 +136,9 @@ std::optional<ExitStatus> UpdateLive(BatchCall& call) {
     const Hosts hosts = LoadHosts(session.DataFolder());
     UpdateWork work{session, *table, sources.Network(), hosts, rows, alerted};
     work.live = &live;
+    CurlMail mail(session.person);
+    AlarmPost post{mail};
+    work.post = &post;
     const DailyUpdate update = RunDailyUpdate(work, days, series);
     return FinishUpdate(call, update, *table);
 }

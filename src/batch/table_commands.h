@@ -130,4 +130,30 @@ inline constexpr Command kAlarmCommand = {
     .run = RunAlarm,
 };
 
+inline constexpr std::string_view kReadAlarmsOption = "--read";
+inline constexpr std::string_view kTestMailOption = "--test-mail";
+inline constexpr std::array<CommandOption, 2> kAlarmsOptions = {{
+    {kReadAlarmsOption, "", "the list is read: it ends", nullptr},
+    {kTestMailOption, "", "send a mail of no alarm, to see whether mails arrive", nullptr},
+}};
+// The list is changed only by being read.
+bool ForgetsAlarms(const Arguments& arguments);
+ExitStatus RunAlarms(BatchCall& call);
+inline constexpr Command kAlarmsCommand = {
+    .name = "alarms",
+    .usage = "",
+    .operand = "",
+    .options = kAlarmsOptions,
+    .summary = "Lists the price alarms that updates noticed",
+    .help =
+        "One JSON object a line, oldest first: when, ticker, price, kind (high or low), limit, table, and "
+        "whether\n"
+        "it was mailed. An alarm stands in the list until --read. update mails what fired where "
+        "VTRMAILset.ini\n"
+        "says so, and what an earlier mail could not bring.\n",
+    .settings = kMailSettings,
+    .writes = ForgetsAlarms,
+    .run = RunAlarms,
+};
+
 }  // namespace brantlow

@@ -1,4 +1,5 @@
 #include "acquire/web/curl_web.h"
+#include "alerts/alarm_mail.h"
 #include "batch/live_commands.h"
 #include "batch/run_telling.h"
 #include "batch/table_calls.h"
@@ -20,6 +21,9 @@ DailyUpdate Update(Session& session, const Hosts& hosts, QuoteTable& table) {
     WorkingSeries series;
     UpdateWork work{session, table, web, hosts, rows, alerted};
     work.live = live.Sources();
+    CurlMail mail(session.person);
+    AlarmPost post{mail};
+    work.post = &post;
     return RunChosenUpdate(work, live.Refusal(), days, series);
 }
 

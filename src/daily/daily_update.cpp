@@ -3,6 +3,7 @@
 #include "acquire/web/giving_up_web.h"
 #include "base/former_files.h"
 #include "base/text.h"
+#include "daily/alarm_step.h"
 #include "daily/fundamentals_step.h"
 #include "daily/live_daily_update.h"
 #include "shell/settings/choices.h"
@@ -48,6 +49,7 @@ RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
         report.Tell(stored.ticker, stored.fate, std::move(stored.why));
     }
     TellFundamentals(update.fundamentals, report);
+    for (const std::string& failure : update.alarmFailures) report.Fail(failure);
     for (const std::string& ticker : update.quotes.alertsLeftOut) {
         report.Add("no alert for " + ticker + ", which cannot be asked for");
     }
@@ -94,6 +96,7 @@ DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSerie
     const bool isStored = !result.quotes.error && (!result.database || !result.database->error);
     if (goesOn() && isStored && AdjustsSplits(session.settings)) result.splits = AdjustSplits(work, series);
     if (goesOn() && HasQuote(result.quotes)) result.fundamentals = AskFundamentals(given);
+    result.alarmFailures = TellAlarms(session, result.quotes.alarms, given.post);
     result.isSaved = SavesTable(session.settings);
     result.saveError = AutomaticSave(session, work.table);
     session.person.ShowStatusWord(kStatusComplete);

@@ -32,6 +32,7 @@ struct DailyUpdate {
     std::string splitFailure;  // why a live source told no splits; empty where it did
     // What a source of fundamentals filled, where one is chosen.
     std::optional<LiveReport> fundamentals;
+    std::vector<std::string> alarmFailures;  // of the list of fired alarms and of their mail
     // Why nothing was asked at all; empty for a run that began.
     std::string refusal;
     bool stopped = false;       // ended before its last step

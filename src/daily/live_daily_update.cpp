@@ -1,6 +1,7 @@
 #include "daily/live_daily_update.h"
 
 #include "base/former_files.h"
+#include "daily/alarm_step.h"
 #include "daily/fundamentals_step.h"
 #include "shell/settings/choices.h"
 #include "shell/status_words.h"
@@ -41,6 +42,7 @@ RunReport ReportOf(const DailyUpdate& update, LiveReport& live, const std::strin
     }
     RunReport report = RunReportOf(live, "Update of " + file);
     TellFundamentals(update.fundamentals, report);
+    for (const std::string& failure : update.alarmFailures) report.Fail(failure);
     if (!update.splitFailure.empty()) report.Fail(update.splitFailure);
     for (const AppliedSplit& split : update.liveSplits) report.Add(SplitSentence(split));
     if (update.quotes.error) report.Fail(Sentence(update.quotes.error));
@@ -71,6 +73,7 @@ DailyUpdate RunLiveUpdate(const UpdateWork& work, DayStore& days) {
     const bool checksSplits = goesOn() && any && work.live->splits != nullptr;
     if (checksSplits && AdjustsSplits(session.settings)) AdjustSplits(work, live.report, result);
     if (goesOn() && any) result.fundamentals = AskFundamentals(work);
+    result.alarmFailures = TellAlarms(session, result.quotes.alarms, work.post);
     result.isSaved = any && SavesTable(session.settings);
     if (any) result.saveError = AutomaticSave(session, work.table);
     session.person.ShowStatusWord(kStatusComplete);

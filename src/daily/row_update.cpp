@@ -143,10 +143,26 @@ void RowUpdate::TakeQuote(const LiveQuote& quote, std::size_t row, bool isShown,
 void RowUpdate::Scan(std::size_t row) {
     Session& session = work_.session;
     if (!ScanAlarms(work_.table, row, columns_, today_, session.person)) return;
+    NoteAlarm(row);
     const std::string& ticker = work_.table.Ticker(row);
     const AlertOutcome alert =
         SendStockAlert(work_.web, work_.hosts, session.settings, ticker, work_.alerted, &session.run);
     if (alert == AlertOutcome::LeftOut) outcome_.alertsLeftOut.push_back(ticker);
+}
+
+// Keeps the alarm for the list, the mail and the screen, once a ticker in a run of the program.
+void RowUpdate::NoteAlarm(std::size_t row) {
+    std::optional<FiredAlarm> alarm = FiredAlarmOf(work_.table, row, columns_);
+    if (!alarm || !work_.alerted.told.insert(alarm->ticker).second) return;
+    const auto date = ParseDate(work_.rows.TradeDates[row]);
+    const std::string& time = work_.rows.TradeTimes[row];
+    constexpr int kSecondsPerMinute = 60;
+    const Clock& clock = work_.session.clock;
+    const int minutes = static_cast<int>(clock.SecondsSinceMidnight()) / kSecondsPerMinute;
+    alarm->when = date && !time.empty() ? FormatIsoDate(*date) + " " + time
+                                        : FormatIsoDate(clock.Today()) + " " + FormatTime(minutes);
+    alarm->table = work_.session.CurrentFile;
+    outcome_.alarms.push_back(std::move(*alarm));
 }
 
 LineTaken RowUpdate::TakeLine(std::string_view line, std::size_t row, std::string& records) {

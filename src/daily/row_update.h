@@ -74,6 +74,7 @@ class RowUpdate {
     void WriteCells(std::size_t row);
     void TakePrices(const LiveQuote& quote, std::size_t row);
     void Scan(std::size_t row);
+    void NoteAlarm(std::size_t row);
 
     const UpdateWork& work_;
     UpdateOutcome& outcome_;

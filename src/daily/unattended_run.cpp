@@ -88,9 +88,9 @@ UnattendedRun RunUnattended(const UnattendedWork& work) {
     const OpenFileMark mark(session, run.file);
     QuoteArrays rows;
     LiveSetup live(session, work.web);
-    const UpdateWork update{session,       table,        work.web,        work.hosts,
-                            rows,          work.alerted, work.memoryInfo, work.showAdjustSplits,
-                            live.Sources()};
+    const UpdateWork update{session,        table,        work.web,        work.hosts,
+                            rows,           work.alerted, work.memoryInfo, work.showAdjustSplits,
+                            live.Sources(), work.post};
     run.update = RunChosenUpdate(update, live.Refusal(), work.days, work.analysis.series);
     run.report = run.update.report;
     if (run.update.selectorFollows && run.report.Extent() != RunExtent::Nothing) Select(work, table, run);

@@ -25,6 +25,7 @@ struct UnattendedWork {
     DayStore& days;
     std::string (*memoryInfo)() = ReadMemoryInfo;
     std::function<void(bool)> showAdjustSplits = {};
+    AlarmPost* post = nullptr;
 };
 
 struct UnattendedRun {

@@ -11,6 +11,7 @@
 
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
+#include "alerts/fired_alarms.h"
 #include "alerts/stock_alert.h"
 #include "shell/memory_status.h"
 #include "shell/run_report.h"
@@ -25,6 +26,7 @@ inline constexpr std::string_view kSetUpQuoteDownloads =
 inline constexpr std::string_view kTickerCountMismatch = "Number of Ticker Symbols per String does not match";
 
 struct LiveSources;
+struct AlarmPost;
 
 // What an update works on.
 struct UpdateWork {
@@ -42,6 +44,8 @@ struct UpdateWork {
     std::function<void(bool)> showAdjustSplits = {};
     // The live sources to ask in place of the standard source; null for that one.
     LiveSources* live = nullptr;
+    // Mails the alarms that fire where the settings say so; null where nobody is to be mailed.
+    AlarmPost* post = nullptr;
 };
 
 struct UpdateOutcome {
@@ -54,6 +58,7 @@ struct UpdateOutcome {
     Failure error;                  // of a work file, Temp.txt or Import.Txt
     // Each row that was reached, in the order of the table. A quote that is young enough counts as stored.
     std::vector<TickerTold> tickers;
+    std::vector<FiredAlarm> alarms;          // of tickers that were not told of before, one each
     std::vector<std::string> alertsLeftOut;  // tickers whose alert cannot be asked for
 };
 

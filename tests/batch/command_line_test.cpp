@@ -109,13 +109,23 @@ TEST(Help, ListsEveryCommandAndNoOther) {
         EXPECT_THAT(help, HasSubstr("\n  " + std::string(command.name) + " ")) << command.name;
     }
     const std::vector<std::string_view> expected = {
-        "catalogue",      "series",   "indicators", "evaluate",     "explain",
-        "signals",        "backtest", "chart",      "select",       "study",
-        "history",        "populate", "update",     "fundamentals", "import",
-        "export",         "add",      "delete",     "alarm",        "split",
-        "split-calendar", "practice", "schedule",   "combine",      "remove-last-update",
-        "undo",           "check",    "backup",     "restore",      "research",
-        "settings",       "sources",  "symbols",
+        "catalogue",  "series",
+        "indicators", "evaluate",
+        "explain",    "signals",
+        "backtest",   "chart",
+        "select",     "study",
+        "history",    "populate",
+        "update",     "fundamentals",
+        "import",     "export",
+        "add",        "delete",
+        "alarm",      "alarms",
+        "split",      "split-calendar",
+        "practice",   "schedule",
+        "combine",    "remove-last-update",
+        "undo",       "check",
+        "backup",     "restore",
+        "research",   "settings",
+        "sources",    "symbols",
     };
     EXPECT_EQ(names, expected);
 }

@@ -31,7 +31,7 @@ TEST_F(SettingsCommand, PrintsEveryTableByItsNameInOneLine) {
     for (const auto& [name, table] : tables.items()) names.push_back(name);
     EXPECT_THAT(names, ElementsAre("ColumnSettings", "DataSettings", "GraphSettings", "SelectorSettings",
                                    "MruSettings", "NetSettings", "QuoteHost", "ImExSettings", "OwnSettings",
-                                   "SrcSettings"));
+                                   "SrcSettings", "MailSettings"));
     EXPECT_EQ(tables["QuoteHost"], "http://quotes.example");
     EXPECT_EQ(tables["SelectorSettings"], ordered_json::array());
 }

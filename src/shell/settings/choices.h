@@ -15,6 +15,7 @@ inline constexpr std::string_view kSaveWords[] = {"Automatic Save", "Manual Save
 inline constexpr std::string_view kAutomaticManual[] = {"Automatic", "Manual"};
 inline constexpr std::string_view kUpdateWords[] = {"Automatic Updates", "Manual Updates"};
 inline constexpr std::string_view kAlertWords[] = {"E-mail Alerts", "None"};
+inline constexpr std::string_view kMailWords[] = {"Send", "None"};
 inline constexpr std::string_view kKeepWords[] = {"Keep", "Replace"};
 
 // Of a choice, in the order of its enumeration.
@@ -32,6 +33,10 @@ enum class WebContent { Yahoo, Nasdaq };
 
 inline constexpr std::string_view kSourceWords[] = {"Yahoo", "User Selected String"};
 enum class SourceChoice { Standard, User };
+
+// Encrypted from the first byte, or from STARTTLS on; never in the clear.
+inline constexpr std::string_view kMailSecurityWords[] = {"TLS", "STARTTLS"};
+enum class MailSecurity { Tls, StartTls };
 
 inline constexpr std::string_view kDelimiterWords[] = {"Comma", "Tab"};
 enum class Delimiter { Comma, Tab };

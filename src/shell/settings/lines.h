@@ -252,6 +252,22 @@ inline constexpr std::array kLineRows = {
     LineRow{SettingsFile::Src, 5, LineKind::Text, "LiveSymbols", "", "that of lists of symbols"},
     LineRow{SettingsFile::Src, 6, LineKind::Text, "LiveFallback", "",
             "the one to ask for tickers that the first does not know"},
+    // VTRMAILset.ini
+    LineRow{SettingsFile::Mail, 1, LineKind::Flag, "MailsAlarms", "None",
+            "whether the alarms of an update are mailed"}
+        .Of(kMailWords),
+    LineRow{SettingsFile::Mail, 2, LineKind::Text, "MailHost", "", "the mail server"},
+    LineRow{SettingsFile::Mail, 3, LineKind::Number, "MailPort", "465", "its port"}
+        .Otherwise(465)
+        .Within(1, 65535)
+        .As(LineForm::Number),
+    LineRow{SettingsFile::Mail, 4, LineKind::Choice, "MailSecurity", "TLS", "how the connection is encrypted"}
+        .Of(kMailSecurityWords),
+    LineRow{SettingsFile::Mail, 5, LineKind::Text, "MailUser", "", "who logs in; \"\" for nobody"},
+    LineRow{SettingsFile::Mail, 6, LineKind::Text, "MailSender", "",
+            "the sender's address; \"\" for the first recipient's"},
+    LineRow{SettingsFile::Mail, 7, LineKind::Text, "MailRecipient", "",
+            "the recipients' addresses, commas between them"},
 };
 
 // The row of that name and kind: a handle for a row that is not there does not compile.
@@ -332,6 +348,13 @@ inline constexpr TextLine kLiveSplits{"LiveSplits"};
 inline constexpr TextLine kLiveFundamentals{"LiveFundamentals"};
 inline constexpr TextLine kLiveSymbols{"LiveSymbols"};
 inline constexpr TextLine kLiveFallback{"LiveFallback"};
+inline constexpr FlagLine kMailsAlarms{"MailsAlarms"};
+inline constexpr TextLine kMailHost{"MailHost"};
+inline constexpr NumberLine kMailPort{"MailPort"};
+inline constexpr ChoiceLine<MailSecurity> kMailSecurity{"MailSecurity"};
+inline constexpr TextLine kMailUser{"MailUser"};
+inline constexpr TextLine kMailSender{"MailSender"};
+inline constexpr TextLine kMailRecipient{"MailRecipient"};
 
 // The chart's series by their slots: 0 the first panel's, 1 to 6 those drawn with it.
 inline constexpr std::size_t kChartSeries = 6;

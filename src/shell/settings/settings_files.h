@@ -42,6 +42,7 @@ inline constexpr std::size_t kGraphLines = LineCountOf(SettingsFile::Graph);
 inline constexpr std::size_t kMruLines = LineCountOf(SettingsFile::Mru);
 inline constexpr std::size_t kOwnLines = LineCountOf(SettingsFile::Own);
 inline constexpr std::size_t kSrcLines = LineCountOf(SettingsFile::Src);
+inline constexpr std::size_t kMailLines = LineCountOf(SettingsFile::Mail);
 
 inline constexpr std::array<SettingsFileForm, kSettingsFileCount> kSettingsFiles = {{
     {SettingsFile::Columns, "VTRCOLset.ini", "ColumnSettings", &SettingsTables::ColumnSettings, kMostRows, 1,
@@ -64,6 +65,8 @@ inline constexpr std::array<SettingsFileForm, kSettingsFileCount> kSettingsFiles
      kOwnLines, ShippedTo::NewFolders},
     {SettingsFile::Src, "VTRSRCset.ini", "SrcSettings", &SettingsTables::SrcSettings, kMostRows, kSrcLines,
      kSrcLines, ShippedTo::NewFolders},
+    {SettingsFile::Mail, "VTRMAILset.ini", "MailSettings", &SettingsTables::MailSettings, kMostRows,
+     kMailLines, kMailLines, ShippedTo::NewFolders},
 }};
 
 constexpr const SettingsFileForm& FormOf(SettingsFile file) {

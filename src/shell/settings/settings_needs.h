@@ -15,7 +15,7 @@ using SettingsNeeds = std::span<const SettingsFile>;
 inline constexpr SettingsFile kAnySettings[] = {
     SettingsFile::Columns, SettingsFile::Data, SettingsFile::Graph, SettingsFile::Selector,
     SettingsFile::Mru,     SettingsFile::Net,  SettingsFile::Lang,  SettingsFile::ImEx,
-    SettingsFile::Own,     SettingsFile::Src};
+    SettingsFile::Own,     SettingsFile::Src,  SettingsFile::Mail};
 inline constexpr SettingsFile kDatabaseSettings[] = {SettingsFile::Data};
 inline constexpr SettingsFile kChangeSettings[] = {SettingsFile::Data, SettingsFile::Own};
 inline constexpr SettingsFile kConditionSettings[] = {SettingsFile::Data, SettingsFile::Selector};
@@ -25,9 +25,10 @@ inline constexpr SettingsFile kChartSettings[] = {SettingsFile::Data, SettingsFi
                                                   SettingsFile::Selector};
 inline constexpr SettingsFile kExchangeSettings[] = {SettingsFile::Columns, SettingsFile::Data,
                                                      SettingsFile::ImEx, SettingsFile::Own};
-inline constexpr SettingsFile kDownloadSettings[] = {SettingsFile::Columns, SettingsFile::Data,
-                                                     SettingsFile::Net,     SettingsFile::Lang,
-                                                     SettingsFile::Own,     SettingsFile::Src};
+inline constexpr SettingsFile kDownloadSettings[] = {
+    SettingsFile::Columns, SettingsFile::Data, SettingsFile::Net, SettingsFile::Lang,
+    SettingsFile::Own,     SettingsFile::Src,  SettingsFile::Mail};
+inline constexpr SettingsFile kMailSettings[] = {SettingsFile::Mail};
 inline constexpr SettingsFile kPageSettings[] = {SettingsFile::Net, SettingsFile::Lang};
 
 // The sentence for the first of these files that could not be read when it was last loaded; empty where all

@@ -16,8 +16,8 @@ namespace brantlow {
 inline constexpr std::size_t kMostRows = 18000;
 
 // The settings files in the order in which they are loaded.
-enum class SettingsFile { Columns, Data, Graph, Selector, Mru, Net, Lang, ImEx, Own, Src };
-inline constexpr std::size_t kSettingsFileCount = 10;
+enum class SettingsFile { Columns, Data, Graph, Selector, Mru, Net, Lang, ImEx, Own, Src, Mail };
+inline constexpr std::size_t kSettingsFileCount = 11;
 
 // A 1-based table of at most kMostRows values. Reading past its end gives an empty text.
 class SettingsTable {
@@ -45,6 +45,7 @@ struct SettingsTables {
     SettingsTable ImExSettings;
     SettingsTable OwnSettings;
     SettingsTable SrcSettings;
+    SettingsTable MailSettings;
     std::string QuoteHost;
     // By SettingsFile: why a file that is there could not be read when it was last loaded. A missing file is
     // no error.

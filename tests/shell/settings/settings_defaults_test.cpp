@@ -193,7 +193,7 @@ TEST(DefaultSettings, OfImportAndExportLineByLine) {
 
 TEST(FirstRunFiles, HoldTheDefaults) {
     for (const SettingsFile file :
-         {SettingsFile::Mru, SettingsFile::Lang, SettingsFile::Own, SettingsFile::Src}) {
+         {SettingsFile::Mru, SettingsFile::Lang, SettingsFile::Own, SettingsFile::Src, SettingsFile::Mail}) {
         EXPECT_EQ(ShippedBytes(FormOf(file).fileName), DefaultLinesText(file));
     }
     EXPECT_EQ(ShippedBytes("VTRCOLset.ini"), WrittenLines(kDefaultColumns) + "\"\"\r\n");

@@ -65,7 +65,8 @@ TEST(SettingsFileForms, NameEachFileAndItsTableInLoadingOrder) {
         {SettingsFile::Lang, "VTRLANGset.ini", "QuoteHost", nullptr},
         {SettingsFile::ImEx, "VTRIMEXset.ini", "ImExSettings", &SettingsTables::ImExSettings},
         {SettingsFile::Own, "VTROWNset.ini", "OwnSettings", &SettingsTables::OwnSettings},
-        {SettingsFile::Src, "VTRSRCset.ini", "SrcSettings", &SettingsTables::SrcSettings}};
+        {SettingsFile::Src, "VTRSRCset.ini", "SrcSettings", &SettingsTables::SrcSettings},
+        {SettingsFile::Mail, "VTRMAILset.ini", "MailSettings", &SettingsTables::MailSettings}};
     ASSERT_EQ(std::size(kRows), kSettingsFiles.size());
     for (std::size_t i = 0; i < std::size(kRows); ++i) {
         EXPECT_EQ(kSettingsFiles[i].file, kRows[i].file) << kRows[i].fileName;

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "acquire/feeds/extended_fundamentals.h"
+#include "alerts/alarm_mail.h"
 #include "daily/daily_update.h"
 #include "daily/live_setup.h"
 #include "daily/unattended_run.h"
@@ -91,9 +92,11 @@ bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport
 DailyUpdate UpdateCommands::RunUpdate(frmQuoteGrid& form) {
     frmAdjustSplits splits(&frame_.window);
     LiveSetup live(frame_.session, frame_.web);
+    CurlMail mail(frame_.person);
+    AlarmPost post{mail};
     const UpdateWork work{frame_.session, form.Table(), frame_.web,  frame_.hosts,
                           rows_,          alerted_,     memoryInfo_, ShowsAdjustSplits(splits),
-                          live.Sources()};
+                          live.Sources(), &post};
     return RunChosenUpdate(work, live.Refusal(), days_, analysis_.series);
 }
 
@@ -142,8 +145,10 @@ RunReport UpdateCommands::UpdateFile() {
     frmAdjustSplits splits(&frame_.window);
     const auto analysis = std::make_unique<Analysis>();
     frame_.runs.BeginWithoutTable();
+    CurlMail mail(frame_.person);
+    AlarmPost post{mail};
     UnattendedRun run = RunUnattended({frame_.session, frame_.web, frame_.hosts, *analysis, alerted_, days_,
-                                       memoryInfo_, ShowsAdjustSplits(splits)});
+                                       memoryInfo_, ShowsAdjustSplits(splits), &post});
     const bool stays = frame_.runs.End();
     frame_.tell(run.report);
     const bool isShown = frame_.table.form() && frame_.session.CurrentFile == kEvaluationsName;
