@@ -80,8 +80,8 @@ class FrmStudyNumbersTest : public QObject {
         QStringList heads;
         for (int column = 0; column < table->columnCount(); ++column)
             heads << table->horizontalHeaderItem(column)->text();
-        QCOMPARE(heads, Texts({"Condition", "Action", "Signals", "Tickers", "Mean after 1 day",
-                               "Mean after 2 days", "Above 0 after 1 day", "Any day's mean", "Excess",
+        QCOMPARE(heads, Texts({"Condition", "Action", "Signals", "Tickers", "Mean\nafter 1 day",
+                               "Mean\nafter 2 days", "Above 0\nafter 1 day", "Any day's mean", "Excess",
                                "Its error", "First half", "Second half"}));
         // Any day after one bar: 1.05 / 12. The error: sqrt(2 * .75 * .75) / 4.
         QCOMPARE(study.Row(0), Texts({"1", "Buy", "5", "3", "+25.00 %", "-5.00 %", "75.00 %", "+8.75 %",

@@ -14,6 +14,7 @@
 #include "chart/chart_actions.h"
 #include "chart/windows/frmGraph.h"
 #include "selector/windows/explain_pane.h"
+#include "shell/frame/windows/frame_children.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "study/windows/frmStudy.h"
@@ -59,6 +60,8 @@ class StudyProgram : public Program {
     frmStudy* Open() {
         Start("Three.ddq");
         frame->Run("mnuEvaluateStudy");
+        // Over so few tickers it runs by itself, once it stands in front.
+        QCoreApplication::processEvents();
         return frame->findChild<frmStudy*>();
     }
     // Over a table so small it runs by itself.
@@ -89,6 +92,16 @@ class FrmStudyTest : public QObject {
         QVERIFY(tabs->isTabEnabled(3));
     }
 
+    void afterItsFirstRunItStandsBeforeTheTableAndTheCloseKeyIsItsOwn() {
+        StudyProgram program;
+        frmStudy* const form = program.Open();
+        QCOMPARE(program.frame->Children().FormInFront(), static_cast<QWidget*>(form));
+        program.frame->Run("mnuFileClose");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!program.frame->findChild<frmStudy*>());
+        QVERIFY(program.frame->QuoteForm());
+    }
+
     void enterInABoxRuns() {
         StudyProgram program;
         frmStudy* const form = program.Open();
@@ -101,7 +114,7 @@ class FrmStudyTest : public QObject {
         Part<QLineEdit>(form, "Horizons")->setText(QStringLiteral("3"));
         QTest::keyClick(Part<QWidget>(form, "Horizons"), Qt::Key_Enter);
         QCOMPARE(Part<QTableWidget>(form, "Conditions")->horizontalHeaderItem(4)->text(),
-                 QStringLiteral("Mean after 3 days"));
+                 QStringLiteral("Mean\nafter 3 days"));
     }
 
     void aRunFillsTheTableTheWordsAndTheList() {

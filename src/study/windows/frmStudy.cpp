@@ -172,6 +172,7 @@ QWidget* frmStudy::BuildConditions() {
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->setSelectionMode(QAbstractItemView::SingleSelection);
     table_->verticalHeader()->hide();
+    table_->horizontalHeader()->setHighlightSections(false);
     layout->addWidget(table_, 1);
     layout->addWidget(Warning(kStudyWarnings[1]));
     words_->setWordWrap(true);
@@ -315,7 +316,9 @@ std::size_t frmStudy::Detail() const {
 void frmStudy::ShowTable() {
     const int selected = std::max(0, table_->currentRow());
     QStringList heads;
-    for (const std::string& column : StudyColumns(*study_, terms_, Detail())) heads << Name(column);
+    // In two lines, so that all columns have room.
+    for (const std::string& column : StudyColumns(*study_, terms_, Detail()))
+        heads << Name(column).replace(QStringLiteral(" after "), QStringLiteral("\nafter "));
     table_->clear();
     table_->setColumnCount(static_cast<int>(heads.size()));
     table_->setHorizontalHeaderLabels(heads);

@@ -1,7 +1,9 @@
 #include "shell/frame/windows/study_commands.h"
 
 #include <QMainWindow>
+#include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QTimer>
 
 #include "shell/frame/windows/frame_children.h"
 #include "shell/frame/windows/frame_runs.h"
@@ -56,7 +58,8 @@ void StudyCommands::ShowStudy() {
     window_->showMaximized();
     form->setFocus();
     frame_.applyRules();
-    if (tickers <= kFewTickers) RunLong(&frmStudy::Run);
+    // Once it stands in front: the frame is disabled by the run, and would put the table back there.
+    if (tickers <= kFewTickers) QTimer::singleShot(0, form, [this] { RunLong(&frmStudy::Run); });
 }
 
 // The window stays while its run goes on: closing it is refused until then.
@@ -64,7 +67,8 @@ void StudyCommands::RunLong(void (frmStudy::*run)()) {
     if (frame_.person.InRun() || !form_) return;
     frame_.runs.BeginWithoutTable();
     (form_.data()->*run)();
-    frame_.runs.End();
+    const bool stays = frame_.runs.End();
+    if (stays && window_) window_->mdiArea()->setActiveSubWindow(window_);
 }
 
 void StudyCommands::CloseForm() {
