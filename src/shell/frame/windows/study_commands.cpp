@@ -68,7 +68,10 @@ void StudyCommands::RunLong(void (frmStudy::*run)()) {
     frame_.runs.BeginWithoutTable();
     (form_.data()->*run)();
     const bool stays = frame_.runs.End();
-    if (stays && window_) window_->mdiArea()->setActiveSubWindow(window_);
+    if (!stays || !window_) return;
+    // The run's buttons had the focus, and the frame would give it back to the table.
+    window_->mdiArea()->setActiveSubWindow(window_);
+    form_->setFocus();
 }
 
 void StudyCommands::CloseForm() {
