@@ -7,6 +7,7 @@
 
 #include "acquire/feeds/extended_fundamentals.h"
 #include "alerts/alarm_mail.h"
+#include "alerts/windows/alarm_notice.h"
 #include "daily/daily_update.h"
 #include "daily/live_setup.h"
 #include "daily/unattended_run.h"
@@ -81,6 +82,7 @@ bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport
     const bool stays = frame_.runs.EndOn(form);
     report = update.report;
     if (!update.quotes.noTemplate) frame_.tell(report);
+    ShowAlarms(update.quotes.alarms, DesktopDoors());
     if (!stays) return false;
     if (update.selectorFollows) frame_.run(kSelectorCommand);
     const std::string failure = FailureOf(update, name);
@@ -151,6 +153,7 @@ RunReport UpdateCommands::UpdateFile() {
                                        memoryInfo_, ShowsAdjustSplits(splits), &post});
     const bool stays = frame_.runs.End();
     frame_.tell(run.report);
+    ShowAlarms(run.update.quotes.alarms, DesktopDoors());
     const bool isShown = frame_.table.form() && frame_.session.CurrentFile == kEvaluationsName;
     if (stays && run.selection && isShown) frame_.table.show(kEvaluationsName);
     return std::move(run.report);
