@@ -67,11 +67,12 @@ void PrintUpdateOf(BatchCall& call, const DailyUpdate& update, const QuoteTable&
     if (update.isSaved && !update.saveError) call.out << "Saved: " << name << '\n';
 }
 
-ExitStatus FinishUpdate(BatchCall& call, const DailyUpdate& update, const QuoteTable& table) {
+ExitStatus FinishUpdate(BatchCall& call, SourceCall& sources, const DailyUpdate& update,
+                        const QuoteTable& table) {
     const std::string name = call.session.CurrentFile;
     PrintUpdateOf(call, update, table, name);
     if (update.database) TellHalfLines(call, update.database->halfLines);
-    const ExitStatus told = PrintReport(call, *update.live, update.report);
+    const ExitStatus told = sources.Print(*update.live, update.report);
     if (told == ExitStatus::Interrupted || told == ExitStatus::Refused) return told;
     if (!update.isSaved) call.err << "Manual Save: " << name << " stays as it is\n";
     if (update.stopped) return call.interrupted() ? ExitStatus::Interrupted : ExitStatus::Partly;
@@ -95,7 +96,7 @@ std::optional<ExitStatus> PopulateLive(BatchCall& call) {
         PopulateFromSource(sources.World(), *source, TickersOf(*table),
                            {.fallback = fallback, .storesYears = call.arguments.Has("--years")});
     call.out << "Tickers: " << report.tickers.size() << "\nWith data: " << report.Answered() << '\n';
-    return PrintReport(call, report, RunReportOf(report, "Populate of " + call.session.CurrentFile));
+    return sources.Print(report, RunReportOf(report, "Populate of " + call.session.CurrentFile));
 }
 
 std::optional<ExitStatus> HistoryLive(BatchCall& call) {
@@ -110,7 +111,7 @@ std::optional<ExitStatus> HistoryLive(BatchCall& call) {
     if (sources.Status() != ExitStatus::Done) return sources.Status();
     const LiveReport report = PopulateFromSource(sources.World(), *source, tickers, {.fallback = fallback});
     PrintTickers(call, report);
-    const ExitStatus told = PrintReport(call, report, RunReportOf(report, "History"));
+    const ExitStatus told = sources.Print(report, RunReportOf(report, "History"));
     return told == ExitStatus::Done ? status : told;
 }
 
@@ -133,14 +134,15 @@ std::optional<ExitStatus> UpdateLive(BatchCall& call) {
     AlertedTickers alerted;
     DayStore days;
     WorkingSeries series;
-    const Hosts hosts = LoadHosts(session.DataFolder());
-    UpdateWork work{session, *table, sources.Network(), hosts, rows, alerted};
+    const std::optional<Hosts> hosts = ReadHosts(call);
+    if (!hosts) return ExitStatus::Refused;
+    UpdateWork work{session, *table, sources.Network(), *hosts, rows, alerted};
     work.live = &live;
     CurlMail mail(session.person);
     AlarmPost post{mail};
     work.post = &post;
     const DailyUpdate update = RunDailyUpdate(work, days, series);
-    return FinishUpdate(call, update, *table);
+    return FinishUpdate(call, sources, update, *table);
 }
 
 std::optional<ExitStatus> SplitCalendarLive(BatchCall& call) {
@@ -148,8 +150,10 @@ std::optional<ExitStatus> SplitCalendarLive(BatchCall& call) {
     const SourceDefinition* source = sources.Choose(Capability::Splits);
     if (source == nullptr)
         return sources.Status() == ExitStatus::Done ? std::nullopt : std::optional(sources.Status());
-    const LiveSplitCheck check =
-        CheckLiveSplits(sources.World(), *source, StoredTickers(call.session.settings.QuoteFolder));
+    Failure unread;
+    const std::vector<std::string> tickers = StoredTickers(call.session.settings.QuoteFolder, unread);
+    if (unread) return Refuse(call, Sentence(unread));
+    const LiveSplitCheck check = CheckLiveSplits(sources.World(), *source, tickers);
     if (check.fault) return Refuse(call, OneLine(FaultSentence(check.fault)));
     const SourceResult result = check.outcome.result;
     if (!IsAnswer(result)) return Refuse(call, OneLine(source->title + ": " + OutcomeText(check.outcome)));
@@ -182,7 +186,7 @@ std::optional<ExitStatus> FundamentalsLive(BatchCall& call) {
     for (const LiveTicker& row : report.tickers) {
         if (row.days > 0) call.out << OneLine(row.ticker + ": " + row.outcome.words) << '\n';
     }
-    return PrintReport(call, report, RunReportOf(report, "Fundamentals of " + name));
+    return sources.Print(report, RunReportOf(report, "Fundamentals of " + name));
 }
 
 }  // namespace brantlow

@@ -15,7 +15,10 @@ SourceCall::SourceCall(BatchCall& call)
     : call_(call),
       catalogue_(LoadSources(call.session.DataFolder())),
       web_(call.session.person),
-      live_(call.session, web_) {}
+      live_(call.session, web_) {
+    const std::string& refusal = live_.World().hosts.refusal;
+    if (!refusal.empty()) status_ = Refuse(call, refusal);
+}
 
 // The source of a choice; null, with the sentence written, for one that does not hold.
 const SourceDefinition* SourceCall::Taken(const ChosenSource& chosen) {
@@ -39,11 +42,23 @@ const SourceDefinition* SourceCall::Choose(Capability capability) {
         }
         return nullptr;
     }
-    if (chosen.source != nullptr && chosen.source->asksConsent &&
-        live_.State().TellsTermsFirst(chosen.source->name)) {
-        call_.err << chosen.source->title << ": " << chosen.source->terms << '\n';
-    }
+    if (chosen.source != nullptr && chosen.source->asksConsent) asksConsent_ = chosen.source;
     return chosen.source;
+}
+
+ExitStatus SourceCall::Print(const LiveReport& report, const RunReport& run) {
+    call_.out << OneLine(ReportSummary(report)) << '\n';
+    const ExitStatus status = TellRun(call_, run);
+    TellTerms(status, run);
+    const bool isInterrupted = report.stopped && call_.interrupted();
+    return isInterrupted ? ExitStatus::Interrupted : status;
+}
+
+void SourceCall::TellTerms(ExitStatus status, const RunReport& run) {
+    const bool hasRoom =
+        status == ExitStatus::Done || (status == ExitStatus::Partly && run.Lines().size() < kMostToldLines);
+    if (asksConsent_ == nullptr || !hasRoom || !live_.State().TellsTermsFirst(asksConsent_->name)) return;
+    call_.err << asksConsent_->title << ": " << asksConsent_->terms << '\n';
 }
 
 const SourceDefinition* SourceCall::Beside(const SourceDefinition* first, Capability capability) {
@@ -59,13 +74,6 @@ const SourceDefinition* SourceCall::Fallback() {
 
 std::string FaultSentence(const FileFault& fault) {
     return fmt::format("{}: {}", fault.file.string(), fault.code.message());
-}
-
-ExitStatus PrintReport(BatchCall& call, const LiveReport& report, const RunReport& run) {
-    call.out << OneLine(ReportSummary(report)) << '\n';
-    const ExitStatus status = TellRun(call, run);
-    const bool isInterrupted = report.stopped && call.interrupted();
-    return isInterrupted ? ExitStatus::Interrupted : status;
 }
 
 }  // namespace brantlow

@@ -30,21 +30,23 @@ class SourceCall {
     // That of a further capability, where the first choice has it, else the chosen one; a refusal as above.
     const SourceDefinition* Beside(const SourceDefinition* first, Capability capability);
     const SourceDefinition* Fallback();
+    // Prints the summary on standard output and tells the run as every run is told; behind it, once a folder,
+    // the terms of a source that wants them told. A call that is refused has its one line.
+    ExitStatus Print(const LiveReport& report, const RunReport& run);
     // Done unless a choice was refused.
     ExitStatus Status() const { return status_; }
 
   private:
     const SourceDefinition* Taken(const ChosenSource& chosen);
+    void TellTerms(ExitStatus status, const RunReport& run);
 
     BatchCall& call_;
     SourceCatalogue catalogue_;
     CurlWeb web_;
     LiveWorld live_;
     ExitStatus status_ = ExitStatus::Done;
+    const SourceDefinition* asksConsent_ = nullptr;
 };
-
-// Prints the summary on standard output and tells the run as every run is told.
-ExitStatus PrintReport(BatchCall& call, const LiveReport& report, const RunReport& run);
 
 // "Quotes/EOD/KO.26 could not be written: No space left on device".
 std::string FaultSentence(const FileFault& fault);

@@ -123,6 +123,8 @@ ExitStatus RunStudyCommand(BatchCall& call) {
     if (!LoadTable(call, name, table)) return ExitStatus::Refused;
 
     const ConditionStudy study = RunStudy(call.session, table.Tickers(), span);
+    const bool isRefused = !study.unreadable.empty() && study.unreadable.size() == study.asked;
+    if (isRefused) return TellLeftOut(call, study.unreadable, study.asked, "tickers");
     const bool asPortfolio = call.arguments.Has("--portfolio");
     call.out << (asPortfolio ? PortfolioLine(name, study, PortfolioTermsOf(call.arguments, study))
                              : StudyLine(name, study, terms))

@@ -58,6 +58,7 @@ RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
     if (update.database && update.database->error && update.database->failed == 0) {
         report.Fail(FaultReason("The database", update.database->error));
     }
+    if (update.database && update.database->error.isHalfDone) report.MarkChanged();
     if (update.splits) report.TakeFailures(update.splits->report);
     if (update.splits && update.splits->isChanged) report.MarkChanged();
     if (update.isSaved && !update.saveError && HasQuote(update.quotes)) report.MarkChanged();

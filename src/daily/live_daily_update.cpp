@@ -48,6 +48,7 @@ RunReport ReportOf(const DailyUpdate& update, LiveReport& live, const std::strin
     if (update.quotes.error) report.Fail(Sentence(update.quotes.error));
     if (update.database && update.database->error) {
         report.Fail(FaultReason("The database", update.database->error));
+        if (update.database->error.isHalfDone) report.MarkChanged();
     }
     if (update.saveError) report.Fail(file + " could not be written: " + update.saveError.message());
     return report;

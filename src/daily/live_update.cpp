@@ -113,7 +113,9 @@ class Gathering {
         std::vector<std::string> wanted;
         AskTickers(client_, world_, {Capability::Quotes, newest_ - kDaysBefore, today_}, tickers,
                    [&](const std::string& ticker, TickerAnswer answer) {
-                       if (EndsRun(answer.outcome)) {
+                       // A source that cannot be reached is not asked for the days either.
+                       const bool isDead = answer.outcome.result == SourceResult::Network;
+                       if (isDead || EndsRun(answer.outcome)) {
                            Keep(ticker, std::move(answer));
                        } else if (IsNews(ticker, answer)) {
                            wanted.push_back(ticker);

@@ -43,7 +43,7 @@ class StudyWalk {
           span_(span),
           conditions_(session.settings),
           tickers_(std::move(tickers)),
-          files_(YearFilesByTicker(quoteFolder_, tickers_)),
+          files_(YearFilesByTicker(quoteFolder_, tickers_, &unread_)),
           found_(tickers_.size()),
           days_(tickers_.size()),
           walked_(tickers_.size()),
@@ -119,8 +119,11 @@ class StudyWalk {
         const std::vector<Path> none;
         StudiedTicker& found = found_[index];
         found.ticker = tickers_[index];
-        Failure failure = bench.bars.Load(found.ticker, files == files_.end() ? none : files->second,
-                                          span_.interval, span_.from);
+        Failure failure = unread_;
+        if (!failure) {
+            failure = bench.bars.Load(found.ticker, files == files_.end() ? none : files->second,
+                                      span_.interval, span_.from);
+        }
         if (!failure) failure = bench.verdicts.Take(found.ticker, bench.bars, found.verdicts);
         if (!failure) TakeBars(bench.bars.Bars(), found, days_[index]);
         failures_[index] = std::move(failure);
@@ -162,6 +165,7 @@ class StudyWalk {
     const StudySpan span_;
     const StudyConditions conditions_;
     const std::vector<std::string> tickers_;
+    Failure unread_;  // the folder could not be looked through
     const std::unordered_map<std::string, std::vector<Path>> files_;
     DayWritings writings_;
     std::vector<StudiedTicker> found_;

@@ -61,6 +61,28 @@ TEST_F(UnreadableTest, RefusesTheCommandThatAsksForNothingElse) {
     }
 }
 
+TEST_F(UnreadableTest, LeavesItsTickerOutOfAnExplanation) {
+    const CallResult result = On({"explain", "KO", "NFLX"});
+    EXPECT_EQ(result.status, ExitStatus::Partly);
+    EXPECT_EQ(result.err, "1 of 2 tickers left out: " + Sentence("Quotes/EOD/NFLX.25") + "\n");
+    EXPECT_THAT(result.out, Not(HasSubstr("NFLX")));
+}
+
+TEST_F(UnreadableTest, LeavesItsTickerOutOfAStudy) {
+    const CallResult result = On({"study", "Mine.ddq"});
+    EXPECT_EQ(result.status, ExitStatus::Partly);
+    EXPECT_THAT(result.err, HasSubstr("1 of 2 tickers left out: " + Sentence("Quotes/EOD/NFLX.25") + "\n"));
+    EXPECT_THAT(result.out, HasSubstr("\"tickers\":2,\"evaluated\":0"));
+}
+
+TEST_F(UnreadableTest, RefusesAStudyOverNothingElse) {
+    MakeUnreadable("Quotes/EOD/KO.24");
+    const CallResult result = On({"study", "Mine.ddq"});
+    EXPECT_EQ(result.status, ExitStatus::Refused);
+    EXPECT_EQ(result.err, Sentence("Quotes/EOD/KO.24") + "\n");
+    EXPECT_EQ(result.out, "");
+}
+
 TEST_F(UnreadableTest, LeavesItsTickerOutOfASelectorRun) {
     const CallResult result = On({"select", "Mine.ddq"});
     EXPECT_EQ(result.status, ExitStatus::Partly);

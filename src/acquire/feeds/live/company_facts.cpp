@@ -73,7 +73,7 @@ bool CompanyFacts::LoadCompanies(SourceOutcome& outcome) {
     const CapabilityForm& form = client_.Source().FormOf(Capability::Fundamentals);
     const std::string bytes = client_.Fetch(form.addresses.front(), outcome);
     if (!outcome.Done()) return false;
-    const json document = json::parse(bytes, nullptr, false);
+    const json document = ParsedReply(bytes);
     if (document.is_object()) {
         for (const auto& [index, company] : document.items()) {
             const std::string symbol = TextOf(Lead(company, "/ticker"));
@@ -98,7 +98,7 @@ std::vector<FiledFact> CompanyFacts::FactsOf(const std::string& cik, std::string
     // A tag that was never used has no page.
     if (outcome.result == SourceResult::UnknownSymbol) outcome = {};
     if (!outcome.Done() || bytes.empty()) return facts;
-    const json document = json::parse(bytes, nullptr, false);
+    const json document = ParsedReply(bytes);
     const json* units = document.is_object() ? Lead(document, "/units") : nullptr;
     if (units == nullptr || !units->is_object()) {
         outcome = {.result = SourceResult::ChangedFormat, .words = "a company's facts lack their units"};

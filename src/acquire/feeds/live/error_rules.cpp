@@ -97,7 +97,7 @@ SourceResult ResultOfStatus(int status) {
 SourceOutcome JudgeReply(const SourceDefinition& source, int status, std::string_view bytes) {
     const std::string_view text = Trim(bytes);
     const bool isEnvelope = status != kStatusOk || text.size() <= kLongestEnvelope;
-    const json document = isEnvelope ? json::parse(text, nullptr, false) : json(json::value_t::discarded);
+    const json document = isEnvelope ? ParsedReply(text) : json(json::value_t::discarded);
     for (const ErrorRule& rule : source.errors) {
         if (!isEnvelope || !Applies(rule, status, text, document)) continue;
         SourceOutcome outcome = rule.outcome;

@@ -41,7 +41,10 @@ class LivePopulate {
 
     LiveReport Run() {
         report_.title = source_.title;
-        files_ = YearFilesByTicker(session_.settings.QuoteFolder, tickers_);
+        Failure unread;
+        files_ = YearFilesByTicker(session_.settings.QuoteFolder, tickers_, &unread);
+        report_.fault = {unread.file, unread.cause};
+        if (unread) return report_;
         const CapabilityForm* quotes = source_.Form(Capability::Quotes);
         const bool byDays =
             quotes != nullptr && quotes->tickers == 0 && tickers_.size() >= kMarketFromTickers;

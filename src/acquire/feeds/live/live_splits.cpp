@@ -179,9 +179,11 @@ std::string SplitSentence(const AppliedSplit& applied) {
                        FormatIsoDate(Date{applied.split.day}), applied.days);
 }
 
-std::vector<std::string> StoredTickers(const std::string& quoteFolder) {
+std::vector<std::string> StoredTickers(const std::string& quoteFolder, Failure& failure) {
     std::set<std::string> tickers;
-    for (const std::string& name : FileNamesIn(quoteFolder)) {
+    std::vector<std::string> names;
+    failure = ListFiles(quoteFolder, names);
+    for (const std::string& name : names) {
         const std::size_t point = name.rfind('.');
         constexpr std::size_t kYearDigits = 2;
         if (point != std::string::npos && point > 0 && name.size() == point + 1 + kYearDigits) {

@@ -7,6 +7,7 @@
 
 #include "acquire/feeds/live/source_client.h"
 #include "acquire/feeds/live/ticker_basis.h"
+#include "base/failure.h"
 #include "base/file_change.h"
 
 namespace brantlow {
@@ -46,7 +47,7 @@ LiveSplitCheck CheckLiveSplits(SourceWorld& world, const SourceDefinition& sourc
 // "KO: split 2 for 1 on 2026-11-18, 512 days restated".
 std::string SplitSentence(const AppliedSplit& applied);
 
-// The tickers that have a file in the database.
-std::vector<std::string> StoredTickers(const std::string& quoteFolder);
+// The tickers that have a file in the database; none where `failure` says why.
+std::vector<std::string> StoredTickers(const std::string& quoteFolder, Failure& failure);
 
 }  // namespace brantlow

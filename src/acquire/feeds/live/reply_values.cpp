@@ -70,7 +70,39 @@ std::optional<sys_days> CompactDay(std::string_view text) {
     return DayOfParts(text.substr(0, 4), text.substr(4, 2), text.substr(6, 2));
 }
 
+constexpr std::size_t kMostValues = 1'000'000;
+constexpr std::size_t kDeepest = 100;
+
+// Counts brackets and commas outside of texts.
+bool IsOfBearableSize(std::string_view bytes) {
+    std::size_t values = 0;
+    std::size_t depth = 0;
+    bool inText = false;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const char c = bytes[i];
+        if (inText && c == '\\') {
+            ++i;
+        } else if (c == '"') {
+            inText = !inText;
+        } else if (!inText && (c == '[' || c == '{')) {
+            ++depth;
+            ++values;
+        } else if (!inText && (c == ']' || c == '}')) {
+            depth -= depth > 0 ? 1 : 0;
+        } else if (!inText && c == ',') {
+            ++values;
+        }
+        if (values > kMostValues || depth > kDeepest) return false;
+    }
+    return true;
+}
+
 }  // namespace
+
+json ParsedReply(std::string_view bytes) {
+    if (!IsOfBearableSize(bytes)) return json(json::value_t::discarded);
+    return json::parse(bytes, nullptr, false);
+}
 
 const json* Lead(const json& value, const std::string& pointer) {
     if (pointer.empty()) return &value;

@@ -13,6 +13,10 @@
 
 namespace brantlow {
 
+// The document of a reply, discarded where it is none, and where it holds more values, or deeper ones, than
+// any service sends: a small reply can stand for a document of many times its size.
+nlohmann::json ParsedReply(std::string_view bytes);
+
 // What `pointer` leads to within `value`, or null; null too for a JSON null. An empty pointer leads to the
 // value itself.
 const nlohmann::json* Lead(const nlohmann::json& value, const std::string& pointer);

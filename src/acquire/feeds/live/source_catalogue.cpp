@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/failure.h"
+
 namespace brantlow {
 
 namespace {
@@ -41,7 +43,10 @@ SourceCatalogue LoadSources(const Path& dataFolder) {
         Take(catalogue, std::string(source.fileName), source.json);
     }
     const Path folder = dataFolder / "Sources";
-    for (const std::string& name : FileNamesIn(folder)) {
+    std::vector<std::string> names;
+    const Failure unread = ListFiles(folder, names);
+    if (unread) catalogue.refusals.push_back(Sentence(unread));
+    for (const std::string& name : names) {
         if (!name.ends_with(".json")) continue;
         const std::string file = "Data/Sources/" + name;
         const ReadResult read = ReadWholeFile(folder / name);

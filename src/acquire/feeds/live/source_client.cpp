@@ -150,12 +150,18 @@ SourceOutcome SourceClient::FetchOnce(const std::string& address, ServiceReply& 
     return outcome;
 }
 
-bool SourceClient::IsRepeated(const SourceOutcome& outcome) const {
-    return outcome.result == SourceResult::Network ||
+// A host that was waited for to the end of its time would be waited for as long again.
+bool SourceClient::IsRepeated(const SourceOutcome& outcome, const ServiceReply& reply) const {
+    const bool isLate = reply.failure == WebFailure::TimedOut || reply.failure == WebFailure::Silent;
+    return (outcome.result == SourceResult::Network && !isLate) ||
            (outcome.result == SourceResult::RateLimited && outcome.scope == LimitScope::Minute);
 }
 
 std::string SourceClient::Fetch(const std::string& address, SourceOutcome& outcome) {
+    if (!world_.hosts.refusal.empty()) {
+        outcome = {.result = SourceResult::Refused, .words = world_.hosts.refusal};
+        return {};
+    }
     if (!key_.key) {
         outcome = {.result = SourceResult::NoKey, .words = key_.refusal};
         return {};
@@ -166,7 +172,7 @@ std::string SourceClient::Fetch(const std::string& address, SourceOutcome& outco
     ServiceReply reply;
     for (int repeat = 0;; ++repeat) {
         outcome = FetchOnce(own, reply);
-        if (!IsRepeated(outcome) || repeat == kMostRepeats) break;
+        if (!IsRepeated(outcome, reply) || repeat == kMostRepeats) break;
         const double wait = outcome.result == SourceResult::Network
                                 ? kNetworkWaits.at(static_cast<std::size_t>(repeat))
                                 : outcome.waitSeconds;

@@ -63,7 +63,7 @@ class SourceClient {
     SourceOutcome Judge(const ServiceReply& reply) const;
     SourceOutcome FetchOnce(const std::string& address, ServiceReply& reply);
     void KeepLimit(SourceOutcome& outcome, const ServiceReply& reply);
-    bool IsRepeated(const SourceOutcome& outcome) const;
+    bool IsRepeated(const SourceOutcome& outcome, const ServiceReply& reply) const;
     std::string NextAddress(const std::string& first, const std::string& next,
                             const CapabilityForm& form) const;
 

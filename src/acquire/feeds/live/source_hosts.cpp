@@ -2,6 +2,7 @@
 
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
+#include "base/failure.h"
 #include "base/numbers.h"
 #include "base/text.h"
 
@@ -58,7 +59,11 @@ std::optional<RequestLimit> SourceHosts::Limit(std::string_view source) const {
 }
 
 SourceHosts LoadSourceHosts(const Path& dataFolder) {
-    return SourceHosts::Parse(BytesOrEmpty(dataFolder / kHostsFileName));
+    std::string bytes;
+    const Failure failure = ReadIfThere(dataFolder / kHostsFileName, bytes);
+    SourceHosts hosts = SourceHosts::Parse(bytes);
+    hosts.refusal = Sentence(failure);
+    return hosts;
 }
 
 }  // namespace brantlow

@@ -21,6 +21,9 @@ class SourceHosts {
     const std::string& Address(std::string_view source) const;
     std::optional<RequestLimit> Limit(std::string_view source) const;
 
+    // Why the file, which is there, cannot be read: nobody is asked then, for it may name other hosts.
+    std::string refusal;
+
   private:
     std::map<std::string, std::string, std::less<>> addresses_;
     std::map<std::string, RequestLimit, std::less<>> limits_;

@@ -1,6 +1,7 @@
 #include "acquire/feeds/live/source_keys.h"
 
 #include "acquire/feeds/live/address_template.h"
+#include "base/failure.h"
 
 namespace brantlow {
 
@@ -45,6 +46,10 @@ KeyRead ReadSourceKey(const SourceDefinition& source, const Path& dataFolder,
     if (source.key.kind == KeyKind::None) return {SourceKey{}, {}};
     const std::string text = FindKey(dataFolder, source.name, environment);
     if (text.empty()) {
+        // The key may stand in a file that cannot be read.
+        std::string bytes;
+        const Failure unread = ReadIfThere(dataFolder / kKeysFileName, bytes);
+        if (unread) return {std::nullopt, Sentence(unread)};
         const NeedText& need = NeedOf(source.key.kind);
         return {std::nullopt, source.title + std::string(need.wants) + ": put " + source.name + "=" +
                                   std::string(need.form) + " into Data/" + std::string(kKeysFileName) +

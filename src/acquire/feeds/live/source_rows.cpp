@@ -177,7 +177,7 @@ void ReadReply(const ReplyScene& scene, std::string_view bytes, SourceReply& rep
     if (form.reader == ReplyReader::YahooChart) return ReadYahooChart(scene, bytes, reply);
     if (form.reader == ReplyReader::YahooSpark) return ReadYahooSpark(scene, bytes, reply);
     if (form.reader == ReplyReader::SymbolDirectory) return ReadSymbolDirectory(scene, bytes, reply);
-    const json document = json::parse(bytes, nullptr, false);
+    const json document = ParsedReply(bytes);
     if (document.is_discarded()) return ChangeFormat(reply, "the reply is no whole JSON");
     if (!HasShape(form, document)) return ChangeFormat(reply, "the reply lacks what a good one has");
     const bool read =

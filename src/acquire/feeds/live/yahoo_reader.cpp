@@ -170,7 +170,7 @@ void TakeSparkResults(const ReplyScene& scene, const json& results, SourceReply&
 }  // namespace
 
 void ReadYahooChart(const ReplyScene& scene, std::string_view bytes, SourceReply& reply) {
-    const json document = json::parse(bytes, nullptr, false);
+    const json document = ParsedReply(bytes);
     if (document.is_discarded() || !document.is_object()) {
         return ChangeFormat(reply, "the reply is no whole JSON");
     }
@@ -188,7 +188,7 @@ void ReadYahooChart(const ReplyScene& scene, std::string_view bytes, SourceReply
 }
 
 void ReadYahooSpark(const ReplyScene& scene, std::string_view bytes, SourceReply& reply) {
-    const json document = json::parse(bytes, nullptr, false);
+    const json document = ParsedReply(bytes);
     if (document.is_discarded() || !document.is_object()) {
         return ChangeFormat(reply, "the reply is no whole JSON");
     }

@@ -201,6 +201,36 @@ TEST_F(SourceReplies, OnlyADeadNetworkAndALimitByTheMinuteAreAskedAgainAndThreeT
     }
 }
 
+// A silent host would cost its time anew at each repetition.
+TEST_F(SourceReplies, AReplyThatDoesNotComeInTimeIsNotAskedForAgain) {
+    ServiceReply late;
+    late.failure = WebFailure::TimedOut;
+    late.error = "no whole answer within 30 seconds";
+    for (const std::string source : {"massive", "yahoo", "tiingo"}) {
+        requests.clear();
+        Reply({late});
+        EXPECT_EQ(AskFor(source, "KO").outcome.result, SourceResult::Network);
+        EXPECT_EQ(requests.size(), Source(source).Form(Capability::History)->addresses.size()) << source;
+    }
+}
+
+// A few megabytes can stand for a document of some hundreds.
+TEST_F(SourceReplies, AReplyOfTooManyOrTooDeepValuesIsNoReply) {
+    const std::size_t many = 1'100'000;
+    std::string wide = "[0";
+    for (std::size_t i = 0; i < many; ++i) wide += ",0";
+    for (const std::string& bytes : {std::string(many, '['), std::string(many, '{'), wide + "]",
+                                     std::string(101, '[') + std::string(101, ']')}) {
+        Reply(bytes);
+        const TickerAnswer answer = AskFor("massive", "KO");
+        EXPECT_EQ(answer.outcome.result, SourceResult::ChangedFormat);
+        EXPECT_TRUE(answer.outcome.words.ends_with("the reply is no whole JSON")) << answer.outcome.words;
+    }
+    Reply(
+        R"({"status":"OK","odd":"[[{{,,\\\",[","results":[{"v":1,"o":1,"c":2,"h":3,"l":1,"t":1795064400000}]})");
+    EXPECT_TRUE(AskFor("massive", "KO").outcome.Done());
+}
+
 TEST_F(SourceReplies, MassiveTellsDaysByTheirMidnightInNewYork) {
     Reply(R"({"ticker":"KO","queryCount":2,"resultsCount":2,"adjusted":true,"status":"OK","results":[
         {"v":4369.5,"o":70.1,"c":70.25,"h":70.5,"l":69.9,"t":1793678400000},
