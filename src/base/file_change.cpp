@@ -32,6 +32,13 @@ std::error_code LinkOrCopy(const Path& from, std::uintmax_t length, const Path& 
     return CopyBeginning(from, length, to);
 }
 
+// The file as it was before a change without a list; where the file system has no second names, it stays new.
+std::error_code PutFormerBack(const Path& path, bool isNew, const Path& former) {
+    if (!isNew && former.empty()) return std::make_error_code(std::errc::operation_not_supported);
+    const int failed = isNew ? ::unlink(path.c_str()) : ::rename(former.c_str(), path.c_str());
+    return failed != 0 ? LastError() : std::error_code{};
+}
+
 // A name for the folder of a change that is done.
 std::string FolderName(std::string_view when, std::string_view what) {
     constexpr std::size_t kMostBytes = 120;
@@ -61,14 +68,13 @@ std::error_code RenameTo(const Path& undoFolder, const std::string& name, Path& 
 
 std::string FaultReason(std::string_view what, const FileFault& fault) {
     std::string sentence(what);
-    return sentence.append(" failed: ").append(fault.file.string()).append(": ").append(fault.message());
+    sentence.append(" failed: ").append(fault.file.string()).append(": ").append(fault.message());
+    if (fault.isHalfDone) sentence += "; some files are changed, which the next writing command takes back";
+    return sentence;
 }
 
 std::string FaultSentence(std::string_view what, const FileFault& fault) {
-    std::string sentence = FaultReason(what, fault);
-    return sentence.append(fault.isHalfDone
-                               ? "; some files are changed, which the next writing command takes back"
-                               : "; nothing was changed");
+    return FaultReason(what, fault) + (fault.isHalfDone ? "" : "; nothing was changed");
 }
 
 FileChange::FileChange(ChangePlace place, std::string what, ChangeKeeps keeps)
@@ -161,11 +167,18 @@ FileFault FileChange::Commit() {
 }
 
 FileFault FileChange::TakeBack() {
+    FileFault stays;
+    for (const Staged& file : staged_) {
+        // Without a list a file is put back by its second name.
+        if (!file.isInPlace || !journal_.empty()) continue;
+        const std::error_code error = PutFormerBack(file.path, file.isNew, file.former);
+        if (error && !stays) stays = FaultAt(file.path, error);
+    }
     DropTemporaries();
     deleted_.clear();
     grown_.clear();
     if (list_ >= 0) ::close(std::exchange(list_, -1));
-    if (journal_.empty()) return {};
+    if (journal_.empty()) return stays;
     const FileFault fault = PutBack(entries_, journal_);
     entries_.clear();
     // A list that could not be followed stays for the next recovery.
@@ -175,21 +188,13 @@ FileFault FileChange::TakeBack() {
 }
 
 FileFault FileChange::Failed(FileFault fault) {
-    // Without a list of what was there, files that have their places keep them.
-    const bool stays =
-        journal_.empty() && std::any_of(staged_.begin(), staged_.end(),
-                                        [](const Staged& file) { return file.temporary.empty(); });
-    fault.isHalfDone = static_cast<bool>(TakeBack()) || stays;
+    fault.isHalfDone = static_cast<bool>(TakeBack());
     return fault;
 }
 
 void FileChange::DropTemporaries() {
     for (const Staged& file : staged_) {
         if (!file.isInPlace && !file.temporary.empty()) ::unlink(file.temporary.c_str());
-        // Without a list a file is put back by its second name.
-        if (!file.isInPlace || !journal_.empty()) continue;
-        if (file.isNew) ::unlink(file.path.c_str());
-        if (!file.former.empty()) ::rename(file.former.c_str(), file.path.c_str());
     }
     DropFormer();
     staged_.clear();

@@ -47,7 +47,7 @@ class TableEdits {
     // An edit of a call is kept, whether the settings save by themselves or not.
     ExitStatus Finish() {
         Session& session = call_.session;
-        if (isChanged_ && !error_ && !SavesTable(session.settings)) {
+        if (isChanged_ && !error_ && !fault_ && !SavesTable(session.settings)) {
             error_ = SaveQuoteTable(table_, session.DataFile(session.CurrentFile));
         }
         if (error_) return Refuse(call_, session.CurrentFile + " could not be written: " + error_.message());
@@ -72,8 +72,11 @@ class TableEdits {
     // The edits before the one that failed are kept.
     ExitStatus ToldOfPart() const {
         call_.out << told_;
-        Refuse(call_, FaultSentence("The edit", fault_));
-        return isChanged_ || fault_.isHalfDone ? ExitStatus::Partly : ExitStatus::Refused;
+        if (!isChanged_) return RefuseChange(call_, "The edit", fault_);
+        const bool isKept = !fault_.isHalfDone;
+        Refuse(call_, isKept ? FaultReason("The edit", fault_) + "; what was edited before it is kept"
+                             : FaultSentence("The edit", fault_));
+        return ExitStatus::Partly;
     }
 
     BatchCall& call_;

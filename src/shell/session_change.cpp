@@ -27,9 +27,16 @@ std::vector<Path> WrittenFolders(const Session& session) {
     const Path backUp = session.AppPath / "Back Up";
     std::vector<Path> folders = {session.AppPath, session.DataFolder(), session.settings.QuoteFolder, backUp,
                                  backUp / "Data"};
-    for (const TextLine line : {kApplicationBackUpFolder, kDatabaseBackUpFolder}) {
+    for (const TextLine line : {kApplicationBackUpFolder, kDatabaseBackUpFolder, kExportFolder}) {
         const std::string& folder = Get(session.settings, line);
         if (!folder.empty()) folders.push_back(FolderOfSetting(session.AppPath, folder));
+    }
+    // A table may lie in a folder of its own below Data.
+    std::error_code error;
+    for (auto it = std::filesystem::recursive_directory_iterator(session.DataFolder(), error);
+         !error && it != std::filesystem::recursive_directory_iterator(); it.increment(error)) {
+        std::error_code typeError;
+        if (it->is_directory(typeError)) folders.push_back(it->path());
     }
     return folders;
 }
