@@ -33,12 +33,6 @@ std::vector<std::string> PlainEnvironment() {
     return texts;
 }
 
-Path NotesFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "brantlow-fault-XXXXXX").string();
-    if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    return name;
-}
-
 pid_t Spawn(std::vector<std::string> arguments, std::vector<std::string> environment, const Path& out,
             const Path& err) {
     posix_spawn_file_actions_t actions{};
@@ -69,8 +63,7 @@ std::string FaultedCall::Told() const {
 }
 
 RunningCall::RunningCall(const Path& app, const std::vector<std::string>& arguments, const FaultPlan& plan,
-                         bool traces)
-    : notes_(NotesFolder()) {
+                         bool traces) {
     const FaultPrograms programs = ProgramsUnderTest();
     std::vector<std::string> command = {
         programs.batchTool.string(), "--app", app.string(), "--today", "2026-11-21", "--time", "18:00"};
@@ -84,6 +77,7 @@ RunningCall::RunningCall(const Path& app, const std::vector<std::string>& argume
         environment.push_back("FAULT_NUMBER=" + std::to_string(plan.number));
         environment.push_back("FAULT_ACTION=" + plan.action);
         environment.push_back("FAULT_FILE=" + plan.file);
+        if (plan.lasts) environment.push_back("FAULT_LASTING=1");
         environment.push_back("FAULT_MET=" + Note("met").string());
     }
     process_ = Spawn(std::move(command), std::move(environment), Note("out"), Note("err"));
@@ -94,8 +88,6 @@ RunningCall::~RunningCall() {
         Kill();
         Wait();
     }
-    std::error_code ignored;
-    std::filesystem::remove_all(notes_, ignored);
 }
 
 void RunningCall::TakeStatus(int status) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/files.h"
+#include "support/temp_folder.h"
 
 namespace brantlow {
 
@@ -16,6 +17,7 @@ struct FaultPlan {
     std::string action;  // empty: nothing
     std::size_t number = 1;
     std::string file = {};  // a part of the path
+    bool lasts = false;     // the calls behind it fail too
 };
 
 // What the tests call, and where their files lie.
@@ -59,7 +61,7 @@ class RunningCall {
     Path Note(const char* name) const { return notes_ / name; }
     void TakeStatus(int status);
 
-    Path notes_;
+    TempFolder notes_;
     pid_t process_ = -1;
     FaultedCall result_;
     bool ended_ = false;

@@ -97,8 +97,10 @@ bool NamesTheFile(const FaultKind& kind, const FaultedCall& call, const FolderIm
         IsTemporaryName(name) || Contains(call.path.string(), "/Undo") || name == "Brantlow.lock";
     if (!isOwn && !folders.contains(name) && kind.action != "SHORT") return false;
     if (Contains(call.err, call.path.parent_path().string())) return true;
-    return Contains(call.err, "Undo") || Contains(call.err, "Last Run.txt") || NamesOneOf(call.err, before) ||
-           NamesOneOf(call.err, after);
+    const bool isOfUndo = Contains(call.path.string(), "/Undo");
+    const bool isOfData = call.path.parent_path().filename() == "Data";
+    return (isOfUndo && Contains(call.err, "Undo")) || (isOfData && Contains(call.err, "Last Run.txt")) ||
+           NamesOneOf(call.err, before) || NamesOneOf(call.err, after);
 }
 
 FolderImage WithResultsOf(const FolderImage& after, FolderImage image) {

@@ -56,13 +56,21 @@ void KeepYearFiles(const Path& quotes) {
     }
 }
 
-// A line for each ticker, with the fields that the shipped import settings name.
-std::string ImportText() {
-    std::string text;
-    for (const std::string_view ticker : kTickers) {
-        text += std::string(ticker) + ",41.5,0.5,1,41,42,40,43,1000,41,41,30,50,Name,NYSE,11/21/26,17:00\r\n";
-    }
-    return text;
+// Sources are asked as often as it goes.
+constexpr std::string_view kNoPauses = "Limit.yahoo=1000000/1\r\nLimit.nasdaq=1000000/1\r\n";
+
+// A line for each ticker, with the fields that the shipped import settings name: a new day for the first two,
+// a better record of its last day for the third.
+constexpr std::string_view kImportText =
+    "A,41.5,11/21/26,43,40,1000\r\n"
+    "ADBE,341.5,11/21/26,343,340,2000\r\n"
+    "NFLX,999.5,11/20/26,999.5,999,3000\r\n";
+
+// The day that the market has and the database not yet.
+void TakeLastDay(const Path& file) {
+    std::string bytes = BytesOrEmpty(file);
+    bytes.resize(bytes.rfind('\n', bytes.size() - 2) + 1);
+    Write(file, bytes);
 }
 
 }  // namespace
@@ -83,6 +91,10 @@ void FaultWorld::Fill(const Path& app) const {
     fs::create_directories(app);
     const FaultedCall practice = CallWithFault(app, {"practice"}, {});
     if (practice.status != 0) throw std::runtime_error(practice.Told());
+    // Over a folder that is there, for the settings files that come to old folders only.
+    const FaultedCall again = CallWithFault(app, {"practice", "--replace"}, {});
+    if (again.status != 0) throw std::runtime_error(again.Told());
+    fs::remove_all(app / "Back Up" / "Undo");
     const Path data = app / "Data";
     const std::string table = BytesOrEmpty(data / "Practice.ddq");
     Write(data / "Mine.ddq", RowsOf(table, kTickers));
@@ -90,8 +102,9 @@ void FaultWorld::Fill(const Path& app) const {
     Write(data / "Out.ddq", RowsOf(table, std::span(kTickers).first(1)));
     fs::remove(data / "Practice.ddq");
     KeepYearFiles(app / "Quotes" / "EOD");
-    Write(data / "Import.Txt", ImportText());
-    Write(data / "Hosts.ini", MarketHostsText(market_->Address()));
+    TakeLastDay(app / "Quotes" / "EOD" / "A.26");
+    Write(data / "Import.Txt", kImportText);
+    Write(data / "Hosts.ini", MarketHostsText(market_->Address()) + std::string(kNoPauses));
     Write(app / "Quotes" / "EOD" / "QuoteList.ddq", "3\r\n\"A\"\r\n\"ADBE\"\r\n\"NFLX\"\r\n");
     // A line that a repair takes out.
     Write(app / "Quotes" / "EOD" / "GAP.26", std::string(kGapDay) + "\r\n" + std::string(kGapDay));
@@ -132,8 +145,21 @@ const std::vector<FaultCase>& FaultCases() {
         {"restore_database", {"restore", "database"}},
         {"check_repair", {"check", "--repair"}},
         {"undo", {"undo"}, {"split", "NFLX", "7/1"}, false, 2},
+        {"practice", {"practice", "--replace"}},
+        // A restated history would be a whole step of its own.
+        {"live_update",
+         {"update", "Mine.ddq", "--source", "yahoo"},
+         {"split-calendar", "--source", "nasdaq"}},
+        {"live_populate", {"populate", "Mine.ddq", "--source", "yahoo"}},
+        {"live_history", {"history", "AGG", "--source", "yahoo"}},
+        {"live_splits", {"split-calendar", "--source", "nasdaq"}},
+        {"symbols", {"symbols", "--source", "nasdaq", "--out", "All.ddq"}},
         {"series", {"series", "A", "NFLX"}, {}, true},
+        {"indicators", {"indicators", "A", "NFLX"}, {}, true},
         {"evaluate", {"evaluate", "A", "NFLX"}, {}, true},
+        {"explain", {"explain", "A", "NFLX"}, {}, true},
+        {"signals", {"signals", "NFLX"}, {}, true},
+        {"study", {"study", "Mine.ddq"}, {}, true},
         {"chart", {"chart", "NFLX", "--out", "-"}, {}, true},
         {"settings", {"settings"}, {}, true},
         {"check", {"check"}, {"check", "--repair"}, true},

@@ -67,6 +67,11 @@ bool IsBetween(const std::string& name, const std::string& before, const std::st
     return name.ends_with(".ddq") && IsTableBetween(before, after, now);
 }
 
+// What tells how the last run went, and when sources were asked.
+bool IsOfTheRun(std::string_view name) {
+    return name == "Last Run.txt" || name == "Source State.json";
+}
+
 const std::string* Find(const FolderImage& image, const std::string& name) {
     const auto found = image.find(name);
     return found == image.end() ? nullptr : &found->second;
@@ -86,7 +91,7 @@ FolderImage ImageOf(const Path& app) {
     FolderImage image;
     for (const std::string_view folder : kFolders) {
         for (const std::string& name : FileNamesIn(app / folder)) {
-            if (IsTemporaryName(name) || name == "Last Run.txt") continue;
+            if (IsTemporaryName(name) || IsOfTheRun(name)) continue;
             image[(Path(folder) / name).string()] = BytesOrEmpty(app / folder / name);
         }
     }

@@ -12,7 +12,7 @@
 namespace brantlow {
 
 // By path below the application folder. Locks, undo copies and journals are the program's own and are left
-// out, and so is what only tells how the last run went.
+// out, and so is what only tells how the last run went and when sources were asked.
 using FolderImage = std::map<std::string, std::string>;
 FolderImage ImageOf(const Path& app);
 
