@@ -44,7 +44,7 @@ Value Value::OfRawLine(std::string_view line) {
 Value Value::Parse(std::string_view field) {
     field = Trim(field);
     if (field.empty()) return {};
-    if (field.front() == '"') return {Kind::Text, std::string(InsideQuotes(field))};
+    if (field.front() == '"') return OfText(InsideQuotes(field));
     if (field.front() == '#' && field.size() > 2 && field.back() == '#') {
         const std::string_view inner = field.substr(1, field.size() - 2);
         if (const auto date = ParseDate(inner)) return OfDate(*date);

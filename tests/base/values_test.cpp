@@ -40,6 +40,9 @@ TEST(Value, ParsesEachWrittenFormWithItsType) {
         {"#2004-01-02", Value::Kind::Text, "#2004-01-02"},
         {std::string_view("\"a\0b\"", 5), Value::Kind::Text, std::string_view("a\0b", 3)},
         {"\"\xE4\"", Value::Kind::Text, "\xE4"},
+        // What could not be written again.
+        {"\"a\rb\"", Value::Kind::Text, "ab"},
+        {"\"\r\"", Value::Kind::Text, ""},
     };
     for (const Row& row : kRows) {
         const Value value = Value::Parse(row.field);
