@@ -1,5 +1,6 @@
 // How long a table of 18,000 lines and 35 columns takes from the command to its first paint in the window,
-// and how long a scroll of one page, finding, sorting and editing take after that, each with its paint.
+// and how long a scroll of one page, finding, sorting, editing, filtering, selecting and copying take after
+// that, each with its paint.
 //
 //   first_paint [--rows N] [--repeat N]     (QT_QPA_PLATFORM=offscreen needs no display)
 //
@@ -87,8 +88,12 @@ struct TableWork {
     void (*run)(frmMain& frame, int round);
 };
 
+void SetBox(frmMain& frame, const char* box, const QString& text) {
+    frame.findChild<QLineEdit*>(QString::fromLatin1(box))->setText(text);
+}
+
 void Type(frmMain& frame, const QString& symbol) {
-    frame.findChild<QLineEdit*>(QStringLiteral("Text1"))->setText(symbol);
+    SetBox(frame, "Text1", symbol);
 }
 
 void SortBy(frmMain& frame, const char* header) {
@@ -105,6 +110,8 @@ constexpr TableWork kTableWork[] = {
     {"edit an alarm, saved",
      [](frmMain& frame, int) {
          Type(frame, QStringLiteral("T9000"));
+         SetBox(frame, "Text2", QStringLiteral("900"));
+         SetBox(frame, "Text3", QStringLiteral("1"));
          frame.Run("CmdAlarm");
      }},
     {"add a ticker, saved",
@@ -112,6 +119,20 @@ constexpr TableWork kTableWork[] = {
          Type(frame, QStringLiteral("NEW%1").arg(round));
          frame.Run("CmdAdd");
      }},
+    {"filter by a text",
+     [](frmMain& frame, int round) {
+         SetBox(frame, "txtFilter", QStringLiteral("number 1%1").arg(round % 10));
+     }},
+    {"filter by a number",
+     [](frmMain& frame, int round) { SetBox(frame, "txtFilter", QStringLiteral("Change > %1").arg(round)); }},
+    {"filter, all again",
+     [](frmMain& frame, int) {
+         SetBox(frame, "txtFilter", QStringLiteral("T9000"));
+         SetBox(frame, "txtFilter", QString());
+     }},
+    {"select all rows", [](frmMain& frame, int) { frame.Run("mnuEditSelectAll"); }},
+    {"copy all rows", [](frmMain& frame, int) { frame.Run("mnuEditCopy"); }},
+    {"sort, all selected", [](frmMain& frame, int) { SortBy(frame, "Volume"); }},
 };
 
 double Median(std::vector<double> times) {

@@ -20,6 +20,7 @@ char Capital(char c) {
 
 // `wanted` is in capitals.
 bool Holds(std::string_view cell, std::string_view wanted) {
+    if (cell.size() < wanted.size()) return false;
     return std::search(cell.begin(), cell.end(), wanted.begin(), wanted.end(),
                        [](char a, char b) { return Capital(a) == b; }) != cell.end();
 }

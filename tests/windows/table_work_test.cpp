@@ -146,9 +146,13 @@ class TableWorkTest : public QObject {
         program.Filter("Change > 2");
         QCOMPARE(program.Shown(), (Column{"T1", "T3"}));
         QCOMPARE(program.Selected(), Column{"T1"});
+        const int width = program.View().columnWidth(4);
+        const int hidden = static_cast<int>(*program.Grid().Table().ColumnOf("High Alarm"));
         program.Filter("beta");
         QCOMPARE(program.Shown(), Column{"T2"});
         QVERIFY(program.Selected().empty());
+        QCOMPARE(program.View().columnWidth(4), width);
+        QVERIFY(program.View().isColumnHidden(hidden));
         program.Click(0, 1);
         QCOMPARE(program.session.CurrentTicker, std::string("T2"));
         QCOMPARE(program.Box("Text1")->text(), QStringLiteral("T2"));

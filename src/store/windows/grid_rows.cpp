@@ -60,7 +60,6 @@ void frmQuoteGrid::ApplyFilter() {
     filter_ = RowFilter::Parse(strip_->Filter()->text().toStdString(), table_);
     ShowFilteredRows();
     ShowEmptySentence();
-    ApplyWidths();
     SelectAgain(column);
     Q_EMIT RowsLineChanged();
 }

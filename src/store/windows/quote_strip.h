@@ -30,7 +30,7 @@ inline constexpr std::array kStripBoxes = {
              kWithDdq | kWithDb},
     StripBox{"Frame3", "Text3", "&Low Alarm", "The price down to which the alarm fires; empty for none", 62,
              kWithDdq | kWithDb},
-    StripBox{"Frame4", "txtFilter", "F&ilter",
+    StripBox{"Frame4", "txtFilter", "Filte&r",
              "Show some rows alone: a text, \"Change > 2\", \"Volume > 1M and Exchange = NYSE\", or \"hit in "
              "condition 3\" in a Stock Selector file. Escape shows all.",
              240, kWithTable},

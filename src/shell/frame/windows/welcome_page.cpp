@@ -23,6 +23,11 @@ constexpr double kColumnScale = 1.15;
 constexpr QRgb kLightGround = 0xffe4e9ef;
 constexpr int kDarker = 125;
 constexpr int kMiddleLightness = 128;
+// Flat, with its words at the left; the pointer and the focus are seen on it.
+constexpr const char* kButtonLook =
+    "QPushButton { text-align: left; padding: 5px 9px; border: 1px solid transparent; border-radius: 4px; }"
+    "QPushButton:hover { background: palette(midlight); }"
+    "QPushButton:focus { border-color: palette(highlight); }";
 
 // What the page offers beside tables, in order: the entry of the menu behind it, or none for those that the
 // page itself knows.
@@ -84,7 +89,6 @@ WelcomePage::WelcomePage(WelcomeActions actions, QWidget* parent)
     auto* logo = new QLabel;
     logo->setPixmap(Picture("brantlow").pixmap(kLogoPixels, kLogoPixels));
     rows->addWidget(logo, 0, Qt::AlignHCenter);
-    heading_->setText(QStringLiteral("No file is open"));
     rows->addWidget(heading_, 0, Qt::AlignHCenter);
     rows->addSpacing(kGap);
     auto* middle = new QHBoxLayout;
@@ -113,7 +117,7 @@ QPushButton* WelcomePage::AddButton(QVBoxLayout& column, const char* name, const
     button->setObjectName(Name(name));
     button->setFlat(true);
     button->setIconSize({kIconPixels, kIconPixels});
-    button->setStyleSheet(QStringLiteral("text-align: left; padding: 6px 10px;"));
+    button->setStyleSheet(QString::fromLatin1(kButtonLook));
     button->setCursor(Qt::PointingHandCursor);
     // Later: what is pressed can take the button away.
     connect(button, &QPushButton::clicked, this, std::move(press), Qt::QueuedConnection);
@@ -161,7 +165,12 @@ void WelcomePage::Offer(const std::vector<std::string>& tables) {
                                   : QStringLiteral("Open this table"));
         button->setIcon(Picture("open-quotes"));
     }
-    if (tables.empty()) tableColumn_->addWidget(new QLabel(QStringLiteral("None yet.")));
+    heading_->setText(tables.empty() ? QStringLiteral("Welcome to Brantlow")
+                                     : QStringLiteral("No file is open"));
+    if (tables.empty()) {
+        tableColumn_->addWidget(new QLabel(
+            QStringLiteral("None yet. The practice table is made\nat the first press, to look around.")));
+    }
     setFocusProxy(tables.empty() ? practice_ : tableColumn_->itemAt(0)->widget());
     update_->setVisible(!tables.empty());
     if (tables.empty()) return;
