@@ -8,6 +8,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "batch/run_telling.h"
+#include "batch/source_calls.h"
 #include "batch/table_calls.h"
 #include "batch/table_commands.h"
 #include "shell/session_change.h"
@@ -135,6 +136,7 @@ ExitStatus RunAdd(BatchCall& call) {
     GivingUpWeb web(network);
     const std::optional<Hosts> hosts = ReadHosts(call);
     if (!hosts) return ExitStatus::Refused;
+    AgreeByCall(call, Capability::History);
     RunReport report("Adding to " + call.arguments.operands.front(), "histories");
     const ExitStatus status = EditByTickers(
         call, "Added",

@@ -6,6 +6,16 @@
 
 namespace brantlow {
 
+namespace {
+
+// Once a folder, to whom the call's errors go; nothing for no source, or one whose terms need no telling.
+void TellTermsOf(BatchCall& call, SourceState& state, const SourceDefinition* source) {
+    if (source == nullptr || !source->asksConsent || !state.TellsTermsFirst(source->name)) return;
+    call.err << source->title << ": " << source->terms << '\n';
+}
+
+}  // namespace
+
 std::optional<std::string> RefuseSourceName(std::string_view text) {
     if (!text.empty()) return std::nullopt;
     return "a source's name is missing";
@@ -42,7 +52,7 @@ const SourceDefinition* SourceCall::Choose(Capability capability) {
         }
         return nullptr;
     }
-    if (chosen.source != nullptr && chosen.source->asksConsent) asksConsent_ = chosen.source;
+    asked_[0] = chosen.source;
     return chosen.source;
 }
 
@@ -57,8 +67,8 @@ ExitStatus SourceCall::Print(const LiveReport& report, const RunReport& run) {
 void SourceCall::TellTerms(ExitStatus status, const RunReport& run) {
     const bool hasRoom =
         status == ExitStatus::Done || (status == ExitStatus::Partly && run.Lines().size() < kMostToldLines);
-    if (asksConsent_ == nullptr || !hasRoom || !live_.State().TellsTermsFirst(asksConsent_->name)) return;
-    call_.err << asksConsent_->title << ": " << asksConsent_->terms << '\n';
+    if (!hasRoom) return;
+    for (const SourceDefinition* source : asked_) TellTermsOf(call_, live_.State(), source);
 }
 
 const SourceDefinition* SourceCall::Beside(const SourceDefinition* first, Capability capability) {
@@ -69,7 +79,17 @@ const SourceDefinition* SourceCall::Beside(const SourceDefinition* first, Capabi
 }
 
 const SourceDefinition* SourceCall::Fallback() {
-    return Taken(FallbackSourceOf(call_.session.settings, catalogue_));
+    asked_[1] = Taken(FallbackSourceOf(call_.session.settings, catalogue_));
+    return asked_[1];
+}
+
+void AgreeByCall(BatchCall& call, Capability capability) {
+    const SettingsTables& settings = call.session.settings;
+    if (ChosenName(settings, capability).empty()) return;
+    const SourceCatalogue catalogue = LoadSources(call.session.DataFolder());
+    SourceState state(call.session.DataFolder(), SystemSourceTime());
+    TellTermsOf(call, state, SourceOf(settings, catalogue, capability).source);
+    TellTermsOf(call, state, FallbackSourceOf(settings, catalogue).source);
 }
 
 std::string FaultSentence(const FileFault& fault) {

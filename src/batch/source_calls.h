@@ -2,6 +2,7 @@
 // lines and exit status of a report.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,8 +46,13 @@ class SourceCall {
     CurlWeb web_;
     LiveWorld live_;
     ExitStatus status_ = ExitStatus::Done;
-    const SourceDefinition* asksConsent_ = nullptr;
+    // The source of the call and the one behind it: their terms may have to be told.
+    std::array<const SourceDefinition*, 2> asked_ = {};
 };
+
+// For a command that asks the chosen source without a choice of its own: whoever wrote the choice down and
+// calls agrees to the terms, which are told once.
+void AgreeByCall(BatchCall& call, Capability capability);
 
 // "Quotes/EOD/KO.26 could not be written: No space left on device".
 std::string FaultSentence(const FileFault& fault);

@@ -1,8 +1,7 @@
-#include "acquire/feeds/live/symbol_table.h"
+#include "acquire/feeds/new_table.h"
 #include "base/text.h"
 #include "batch/source_commands.h"
 #include "batch/table_calls.h"
-#include "store/table_files.h"
 
 namespace brantlow {
 
@@ -43,25 +42,16 @@ ExitStatus RunSymbols(BatchCall& call) {
     const SourceDefinition* source = sources.Choose(Capability::Symbols);
     if (sources.Status() != ExitStatus::Done) return sources.Status();
     if (source == nullptr) return RefuseUsage(call, kSourceOptionName, "is missing, and no source is chosen");
-    const Path file = call.session.DataFile(name);
-    std::error_code error;
-    if (std::filesystem::exists(file, error)) return Refuse(call, name + ": exists already");
-
     SymbolChoice choice;
     for (const std::string_view exchange : SplitAt(call.arguments.Text(kExchangeOption), ',')) {
         if (!Trim(exchange).empty()) choice.exchanges.emplace_back(Trim(exchange));
     }
     choice.kind = call.arguments.Text(kTypeOption);
     choice.text = call.arguments.Text(kMatchOption);
-    const SymbolList list = AskSymbols(sources.World(), *source, choice);
-    if (!list.outcome.Done()) return Refuse(call, source->title + ": " + OneLine(OutcomeText(list.outcome)));
-    if (list.symbols.empty())
-        return Refuse(call, source->title + " lists no such symbol; nothing was written");
-    if (const auto failed = SaveQuoteTable(TableOfSymbols(list.symbols), file)) {
-        return Refuse(call, name + " could not be written: " + failed.message());
-    }
-    call.out << "Symbols: " << list.symbols.size() << '\n';
-    if (list.left > 0) call.out << "Left out, beyond what a table holds: " << list.left << '\n';
+    const NewTable table = CreateMarketTable(sources.World(), *source, choice, name);
+    if (!table.refusal.empty()) return Refuse(call, OneLine(table.refusal));
+    call.out << "Symbols: " << table.tickers << '\n';
+    if (table.left > 0) call.out << "Left out, beyond what a table holds: " << table.left << '\n';
     call.out << "Saved: " << name << '\n';
     return ExitStatus::Done;
 }

@@ -18,10 +18,12 @@ class LiveSetup {
     LiveSources* Sources() {
         return sources_.quotes == nullptr && sources_.fundamentals == nullptr ? nullptr : &sources_;
     }
-    // Why a choice does not hold, for a person; empty where all do. Nothing may be updated then.
+    // Why a choice does not hold, or whose terms were not agreed to, for a person; empty where all do.
+    // Nothing may be updated then.
     const std::string& Refusal() const { return refusal_; }
 
   private:
+    const SourceDefinition* Agreed(const SourceDefinition* source);
     const SourceDefinition* Choose(const Session& session, Capability capability);
     void Keep(const std::string& refusal) {
         if (refusal_.empty()) refusal_ = refusal;

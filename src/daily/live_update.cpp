@@ -100,10 +100,10 @@ class Gathering {
                 if (answer.outcome.result == SourceResult::NotYetPublished) unpublished.push_back(ticker);
                 Keep(ticker, std::move(answer));
             };
-            AskTickers(client_, world_, {capability, first, to}, group, take);
+            AskTickers(client_, world_, {capability, first, to, kStatusUpdating}, group, take);
             if (unpublished.empty()) continue;
             AskTickers(
-                client_, world_, {capability, first, WeekdayBefore(newest_)}, unpublished,
+                client_, world_, {capability, first, WeekdayBefore(newest_), kStatusUpdating}, unpublished,
                 [&](const std::string& ticker, TickerAnswer answer) { Keep(ticker, std::move(answer)); });
         }
     }
@@ -111,8 +111,8 @@ class Gathering {
     // A short reply tells which tickers have a new day; the whole day is asked of those only.
     void AskClosesFirst(const std::vector<std::string>& tickers) {
         std::vector<std::string> wanted;
-        AskTickers(client_, world_, {Capability::Quotes, newest_ - kDaysBefore, today_}, tickers,
-                   [&](const std::string& ticker, TickerAnswer answer) {
+        AskTickers(client_, world_, {Capability::Quotes, newest_ - kDaysBefore, today_, kStatusUpdating},
+                   tickers, [&](const std::string& ticker, TickerAnswer answer) {
                        // A source that cannot be reached is not asked for the days either.
                        const bool isDead = answer.outcome.result == SourceResult::Network;
                        if (isDead || EndsRun(answer.outcome)) {

@@ -26,6 +26,8 @@ std::string MarketHostsText(std::string_view base) {
         add(fmt::format("Market.{}={}{}", market.name, base, MarketPrefix(market)));
     }
     for (const std::string_view source : kPlayedSources) add(fmt::format("Source.{}={}", source, base));
+    // A market on this machine needs no patience.
+    for (const std::string_view source : kPlayedSources) add(fmt::format("Limit.{}=1000/1", source));
     return text;
 }
 

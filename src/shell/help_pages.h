@@ -14,7 +14,7 @@ struct WindowHelp {
     std::string_view window;
     std::string_view page;
 };
-inline constexpr std::array<WindowHelp, 25> kWindowHelp = {{
+inline constexpr std::array<WindowHelp, 27> kWindowHelp = {{
     {"frmQuoteGrid", "tables.html"},
     {"frmDeleteQuoteDataBase", "tables.html"},
     {"frmDeleteFile", "files.html"},
@@ -32,6 +32,8 @@ inline constexpr std::array<WindowHelp, 25> kWindowHelp = {{
     {"frmReturn", "chart.html"},
     {"frmApplicationSettings", "settings.html"},
     {"frmSetupWizard", "settings.html"},
+    {"frmSources", "sources.html"},
+    {"frmNewList", "start.html"},
     {"frmBrowser", "start.html"},
     {"frmVersionUpdate", "settings.html"},
     {"frmAbout", "start.html"},

@@ -39,6 +39,7 @@ struct HelpPage {
 constexpr std::array kHelpPages = {
     HelpPage{"start.html", "First steps"},
     HelpPage{"tables.html", "Quote tables"},
+    HelpPage{"sources.html", "Quote sources"},
     HelpPage{"update.html", "Updating quotes"},
     HelpPage{"selector.html", "The Stock Selector"},
     HelpPage{"values.html", "The value slots of a condition"},

@@ -51,6 +51,8 @@ const std::vector<Walk>& Walks() {
     static const std::vector<Walk> walks = {
         {"mnuFileNewEODQuoteFile",
          L({"-first T1", "-frmQuoteGrid Jan.ddq", "+first ", "+frmQuoteGrid New EOD Quotes.db"})},
+        {"mnuFileNewMyList", L({"dialog New List"})},
+        {"mnuFileNewFromMarket", L({"dialog New List"})},
         {"mnuFileNewCreateMarketQuoteFile",
          L({"says The program that creates market quote files is not installed. It belongs in "
             "APP/BrantlowQuoteFiles."})},
@@ -128,6 +130,7 @@ const std::vector<Walk>& Walks() {
                               "select one of its cells"})},
         {"mnuSettingsApplication", L({"dialog Brantlow Settings"})},
         {"mnuSettingsStockSelector", L({"dialog Brantlow Stock Selector Settings"})},
+        {"mnuSettingsSources", L({"dialog Quote Sources"})},
         {"mnuGraphicsHLC", L({"+frmGraph T1"})},
         {"mnuGraphicsCandleStick", L({"+frmGraph T1"})},
         {"mnuEvaluatePickStocks", L({"dialog Stock Selector Interval Selection", "+Data/Evaluations.dbe"})},

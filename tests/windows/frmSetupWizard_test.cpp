@@ -167,6 +167,33 @@ class SetupWizardTest : public QObject {
         QCOMPARE(program.Read(kNet), kNetText);
     }
 
+    void stepTwoOffersTheLiveSourcesBesideItsOptions() {
+        WizardProgram program;
+        program.GoTo(2);
+        auto* list = program.Part<QComboBox>("cboSource");
+        QCOMPARE(list->currentText(), QStringLiteral("None, as chosen above"));
+        list->setCurrentIndex(list->findData(QStringLiteral("massive")));
+        QVERIFY(program.Part<QLabel>("lblCardTerms")->text().startsWith(QStringLiteral("For your own use")));
+        const QStringList told = BoxesOf([&] { program.Press("cmdNext"); });
+        QCOMPARE(told.size(), 1);
+        QVERIFY2(told.constFirst().startsWith(QStringLiteral("Massive needs a key: ")),
+                 qPrintable(told.constFirst()));
+        QCOMPARE(program.Step(), std::size_t{2});
+        QCOMPARE(program.Read("VTRSRCset.ini"), std::string());
+        program.Part<QLineEdit>("txtKey")->setText(QStringLiteral("a-key"));
+        program.Press("cmdNext");
+        QCOMPARE(program.Step(), std::size_t{3});
+        QCOMPARE(program.Read("Keys.ini"), std::string("massive=a-key\r\n"));
+        const std::string chosen = "\"massive\"\r\n\"massive\"\r\n\"massive\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n";
+        QCOMPARE(program.Read("VTRSRCset.ini"), chosen);
+        program.Press("cmdBack");
+        list = program.Part<QComboBox>("cboSource");
+        QCOMPARE(list->currentData().toString(), QStringLiteral("massive"));
+        list->setCurrentIndex(0);
+        program.Press("cmdNext");
+        QVERIFY(program.Read("VTRSRCset.ini").starts_with("\"\"\r\n\"\"\r\n"));
+    }
+
     void backWritesNothing() {
         WizardProgram program;
         program.GoTo(2);

@@ -13,7 +13,9 @@
 #include <QTextEdit>
 #include <map>
 
+#include "acquire/feeds/windows/frmNewList.h"
 #include "acquire/feeds/windows/frmPopulate.h"
+#include "acquire/feeds/windows/frmSources.h"
 #include "acquire/schedule/pretend_system.h"
 #include "acquire/schedule/windows/frmSchedule.h"
 #include "acquire/version/windows/frmVersionUpdate.h"
@@ -79,6 +81,11 @@ const std::vector<WindowRow>& Windows() {
         {"frmEnable", "", [](Ground& on) { return new frmEnable(on.session.run, on.Frame()); }},
         {"frmLowMemory", "Continue", [](Ground& on) { return new frmLowMemory(on.session.run, on.Frame()); }},
         {"frmPopulate", "Populate", [](Ground& on) { return new frmPopulate(on.session, on.Frame()); }},
+        {"frmSources", "", [](Ground& on) { return new frmSources(on.session, on.web, on.Frame()); }},
+        {"frmNewList", "Create",
+         [](Ground& on) { return new frmNewList(on.session, on.web, NewListOf::Tickers, on.Frame()); }},
+        {"frmNewList", "Create",
+         [](Ground& on) { return new frmNewList(on.session, on.web, NewListOf::Market, on.Frame()); }},
         {"frmSchedule", "Install",
          [](Ground& on) {
              return new frmSchedule(on.session, on.pretend.System(on.folder / "units"),

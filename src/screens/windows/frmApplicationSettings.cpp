@@ -77,6 +77,8 @@ void frmApplicationSettings::AddPages() {
     }
     auto* schedule = TabStrip1->findChild<QPushButton*>(QLatin1String(kScheduleButton));
     connect(schedule, &QPushButton::clicked, this, &frmApplicationSettings::ScheduleAsked);
+    auto* sources = TabStrip1->findChild<QPushButton*>(QLatin1String(kSourcesButton));
+    connect(sources, &QPushButton::clicked, this, &frmApplicationSettings::SourcesAsked);
 }
 
 QWidget* frmApplicationSettings::ButtonRow() {

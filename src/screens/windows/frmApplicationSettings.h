@@ -26,6 +26,8 @@ class frmApplicationSettings final : public QDialog {
     void ColumnsChanged();
     // The daily run was turned on, or its schedule is to be looked at.
     void ScheduleAsked();
+    // The list of live sources is to be opened.
+    void SourcesAsked();
 
   private:
     void Form_Load();

@@ -38,6 +38,15 @@ void AddOptions(SettingsBinder& binder, QBoxLayout* layout, Controls options) {
     layout->addStretch();
 }
 
+// A button that opens a window of its own.
+QPushButton* WindowButton(const char* name, const QString& words, const QString& toolTip) {
+    auto* button = new QPushButton(words);
+    button->setObjectName(QLatin1String(name));
+    button->setToolTip(toolTip);
+    button->setAutoDefault(false);
+    return button;
+}
+
 // Options side by side in a frame of their own.
 void OptionsFrame(SettingsBinder& binder, const QString& words, QBoxLayout* in, Controls options) {
     AddOptions(binder, Frame<QHBoxLayout>(words, in), options);
@@ -134,11 +143,10 @@ void CollectionFrame(SettingsBinder& binder, QBoxLayout* in) {
     time->addStretch();
     frame->addLayout(time);
     frame->addWidget(binder.Option("Option36"));
-    auto* schedule = new QPushButton(QStringLiteral("&Schedule..."));
-    schedule->setObjectName(QLatin1String(kScheduleButton));
-    schedule->setToolTip(QStringLiteral("Choose the days on which the system starts Brantlow for the run"));
-    schedule->setAutoDefault(false);
-    frame->addWidget(schedule, 0, Qt::AlignLeft);
+    frame->addWidget(
+        WindowButton(kScheduleButton, QStringLiteral("&Schedule..."),
+                     QStringLiteral("Choose the days on which the system starts Brantlow for the run")),
+        0, Qt::AlignLeft);
 }
 
 void HistoryFrame(SettingsBinder& binder, QBoxLayout* in) {
@@ -205,6 +213,9 @@ void DownloadsFrame(SettingsBinder& binder, QBoxLayout* in) {
     auto* frame = Frame<QVBoxLayout>(QStringLiteral("Quote Downloads:"), in);
     auto* options = new QHBoxLayout;
     AddOptions(binder, options, {"Option7", "Option8"});
+    options->addWidget(
+        WindowButton(kSourcesButton, QStringLiteral("Live Sources..."),
+                     QStringLiteral("Choose a service of today for quotes, histories, splits and more")));
     frame->addLayout(options);
     auto* addresses = new QFormLayout;
     QLineEdit* eod = binder.Text("Text11");

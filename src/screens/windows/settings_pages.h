@@ -14,5 +14,7 @@ QWidget* SettingsPage(SettingsTab tab, SettingsBinder& binder);
 
 // The name of the button on the data page that opens the schedule of the daily run.
 inline constexpr const char* kScheduleButton = "CommandSchedule";
+// The name of the one on the network page that opens the list of live sources.
+inline constexpr const char* kSourcesButton = "CommandSources";
 
 }  // namespace brantlow

@@ -12,6 +12,8 @@
 #include <QVBoxLayout>
 #include <memory>
 
+#include "acquire/feeds/windows/source_card.h"
+#include "acquire/web/curl_web.h"
 #include "base/windows/display_text.h"
 #include "screens/control_loading.h"
 #include "screens/windows/folder_picker.h"
@@ -101,6 +103,24 @@ WizardForm Overview(const FormTools&) {
     return form;
 }
 
+// The live sources with a web that nobody asks here.
+struct WizardSources {
+    explicit WizardSources(Session& session) : web(session.person), desk(session, web) {}
+    CurlWeb web;
+    SourceDesk desk;
+};
+
+// A service of today in the place of both.
+SourceCard* AddLiveSource(QVBoxLayout& layout, SourceDesk& desk) {
+    auto* frame = new QGroupBox(QStringLiteral("Or a live source:"));
+    auto* card = new SourceCard(desk, Capability::Quotes, QStringLiteral("&Live source:"),
+                                QStringLiteral("None, as chosen above"));
+    card->Select(desk.Choices().For(Capability::Quotes));
+    (new QVBoxLayout(frame))->addWidget(card);
+    layout.addWidget(frame);
+    return card;
+}
+
 WizardForm QuoteSupplier(const FormTools& tools) {
     WizardForm form;
     QVBoxLayout* layout = NewForm(form);
@@ -113,9 +133,14 @@ WizardForm QuoteSupplier(const FormTools& tools) {
                          "and Web Settings."));
     constexpr std::array<std::string_view, 2> kSuppliers = {"Option7", "Option8"};
     QButtonGroup* group = AddOptions(*layout, QStringLiteral("Quote Downloads:"), kSuppliers, tools.controls);
+    const auto sources = std::make_shared<WizardSources>(tools.session);
+    SourceCard* const card = AddLiveSource(*layout, sources->desk);
     layout->addStretch();
     form.widget->setFocusProxy(group->checkedButton());
-    form.next = [&session = tools.session, group] {
+    form.next = [&session = tools.session, group, card, sources] {
+        std::string refusal = card->Accept();
+        if (refusal.empty()) refusal = sources->desk.ChooseForPrices(card->Source());
+        if (!refusal.empty()) return WizardOutcome{.sentence = refusal, .stays = true};
         return SaveQuoteSupplier(CheckedName(*group), session.AppPath, session.settings);
     };
     return form;

@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 
+#include "acquire/feeds/live/derived_cells.h"
 #include "acquire/feeds/live/reply_values.h"
 #include "base/numbers.h"
 #include "shell/status_words.h"
@@ -228,16 +230,54 @@ void TakeYear(const CompanyYear& year, std::size_t row, QuoteArrays& rows) {
     if (year.sales && *year.sales > 0) put(rows.PsValues[row], value / *year.sales);
 }
 
-// Writes what was computed into the cells that are empty; the headers of those that were filled.
-std::vector<std::string> FillEmptyCells(const QuoteArrays& rows, std::size_t row, QuoteTable& table) {
-    std::vector<std::string> filled;
+// The cells that filings tell; what else a row lacks follows from them and from its prices.
+struct ToldCell {
+    std::string_view header;
+    QuoteArray QuoteArrays::*array;
+};
+constexpr std::array<ToldCell, 5> kToldCells = {{{"EPS ttm.", &QuoteArrays::EpsTtm},
+                                                 {"Dividend", &QuoteArrays::Dividends},
+                                                 {"P/E ttm.", &QuoteArrays::PeTtm},
+                                                 {"P/S", &QuoteArrays::PsValues},
+                                                 {"Market Cap (M)", &QuoteArrays::MarketCapText}}};
+
+bool IsTold(std::string_view header) {
+    return std::any_of(kToldCells.begin(), kToldCells.end(),
+                       [&](const ToldCell& cell) { return cell.header == header; });
+}
+
+// What filings told before is asked of them again.
+void ForgetTold(const DerivedCells& cells, const QuoteTable& table, std::size_t row, QuoteArrays& rows) {
     for (std::size_t column = 1; column < table.ColumnCount(); ++column) {
         const std::string& header = table.Header(column);
+        if (!cells.IsOwn(table.Ticker(row), header, table.Text(row, column))) continue;
+        for (const ToldCell& cell : kToldCells) {
+            if (cell.header == header) (rows.*cell.array)[row].clear();
+        }
+    }
+}
+
+bool IsFillable(const DerivedCells& cells, const std::string& ticker, const std::string& header,
+                const std::string& text) {
+    if (text.empty() || cells.IsOwn(ticker, header, text)) return true;
+    return !IsTold(header) && cells.WasOwn(ticker, header);
+}
+
+// Writes what was computed into the cells that are empty or hold what was worked out before; the headers of
+// those that changed.
+std::vector<std::string> FillCells(const QuoteArrays& rows, std::size_t row, QuoteTable& table,
+                                   DerivedCells& cells) {
+    std::vector<std::string> filled;
+    const std::string ticker = table.Ticker(row);
+    for (std::size_t column = 1; column < table.ColumnCount(); ++column) {
+        const std::string& header = table.Header(column);
+        const std::string& shown = table.Text(row, column);
         std::string text;
-        if (!table.Text(row, column).empty() || !CellText(rows, row, header, text)) continue;
+        if (!IsFillable(cells, ticker, header, shown) || !CellText(rows, row, header, text)) continue;
         const bool isNothing = text.empty() || (header == "Market Cap (M)" && !(LeadingNumber(text) > 0));
-        if (isNothing) continue;
+        if (isNothing || text == shown) continue;
         table.SetText(row, column, text);
+        cells.Set(ticker, header, text);
         filled.push_back(header);
     }
     return filled;
@@ -251,6 +291,7 @@ LiveReport FillFundamentals(SourceWorld& world, const SourceDefinition& source, 
     report.title = source.title;
     SourceClient client(world, source);
     CompanyFacts facts(world, client);
+    DerivedCells cells = DerivedCells::Load(session.DataFolder());
     QuoteArrays rows;
     rows.MakeRoom(table.TickerCount());
     SourceOutcome end;
@@ -266,15 +307,19 @@ LiveReport FillFundamentals(SourceWorld& world, const SourceDefinition& source, 
         report.tickers.push_back({ticker, year.outcome, 0});
         if (!year.outcome.Done()) continue;
         ReadRow(table, row, rows);
+        ForgetTold(cells, table, row, rows);
         TakeYear(year, row, rows);
         CalculateRow(rows, row, RatioGuard::AboveZero, session.clock.Today());
-        const std::vector<std::string> filled = FillEmptyCells(rows, row, table);
+        const std::vector<std::string> filled = FillCells(rows, row, table, cells);
         report.tickers.back().days = filled.empty() ? 0 : 1;
         if (filled.empty()) continue;
         report.tickers.back().outcome.words = fmt::format(
             "derived from filings to {}: {}", year.end ? FormatIsoDate(Date{*year.end}) : "an unknown day",
             fmt::join(filled, ", "));
     }
+    const auto isFilled = [](const LiveTicker& row) { return row.days > 0; };
+    const bool any = std::any_of(report.tickers.begin(), report.tickers.end(), isFilled);
+    if (any) cells.Save(session.DataFolder());
     return report;
 }
 

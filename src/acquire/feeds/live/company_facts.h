@@ -52,9 +52,9 @@ class CompanyFacts {
     std::map<std::string, std::string, std::less<>> ciks_;  // by the source's spelling
 };
 
-// Fills the empty cells of each row: EPS ttm., P/E ttm., P/S, Market Cap (M), Dividend and what follows from
-// them. The words of each ticker with such cells, whose `days` are 1, tell what was derived and up to which
-// day.
+// Fills the cells of each row that are empty, or that it filled before (derived_cells.h): EPS ttm., P/E ttm.,
+// P/S, Market Cap (M), Dividend and what follows from them. The words of each ticker with such cells, whose
+// `days` are 1, tell what was derived and up to which day.
 LiveReport FillFundamentals(SourceWorld& world, const SourceDefinition& source, QuoteTable& table);
 
 }  // namespace brantlow

@@ -1,5 +1,7 @@
 #include "acquire/feeds/live/live_asking.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace brantlow {
@@ -48,6 +50,13 @@ class Asking {
         take_(ticker, std::move(answer));
     }
 
+    void ShowLeft() {
+        const CapabilityForm* form = client_.Source().Form(question_.capability);
+        const std::size_t size = form == nullptr ? 1 : std::max<std::size_t>(form->tickers, 1);
+        const std::size_t requests = (count_ - std::min(done_, count_) + size - 1) / size;
+        ShowTimeLeft(world_.session, client_, question_.statusWord, requests);
+    }
+
     void HandOnAll(std::vector<Spelled>& batch, const SourceOutcome& outcome) {
         for (const Spelled& row : batch) HandOn(row.ticker, {outcome, {}});
         batch.clear();
@@ -59,6 +68,7 @@ class Asking {
             end_ = {.result = SourceResult::Stopped, .words = {}};
         }
         if (isOver_) return HandOnAll(batch, end_);
+        if (!question_.statusWord.empty()) ShowLeft();
         SourceReply reply =
             client_.Ask({question_.capability, SymbolsOf(batch), question_.from, question_.to});
         if (batch.size() > 1 && reply.outcome.result == SourceResult::UnknownSymbol) {
@@ -112,6 +122,21 @@ class Asking {
 };
 
 }  // namespace
+
+std::string LeftText(double seconds) {
+    constexpr int kSecondsPerMinute = 60;
+    constexpr int kMinutesPerHour = 60;
+    const int minutes = static_cast<int>(seconds / kSecondsPerMinute) + 1;
+    if (minutes < kMinutesPerHour) return fmt::format("{} min left", minutes);
+    return fmt::format("{} h {} min left", minutes / kMinutesPerHour, minutes % kMinutesPerHour);
+}
+
+void ShowTimeLeft(Session& session, const SourceClient& client, std::string_view word, std::size_t requests) {
+    constexpr double kWorthTelling = 60;
+    const double left = client.SecondsPerRequest() * static_cast<double>(requests);
+    if (left < kWorthTelling) return;
+    session.person.ShowStatusWord(std::string(word) + ", " + LeftText(left));
+}
 
 void AskTickers(SourceClient& client, SourceWorld& world, const TickersQuestion& question,
                 const std::vector<std::string>& tickers, const TakeAnswer& take) {

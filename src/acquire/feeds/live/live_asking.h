@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "acquire/feeds/live/source_client.h"
@@ -15,7 +16,14 @@ struct TickersQuestion {
     Capability capability = Capability::History;
     std::chrono::sys_days from;
     std::chrono::sys_days to;
+    // The word of the run, told with the time that is left where that is worth telling; empty for neither.
+    std::string_view statusWord = {};
 };
+
+// "12 min left", "1 h 40 min left".
+std::string LeftText(double seconds);
+// Tells `word` with the time that so many requests of the source still take, from a minute on.
+void ShowTimeLeft(Session& session, const SourceClient& client, std::string_view word, std::size_t requests);
 
 using TakeAnswer = std::function<void(const std::string& ticker, TickerAnswer answer)>;
 

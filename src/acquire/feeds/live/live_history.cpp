@@ -60,7 +60,7 @@ class LivePopulate {
   private:
     void PopulateByTickers(const DaySpan& span) {
         const CapabilityForm& form = source_.FormOf(Capability::History);
-        TickersQuestion question{Capability::History, span.from, span.to};
+        TickersQuestion question{Capability::History, span.from, span.to, kStatusPopulating};
         std::vector<std::string> early;
         AskTickers(client_, world_, question, tickers_, [&](const std::string& ticker, TickerAnswer answer) {
             if (answer.outcome.result != SourceResult::NotYetPublished) {

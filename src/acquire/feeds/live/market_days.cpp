@@ -28,14 +28,6 @@ std::uint64_t HashOf(const std::vector<std::string>& tickers) {
     return hash;
 }
 
-std::string LeftText(double seconds) {
-    constexpr int kSecondsPerMinute = 60;
-    constexpr int kMinutesPerHour = 60;
-    const int minutes = static_cast<int>(seconds / kSecondsPerMinute) + 1;
-    if (minutes < kMinutesPerHour) return fmt::format("{} min left", minutes);
-    return fmt::format("{} h {} min left", minutes / kMinutesPerHour, minutes % kMinutesPerHour);
-}
-
 std::vector<sys_days> WeekdaysBack(sys_days from, sys_days to) {
     std::vector<sys_days> days;
     for (sys_days day = to; day >= from; day -= std::chrono::days{1}) {
@@ -100,10 +92,7 @@ void MarketDays::ShowLeft(std::size_t done, std::size_t count) {
     Session& session = world_.session;
     session.run.ProgressFraction = static_cast<double>(done) / static_cast<double>(count);
     session.person.ShowProgress(session.run.ProgressFraction);
-    constexpr double kWorthTelling = 60;
-    const double left = client_.SecondsPerRequest() * static_cast<double>(count - done);
-    if (left < kWorthTelling) return;
-    session.person.ShowStatusWord(std::string(kStatusPopulating) + ", " + LeftText(left));
+    ShowTimeLeft(session, client_, kStatusPopulating, count - done);
 }
 
 MarketDaysEnd MarketDays::Fetch(sys_days from, sys_days to) {

@@ -51,20 +51,6 @@ bool HoldsKey(std::string_view parameter) {
     return std::any_of(kKeyParameters.begin(), kKeyParameters.end(), isParameter);
 }
 
-// "14:32", with the day in front where that is not today.
-std::string MomentText(double epochSeconds) {
-    const auto moment = static_cast<std::time_t>(epochSeconds);
-    const std::time_t now = std::time(nullptr);
-    std::tm at{};
-    std::tm today{};
-    localtime_r(&moment, &at);
-    localtime_r(&now, &today);
-    const std::string time = fmt::format("{:02}:{:02}", at.tm_hour, at.tm_min);
-    if (at.tm_yday == today.tm_yday && at.tm_year == today.tm_year) return time;
-    constexpr int kTmYear = 1900;
-    return fmt::format("{:04}-{:02}-{:02} {}", at.tm_year + kTmYear, at.tm_mon + 1, at.tm_mday, time);
-}
-
 }  // namespace
 
 bool IsAnswer(SourceResult result) {
@@ -109,6 +95,19 @@ std::optional<LimitScope> ScopeOfName(std::string_view name) {
 
 double SecondsOf(LimitScope scope) {
     return kScopes.at(static_cast<std::size_t>(scope)).seconds;
+}
+
+std::string MomentText(double epochSeconds) {
+    const auto moment = static_cast<std::time_t>(epochSeconds);
+    const std::time_t now = std::time(nullptr);
+    std::tm at{};
+    std::tm today{};
+    localtime_r(&moment, &at);
+    localtime_r(&now, &today);
+    const std::string time = fmt::format("{:02}:{:02}", at.tm_hour, at.tm_min);
+    if (at.tm_yday == today.tm_yday && at.tm_year == today.tm_year) return time;
+    constexpr int kTmYear = 1900;
+    return fmt::format("{:04}-{:02}-{:02} {}", at.tm_year + kTmYear, at.tm_mon + 1, at.tm_mday, time);
 }
 
 std::string OutcomeText(const SourceOutcome& outcome) {

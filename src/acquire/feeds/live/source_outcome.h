@@ -53,6 +53,9 @@ std::string_view ScopeName(LimitScope scope);
 std::optional<LimitScope> ScopeOfName(std::string_view name);
 double SecondsOf(LimitScope scope);
 
+// A moment in seconds since 1970 as "14:32", with the day in front where that is not today.
+std::string MomentText(double epochSeconds);
+
 // The outcome as a part of a sentence: "unknown symbol: Ticker not found."
 std::string OutcomeText(const SourceOutcome& outcome);
 

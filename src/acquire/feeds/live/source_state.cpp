@@ -54,6 +54,11 @@ std::vector<double> SentOf(const json& entry, double now) {
     return sent;
 }
 
+std::string WordsAt(const json& entry) {
+    const auto words = entry.find("words");
+    return words != entry.end() && words->is_string() ? words->get<std::string>() : std::string();
+}
+
 // Seconds until a request has room.
 double WaitOf(const std::vector<double>& sent, const std::vector<RequestLimit>& limits, double pause,
               double now) {
@@ -109,8 +114,7 @@ SourceState::Turn SourceState::TakeTurn(const std::string& source, const std::ve
         const double now = time_.now();
         turn.blockedUntil = NumberAt(entry, "blockedUntil");
         if (turn.blockedUntil > now) {
-            const auto words = entry.find("words");
-            if (words != entry.end() && words->is_string()) turn.blockedWords = words->get<std::string>();
+            turn.blockedWords = WordsAt(entry);
             return false;
         }
         turn.blockedUntil = 0;
@@ -150,6 +154,25 @@ double SourceState::NextBackOff(const std::string& source, double least) {
         return false;
     });
     return wait;
+}
+
+SourceState::Rest SourceState::RestOf(const std::string& source) {
+    Rest rest;
+    With(source, [&](json& entry) {
+        const double until = NumberAt(entry, "blockedUntil");
+        if (until > time_.now()) rest = {until, WordsAt(entry)};
+        return false;
+    });
+    return rest;
+}
+
+bool SourceState::HasToldTerms(const std::string& source) {
+    bool hasTold = false;
+    With(source, [&](json& entry) {
+        hasTold = entry.find("termsTold") != entry.end();
+        return false;
+    });
+    return hasTold;
 }
 
 bool SourceState::TellsTermsFirst(const std::string& source) {

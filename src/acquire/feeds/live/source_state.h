@@ -48,6 +48,15 @@ class SourceState {
 
     // True the first time that the terms of a source are to be told in this folder; it is remembered.
     bool TellsTermsFirst(const std::string& source);
+    // Whether they were told already; nothing is remembered.
+    bool HasToldTerms(const std::string& source);
+
+    // Until when the source asked to be left alone, 0 where it may be asked, and its words.
+    struct Rest {
+        double until = 0;
+        std::string words;
+    };
+    Rest RestOf(const std::string& source);
 
     const SourceTime& Time() const { return time_; }
 

@@ -9,7 +9,11 @@
 #include <string_view>
 
 #include "acquire/feeds/history_download.h"
+#include "acquire/feeds/live/chosen_sources.h"
+#include "acquire/feeds/live/live_world.h"
+#include "acquire/feeds/live/source_standing.h"
 #include "base/windows/display_text.h"
+#include "shell/run_report.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_draft.h"
 #include "shell/settings/settings_files.h"
@@ -42,7 +46,8 @@ constexpr std::string_view kExplanation =
 
 }  // namespace
 
-frmPopulate::frmPopulate(Session& session, QWidget* parent) : QDialog(parent), session_(session) {
+frmPopulate::frmPopulate(Session& session, QWidget* parent)
+    : QDialog(parent), session_(session), source_(new QLabel) {
     setObjectName(QStringLiteral("frmPopulate"));
     setWindowTitle(QStringLiteral("Create and Populate Database"));
     auto* layout = new QVBoxLayout(this);
@@ -62,6 +67,14 @@ frmPopulate::frmPopulate(Session& session, QWidget* parent) : QDialog(parent), s
         options->addWidget(options_[i]);
     }
     layout->addWidget(frame);
+    source_->setObjectName(QStringLiteral("lblSource"));
+    source_->setWordWrap(true);
+    source_->setFixedWidth(kTextWidth);
+    source_->hide();
+    layout->addWidget(source_);
+    for (QRadioButton* option : options_) {
+        connect(option, &QRadioButton::toggled, this, &frmPopulate::ShowWhoIsAsked);
+    }
     auto* buttons = new QDialogButtonBox(this);
     auto* populate = buttons->addButton(QStringLiteral("Populate"), QDialogButtonBox::ActionRole);
     populate->setObjectName(QStringLiteral("Command1"));
@@ -75,6 +88,32 @@ frmPopulate::frmPopulate(Session& session, QWidget* parent) : QDialog(parent), s
     layout->setSizeConstraint(QLayout::SetFixedSize);
     connect(populate, &QPushButton::clicked, this, &frmPopulate::Populate);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+}
+
+double frmPopulate::ChosenYears() const {
+    for (std::size_t i = 0; i < kYearsOptions.size(); ++i) {
+        if (options_[i]->isChecked()) return kYearsOptions[i].years;
+    }
+    return 0;
+}
+
+void frmPopulate::ShowSource(std::size_t tickers, Web& web) {
+    tickers_ = tickers;
+    web_ = &web;
+    ShowWhoIsAsked();
+}
+
+void frmPopulate::ShowWhoIsAsked() {
+    if (!web_ || ChosenName(session_.settings, Capability::History).empty()) return source_->hide();
+    const SourceCatalogue catalogue = LoadSources(session_.DataFolder());
+    const ChosenSource chosen = SourceOf(session_.settings, catalogue, Capability::History);
+    source_->show();
+    if (chosen.source == nullptr) return source_->setText(Shown(chosen.refusal));
+    LiveWorld live(session_, *web_);
+    const double seconds = SecondsOfPopulate(live.World(), *chosen.source, tickers_, ChosenYears());
+    source_->setText(QStringLiteral("The histories come from %1. %2: %3 at its limits.")
+                         .arg(Shown(AskedWords(session_, Capability::History)),
+                              Shown(Counted(tickers_, "ticker", "tickers")), Shown(DurationWords(seconds))));
 }
 
 void frmPopulate::Populate() {

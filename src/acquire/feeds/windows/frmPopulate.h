@@ -5,8 +5,10 @@
 #include <QDialog>
 #include <array>
 
+#include "acquire/web/web.h"
 #include "shell/session.h"
 
+class QLabel;
 class QRadioButton;
 
 namespace brantlow {
@@ -18,14 +20,22 @@ class frmPopulate final : public QDialog {
     // another number.
     frmPopulate(Session& session, QWidget* parent);
 
+    // Tells who is asked, and how long so many tickers take there, where a live source serves.
+    void ShowSource(std::size_t tickers, Web& web);
+
   Q_SIGNALS:
     // Populate was pressed and the years are kept; the window has hidden itself.
     void PopulateAsked();
 
   private:
     void Populate();
+    double ChosenYears() const;
+    void ShowWhoIsAsked();
 
     Session& session_;
+    QLabel* source_;
+    std::size_t tickers_ = 0;
+    Web* web_ = nullptr;
     std::array<QRadioButton*, 4> options_{};
 };
 

@@ -116,6 +116,9 @@ struct FrameHands {
     // is asked for where there is none.
     std::function<void(const QString& title, const std::function<int(QPagedPaintDevice&)>& paint)>
         printPages = {};
+    // Fetches the histories of the open table's tickers, then their quotes of the day, each told as always.
+    // False when the person ended it.
+    std::function<bool()> fillTable = {};
     // Runs the entry of this name.
     std::function<void(std::string_view)> run = {};
     // What the File menu does with a chart: it is printed and kept as the picture of its `client` area, under

@@ -25,6 +25,7 @@ FrameSubjects::FrameSubjects(const Start& start)
     hands.table = file.Table();
     hands.applyRules = start.applyRules;
     hands.openNamed = [this](const std::string& name) { file.OpenNamed(name); };
+    hands.fillTable = [this] { return longRuns.Populate() && updates.Update(); };
     hands.run = [this](std::string_view command) { Run(command); };
     hands.pictureOperations = [this](QWidget& chartForm, QWidget& client, std::function<std::string()> svg) {
         return print.PictureOperations(chartForm, client, std::move(svg));
@@ -40,7 +41,7 @@ FrameSubjects::FrameSubjects(const Start& start)
     hands.openPage = [this](const std::string& address) { browser.OpenPage(address); };
     for (const CommandRows& rows : {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(),
                                     longRuns.Rows(), browser.Rows(), updates.Rows(), chart.Rows(),
-                                    setup.Rows(), study.Rows(), explain.Rows(), help.Rows()})
+                                    setup.Rows(), study.Rows(), explain.Rows(), help.Rows(), welcome.Rows()})
         Add(rows);
 }
 

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "acquire/feeds/live/source_standing.h"
 #include "base/windows/colours.h"
 #include "base/windows/date_boxes.h"
 #include "base/windows/display_text.h"
@@ -119,6 +120,7 @@ frmMain::frmMain(Session& session, Analysis& analysis, WindowPerson& person, Web
         commands_->Entry("mnuEditUndo")
             ->setText(Shown(subjects_->upkeep.UndoWords()).replace(u'&', QStringLiteral("&&")));
     });
+    connect(commands_->Menu("mnuFile"), &QMenu::aboutToShow, this, &frmMain::ShowWhoIsAsked);
     connect(area_, &QMdiArea::subWindowActivated, this, &frmMain::ApplyRules);
     BuildStatusBar();
     person_.Attach({this, statusWord_, tickerCount_, ProgressBar1}, session_);
@@ -129,6 +131,19 @@ frmMain::~frmMain() {
     // The children go after this; nobody is to hear of it any more.
     area_->disconnect(this);
     person_.Detach();
+}
+
+// The entries that fetch prices tell where from, where that is a live source.
+void frmMain::ShowWhoIsAsked() {
+    const std::pair<std::string_view, Capability> rows[] = {{"mnuFileUpdateQuotes", Capability::Quotes},
+                                                            {"mnuFilePopulate", Capability::History}};
+    for (const auto& [id, capability] : rows) {
+        const std::string from = AskedWords(session_, capability);
+        QString words = Name(FindMenuEntry(id)->toolTip);
+        if (!from.empty()) words += QStringLiteral(", from ") + Shown(from);
+        commands_->Entry(id)->setToolTip(words);
+        commands_->Entry(id)->setStatusTip(words);
+    }
 }
 
 void frmMain::ShowNotice(const std::string& text) {

@@ -73,6 +73,7 @@ class frmMain final : public QMainWindow {
 
   private:
     void LendHands();
+    void ShowWhoIsAsked();
     void BuildStatusBar();
     void AddWelcome();
     void OpenNewestFile();

@@ -86,8 +86,11 @@ void RunCommands::RunStockSelector(Interval interval, std::optional<Date> lastDa
 
 void RunCommands::PopulateTickers() {
     auto* dialog = new frmPopulate(frame_.session, &frame_.window);
+    if (const frmQuoteGrid* const form = frame_.table.form()) {
+        dialog->ShowSource(form->Table().TickerCount(), frame_.web);
+    }
     QObject::connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
-    QObject::connect(dialog, &frmPopulate::PopulateAsked, &frame_.window, [this] { RunPopulate(); });
+    QObject::connect(dialog, &frmPopulate::PopulateAsked, &frame_.window, [this] { Populate(); });
     dialog->open();
 }
 
@@ -97,14 +100,15 @@ bool RunCommands::MayReplace(const std::vector<std::string>& tickers, std::strin
     return frame_.person.AskBeforeLoss(ReplaceQuestion(stored, tickers.size()), kReplaceTitle, verb);
 }
 
-void RunCommands::RunPopulate() {
+bool RunCommands::Populate() {
     frmQuoteGrid* const form = frame_.table.form();
-    if (!form || !MayReplace(TickersOf(form->Table()), "Populate")) return;
+    if (!form || !MayReplace(TickersOf(form->Table()), "Populate")) return false;
     frame_.runs.Begin(*form);
     const PopulateRun run = PopulateDatabase(frame_.session, frame_.web, frame_.hosts, form->Table());
     const bool stays = frame_.runs.EndOn(*form);
     frame_.tell(run.report);
     if (stays && run.error) frame_.person.Say(FaultSentence("Populate", run.error));
+    return stays && !run.stopped;
 }
 
 // The tickers are those of the report, whatever table is open: no row of it is in work.

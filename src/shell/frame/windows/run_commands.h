@@ -20,6 +20,8 @@ class RunCommands final {
     RunCommands(const FrameHands& frame, Analysis& analysis) : frame_(frame), analysis_(analysis) {}
 
     CommandRows Rows();
+    // Fills the database for the open table; false when the person ended it.
+    bool Populate();
 
   private:
     void StockSelector();
@@ -31,7 +33,6 @@ class RunCommands final {
     void TellOutcome(const SelectorOutcome& outcome);
     // Asks before the histories of several tickers are replaced.
     bool MayReplace(const std::vector<std::string>& tickers, std::string_view verb);
-    void RunPopulate();
     void RunRepopulate();
     void RestateHistory(const std::string& ticker, double SplitFactor);
 

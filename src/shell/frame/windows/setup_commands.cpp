@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 
+#include "acquire/feeds/windows/frmSources.h"
 #include "acquire/schedule/daily_start.h"
 #include "acquire/schedule/windows/frmSchedule.h"
 #include "screens/windows/frmApplicationSettings.h"
@@ -17,6 +18,7 @@ CommandRows SetupCommands::Rows() {
     static constexpr SubjectRow<SetupCommands> kRows[] = {
         {"mnuSettingsApplication", &SetupCommands::ApplicationSettingsScreen},
         {"mnuSettingsStockSelector", &SetupCommands::StockSelectorSettings},
+        {"mnuSettingsSources", &SetupCommands::QuoteSources},
         {"SetupWizard", &SetupCommands::SetupWizard},
     };
     return RowsOf(*this, kRows);
@@ -32,7 +34,19 @@ void SetupCommands::ApplicationSettingsScreen() {
         QObject::connect(OpenSchedulerWizard(dialog), &QDialog::finished, dialog,
                          &frmApplicationSettings::ShowDailyRun);
     });
+    QObject::connect(dialog, &frmApplicationSettings::SourcesAsked, &frame_.window,
+                     [this, dialog] { OpenSources(dialog); });
     dialog->open();
+}
+
+void SetupCommands::QuoteSources() {
+    OpenSources(&frame_.window);
+}
+
+void SetupCommands::OpenSources(QWidget* asking) {
+    auto* sources = new frmSources(frame_.session, frame_.web, asking);
+    QObject::connect(sources, &QDialog::finished, sources, &QObject::deleteLater);
+    sources->open();
 }
 
 void SetupCommands::StockSelectorSettings() {

@@ -1,5 +1,5 @@
 // The windows in which the program is set up: the settings, the selector's conditions, the wizard, the
-// schedule.
+// schedule, the live sources.
 #pragma once
 
 #include "shell/frame/windows/frame_hands.h"
@@ -18,6 +18,9 @@ class SetupCommands final {
     void ApplicationSettingsScreen();
     void StockSelectorSettings();
     void SetupWizard();
+    void QuoteSources();
+    // Opens the list of live sources over the window that asked for it.
+    void OpenSources(QWidget* asking);
     // Opens the schedule of the daily run over the window that turned it on.
     QDialog* OpenSchedulerWizard(QWidget* asking);
 

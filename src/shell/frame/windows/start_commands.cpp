@@ -1,9 +1,14 @@
 #include "shell/frame/windows/start_commands.h"
 
+#include <QMainWindow>
+
+#include "acquire/feeds/history_download.h"
 #include "practice/practice.h"
 #include "shell/app_folder.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/session_change.h"
+#include "store/windows/frmQuoteGrid.h"
+#include "store/windows/frozen_table_view.h"
 
 namespace brantlow {
 
@@ -35,6 +40,50 @@ std::string FillPracticeTable(const Session& session) {
 }
 
 }  // namespace
+
+CommandRows StartCommands::Rows() {
+    static constexpr SubjectRow<StartCommands> kRows[] = {
+        {"mnuFileNewMyList", &StartCommands::NewList},
+        {"mnuFileNewFromMarket", &StartCommands::NewFromMarket},
+    };
+    return RowsOf(*this, kRows);
+}
+
+void StartCommands::NewList() {
+    OpenNewList(NewListOf::Tickers);
+}
+
+void StartCommands::NewFromMarket() {
+    OpenNewList(NewListOf::Market);
+}
+
+void StartCommands::OpenNewList(NewListOf begin) {
+    auto* dialog = new frmNewList(frame_.session, frame_.web, begin, &frame_.window);
+    QObject::connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
+    QObject::connect(dialog, &frmNewList::TableMade, &frame_.window,
+                     [this](const std::string& name, bool fills) { Begin(name, fills); });
+    dialog->open();
+}
+
+void StartCommands::Begin(const std::string& name, bool fills) {
+    frame_.openNamed(name);
+    if (!frame_.table.form() || !fills) return;
+    if (frame_.fillTable()) ShowFirstChart();
+}
+
+void StartCommands::ShowFirstChart() {
+    const frmQuoteGrid* const form = frame_.table.form();
+    if (!form) return;
+    const std::vector<std::string> tickers = TickersOf(form->Table());
+    for (std::size_t i = 0; i < tickers.size(); ++i) {
+        if (TickersWithHistory(frame_.session, {tickers[i]}) == 0) continue;
+        form->View()->selectRow(static_cast<int>(i));
+        return frame_.run("Graphics");
+    }
+    frame_.person.Say(
+        "No price came for this table. The line in the status bar says why, a click on it shows each ticker. "
+        "Settings, Quote Sources, tries a source.");
+}
 
 void StartCommands::OpenPractice() {
     const std::string name(kPracticeTable);

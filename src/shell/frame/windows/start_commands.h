@@ -1,8 +1,10 @@
-// What the welcome page leads to: the tables to go on with, and the practice table.
+// What the welcome page leads to: the tables to go on with, the practice table, and new lists, which are
+// filled from a live source where the person wants that.
 #pragma once
 
 #include <string>
 
+#include "acquire/feeds/windows/frmNewList.h"
 #include "shell/frame/windows/frame_hands.h"
 
 namespace brantlow {
@@ -12,6 +14,8 @@ class StartCommands final {
     // `frame` outlives this.
     explicit StartCommands(const FrameHands& frame) : frame_(frame) {}
 
+    CommandRows Rows();
+
     // Opens the practice table. Where there is none it is made first, with its history; what stands in its
     // way is told.
     void OpenPractice();
@@ -19,6 +23,14 @@ class StartCommands final {
     void OpenAndUpdate(const std::string& name);
 
   private:
+    void NewList();
+    void NewFromMarket();
+    void OpenNewList(NewListOf begin);
+    // Opens a table that was just made; with `fills` its histories and quotes are fetched and the chart of
+    // its first ticker is shown.
+    void Begin(const std::string& name, bool fills);
+    void ShowFirstChart();
+
     const FrameHands& frame_;
 };
 

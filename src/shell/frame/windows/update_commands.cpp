@@ -65,14 +65,18 @@ CommandRows UpdateCommands::Rows() {
 }
 
 void UpdateCommands::CmdUpdateQuotes() {
+    Update();
+}
+
+bool UpdateCommands::Update() {
     frmQuoteGrid* const form = frame_.table.form();
-    if (!form || frame_.person.InRun()) return;
+    if (!form || frame_.person.InRun()) return false;
     if (KindOf(frame_.session.CurrentFile) != FileKind::Ddq) {
         frame_.person.Say(kUpdateNeedsQuoteFile);
-        return;
+        return false;
     }
     RunReport report;
-    UpdateOpenTable(*form, false, report);
+    return UpdateOpenTable(*form, false, report);
 }
 
 bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport& report) {

@@ -31,6 +31,9 @@ class UpdateCommands final {
 
     CommandRows Rows();
 
+    // The update of the open table by hand; false when there is none, or the frame goes now.
+    bool Update();
+
     // Looks at the clock, and listens for copies that the system starts for the daily run, from now on.
     void StartClock();
     // One look at the clock: starts the daily run in its minute. Called by a timer about once a second.

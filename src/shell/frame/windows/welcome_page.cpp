@@ -42,6 +42,9 @@ constexpr Way kOpenWay = {"cmdWelcomeOpen", "&Open a Quote File...",
                           "Choose an end of day quote file (Ctrl+O)", "open-quotes", "mnuFileOpenQuotesDB"};
 constexpr Way kNewWay = {"cmdWelcomeNew", "&New Quote File", "Begin a list of tickers of your own (Ctrl+N)",
                          "new", "mnuFileNewEODQuoteFile"};
+constexpr Way kListWay = {"cmdWelcomeList", "&My List with Live Quotes...",
+                          "Type or paste your tickers and choose who gives their prices (Ctrl+Shift+N)",
+                          "sources", "mnuFileNewMyList"};
 constexpr Way kHelpWay = {"cmdWelcomeHelp", "Fi&rst Steps (Help)", "Open the help (F1)", "help",
                           "mnuHelpFile"};
 
@@ -135,6 +138,7 @@ void WelcomePage::AddWays(QVBoxLayout& column) {
         button->setToolTip(QString::fromLatin1(way.toolTip));
         button->setIcon(Picture(way.icon));
     };
+    addWay(kListWay);
     addWay(kOpenWay);
     addWay(kNewWay);
     practice_ = AddButton(column, "cmdWelcomePractice", QStringLiteral("&Practice Table"), actions_.practice);

@@ -1,0 +1,224 @@
+// A new user's way to a chart: the practice table, a list of one's own, a market's list, a file that is
+// there; and every run over a live source at the windows.
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "acquire/feeds/live/source_catalogue.h"
+#include "acquire/feeds/windows/frmNewList.h"
+#include "chart/windows/frmGraph.h"
+#include "source_fixture.h"
+#include "store/windows/frmQuoteGrid.h"
+
+using namespace brantlow;
+
+namespace {
+
+class Scene : public SourceProgram {
+  public:
+    // As a fresh installation starts.
+    Scene() { Start("Practice.ddq"); }
+
+    frmNewList* Open(const char* command) {
+        frame->Commands().Entry(command)->trigger();
+        window = frame->findChild<frmNewList*>();
+        if (!window) qFatal("no window");
+        return window;
+    }
+    void Type(const char* tickers) {
+        Part<QPlainTextEdit>(window, "txtTickers")->setPlainText(QString::fromLatin1(tickers));
+    }
+    void ChooseSource(const char* card, const char* source) {
+        auto* list = Part<QComboBox>(Part<QWidget>(window, card), "cboSource");
+        const int index = list->findData(QString::fromLatin1(source));
+        if (index < 0) qFatal("no %s", source);
+        list->setCurrentIndex(index);
+    }
+    void EnterKey(const char* key) {
+        Part<QLineEdit>(Part<QWidget>(window, "Prices"), "txtKey")->setText(QString::fromLatin1(key));
+    }
+    void Create() { Part<QPushButton>(window, "cmdCreate")->click(); }
+    QString Told() { return Part<QLabel>(window, "lblOutcome")->text(); }
+    std::string LastRun() { return Read("Last Run.txt"); }
+    QString Line() { return Find<QLabel>("Panel1")->text(); }
+
+    frmNewList* window = nullptr;
+};
+
+void Wait() {
+    QCoreApplication::processEvents();
+}
+
+}  // namespace
+
+class SourceStartTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void aListOfOnesOwnLeadsToAChartFromEverySource() {
+        struct Row {
+            const char* source;
+            const char* key;
+        };
+        const Row rows[] = {
+            {"massive", "any"}, {"alpaca", "an-id:a-secret"}, {"yahoo", ""}, {"tiingo", "any"}};
+        for (const Row& row : rows) {
+            Scene scene;
+            scene.Open("mnuFileNewMyList");
+            scene.Type("nflx, brk.b\nCL");
+            scene.ChooseSource("Prices", row.source);
+            if (*row.key != '\0') scene.EnterKey(row.key);
+            DialogHand hand([](QDialog& dialog) { PressButton(dialog, QMessageBox::Yes); });
+            scene.Create();
+            Wait();
+            QVERIFY2(hand.seen == (std::string_view(row.source) == "yahoo" ? 1 : 0), row.source);
+            QVERIFY2(scene.frame->QuoteForm(), row.source);
+            QCOMPARE(scene.session.CurrentFile, std::string("My List.ddq"));
+            for (const char* file : {"NFLX.26", "BRK.B.26", "CL.26"}) {
+                QVERIFY2(scene.History(file).find("\"11/20/26\"") != std::string::npos, file);
+            }
+            QVERIFY2(scene.frame->GraphForm(), row.source);
+            QCOMPARE(scene.session.CurrentTicker, std::string("NFLX"));
+            QVERIFY2(scene.LastRun().find("Update of My List.ddq") == 0, scene.LastRun().c_str());
+            QVERIFY2(scene.Line().contains(QStringLiteral("3 of 3 from")), qPrintable(scene.Line()));
+            QVERIFY(scene.Read("VTRSRCset.ini").starts_with("\"" + std::string(row.source) + "\"\r\n"));
+        }
+    }
+
+    void aMarketsListLeadsToAChartToo() {
+        Scene scene;
+        scene.KeepKey("massive", "any");
+        scene.Open("mnuFileNewFromMarket");
+        QVERIFY(Part<QRadioButton>(scene.window, "optMarket")->isChecked());
+        QVERIFY(!Part<QGroupBox>(scene.window, "fraFill")->isChecked());
+        Part<QGroupBox>(scene.window, "fraFill")->setChecked(true);
+        scene.ChooseSource("Prices", "massive");
+        Part<QCheckBox>(scene.window, "chkExchange2")->setChecked(false);
+        for (const char* other : {"chkExchange3", "chkExchange4", "chkExchange5", "chkExchange6"}) {
+            Part<QCheckBox>(scene.window, other)->setChecked(false);
+        }
+        scene.Create();
+        Wait();
+        QCOMPARE(scene.session.CurrentFile, std::string("Market.ddq"));
+        const QuoteTable& table = scene.frame->QuoteForm()->Table();
+        QVERIFY(table.TickerCount() > 10);
+        QCOMPARE(table.Ticker(1), std::string("ADBE"));
+        QVERIFY(scene.frame->GraphForm());
+    }
+
+    void aMarketsListAloneIsATableWithNames() {
+        Scene scene;
+        scene.Open("mnuFileNewFromMarket");
+        Part<QLineEdit>(scene.window, "txtMatch")->setText(QStringLiteral("corporation"));
+        Part<QLineEdit>(scene.window, "txtName")->setText(QStringLiteral("Corporations"));
+        scene.Create();
+        Wait();
+        QCOMPARE(scene.session.CurrentFile, std::string("Corporations.ddq"));
+        QVERIFY(!scene.frame->GraphForm());
+        QVERIFY(scene.Read("Corporations.ddq").find("Bank of America Corporation") != std::string::npos);
+        QVERIFY(scene.Read("Corporations.ddq").find("Amgen") == std::string::npos);
+    }
+
+    // The hosts of the standard source are placeholders.
+    void aFreshInstallationIsOfferedALiveSourceFirst() {
+        Scene scene;
+        const auto offered = [&] {
+            return Part<QComboBox>(Part<QWidget>(scene.Open("mnuFileNewMyList"), "Prices"), "cboSource")
+                ->currentData()
+                .toString();
+        };
+        QCOMPARE(offered(), QString());
+        delete scene.window;
+        DeleteOneFile(scene.session.DataFile("Hosts.ini"));
+        QCOMPARE(offered(), QStringLiteral("massive"));
+        delete scene.window;
+        scene.Choose(ChosenForPrices({}, LoadSources({}).Find("tiingo")));
+        QCOMPARE(offered(), QStringLiteral("tiingo"));
+    }
+
+    void whatIsMissingIsToldBeforeAnythingIsWritten() {
+        Scene scene;
+        scene.Open("mnuFileNewMyList");
+        scene.ChooseSource("Prices", "massive");
+        scene.Create();
+        QCOMPARE(scene.Told(), QStringLiteral("Enter a ticker first."));
+        scene.Type("CL");
+        scene.Create();
+        QVERIFY2(scene.Told().startsWith(QStringLiteral("Massive needs a key: ")), qPrintable(scene.Told()));
+        Part<QLineEdit>(scene.window, "txtName")->setText(QStringLiteral("Jan"));
+        scene.Create();
+        QCOMPARE(scene.Told(), QStringLiteral("Jan.ddq: exists already."));
+        Part<QLineEdit>(scene.window, "txtName")->setText(QStringLiteral("New"));
+        scene.ChooseSource("Prices", "yahoo");
+        DialogHand hand([](QDialog& dialog) { PressButton(dialog, QMessageBox::No); });
+        scene.Create();
+        QVERIFY2(scene.Told().startsWith(QStringLiteral("Yahoo was not asked")), qPrintable(scene.Told()));
+        Part<QRadioButton>(scene.window, "optMarket")->setChecked(true);
+        for (int i = 1; i <= 6; ++i) {
+            Part<QCheckBox>(scene.window, ("chkExchange" + std::to_string(i)).c_str())->setChecked(false);
+        }
+        scene.Create();
+        QCOMPARE(scene.Told(), QStringLiteral("Choose an exchange first."));
+        QVERIFY(!IsRegularFile(scene.session.DataFile("New.ddq")));
+        QCOMPARE(scene.Read("VTRSRCset.ini"), std::string());
+        QVERIFY(scene.window->isVisible());
+    }
+
+    void theTimeThatAListTakesIsTold() {
+        Scene scene;
+        scene.Write("Hosts.ini", "# practice market\r\nLimit.massive=5/60\r\n");
+        scene.Open("mnuFileNewMyList");
+        scene.ChooseSource("Prices", "massive");
+        scene.Type("A B C D E F G H I J");
+        QCOMPARE(Part<QLabel>(Part<QWidget>(scene.window, "Prices"), "lblCardRemark")->text(),
+                 QStringLiteral("10 tickers: about 3 minutes at the limits of Massive."));
+    }
+
+    void aKeyThatIsRefusedIsToldAndShowsNoChart() {
+        Scene scene;
+        scene.Open("mnuFileNewMyList");
+        scene.ChooseSource("Prices", "massive");
+        scene.EnterKey("wrong");
+        scene.Type("CL NFLX");
+        QStringList said;
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+                said << box->text();
+                PressButton(dialog, QMessageBox::Ok);
+            }
+        });
+        scene.Create();
+        Wait();
+        QCOMPARE(said.size(), 1);
+        QVERIFY2(said.constFirst().startsWith(QStringLiteral("No price came for this table.")),
+                 qPrintable(said.constFirst()));
+        QVERIFY(!scene.frame->GraphForm());
+        QVERIFY2(scene.Line().contains(QStringLiteral("Unknown API Key")), qPrintable(scene.Line()));
+    }
+
+    void thePracticeTableAndAFileThatIsThereLeadToAChart() {
+        Scene scene;
+        Part<QPushButton>(scene.frame.get(), "cmdWelcomePractice")->click();
+        Wait();
+        QCOMPARE(scene.session.CurrentFile, std::string("Practice.ddq"));
+        scene.frame->Run("Graphics");
+        QVERIFY(scene.frame->GraphForm());
+        scene.frame->Run("mnuFileClose");
+        scene.frame->Run("mnuFileClose");
+        DialogHand hand([&](QDialog& dialog) {
+            if (qobject_cast<QFileDialog*>(&dialog))
+                EnterFile(dialog, scene.session.DataFile("Practice.ddq"));
+        });
+        Part<QPushButton>(scene.frame.get(), "cmdWelcomeOpen")->click();
+        Wait();
+        QCOMPARE(scene.session.CurrentFile, std::string("Practice.ddq"));
+        scene.frame->Run("Graphics");
+        QVERIFY(scene.frame->GraphForm());
+    }
+};
+
+QTEST_MAIN(SourceStartTest)
+#include "source_start_test.moc"
