@@ -160,11 +160,12 @@ std::string ChangeSummaryLine(const ChangeSummary& summary) {
                        summary.files, summary.bytes);
 }
 
-std::optional<ChangeSummary> ReadChangeSummary(const Path& folder, FileFault* unread) {
+std::optional<ChangeSummary> ReadChangeSummary(const Path& folder, Failure* unread) {
     const Path file = folder / kChangeSummary;
     const ReadResult read = ReadWholeFile(file);
     const std::string& text = read.bytes;
-    if (unread != nullptr && read.outcome == ReadOutcome::Failed && !*unread) *unread = {file, read.error};
+    if (unread != nullptr && read.outcome == ReadOutcome::Failed && !*unread)
+        *unread = FailedTo(FailureKind::Read, file, read.error);
     const std::vector<std::string_view> parts =
         SplitAt(std::string_view(text).substr(0, text.find('\n')), '\t');
     constexpr std::size_t kParts = 5;
@@ -178,7 +179,7 @@ std::optional<ChangeSummary> ReadChangeSummary(const Path& folder, FileFault* un
     return summary;
 }
 
-std::vector<ChangeSummary> ReadChangeSummaries(const Path& undoFolder, FileFault* unread) {
+std::vector<ChangeSummary> ReadChangeSummaries(const Path& undoFolder, Failure* unread) {
     std::vector<ChangeSummary> changes;
     std::error_code error;
     for (auto it = std::filesystem::directory_iterator(undoFolder, error);
@@ -187,7 +188,7 @@ std::vector<ChangeSummary> ReadChangeSummaries(const Path& undoFolder, FileFault
         if (auto summary = ReadChangeSummary(it->path(), unread)) changes.push_back(std::move(*summary));
     }
     if (unread != nullptr && error && error != std::errc::no_such_file_or_directory)
-        *unread = {undoFolder, error};
+        *unread = FailedTo(FailureKind::List, undoFolder, error);
     std::sort(changes.begin(), changes.end(),
               [](const ChangeSummary& a, const ChangeSummary& b) { return a.number > b.number; });
     return changes;
@@ -197,14 +198,14 @@ Path CopyOf(const Entry& entry, const Path& folder) {
     return folder / std::to_string(entry.number);
 }
 
-FileFault PutBack(const std::vector<Entry>& entries, const Path& folder) {
-    FileFault first;
+Failure PutBack(const std::vector<Entry>& entries, const Path& folder) {
+    Failure first;
     std::set<Path> folders;
     for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
-        const std::error_code error = PutEntryBack(*entry, folder);
-        if (error && !first) first = {entry->path, error, true};
+        KeepFirst(first, FailedTo(FailureKind::Write, entry->path, PutEntryBack(*entry, folder)));
         folders.insert(entry->path.parent_path());
     }
+    first.isHalfDone = static_cast<bool>(first);
     // The files are back; a folder that cannot be flushed was told when the change failed.
     for (const Path& changed : folders) static_cast<void>(SyncFolder(changed));
     return first;

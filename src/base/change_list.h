@@ -44,17 +44,17 @@ struct ChangeSummary {
 std::string ChangeSummaryLine(const ChangeSummary& summary);
 // Nothing for a folder without a whole summary.
 // `unread`, unless null, takes why a summary that is there could not be read.
-std::optional<ChangeSummary> ReadChangeSummary(const Path& folder, FileFault* unread = nullptr);
+std::optional<ChangeSummary> ReadChangeSummary(const Path& folder, Failure* unread = nullptr);
 // The changes that are done, newest first.
 // `unread` as above, of the first one, or of the folder itself.
-std::vector<ChangeSummary> ReadChangeSummaries(const Path& undoFolder, FileFault* unread = nullptr);
+std::vector<ChangeSummary> ReadChangeSummaries(const Path& undoFolder, Failure* unread = nullptr);
 
 // The copy of a kept file in the folder of its change.
 Path CopyOf(const FileChange::Entry& entry, const Path& folder);
 
 // Puts every file of an open change back as it was, the newest first, by moving the copies to their places: a
 // copy that is gone was put back by an earlier try. Goes on after an error and returns the first.
-FileFault PutBack(const std::vector<FileChange::Entry>& entries, const Path& folder);
+Failure PutBack(const std::vector<FileChange::Entry>& entries, const Path& folder);
 
 // Takes a change's folder away, its list first, so that what is left of it counts as nothing.
 void RemoveChangeFolder(const Path& folder);

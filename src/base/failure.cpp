@@ -44,11 +44,11 @@ Failure Failure::About(std::string_view further) && {
 
 Failure FailedTo(FailureKind kind, const Path& file, const std::error_code& cause) {
     if (!cause) return {};
-    return {kind, file, 0, {}, {}, cause};
+    return {.kind = kind, .file = file, .cause = cause};
 }
 
 Failure FailedBecause(std::string text) {
-    return {FailureKind::Other, {}, 0, {}, std::move(text), {}};
+    return {.kind = FailureKind::Other, .text = std::move(text)};
 }
 
 void KeepFirst(Failure& first, const Failure& next) {
@@ -67,6 +67,23 @@ std::string Sentence(const Failure& failure) {
     return sentence + failure.text;
 }
 
+std::string CannotBeSaved(const Path& file, const std::error_code& cause) {
+    return Sentence(FailedTo(FailureKind::Write, file, cause));
+}
+
+std::string FailedSentence(std::string_view what, Failure failure) {
+    if (failure.isHalfDone) {
+        failure =
+            std::move(failure).About("some files are changed, which the next writing command takes back");
+    }
+    return std::string(what).append(" failed: ").append(Sentence(failure));
+}
+
+std::string ChangeSentence(std::string_view what, Failure failure) {
+    if (!failure.isHalfDone) failure = std::move(failure).About("nothing was changed");
+    return FailedSentence(what, std::move(failure));
+}
+
 Failure ReadIfThere(const Path& file, std::string& bytes) {
     ReadResult read = ReadWholeFile(file);
     bytes = std::move(read.bytes);
@@ -82,6 +99,14 @@ Failure ReadBehindIfThere(const Path& file, std::string& buffer, std::size_t& us
     again.bytes.copy(buffer.data() + used, again.bytes.size());
     used += again.bytes.size();
     return {};
+}
+
+Failure ReadNeeded(const Path& file, std::string& bytes) {
+    ReadResult read = ReadWholeFile(file);
+    bytes = std::move(read.bytes);
+    const bool isMissing = read.outcome == ReadOutcome::Missing;
+    return FailedTo(FailureKind::Read, file,
+                    isMissing ? std::make_error_code(std::errc::no_such_file_or_directory) : read.error);
 }
 
 Failure ListFiles(const Path& folder, std::vector<std::string>& names) {

@@ -22,8 +22,16 @@ bool IsThere(const Path& path) {
     return ::stat(path.c_str(), &status) == 0;
 }
 
-FileFault FaultAt(const Path& file, const std::error_code& code) {
-    return {file, code, false};
+Failure NotWritten(const Path& file, const std::error_code& cause) {
+    return FailedTo(FailureKind::Write, file, cause);
+}
+
+Failure NotRead(const Path& file, const std::error_code& cause) {
+    return FailedTo(FailureKind::Read, file, cause);
+}
+
+Failure NotDeleted(const Path& file, const std::error_code& cause) {
+    return FailedTo(FailureKind::Delete, file, cause);
 }
 
 // A second name of the file where the file system has such; else a copy of its first bytes.
@@ -66,17 +74,6 @@ std::error_code RenameTo(const Path& undoFolder, const std::string& name, Path& 
 
 }  // namespace
 
-std::string FaultReason(std::string_view what, const FileFault& fault) {
-    std::string sentence(what);
-    sentence.append(" failed: ").append(fault.file.string()).append(": ").append(fault.message());
-    if (fault.isHalfDone) sentence += "; some files are changed, which the next writing command takes back";
-    return sentence;
-}
-
-std::string FaultSentence(std::string_view what, const FileFault& fault) {
-    return FaultReason(what, fault) + (fault.isHalfDone ? "" : "; nothing was changed");
-}
-
 FileChange::FileChange(ChangePlace place, std::string what, ChangeKeeps keeps)
     : place_(std::move(place)), what_(std::move(what)), keeps_(keeps) {}
 
@@ -84,9 +81,9 @@ FileChange::~FileChange() {
     static_cast<void>(TakeBack());
 }
 
-FileFault FileChange::Write(const Path& path, std::string_view bytes) {
+Failure FileChange::Write(const Path& path, std::string_view bytes) {
     WriteTarget target;
-    if (const auto error = FindWriteTarget(path, target)) return FaultAt(path, error);
+    if (const auto error = FindWriteTarget(path, target)) return NotWritten(path, error);
     deleted_.erase(target.path.native());
     const auto found = stagedAt_.find(target.path.native());
     if (found != stagedAt_.end()) ::unlink(staged_[found->second].temporary.c_str());
@@ -96,7 +93,7 @@ FileFault FileChange::Write(const Path& path, std::string_view bytes) {
         const auto error = WriteNewFile(temporary, bytes, Flush::Later, target.mode);
         // Another change of this process is at work in the folder.
         if (error == std::errc::file_exists && tried < kMostTries) continue;
-        if (error) return FaultAt(path, error);
+        if (error) return NotWritten(path, error);
         if (found != stagedAt_.end()) {
             staged_[found->second].temporary = temporary;
         } else {
@@ -107,7 +104,7 @@ FileFault FileChange::Write(const Path& path, std::string_view bytes) {
     }
 }
 
-FileFault FileChange::Delete(const Path& path) {
+Failure FileChange::Delete(const Path& path) {
     if (NamesNoFile(path)) return {};
     const auto found = stagedAt_.find(path.native());
     if (found != stagedAt_.end()) {
@@ -117,9 +114,9 @@ FileFault FileChange::Delete(const Path& path) {
     }
     struct stat status {};
     if (::lstat(path.c_str(), &status) != 0) {
-        return errno == ENOENT || errno == ENOTDIR ? FileFault{} : FaultAt(path, LastError());
+        return errno == ENOENT || errno == ENOTDIR ? Failure{} : NotDeleted(path, LastError());
     }
-    if (S_ISDIR(status.st_mode)) return FaultAt(path, std::make_error_code(std::errc::is_a_directory));
+    if (S_ISDIR(status.st_mode)) return NotDeleted(path, std::make_error_code(std::errc::is_a_directory));
     deleted_.insert(path.native());
     return {};
 }
@@ -129,33 +126,33 @@ Path FileChange::Where(const Path& path) const {
     return found == stagedAt_.end() ? path : staged_[found->second].temporary;
 }
 
-FileFault FileChange::WillGrow(const Path& path) {
+Failure FileChange::WillGrow(const Path& path) {
     if (stagedAt_.contains(path.native()) || grown_.contains(path.native())) return {};
-    if (const FileFault fault = OpenJournal()) return fault;
+    if (const Failure fault = OpenJournal()) return fault;
     struct stat status {};
     Entry entry{Entry::Was::Absent, 0, 0, path};
     if (::stat(path.c_str(), &status) == 0) {
         entry.was = Entry::Was::Grown;
         entry.length = static_cast<std::uintmax_t>(status.st_size);
     } else if (errno != ENOENT) {
-        return FaultAt(path, LastError());
+        return NotRead(path, LastError());
     }
-    if (const FileFault fault = Note(ChangeListLine(entry, place_.appPath))) return fault;
+    if (const Failure fault = Note(ChangeListLine(entry, place_.appPath))) return fault;
     grown_.emplace(path.native(), entry.length);
     entries_.push_back(std::move(entry));
     return {};
 }
 
-FileFault FileChange::Commit() {
+Failure FileChange::Commit() {
     std::erase_if(staged_, [](const Staged& file) { return file.temporary.empty(); });
     if (!HasWork()) return TakeBack();
-    if (const FileFault fault = SyncStaged()) return Failed(fault);
+    if (const Failure fault = SyncStaged()) return Failed(fault);
     if (NeedsJournal()) {
-        if (const FileFault fault = KeepAll()) return Failed(fault);
+        if (const Failure fault = KeepAll()) return Failed(fault);
     }
-    if (const FileFault fault = PutInPlace()) return Failed(fault);
-    if (const FileFault fault = SyncFolders()) return Failed(fault);
-    if (const FileFault fault = Close()) return Failed(fault);
+    if (const Failure fault = PutInPlace()) return Failed(fault);
+    if (const Failure fault = SyncFolders()) return Failed(fault);
+    if (const Failure fault = Close()) return Failed(fault);
     DropFormer();
     staged_.clear();
     stagedAt_.clear();
@@ -166,20 +163,20 @@ FileFault FileChange::Commit() {
     return {};
 }
 
-FileFault FileChange::TakeBack() {
-    FileFault stays;
+Failure FileChange::TakeBack() {
+    Failure stays;
     for (const Staged& file : staged_) {
         // Without a list a file is put back by its second name.
         if (!file.isInPlace || !journal_.empty()) continue;
         const std::error_code error = PutFormerBack(file.path, file.isNew, file.former);
-        if (error && !stays) stays = FaultAt(file.path, error);
+        if (error && !stays) stays = FailedTo(FailureKind::Write, file.path, error);
     }
     DropTemporaries();
     deleted_.clear();
     grown_.clear();
     if (list_ >= 0) ::close(std::exchange(list_, -1));
     if (journal_.empty()) return stays;
-    const FileFault fault = PutBack(entries_, journal_);
+    const Failure fault = PutBack(entries_, journal_);
     entries_.clear();
     // A list that could not be followed stays for the next recovery.
     if (!fault) RemoveChangeFolder(journal_);
@@ -187,7 +184,7 @@ FileFault FileChange::TakeBack() {
     return fault;
 }
 
-FileFault FileChange::Failed(FileFault fault) {
+Failure FileChange::Failed(Failure fault) {
     fault.isHalfDone = static_cast<bool>(TakeBack());
     return fault;
 }
@@ -211,12 +208,12 @@ bool FileChange::NeedsJournal() const {
     return keeps_ != ChangeKeeps::Nothing;
 }
 
-FileFault FileChange::OpenJournal() {
+Failure FileChange::OpenJournal() {
     if (list_ >= 0) return {};
     const Path undoFolder = place_.UndoFolder();
     std::error_code error;
     std::filesystem::create_directories(undoFolder, error);
-    if (error) return FaultAt(undoFolder, error);
+    if (error) return FailedTo(FailureKind::Make, undoFolder, error);
     for (int number = 1;; ++number) {
         std::string name(kOpenChange);
         journal_ = undoFolder / name.append(std::to_string(::getpid()) + "-" + std::to_string(number));
@@ -224,20 +221,19 @@ FileFault FileChange::OpenJournal() {
         if (::mkdir(journal_.c_str(), kDefaultMode) == 0) break;
         if (errno == EEXIST) continue;
         error = LastError();
-        return FaultAt(std::exchange(journal_, Path()), error);
+        return FailedTo(FailureKind::Make, std::exchange(journal_, Path()), error);
     }
     const Path list = journal_ / kChangeList;
     constexpr mode_t kFileMode = 0666;
     list_ = ::open(list.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_APPEND | O_CLOEXEC, kFileMode);
-    return list_ < 0 ? FaultAt(list, LastError()) : Note(ChangeListHead(place_.when, what_));
+    return list_ < 0 ? NotWritten(list, LastError()) : Note(ChangeListHead(place_.when, what_));
 }
 
-FileFault FileChange::Note(const std::string& lines) {
-    const std::error_code error = WriteAll(list_, lines);
-    return error ? FaultAt(journal_ / kChangeList, error) : FileFault{};
+Failure FileChange::Note(const std::string& lines) {
+    return NotWritten(journal_ / kChangeList, WriteAll(list_, lines));
 }
 
-FileFault FileChange::SyncStaged() const {
+Failure FileChange::SyncStaged() const {
     std::vector<Path> files;
     for (const Staged& file : staged_) files.push_back(file.temporary);
     for (const auto& [path, length] : grown_) files.emplace_back(path);
@@ -246,93 +242,94 @@ FileFault FileChange::SyncStaged() const {
     std::set<dev_t> done;
     for (const Path& file : files) {
         struct stat status {};
-        if (::stat(file.c_str(), &status) != 0) return FaultAt(file, LastError());
+        if (::stat(file.c_str(), &status) != 0) return NotWritten(file, LastError());
         if (!oneByOne && !done.insert(status.st_dev).second) continue;
         const std::error_code error = oneByOne ? SyncFile(file) : SyncFileSystem(file);
-        if (error) return FaultAt(oneByOne ? file : file.parent_path(), error);
+        if (error) return NotWritten(oneByOne ? file : file.parent_path(), error);
     }
     return {};
 }
 
-FileFault FileChange::Keep(const Path& path, std::string& lines) {
+Failure FileChange::Keep(const Path& path, std::string& lines) {
     if (path.filename() == kKeysFileName) return {};
     const auto grown = grown_.find(path.native());
     Entry entry{Entry::Was::Absent, 0, 0, path};
     struct stat status {};
     if (::lstat(path.c_str(), &status) == 0) {
-        if (!S_ISREG(status.st_mode)) return FaultAt(path, std::make_error_code(std::errc::is_a_directory));
+        if (!S_ISREG(status.st_mode)) return NotRead(path, std::make_error_code(std::errc::is_a_directory));
         entry.was = Entry::Was::Kept;
         entry.number = entries_.size() + 1;
         entry.length = grown == grown_.end() ? static_cast<std::uintmax_t>(status.st_size) : grown->second;
         // What cannot be read could not be brought back.
         const Descriptor readable(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-        if (!readable.IsOpen()) return FaultAt(path, LastError());
+        if (!readable.IsOpen()) return NotRead(path, LastError());
         const Path copy = CopyOf(entry, journal_);
-        if (const auto error = LinkOrCopy(path, entry.length, copy)) return FaultAt(copy, error);
+        if (const auto error = LinkOrCopy(path, entry.length, copy)) return NotWritten(copy, error);
     } else if (errno != ENOENT) {
-        return FaultAt(path, LastError());
+        return NotRead(path, LastError());
     }
     lines += ChangeListLine(entry, place_.appPath);
     entries_.push_back(std::move(entry));
     return {};
 }
 
-FileFault FileChange::KeepAll() {
-    if (const FileFault fault = OpenJournal()) return fault;
+Failure FileChange::KeepAll() {
+    if (const Failure fault = OpenJournal()) return fault;
     std::string lines;
     for (const Staged& file : staged_) {
-        if (const FileFault fault = Keep(file.path, lines)) return fault;
+        if (const Failure fault = Keep(file.path, lines)) return fault;
     }
     for (const std::string& path : deleted_) {
-        if (const FileFault fault = Keep(path, lines)) return fault;
+        if (const Failure fault = Keep(path, lines)) return fault;
     }
     for (const Path& path : alsoKept_) {
-        if (const FileFault fault = Keep(path, lines)) return fault;
+        if (const Failure fault = Keep(path, lines)) return fault;
     }
-    if (const FileFault fault = Note(lines)) return fault;
-    if (::fdatasync(list_) != 0) return FaultAt(journal_ / kChangeList, LastError());
+    if (const Failure fault = Note(lines)) return fault;
+    if (::fdatasync(list_) != 0) return NotWritten(journal_ / kChangeList, LastError());
     for (const Path& folder : {journal_, place_.UndoFolder()}) {
-        if (const auto error = SyncFolder(folder)) return FaultAt(folder, error);
+        if (const auto error = SyncFolder(folder)) return NotWritten(folder, error);
     }
     return {};
 }
 
-FileFault FileChange::PutInPlace() {
+Failure FileChange::PutInPlace() {
     const bool hasList = !journal_.empty();
     for (Staged& file : staged_) {
         if (!hasList) {
             const Path former = file.temporary.native() + "o";
             if (::link(file.path.c_str(), former.c_str()) == 0) file.former = former;
         }
-        if (::rename(file.temporary.c_str(), file.path.c_str()) != 0) return FaultAt(file.path, LastError());
+        if (::rename(file.temporary.c_str(), file.path.c_str()) != 0)
+            return NotWritten(file.path, LastError());
         file.isInPlace = true;
     }
     for (const std::string& path : deleted_) {
-        if (::unlink(path.c_str()) != 0 && errno != ENOENT) return FaultAt(path, LastError());
+        if (::unlink(path.c_str()) != 0 && errno != ENOENT) return NotDeleted(path, LastError());
     }
     return {};
 }
 
-FileFault FileChange::SyncFolders() const {
+Failure FileChange::SyncFolders() const {
     std::set<Path> folders;
     for (const Staged& file : staged_) folders.insert(file.path.parent_path());
     for (const std::string& path : deleted_) folders.insert(Path(path).parent_path());
     for (const auto& [path, length] : grown_) folders.insert(Path(path).parent_path());
     for (const Path& folder : folders) {
-        if (const auto error = SyncFolder(folder)) return FaultAt(folder, error);
+        if (const auto error = SyncFolder(folder)) return NotWritten(folder, error);
     }
     return {};
 }
 
-FileFault FileChange::Close() {
+Failure FileChange::Close() {
     if (list_ < 0) return {};
-    if (::close(std::exchange(list_, -1)) != 0) return FaultAt(journal_ / kChangeList, LastError());
+    if (::close(std::exchange(list_, -1)) != 0) return NotWritten(journal_ / kChangeList, LastError());
     if (keeps_ != ChangeKeeps::ForUndo) {
         RemoveChangeFolder(journal_);
         return {};
     }
     const Path undoFolder = place_.UndoFolder();
-    FileFault unread;
+    Failure unread;
     const std::vector<ChangeSummary> before = ReadChangeSummaries(undoFolder, &unread);
     if (unread) return unread;
     ChangeSummary summary;
@@ -344,10 +341,10 @@ FileFault FileChange::Close() {
     constexpr mode_t kFileMode = 0666;
     const Path file = journal_ / kChangeSummary;
     auto error = WriteNewFile(file, ChangeSummaryLine(summary), Flush::ToDisk, kFileMode);
-    if (error) return FaultAt(file, error);
+    if (error) return NotWritten(file, error);
     error = RenameTo(undoFolder, FolderName(summary.when, what_), journal_);
     if (!error) error = SyncFolder(undoFolder);
-    if (error) return FaultAt(undoFolder, error);
+    if (error) return NotWritten(undoFolder, error);
     DropOldChanges(undoFolder, place_.limits);
     return {};
 }

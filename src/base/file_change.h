@@ -4,7 +4,7 @@
 //     FileChange change(ChangePlaceOf(session), "Split KO 2/1");   // shell/session_change.h
 //     change.Write(file, bytes);        // any number, in any order; nothing is changed yet
 //     change.Delete(oldFile);
-//     if (const FileFault fault = change.Commit()) ...             // named file and reason
+//     if (const Failure fault = change.Commit()) ...               // ChangeSentence(what, fault)
 //
 // Until Commit the files stand as they were: new ones lie beside them under a temporary name. Commit flushes
 // the new ones to the disk as a group, keeps the old ones under `Back Up/Undo/` with a list of what was there
@@ -24,25 +24,10 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/failure.h"
 #include "base/files.h"
 
 namespace brantlow {
-
-// A file and why it could not be read, written or deleted; false when nothing failed.
-struct FileFault {
-    Path file;
-    std::error_code code;
-    // The change could not be put back either: some of its files are new, some old, until the next recovery.
-    bool isHalfDone = false;
-
-    explicit operator bool() const { return static_cast<bool>(code); }
-    std::string message() const { return code.message(); }
-};
-
-// "WHAT failed: FILE: REASON", for reports that say themselves what that leaves.
-std::string FaultReason(std::string_view what, const FileFault& fault);
-// One sentence for a person: the reason, and whether anything was changed.
-std::string FaultSentence(std::string_view what, const FileFault& fault);
 
 // What stays once a change is done.
 enum class ChangeKeeps {
@@ -74,9 +59,9 @@ class FileChange {
     FileChange& operator=(const FileChange&) = delete;
 
     // Prepares that the file's bytes become these. A file of a second call takes the later bytes.
-    FileFault Write(const Path& path, std::string_view bytes);
+    Failure Write(const Path& path, std::string_view bytes);
     // Prepares that the file goes. One that is not there is passed over.
-    FileFault Delete(const Path& path);
+    Failure Delete(const Path& path);
     // The file is brought back with the others although this change does not touch it: it is written soon
     // after.
     void AlsoKeep(const Path& path) { alsoKept_.push_back(path); }
@@ -84,7 +69,7 @@ class FileChange {
     Path Where(const Path& path) const;
     bool IsDeleted(const Path& path) const { return deleted_.contains(path.native()); }
     // To be called before lines are added in place to the file Where(path).
-    FileFault WillGrow(const Path& path);
+    Failure WillGrow(const Path& path);
 
     // What stays once the change is done, where that shows only in its course.
     void KeepFor(ChangeKeeps keeps) { keeps_ = keeps; }
@@ -92,9 +77,9 @@ class FileChange {
     // False when there is nothing to do yet.
     bool HasWork() const { return !staged_.empty() || !deleted_.empty() || !grown_.empty(); }
     // Carries the change out. A change without work leaves nothing behind.
-    FileFault Commit();
+    Failure Commit();
     // Everything as it was before the change; for a caller whose work failed elsewhere.
-    FileFault TakeBack();
+    Failure TakeBack();
 
     // One line of a change's list.
     struct Entry {
@@ -114,18 +99,18 @@ class FileChange {
         Path former = {};  // without a list: a second name of the old file, until the folders are flushed
     };
 
-    FileFault OpenJournal();
-    FileFault Note(const std::string& lines);
-    FileFault StageFile(const Path& path, std::string_view bytes);
-    FileFault SyncStaged() const;
-    FileFault Keep(const Path& path, std::string& lines);
-    FileFault KeepAll();
-    FileFault PutInPlace();
+    Failure OpenJournal();
+    Failure Note(const std::string& lines);
+    Failure StageFile(const Path& path, std::string_view bytes);
+    Failure SyncStaged() const;
+    Failure Keep(const Path& path, std::string& lines);
+    Failure KeepAll();
+    Failure PutInPlace();
     void DropFormer();
-    FileFault SyncFolders() const;
-    FileFault Close();
+    Failure SyncFolders() const;
+    Failure Close();
     bool NeedsJournal() const;
-    FileFault Failed(FileFault fault);
+    Failure Failed(Failure fault);
     void DropTemporaries();
 
     ChangePlace place_;

@@ -35,20 +35,22 @@ bool IsOpenChange(const Path& folder) {
 }
 
 // Prepares that the file of `entry` is what it was.
-FileFault PrepareUndo(const Entry& entry, const Path& folder, FileChange& change) {
+Failure PrepareUndo(const Entry& entry, const Path& folder, FileChange& change) {
     if (entry.was == Entry::Was::Absent) return change.Delete(entry.path);
     const Path source = entry.was == Entry::Was::Kept ? CopyOf(entry, folder) : entry.path;
     const ReadResult read = ReadWholeFile(source);
-    if (read.outcome == ReadOutcome::Failed) return {source, read.error};
-    if (read.outcome == ReadOutcome::Missing) {
-        return {source, std::make_error_code(std::errc::no_such_file_or_directory)};
-    }
+    const auto notRead = [&](const std::error_code& cause) {
+        return FailedTo(FailureKind::Read, source, cause);
+    };
+    if (read.outcome == ReadOutcome::Failed) return notRead(read.error);
+    if (read.outcome == ReadOutcome::Missing)
+        return notRead(std::make_error_code(std::errc::no_such_file_or_directory));
     // Files are replaced whole or lengthened: one that is shorter was changed by another program.
-    if (read.bytes.size() < entry.length) return {source, std::make_error_code(std::errc::io_error)};
+    if (read.bytes.size() < entry.length) return notRead(std::make_error_code(std::errc::io_error));
     return change.Write(entry.path, std::string_view(read.bytes).substr(0, entry.length));
 }
 
-FileFault CarryOut(const ChangeList& list, const Path& folder, FileChange& change, std::vector<Path>& files) {
+Failure CarryOut(const ChangeList& list, const Path& folder, FileChange& change, std::vector<Path>& files) {
     // A file that grew before it was replaced stands in the list twice, and its copy holds what it was.
     std::set<Path> kept;
     for (const Entry& entry : list.entries) {
@@ -57,7 +59,7 @@ FileFault CarryOut(const ChangeList& list, const Path& folder, FileChange& chang
     // The first entry of a file has the last word.
     for (auto entry = list.entries.rbegin(); entry != list.entries.rend(); ++entry) {
         if (entry->was == Entry::Was::Grown && kept.contains(entry->path)) continue;
-        if (const FileFault fault = PrepareUndo(*entry, folder, change)) return fault;
+        if (const Failure fault = PrepareUndo(*entry, folder, change)) return fault;
         files.push_back(entry->path);
     }
     return change.Commit();
@@ -69,7 +71,7 @@ bool HasEnded(pid_t process) {
 
 }  // namespace
 
-std::vector<KeptChange> KeptChanges(const ChangePlace& place, FileFault* unread) {
+std::vector<KeptChange> KeptChanges(const ChangePlace& place, Failure* unread) {
     return ReadChangeSummaries(place.UndoFolder(), unread);
 }
 
@@ -97,7 +99,7 @@ UndoResult UndoChange(const ChangePlace& place, std::string_view id) {
     const ChangeList list = ParseChangeList(read.bytes, place.appPath);
     if (list.entries.size() != found->files) {
         const auto damaged = std::make_error_code(std::errc::io_error);
-        result.fault = {file, read.error ? read.error : damaged};
+        result.fault = FailedTo(FailureKind::Read, file, read.error ? read.error : damaged);
         return result;
     }
     FileChange change(place, NameOfUndoing(found->what));
@@ -114,13 +116,14 @@ std::vector<InterruptedChange> RecoverChanges(const ChangePlace& place) {
         if (IsOpenChange(folder)) open.push_back(folder);
     }
     // A change that was cut off may lie there.
-    if (unread) return {{"The last change", {place.UndoFolder(), unread}}};
+    if (unread) return {{"The last change", FailedTo(FailureKind::List, place.UndoFolder(), unread)}};
     std::sort(open.rbegin(), open.rend());
     for (const Path& folder : open) {
         const ReadResult read = ReadWholeFile(folder / kChangeList);
         const ChangeList list = ParseChangeList(read.bytes, place.appPath);
-        FileFault fault;
-        if (read.outcome == ReadOutcome::Failed) fault = {folder / kChangeList, read.error};
+        Failure fault;
+        if (read.outcome == ReadOutcome::Failed)
+            fault = FailedTo(FailureKind::Read, folder / kChangeList, read.error);
         if (!fault) fault = PutBack(list.entries, folder);
         if (!fault) RemoveChangeFolder(folder);
         if (fault || !list.entries.empty()) interrupted.push_back({list.what, fault});
@@ -130,9 +133,7 @@ std::vector<InterruptedChange> RecoverChanges(const ChangePlace& place) {
 
 std::string InterruptedSentence(const InterruptedChange& change) {
     if (!change.fault) return change.what + " was interrupted: what it had changed was taken back.";
-    return change.what +
-           " may have been interrupted and cannot be taken back: " + change.fault.file.string() + ": " +
-           change.fault.code.message();
+    return change.what + " may have been interrupted and cannot be taken back: " + Sentence(change.fault);
 }
 
 std::vector<std::string> LeftTemporaries(const Path& folder) {
@@ -165,7 +166,7 @@ void DropOldChanges(const Path& undoFolder, const UndoLimits& limits) {
     std::error_code ignored;
     for (const Path& folder : FoldersIn(undoFolder, ignored)) {
         // A change whose line cannot be read just now is one all the same.
-        FileFault unread;
+        Failure unread;
         const bool isChange = IsOpenChange(folder) || ReadChangeSummary(folder, &unread) || unread;
         if (!isChange) RemoveChangeFolder(folder);
     }

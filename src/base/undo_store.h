@@ -19,7 +19,7 @@ namespace brantlow {
 // The changes that can be undone, newest first. An id is its number as text.
 using KeptChange = ChangeSummary;
 // `unread`, unless null, takes why one of them, or their folder, could not be read.
-std::vector<KeptChange> KeptChanges(const ChangePlace& place, FileFault* unread = nullptr);
+std::vector<KeptChange> KeptChanges(const ChangePlace& place, Failure* unread = nullptr);
 
 inline constexpr std::string_view kNothingToUndo = "There is no change to undo";
 
@@ -30,7 +30,7 @@ bool IsUndoing(std::string_view what);
 struct UndoResult {
     KeptChange change;        // the one whose files are back; number 0 when there is no such change
     std::vector<Path> files;  // those that were brought back
-    FileFault fault;          // nothing was changed, unless it says so
+    Failure fault;            // nothing was changed, unless it says so
 };
 // Brings the files of a change back to what they were before it, as a change of its own that can be undone
 // again. `id` empty: the newest change.
@@ -39,7 +39,7 @@ UndoResult UndoChange(const ChangePlace& place, std::string_view id);
 // A change that was cut off.
 struct InterruptedChange {
     std::string what;
-    FileFault fault;  // it could not be taken back
+    Failure fault;  // it could not be taken back
 };
 // Takes the changes back that were open when their program ended, the newest first.
 std::vector<InterruptedChange> RecoverChanges(const ChangePlace& place);

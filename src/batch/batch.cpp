@@ -53,10 +53,7 @@ std::optional<ExitStatus> TakeLock(const CommandLine& line, const BatchProcess& 
     const Path& folder = call.session.AppPath;
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    if (error) {
-        return Refuse(call,
-                      "The application folder " + folder.string() + " could not be made: " + error.message());
-    }
+    if (error) return Refuse(call, FailedTo(FailureKind::Make, folder, error));
     const LockPatience patience{std::chrono::seconds(line.wait.value_or(kWaitSeconds)),
                                 [&] { return !process.interrupted(); }};
     const LockOutcome outcome = lock.Take(folder, ThisProcess(kCommandHolder, WorkOf(line)), patience);

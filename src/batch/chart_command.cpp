@@ -166,13 +166,14 @@ ExitStatus WritePicture(BatchCall& call, const ChartContext& context, const std:
     std::string bytes;
     if (HasEnding(file, kPngEnding)) {
         PngPicture png = PaintPng(CurrentStartPlaces().executable, picture);
-        if (!png.failure.empty()) return Refuse(call, file + " could not be written: " + png.failure);
+        if (!png.failure.empty())
+            return Refuse(call, {.kind = FailureKind::Write, .file = file, .text = png.failure});
         bytes = std::move(png.bytes);
     } else {
         bytes = SvgOf(picture);
     }
     if (const auto error = WriteWholeFile(Path(file), bytes, Flush::Later)) {
-        return Refuse(call, file + " could not be written: " + error.message());
+        return Refuse(call, FailedTo(FailureKind::Write, file, error));
     }
     return ExitStatus::Done;
 }
@@ -210,7 +211,7 @@ ExitStatus RunChart(BatchCall& call) {
     Analysis analysis;
     ChartSession chart;
     ChartContext context{call.session, analysis, chart};
-    if (const Failure failure = DrawChart(call, context)) return Refuse(call, Sentence(failure));
+    if (const Failure failure = DrawChart(call, context)) return Refuse(call, failure);
     const std::string out = call.arguments.Text("--out");
     if (out != kStandardOut) return WritePicture(call, context, out);
     PrintChart(call, context);

@@ -108,8 +108,12 @@ ExitStatus Refuse(BatchCall& call, std::string_view sentence) {
     return ExitStatus::Refused;
 }
 
-ExitStatus RefuseChange(BatchCall& call, std::string_view what, const FileFault& fault) {
-    Refuse(call, FaultSentence(what, fault));
+ExitStatus Refuse(BatchCall& call, const Failure& failure) {
+    return Refuse(call, Sentence(failure));
+}
+
+ExitStatus RefuseChange(BatchCall& call, std::string_view what, const Failure& fault) {
+    Refuse(call, ChangeSentence(what, fault));
     return fault.isHalfDone ? ExitStatus::Partly : ExitStatus::Refused;
 }
 

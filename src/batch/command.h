@@ -113,10 +113,11 @@ std::optional<int> ReadSeconds(std::string_view text);
 ExitStatus RefuseUsage(BatchCall& call, std::string_view name, std::string_view reason);
 // Writes a sentence as one line to the call's error stream and gives Refused.
 ExitStatus Refuse(BatchCall& call, std::string_view sentence);
+ExitStatus Refuse(BatchCall& call, const Failure& failure);
 
 // The sentence of a change of files that failed, one line: Refused, or Partly where its files are half
 // changed.
-ExitStatus RefuseChange(BatchCall& call, std::string_view what, const FileFault& fault);
+ExitStatus RefuseChange(BatchCall& call, std::string_view what, const Failure& fault);
 
 // Text that came from outside, fit to stand in a line on a terminal: control characters become "?".
 std::string OneLine(std::string_view text);

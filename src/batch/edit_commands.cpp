@@ -51,7 +51,7 @@ class TableEdits {
         if (isChanged_ && !error_ && !fault_ && !SavesTable(session.settings)) {
             error_ = SaveQuoteTable(table_, session.DataFile(session.CurrentFile));
         }
-        if (error_) return Refuse(call_, session.CurrentFile + " could not be written: " + error_.message());
+        if (error_) return Refuse(call_, FailedTo(FailureKind::Write, session.CurrentFile, error_));
         return fault_ ? ToldOfPart() : Told();
     }
 
@@ -75,8 +75,8 @@ class TableEdits {
         call_.out << told_;
         if (!isChanged_) return RefuseChange(call_, "The edit", fault_);
         const bool isKept = !fault_.isHalfDone;
-        Refuse(call_, isKept ? FaultReason("The edit", fault_) + "; what was edited before it is kept"
-                             : FaultSentence("The edit", fault_));
+        Refuse(call_, isKept ? FailedSentence("The edit", fault_) + "; what was edited before it is kept"
+                             : ChangeSentence("The edit", fault_));
         return ExitStatus::Partly;
     }
 
@@ -86,7 +86,7 @@ class TableEdits {
     bool isChanged_ = false;
     bool isRefused_ = false;
     std::error_code error_;
-    FileFault fault_;
+    Failure fault_;
 };
 
 // Edits the table by each TICKER of the call, until one is refused or Ctrl-C is pressed; `finish` saves.

@@ -54,7 +54,7 @@ ExitStatus RunExport(BatchCall& call) {
         return ExitStatus::Refused;
     }
     const std::string target = ExportFile(call.session.AppPath, call.session.settings).string();
-    if (exported.error) return Refuse(call, Sentence(exported.error));
+    if (exported.error) return Refuse(call, exported.error);
     call.out << "Exported: " << OneLine(target) << '\n';
     return TellRun(call, ExportReport(name, exported.rows, target));
 }

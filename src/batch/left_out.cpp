@@ -35,7 +35,7 @@ std::vector<FailureGroup> GroupsOf(std::span<const Failure> failures) {
 ExitStatus TellLeftOut(BatchCall& call, std::span<const Failure> failures, std::size_t all,
                        std::string_view things) {
     if (failures.empty()) return ExitStatus::Done;
-    if (failures.size() >= all) return Refuse(call, Sentence(failures.front()));
+    if (failures.size() >= all) return Refuse(call, failures.front());
     constexpr std::size_t kMostLines = 3;
     std::vector<FailureGroup> groups = GroupsOf(failures);
     groups.resize(std::min(groups.size(), kMostLines));

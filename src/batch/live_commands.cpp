@@ -152,9 +152,9 @@ std::optional<ExitStatus> SplitCalendarLive(BatchCall& call) {
         return sources.Status() == ExitStatus::Done ? std::nullopt : std::optional(sources.Status());
     Failure unread;
     const std::vector<std::string> tickers = StoredTickers(call.session.settings.QuoteFolder, unread);
-    if (unread) return Refuse(call, Sentence(unread));
+    if (unread) return Refuse(call, unread);
     const LiveSplitCheck check = CheckLiveSplits(sources.World(), *source, tickers);
-    if (check.fault) return Refuse(call, OneLine(FaultSentence(check.fault)));
+    if (check.fault) return Refuse(call, check.fault);
     const SourceResult result = check.outcome.result;
     if (!IsAnswer(result)) return Refuse(call, OneLine(source->title + ": " + OutcomeText(check.outcome)));
     call.out << "Told: " << check.told << "\nRestated: " << check.applied.size() << '\n';
@@ -179,7 +179,7 @@ std::optional<ExitStatus> FundamentalsLive(BatchCall& call) {
                                       [](const LiveTicker& row) { return row.days > 0; });
     if (isFilled) {
         if (const auto error = SaveQuoteTable(*table, call.session.DataFile(name))) {
-            return Refuse(call, name + " could not be written: " + error.message());
+            return Refuse(call, FailedTo(FailureKind::Write, name, error));
         }
         call.out << "Saved: " << name << '\n';
     }

@@ -45,7 +45,8 @@ ExitStatus RunCombine(BatchCall& call) {
     if (!MayDelete(Path(names[2]).filename().string()))
         return RefuseUsage(call, "OUT", "'" + OneLine(names[2]) + "' is a file of the program");
     const CombinedFile combined = CombineQuoteFiles(call.session, names[0], names[1], names[2]);
-    if (!combined.unreadable.empty()) return Refuse(call, combined.unreadable + " cannot be read");
+    if (!combined.unreadable.empty())
+        return Refuse(call, {.kind = FailureKind::Read, .file = combined.unreadable});
     if (combined.error) return RefuseChange(call, "Combine", combined.error);
     call.out << "Rows: " << combined.rows << '\n';
     return ExitStatus::Done;

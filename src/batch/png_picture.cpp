@@ -21,7 +21,7 @@ PictureRoutine LoadRoutine(const Path& executable, std::string& failure) {
             return reinterpret_cast<PictureRoutine>(routine);
     }
     const char* const reason = dlerror();
-    failure = std::string(kPictureModule) + ", which paints PNG files, could not be loaded: " +
+    failure = std::string(kPictureModule) + ", which paints PNG files, cannot be loaded: " +
               (reason != nullptr ? reason : "it is not the module of this program");
     return nullptr;
 }
@@ -33,7 +33,7 @@ PngPicture PaintPng(const Path& executable, const ChartPicture& picture) {
     const PictureRoutine routine = LoadRoutine(executable, png.failure);
     if (routine == nullptr) return png;
     png.bytes = routine(picture);
-    if (png.bytes.empty()) png.failure = "the picture could not be painted";
+    if (png.bytes.empty()) png.failure = "the picture cannot be painted";
     return png;
 }
 

@@ -15,9 +15,8 @@ std::string PracticeSentence(const PracticeResult& result) {
             return "The application folder already holds " + result.detail +
                    ": nothing was changed (--replace writes over them)";
         case PracticeOutcome::NoPrices:
-            return "The practice prices cannot be read: " + result.detail;
         case PracticeOutcome::Failed:
-            return "The practice table could not be written: " + result.detail;
+            return result.detail;
         case PracticeOutcome::Filled:
             break;
     }
@@ -38,10 +37,7 @@ ExitStatus RunPractice(BatchCall& call) {
     const PracticeResult check = CheckPractice(prices, TargetOf(session, replace));
     if (check.outcome != PracticeOutcome::Filled) return Refuse(call, PracticeSentence(check));
     const std::error_code error = MakeAppFolder(call.assets, session.AppPath);
-    if (error) {
-        return Refuse(call, "The application folder " + session.AppPath.string() +
-                                " could not be made: " + error.message());
-    }
+    if (error) return Refuse(call, FailedTo(FailureKind::Make, session.AppPath, error));
     LoadAllSettings(session.AppPath, session.settings);
     const PracticeResult result = FillPractice(prices, TargetOf(session, replace));
     if (result.outcome != PracticeOutcome::Filled) return Refuse(call, PracticeSentence(result));

@@ -36,8 +36,7 @@ ExitStatus TellRun(BatchCall& call, const RunReport& report, std::string note) {
     if (!error || status == ExitStatus::Refused) return status;
     // A run that has told of three failures names the disk's trouble already.
     if (lines.size() < kMostToldLines) {
-        const std::string file = (session.DataFolder() / kLastRunName).string();
-        call.err << OneLine(file) << " could not be written: " << error.message() << '\n';
+        call.err << OneLine(CannotBeSaved(session.DataFolder() / kLastRunName, error)) << '\n';
     }
     return ExitStatus::Partly;
 }

@@ -62,12 +62,12 @@ ExitStatus SelectFrom(BatchCall& call, const std::string& name, Interval interva
         return TellLeftOut(call, outcome.unreadable, rows, "tickers");
     if (!saveAs.empty()) session.CurrentFile = saveAs;
     if (const auto error = SaveQuoteTable(evaluations, session.DataFile(session.CurrentFile))) {
-        return Refuse(call, session.CurrentFile + " could not be written: " + error.message());
+        return Refuse(call, FailedTo(FailureKind::Write, session.CurrentFile, error));
     }
     PrintOutcome(call, outcome, evaluations.TickerCount(), session.CurrentFile);
     ExitStatus status = TellLeftOut(call, outcome.unreadable, rows, "tickers");
     if (outcome.reportError) {
-        Refuse(call, Sentence(outcome.reportError));
+        Refuse(call, outcome.reportError);
         status = ExitStatus::Partly;
     }
     return outcome.stopped ? ExitStatus::Interrupted : status;

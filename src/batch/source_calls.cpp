@@ -92,8 +92,4 @@ void AgreeByCall(BatchCall& call, Capability capability) {
     TellTermsOf(call, state, FallbackSourceOf(settings, catalogue).source);
 }
 
-std::string FaultSentence(const FileFault& fault) {
-    return fmt::format("{}: {}", fault.file.string(), fault.code.message());
-}
-
 }  // namespace brantlow

@@ -54,7 +54,4 @@ class SourceCall {
 // calls agrees to the terms, which are told once.
 void AgreeByCall(BatchCall& call, Capability capability);
 
-// "Quotes/EOD/KO.26 could not be written: No space left on device".
-std::string FaultSentence(const FileFault& fault);
-
 }  // namespace brantlow

@@ -133,7 +133,7 @@ ExitStatus RunStudyCommand(BatchCall& call) {
     if (call.arguments.Has("--signals")) {
         const Path file(call.arguments.Text("--signals"));
         if (const auto error = WriteWholeFile(file, SignalsCsv(study, terms)))
-            return Refuse(call, file.string() + " could not be written: " + error.message());
+            return Refuse(call, FailedTo(FailureKind::Write, file, error));
     }
     const ExitStatus status = TellLeftOut(call, study.unreadable, study.asked, "tickers");
     return study.stopped ? ExitStatus::Interrupted : status;

@@ -24,7 +24,7 @@ std::optional<Hosts> ReadHosts(BatchCall& call) {
     Failure failure;
     Hosts hosts = LoadHosts(call.session.DataFolder(), &failure);
     if (!failure) return hosts;
-    Refuse(call, Sentence(failure));
+    Refuse(call, failure);
     return std::nullopt;
 }
 

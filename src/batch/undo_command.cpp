@@ -10,7 +10,7 @@ namespace brantlow {
 namespace {
 
 ExitStatus ListChanges(BatchCall& call) {
-    FileFault unread;
+    Failure unread;
     for (const KeptChange& change : KeptChanges(ChangePlaceOf(call.session), &unread)) {
         JsonLine line;
         const auto text = [&](std::string_view key, std::string_view value) {
@@ -31,7 +31,7 @@ ExitStatus ListChanges(BatchCall& call) {
         call.out << line.Line() << '\n';
     }
     // A change that cannot be read is kept all the same.
-    if (unread) call.err << OneLine(FaultReason("The list of changes", unread)) << '\n';
+    if (unread) call.err << OneLine(FailedSentence("The list of changes", unread)) << '\n';
     return unread ? ExitStatus::Partly : ExitStatus::Done;
 }
 

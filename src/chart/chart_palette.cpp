@@ -132,12 +132,6 @@ void ColourMap::AddTheRest(const ChartPalette& palette) {
     for (const FixedColour& row : kFixedColours) rows_.push_back({row.panel, row.from, {palette.*row.to}});
 }
 
-MappedColour ColourMap::operator()(Panel panel, Rgb colour) const {
-    const auto found = std::find_if(rows_.begin(), rows_.end(),
-                                    [&](const Row& row) { return row.panel == panel && row.from == colour; });
-    return found == rows_.end() ? MappedColour{colour} : found->to;
-}
-
 std::array<LegendEntry, kSlotControls.size()> SlotLegend(const ChartSession& chart, std::size_t barCount,
                                                          const ChartPalette& palette) {
     std::array<LegendEntry, kSlotControls.size()> legend;

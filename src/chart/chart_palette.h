@@ -2,6 +2,7 @@
 // painted, and gives the legend its colours: each can be read on the palette's ground.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string>
@@ -87,7 +88,13 @@ class ColourMap {
   public:
     ColourMap(const ChartPalette& palette, const ChartSession& chart);
 
-    MappedColour operator()(Panel panel, Rgb colour) const;
+    // Here, as the painter asks it from a module that the engine is no part of.
+    MappedColour operator()(Panel panel, Rgb colour) const {
+        const auto found = std::find_if(rows_.begin(), rows_.end(), [&](const Row& row) {
+            return row.panel == panel && row.from == colour;
+        });
+        return found == rows_.end() ? MappedColour{colour} : found->to;
+    }
 
   private:
     struct Row {

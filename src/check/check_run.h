@@ -22,7 +22,7 @@ struct CheckReport {
     std::size_t files = 0;          // that were looked at
     std::size_t repaired = 0;       // files that are other than before
     std::vector<Path> repairedFiles;
-    FileFault fault;  // a repair that could not be carried out
+    Failure fault;  // a repair that could not be carried out
     bool stopped = false;
 
     // Faults that stay, and notes.

@@ -34,7 +34,7 @@ TickerTold WithDay(TickerTold told, const std::optional<DayImport>& database) {
     const StoredDay& day = found->second;
     if (day.outcome == DayOutcome::Unchanged) return {std::move(told.ticker), TickerFate::NothingNew, {}};
     if (day.outcome != DayOutcome::Failed) return told;
-    return {std::move(told.ticker), TickerFate::Failed, FaultReason("The database", day.error)};
+    return {std::move(told.ticker), TickerFate::Failed, FailedSentence("The database", day.error)};
 }
 
 bool HasQuote(const UpdateOutcome& quotes) {
@@ -56,13 +56,13 @@ RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
     if (update.quotes.noTemplate) report.Fail("The settings hold no address of a source of quotes");
     if (update.quotes.error) report.Fail(Sentence(update.quotes.error));
     if (update.database && update.database->error && update.database->failed == 0) {
-        report.Fail(FaultReason("The database", update.database->error));
+        report.Fail(FailedSentence("The database", update.database->error));
     }
     if (update.database && update.database->error.isHalfDone) report.MarkChanged();
     if (update.splits) report.TakeFailures(update.splits->report);
     if (update.splits && update.splits->isChanged) report.MarkChanged();
     if (update.isSaved && !update.saveError && HasQuote(update.quotes)) report.MarkChanged();
-    if (update.saveError) report.Fail(file + " could not be written: " + update.saveError.message());
+    if (update.saveError) report.Fail(CannotBeSaved(file, update.saveError));
     if (update.stopped) report.Add("stopped");
     return report;
 }

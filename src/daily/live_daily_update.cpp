@@ -15,7 +15,7 @@ namespace {
 
 void Store(const UpdateWork& work, LiveUpdate& live, DayStore& days, DailyUpdate& result) {
     std::vector<Path> halfLines;
-    const FileFault fault = StoreMissedDays(*work.live, live, halfLines);
+    const Failure fault = StoreMissedDays(*work.live, live, halfLines);
     result.liveSplits = live.applied;
     if (fault) {
         if (!live.report.fault) live.report.fault = fault;
@@ -47,10 +47,10 @@ RunReport ReportOf(const DailyUpdate& update, LiveReport& live, const std::strin
     for (const AppliedSplit& split : update.liveSplits) report.Add(SplitSentence(split));
     if (update.quotes.error) report.Fail(Sentence(update.quotes.error));
     if (update.database && update.database->error) {
-        report.Fail(FaultReason("The database", update.database->error));
+        report.Fail(FailedSentence("The database", update.database->error));
         if (update.database->error.isHalfDone) report.MarkChanged();
     }
-    if (update.saveError) report.Fail(file + " could not be written: " + update.saveError.message());
+    if (update.saveError) report.Fail(CannotBeSaved(file, update.saveError));
     return report;
 }
 

@@ -262,7 +262,7 @@ class LiveRun {
         for (const std::string& ticker : tickers) {
             TickerState& state = states_[ticker];
             const auto found = files.find(ticker);
-            FileFault fault{unread.file, unread.cause};
+            Failure fault = unread;
             if (found != files.end()) state.end = ReadStoredEnd(found->second, today, fault);
             if (fault && !update_.report.fault) update_.report.fault = fault;
             if (fault) unreadable_.insert(ticker);
@@ -419,9 +419,9 @@ LiveUpdate UpdateFromSource(const UpdateWork& work) {
     return update;
 }
 
-FileFault StoreMissedDays(const LiveSources& sources, LiveUpdate& update, std::vector<Path>& halfLines) {
+Failure StoreMissedDays(const LiveSources& sources, LiveUpdate& update, std::vector<Path>& halfLines) {
     Session& session = sources.world.session;
-    FileFault fault;
+    Failure fault;
     TickerBases bases = TickerBases::Load(session.DataFolder(), fault);
     if (fault) return fault;
     FileChange restated(ChangePlaceOf(session), "Restate for splits told by " + update.report.title);

@@ -48,7 +48,7 @@ LiveUpdate UpdateFromSource(const UpdateWork& work);
 // Restates the histories for the splits that came with the days, then puts the missed days behind them, all
 // or none. Files whose last line had been cut off are added to `halfLines`: it is gone. After a fault the
 // newest days may not be stored either: the missed ones would stand before the stored ones for ever.
-FileFault StoreMissedDays(const LiveSources& sources, LiveUpdate& update, std::vector<Path>& halfLines);
+Failure StoreMissedDays(const LiveSources& sources, LiveUpdate& update, std::vector<Path>& halfLines);
 
 // The split check of the table's tickers; needs work.live with its splits.
 LiveSplitCheck CheckSplitsOfTable(const UpdateWork& work);

@@ -30,10 +30,6 @@ class OpenFileMark {
     std::string ticker_;
 };
 
-std::string NotWritten(std::string_view name, const std::error_code& error) {
-    return std::string(name) + " could not be written: " + error.message();
-}
-
 QuoteTable EvaluationTable(const QuoteTable& quotes) {
     QuoteTable evaluations;
     evaluations.AppendLine(EvaluationHeader());
@@ -51,15 +47,14 @@ void Select(const UnattendedWork& work, const QuoteTable& quotes, UnattendedRun&
     RunSelector(work.session, work.analysis, Interval::Daily, evaluations, *run.selection);
     evaluations.SetOrigin(OriginOfRun(work.session, Interval::Daily, run.file));
     if (const auto error = SaveEvaluations(work.session, evaluations)) {
-        run.report.Fail(NotWritten(kEvaluationsName, error));
+        run.report.Fail(CannotBeSaved(kEvaluationsName, error));
     }
 }
 
 }  // namespace
 
 std::string NewestQuoteFile(const Session& session) {
-    for (std::size_t entry = 1; entry <= kRecentFileCount; ++entry) {
-        const std::string& name = session.settings.MruSettings.Text(entry);
+    for (const std::string& name : RecentFiles(session.settings)) {
         if (KindOf(name) == FileKind::Ddq && IsRegularFile(session.DataFile(name))) return name;
     }
     return {};

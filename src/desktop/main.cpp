@@ -47,9 +47,7 @@ std::string MakeWhereMissing(const Path& executable, const Path& appPath) {
     const std::optional<Path> assets = FindAssets(executable);
     if (!assets)
         return "The files that belong to the program were not found beside it. Please install it again.";
-    const std::error_code error = MakeAppFolder(*assets, appPath);
-    if (!error) return {};
-    return "The folder " + appPath.string() + " cannot be made (" + error.message() + ").";
+    return Sentence(FailedTo(FailureKind::Make, appPath, MakeAppFolder(*assets, appPath)));
 }
 
 // The desktop's own style with two touches: dialog buttons carry words alone, and the cells of a table leave
@@ -124,9 +122,9 @@ void DoAsAsked(const StartOptions& options, frmMain& frame, Session& session) {
         const ChosenFile file = CutCurrentFile(session.AppPath, session.DataFile(options.file));
         if (!file.refusal.empty()) return session.person.Say(file.refusal);
         session.PickedFile = file.CurrentFile;
-        session.OpenWithoutDialog = "True";
+        session.OpenWithoutDialog = true;
         frame.Run("mnuFileOpenQuotesDB");
-        session.OpenWithoutDialog = "False";
+        session.OpenWithoutDialog = false;
     }
     if (options.update) frame.Run("mnuFileUpdateQuotes");
     if (options.select) frame.Run("mnuEvaluatePickStocks");

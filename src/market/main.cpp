@@ -13,6 +13,7 @@
 #include "market/market_command.h"
 #include "market/market_hosts.h"
 #include "market/market_server.h"
+#include "practice/practice.h"
 #include "shell/app_folder.h"
 
 namespace {
@@ -68,7 +69,7 @@ void TellHosts(const Path& file, const HostsResult& result) {
     if (result.outcome == HostsOutcome::Foreign) {
         std::cerr << file.string() << ": not the practice market's own; left as it is\n";
     } else if (result.outcome == HostsOutcome::Failed) {
-        std::cerr << file.string() << ": " << result.error.message() << '\n';
+        std::cerr << CannotBeSaved(file, result.error) << '\n';
     }
 }
 
@@ -77,7 +78,7 @@ int Serve(const MarketCommand& command) {
     if (command.withParent && !StayWithParent()) return kDone;
     const MarketData data = MarketData::Read(PricesOf(command));
     if (data.Tickers().empty()) {
-        return Refuse("The practice prices cannot be read: " + PricesOf(command).string());
+        return Refuse(NoPracticePrices(PricesOf(command)));
     }
     const SystemClock systemClock;
     const FixedClock fixedClock(command.today.value_or(systemClock.Today()));

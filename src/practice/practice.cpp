@@ -69,19 +69,19 @@ std::string AlreadyThere(const std::vector<PracticeTicker>& tickers, const Pract
 }
 
 // Prepares a ticker's year files and the end of those of an earlier filling that it no longer has.
-FileFault PrepareHistory(const std::string& ticker, const TickerHistory& history,
-                         const std::string& quoteFolder, FileChange& change) {
+Failure PrepareHistory(const std::string& ticker, const TickerHistory& history,
+                       const std::string& quoteFolder, FileChange& change) {
     for (const YearFile& file : history.files) {
-        if (FileFault fault = change.Write(file.path, file.bytes)) return fault;
+        if (Failure fault = change.Write(file.path, file.bytes)) return fault;
     }
     Failure unread;
     const std::vector<Path> former = YearFilesOf(quoteFolder, ticker, &unread);
-    if (unread) return {unread.file, unread.cause};
+    if (unread) return unread;
     for (const Path& path : former) {
         const bool kept = std::any_of(history.files.begin(), history.files.end(),
                                       [&](const YearFile& file) { return file.path == path; });
         if (kept) continue;
-        if (FileFault fault = change.Delete(path)) return fault;
+        if (Failure fault = change.Delete(path)) return fault;
     }
     return {};
 }
@@ -106,8 +106,12 @@ PracticeResult Ended(PracticeOutcome outcome, std::string detail) {
     return result;
 }
 
-PracticeResult WriteFailed(const Path& path, const std::error_code& error) {
-    return Ended(PracticeOutcome::Failed, path.string() + ": " + error.message());
+PracticeResult NoPrices(const Path& file) {
+    return Ended(PracticeOutcome::NoPrices, NoPracticePrices(file));
+}
+
+PracticeResult Failed(const Failure& failure) {
+    return Ended(PracticeOutcome::Failed, Sentence(failure));
 }
 
 PracticeResult WritePractice(const std::vector<PracticeTicker>& tickers,
@@ -115,31 +119,34 @@ PracticeResult WritePractice(const std::vector<PracticeTicker>& tickers,
     for (const Path& folder : {target.dataFolder, Path(target.quoteFolder)}) {
         std::error_code error;
         std::filesystem::create_directories(folder, error);
-        if (error) return WriteFailed(folder, error);
+        if (error) return Failed(FailedTo(FailureKind::Make, folder, error));
     }
     PracticeResult result;
     result.tickers = tickers.size();
     FileChange change(target.place, "Practice Table",
                       target.replace ? ChangeKeeps::ForUndo : ChangeKeeps::UntilDone);
-    FileFault fault;
+    Failure fault;
     for (std::size_t i = 0; i < tickers.size() && !fault; ++i) {
         fault = PrepareHistory(tickers[i].ticker, histories[i], target.quoteFolder, change);
         result.days += histories[i].days;
     }
     if (!fault) fault = PrepareQuoteTable(MakeTable(tickers), target.dataFolder / kPracticeTable, change);
     if (!fault) fault = change.Commit();
-    return fault ? WriteFailed(fault.file, fault.code) : result;
+    return fault ? Failed(fault) : result;
 }
 
 }  // namespace
 
+std::string NoPracticePrices(const Path& place) {
+    return Sentence({.kind = FailureKind::Read, .file = place, .text = "it holds no practice prices"});
+}
+
 PracticeResult CheckPractice(const Path& practiceFolder, const PracticeTarget& target) {
     const std::vector<PracticeTicker> tickers = ReadPracticeTickers(practiceFolder);
-    if (tickers.empty())
-        return Ended(PracticeOutcome::NoPrices, (practiceFolder / kPracticeTickerFile).string());
+    if (tickers.empty()) return NoPrices(practiceFolder / kPracticeTickerFile);
     for (const PracticeTicker& row : tickers) {
         const Path file = PracticePriceFile(practiceFolder, row.ticker);
-        if (!IsRegularFile(file)) return Ended(PracticeOutcome::NoPrices, file.string());
+        if (!IsRegularFile(file)) return NoPrices(file);
     }
     std::string held = target.replace ? std::string() : AlreadyThere(tickers, target);
     if (!held.empty()) return Ended(PracticeOutcome::AlreadyThere, std::move(held));
@@ -154,7 +161,7 @@ PracticeResult FillPractice(const Path& practiceFolder, const PracticeTarget& ta
     for (const PracticeTicker& row : tickers) {
         const std::vector<PracticeDay> prices = ReadPracticeDays(practiceFolder, row.ticker);
         if (prices.empty()) {
-            return Ended(PracticeOutcome::NoPrices, PracticePriceFile(practiceFolder, row.ticker).string());
+            return NoPrices(PracticePriceFile(practiceFolder, row.ticker));
         }
         histories.push_back(MakeHistory(row.ticker, prices, target));
     }

@@ -30,9 +30,12 @@ enum class PracticeOutcome {
     Failed,        // a file could not be written; nothing was changed
 };
 
+// Prices that are missing or hold nothing.
+std::string NoPracticePrices(const Path& place);
+
 struct PracticeResult {
     PracticeOutcome outcome = PracticeOutcome::Filled;
-    // What stood in the way: names of files or tickers, for a sentence to the person.
+    // The names of the files or tickers that are already there; else the whole sentence.
     std::string detail;
     std::size_t tickers = 0;
     std::size_t days = 0;  // records written

@@ -164,7 +164,7 @@ SettingsOutcome ApplicationSettings::Store(SettingsTab tab, const SettingsTables
         if (row.tab == tab) files.push_back(row.file);
     }
     SettingsOutcome outcome;
-    outcome.sentence = CannotBeSaved(ApplySettings(next, files, change, session_.settings));
+    outcome.sentence = Sentence(ApplySettings(next, files, change, session_.settings));
     if (!outcome.sentence.empty()) return outcome;
     outcome.rebuildColumns = tab == SettingsTab::Columns && KindOf(session_.CurrentFile) == FileKind::Ddq;
     return outcome;

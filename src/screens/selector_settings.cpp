@@ -34,16 +34,8 @@ ConditionSet SetOf(const SelectorPanels& panels) {
     return set;
 }
 
-FileFault WriteSet(const ConditionSet& set, const SettingsChange& change, SettingsTables& settings) {
-    const Path& appPath = change.place.appPath;
-    const Path file = SettingsFilePath(SettingsFile::Selector, appPath);
-    const auto& unread = settings.ReadErrors[static_cast<std::size_t>(SettingsFile::Selector)];
-    if (unread) return {file, unread};
-    FileChange writing(change.place, change.what, change.keeps);
-    if (FileFault fault = writing.Write(file, FormatConditionSet(set))) return fault;
-    if (FileFault fault = writing.Commit()) return fault;
-    LoadSettingsFile(SettingsFile::Selector, appPath, settings);
-    return {};
+Failure WriteSet(const ConditionSet& set, const SettingsChange& change, SettingsTables& settings) {
+    return ApplySettingsText(SettingsFile::Selector, FormatConditionSet(set), change, settings);
 }
 
 bool MoveName(std::vector<std::string>& from, std::size_t entry, std::vector<std::string>& to) {
@@ -75,20 +67,20 @@ void EnterSlotText(SelectorSlot& slot, std::string_view text) {
     slot = {std::string(text), !text.empty()};
 }
 
-FileFault ApplyPanels(const SelectorPanels& panels, const Path& appPath, SettingsTables& settings) {
+Failure ApplyPanels(const SelectorPanels& panels, const Path& appPath, SettingsTables& settings) {
     const std::size_t walked = settings.SelectorLineCount;
-    FileFault fault = WriteSet(SetOf(panels), OrdinaryChange(appPath), settings);
+    Failure fault = WriteSet(SetOf(panels), OrdinaryChange(appPath), settings);
     settings.SelectorLineCount = walked;
     return fault;
 }
 
-FileFault ClearPanel(SelectorPanels& panels, std::size_t panel, const ChangePlace& place,
-                     SettingsTables& settings) {
+Failure ClearPanel(SelectorPanels& panels, std::size_t panel, const ChangePlace& place,
+                   SettingsTables& settings) {
     SelectorPanels cleared = panels;
     cleared.at(panel).selected.clear();
     cleared.at(panel).slots = {};
     const SettingsChange change{place, "Clear of Condition " + std::to_string(panel + 1)};
-    FileFault fault = WriteSet(SetOf(cleared), change, settings);
+    Failure fault = WriteSet(SetOf(cleared), change, settings);
     if (!fault) panels = std::move(cleared);
     return fault;
 }

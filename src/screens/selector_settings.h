@@ -54,13 +54,13 @@ void EnterSlotText(SelectorSlot& slot, std::string_view text);
 
 // Writes all ten conditions and reads the file back. SelectorLineCount stays: until the next start or Clear
 // the evaluator walks as many lines as before. On an error nothing is changed.
-FileFault ApplyPanels(const SelectorPanels& panels, const Path& appPath, SettingsTables& settings);
+Failure ApplyPanels(const SelectorPanels& panels, const Path& appPath, SettingsTables& settings);
 
 // The same with the condition of `panels[panel]` emptied but for its action, and SelectorLineCount is set
 // anew. Then empties that panel's names and slots; its "Available:" names do not come back before the next
 // opening. What the file held is kept for undoing. On an error nothing is changed.
-FileFault ClearPanel(SelectorPanels& panels, std::size_t panel, const ChangePlace& place,
-                     SettingsTables& settings);
+Failure ClearPanel(SelectorPanels& panels, std::size_t panel, const ChangePlace& place,
+                   SettingsTables& settings);
 
 // False when the lines that the evaluator walks are another set than `panels`: one that has grown is cut
 // short there, one that has shrunk is followed by old lines.

@@ -37,7 +37,7 @@ void RepairNumbers(SettingsTables& next) {
 WizardOutcome Store(std::span<const SettingsFile> files, const Path& appPath, const SettingsTables& next,
                     SettingsTables& settings) {
     WizardOutcome outcome;
-    outcome.sentence = CannotBeSaved(ApplySettings(next, files, OrdinaryChange(appPath), settings));
+    outcome.sentence = Sentence(ApplySettings(next, files, OrdinaryChange(appPath), settings));
     return outcome;
 }
 

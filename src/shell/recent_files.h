@@ -2,7 +2,9 @@
 // or saving an end-of-day table moves its name to the top.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 #include "shell/settings/lines.h"
@@ -11,6 +13,10 @@
 namespace brantlow {
 
 inline constexpr std::size_t kRecentFileCount = LineCountOf(SettingsFile::Mru);
+
+// The names of the entries, relative to Data/.
+using RecentFileNames = std::array<std::string, kRecentFileCount>;
+RecentFileNames RecentFiles(const SettingsTables& settings);
 
 // Puts `caption`, the file's name relative to Data/, on top. A name already in the list leaves its old place
 // and those above it move down; a new one pushes the oldest out. An empty caption changes nothing.

@@ -71,25 +71,25 @@ std::string TickerLine(const TickerTold& told) {
 void RunReport::Tell(std::string_view ticker, TickerFate fate, std::string why) {
     std::string name(ticker);
     std::replace_if(name.begin(), name.end(), IsControl, '?');
-    if (fate == TickerFate::Failed) FailureOf(why).tickers.push_back(name);
-    if (fate == TickerFate::LeftOut) FailureOf("Left out: " + why).tickers.push_back(name);
+    if (fate == TickerFate::Failed) GroupOf(why).tickers.push_back(name);
+    if (fate == TickerFate::LeftOut) GroupOf("Left out: " + why).tickers.push_back(name);
     tickers_.push_back({std::move(name), fate, std::move(why)});
 }
 
 void RunReport::Fail(std::string sentence) {
-    FailureOf(std::move(sentence));
+    GroupOf(std::move(sentence));
 }
 
 void RunReport::TakeFailures(const RunReport& later) {
-    for (const Failure& failure : later.failures_) {
-        std::vector<std::string>& tickers = FailureOf(failure.sentence).tickers;
+    for (const Group& failure : later.failures_) {
+        std::vector<std::string>& tickers = GroupOf(failure.sentence).tickers;
         tickers.insert(tickers.end(), failure.tickers.begin(), failure.tickers.end());
     }
 }
 
-RunReport::Failure& RunReport::FailureOf(std::string sentence) {
+RunReport::Group& RunReport::GroupOf(std::string sentence) {
     const auto found = std::find_if(failures_.begin(), failures_.end(),
-                                    [&](const Failure& failure) { return failure.sentence == sentence; });
+                                    [&](const Group& failure) { return failure.sentence == sentence; });
     if (found != failures_.end()) return *found;
     failures_.push_back({std::move(sentence), {}});
     return failures_.back();
@@ -128,7 +128,7 @@ std::string RunReport::CountsLine() const {
 
 std::string RunReport::NothingLine() const {
     std::string line;
-    for (const Failure& failure : failures_) AppendWith("; ", failure.sentence, line);
+    for (const Group& failure : failures_) AppendWith("; ", failure.sentence, line);
     return line.append("; ").append(kNothingChanged);
 }
 
@@ -139,7 +139,7 @@ std::string RunReport::Line() const {
 std::vector<std::string> RunReport::Lines() const {
     std::vector<std::string> lines = {Line()};
     if (Extent() == RunExtent::Nothing) return lines;
-    for (const Failure& failure : failures_) {
+    for (const Group& failure : failures_) {
         std::string line = failure.sentence;
         if (!failure.tickers.empty()) {
             line +=

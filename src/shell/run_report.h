@@ -62,14 +62,15 @@ class RunReport {
     std::vector<std::string> Lines() const;
 
   private:
-    struct Failure {
+    // Tickers that share a sentence.
+    struct Group {
         std::string sentence;
         std::vector<std::string> tickers;
     };
 
     std::size_t CountOf(TickerFate fate) const;
     std::vector<std::string> NamesOf(TickerFate fate) const;
-    Failure& FailureOf(std::string sentence);
+    Group& GroupOf(std::string sentence);
     std::string CountsLine() const;
     std::string NothingLine() const;
 
@@ -78,7 +79,7 @@ class RunReport {
     std::string headline_;
     std::vector<std::string> notes_;
     std::vector<TickerTold> tickers_;
-    std::vector<Failure> failures_;
+    std::vector<Group> failures_;
     bool isChanged_ = false;
 };
 

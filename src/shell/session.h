@@ -26,11 +26,11 @@ struct Session {
     std::string CurrentFile;
     // Ticker of the row last selected in the quote table.
     std::string CurrentTicker;
-    // "True" while OpenQuotesFile takes the name from PickedFile and shows no dialog.
-    std::string OpenWithoutDialog = "False";
+    // Set while OpenQuotesFile takes the name from PickedFile and shows no dialog.
+    bool OpenWithoutDialog = false;
     std::string PickedFile;
-    // "True" lets the progress routine run even when CurrentFile has no known kind.
-    std::string ProgressAlways = "False";
+    // Lets the progress routine run even when CurrentFile has no known kind.
+    bool ProgressAlways = false;
 
     // Set while a call looks back: history after this day counts as not there, and the clock stands on it.
     std::optional<Date> HistoryUpTo;

@@ -78,14 +78,14 @@ void RestateBars(std::size_t SplitIndex, double SplitFactor, WorkingSeries& seri
 SplitAdjustment PrepareSplit(const HistorySource& source, std::string_view ticker, double SplitFactor,
                              WorkingSeries& series, FileChange& change) {
     if (const Failure failure = LoadFullSeries(source, ticker, series)) {
-        return {.error = {failure.file, failure.cause}, .isUnread = true};
+        return {.error = failure};
     }
     SplitAdjustment adjustment{.SplitIndex = FindSplit(series, SplitFactor)};
     if (adjustment.SplitIndex == 0) return adjustment;
     RestateBars(adjustment.SplitIndex, SplitFactor, series);
     Failure unread;
     std::vector<Path> files = YearFilesOf(source.QuoteFolder, ticker, &unread);
-    if (unread) return {.error = {unread.file, unread.cause}, .isUnread = true};
+    if (unread) return {.error = unread};
     adjustment.error =
         PrepareTickerHistory(source.QuoteFolder, ticker, TextsOfSeries(series).Files(), files, change);
     return adjustment;

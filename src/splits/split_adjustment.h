@@ -24,10 +24,11 @@ void RestateBars(std::size_t SplitIndex, double SplitFactor, WorkingSeries& seri
 struct SplitAdjustment {
     // The last bar before the split; 0 when no jump fits, and then no file was touched.
     std::size_t SplitIndex = 0;
-    // A file that could not be read, and then nothing was prepared, or not written: the caller's change is
-    // not to be committed.
-    FileFault error = {};
-    bool isUnread = false;
+    // A file that could not be read (FailureKind::Read, List), and then nothing was prepared, or not written:
+    // the caller's change is not to be committed.
+    Failure error = {};
+
+    bool IsUnread() const { return error.kind == FailureKind::Read || error.kind == FailureKind::List; }
 };
 
 // Loads `ticker` into `series`, and when a jump fits the factor prepares the restated series as the ticker's

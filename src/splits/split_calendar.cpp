@@ -43,15 +43,9 @@ bool Holds(const std::vector<LoggedSplit>& log, std::string_view ticker) {
                        [&](const LoggedSplit& split) { return split.ticker == ticker; });
 }
 
-// A file at fault in the words of a report.
-std::string WhyOf(const SplitAdjustment& adjustment) {
-    return adjustment.error.file.string() +
-           (adjustment.isUnread ? " cannot be read: " : " cannot be written: ") + adjustment.error.message();
-}
-
 void TellSplit(const std::string& ticker, const SplitAdjustment& adjustment, SplitCheck& check) {
     if (adjustment.error) {
-        check.report.Tell(ticker, TickerFate::Failed, WhyOf(adjustment));
+        check.report.Tell(ticker, TickerFate::Failed, Sentence(adjustment.error));
         return;
     }
     const bool isRestated = adjustment.SplitIndex > 0;
@@ -70,7 +64,7 @@ void TellNothingDone(FileChange& change, SplitCheck& check) {
     check.adjusted = 0;
     check.isChanged = check.error.isHalfDone;
     check.report = RunReport("Split calendar", "splits");
-    check.report.Fail(FaultReason(kSplitCalendarChange, check.error));
+    check.report.Fail(FailedSentence(kSplitCalendarChange, check.error));
 }
 
 void PrepareLogged(const std::vector<LoggedSplit>& log, Session& session, WorkingSeries& series,
@@ -84,7 +78,7 @@ void PrepareLogged(const std::vector<LoggedSplit>& log, Session& session, Workin
         const SplitAdjustment adjustment = PrepareSplit(source, split.ticker, split.factor, series, change);
         // A ticker that cannot be read is left out; a file that cannot be written ends the change.
         TellSplit(split.ticker, adjustment, check);
-        if (!adjustment.error || adjustment.isUnread) continue;
+        if (!adjustment.error || adjustment.IsUnread()) continue;
         check.error = adjustment.error;
         break;
     }
@@ -112,7 +106,7 @@ std::vector<LoggedSplit> ReadSplitLog(const Path& appPath, Failure* failure) {
     return log;
 }
 
-FileFault PrepareSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log, FileChange& change) {
+Failure PrepareSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log, FileChange& change) {
     const Path file = appPath / kSplitLogName;
     std::string bytes;
     for (const LoggedSplit& split : log) {
@@ -121,7 +115,7 @@ FileFault PrepareSplitLog(const Path& appPath, const std::vector<LoggedSplit>& l
         bytes.append(1, ',').append(Value::OfNumber(split.factor).Written()).append(kLineEnd);
     }
     if (bytes.empty()) return change.Delete(file);
-    return bytes == BytesOrEmpty(file) ? FileFault{} : change.Write(file, bytes);
+    return bytes == BytesOrEmpty(file) ? Failure{} : change.Write(file, bytes);
 }
 
 void LogNewSplits(const std::vector<PageSplit>& splits, const Date& today, std::vector<LoggedSplit>& log) {
@@ -151,7 +145,7 @@ SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::stri
     Failure unread;
     std::vector<LoggedSplit> log = ReadSplitLog(session.AppPath, &unread);
     if (unread) {
-        check.error = {unread.file, unread.cause};
+        check.error = unread;
         check.report = RunReport("Split calendar", "splits");
         check.report.Fail(Sentence(unread));
         return check;

@@ -48,7 +48,7 @@ std::string MonthAndDay(std::string_view date, const Date& today);
 // `failure`, unless null, says why. Lines without a ticker are left out.
 std::vector<LoggedSplit> ReadSplitLog(const Path& appPath, Failure* failure = nullptr);
 // Prepares that the log is replaced; an empty one goes, and one that says the same already stays.
-FileFault PrepareSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log, FileChange& change);
+Failure PrepareSplitLog(const Path& appPath, const std::vector<LoggedSplit>& log, FileChange& change);
 
 // Adds the splits of tickers that the log does not hold, whatever the date, until it is full.
 void LogNewSplits(const std::vector<PageSplit>& splits, const Date& today, std::vector<LoggedSplit>& log);
@@ -64,7 +64,7 @@ struct SplitCheck {
     std::size_t due = 0;
     std::size_t adjusted = 0;
     std::size_t logged = 0;  // entries of the log afterwards
-    FileFault error;         // the log could not be read, or a file not written: nothing was changed
+    Failure error;           // the log could not be read, or a file not written: nothing was changed
     bool isChanged = false;  // the log or a history is another than before
     RunReport report;        // of each split that was due
 };

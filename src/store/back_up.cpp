@@ -34,10 +34,9 @@ BackUpResult Refusal(std::string sentence) {
     return result;
 }
 
-std::string FailureSentence(const FolderCopy& copy, const Path& to) {
-    return std::to_string(copy.failed) + (copy.failed == 1 ? " file" : " files") +
-           " could not be copied to " + to.string() + " (" + copy.error.file.string() + ": " +
-           copy.error.message() + ").";
+std::string CopySentence(const FolderCopy& copy, const Path& to) {
+    return FailedSentence("Copying " + Counted(copy.failed, "file", "files") + " to " + to.string(),
+                          copy.error);
 }
 
 // The title of its question without the mark.
@@ -77,8 +76,8 @@ BackUpResult RunBackUpJob(const BackUpJob& job, Session& session) {
     result.report.SetHeadline(
         fmt::format("{} copied to {}", Counted(result.copy.copied, "file", "files"), to.string()));
     if (result.copy.copied > 0) result.report.MarkChanged();
-    if (result.copy.failed > 0) result.report.Fail(FailureSentence(result.copy, to));
-    if (result.copy.failed > 0) result.refusal = FailureSentence(result.copy, to);
+    if (result.copy.failed > 0) result.report.Fail(CopySentence(result.copy, to));
+    if (result.copy.failed > 0) result.refusal = CopySentence(result.copy, to);
     return result;
 }
 

@@ -21,7 +21,7 @@ std::string BareFileName(std::string_view path);
 struct CombinedFile {
     std::string unreadable;  // the name of the file that could not be read; then nothing was written
     std::size_t rows = 0;
-    FileFault error;  // when `output` could not be written; an old file stands
+    Failure error;  // when `output` could not be written; an old file stands
 };
 
 // Writes the rows of `first` and then those of `second` as `output`, all three names in the session's data

@@ -46,12 +46,12 @@ void StoreEntries(Session& session, std::size_t entries, QuoteArrays& rows, DayS
 }
 
 // The days come to the disk before the list says that they are stored.
-FileFault CommitDays(Session& session, std::size_t tickers, const Path& file, const DayImport& result,
-                     DayRun& run) {
+Failure CommitDays(Session& session, std::size_t tickers, const Path& file, const DayImport& result,
+                   DayRun& run) {
     const Path list = UpdateListPath(session.settings.QuoteFolder);
-    if (FileFault fault = run.change.Write(list, UpdateCountLine(tickers) + run.listed)) return fault;
+    if (Failure fault = run.change.Write(list, UpdateCountLine(tickers) + run.listed)) return fault;
     if (result.failed == 0) {
-        if (FileFault fault = run.change.Delete(file)) return fault;
+        if (Failure fault = run.change.Delete(file)) return fault;
     }
     return run.change.Commit();
 }
@@ -64,15 +64,15 @@ DayImport ImportEndOfDay(Session& session, const QuoteTable& table, DayStore& da
     const Path file = ImportRecordFile(session.AppPath);
     QuoteArrays rows;
     DayImport result;
-    if (const Failure failure = ReadRecords(file, rows, result.lines)) {
-        result.error = {failure.file, failure.cause};
+    if (Failure failure = ReadRecords(file, rows, result.lines)) {
+        result.error = std::move(failure);
         session.person.ShowStatusWord(kStatusComplete);
         return result;
     }
     FileChange change(ChangePlaceOf(session), "Update " + session.CurrentFile, ChangeKeeps::UntilDone);
     DayRun run{change, GrowthOfRun(result.lines), {}, {}};
     StoreEntries(session, table.TickerCount(), rows, days, run, result);
-    if (FileFault fault = CommitDays(session, table.TickerCount(), file, result, run)) {
+    if (Failure fault = CommitDays(session, table.TickerCount(), file, result, run)) {
         if (change.TakeBack()) fault.isHalfDone = true;
         result.error = std::move(fault);
         result.stored = 0;

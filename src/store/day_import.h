@@ -16,7 +16,7 @@ struct DayImport {
     std::size_t lines = 0;        // records read
     std::size_t stored = 0;       // days appended or replaced
     std::size_t failed = 0;       // days that could not be stored, the others are
-    FileFault error;              // the first failure; without a day that failed nothing was stored
+    Failure error;                // the first failure; without a day that failed nothing was stored
     std::vector<Path> halfLines;  // year files whose last line had been cut off; it is gone
     // What became of each ticker's day; of several days of one ticker the last.
     std::unordered_map<std::string, StoredDay> byTicker;

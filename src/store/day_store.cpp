@@ -37,11 +37,12 @@ std::size_t EndOfLine(std::string_view bytes, std::size_t number) {
 }
 
 // Missing is an empty file; one that cannot be read is not.
-FileFault ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
+Failure ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
     state.used = 0;
     if (opened && opened->ReadIntoBuffer(state.buffer, state.used) == ReadOutcome::Failed) {
         const std::error_code error = ReadWholeFile(*state.file).error;
-        return {*state.file, error ? error : std::make_error_code(std::errc::io_error)};
+        return FailedTo(FailureKind::Read, *state.file,
+                        error ? error : std::make_error_code(std::errc::io_error));
     }
     const std::string_view bytes = state.Bytes();
     state.endsInsideLine = !bytes.empty() && bytes.back() != '\n';
@@ -55,8 +56,8 @@ FileFault ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
 }
 
 // A date without a year leaves the file and the records of the row before in force.
-FileFault OpenYearFile(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row,
-                       const FileChange& change, std::optional<GrowingFile>& opened, DayStore& state) {
+Failure OpenYearFile(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row,
+                     const FileChange& change, std::optional<GrowingFile>& opened, DayStore& state) {
     const std::string_view year = YearDigits(rows.TradeDates[row]);
     if (!(LeadingNumber(year) > 0)) return {};
     state.file = YearFilePath(quoteFolder, rows.Symbols[row], year);
@@ -73,7 +74,7 @@ bool FollowsLast(const QuoteArrays& rows, std::size_t row, const HistoryRecord& 
     return rows.TradeDates[row] > last.HistoryDate && LeadingNumber(rows.LastPrices[row]) > 0;
 }
 
-FileFault ReplaceLast(const HistoryRecord& record, DayRun& run, DayStore& state) {
+Failure ReplaceLast(const HistoryRecord& record, DayRun& run, DayStore& state) {
     std::string bytes;
     LineReader reader(state.Bytes());
     std::string_view line;
@@ -85,17 +86,17 @@ FileFault ReplaceLast(const HistoryRecord& record, DayRun& run, DayStore& state)
     return run.change.Write(*state.file, bytes);
 }
 
-FileFault AppendInPlace(const std::string& bytes, std::optional<GrowingFile>& opened, DayRun& run,
-                        const Path& file) {
-    if (const FileFault fault = run.change.WillGrow(file)) return fault;
+Failure AppendInPlace(const std::string& bytes, std::optional<GrowingFile>& opened, DayRun& run,
+                      const Path& file) {
+    if (const Failure fault = run.change.WillGrow(file)) return fault;
     if (!opened) opened.emplace(run.change.Where(file));
     std::error_code error = opened->Append(bytes);
     if (!error) error = opened->Close();
-    return {file, error};
+    return FailedTo(FailureKind::Write, file, error);
 }
 
-FileFault Append(const HistoryRecord& record, std::optional<GrowingFile>& opened, DayRun& run,
-                 DayStore& state) {
+Failure Append(const HistoryRecord& record, std::optional<GrowingFile>& opened, DayRun& run,
+               DayStore& state) {
     std::string line;
     AppendHistoryLine(record, line);
     if (state.hadHalfLine) return run.change.Write(*state.file, std::string(state.Bytes()) + line);
@@ -109,7 +110,7 @@ FileFault Append(const HistoryRecord& record, std::optional<GrowingFile>& opened
 }
 
 // What a write made of the file's end.
-StoredDay Stored(DayOutcome outcome, FileFault fault, DayRun& run, DayStore& state) {
+StoredDay Stored(DayOutcome outcome, Failure fault, DayRun& run, DayStore& state) {
     if (fault) return {DayOutcome::Failed, std::move(fault)};
     if (state.hadHalfLine) run.halfLines.push_back(*state.file);
     state.endsInsideLine = false;
@@ -169,7 +170,7 @@ StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_
     RepairRow(rows, row);
     RepairOpenPrice(rows, row);
     std::optional<GrowingFile> opened;
-    FileFault fault = OpenYearFile(quoteFolder, rows, row, run.change, opened, state);
+    Failure fault = OpenYearFile(quoteFolder, rows, row, run.change, opened, state);
     if (fault) return {DayOutcome::Failed, std::move(fault)};
     StoredDay stored = StoreRow(rows, row, opened, run, state);
     if (!stored.error) run.listed += UpdatedTickerLine(rows.Symbols[row]);

@@ -52,7 +52,7 @@ enum class DayOutcome {
 
 struct StoredDay {
     DayOutcome outcome = DayOutcome::Skipped;
-    FileFault error;  // set when Failed
+    Failure error;  // set when Failed
 };
 
 // One run of storing days: the change of files that it is, and what it tells.

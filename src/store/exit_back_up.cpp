@@ -66,7 +66,7 @@ ExitBackUp BackUpAtExit(const Path& appPath, const Date& today, SettingsTables& 
     if (!backUp.Ran()) return backUp;
     SettingsTables draft = settings;
     Set(draft, kLastBackUp, today);
-    backUp.settingsError = ApplySettings(draft, SettingsFile::Data, OrdinaryChange(appPath), settings).code;
+    backUp.settingsError = ApplySettings(draft, SettingsFile::Data, OrdinaryChange(appPath), settings);
     return backUp;
 }
 

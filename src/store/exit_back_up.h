@@ -25,7 +25,7 @@ struct ExitBackUp {
     // Each is there when its step ran, however many files could be copied.
     std::optional<FolderCopy> applicationFiles;
     std::optional<FolderCopy> quoteDatabase;
-    std::error_code settingsError;  // when the date of the back-up could not be written
+    Failure settingsError;  // when the date of the back-up could not be written
 
     bool Ran() const { return applicationFiles || quoteDatabase; }
 };

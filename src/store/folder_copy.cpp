@@ -15,14 +15,11 @@ bool IsCopied(std::string_view name) {
     return !IsTemporaryName(name) && name != kKeysFileName;
 }
 
-FileFault PrepareCopy(const Path& from, const Path& to, FileChange& change, bool& isRead) {
-    const ReadResult read = ReadWholeFile(from);
-    isRead = read.outcome == ReadOutcome::Done;
-    if (read.outcome == ReadOutcome::Missing) {
-        return {from, std::make_error_code(std::errc::no_such_file_or_directory)};
-    }
-    if (read.outcome == ReadOutcome::Failed) return {from, read.error};
-    return change.Write(to, read.bytes);
+Failure PrepareCopy(const Path& from, const Path& to, FileChange& change, bool& isRead) {
+    std::string bytes;
+    Failure failure = ReadNeeded(from, bytes);
+    isRead = !failure;
+    return failure ? failure : change.Write(to, bytes);
 }
 
 // The files of one copying on their way.
@@ -33,7 +30,7 @@ class FolderWalk {
     // False when nothing further is to be copied.
     bool Take(const Path& from, const Path& to) {
         bool isRead = false;
-        const FileFault fault = PrepareCopy(from, to, change_, isRead);
+        const Failure fault = PrepareCopy(from, to, change_, isRead);
         if (!fault) {
             ++prepared_;
         } else {
@@ -48,7 +45,7 @@ class FolderWalk {
 
     void Commit() {
         const std::size_t prepared = std::exchange(prepared_, 0);
-        if (const FileFault fault = change_.Commit()) {
+        if (const Failure fault = change_.Commit()) {
             CountFailed(prepared, fault);
         } else {
             copy_.copied += prepared;
@@ -59,7 +56,7 @@ class FolderWalk {
     FolderCopy Result() { return std::move(copy_); }
 
   private:
-    void CountFailed(std::size_t count, const FileFault& fault) {
+    void CountFailed(std::size_t count, const Failure& fault) {
         if (copy_.failed == 0) copy_.error = fault;
         copy_.failed += count;
     }
@@ -87,7 +84,7 @@ FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change,
     if (const Failure failure = ListFiles(from, names)) {
         FolderCopy nothing;
         nothing.failed = 1;
-        nothing.error = {failure.file, failure.cause};
+        nothing.error = failure;
         return nothing;
     }
     std::erase_if(names, [](const std::string& name) { return !IsCopied(name); });

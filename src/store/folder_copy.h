@@ -11,7 +11,7 @@ namespace brantlow {
 struct FolderCopy {
     std::size_t copied = 0;
     std::size_t failed = 0;
-    FileFault error;  // the first of them, and why
+    Failure error;  // the first of them, and why
 };
 
 // Whether the files come to their places in several groups, as those of a back-up, or all in one, as those of

@@ -27,32 +27,32 @@ void YearFileTexts::Add(const HistoryRecord& record) {
     AppendHistoryLine(record, TextOf(YearDigits(record.HistoryDate)));
 }
 
-FileFault PrepareTickerHistory(const std::string& quoteFolder, std::string_view ticker,
-                               std::span<const YearFileText> texts, std::vector<Path>& files,
-                               FileChange& change) {
+Failure PrepareTickerHistory(const std::string& quoteFolder, std::string_view ticker,
+                             std::span<const YearFileText> texts, std::vector<Path>& files,
+                             FileChange& change) {
     std::vector<Path> written;
     for (const YearFileText& text : texts) {
         const std::optional<Path> path = YearFilePath(quoteFolder, ticker, text.year);
         if (!path) continue;
-        if (FileFault fault = change.Write(*path, text.bytes)) return fault;
+        if (Failure fault = change.Write(*path, text.bytes)) return fault;
         written.push_back(*path);
     }
     for (const Path& file : files) {
         if (Holds(written, file)) continue;
-        if (FileFault fault = change.Delete(file)) return fault;
+        if (Failure fault = change.Delete(file)) return fault;
     }
     files = std::move(written);
     return {};
 }
 
-FileFault PrepareHistoryDeletion(const std::string& quoteFolder, std::span<const std::string> tickers,
-                                 FileChange& change) {
+Failure PrepareHistoryDeletion(const std::string& quoteFolder, std::span<const std::string> tickers,
+                               FileChange& change) {
     Failure unread;
     const auto filesByTicker = YearFilesByTicker(quoteFolder, tickers, &unread);
-    if (unread) return {unread.file, unread.cause};
+    if (unread) return unread;
     for (const auto& [ticker, files] : filesByTicker) {
         for (const Path& file : files) {
-            if (FileFault fault = change.Delete(file)) return fault;
+            if (Failure fault = change.Delete(file)) return fault;
         }
     }
     return {};

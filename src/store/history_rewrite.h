@@ -39,12 +39,12 @@ class YearFileTexts {
 // Prepares in `change` that `texts` take the place of all year files of `ticker`; without texts the ticker
 // has no files afterwards. `files` are those it has, and afterwards those it will have. A year that can name
 // no file is passed over.
-FileFault PrepareTickerHistory(const std::string& quoteFolder, std::string_view ticker,
-                               std::span<const YearFileText> texts, std::vector<Path>& files,
-                               FileChange& change);
+Failure PrepareTickerHistory(const std::string& quoteFolder, std::string_view ticker,
+                             std::span<const YearFileText> texts, std::vector<Path>& files,
+                             FileChange& change);
 
 // Prepares that the tickers have no files, with one look at the folder.
-FileFault PrepareHistoryDeletion(const std::string& quoteFolder, std::span<const std::string> tickers,
-                                 FileChange& change);
+Failure PrepareHistoryDeletion(const std::string& quoteFolder, std::span<const std::string> tickers,
+                               FileChange& change);
 
 }  // namespace brantlow

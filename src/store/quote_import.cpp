@@ -215,8 +215,7 @@ class ImportWalk {
     void TellDay(const std::string& ticker, const StoredDay& stored) {
         if (ticker.empty()) return;
         if (stored.outcome == DayOutcome::Failed) {
-            result_.report.Tell(ticker, TickerFate::Failed,
-                                "a file of the database could not be written: " + stored.error.message());
+            result_.report.Tell(ticker, TickerFate::Failed, Sentence(stored.error));
         } else if (stored.outcome == DayOutcome::Skipped) {
             result_.report.Tell(ticker, TickerFate::Skipped,
                                 "its row is in the table, without a day to store");
@@ -248,20 +247,20 @@ bool TakesImports(const std::string& currentFile) {
 }
 
 // An import adds its tickers to the list of the last update.
-FileFault PrepareUpdateList(const std::string& quoteFolder, DayRun& run) {
+Failure PrepareUpdateList(const std::string& quoteFolder, DayRun& run) {
     if (run.listed.empty()) return {};
     const Path list = UpdateListPath(quoteFolder);
-    const ReadResult read = ReadWholeFile(list);
-    if (read.outcome == ReadOutcome::Failed) return {list, read.error};
-    return run.change.Write(list, read.bytes + run.listed);
+    std::string bytes;
+    if (Failure failure = ReadIfThere(list, bytes)) return failure;
+    return run.change.Write(list, bytes + run.listed);
 }
 
 ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, DayRun& run,
                           QuoteImport& result) {
     const Path file = ImportFile(session.AppPath, session.settings);
     std::string bytes;
-    if (const Failure failure = ReadIfThere(file, bytes)) {
-        result.error = {failure.file, failure.cause};
+    if (Failure failure = ReadIfThere(file, bytes)) {
+        result.error = std::move(failure);
         return ImportOutcome::Failed;
     }
     const std::vector<std::string> lines = ImportLinesOf(bytes);
@@ -288,7 +287,7 @@ void TellImport(QuoteImport& result) {
     if (result.outcome == ImportOutcome::NothingToRead) return;
     if (result.outcome == ImportOutcome::Failed) {
         result.report = RunReport(result.report.What(), "rows");
-        result.report.Fail(FaultReason("The import", result.error));
+        result.report.Fail(FailedSentence("The import", result.error));
         if (result.error.isHalfDone) result.report.MarkChanged();
         return;
     }

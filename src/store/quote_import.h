@@ -43,7 +43,7 @@ struct QuoteImport {
     ImportOutcome outcome = ImportOutcome::Done;
     std::size_t rows = 0;         // lines of the file that became rows
     std::size_t stored = 0;       // days appended to the database or replaced in it
-    FileFault error;              // set when Failed: the first failure
+    Failure error;                // set when Failed: the first failure
     std::vector<Path> halfLines;  // year files whose last line had been cut off; it is gone
     // What became of each row, and of the tickers whose row went.
     RunReport report;

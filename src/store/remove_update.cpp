@@ -24,7 +24,7 @@ std::vector<HistoryRecord> ReadRecords(const std::string& bytes) {
     return records;
 }
 
-FileFault PrepareWithoutLast(const Path& file, std::vector<HistoryRecord>& records, FileChange& change) {
+Failure PrepareWithoutLast(const Path& file, std::vector<HistoryRecord>& records, FileChange& change) {
     records.pop_back();
     std::string bytes;
     for (HistoryRecord& record : records) {
@@ -35,23 +35,23 @@ FileFault PrepareWithoutLast(const Path& file, std::vector<HistoryRecord>& recor
 }
 
 // A ticker that the list names twice loses two records.
-FileFault PrepareRemoval(const Path& file, FileChange& change, std::size_t& removed) {
+Failure PrepareRemoval(const Path& file, FileChange& change, std::size_t& removed) {
     if (change.IsDeleted(file)) return {};
     const ReadResult read = ReadWholeFile(change.Where(file));
-    if (read.outcome == ReadOutcome::Failed) return {file, read.error};
+    if (read.outcome == ReadOutcome::Failed) return FailedTo(FailureKind::Read, file, read.error);
     std::vector<HistoryRecord> records = ReadRecords(read.bytes);
     if (records.empty()) return {};
     ++removed;
     return PrepareWithoutLast(file, records, change);
 }
 
-FileFault RemoveFromFiles(Session& session, const std::vector<std::string>& tickers, FileChange& change,
-                          std::size_t& removed) {
+Failure RemoveFromFiles(Session& session, const std::vector<std::string>& tickers, FileChange& change,
+                        std::size_t& removed) {
     const std::string today = FormatDate(session.clock.Today());
     for (std::size_t i = 0; i < tickers.size(); ++i) {
         const auto file = YearFilePath(session.settings.QuoteFolder, tickers[i], YearDigits(today));
         if (file) {
-            if (FileFault fault = PrepareRemoval(*file, change, removed)) return fault;
+            if (Failure fault = PrepareRemoval(*file, change, removed)) return fault;
         }
         session.run.ProgressFraction = static_cast<double>(i + 1) / static_cast<double>(tickers.size());
         session.person.ShowProgress(session.run.ProgressFraction);
@@ -66,7 +66,7 @@ RemovedUpdate RemoveLastUpdate(Session& session) {
     const std::string& quoteFolder = session.settings.QuoteFolder;
     const UpdateList list = ReadUpdateList(quoteFolder);
     result.hasList = list.outcome != ReadOutcome::Missing;
-    result.error = {UpdateListPath(quoteFolder), list.error};
+    result.error = FailedTo(FailureKind::Read, UpdateListPath(quoteFolder), list.error);
     if (result.error) return result;
     session.run.ProgressLastShown = 0;
     FileChange change(ChangePlaceOf(session), std::string(kRemoveLastUpdateChange));

@@ -22,7 +22,7 @@ inline constexpr std::string_view kRemoveLastUpdateChange = "Remove Last Update"
 struct RemovedUpdate {
     bool hasList = false;     // false: there is no update list, nothing was changed
     std::size_t removed = 0;  // records
-    FileFault error;          // the first file that could not be read or written; nothing was changed
+    Failure error;            // the first file that could not be read or written; nothing was changed
 };
 
 // Removes the last record of this year's file of each ticker of the list, whatever its date; a file of one

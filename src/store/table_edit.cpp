@@ -162,14 +162,14 @@ TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view sym
     const Path file = session.DataFile(session.CurrentFile);
     const bool saves = SavesTable(session.settings);
     if (saves && !MayReplace(session, table, file)) {
-        edit.fault = {file, std::make_error_code(std::errc::operation_canceled)};
+        edit.fault = FailedTo(FailureKind::Write, file, std::make_error_code(std::errc::operation_canceled));
     } else if (saves) {
         session.person.ShowStatusWord(kStatusSaving);
         edit.fault = PrepareQuoteTable(table, file, change);
     }
     if (!edit.fault) edit.fault = change.Commit();
     if (!edit.fault && saves) table.SetSource(file, StampOf(file));
-    edit.saveError = edit.fault.code;
+    edit.saveError = edit.fault.cause;
     session.person.ShowStatusWord(kStatusComplete);
     return edit;
 }

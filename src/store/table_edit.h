@@ -34,9 +34,8 @@ enum class EditOutcome {
 
 struct TableEdit {
     EditOutcome outcome = EditOutcome::Unchanged;
-    std::error_code saveError = {};     // the table is changed but could not be saved
-    std::error_code historyError = {};  // a file of the ticker's history could not be written
-    FileFault fault = {};               // of a change of several files: none of them was changed
+    std::error_code saveError = {};  // the table is changed but could not be saved
+    Failure fault = {};              // of a change of several files: none of them was changed
 };
 
 // The first row of exactly this ticker, 0 when there is none.

@@ -58,12 +58,12 @@ std::string TickerFileText(std::string header, const QuoteTable& from) {
 }
 
 // What an older table of this name was made of goes with it.
-FileFault CreateFile(const Session& session, std::string_view what, std::string_view name,
-                     std::string_view bytes) {
+Failure CreateFile(const Session& session, std::string_view what, std::string_view name,
+                   std::string_view bytes) {
     const Path file = session.DataFile(name);
     FileChange change(ChangePlaceOf(session), std::string(what),
                       IsRegularFile(file) ? ChangeKeeps::ForUndo : ChangeKeeps::UntilDone);
-    FileFault fault = change.Write(file, bytes);
+    Failure fault = change.Write(file, bytes);
     if (!fault) fault = change.Delete(OriginFile(file));
     if (!fault) fault = change.Commit();
     return fault;
@@ -97,13 +97,13 @@ std::error_code SaveVerdicts(const QuoteTable& table, const Path& file) {
     const std::string bytes = TextOf(table);
     const Path beside = OriginFile(file);
     FileChange change({file.parent_path(), {}}, "Save", ChangeKeeps::Nothing);
-    FileFault fault = change.Write(file, bytes);
+    Failure fault = change.Write(file, bytes);
     if (!fault) {
         fault =
             table.Origin() ? change.Write(beside, OriginText(*table.Origin(), bytes)) : change.Delete(beside);
     }
     if (!fault) fault = change.Commit();
-    return fault.code;
+    return fault.cause;
 }
 
 }  // namespace
@@ -172,7 +172,7 @@ TableLoad LoadTableText(std::string_view bytes, FileKind kind, const SettingsTab
 std::string TableLoadSentence(const TableLoad& load, const std::string& name) {
     if (load.outcome == ReadOutcome::Missing) return name + ": no such file in Data";
     if (load.error == std::errc::is_a_directory) return name + ": a folder, not a quote file";
-    if (load.outcome == ReadOutcome::Failed) return name + ": cannot be read (" + load.error.message() + ")";
+    if (load.outcome == ReadOutcome::Failed) return Sentence(FailedTo(FailureKind::Read, name, load.error));
     if (load.cut) return name + ": " + std::string(kTooManyLines);
     if (load.empty) return name + ": the file is empty, it has no header line";
     if (!load.hasHeader)
@@ -186,8 +186,9 @@ std::error_code SaveQuoteTable(const QuoteTable& table, const Path& file) {
     return WriteWholeFile(file, TextOf(table));
 }
 
-FileFault PrepareQuoteTable(const QuoteTable& table, const Path& file, FileChange& change) {
-    if (IsTemplate(file)) return {file, std::make_error_code(std::errc::operation_not_permitted)};
+Failure PrepareQuoteTable(const QuoteTable& table, const Path& file, FileChange& change) {
+    if (IsTemplate(file))
+        return FailedTo(FailureKind::Write, file, std::make_error_code(std::errc::operation_not_permitted));
     return change.Write(file, TextOf(table));
 }
 
@@ -202,11 +203,11 @@ std::string FundamentalFileText(const QuoteTable& from) {
     return TickerFileText(EfqHeader(), from);
 }
 
-FileFault CreateEvaluationFile(const QuoteTable& from, const Session& session) {
+Failure CreateEvaluationFile(const QuoteTable& from, const Session& session) {
     return CreateFile(session, kSelectorChange, kEvaluationsName, TickerFileText(EvaluationHeader(), from));
 }
 
-FileFault CreateFundamentalFile(const QuoteTable& from, const Session& session) {
+Failure CreateFundamentalFile(const QuoteTable& from, const Session& session) {
     return CreateFile(session, kFundamentalsChange, kFundamentalsName, FundamentalFileText(from));
 }
 

@@ -52,7 +52,7 @@ std::string TableLoadSentence(const TableLoad& load, const std::string& name);
 // (operation_not_permitted). On failure the old file stands.
 std::error_code SaveQuoteTable(const QuoteTable& table, const Path& file);
 // The same as a part of a change of files.
-FileFault PrepareQuoteTable(const QuoteTable& table, const Path& file, FileChange& change);
+Failure PrepareQuoteTable(const QuoteTable& table, const Path& file, FileChange& change);
 
 // The table that a selector run starts with, in memory: the header and the tickers of `from`, in place of
 // what `table` held.
@@ -66,8 +66,8 @@ inline constexpr std::string_view kSelectorChange = "Stock Selector";
 inline constexpr std::string_view kFundamentalsChange = "Extended Fundamentals";
 
 // Writes Evaluations.dbe, or ExtendedFundamentals.efq, as such a start.
-FileFault CreateEvaluationFile(const QuoteTable& from, const Session& session);
-FileFault CreateFundamentalFile(const QuoteTable& from, const Session& session);
+Failure CreateEvaluationFile(const QuoteTable& from, const Session& session);
+Failure CreateFundamentalFile(const QuoteTable& from, const Session& session);
 
 // The widths of a kind before its lines are read; a quote table hides all columns but the ticker.
 void ColumnWidth(FileKind kind, QuoteTable& table);

@@ -7,7 +7,7 @@
 
 #include "base/text.h"
 #include "shell/recent_files.h"
-#include "shell/settings/settings_files.h"
+#include "shell/settings/settings_draft.h"
 #include "shell/status_words.h"
 #include "store/file_names.h"
 #include "store/table_edit.h"
@@ -27,9 +27,6 @@ constexpr std::array<RoadRow, 3> kRoads = {
      {OpeningRoad::Evaluation, "Data Base Evaluation Files (*.dbe)|*.dbe"},
      {OpeningRoad::ExtendedFundamental, "Data Base Evaluation Files (*.efq)|*.efq"}}};
 
-constexpr std::string_view kTrue = "True";
-constexpr std::string_view kFalse = "False";
-
 std::string FilterOf(OpeningRoad road) {
     for (const RoadRow& row : kRoads) {
         if (row.road == road) return std::string(row.filter);
@@ -38,7 +35,7 @@ std::string FilterOf(OpeningRoad road) {
 }
 
 bool TakesPickedFile(const Session& session, OpeningRoad road) {
-    return road == OpeningRoad::EndOfDay && session.OpenWithoutDialog == kTrue && !session.PickedFile.empty();
+    return road == OpeningRoad::EndOfDay && session.OpenWithoutDialog && !session.PickedFile.empty();
 }
 
 // Asks for a file below Data/; empty when the person cancelled or chose one outside, which is told.
@@ -73,7 +70,7 @@ void ForgetTable(Session& session, const TableWindows& windows) {
 std::string SaveFailure(const std::string& name, const std::error_code& error) {
     if (error == std::errc::operation_not_permitted)
         return name + ": the template of new files is never written";
-    return name + ": cannot be saved (" + error.message() + ")";
+    return CannotBeSaved(name, error);
 }
 
 // Writes the open table to CurrentFile; a failure is told.
@@ -110,14 +107,14 @@ void OpenTableFile(Session& session, OpeningRoad road, const TableWindows& windo
     if (session.CurrentFile.empty() || !ShowCurrentFile(session, windows)) {
         session.person.ShowStatusWord(kStatusComplete);
     }
-    session.OpenWithoutDialog = kFalse;
+    session.OpenWithoutDialog = false;
 }
 
 bool ShowCurrentFile(Session& session, const TableWindows& windows) {
-    session.ProgressAlways = kTrue;
+    session.ProgressAlways = true;
     session.run.ProgressLastShown = 0;
     const TableLoad load = windows.loadQuoteForm();
-    session.ProgressAlways = kFalse;
+    session.ProgressAlways = false;
     const std::string sentence = TableLoadSentence(load, session.CurrentFile);
     const QuoteTable* table = load.Done() ? windows.openTable() : nullptr;
     if (table) {
@@ -171,11 +168,12 @@ void SaveTableFileAs(Session& session, const TableWindows& windows) {
 }
 
 void SaveRecentFiles(Session& session) {
-    if (KindOf(session.CurrentFile) == FileKind::Ddq) {
-        UpdateRecentFiles(session.CurrentFile, session.settings.MruSettings);
-    }
-    const std::error_code error = WriteSettingsFile(SettingsFile::Mru, session.AppPath, session.settings);
-    if (error) session.person.Say("The list of recent files cannot be saved (" + error.message() + ")");
+    SettingsTables draft = session.settings;
+    if (KindOf(session.CurrentFile) == FileKind::Ddq)
+        UpdateRecentFiles(session.CurrentFile, draft.MruSettings);
+    const Failure failure =
+        ApplySettings(draft, SettingsFile::Mru, OrdinaryChange(session.AppPath), session.settings);
+    if (failure) session.person.Say(Sentence(failure));
 }
 
 std::vector<std::string> TablesToGoOnWith(const Session& session, std::string_view lastClosed) {
@@ -186,8 +184,7 @@ std::vector<std::string> TablesToGoOnWith(const Session& session, std::string_vi
             tables.push_back(name);
     };
     offer(std::string(lastClosed));
-    for (std::size_t entry = 1; entry <= kRecentFileCount; ++entry)
-        offer(session.settings.MruSettings.Text(entry));
+    for (const std::string& name : RecentFiles(session.settings)) offer(name);
     return tables;
 }
 

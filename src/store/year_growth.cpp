@@ -21,7 +21,7 @@ std::string_view WithoutHalfLine(std::string_view bytes) {
 
 AddedLines AddLines(const Path& file, std::string_view lines, YearGrowth growth, FileChange& change) {
     const ReadResult read = ReadWholeFile(change.Where(file));
-    if (read.outcome == ReadOutcome::Failed) return {{file, read.error}, false};
+    if (read.outcome == ReadOutcome::Failed) return {FailedTo(FailureKind::Read, file, read.error), false};
     const std::string_view whole = WithoutHalfLine(read.bytes);
     const bool hadHalfLine = whole.size() < read.bytes.size();
     const bool endsInsideLine = !whole.empty() && whole.back() != '\n';
@@ -29,8 +29,8 @@ AddedLines AddLines(const Path& file, std::string_view lines, YearGrowth growth,
     if (growth == YearGrowth::Replaced || hadHalfLine) {
         return {change.Write(file, std::string(whole).append(added)), hadHalfLine};
     }
-    if (const FileFault fault = change.WillGrow(file)) return {fault, false};
-    return {{file, AppendToFile(change.Where(file), added)}, false};
+    if (const Failure fault = change.WillGrow(file)) return {fault, false};
+    return {FailedTo(FailureKind::Write, file, AppendToFile(change.Where(file), added)), false};
 }
 
 }  // namespace brantlow

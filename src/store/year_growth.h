@@ -23,7 +23,7 @@ YearGrowth GrowthOfRun(std::size_t tickers);
 std::string_view WithoutHalfLine(std::string_view bytes);
 
 struct AddedLines {
-    FileFault fault;
+    Failure fault;
     bool hadHalfLine = false;  // it is gone
 };
 // Puts whole lines behind those of a year file, which may be missing.

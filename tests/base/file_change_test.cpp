@@ -46,13 +46,14 @@ class FileChangeTest : public ::testing::Test {
             std::distance(fs::directory_iterator(place.UndoFolder()), fs::directory_iterator()));
     }
     // A change of every kind: "kept" replaced, "gone" deleted, "new" made, "long" lengthened, "fresh" begun.
-    FileFault ChangeAll(FileChange& change) const {
-        FileFault fault = change.Write(File("kept"), "KEPT");
+    Failure ChangeAll(FileChange& change) const {
+        Failure fault = change.Write(File("kept"), "KEPT");
         if (!fault) fault = change.Delete(File("gone"));
         if (!fault) fault = change.Write(File("new"), "NEW");
         for (const char* name : {"long", "fresh"}) {
             if (!fault) fault = change.WillGrow(File(name));
-            if (!fault) fault.code = AppendToFile(change.Where(File(name)), "+");
+            if (!fault)
+                fault = FailedTo(FailureKind::Write, File(name), AppendToFile(change.Where(File(name)), "+"));
         }
         return fault;
     }
@@ -156,8 +157,8 @@ TEST_F(FileChangeTest, AChangeThatBreaksOffIsTakenBackAsAWhole) {
     ASSERT_FALSE(ChangeAll(change));
     // In the place of the new file a folder has appeared.
     fs::create_directory(File("new"));
-    const FileFault fault = change.Commit();
-    EXPECT_EQ(fault.code, std::errc::is_a_directory);
+    const Failure fault = change.Commit();
+    EXPECT_EQ(fault.cause, std::errc::is_a_directory);
     EXPECT_EQ(fault.file, File("new"));
     fs::remove(File("new"));
     EXPECT_EQ(Files(), before);
@@ -169,7 +170,7 @@ TEST_F(FileChangeTest, WithoutRoomForTheOldFilesNothingIsChanged) {
     ASSERT_FALSE(WriteWholeFile(folder / "Back Up", "no folder"));
     FileChange change(place, "Test");
     ASSERT_FALSE(change.Write(File("kept"), "KEPT"));
-    const FileFault fault = change.Commit();
+    const Failure fault = change.Commit();
     EXPECT_EQ(fault.file, place.UndoFolder());
     EXPECT_FALSE(fault.isHalfDone);
     EXPECT_EQ(Files(), before);

@@ -191,9 +191,9 @@ TEST_F(ChartCommand, AFileThatCannotBeWrittenIsRefused) {
     const std::string file = (folder / "missing/ko.svg").string();
     const CallResult result = Chart({"--out", file});
     EXPECT_EQ(result.status, ExitStatus::Refused);
-    EXPECT_EQ(result.err, file + " could not be written: No such file or directory\n");
+    EXPECT_EQ(result.err, file + ": cannot be saved (No such file or directory)\n");
     const std::string png = (folder / "missing/ko.png").string();
-    EXPECT_EQ(Chart({"--out", png}).err, png + " could not be written: No such file or directory\n");
+    EXPECT_EQ(Chart({"--out", png}).err, png + ": cannot be saved (No such file or directory)\n");
 }
 
 }  // namespace

@@ -225,7 +225,7 @@ TEST_F(ExchangeCommands, AnImportThatCannotBeStoredKeepsItsFileAndTheTable) {
     EXPECT_EQ(result.status, ExitStatus::Refused);
     EXPECT_EQ(result.err, "The import of " + (folder / "Data/Import.Txt").string() +
                               " failed: " + (folder / "Quotes/EOD/CCC.26").string() +
-                              ": Is a directory; nothing was changed\n");
+                              ": cannot be read (Is a directory); nothing was changed\n");
     EXPECT_EQ(Read("Data/Import.Txt"), "CCC,10,11/20/2026\r\n");
     EXPECT_EQ(Read("Data/Mine.ddq"), kTable);
 }

@@ -155,7 +155,7 @@ TEST_F(FundamentalsCommand, ATableThatCannotBeSavedIsNamed) {
     const CallResult result = Fundamentals({"Mine.ddq", "--out", "Out.efq"});
     EXPECT_EQ(result.status, ExitStatus::Refused);
     EXPECT_EQ(result.err, "Extended Fundamentals failed: " + (folder / "Data/Out.efq").string() +
-                              ": Is a directory; nothing was changed\n");
+                              ": cannot be saved (Is a directory); nothing was changed\n");
 }
 
 }  // namespace

@@ -8,6 +8,7 @@ namespace {
 using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::IsSupersetOf;
+using ::testing::StartsWith;
 
 class PracticeCommand : public BatchTest {
   protected:
@@ -69,7 +70,7 @@ TEST_F(PracticeCommand, AnApplicationFolderThatCannotBeMadeIsNamed) {
     Write("app", "a file");
     const CallResult result = Practice();
     EXPECT_EQ(result.status, ExitStatus::Refused);
-    EXPECT_THAT(result.err, HasSubstr("The application folder " + App() + " could not be made: "));
+    EXPECT_THAT(result.err, StartsWith(App() + ": cannot be made ("));
 }
 
 }  // namespace

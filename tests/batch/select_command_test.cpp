@@ -175,7 +175,7 @@ TEST_F(SelectCommand, ATableThatCannotBeSavedIsNamedAndNothingIsLost) {
     std::filesystem::create_directories(folder / "Data/Out.dbe");
     const CallResult result = Select({"Mine.ddq", "--out", "Out.dbe"});
     EXPECT_EQ(result.status, ExitStatus::Refused);
-    EXPECT_EQ(result.err, "Out.dbe could not be written: Is a directory\n");
+    EXPECT_EQ(result.err, "Out.dbe: cannot be saved (Is a directory)\n");
 }
 
 }  // namespace

@@ -256,7 +256,7 @@ TEST_F(StudyCommand, AListThatCannotBeWrittenIsNamed) {
     const std::string file = (folder / "list.csv").string();
     const CallResult result = Call({"study", "Mine.ddq", "--signals", file});
     EXPECT_EQ(result.status, ExitStatus::Refused);
-    EXPECT_THAT(result.err, HasSubstr(file + " could not be written: Is a directory\n"));
+    EXPECT_THAT(result.err, HasSubstr(file + ": cannot be saved (Is a directory)\n"));
 }
 
 }  // namespace

@@ -85,14 +85,14 @@ class PaletteTest : public PaintTest {
 TEST_F(PaletteTest, EveryNameOfTheLegendCanBeReadOnItsGround) {
     for (const ChartColours colours : kAllColours) {
         const ChartPalette& palette = PaletteOf(colours);
-        for (const std::string_view series : kPriceSeriesItems) {
+        for (const std::string_view item : kPriceSeriesItems) {
             for (const std::size_t slot : {0U, 1U, 6U}) {
                 chart.Slots = {};
-                chart.Slots[slot] = series;
+                chart.Slots[slot] = item;
                 EXPECT_GE(Contrast(SlotLegend(chart, 279, palette)[slot].colour, palette.ground), 4.5)
-                    << palette.name << ' ' << series;
+                    << palette.name << ' ' << item;
                 EXPECT_GE(Contrast(SlotLegend(chart, 5, palette)[slot].colour, palette.ground), 4.5)
-                    << palette.name << ' ' << series;
+                    << palette.name << ' ' << item;
             }
         }
         chart.VolumeSeriesList = {"Average", "LR", "L. UCL", "T. UCL", "WMA 15", "WMA 30"};

@@ -23,7 +23,7 @@ SourceBar BarOf(std::chrono::sys_days day, double price) {
 
 class MissedDaysTest : public SourceTest {
   protected:
-    FileFault Store() {
+    Failure Store() {
         const LiveSources sources{world, &Source("massive"), nullptr, nullptr};
         return StoreMissedDays(sources, update, halfLines);
     }
@@ -68,9 +68,9 @@ TEST_F(MissedDaysTest, OneFileThatCannotBeWrittenLeavesAllAsTheyWere) {
     Write(lastYear, LineOf("12/30/25", 10));
     std::filesystem::create_directories(folder / "Quotes/EOD/PEP.25");
     update.missed = {Missed("KO"), Missed("PEP")};
-    const FileFault fault = Store();
+    const Failure fault = Store();
     EXPECT_EQ(fault.file, folder / "Quotes/EOD/PEP.25");
-    EXPECT_EQ(fault.code, std::errc::is_a_directory);
+    EXPECT_EQ(fault.cause, std::errc::is_a_directory);
     EXPECT_FALSE(fault.isHalfDone);
     EXPECT_EQ(Read(lastYear), LineOf("12/30/25", 10));
     EXPECT_FALSE(IsRegularFile(folder / thisYear));

@@ -109,7 +109,7 @@ expect "gone with its parent" yes "$gone"
 status=0
 "$program" --prices "$scratch/none" 2>"$scratch/err2" || status=$?
 expect "the status without prices" 1 "$status"
-expect "its sentence" "The practice prices cannot be read: $scratch/none" "$(cat "$scratch/err2")"
+expect "its sentence" "$scratch/none: cannot be read; it holds no practice prices" "$(cat "$scratch/err2")"
 status=0
 "$program" --today never 2>"$scratch/err2" || status=$?
 expect "the status of wrong usage" 2 "$status"

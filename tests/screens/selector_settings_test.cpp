@@ -54,8 +54,8 @@ class SelectorEditor : public SessionTest {
         LoadSettingsFile(SettingsFile::Selector, folder.Get(), settings);
         return panels = OpenPanels(settings.SelectorSettings);
     }
-    FileFault Apply() { return ApplyPanels(panels, folder.Get(), settings); }
-    FileFault Clear(std::size_t panel) {
+    Failure Apply() { return ApplyPanels(panels, folder.Get(), settings); }
+    Failure Clear(std::size_t panel) {
         return ClearPanel(panels, panel, {folder.Get(), "2024-03-15 12:00:00"}, settings);
     }
 

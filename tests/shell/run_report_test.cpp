@@ -59,11 +59,11 @@ TEST(RunReport, ARunDoneInPartHasALineForEachKindOfFailureAndThreeAtMost) {
     EXPECT_THAT(report.Lines(),
                 ElementsAre("1 of 3 quotes", "No reply from http://x : the reply was cut (2 tickers: B, C)"));
     report.Tell("D", TickerFate::LeftOut, "no");
-    report.Fail("Mine.ddq could not be written: No space left on device");
+    report.Fail("Mine.ddq: cannot be saved (No space left on device)");
     EXPECT_THAT(report.Lines(),
                 ElementsAre("1 of 4 quotes", "No reply from http://x : the reply was cut (2 tickers: B, C)",
-                            "Left out: no (1 ticker: D); Mine.ddq could not be written: No space left on "
-                            "device"));
+                            "Left out: no (1 ticker: D); Mine.ddq: cannot be saved (No space left on "
+                            "device)"));
 }
 
 TEST(RunReport, AChangeWithoutATickerIsAPart) {

@@ -321,7 +321,7 @@ TEST_P(StoreDayTest, AFolderInPlaceOfAYearFileIsAFailureThatIsTold) {
     DayRun run{change, growth, {}, {}};
     const StoredDay stored = StoreDay(quotes, rows, 1, state, run);
     EXPECT_EQ(stored.outcome, DayOutcome::Failed);
-    EXPECT_EQ(stored.error.code, std::errc::is_a_directory);
+    EXPECT_EQ(stored.error.cause, std::errc::is_a_directory);
     EXPECT_EQ(stored.error.file, Path(quotes + "IBM.24"));
     EXPECT_TRUE(run.listed.empty());
 }

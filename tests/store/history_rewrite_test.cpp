@@ -21,10 +21,10 @@ std::string Line(const std::string& date, const std::string& close) {
 
 class HistoryRewrite : public testing::Test {
   protected:
-    FileFault Replace(const std::string& ticker, const YearFileTexts& texts) const {
+    Failure Replace(const std::string& ticker, const YearFileTexts& texts) const {
         FileChange change({folder.Root(), "now"}, "Test");
         std::vector<Path> files = YearFilesOf(quotes, ticker);
-        FileFault fault = PrepareTickerHistory(quotes, ticker, texts.Files(), files, change);
+        Failure fault = PrepareTickerHistory(quotes, ticker, texts.Files(), files, change);
         return fault ? fault : change.Commit();
     }
 
@@ -102,8 +102,8 @@ TEST_F(HistoryRewrite, WhereOneYearCannotBeWrittenNoneIsChanged) {
     folder.Folder("Quotes/ACME.25");
     YearFileTexts texts;
     for (const char* date : {"01/02/24", "01/02/25", "01/02/26"}) texts.Add(Record(date, 1));
-    const FileFault fault = Replace("ACME", texts);
-    EXPECT_EQ(fault.code, std::errc::is_a_directory);
+    const Failure fault = Replace("ACME", texts);
+    EXPECT_EQ(fault.cause, std::errc::is_a_directory);
     EXPECT_EQ(fault.file, Path(quotes + "ACME.25"));
     EXPECT_EQ(folder.Files(),
               (std::vector<std::string>{"Quotes/ACME.23", "Quotes/ACME.24", "Quotes/ACME.26"}));

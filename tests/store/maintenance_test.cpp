@@ -122,9 +122,9 @@ TEST_F(MaintenanceTest, FilesThatCannotBeCopiedAreTold) {
     folder.Write("Back Up", "a file stands in the way");
     const BackUpResult result = Copy(BackedUp::ProgramFiles, false);
     EXPECT_EQ(result.copy.failed, 1U);
-    EXPECT_EQ(result.refusal, "1 file could not be copied to " + (folder.Root() / "Back Up/Data").string() +
-                                  " (" + result.copy.error.file.string() + ": " +
-                                  result.copy.error.message() + ").");
+    EXPECT_EQ(result.refusal, "Copying 1 file to " + (folder.Root() / "Back Up/Data").string() +
+                                  " failed: " + (folder.Root() / "Back Up/Data/Jan.ddq").string() +
+                                  ": cannot be saved (Not a directory)");
 }
 
 TEST_F(MaintenanceTest, RemoveLastUpdateWithoutAListChangesNothing) {

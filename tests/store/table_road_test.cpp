@@ -54,7 +54,7 @@ class TableRoad : public testing::Test {
     void Answer(const std::string& name) { answer = session.DataFile(name); }
     void Open(const std::string& name) {
         session.PickedFile = name;
-        session.OpenWithoutDialog = "True";
+        session.OpenWithoutDialog = true;
         OpenTableFile(session, OpeningRoad::EndOfDay, windows);
     }
     std::vector<std::string> Recent() {
@@ -102,18 +102,18 @@ TEST_F(TableRoad, OpeningShowsTheTableItsCountAndComplete) {
     EXPECT_THAT(person.statusWords, ElementsAre("Opening", "Complete"));
     EXPECT_THAT(person.tickerCounts, ElementsAre(2U));
     EXPECT_THAT(person.said, IsEmpty());
-    EXPECT_EQ(session.ProgressAlways, "False");
+    EXPECT_FALSE(session.ProgressAlways);
 }
 
 TEST_F(TableRoad, ThePickedFileNeedsNoDialog) {
     Open("Feb.ddq");
     EXPECT_THAT(questions, IsEmpty());
     EXPECT_EQ(session.CurrentFile, "Feb.ddq");
-    EXPECT_EQ(session.OpenWithoutDialog, "False");
+    EXPECT_FALSE(session.OpenWithoutDialog);
 }
 
 TEST_F(TableRoad, WithoutAPickedFileTheDialogComesEvenAtStart) {
-    session.OpenWithoutDialog = "True";
+    session.OpenWithoutDialog = true;
     OpenTableFile(session, OpeningRoad::EndOfDay, windows);
     EXPECT_EQ(questions.size(), 1U);
     EXPECT_FALSE(open);

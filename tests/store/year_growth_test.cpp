@@ -78,7 +78,7 @@ TEST_P(AddLinesTest, AFolderInPlaceOfTheFileIsTold) {
     std::filesystem::create_directories(file);
     const AddedLines added = Add();
     EXPECT_EQ(added.fault.file, file);
-    EXPECT_EQ(added.fault.code, std::errc::is_a_directory);
+    EXPECT_EQ(added.fault.cause, std::errc::is_a_directory);
 }
 
 }  // namespace

@@ -153,13 +153,17 @@ class BadInputTest : public QObject {
             {"mnuFileUpdateQuotes", "says APP/Temp.txt: cannot be saved (File too large)"},
             {"mnuFileExportQuotes", "says APP/Data/Out.Txt: cannot be saved (File too large)"},
             {"mnuEvaluatePickStocks",
-             "says Stock Selector failed: APP/Data/Evaluations.dbe: File too large; nothing was changed"},
+             "says Stock Selector failed: APP/Data/Evaluations.dbe: cannot be saved (File too large); "
+             "nothing was "
+             "changed"},
             {"mnuExtendedFundamentals",
-             "says Extended Fundamentals failed: APP/Data/ExtendedFundamentals.efq: File too large; nothing "
-             "was changed"},
+             "says Extended Fundamentals failed: APP/Data/ExtendedFundamentals.efq: cannot be saved (File "
+             "too large); "
+             "nothing was changed"},
             {"mnuEditBackUpQuoteDatabase",
-             "says 2 files could not be copied to APP/KeptQuotes (APP/KeptQuotes/QuoteList.ddq: File too "
-             "large)."},
+             "says Copying 2 files to APP/KeptQuotes failed: APP/KeptQuotes/QuoteList.ddq: cannot be saved "
+             "(File too "
+             "large)"},
         };
         QStringList missed;
         for (const auto& [entry, sentence] : rows) {
@@ -183,7 +187,7 @@ class BadInputTest : public QObject {
         std::filesystem::remove(program.session.DataFile("VTRMRUset.ini"));
         std::filesystem::create_directories(program.session.DataFile("VTRMRUset.ini") / "in the way");
         const QStringList seen = program.SeenBy([&] { program.Choose("mnuFileExit"); });
-        QVERIFY2(seen.value(0).startsWith(QStringLiteral("says The list of recent files cannot be saved (")),
+        QVERIFY2(seen.value(0).startsWith(QStringLiteral("says VTRMRUset.ini: cannot be saved (")),
                  qPrintable(seen.join(u'\n')));
         QVERIFY(!program.frame->isVisible());
     }
@@ -214,7 +218,7 @@ class BadInputTest : public QObject {
         // A file stands where the folder belongs.
         if (WriteWholeFile(program.session.AppPath / "Kept", "a file")) qFatal("no file");
         const QStringList seen = program.SeenBy([&] { program.Choose("mnuEditBackUpProgramFiles"); });
-        QVERIFY2(seen.value(1).contains(QStringLiteral(" could not be copied to APP/Kept (")),
+        QVERIFY2(seen.value(1).contains(QStringLiteral(" to APP/Kept failed: ")),
                  qPrintable(seen.join(u'\n')));
         QCOMPARE(BytesOrEmpty(program.session.AppPath / "Kept"), std::string("a file"));
     }

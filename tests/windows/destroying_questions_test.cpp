@@ -94,7 +94,7 @@ class DestroyingQuestionsTest : public QObject {
                 QVERIFY2(button, question.name);
                 const QString words = button->text().remove(u'&');
                 const QStringList harmless = {QStringLiteral("No"), QStringLiteral("Cancel"),
-                                              QStringLiteral("Keep")};
+                                              QStringLiteral("Keep History")};
                 QVERIFY2(harmless.contains(words), question.name);
                 QTest::keyClick(&dialog, Qt::Key_Return);
             });

@@ -261,7 +261,7 @@ class FrmMainTest : public QObject {
         Program program;
         program.Start("Jan.ddq");
         program.session.settings.MruSettings.Set(2, Value::OfText("Feb.ddq"));
-        program.frame->Commands().ShowRecentFiles(program.session.settings.MruSettings);
+        program.frame->Commands().ShowRecentFiles(RecentFiles(program.session.settings));
         auto* second = program.frame->findChild<QAction*>(QStringLiteral("mnuFileMRU2"));
         QCOMPARE(second->text(), QStringLiteral("&2 Feb.ddq"));
         QVERIFY(second->isVisible());
@@ -470,7 +470,7 @@ class FrmMainTest : public QObject {
         program.session.run.ProgressLastShown = 0;
         program.person.ShowProgress(0.5);
         QVERIFY(!bar->isVisible());
-        program.session.ProgressAlways = "True";
+        program.session.ProgressAlways = true;
         program.person.ShowProgress(0.5);
         QVERIFY(bar->isVisible());
     }

@@ -287,7 +287,8 @@ class FundamentalsWindowTest : public QObject {
         const QStringList told = BoxesOf([&] { program.Collect(); });
         QCOMPARE(told.size(), 1);
         QVERIFY2(told.first().startsWith(QStringLiteral("Extended Fundamentals failed: ")) &&
-                     told.first().contains(QStringLiteral("ExtendedFundamentals.efq: Is a directory")),
+                     told.first().contains(
+                         QStringLiteral("ExtendedFundamentals.efq: cannot be saved (Is a directory)")),
                  qPrintable(told.first()));
         QCOMPARE(program.session.CurrentFile, std::string("Mine.ddq"));
     }

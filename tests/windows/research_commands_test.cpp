@@ -334,8 +334,7 @@ class ResearchCommandsTest : public QObject {
             dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
         });
         program.frame->Run("mnuHelpUsersForum");
-        QVERIFY(
-            told.startsWith(QStringLiteral("The name cannot be kept in %1").arg(ShownPath(program.store))));
+        QVERIFY(told.startsWith(QStringLiteral("%1: cannot be saved (").arg(ShownPath(program.store))));
         QCOMPARE(program.starts.size(), std::size_t{0});
     }
 };

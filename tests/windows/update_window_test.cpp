@@ -368,7 +368,7 @@ class UpdateWindowTest : public QObject {
         const QStringList told = BoxesOf([&] { program.Update(); });
         QCOMPARE(told.size(), 1);
         QVERIFY2(told.first().endsWith(
-                     QStringLiteral("/Quotes/EOD/QuoteList.ddq cannot be written (Not a directory)")),
+                     QStringLiteral("/Quotes/EOD/QuoteList.ddq: cannot be saved (Not a directory)")),
                  qPrintable(told.first()));
     }
 

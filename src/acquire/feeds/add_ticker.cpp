@@ -14,8 +14,7 @@ bool WantsHistory(const Session& session) {
     return KindOf(session.CurrentFile) == FileKind::Ddq && FetchesHistory(session.settings);
 }
 
-FileFault PrepareSave(const Session& session, const QuoteTable& table, TableSaving saving,
-                      FileChange& change) {
+Failure PrepareSave(const Session& session, const QuoteTable& table, TableSaving saving, FileChange& change) {
     if (saving == TableSaving::AsSettingsSay && !SavesTable(session.settings)) return {};
     session.person.ShowStatusWord(kStatusSaving);
     return PrepareQuoteTable(table, session.DataFile(session.CurrentFile), change);
@@ -40,7 +39,7 @@ AddedTicker AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable
     }
     if (!edit.fault) edit.fault = PrepareSave(session, table, saving, change);
     if (!edit.fault) edit.fault = change.Commit();
-    edit.saveError = edit.fault.code;
+    edit.saveError = edit.fault.cause;
     session.person.ShowTickerCount(table.TickerCount());
     session.person.ShowStatusWord(kStatusComplete);
     return edit;

@@ -167,9 +167,9 @@ class Collection {
     std::optional<std::string> pageAddress_;
 };
 
-FileFault Save(const Session& session, const QuoteTable& table, ChangeKeeps keeps) {
+Failure Save(const Session& session, const QuoteTable& table, ChangeKeeps keeps) {
     FileChange change(ChangePlaceOf(session), std::string(kFundamentalsChange), keeps);
-    FileFault fault = PrepareQuoteTable(table, session.DataFile(session.CurrentFile), change);
+    Failure fault = PrepareQuoteTable(table, session.DataFile(session.CurrentFile), change);
     return fault ? fault : change.Commit();
 }
 
@@ -186,7 +186,7 @@ FundamentalsOutcome CollectExtendedFundamentals(Session& session, const Fundamen
     if (outcome.report.Extent() != RunExtent::Nothing || end.savesWithoutValues) {
         outcome.saveError = Save(session, table, end.keeps);
     }
-    if (outcome.saveError) outcome.report.Fail(FaultReason(kFundamentalsChange, outcome.saveError));
+    if (outcome.saveError) outcome.report.Fail(FailedSentence(kFundamentalsChange, outcome.saveError));
     session.CurrentFile = CollectedFundamentalsName(session.clock.Today());
     session.person.ShowStatusWord(kStatusComplete);
     return outcome;

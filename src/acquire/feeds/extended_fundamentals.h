@@ -40,7 +40,7 @@ struct FundamentalsOutcome {
     std::size_t tickers = 0;                 // rows worked on, indexes and empty rows included
     std::vector<std::string> withoutValues;  // tickers whose pages gave nothing, in the table's order
     bool stopped = false;
-    FileFault saveError;
+    Failure saveError;
     RunReport report;
 };
 

@@ -134,7 +134,7 @@ HistoryReading ReadHistory(const Session& session, const Fetched& fetched, bool 
 // A file of the history could not be written: what is stored is what was stored before.
 void MarkFailed(HistoryDownload& download) {
     download.outcome = HistoryOutcome::Failed;
-    download.why = FaultReason("The history", download.error);
+    download.why = FailedSentence("The history", download.error);
     download.days = 0;
     download.isChanged = download.error.isHalfDone;
 }
@@ -181,7 +181,7 @@ Failure FindDataOfThisYear(const Session& session, std::string_view ticker, bool
 // What becomes of a ticker whose files cannot be read: nothing of it is touched.
 HistoryDownload Unread(const Failure& failure) {
     HistoryDownload download{.outcome = HistoryOutcome::Failed};
-    download.error = {failure.file, failure.cause};
+    download.error = failure;
     download.why = Sentence(failure);
     return download;
 }
@@ -286,7 +286,7 @@ class PopulateWalk {
         run_.report = ReportOf(session.CurrentFile);
         Failure unread;
         files_ = YearFilesByTicker(session.settings.QuoteFolder, tickers_, &unread);
-        if (unread) run_.error = {unread.file, unread.cause};
+        run_.error = unread;
     }
 
     void DeleteHistories() {
@@ -346,7 +346,7 @@ void CommitRun(FileChange& change, PopulateRun& run) {
     if (change.TakeBack()) run.error.isHalfDone = true;
     run.stored = 0;
     run.report = RunReport(run.report.What(), "histories");
-    run.report.Fail(FaultReason(run.report.What(), run.error));
+    run.report.Fail(FailedSentence(run.report.What(), run.error));
     if (run.error.isHalfDone) run.report.MarkChanged();
 }
 

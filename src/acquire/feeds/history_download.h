@@ -49,7 +49,7 @@ enum class HistoryOutcome {
 struct HistoryDownload {
     HistoryOutcome outcome = HistoryOutcome::NoTicker;
     std::size_t days = 0;    // in the database afterwards
-    FileFault error = {};    // set when Failed
+    Failure error = {};      // set when Failed
     std::string why = {};    // a sentence, set when NoReply, LeftOut, NoFiles or Failed
     bool isChanged = false;  // files of the ticker were written or deleted
 };
@@ -82,7 +82,7 @@ struct PopulateRun {
     std::size_t tickers = 0;  // worked on
     std::size_t stored = 0;   // with data afterwards
     bool stopped = false;
-    FileFault error;  // a file that could not be written: no history was changed
+    Failure error;  // a file that could not be written: no history was changed
     RunReport report;
 };
 

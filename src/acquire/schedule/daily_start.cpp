@@ -46,7 +46,7 @@ std::string ScheduleDailyRun(const ScheduleSystem& system, const WeeklyTime& cho
     if (!refusal.empty()) return refusal;
     SettingsTables draft = settings;
     SetDailyRun(chosen.minute, draft);
-    return CannotBeSaved(ApplySettings(draft, SettingsFile::Data, OrdinaryChange(started.appPath), settings));
+    return Sentence(ApplySettings(draft, SettingsFile::Data, OrdinaryChange(started.appPath), settings));
 }
 
 }  // namespace brantlow

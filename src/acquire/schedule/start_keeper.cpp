@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/failure.h"
 #include "base/text.h"
 #include "shell/user_store.h"
 
@@ -92,7 +93,7 @@ std::string WriteUnits(const Path& folder, const WeeklyTime& start, const Starte
     std::filesystem::create_directories(folder, error);
     if (!error) error = WriteWholeFile(folder / kServiceName, ServiceText(started));
     if (!error) error = WriteWholeFile(folder / kTimerName, TimerText(start));
-    return error ? folder.string() + " could not be written: " + error.message() : std::string();
+    return CannotBeSaved(folder, error);
 }
 
 std::string StartTimer(const ScheduleSystem& system) {

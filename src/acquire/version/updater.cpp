@@ -44,7 +44,7 @@ std::string TakeHelper(Web& web, const Hosts& hosts, const Path& helper, const P
     DeleteOneFile(fresh);
     DeleteOneFile(signature);
     if (!fetched) return "The update could not be downloaded.";
-    if (error) return helper.string() + ": cannot be saved (" + error.message() + ")";
+    if (error) return CannotBeSaved(helper, error);
     return "The downloaded update does not bear the signature of its maker. It was deleted and nothing was "
            "changed.";
 }

@@ -11,6 +11,7 @@
 #include <QTextBlock>
 #include <QVBoxLayout>
 
+#include "base/failure.h"
 #include "base/windows/display_text.h"
 
 namespace brantlow {
@@ -69,19 +70,16 @@ TextEditor::TextEditor(Path file, QWidget* parent)
 }
 
 void TextEditor::Load() {
-    const ReadResult read = ReadWholeFile(file_);
-    const QByteArray bytes(read.bytes.data(), static_cast<qsizetype>(read.bytes.size()));
-    const QString shown = Shown(read.bytes);
+    std::string read;
+    const Failure failure = ReadNeeded(file_, read);
+    const QByteArray bytes(read.data(), static_cast<qsizetype>(read.size()));
+    const QString shown = Shown(read);
     endsLinesWithCrLf_ = bytes.contains("\r\n") || !bytes.contains('\n');
-    const bool isFaithful = read.outcome == ReadOutcome::Done && shown.toUtf8() == bytes;
+    const bool isFaithful = !failure && shown.toUtf8() == bytes;
     text_->setReadOnly(!isFaithful);
-    if (read.outcome == ReadOutcome::Done) {
-        text_->setPlainText(shown);
-        if (!isFaithful) setWindowTitle(ShownPath(file_.filename()) + QStringLiteral(" (read only)[*]"));
-    } else {
-        const std::string reason = read.error ? read.error.message() : "no such file";
-        text_->setPlainText(Shown(file_.string() + ": cannot be read (" + reason + ")"));
-    }
+    text_->setPlainText(failure ? Shown(Sentence(failure)) : shown);
+    if (!failure && !isFaithful)
+        setWindowTitle(ShownPath(file_.filename()) + QStringLiteral(" (read only)[*]"));
 }
 
 void TextEditor::ShowLine(std::size_t line) {
@@ -97,8 +95,7 @@ bool TextEditor::Save() {
     if (endsLinesWithCrLf_) text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
     const std::error_code error = WriteWholeFile(file_, text.toStdString());
     if (error) {
-        QMessageBox::warning(this, QStringLiteral("Brantlow"),
-                             Shown(file_.string() + ": cannot be saved (" + error.message() + ")"));
+        QMessageBox::warning(this, QStringLiteral("Brantlow"), Shown(CannotBeSaved(file_, error)));
         return false;
     }
     text_->document()->setModified(false);

@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+#include "base/failure.h"
 #include "base/windows/display_text.h"
 
 namespace brantlow {
@@ -15,10 +16,9 @@ namespace {
 constexpr QSize kViewerSize(640, 420);
 
 QString TextOf(const Path& file) {
-    const ReadResult read = ReadWholeFile(file);
-    if (read.outcome == ReadOutcome::Done) return Shown(read.bytes);
-    const std::string reason = read.error ? read.error.message() : "no such file";
-    return Shown(file.string() + ": cannot be read (" + reason + ")");
+    std::string bytes;
+    const Failure failure = ReadNeeded(file, bytes);
+    return Shown(failure ? Sentence(failure) : bytes);
 }
 
 }  // namespace

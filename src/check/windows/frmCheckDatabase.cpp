@@ -147,7 +147,7 @@ void frmCheckDatabase::Run(CheckMode mode) {
 void frmCheckDatabase::ShowReport(const CheckReport& report) {
     QString text = Shown(CheckSentence(report));
     if (report.findings.empty() && !report.stopped) text = QStringLiteral("Everything is in order: ") + text;
-    if (report.fault) text = Shown(FaultSentence(kRepairChange, report.fault));
+    if (report.fault) text = Shown(ChangeSentence(kRepairChange, report.fault));
     told_->setText(text);
     QList<QTreeWidgetItem*> rows;
     for (const Finding& finding : report.findings) rows.append(RowOfFinding(finding, appPath_));

@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "base/failure.h"
 #include "base/windows/display_text.h"
 #include "research/saved_page.h"
 #include "research/windows/page_printing.h"
@@ -286,7 +287,7 @@ void frmBrowser::WritePage(const Path& file) {
         if (open == nullptr) return;
         const std::error_code error = WriteWholeFile(file, FileText(source));
         if (error) {
-            open->person_.Say(file.string() + ": cannot be saved (" + error.message() + ")");
+            open->person_.Say(CannotBeSaved(file, error));
         } else if (open->notice_) {
             open->notice_("Saved as " + file.string());
         }

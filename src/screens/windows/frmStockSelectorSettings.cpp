@@ -270,8 +270,8 @@ void frmStockSelectorSettings::Clear() {
     ShowState(kApplied);
 }
 
-bool frmStockSelectorSettings::Written(const FileFault& fault) {
-    if (fault) session_.person.Say(CannotBeSaved(fault));
+bool frmStockSelectorSettings::Written(const Failure& fault) {
+    if (fault) session_.person.Say(Sentence(fault));
     return !fault;
 }
 

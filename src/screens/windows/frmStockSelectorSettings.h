@@ -50,7 +50,7 @@ class frmStockSelectorSettings final : public QDialog {
     void ShowUndo();
     std::size_t OnShow() const;
     void FillCopyMenu(QPushButton& button);
-    bool Written(const FileFault& fault);
+    bool Written(const Failure& fault);
 
     Session& session_;
     SelectorPanels panels_;

@@ -6,10 +6,21 @@ namespace brantlow {
 
 namespace {
 
-bool IsSettingsFile(const Path& file) {
-    return std::any_of(kSettingsFiles.begin(), kSettingsFiles.end(), [&](const SettingsFileForm& form) {
-        return form.fileName == file.filename().native();
-    });
+Failure Named(Failure failure) {
+    const bool isSettingsFile = std::any_of(
+        kSettingsFiles.begin(), kSettingsFiles.end(),
+        [&](const SettingsFileForm& form) { return form.fileName == failure.file.filename().native(); });
+    if (isSettingsFile) failure.file = failure.file.filename();
+    return failure;
+}
+
+// Puts the prepared files in place and then into force.
+Failure Commit(Failure prepared, FileChange& writing, std::span<const SettingsFile> files,
+               const Path& appPath, SettingsTables& inForce) {
+    Failure fault = prepared ? std::move(prepared) : writing.Commit();
+    if (fault) return Named(std::move(fault));
+    for (const SettingsFile file : files) LoadSettingsFile(file, appPath, inForce);
+    return {};
 }
 
 }  // namespace
@@ -18,25 +29,20 @@ SettingsChange OrdinaryChange(const Path& appPath) {
     return {{.appPath = appPath, .when = {}}, "Settings", ChangeKeeps::UntilDone};
 }
 
-FileFault ApplySettings(const SettingsTables& draft, std::span<const SettingsFile> files,
-                        const SettingsChange& change, SettingsTables& inForce) {
-    const Path& appPath = change.place.appPath;
+Failure ApplySettings(const SettingsTables& draft, std::span<const SettingsFile> files,
+                      const SettingsChange& change, SettingsTables& inForce) {
     FileChange writing(change.place, change.what, change.keeps);
-    for (const SettingsFile file : files) {
-        const Path path = SettingsFilePath(file, appPath);
-        // What could not be read is not known: writing the draft would put nothing in its place.
-        if (const auto& error = draft.ReadErrors[static_cast<std::size_t>(file)]) return {path, error};
-        if (FileFault fault = writing.Write(path, SettingsFileText(file, draft))) return fault;
-    }
-    if (FileFault fault = writing.Commit()) return fault;
-    for (const SettingsFile file : files) LoadSettingsFile(file, appPath, inForce);
-    return {};
+    Failure fault;
+    for (const SettingsFile file : files)
+        KeepFirst(fault, PrepareSettingsFile(file, change.place.appPath, draft, writing));
+    return Commit(std::move(fault), writing, files, change.place.appPath, inForce);
 }
 
-std::string CannotBeSaved(const FileFault& fault) {
-    if (!fault) return {};
-    const Path name = IsSettingsFile(fault.file) ? fault.file.filename() : fault.file;
-    return name.string() + ": cannot be saved (" + fault.code.message() + ")";
+Failure ApplySettingsText(SettingsFile file, std::string_view text, const SettingsChange& change,
+                          SettingsTables& inForce) {
+    FileChange writing(change.place, change.what, change.keeps);
+    Failure fault = PrepareSettingsText(file, text, change.place.appPath, inForce, writing);
+    return Commit(std::move(fault), writing, std::span(&file, 1), change.place.appPath, inForce);
 }
 
 }  // namespace brantlow

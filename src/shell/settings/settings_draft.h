@@ -3,7 +3,7 @@
 //
 //     SettingsTables draft = settings;
 //     Set(draft, kHistoryYears, 5);
-//     if (const FileFault fault = ApplySettings(draft, kFiles, OrdinaryChange(appPath), settings)) ...
+//     if (const Failure fault = ApplySettings(draft, kFiles, OrdinaryChange(appPath), settings)) ...
 //
 // Until then the draft changes nothing. A file that cannot be written, or could not be read, leaves all files
 // and the tables in force as they were.
@@ -27,16 +27,17 @@ struct SettingsChange {
 SettingsChange OrdinaryChange(const Path& appPath);
 
 // Writes these files from the draft, all or none, and reads them back into `inForce` with all that is derived
-// from them.
-FileFault ApplySettings(const SettingsTables& draft, std::span<const SettingsFile> files,
-                        const SettingsChange& change, SettingsTables& inForce);
-inline FileFault ApplySettings(const SettingsTables& draft, SettingsFile file, const SettingsChange& change,
-                               SettingsTables& inForce) {
+// from them. A failure names a settings file without its folder, as everybody knows it: "VTRNETset.ini:
+// cannot be saved (REASON)".
+Failure ApplySettings(const SettingsTables& draft, std::span<const SettingsFile> files,
+                      const SettingsChange& change, SettingsTables& inForce);
+inline Failure ApplySettings(const SettingsTables& draft, SettingsFile file, const SettingsChange& change,
+                             SettingsTables& inForce) {
     return ApplySettings(draft, std::span(&file, 1), change, inForce);
 }
 
-// What a person is told of a fault: "VTRNETset.ini: cannot be saved (REASON)", with the whole path of a file
-// that is no settings file. Empty without one.
-std::string CannotBeSaved(const FileFault& fault);
+// The same with the text of a file, where it is made of something else than the tables.
+Failure ApplySettingsText(SettingsFile file, std::string_view text, const SettingsChange& change,
+                          SettingsTables& inForce);
 
 }  // namespace brantlow

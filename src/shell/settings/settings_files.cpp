@@ -154,18 +154,16 @@ std::string SettingsFileText(SettingsFile file, const SettingsTables& settings) 
     return text;
 }
 
-std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings) {
-    // What could not be read is not known: writing the table would put nothing in its place.
-    if (const std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)]) return error;
-    return WriteWholeFile(SettingsFilePath(file, appPath), SettingsFileText(file, settings));
+Failure PrepareSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings,
+                            FileChange& change) {
+    return PrepareSettingsText(file, SettingsFileText(file, settings), appPath, settings, change);
 }
 
-FileFault PrepareSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings,
-                              FileChange& change) {
+Failure PrepareSettingsText(SettingsFile file, std::string_view text, const Path& appPath,
+                            const SettingsTables& settings, FileChange& change) {
     const Path path = SettingsFilePath(file, appPath);
-    if (const std::error_code& error = settings.ReadErrors[static_cast<std::size_t>(file)])
-        return {path, error};
-    return change.Write(path, SettingsFileText(file, settings));
+    const std::error_code& unread = settings.ReadErrors[static_cast<std::size_t>(file)];
+    return unread ? FailedTo(FailureKind::Write, path, unread) : change.Write(path, text);
 }
 
 Path FolderOfSetting(const Path& appPath, std::string_view text) {

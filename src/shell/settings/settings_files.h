@@ -94,17 +94,16 @@ void TakeSettingsText(SettingsFile file, std::string_view bytes, SettingsTables&
 // The sentence for a file that could not be read when it was last loaded; empty for any other.
 std::string UnreadableSettings(SettingsFile file, const Path& appPath, const SettingsTables& settings);
 
-// The text that WriteSettingsFile writes. Values keep their types: a number stays bare, a date stays between
-// number signs. An address of lines 4 and 5 of NetSettings keeps its quotes when it is set as a raw line.
+// The text of the file. Values keep their types: a number stays bare, a date stays between number signs. An
+// address of lines 4 and 5 of NetSettings keeps its quotes when it is set as a raw line.
 std::string SettingsFileText(SettingsFile file, const SettingsTables& settings);
 
-// Replaces the file in `appPath`/Data as a whole. On an error the old file stands, as does one that could not
-// be read when it was last loaded.
-std::error_code WriteSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings);
-
-// The same as a part of a change of files.
-FileFault PrepareSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings,
-                              FileChange& change);
+// Prepares that the file in `appPath`/Data is replaced by that text, or by another one. One that could not be
+// read when it was last loaded stands, and is the failure: the tables would put nothing in its place.
+Failure PrepareSettingsFile(SettingsFile file, const Path& appPath, const SettingsTables& settings,
+                            FileChange& change);
+Failure PrepareSettingsText(SettingsFile file, std::string_view text, const Path& appPath,
+                            const SettingsTables& settings, FileChange& change);
 
 // A folder named by a settings line as a path of this platform: a relative one lies in the application
 // folder.

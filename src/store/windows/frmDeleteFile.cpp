@@ -130,10 +130,10 @@ void frmDeleteFile::Command1_Click() {
     if (!MayDelete(name)) return person_.Say(kMayNotDelete);
     const Path file = folder_ / name;
     FileChange change(place_, "Delete " + name);
-    FileFault fault = change.Delete(file);
+    Failure fault = change.Delete(file);
     if (!fault && KindOf(name) == FileKind::Dbe) fault = change.Delete(OriginFile(file));
     if (!fault) fault = change.Commit();
-    if (fault) return person_.Say(FaultSentence("Delete " + name, fault));
+    if (fault) return person_.Say(ChangeSentence("Delete " + name, fault));
     ShowFolder(folder_);
 }
 

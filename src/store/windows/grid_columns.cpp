@@ -5,7 +5,7 @@
 
 #include "base/windows/display_text.h"
 #include "shell/display.h"
-#include "shell/settings/settings_files.h"
+#include "shell/settings/settings_draft.h"
 #include "store/columns.h"
 #include "store/windows/column_menu.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -75,20 +75,15 @@ void frmQuoteGrid::ToggleColumn(std::size_t column) {
 }
 
 void frmQuoteGrid::KeepChosenColumns() {
-    SettingsTable& chosen = session_.settings.ColumnSettings;
-    chosen.Clear();
+    SettingsTables draft = session_.settings;
+    draft.ColumnSettings.Clear();
     std::size_t line = 0;
     for (std::size_t i = 1; i < table_.ColumnCount(); ++i) {
-        if (table_.Width(i) > 0) chosen.Set(++line, Value::OfText(table_.Header(i)));
+        if (table_.Width(i) > 0) draft.ColumnSettings.Set(++line, Value::OfText(table_.Header(i)));
     }
-    const std::error_code error =
-        WriteSettingsFile(SettingsFile::Columns, session_.AppPath, session_.settings);
-    if (!error) {
-        LoadSettingsFile(SettingsFile::Columns, session_.AppPath, session_.settings);
-        return;
-    }
-    session_.person.Say(SettingsFileName(SettingsFile::Columns) + ": cannot be saved (" + error.message() +
-                        ")");
+    const Failure failure =
+        ApplySettings(draft, SettingsFile::Columns, OrdinaryChange(session_.AppPath), session_.settings);
+    if (failure) session_.person.Say(Sentence(failure));
 }
 
 void frmQuoteGrid::FitColumn(std::size_t column) {

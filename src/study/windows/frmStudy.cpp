@@ -131,7 +131,7 @@ void frmStudy::BuildBoxes(QVBoxLayout& layout) {
     AddBox(*row, "Fro&m", from_);
     AddBox(*row, "To", to_);
     AddBox(*row, "&Interval", interval_);
-    AddBox(*row, "Held fo&r", horizons_);
+    AddBox(*row, "Held for", horizons_);
     AddBox(*row, "&Cost", cost_);
     row->addWidget(everyDay_);
     row->addWidget(run_);
@@ -389,7 +389,7 @@ void frmStudy::SaveSignals() {
     if (name.isEmpty()) return;
     const Path file = PathOf(name);
     const auto error = WriteWholeFile(file, SignalsCsv(*study_, terms_));
-    Tell(error ? file.string() + " could not be written: " + error.message() : "Saved: " + file.string());
+    Tell(error ? CannotBeSaved(file, error) : "Saved: " + file.string());
 }
 
 std::vector<ReportPicture> frmStudy::Pictures() const {
@@ -419,8 +419,7 @@ void frmStudy::SaveReport() {
                               name + " already exists. Do you want to replace it?", "Save Report");
     if (!mayWrite) return;
     const auto error = WriteWholeFile(session_.DataFile(name), html);
-    Tell(error ? name + " could not be written: " + error.message()
-               : "Saved: " + session_.DataFile(name).string());
+    Tell(error ? CannotBeSaved(name, error) : "Saved: " + session_.DataFile(name).string());
 }
 
 void frmStudy::AskPrint() {

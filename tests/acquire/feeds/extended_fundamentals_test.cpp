@@ -123,7 +123,7 @@ TEST_F(ExtendedFundamentalsTest, SavesTheTableAndTakesTheNameOfTheDay) {
 TEST_F(ExtendedFundamentalsTest, ATableThatCannotBeSavedIsReported) {
     session.CurrentFile = "Folder.efq";
     std::filesystem::create_directories(session.DataFile("Folder.efq"));
-    EXPECT_EQ(Collect().saveError.code, std::errc::is_a_directory);
+    EXPECT_EQ(Collect().saveError.cause, std::errc::is_a_directory);
     EXPECT_EQ(session.CurrentFile, "11-21-26.efq");
 }
 

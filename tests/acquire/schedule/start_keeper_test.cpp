@@ -162,7 +162,7 @@ TEST_F(StartKeeperTest, AUnitFolderThatCannotBeMadeIsReported) {
     pretend.systemd = true;
     ASSERT_FALSE(WriteWholeFile(folder / "config", "a file"));
     EXPECT_EQ(InstallScheduledStart(system, kStart, kProgram),
-              system.unitFolder.string() + " could not be written: Not a directory");
+              system.unitFolder.string() + ": cannot be saved (Not a directory)");
     EXPECT_FALSE(pretend.Called("systemctl --user enable brantlow.timer"));
 }
 

@@ -9,14 +9,16 @@
 #include "support/temp_folder.h"
 
 namespace brantlow {
-namespace {
 
-constexpr int kTitleBar = 30;
-
-void PrintTo(const FramePlace& place, std::ostream* out) {
+// The printer of failed comparisons looks for it beside the type.
+static void PrintTo(const FramePlace& place, std::ostream* out) {
     *out << place.rect.left << ',' << place.rect.top << ' ' << place.rect.width << 'x' << place.rect.height
          << (place.maximised ? " maximised" : "");
 }
+
+namespace {
+
+constexpr int kTitleBar = 30;
 
 TEST(FramePlace, TheFirstTimeIsThreeQuartersOfTheScreenAndNeverCutOnASmallOne) {
     struct Row {

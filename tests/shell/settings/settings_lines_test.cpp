@@ -8,7 +8,7 @@
 #include "base/file_change.h"
 #include "base/numbers.h"
 #include "shell/settings/choices.h"
-#include "shell/settings/settings_files.h"
+#include "shell/settings/settings_draft.h"
 #include "support/source_folder.h"
 #include "support/temp_folder.h"
 
@@ -87,7 +87,8 @@ TEST_F(OwnSettings, AFileThatCannotBeReadIsToldAndTheTableStays) {
     EXPECT_EQ(UnreadableSettings(SettingsFile::Data, app_.Get(), settings_), "");
     EXPECT_TRUE(KeepsHistoryOnFailure(settings_));
     EXPECT_EQ(UndoLimitsOf(settings_).changes, 7);
-    EXPECT_EQ(WriteSettingsFile(SettingsFile::Own, app_.Get(), settings_), std::errc::is_a_directory);
+    EXPECT_EQ(ApplySettings(settings_, SettingsFile::Own, OrdinaryChange(app_.Get()), settings_).cause,
+              std::errc::is_a_directory);
 }
 
 // Tables with the line's text as a file has it.
@@ -219,9 +220,8 @@ TEST_P(EveryLine, IsWrittenAndReadBackAsItWasSet) {
         SettingsTables tables;
         LoadAllSettings(SourceFolder() / "assets", tables);
         SetText(tables, row, text);
-        ASSERT_FALSE(WriteSettingsFile(row.file, app.Get(), tables));
         SettingsTables read;
-        LoadSettingsFile(row.file, app.Get(), read);
+        ASSERT_FALSE(ApplySettings(tables, row.file, OrdinaryChange(app.Get()), read));
         if (row.file == SettingsFile::Lang && text.empty()) continue;  // then it is the built-in host
         EXPECT_EQ(TextOf(read, row), text);
         for (const LineRow& other : kLineRows) {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/files.h"
-#include "shell/settings/settings_files.h"
+#include "shell/settings/settings_draft.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {
@@ -16,12 +16,16 @@ class SettingsWriting : public ::testing::Test {
     SettingsWriting() { std::filesystem::create_directory(app_ / "Data"); }
 
     Path FileOf(SettingsFile file) const { return app_.Get() / "Data" / SettingsFileName(file); }
+    Failure Written(SettingsFile file, const SettingsTables& settings) {
+        SettingsTables inForce;
+        return ApplySettings(settings, file, OrdinaryChange(app_.Get()), inForce);
+    }
     // Loads the file with these bytes, writes it and returns what then stands in it.
     std::string Rewritten(SettingsFile file, std::string_view bytes) {
         EXPECT_FALSE(WriteWholeFile(FileOf(file), bytes, Flush::Later));
         SettingsTables settings;
         LoadSettingsFile(file, app_.Get(), settings);
-        EXPECT_FALSE(WriteSettingsFile(file, app_.Get(), settings));
+        EXPECT_FALSE(Written(file, settings));
         return BytesOrEmpty(FileOf(file));
     }
 
@@ -91,7 +95,7 @@ TEST_F(SettingsWriting, AnAddressWithCommasAndQuotesIsPrintedRawAndReadWhole) {
     const std::string url = R"(https://host/q?s="%1,%2"&f="a","b",)";
     settings.NetSettings.Set(4, Value::OfRawLine(url));
     settings.NetSettings.Set(5, Value::OfRawLine("\"" + url));
-    ASSERT_FALSE(WriteSettingsFile(SettingsFile::Net, app_.Get(), settings));
+    ASSERT_FALSE(Written(SettingsFile::Net, settings));
     EXPECT_EQ(BytesOrEmpty(FileOf(SettingsFile::Net)),
               "\"\"\r\n\"\"\r\n\"\"\r\n" + url + "\r\n\"" + url + "\r\n");
     SettingsTables reloaded;
@@ -169,14 +173,14 @@ TEST_F(SettingsWriting, ReplacesTheWholeFileAndLeavesNothingElseBehind) {
 
 TEST_F(SettingsWriting, AFolderInTheFilesPlaceIsAnErrorAndStands) {
     std::filesystem::create_directory(FileOf(SettingsFile::Data));
-    EXPECT_EQ(WriteSettingsFile(SettingsFile::Data, app_.Get(), SettingsTables{}), std::errc::is_a_directory);
+    EXPECT_EQ(Written(SettingsFile::Data, SettingsTables{}).cause, std::errc::is_a_directory);
     EXPECT_TRUE(std::filesystem::is_directory(FileOf(SettingsFile::Data)));
     EXPECT_TRUE(FileNamesIn(app_ / "Data").empty());
 }
 
 TEST_F(SettingsWriting, AMissingDataFolderIsAnError) {
-    EXPECT_EQ(WriteSettingsFile(SettingsFile::Data, app_ / "nowhere", SettingsTables{}),
-              std::errc::no_such_file_or_directory);
+    std::filesystem::remove_all(app_ / "Data");
+    EXPECT_EQ(Written(SettingsFile::Data, SettingsTables{}).cause, std::errc::no_such_file_or_directory);
 }
 
 TEST_F(SettingsWriting, AFullTableOfColumnsStaysReadable) {

@@ -149,7 +149,7 @@ HistoryWrite WriteHistory(const std::string& quoteFolder, std::string_view ticke
     return write;
 }
 
-StoredEnd ReadStoredEnd(const std::vector<Path>& files, sys_days today, FileFault& fault) {
+StoredEnd ReadStoredEnd(const std::vector<Path>& files, sys_days today, Failure& fault) {
     const int thisYear = static_cast<int>(Date{today}.year());
     std::vector<std::pair<int, Path>> byYear;
     for (const Path& file : files) {
@@ -161,7 +161,7 @@ StoredEnd ReadStoredEnd(const std::vector<Path>& files, sys_days today, FileFaul
     for (const auto& [year, file] : byYear) {
         const ReadResult read = ReadWholeFile(file);
         if (read.outcome == ReadOutcome::Failed) {
-            fault = {file, read.error};
+            fault = FailedTo(FailureKind::Read, file, read.error);
             return end;
         }
         TakeLines(WithoutHalfLine(read.bytes), end);
@@ -170,9 +170,9 @@ StoredEnd ReadStoredEnd(const std::vector<Path>& files, sys_days today, FileFaul
     return end;
 }
 
-FileFault AddRecords(const std::string& quoteFolder, std::string_view ticker,
-                     const std::vector<HistoryRecord>& records, YearGrowth growth, FileChange& change,
-                     std::vector<Path>& halfLines) {
+Failure AddRecords(const std::string& quoteFolder, std::string_view ticker,
+                   const std::vector<HistoryRecord>& records, YearGrowth growth, FileChange& change,
+                   std::vector<Path>& halfLines) {
     YearFileTexts texts;
     for (const HistoryRecord& record : records) texts.Add(record);
     for (const YearFileText& text : texts.Files()) {
@@ -191,7 +191,7 @@ Restatement RestateHistory(const std::vector<Path>& files, sys_days splitDay, do
     for (const Path& file : files) {
         const ReadResult read = ReadWholeFile(change.Where(file));
         if (read.outcome == ReadOutcome::Failed) {
-            result.fault = {file, read.error};
+            result.fault = FailedTo(FailureKind::Read, file, read.error);
             return result;
         }
         const RestatedText text = Restated(WithoutHalfLine(read.bytes), splitDay, factor);

@@ -26,7 +26,7 @@ void AdjustBars(std::vector<SourceBar>& bars, const std::vector<SourceSplit>& sp
 // database's form.
 struct HistoryWrite {
     std::size_t days = 0;
-    FileFault fault;
+    Failure fault;
 };
 HistoryWrite WriteHistory(const std::string& quoteFolder, std::string_view ticker,
                           const std::vector<SourceBar>& bars, const std::vector<Path>& oldFiles,
@@ -41,19 +41,19 @@ struct StoredEnd {
 };
 // Of the ticker's newest year file that is not of a later year than `today`; a file that cannot be read gives
 // the fault.
-StoredEnd ReadStoredEnd(const std::vector<Path>& files, std::chrono::sys_days today, FileFault& fault);
+StoredEnd ReadStoredEnd(const std::vector<Path>& files, std::chrono::sys_days today, Failure& fault);
 
 // Adds records, oldest first, behind those of their year files. Those whose last line had been cut off are
 // added to `halfLines`: it is gone.
-FileFault AddRecords(const std::string& quoteFolder, std::string_view ticker,
-                     const std::vector<HistoryRecord>& records, YearGrowth growth, FileChange& change,
-                     std::vector<Path>& halfLines);
+Failure AddRecords(const std::string& quoteFolder, std::string_view ticker,
+                   const std::vector<HistoryRecord>& records, YearGrowth growth, FileChange& change,
+                   std::vector<Path>& halfLines);
 
 // Restates every record of a day before the split; none is lost but a line that was cut off. A record whose
 // date cannot be read shares the fate of the one above it. Returns how many were restated.
 struct Restatement {
     std::size_t days = 0;
-    FileFault fault;
+    Failure fault;
 };
 Restatement RestateHistory(const std::vector<Path>& files, std::chrono::sys_days splitDay, double factor,
                            FileChange& change);

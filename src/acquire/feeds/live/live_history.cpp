@@ -41,10 +41,8 @@ class LivePopulate {
 
     LiveReport Run() {
         report_.title = source_.title;
-        Failure unread;
-        files_ = YearFilesByTicker(session_.settings.QuoteFolder, tickers_, &unread);
-        report_.fault = {unread.file, unread.cause};
-        if (unread) return report_;
+        files_ = YearFilesByTicker(session_.settings.QuoteFolder, tickers_, &report_.fault);
+        if (report_.fault) return report_;
         const CapabilityForm* quotes = source_.Form(Capability::Quotes);
         const bool byDays =
             quotes != nullptr && quotes->tickers == 0 && tickers_.size() >= kMarketFromTickers;
@@ -119,15 +117,15 @@ std::vector<std::string> Unknown(const LiveReport& report) {
 }
 
 // What goes with the histories.
-FileFault PrepareRest(const Session& session, const TickerBases& bases, const PopulateWith& with,
-                      FileChange& change) {
-    if (const FileFault fault = bases.Save(session.DataFolder(), change)) return fault;
+Failure PrepareRest(const Session& session, const TickerBases& bases, const PopulateWith& with,
+                    FileChange& change) {
+    if (const Failure fault = bases.Save(session.DataFolder(), change)) return fault;
     if (!with.storesYears) return {};
     return PrepareSettingsFile(SettingsFile::Data, session.AppPath, session.settings, change);
 }
 
 // No history was stored, whatever came.
-void FailWholly(const FileFault& fault, LiveReport& report) {
+void FailWholly(const Failure& fault, LiveReport& report) {
     report.fault = fault;
     report.tickers.clear();
     report.remarks.clear();
@@ -158,7 +156,7 @@ DaySpan WantedHistory(const Session& session) {
 
 LiveTicker StoreAnswer(SourceWorld& world, const SourceClient& client, const CapabilityForm& form,
                        const std::string& ticker, TickerAnswer answer, const std::vector<Path>& oldFiles,
-                       TickerBases& bases, FileChange& change, FileFault& fault) {
+                       TickerBases& bases, FileChange& change, Failure& fault) {
     LiveTicker row{ticker, std::move(answer.outcome), 0};
     if (!row.outcome.Done()) return row;
     std::vector<SourceBar>& bars = answer.bars.bars;
@@ -195,7 +193,7 @@ LiveReport PreparePopulate(SourceWorld& world, const SourceDefinition& source,
     Session& session = world.session;
     BeginRun(session.run);
     session.person.ShowStatusWord(kStatusPopulating);
-    FileFault fault;
+    Failure fault;
     TickerBases bases = TickerBases::Load(session.DataFolder(), fault);
     LiveReport report;
     report.title = source.title;
@@ -222,7 +220,7 @@ LiveReport PopulateFromSource(SourceWorld& world, const SourceDefinition& source
     change.AlsoKeep(world.session.DataFile(kLastRunName));
     LiveReport report = PreparePopulate(world, source, tickers, with, change);
     if (report.fault) return report;
-    if (const FileFault fault = change.Commit()) FailWholly(fault, report);
+    if (const Failure fault = change.Commit()) FailWholly(fault, report);
     return report;
 }
 

@@ -47,6 +47,6 @@ DaySpan WantedHistory(const Session& session);
 // Puts what came of a ticker into the change and its basis; the number of days stored stands in the result.
 LiveTicker StoreAnswer(SourceWorld& world, const SourceClient& client, const CapabilityForm& form,
                        const std::string& ticker, TickerAnswer answer, const std::vector<Path>& oldFiles,
-                       class TickerBases& bases, FileChange& change, FileFault& fault);
+                       class TickerBases& bases, FileChange& change, Failure& fault);
 
 }  // namespace brantlow

@@ -101,7 +101,7 @@ RunReport RunReportOf(const LiveReport& report, std::string what) {
         }
     }
     if (report.fault) {
-        run.Fail(FaultReason(run.What(), report.fault));
+        run.Fail(FailedSentence(run.What(), report.fault));
         if (report.fault.isHalfDone) run.MarkChanged();
     }
     if (!report.unfinished.empty()) run.Fail(report.unfinished);

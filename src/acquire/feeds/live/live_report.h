@@ -26,7 +26,7 @@ struct LiveReport {
     std::string unfinished;
     // What else a person is to be told, a line each.
     std::vector<std::string> remarks;
-    FileFault fault;  // the first file that could not be read or written
+    Failure fault;  // the first file that could not be read or written
 
     std::size_t Count(SourceResult result) const;
     // Tickers for which rows came; failed ones, which are not answered.

@@ -29,13 +29,13 @@ struct Neighbours {
     double after = 0;   // the close of the first day of the split or behind it
 };
 
-FileFault ClosesAround(const std::vector<Path>& files, sys_days splitDay, const FileChange& change,
-                       Neighbours& closes) {
+Failure ClosesAround(const std::vector<Path>& files, sys_days splitDay, const FileChange& change,
+                     Neighbours& closes) {
     sys_days last{};
     sys_days first = sys_days::max();
     for (const Path& file : files) {
         const ReadResult read = ReadWholeFile(change.Where(file));
-        if (read.outcome == ReadOutcome::Failed) return {file, read.error};
+        if (read.outcome == ReadOutcome::Failed) return FailedTo(FailureKind::Read, file, read.error);
         LineReader reader(WithoutHalfLine(read.bytes));
         for (std::string_view line; reader.Next(line);) {
             const HistoryRecord record = ParseHistoryLine(line);
@@ -96,9 +96,9 @@ sys_days LookFrom(const std::vector<std::string>& tickers, const TickerBases& ba
 
 }  // namespace
 
-FileFault ApplySplits(Session& session, const std::string& ticker, std::vector<SourceSplit> splits,
-                      const std::vector<SourceBar>& newBars, TickerBases& bases, FileChange& change,
-                      std::vector<AppliedSplit>& applied) {
+Failure ApplySplits(Session& session, const std::string& ticker, std::vector<SourceSplit> splits,
+                    const std::vector<SourceBar>& newBars, TickerBases& bases, FileChange& change,
+                    std::vector<AppliedSplit>& applied) {
     const sys_days today{session.clock.Today()};
     std::sort(splits.begin(), splits.end(),
               [](const SourceSplit& a, const SourceSplit& b) { return a.day < b.day; });
@@ -106,12 +106,12 @@ FileFault ApplySplits(Session& session, const std::string& ticker, std::vector<S
     splits.erase(std::unique(splits.begin(), splits.end(), again), splits.end());
     Failure unread;
     const std::vector<Path> files = YearFilesOf(session.settings.QuoteFolder, ticker, &unread);
-    if (unread) return {unread.file, unread.cause};
+    if (unread) return unread;
     if (files.empty()) return {};
     for (const SourceSplit& split : splits) {
         if (split.day > today) continue;
         Neighbours closes;
-        if (FileFault fault = ClosesAround(files, split.day, change, closes)) return fault;
+        if (Failure fault = ClosesAround(files, split.day, change, closes)) return fault;
         const auto behind = std::find_if(newBars.begin(), newBars.end(),
                                          [&](const SourceBar& bar) { return bar.day >= split.day; });
         if (!(closes.after > 0) && behind != newBars.end()) closes.after = behind->close;
@@ -124,19 +124,18 @@ FileFault ApplySplits(Session& session, const std::string& ticker, std::vector<S
     return {};
 }
 
-FileFault CommitSplits(Session& session, const TickerBases& bases, const std::vector<AppliedSplit>& applied,
-                       FileChange& change) {
+Failure CommitSplits(Session& session, const TickerBases& bases, const std::vector<AppliedSplit>& applied,
+                     FileChange& change) {
     if (applied.empty()) return {};
     const Path file = session.DataFolder() / kSourceSplitsName;
-    const ReadResult old = ReadWholeFile(file);
-    if (old.outcome == ReadOutcome::Failed) return {file, old.error};
-    std::string log = old.bytes;
+    std::string log;
+    if (Failure failure = ReadIfThere(file, log)) return failure;
     for (const AppliedSplit& row : applied) {
         log += fmt::format("{} {} {} {}\r\n", FormatIsoDate(Date{row.split.day}), row.ticker,
                            ShortestNumber(row.split.factor), row.days);
     }
-    if (const FileFault fault = change.Write(file, log)) return fault;
-    if (const FileFault fault = bases.Save(session.DataFolder(), change)) return fault;
+    if (const Failure fault = change.Write(file, log)) return fault;
+    if (const Failure fault = bases.Save(session.DataFolder(), change)) return fault;
     return change.Commit();
 }
 

@@ -24,19 +24,19 @@ struct AppliedSplit {
 // Restates the history of `ticker` for those of `splits` that are not in it and whose day has come. A history
 // of unknown origin is restated where its prices jump at the split's day and the factor takes the jump away.
 // `newBars` are days that are to follow the stored ones, on the basis of today.
-FileFault ApplySplits(Session& session, const std::string& ticker, std::vector<SourceSplit> splits,
-                      const std::vector<SourceBar>& newBars, TickerBases& bases, FileChange& change,
-                      std::vector<AppliedSplit>& applied);
+Failure ApplySplits(Session& session, const std::string& ticker, std::vector<SourceSplit> splits,
+                    const std::vector<SourceBar>& newBars, TickerBases& bases, FileChange& change,
+                    std::vector<AppliedSplit>& applied);
 
 // Puts the applied splits' log and the bases into the change and carries it out.
-FileFault CommitSplits(Session& session, const TickerBases& bases, const std::vector<AppliedSplit>& applied,
-                       FileChange& change);
+Failure CommitSplits(Session& session, const TickerBases& bases, const std::vector<AppliedSplit>& applied,
+                     FileChange& change);
 
 struct LiveSplitCheck {
     SourceOutcome outcome;
     std::size_t told = 0;  // splits of the span, of any ticker
     std::vector<AppliedSplit> applied;
-    FileFault fault;
+    Failure fault;
 };
 
 // Asks the source for the splits since the oldest history that may lack one, at most a year back, and applies

@@ -75,7 +75,7 @@ bool MarketDays::HasDay(sys_days day) const {
     return read.outcome == ReadOutcome::Done && read.bytes.starts_with(mark_ + "\n");
 }
 
-SourceOutcome MarketDays::FetchDay(sys_days day, FileFault& fault) {
+SourceOutcome MarketDays::FetchDay(sys_days day, Failure& fault) {
     SourceReply reply = client_.Ask({Capability::Quotes, {}, day, day});
     if (!reply.outcome.Done()) return reply.outcome;
     std::string bytes = mark_ + "\n";
@@ -84,7 +84,9 @@ SourceOutcome MarketDays::FetchDay(sys_days day, FileFault& fault) {
         if (place == places_.end()) continue;
         bytes += DayLine(place->second, bars);
     }
-    if (const auto error = WriteWholeFile(DayFile(day), bytes, Flush::Later)) fault = {DayFile(day), error};
+    const Path file = DayFile(day);
+    if (const auto error = WriteWholeFile(file, bytes, Flush::Later))
+        fault = FailedTo(FailureKind::Write, file, error);
     return {};
 }
 
@@ -100,7 +102,7 @@ MarketDaysEnd MarketDays::Fetch(sys_days from, sys_days to) {
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
     if (error) {
-        end.fault = {folder_, error};
+        end.fault = FailedTo(FailureKind::Make, folder_, error);
         return end;
     }
     const sys_days newest = NewestEndedDay(*client_.Source().zone, EpochOf(world_.session.clock));

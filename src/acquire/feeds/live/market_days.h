@@ -22,7 +22,7 @@ struct MarketDaysEnd {
     SourceOutcome outcome;
     // "412 of 521 days are there; ..." for a person; empty when all are.
     std::string unfinished;
-    FileFault fault;
+    Failure fault;
 };
 
 class MarketDays {
@@ -43,7 +43,7 @@ class MarketDays {
   private:
     Path DayFile(std::chrono::sys_days day) const;
     bool HasDay(std::chrono::sys_days day) const;
-    SourceOutcome FetchDay(std::chrono::sys_days day, FileFault& fault);
+    SourceOutcome FetchDay(std::chrono::sys_days day, Failure& fault);
     void ShowLeft(std::size_t done, std::size_t count);
     SourceOutcome FetchSplits(std::chrono::sys_days from, std::chrono::sys_days to);
     void ReadDay(std::chrono::sys_days day, std::size_t first, std::size_t end,

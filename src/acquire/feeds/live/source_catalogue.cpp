@@ -53,7 +53,7 @@ SourceCatalogue LoadSources(const Path& dataFolder) {
         if (read.outcome == ReadOutcome::Done) {
             Take(catalogue, file, read.bytes);
         } else {
-            catalogue.refusals.push_back(file + ": cannot be read: " + read.error.message());
+            catalogue.refusals.push_back(Sentence(FailedTo(FailureKind::Read, file, read.error)));
         }
     }
     return catalogue;

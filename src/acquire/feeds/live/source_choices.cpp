@@ -32,9 +32,9 @@ std::string KeepChoices(Session& session, const SourceChoices& choices) {
     if (!refusal.empty() || choices.names == ChoicesOf(session.settings).names) return refusal;
     SettingsTables draft = session.settings;
     for (std::size_t i = 0; i < kSourceLines; ++i) Set(draft, kLines[i], choices.names[i]);
-    const FileFault fault =
+    const Failure fault =
         ApplySettings(draft, SettingsFile::Src, OrdinaryChange(session.AppPath), session.settings);
-    return fault ? CannotBeSaved(fault) : std::string();
+    return Sentence(fault);
 }
 
 }  // namespace brantlow

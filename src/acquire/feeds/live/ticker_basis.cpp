@@ -48,12 +48,12 @@ bool HoldsDividends(PriceBasis basis) {
 
 }  // namespace
 
-TickerBases TickerBases::Load(const Path& dataFolder, FileFault& fault) {
+TickerBases TickerBases::Load(const Path& dataFolder, Failure& fault) {
     TickerBases bases;
     const Path file = dataFolder / kSourceHistoriesName;
-    const ReadResult read = ReadWholeFile(file);
-    if (read.outcome == ReadOutcome::Failed) fault = {file, read.error};
-    const json document = json::parse(read.bytes, nullptr, false);
+    std::string bytes;
+    if (Failure failure = ReadIfThere(file, bytes)) fault = std::move(failure);
+    const json document = json::parse(bytes, nullptr, false);
     if (!document.is_object()) return bases;
     for (const auto& [ticker, entry] : document.items()) {
         if (entry.is_object()) bases.entries_[ticker] = ReadBasis(entry);
@@ -66,7 +66,7 @@ const TickerBasis* TickerBases::Find(std::string_view ticker) const {
     return found == entries_.end() ? nullptr : &found->second;
 }
 
-FileFault TickerBases::Save(const Path& dataFolder, FileChange& change) const {
+Failure TickerBases::Save(const Path& dataFolder, FileChange& change) const {
     json document = json::object();
     for (const auto& [ticker, basis] : entries_) document[ticker] = WrittenBasis(basis);
     const auto replace = json::error_handler_t::replace;

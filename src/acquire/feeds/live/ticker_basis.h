@@ -30,7 +30,7 @@ struct TickerBasis {
 class TickerBases {
   public:
     // The entries of the folder; none where the file is missing. A file that cannot be read gives the fault.
-    static TickerBases Load(const Path& dataFolder, FileFault& fault);
+    static TickerBases Load(const Path& dataFolder, Failure& fault);
 
     // Null for a ticker without an entry.
     const TickerBasis* Find(std::string_view ticker) const;
@@ -38,7 +38,7 @@ class TickerBases {
     void Forget(const std::string& ticker) { entries_.erase(ticker); }
 
     // Puts the entries into the change.
-    FileFault Save(const Path& dataFolder, FileChange& change) const;
+    Failure Save(const Path& dataFolder, FileChange& change) const;
 
   private:
     std::map<std::string, TickerBasis, std::less<>> entries_;

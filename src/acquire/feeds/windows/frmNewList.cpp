@@ -309,9 +309,9 @@ bool frmNewList::KeepChoices() {
 bool frmNewList::KeepYears() {
     SettingsTables draft = session_.settings;
     Set(draft, kHistoryYears, years_->currentData().toDouble());
-    const FileFault fault =
+    const Failure fault =
         ApplySettings(draft, SettingsFile::Data, OrdinaryChange(session_.AppPath), session_.settings);
-    if (fault) Tell(CannotBeSaved(fault));
+    if (fault) Tell(Sentence(fault));
     return !fault;
 }
 

@@ -121,10 +121,10 @@ void frmPopulate::Populate() {
         if (!options_[i]->isChecked()) continue;
         SettingsTables draft = session_.settings;
         Set(draft, kHistoryYears, kYearsOptions[i].years);
-        const FileFault fault =
+        const Failure fault =
             ApplySettings(draft, SettingsFile::Data, OrdinaryChange(session_.AppPath), session_.settings);
         if (fault) {
-            session_.person.Say(CannotBeSaved(fault));
+            session_.person.Say(Sentence(fault));
             return;
         }
         accept();

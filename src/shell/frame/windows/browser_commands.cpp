@@ -53,10 +53,8 @@ void BrowserCommands::OpenUsersForum() {
     if (LoadForumUser(userStore_).name.empty()) {
         frmForumLogin login(userStore_, &frame_.window);
         if (login.exec() != QDialog::Accepted) return;
-        if (const std::error_code error = login.StoreError()) {
-            frame_.person.Say("The name cannot be kept in " + userStore_.string() + " (" + error.message() +
-                              ")");
-        }
+        if (Failure failure = FailedTo(FailureKind::Write, userStore_, login.StoreError()))
+            frame_.person.Say(Sentence(std::move(failure).About("the name is not kept")));
     }
     const ForumUser user = LoadForumUser(userStore_);
     if (!user.name.empty()) OpenPage(ForumAddress(frame_.hosts, user.name, user.password));

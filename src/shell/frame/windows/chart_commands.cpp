@@ -216,10 +216,8 @@ void ChartCommands::ShowOptionsInMenu() {
 }
 
 void ChartCommands::KeepOptions() {
-    const std::error_code error = SaveChartOptions(userStore_, options_);
-    if (!error) return;
-    frame_.person.Say("How charts look cannot be kept in " + userStore_.string() + " (" + error.message() +
-                      ")");
+    if (Failure failure = FailedTo(FailureKind::Write, userStore_, SaveChartOptions(userStore_, options_)))
+        frame_.person.Say(Sentence(std::move(failure).About("how charts look is not kept")));
 }
 
 void ChartCommands::OfferHistory() {
@@ -235,7 +233,7 @@ void ChartCommands::DownloadHistory() {
     TellHistory(chart_.SelectorTicker, download, report);
     if (!report.Tickers().empty()) frame_.tell(report);
     if (download.outcome == HistoryOutcome::Failed) {
-        frame_.person.Say(FaultSentence("The history of " + chart_.SelectorTicker, download.error));
+        frame_.person.Say(ChangeSentence("The history of " + chart_.SelectorTicker, download.error));
     }
     CloseForm();
 }

@@ -8,8 +8,9 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <algorithm>
+
 #include "base/windows/display_text.h"
-#include "shell/recent_files.h"
 
 namespace brantlow {
 
@@ -145,17 +146,16 @@ void CommandBar::ShowQuoteFileButtons() {
     for (QAction* button : waiting_) button->setVisible(true);
 }
 
-void CommandBar::ShowRecentFiles(const SettingsTable& mruSettings) {
-    bool any = false;
-    for (std::size_t entry = 1; entry <= kRecentFileCount; ++entry) {
-        QString name = Shown(mruSettings.Text(entry));
-        QAction* action = recent_.at(static_cast<qsizetype>(entry) - 1);
-        action->setVisible(!name.isEmpty());
-        any = any || !name.isEmpty();
-        name.replace(QLatin1Char('&'), QStringLiteral("&&"));
-        action->setText(QStringLiteral("&%1 %2").arg(entry).arg(name));
+void CommandBar::ShowRecentFiles(const RecentFileNames& names) {
+    const auto isFilled = [](const std::string& name) { return !name.empty(); };
+    recentBar_->setVisible(std::any_of(names.begin(), names.end(), isFilled));
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        QString words = Shown(names[i]);
+        words.replace(QLatin1Char('&'), QStringLiteral("&&"));
+        QAction* action = recent_.at(static_cast<qsizetype>(i));
+        action->setVisible(isFilled(names[i]));
+        action->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(words));
     }
-    recentBar_->setVisible(any);
 }
 
 }  // namespace brantlow

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "shell/frame/commands.h"
-#include "shell/settings/settings_tables.h"
+#include "shell/recent_files.h"
 
 class QAction;
 class QMainWindow;
@@ -33,7 +33,7 @@ class CommandBar final : public QObject {
     // Shows and enables the buttons that wait for an end-of-day table; they stay so.
     void ShowQuoteFileButtons();
     // The recent files' names as entries; an empty one keeps its entry hidden.
-    void ShowRecentFiles(const SettingsTable& mruSettings);
+    void ShowRecentFiles(const RecentFileNames& names);
 
   Q_SIGNALS:
     // A recent-file entry was chosen, 1 to 4.

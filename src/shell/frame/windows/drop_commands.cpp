@@ -65,10 +65,9 @@ void DropCommands::TakeFile(const Path& file) {
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     if (!error && size > kLargestText) return frame_.person.Say(name + ": too large for a list of tickers");
-    const ReadResult read = ReadWholeFile(file);
-    if (read.outcome != ReadOutcome::Done)
-        return frame_.person.Say(file.string() + ": cannot be read (" + read.error.message() + ")");
-    AddTickers(read.bytes, name);
+    std::string bytes;
+    if (const Failure failure = ReadNeeded(file, bytes)) return frame_.person.Say(Sentence(failure));
+    AddTickers(bytes, name);
 }
 
 // One from elsewhere is copied into the data folder, where all tables lie.
@@ -84,10 +83,9 @@ void DropCommands::OpenQuoteFile(const Path& file) {
                                                 "that was dropped?"
                                           : "Copy " + name + " into the data folder and open it?";
     if (!frame_.person.AskBeforeLoss(question, "Open", replaces ? "Replace" : "Copy")) return;
-    const ReadResult read = ReadWholeFile(file);
-    if (read.outcome != ReadOutcome::Done)
-        return frame_.person.Say(file.string() + ": cannot be read (" + read.error.message() + ")");
-    if (const std::error_code failure = WriteWholeFile(target, read.bytes))
+    std::string bytes;
+    if (const Failure failure = ReadNeeded(file, bytes)) return frame_.person.Say(Sentence(failure));
+    if (const std::error_code failure = WriteWholeFile(target, bytes))
         return frame_.person.Say(target.string() + ": cannot be written (" + failure.message() + ")");
     frame_.openNamed(name);
 }
@@ -107,15 +105,14 @@ void DropCommands::AddTickers(const std::string& text, const std::string& from) 
                                  (fresh.size() > 1 ? " ... " + fresh.back() : "") + ")";
     if (!frame_.person.AskBeforeLoss(question, "Add Symbols", "Add")) return;
     std::size_t added = 0;
-    for (const std::string& ticker : fresh) added += table.AppendLine(ticker) ? 1 : 0;
+    for (const std::string& ticker : fresh) added += table.AppendLine(ticker) ? 1U : 0U;
     SortTable(table, form->CurrentColumn(), SortOrder::Ascending);
     form->TableChanged();
     const std::error_code error = AutomaticSave(frame_.session, table);
     frame_.person.ShowStatusWord("Complete");
     frame_.person.ShowTickerCount(table.TickerCount());
     form->SelectTicker(fresh.front());
-    if (error)
-        return frame_.person.Say(frame_.session.CurrentFile + ": cannot be saved (" + error.message() + ")");
+    if (error) return frame_.person.Say(CannotBeSaved(frame_.session.CurrentFile, error));
     frame_.notice(CountOf(added) + " added. Populate Database fetches their histories.");
 }
 

@@ -130,12 +130,10 @@ void EditCommands::EditAlarm() {
 
 void EditCommands::TellEdit(const TableEdit& edit) {
     if (edit.fault) {
-        frame_.person.Say(FaultSentence("The edit", edit.fault));
+        frame_.person.Say(ChangeSentence("The edit", edit.fault));
     } else if (edit.saveError) {
-        frame_.person.Say(frame_.session.CurrentFile + ": cannot be saved (" + edit.saveError.message() +
-                          ")");
+        frame_.person.Say(CannotBeSaved(frame_.session.CurrentFile, edit.saveError));
     }
-    if (edit.historyError) TellDatabaseError(frame_, edit.historyError);
 }
 
 void EditCommands::SortAscending() {

@@ -57,7 +57,9 @@ void ExplainCommands::Follow() {
 }
 
 void ExplainCommands::ShowOrigin() {
-    const std::optional<TableOrigin>& origin = followed_->Table().Origin();
+    const frmQuoteGrid* const form = followed_;
+    if (!form) return;
+    const std::optional<TableOrigin>& origin = form->Table().Origin();
     if (!origin) return pane_->ShowOrigin(std::nullopt, std::nullopt);
     pane_->ShowOrigin(IntervalOf(origin->interval), origin->day);
 }
@@ -124,8 +126,9 @@ void ExplainCommands::OpenChart() {
 }
 
 bool ExplainCommands::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::ToolTip || !followed_ || !PaneShows()) return false;
-    const FrozenTableView& view = *followed_->View();
+    const frmQuoteGrid* const form = followed_;
+    if (event->type() != QEvent::ToolTip || !form || !PaneShows()) return false;
+    const FrozenTableView& view = *form->View();
     if (watched != view.viewport()) return false;
     const auto* const help = static_cast<QHelpEvent*>(event);
     return ShowTip(view, help->pos(), help->globalPos());

@@ -10,6 +10,7 @@
 #include "shell/frame/windows/frame_children.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/recent_files.h"
 #include "store/quote_export.h"
 #include "store/table_figures.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -131,7 +132,8 @@ void FileCommands::NameChanged() {
 
 // A window that never came into sight showed no table.
 void FileCommands::CloseForm() {
-    if (window_ && window_->isVisible()) lastClosed_ = frame_.session.CurrentFile;
+    const QWidget* const window = window_;
+    if (window && window->isVisible()) lastClosed_ = frame_.session.CurrentFile;
     frame_.children.Remove(window_);
     window_ = nullptr;
     form_ = nullptr;
@@ -160,12 +162,12 @@ void FileCommands::OpenFundamentals() {
 }
 
 void FileCommands::OpenRecentFile(std::size_t entry) {
-    OpenNamed(frame_.session.settings.MruSettings.Text(entry));
+    OpenNamed(RecentFiles(frame_.session.settings).at(entry - 1));
 }
 
 void FileCommands::OpenNamed(const std::string& name) {
     frame_.forgetRows();
-    frame_.session.OpenWithoutDialog = "True";
+    frame_.session.OpenWithoutDialog = true;
     frame_.session.PickedFile = name;
     OpenQuotesFile();
 }
@@ -222,7 +224,7 @@ void FileCommands::ExportCsv() {
     const std::vector<std::size_t> rows = form_->ShownRows();
     const std::error_code error = WriteWholeFile(
         file, RowsText(form_->Table(), rows, ShownColumns(form_->Table()), CellsBetween::Commas));
-    if (error) return frame_.person.Say(file.string() + ": cannot be saved (" + error.message() + ")");
+    if (error) return frame_.person.Say(CannotBeSaved(file, error));
     frame_.notice(std::to_string(rows.size()) + (rows.size() == 1 ? " row" : " rows") + " exported to " +
                   file.string());
 }

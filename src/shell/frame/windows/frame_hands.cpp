@@ -16,9 +16,4 @@ bool RefusedBySettings(const FrameHands& frame, SettingsNeeds needs) {
     return !sentence.empty();
 }
 
-void TellDatabaseError(const FrameHands& frame, const std::error_code& error) {
-    frame.person.Say(frame.session.settings.QuoteFolder + ": a file of the database cannot be written (" +
-                     error.message() + ")");
-}
-
 }  // namespace brantlow

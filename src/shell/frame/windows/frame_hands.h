@@ -134,6 +134,4 @@ struct FrameHands {
 // True, with a sentence to the person, while one of these settings files cannot be read.
 bool RefusedBySettings(const FrameHands& frame, SettingsNeeds needs);
 
-void TellDatabaseError(const FrameHands& frame, const std::error_code& error);
-
 }  // namespace brantlow

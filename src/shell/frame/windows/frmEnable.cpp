@@ -106,16 +106,16 @@ void frmEnable::keyPressEvent(QKeyEvent* event) {
 // The run goes on meanwhile: the question holds up nothing, and goes with the window.
 void frmEnable::AskExit() {
     if (question_) return question_->raise();
-    question_ = new QMessageBox(this);
-    question_->setAttribute(Qt::WA_DeleteOnClose);
-    question_->setWindowTitle(windowTitle());
-    question_->setText(QStringLiteral("End the run after the ticker in work? What is done stays."));
-    const QAbstractButton* const exit =
-        question_->addButton(QStringLiteral("&Exit"), QMessageBox::AcceptRole);
-    question_->setDefaultButton(question_->addButton(QStringLiteral("&Go On"), QMessageBox::RejectRole));
+    auto* const question = new QMessageBox(this);
+    question_ = question;
+    question->setAttribute(Qt::WA_DeleteOnClose);
+    question->setWindowTitle(windowTitle());
+    question->setText(QStringLiteral("End the run after the ticker in work? What is done stays."));
+    const QAbstractButton* const exit = question->addButton(QStringLiteral("&Exit"), QMessageBox::AcceptRole);
+    question->setDefaultButton(question->addButton(QStringLiteral("&Go On"), QMessageBox::RejectRole));
     connect(exit, &QAbstractButton::clicked, this, &frmEnable::Exit);
-    question_->open();
-    question_->setEnabled(true);
+    question->open();
+    question->setEnabled(true);
 }
 
 void frmEnable::Resume() {

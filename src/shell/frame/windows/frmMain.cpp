@@ -29,7 +29,7 @@
 #include "shell/frame/windows/told_runs.h"
 #include "shell/frame/windows/welcome_page.h"
 #include "shell/frame/windows/window_person.h"
-#include "shell/settings/lines.h"
+#include "shell/recent_files.h"
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
 #include "shell/user_store.h"
@@ -161,7 +161,7 @@ void frmMain::LendHands() {
         if (KindOf(session_.CurrentFile) == FileKind::Ddq) commands_->ShowQuoteFileButtons();
     };
     hands.showPopUpMenu = [this](const QPoint& place) { ShowPopUpMenu(place); };
-    hands.showRecentFiles = [this] { commands_->ShowRecentFiles(session_.settings.MruSettings); };
+    hands.showRecentFiles = [this] { commands_->ShowRecentFiles(RecentFiles(session_.settings)); };
     hands.showStatusBar = [this] {
         statusBar()->show();
         commands_->Entry("mnuViewStatusBar")->setChecked(true);
@@ -250,8 +250,8 @@ void frmMain::Load() {
     subjects_->chart.LoadOptions();
     ShowTitle();
     TellUnreadableSettings();
-    session_.PickedFile = TextOf(session_.settings, kRecentFile1);
-    commands_->ShowRecentFiles(session_.settings.MruSettings);
+    session_.PickedFile = RecentFiles(session_.settings).front();
+    commands_->ShowRecentFiles(RecentFiles(session_.settings));
     PlaceFrame();
     OpenNewestFile();
     ProgressBar1->hide();
@@ -280,9 +280,9 @@ void frmMain::OpenNewestFile() {
         person_.ShowStatusWord(kStatusComplete);
         return ShowWelcome();
     }
-    session_.OpenWithoutDialog = "True";
+    session_.OpenWithoutDialog = true;
     subjects_->file.OpenQuotesFile();
-    session_.OpenWithoutDialog = "False";
+    session_.OpenWithoutDialog = false;
 }
 
 bool frmMain::PlaceAsKept(const KeptFrame& kept) {
@@ -342,7 +342,7 @@ void frmMain::TellRun(const RunReport& report) {
     told_->Tell(report);
     if (report.Tickers().empty()) return;
     const std::error_code error = KeepLastRun(session_.DataFolder(), report, session_.clock);
-    if (error) person_.Say(std::string(kLastRunName) + ": cannot be saved (" + error.message() + ")");
+    if (error) person_.Say(CannotBeSaved(kLastRunName, error));
 }
 
 Path frmMain::AskFile(const FileQuestion& question) {
@@ -404,8 +404,8 @@ void frmMain::StoreGeometry() {
 }
 
 void frmMain::TellUnkeptPlace(const std::error_code& error) {
-    if (!error) return;
-    person_.Say("The window's place cannot be kept in " + userStore_.string() + " (" + error.message() + ")");
+    if (Failure failure = FailedTo(FailureKind::Write, userStore_, error))
+        person_.Say(Sentence(std::move(failure).About("the window's place is not kept")));
 }
 
 }  // namespace brantlow

@@ -83,7 +83,7 @@ void PrintCommands::PrintToFile(const QImage& picture, const QString& caption) {
     const Path file = AskImageFile("Print", caption, kPdfExtension);
     if (file.empty()) return;
     const std::error_code error = pages_.WritePdf(file, picture, caption);
-    frame_.person.Say(error ? file.string() + ": cannot be saved (" + error.message() + ")"
+    frame_.person.Say(error ? CannotBeSaved(file, error)
                             : "There is no printer. The page was written to " + file.string());
 }
 
@@ -98,7 +98,7 @@ void PrintCommands::PrintPages(const QString& title, const PagePrinter::PaintPag
     const Path file = AskImageFile("Print Whole Table", title, kPdfExtension);
     if (file.empty()) return;
     const std::error_code error = pages_.WritePdfPages(file, paint, title);
-    frame_.person.Say(error ? file.string() + ": cannot be saved (" + error.message() + ")"
+    frame_.person.Say(error ? CannotBeSaved(file, error)
                             : "There is no printer. The pages were written to " + file.string());
 }
 
@@ -130,7 +130,7 @@ void PrintCommands::SavePictureAs(QWidget& client, const QString& caption,
 void PrintCommands::WritePicture(const std::string& bytes, const Path& file) {
     const std::error_code error = SaveTextFile(file, bytes);
     if (!error) return frame_.notice("Saved as " + file.string());
-    frame_.person.Say(file.string() + ": cannot be saved (" + error.message() + ")");
+    frame_.person.Say(CannotBeSaved(file, error));
 }
 
 Path PrintCommands::AskImageFile(const std::string& title, const QString& caption, std::string_view extension,

@@ -50,8 +50,8 @@ void RunCommands::StockSelector() {
         frame_.person.Say(kSelectorNeedsQuoteFile);
         return;
     }
-    if (const FileFault fault = CreateEvaluationFile(form->Table(), frame_.session)) {
-        frame_.person.Say(FaultSentence(kSelectorChange, fault));
+    if (const Failure fault = CreateEvaluationFile(form->Table(), frame_.session)) {
+        frame_.person.Say(ChangeSentence(kSelectorChange, fault));
         return;
     }
     if (RunsSelector(frame_.session.settings)) {
@@ -107,7 +107,7 @@ bool RunCommands::Populate() {
     const PopulateRun run = PopulateDatabase(frame_.session, frame_.web, frame_.hosts, form->Table());
     const bool stays = frame_.runs.EndOn(*form);
     frame_.tell(run.report);
-    if (stays && run.error) frame_.person.Say(FaultSentence("Populate", run.error));
+    if (stays && run.error) frame_.person.Say(ChangeSentence("Populate", run.error));
     return stays && !run.stopped;
 }
 
@@ -120,7 +120,7 @@ void RunCommands::RunRepopulate() {
     const PopulateRun run = RepopulateReported(frame_.session, frame_.web, frame_.hosts);
     const bool stays = frame_.runs.End();
     frame_.tell(run.report);
-    if (stays && run.error) frame_.person.Say(FaultSentence("Populate", run.error));
+    if (stays && run.error) frame_.person.Say(ChangeSentence("Populate", run.error));
 }
 
 void RunCommands::TellOutcome(const SelectorOutcome& outcome) {
@@ -166,7 +166,7 @@ void RunCommands::RestateHistory(const std::string& ticker, double SplitFactor) 
         AdjustForSplit(source, ChangePlaceOf(frame_.session), ticker, SplitFactor, *series);
     frame_.person.ShowStatusWord(kStatusComplete);
     if (adjustment.error) {
-        frame_.person.Say(FaultSentence("Split of " + ticker, adjustment.error));
+        frame_.person.Say(ChangeSentence("Split of " + ticker, adjustment.error));
     } else if (adjustment.SplitIndex > 0) {
         frame_.window.statusBar()->showMessage(ResultSentence(ticker, adjustment.SplitIndex),
                                                kResultMilliseconds);

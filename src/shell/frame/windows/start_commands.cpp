@@ -21,9 +21,8 @@ std::string WhyNotFilled(const PracticeResult& result) {
             return "The practice table is not made, since the application folder already holds " +
                    result.detail + ". Nothing was changed.";
         case PracticeOutcome::NoPrices:
-            return "The practice prices cannot be read: " + result.detail;
         case PracticeOutcome::Failed:
-            return "The practice table could not be written: " + result.detail;
+            return result.detail;
         case PracticeOutcome::Filled:
             break;
     }

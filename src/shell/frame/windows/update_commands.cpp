@@ -37,18 +37,12 @@ int StatusOf(RunExtent extent) {
 }
 
 // The first thing that could not be written, as a sentence; empty when everything could.
-std::string FailureOf(const DailyUpdate& update, const std::string& name) {
-    const auto sentence = [](std::string_view what, const std::error_code& error) {
-        return std::string(what) + " cannot be written (" + error.message() + ")";
-    };
+std::string FirstFailure(const DailyUpdate& update, const std::string& name) {
     if (update.quotes.error) return Sentence(update.quotes.error);
-    if (update.database && update.database->error) {
-        return sentence(update.database->error.file.string(), update.database->error.code);
-    }
-    if (update.splits && update.splits->error) {
-        return FaultSentence(kSplitCalendarChange, update.splits->error);
-    }
-    if (update.saveError) return sentence(name, update.saveError);
+    if (update.database && update.database->error) return Sentence(update.database->error);
+    if (update.splits && update.splits->error)
+        return ChangeSentence(kSplitCalendarChange, update.splits->error);
+    if (update.saveError) return CannotBeSaved(name, update.saveError);
     return update.refusal;
 }
 
@@ -89,7 +83,7 @@ bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport
     ShowAlarms(update.quotes.alarms, DesktopDoors());
     if (!stays) return false;
     if (update.selectorFollows) frame_.run(kSelectorCommand);
-    const std::string failure = FailureOf(update, name);
+    const std::string failure = FirstFailure(update, name);
     // Nobody may be there to answer; the line and the list tell it.
     if (!failure.empty() && !isDaily) frame_.person.Say(failure);
     return true;
@@ -140,7 +134,7 @@ RunReport UpdateCommands::RunNewest() {
     const frmQuoteGrid* const shown = frame_.table.form();
     if (!shown || frame_.session.CurrentFile != kEvaluationsName) return report;
     if (const auto error = SaveEvaluations(frame_.session, shown->Table())) {
-        report.Fail(std::string(kEvaluationsName) + " could not be written: " + error.message());
+        report.Fail(CannotBeSaved(kEvaluationsName, error));
         frame_.tell(report);
     }
     return report;
@@ -193,8 +187,8 @@ void UpdateCommands::ExtendedFundamentals() {
         frame_.person.Say(kFundamentalsOverTemplate);
         return;
     }
-    if (const FileFault fault = CreateFundamentalFile(form->Table(), frame_.session)) {
-        frame_.person.Say(FaultSentence(kFundamentalsChange, fault));
+    if (const Failure fault = CreateFundamentalFile(form->Table(), frame_.session)) {
+        frame_.person.Say(ChangeSentence(kFundamentalsChange, fault));
         return;
     }
     if (frame_.table.show(kFundamentalsName)) CollectFundamentals(*frame_.table.form());
@@ -210,7 +204,7 @@ void UpdateCommands::CollectFundamentals(frmQuoteGrid& form) {
     frame_.tell(outcome.report);
     frame_.table.nameChanged();
     if (frame_.runs.TakeCloseTable() && stays) frame_.table.close();
-    if (outcome.saveError) frame_.person.Say(FaultSentence(kFundamentalsChange, outcome.saveError));
+    if (outcome.saveError) frame_.person.Say(ChangeSentence(kFundamentalsChange, outcome.saveError));
 }
 
 void UpdateCommands::ImportQuoteFile() {
@@ -224,7 +218,7 @@ void UpdateCommands::ImportQuoteFile() {
     frame_.tell(import.report);
     if (import.outcome == ImportOutcome::Failed) {
         const std::string file = ImportFile(frame_.session.AppPath, frame_.session.settings).string();
-        frame_.person.Say(FaultSentence("The import of " + file, import.error));
+        frame_.person.Say(ChangeSentence("The import of " + file, import.error));
     }
 }
 

@@ -96,7 +96,7 @@ void UpkeepCommands::RemoveUpdate() {
     frame_.person.HideProgress();
     if (!result.hasList) return frame_.person.Say(kNoUpdateToRemove);
     if (result.error) {
-        return frame_.person.Say(FaultSentence(kRemoveLastUpdateChange, result.error));
+        return frame_.person.Say(ChangeSentence(kRemoveLastUpdateChange, result.error));
     }
     frame_.notice(std::to_string(result.removed) +
                   (result.removed == 1 ? " record removed" : " records removed"));
@@ -117,7 +117,7 @@ void UpkeepCommands::CombineFiles() {
     const CombinedFile combined = CombineQuoteFiles(frame_.session, names[0], names[1], names[2]);
     if (!combined.unreadable.empty())
         return frame_.person.Say(combined.unreadable + ": no such file in Data");
-    if (combined.error) return frame_.person.Say(FaultSentence("Combine", combined.error));
+    if (combined.error) return frame_.person.Say(ChangeSentence("Combine", combined.error));
     frame_.notice(names[2] + ": " + std::to_string(combined.rows) + " rows");
 }
 
@@ -137,7 +137,7 @@ void UpkeepCommands::Undo() {
     const UndoResult result = UndoChange(ChangePlaceOf(frame_.session), {});
     if (result.change.number == 0) return frame_.notice(std::string(kNothingToUndo));
     if (result.fault) {
-        return frame_.person.Say(FaultSentence(NameOfUndoing(result.change.what), result.fault));
+        return frame_.person.Say(ChangeSentence(NameOfUndoing(result.change.what), result.fault));
     }
     ShowUndone(result.files);
     frame_.notice("Undone: " + result.change.what);
@@ -233,15 +233,12 @@ void UpkeepCommands::BackUpBeforeExit() {
     if (!BackUpIsDue(frame_.session.settings, today)) return;
     frame_.person.ShowStatusWord(kStatusSaving);
     frame_.session.run.ProgressLastShown = 0;
-    frame_.session.ProgressAlways = "True";
+    frame_.session.ProgressAlways = true;
     const ExitBackUp backUp =
         BackUpAtExit(frame_.session.AppPath, today, frame_.session.settings, frame_.person);
-    frame_.session.ProgressAlways = "False";
+    frame_.session.ProgressAlways = false;
     frame_.person.ShowStatusWord(kStatusComplete);
-    if (backUp.settingsError) {
-        frame_.person.Say(SettingsFileName(SettingsFile::Data) + ": cannot be saved (" +
-                          backUp.settingsError.message() + ")");
-    }
+    if (backUp.settingsError) frame_.person.Say(Sentence(backUp.settingsError));
 }
 
 }  // namespace brantlow

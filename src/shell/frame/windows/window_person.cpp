@@ -177,7 +177,7 @@ void WindowPerson::HideProgress() {
 
 bool WindowPerson::ProgressShows() const {
     return frame_.progressBar &&
-           (KindOf(session_->CurrentFile) != FileKind::None || session_->ProgressAlways == "True");
+           (KindOf(session_->CurrentFile) != FileKind::None || session_->ProgressAlways);
 }
 
 void WindowPerson::ShowProgress(double fraction) {

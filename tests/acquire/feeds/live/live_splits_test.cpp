@@ -23,7 +23,7 @@ constexpr const char* kRestated =
 class LiveSplits : public SourceTest {
   protected:
     void Known(std::chrono::sys_days through) {
-        FileFault fault;
+        Failure fault;
         TickerBases bases = TickerBases::Load(folder / "Data", fault);
         TickerBasis basis;
         basis.source = "massive";
