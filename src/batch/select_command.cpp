@@ -55,7 +55,8 @@ ExitStatus SelectFrom(BatchCall& call, const std::string& name, Interval interva
     Analysis analysis;
     SelectorOutcome outcome;
     RunSelector(session, analysis, interval, evaluations, outcome, std::nullopt, Leftovers::Unused);
-    evaluations.SetOrigin(OriginOfRun(session, interval, name));
+    // Whoever looks back keeps his tables apart, and finds no second file beside them.
+    if (!outcome.looksBack) evaluations.SetOrigin(OriginOfRun(session, interval, name));
 
     const std::size_t rows = evaluations.TickerCount();
     if (rows > 0 && outcome.unreadable.size() == rows)

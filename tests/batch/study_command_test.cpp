@@ -207,6 +207,104 @@ TEST_F(StudyCommand, WhereNothingCanBeEvaluatedAllIsEmptyAndASentenceSaysSo) {
               R"("first_half":null,"second_half":null})");
 }
 
+TEST_F(StudyCommand, ASpanWithoutABarIsTold) {
+    ASSERT_NO_FATAL_FAILURE(InstallPractice());
+    // A Saturday.
+    const CallResult result = Call(
+        {"--today", "2026-11-21", "study", "Practice.ddq", "--from", "2026-11-14", "--to", "2026-11-14"});
+    EXPECT_EQ(result.status, ExitStatus::Done);
+    EXPECT_EQ(
+        result.err,
+        "No day could be evaluated: no ticker has a bar from 2026-11-14 to 2026-11-14 with enough history "
+        "before it\n");
+    const ordered_json study = ordered_json::parse(result.out);
+    EXPECT_EQ(study["tickers"], 43);
+    EXPECT_EQ(study["evaluated"], 0);
+    EXPECT_EQ(study["conditions"].size(), 10u);
+}
+
+// Condition 1 has a name that nothing tests, 2 the same beside one that is tested, 3 that one alone, 4 no
+// line.
+TEST_F(StudyCommand, NamesThatNothingTestsCountAsInAnEvaluation) {
+    ASSERT_NO_FATAL_FAILURE(InstallPractice());
+    ConditionSet set;
+    for (std::size_t i = 0; i < 4; ++i) set[i].action = "Buy";
+    set[0].names = {"Never Heard Of"};
+    set[1].names = {"Never Heard Of", "Close Price Above MA 15"};
+    set[2].names = {"Close Price Above MA 15"};
+    Write("Data/VTRSELset.ini", FormatConditionSet(set));
+    WriteTable({tickers_[0]});
+    const ordered_json study = Study({"Mine.ddq", "--every-day", "--from", "2026-11-16"});
+    ASSERT_EQ(study["evaluated"], 5);
+    std::array<int, 4> holding{};
+    for (const std::string day : {"2026-11-16", "2026-11-17", "2026-11-18", "2026-11-19", "2026-11-20"}) {
+        const CallResult asked = Call({"--today", "2026-11-21", "evaluate", tickers_[0], "--as-of", day});
+        const ordered_json line = ordered_json::parse(asked.out);
+        for (std::size_t i = 0; i < 4; ++i) holding[i] += line["conditions"][i]["result"] == "True" ? 1 : 0;
+    }
+    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(study["conditions"][i]["holding"], holding[i]) << i + 1;
+    EXPECT_EQ(study["conditions"][3]["holding"], 0);
+}
+
+// The signals of a ticker whose last record is of June, and of one with a day without a price.
+TEST_F(StudyCommand, WhatATickerThatEndedOrADayWithoutAPriceLeavesOpenIsCountedAsOpen) {
+    ASSERT_NO_FATAL_FAILURE(InstallPractice());
+    const std::string file = "Quotes/EOD/" + tickers_[0] + ".26";
+    const std::string year = Read(file);
+    const std::size_t july = year.find("\"07/");
+    ASSERT_NE(july, std::string::npos);
+    std::string ended = year.substr(0, july);
+    // The close is the third field of a record.
+    const std::size_t may = ended.find("\"05/");
+    const std::size_t close = ended.find(',', ended.find(',', may) + 1) + 1;
+    const std::string noPrice = "20" + ended.substr(may + 7, 2) + "-05-" + ended.substr(may + 4, 2);
+    ended.replace(close, ended.find(',', close) - close, "0");
+    Write(file, ended);
+    ConditionSet set;
+    set[0].action = "Buy";
+    set[0].names = {"Close Price Above MA 15"};
+    Write("Data/VTRSELset.ini", FormatConditionSet(set));
+    WriteTable({tickers_[0]});
+
+    const ordered_json study = Study({"Mine.ddq", "--every-day", "--horizons", "1,60", "--from", "2026-01-01",
+                                      "--signals", (folder / "signals.csv").string()});
+    const auto records = static_cast<std::size_t>(std::count(ended.begin(), ended.end(), '\n'));
+    EXPECT_EQ(study["evaluated"], records);
+
+    // The dates of its bars, for the places of entry and exit.
+    std::vector<std::string> days;
+    LineReader lines(ended);
+    for (std::string_view line; lines.Next(line);)
+        days.push_back("20" + std::string(line.substr(7, 2)) + "-" + std::string(line.substr(1, 2)) + "-" +
+                       std::string(line.substr(4, 2)));
+    std::size_t open1 = 0, open60 = 0, signals = 0;
+    const std::string csv = Read("signals.csv");
+    LineReader rows(csv);
+    std::string_view row;
+    rows.Next(row);
+    while (rows.Next(row)) {
+        const auto cells = SplitAt(row, ',');
+        const auto at = std::find(days.begin(), days.end(), cells[0]) - days.begin();
+        const auto isOpen = [&](std::ptrdiff_t horizon) {
+            const std::ptrdiff_t exit = at + 1 + horizon;
+            if (exit >= std::ssize(days)) return true;
+            return days[static_cast<std::size_t>(at + 1)] == noPrice ||
+                   days[static_cast<std::size_t>(exit)] == noPrice;
+        };
+        EXPECT_EQ(cells[6].empty(), isOpen(1)) << row;
+        EXPECT_EQ(cells[7].empty(), isOpen(60)) << row;
+        open1 += isOpen(1) ? 1U : 0U;
+        open60 += isOpen(60) ? 1U : 0U;
+        ++signals;
+    }
+    EXPECT_GT(signals, 20u);
+    EXPECT_GT(open60, open1);
+    const ordered_json& figures = study["conditions"][0]["horizons"];
+    EXPECT_EQ(figures["1"]["open"], open1);
+    EXPECT_EQ(figures["60"]["open"], open60);
+    EXPECT_EQ(figures["60"]["n"], signals - open60);
+}
+
 TEST_F(StudyCommand, WrongArgumentsAreWrongUsage) {
     WriteTable({"A"});
     const std::vector<std::vector<std::string>> wrong = {
