@@ -49,6 +49,8 @@ TEST_F(UnattendedTest, UpdatesTheNewestQuoteFileOfTheRecentListAndSavesTheVerdic
     EXPECT_EQ(Read("Data/Mine.ddq"), "Ticker Symbol\tLast Price\r\nT1\t110.000\r\nT2\t110.000\r\n");
     EXPECT_THAT(Read("Quotes/EOD/T1.24"), StartsWith("\"03/15/24\""));
     EXPECT_THAT(Read("Data/Evaluations.dbe"), HasSubstr("\r\nT1"));
+    EXPECT_THAT(Read("Data/Evaluations.dbe.about"),
+                StartsWith("Day: 2024-03-15\r\nInterval: Daily\r\nTable: Mine.ddq\r\nCheck: "));
     EXPECT_EQ(session.CurrentFile, "Evaluations.dbe");
     EXPECT_EQ(session.CurrentTicker, "SEL");
     EXPECT_TRUE(person.said.empty());
