@@ -50,6 +50,7 @@ constexpr std::array kHelpPages = {
     HelpPage{"settings.html", "Settings and the wizard"},
     HelpPage{"batch.html", "The batch tool"},
     HelpPage{"files.html", "Files and folders"},
+    HelpPage{"glossary.html", "Glossary"},
 };
 
 std::vector<std::string> AllPages() {

@@ -134,6 +134,36 @@ class HelpMenuTest : public QObject {
         QTRY_VERIFY_WITH_TIMEOUT(!OpenHelp(), kPatienceMs);
     }
 
+    void allPagesAreSearchedAndWhatIsFoundIsAPageLikeTheOthers() {
+        Program program;
+        CopyHelp(program);
+        program.Start("Jan.ddq");
+        program.frame->Run("mnuHelpFile");
+        frmHelp* help = OpenHelp();
+        QVERIFY(help);
+        QVERIFY(QTest::qWaitForWindowActive(help));
+        auto* page = help->findChild<QTextBrowser*>();
+        auto* search = help->findChild<QLineEdit*>(QStringLiteral("txtSearch"));
+        QTest::keyClick(help, Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+        QTRY_VERIFY_WITH_TIMEOUT(search->hasFocus(), kPatienceMs);
+        QTest::keyClicks(search, QStringLiteral("crosshair & zoom"));
+        QTest::keyClick(search, Qt::Key_Return);
+        QVERIFY(page->toPlainText().contains(QStringLiteral("Search: crosshair & zoom")));
+        QVERIFY(
+            page->toPlainText().contains(QStringLiteral("No place of the help holds all of these words.")));
+        search->setText(QStringLiteral(" crosshair  zoom "));
+        QTest::keyClick(search, Qt::Key_Return);
+        QVERIFY(page->toPlainText().contains(QStringLiteral("The chart: Keys")));
+        page->setSource(page->source().resolved(QUrl(QStringLiteral("chart.html#keys"))));
+        QVERIFY(page->toPlainText().startsWith(QStringLiteral("Contents | Index")));
+        QVERIFY(page->toPlainText().contains(QStringLiteral("move the crosshair by a bar")));
+        help->findChild<QAction*>(QStringLiteral("actBack"))->trigger();
+        QVERIFY(page->toPlainText().contains(QStringLiteral("The chart: Keys")));
+        search->setText(QStringLiteral("  "));
+        QTest::keyClick(search, Qt::Key_Return);
+        QVERIFY(page->toPlainText().contains(QStringLiteral("The chart: Keys")));
+    }
+
     void theHelpGoesWithTheFrame() {
         Program program;
         CopyHelp(program);

@@ -17,7 +17,26 @@ namespace brantlow {
 namespace {
 
 constexpr QSize kHelpSize(820, 640);
-constexpr int kFindWidth = 200;
+constexpr int kFindWidth = 190;
+
+// A field of the bar that does something at Enter and takes the focus at a key.
+QLineEdit* AddField(QToolBar& bar, const char* name, const char* words, const QKeySequence& key) {
+    auto* field = new QLineEdit;
+    field->setObjectName(QString::fromLatin1(name));
+    field->setPlaceholderText(
+        QStringLiteral("%1 (%2)").arg(QString::fromLatin1(words), key.toString(QKeySequence::NativeText)));
+    field->setToolTip(field->placeholderText());
+    field->setAccessibleName(QString::fromLatin1(words));
+    field->setClearButtonEnabled(true);
+    field->setMaximumWidth(kFindWidth);
+    bar.addWidget(field);
+    auto* shortcut = new QShortcut(key, bar.parentWidget());
+    QObject::connect(shortcut, &QShortcut::activated, field, [field] {
+        field->setFocus();
+        field->selectAll();
+    });
+    return field;
+}
 
 QAction* AddAction(QToolBar& bar, const char* name, const char* words, QStyle::StandardPixmap picture) {
     QAction* action = bar.addAction(bar.style()->standardIcon(picture), QString::fromLatin1(words));
@@ -28,7 +47,7 @@ QAction* AddAction(QToolBar& bar, const char* name, const char* words, QStyle::S
 }  // namespace
 
 frmHelp::frmHelp(const Path& folder, QWidget* parent)
-    : QWidget(parent, Qt::Window), folder_(folder), page_(new HelpBrowser), find_(new QLineEdit) {
+    : QWidget(parent, Qt::Window), folder_(folder), page_(new HelpBrowser(folder)) {
     setObjectName(QStringLiteral("frmHelp"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(QStringLiteral("Brantlow Help"));
@@ -37,23 +56,18 @@ frmHelp::frmHelp(const Path& folder, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    auto* bar = new QToolBar;
+    auto* bar = new QToolBar(this);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     QAction* back = AddAction(*bar, "actBack", "&Back", QStyle::SP_ArrowBack);
     QAction* forward = AddAction(*bar, "actForward", "&Forward", QStyle::SP_ArrowForward);
     QAction* contents = AddAction(*bar, "actContents", "&Contents", QStyle::SP_FileDialogContentsView);
     QAction* index = AddAction(*bar, "actIndex", "&Index", QStyle::SP_FileDialogListView);
     bar->addSeparator();
-    find_->setObjectName(QStringLiteral("txtFind"));
-    find_->setPlaceholderText(QStringLiteral("Find in this page (Ctrl+F)"));
-    find_->setClearButtonEnabled(true);
-    find_->setMaximumWidth(kFindWidth);
-    find_->setAccessibleName(QStringLiteral("Find in this page"));
-    bar->addWidget(find_);
+    find_ = AddField(*bar, "txtFind", "Find in this page", QKeySequence::Find);
+    search_ = AddField(*bar, "txtSearch", "Search all pages", Qt::CTRL | Qt::SHIFT | Qt::Key_F);
     layout->addWidget(bar);
     page_->setObjectName(QStringLiteral("Page"));
     page_->setAccessibleName(QStringLiteral("Help page"));
-    page_->setSearchPaths({ShownPath(folder)});
     page_->document()->setDocumentMargin(18);
     layout->addWidget(page_);
 
@@ -66,8 +80,9 @@ frmHelp::frmHelp(const Path& folder, QWidget* parent)
     connect(contents, &QAction::triggered, this, [this] { ShowPage(kHelpContents); });
     connect(index, &QAction::triggered, this, [this] { ShowPage(kHelpIndex); });
     connect(find_, &QLineEdit::returnPressed, this, &frmHelp::FindNext);
-    auto* findKey = new QShortcut(QKeySequence::Find, this);
-    connect(findKey, &QShortcut::activated, find_, [this] { find_->setFocus(); });
+    connect(search_, &QLineEdit::returnPressed, this, [this] {
+        if (!search_->text().trimmed().isEmpty()) page_->ShowHits(search_->text().simplified());
+    });
     auto* closeKey = new QShortcut(QKeySequence(Qt::Key_Escape), this);
     connect(closeKey, &QShortcut::activated, this, &QWidget::close);
 }

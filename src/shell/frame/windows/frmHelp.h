@@ -1,4 +1,5 @@
-// The help: pages of the Help folder with their links, a way back, and a search in the page.
+// The help: pages of the Help folder with their links, a way back, and a search in the page and over all of
+// them.
 #pragma once
 
 #include <QWidget>
@@ -7,9 +8,10 @@
 #include "base/files.h"
 
 class QLineEdit;
-class QTextBrowser;
 
 namespace brantlow {
+
+class HelpBrowser;
 
 class frmHelp final : public QWidget {
     Q_OBJECT
@@ -23,8 +25,9 @@ class frmHelp final : public QWidget {
     void FindNext();
 
     Path folder_;
-    QTextBrowser* page_;
+    HelpBrowser* page_;
     QLineEdit* find_;
+    QLineEdit* search_;
 };
 
 }  // namespace brantlow

@@ -5,6 +5,9 @@
 #include <QTextDocument>
 #include <array>
 
+#include "base/windows/display_text.h"
+#include "shell/frame/help_search.h"
+
 namespace brantlow {
 
 namespace {
@@ -24,9 +27,33 @@ constexpr const char* kLightLink = "a { color: #1a5fb4; }";
 constexpr const char* kDarkLink = "a { color: #8ab8ee; }";
 constexpr int kMiddleLightness = 128;
 
+// The page of what was found; the words stand behind the question mark of its address.
+constexpr const char* kHitsPage = "search.html";
+
+QString PageOfHits(const Path& folder, const QString& words) {
+    const std::vector<HelpHit> hits = SearchHelp(folder, words.toStdString());
+    QString page =
+        QStringLiteral(
+            "<html><head><title>Search</title><style>body { font-family: sans-serif; color: "
+            "#1d2733; } h1 { color: #24507f; }</style></head><body><p><a "
+            "href=\"contents.html\">Contents</a> | <a href=\"index.html\">Index</a></p><h1>Search: "
+            "%1</h1>")
+            .arg(words.toHtmlEscaped());
+    if (hits.empty()) page += QStringLiteral("<p>No place of the help holds all of these words.</p>");
+    for (const HelpHit& hit : hits) {
+        const std::string name = hit.page + (hit.place.empty() ? "" : "#" + hit.place);
+        const std::string heading = hit.title + (hit.section == hit.title ? "" : ": " + hit.section);
+        page += QStringLiteral("<p><a href=\"%1\">%2</a><br>%3</p>")
+                    .arg(Shown(name).toHtmlEscaped(), Shown(heading).toHtmlEscaped(),
+                         Shown(hit.text).toHtmlEscaped());
+    }
+    return page + QStringLiteral("</body></html>");
+}
+
 }  // namespace
 
-HelpBrowser::HelpBrowser(QWidget* parent) : QTextBrowser(parent) {
+HelpBrowser::HelpBrowser(const Path& folder, QWidget* parent) : QTextBrowser(parent), folder_(folder) {
+    setSearchPaths({ShownPath(folder)});
     document()->setDefaultStyleSheet(QString::fromLatin1(kLightLink));
 }
 
@@ -34,9 +61,19 @@ bool HelpBrowser::IsDark() const {
     return palette().color(QPalette::Active, QPalette::Base).lightness() < kMiddleLightness;
 }
 
+void HelpBrowser::ShowHits(const QString& words) {
+    QUrl address(QString::fromLatin1(kHitsPage));
+    address.setQuery(QString::fromLatin1(QUrl::toPercentEncoding(words)));
+    setSource(address, QTextDocument::HtmlResource);
+}
+
 QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
-    const QVariant resource = QTextBrowser::loadResource(type, name);
-    if (type != QTextDocument::HtmlResource) return resource;
+    if (type != QTextDocument::HtmlResource) return QTextBrowser::loadResource(type, name);
+    const bool isHits = name.path() == QString::fromLatin1(kHitsPage);
+    const QVariant resource =
+        isHits ? PageOfHits(folder_, QUrl::fromPercentEncoding(name.query(QUrl::FullyEncoded).toLatin1()))
+                     .toUtf8()
+               : QTextBrowser::loadResource(type, name);
     shownDark_ = IsDark();
     document()->setDefaultStyleSheet(QString::fromLatin1(shownDark_ ? kDarkLink : kLightLink));
     if (!shownDark_) return resource;
