@@ -22,18 +22,33 @@ inline constexpr std::size_t kSeriesSlots = kSlotControls.size() - 1;
 struct ChartPalette {
     // As it is kept and as the menu names it.
     std::string_view name;
-    // Series, bars and marks in the colours of the lists. The fields below `grid` mean nothing then.
+    // Series, bars and marks in the colours of the lists. The fields below `hand` mean nothing then.
     bool ownColours;
     Rgb ground;
     // Of axes and bars, of words that matter less, of grid lines.
     Rgb ink, quiet, grid;
+    // Of what was drawn by hand.
+    Rgb hand;
     Rgb rising, falling, buy, sell, alarm, cursor;
     // Label14 to Label19, and in their order the series of the volume panel.
     std::array<Rgb, kSeriesSlots> series;
 };
 
 inline constexpr std::array<ChartPalette, 3> kChartPalettes = {{
-    {"Standard", true, {255, 255, 255}, {0, 0, 0}, {90, 90, 90}, {222, 226, 230}, {}, {}, {}, {}, {}, {}, {}},
+    {"Standard",
+     true,
+     {255, 255, 255},
+     {0, 0, 0},
+     {90, 90, 90},
+     {222, 226, 230},
+     {0, 110, 90},
+     {},
+     {},
+     {},
+     {},
+     {},
+     {},
+     {}},
     // Chosen so that the six and the ink differ for every kind of colour vision.
     {"Distinct",
      false,
@@ -41,6 +56,7 @@ inline constexpr std::array<ChartPalette, 3> kChartPalettes = {{
      {0, 0, 0},
      {90, 90, 90},
      {222, 226, 230},
+     {0, 110, 90},
      {0, 90, 181},
      {176, 72, 0},
      {0, 90, 181},
@@ -54,6 +70,7 @@ inline constexpr std::array<ChartPalette, 3> kChartPalettes = {{
      {222, 226, 230},
      {160, 168, 178},
      {52, 58, 66},
+     {90, 220, 220},
      {96, 190, 140},
      {236, 120, 110},
      {96, 190, 140},

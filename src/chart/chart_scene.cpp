@@ -35,6 +35,14 @@ void ChartScene::Update(const AxisRoom& room) {
         const ValueAxis& axis = Axis(Panel::Price);
         levels_ = RoundLevels(axis.ValueAt(FormOf(Panel::Price).bottomY), axis.top, room.mostLevels);
     }
+    ShowHand();
+}
+
+void ChartScene::ShowHand() {
+    drawn_ = {};
+    const HandDrawings shown = hand_.Shown();
+    if (shown.empty() || !HasScale(Panel::Price)) return;
+    drawn_ = Sheet().ItemsOf(shown, hand_.Chosen(), Palette().hand);
 }
 
 std::span<const DrawnItem> ChartScene::Items(Panel panel) const {

@@ -13,6 +13,8 @@
 #include "chart/chart_palette.h"
 #include "chart/chart_view.h"
 #include "chart/chart_zoom.h"
+#include "chart/hand_editor.h"
+#include "chart/hand_lines.h"
 #include "chart/hover_values.h"
 #include "chart/round_scale.h"
 #include "chart/time_axis.h"
@@ -54,6 +56,13 @@ class ChartScene {
     const std::vector<AxisTick>& Ticks() const { return ticks_; }
     const std::vector<RoundLevel>& Levels() const { return levels_; }
 
+    // What is drawn by hand on the price panel, as Update or ShowHand left it.
+    HandEditor& Hand() { return hand_; }
+    const HandItems& Drawn() const { return drawn_; }
+    HandSheet Sheet() { return {zoom_, Axis(Panel::Price)}; }
+    // To be called when the editor has done something.
+    void ShowHand();
+
     // The text of a label of a scale; `share` is where its line is, from 0 at the top to 1 at the bottom.
     std::string ScaleText(Panel panel, double share) const;
     // What the panels say of themselves in place of a scale: nothing where they have one.
@@ -67,6 +76,8 @@ class ChartScene {
     std::array<ValueAxis, kPanels.size()> axes_;
     std::vector<AxisTick> ticks_;
     std::vector<RoundLevel> levels_;
+    HandEditor hand_;
+    HandItems drawn_;
 };
 
 }  // namespace brantlow

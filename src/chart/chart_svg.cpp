@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <string_view>
 
 #include "shell/display.h"
@@ -26,52 +27,17 @@ std::string LengthOf(double twips) {
     return fmt::format("{}", std::round(twips * kParts) / kParts);
 }
 
-// Narrows the stretch from `first` to `last` of a line to where `start` + t * `way` lies from 0 to `end`.
-struct Stretch {
-    double first = 0;
-    double last = 1;
-
-    void NarrowTo(double start, double way, double end) {
-        if (way == 0) {
-            if (start < 0 || start > end) last = -1;
-            return;
-        }
-        const double atZero = -start / way;
-        const double atEnd = (end - start) / way;
-        first = std::max(first, std::min(atZero, atEnd));
-        last = std::min(last, std::max(atZero, atEnd));
-    }
-};
-
-// Cuts off what of `line` is not on the panel; false when nothing of it is.
-bool CutToPanel(const PlacedPanel& panel, DrawnLine& line) {
-    const ChartPoint from{line.x1, line.y1};
-    const ChartPoint way{double{line.x2} - from.x, double{line.y2} - from.y};
-    Stretch seen;
-    seen.NarrowTo(from.x, way.x, panel.width);
-    seen.NarrowTo(from.y, way.y, panel.height);
-    if (seen.first > seen.last) return false;
-    const auto pointAt = [&](double part) {
-        return ChartPoint{from.x + part * way.x, from.y + part * way.y};
-    };
-    const ChartPoint to{line.x2, line.y2};
-    line = LineBetween(seen.first > 0 ? pointAt(seen.first) : from, seen.last < 1 ? pointAt(seen.last) : to,
-                       line.colour);
-    return true;
-}
-
-bool IsOnPanel(const PlacedPanel& panel, ChartPoint point) {
-    return point.x >= 0 && point.x <= panel.width && point.y >= 0 && point.y <= panel.height;
-}
-
 // The lines of one colour that follow one another become one path. What lies off the panel is left out here,
 // since not every viewer of such files can clip.
 class ItemWriter {
   public:
-    ItemWriter(const PlacedPanel& panel, std::string& svg) : panel_(panel), svg_(svg) {}
+    ItemWriter(const PlacedPanel& panel, std::string& svg)
+        : panel_{0, 0, panel.width, panel.height}, svg_(svg) {}
 
-    void operator()(DrawnLine line) {
-        if (!CutToPanel(panel_, line)) return;
+    void operator()(const DrawnLine& whole) {
+        const std::optional<DrawnLine> seen = CutTo(panel_, whole);
+        if (!seen) return;
+        const DrawnLine& line = *seen;
         const bool sameColour = pathIsOpen_ && line.colour == last_.colour;
         if (!sameColour) OpenPath(line.colour);
         if (!sameColour || line.x1 != last_.x2 || line.y1 != last_.y2) AppendPoint('M', line.x1, line.y1);
@@ -81,7 +47,7 @@ class ItemWriter {
 
     void operator()(const DrawnCircle& circle) {
         ClosePath();
-        if (!IsOnPanel(panel_, {circle.x, circle.y})) return;
+        if (!panel_.Holds({circle.x, circle.y})) return;
         svg_ += fmt::format("<circle cx=\"{}\" cy=\"{}\" r=\"{}\" stroke=\"{}\"/>\n", LengthOf(circle.x),
                             LengthOf(circle.y), LengthOf(circle.radius), HexOf(circle.colour));
     }
@@ -101,7 +67,7 @@ class ItemWriter {
         svg_ += fmt::format("{}{} {}", command, LengthOf(x), LengthOf(y));
     }
 
-    const PlacedPanel& panel_;
+    const ChartBox panel_;
     std::string& svg_;
     bool pathIsOpen_ = false;
     DrawnLine last_;

@@ -28,6 +28,47 @@ void TakeOver(const ChartSession& own, ChartSession& chart) {
     chart.Label58 = own.Label58;
 }
 
+std::chrono::sys_days DayAt(const WorkingSeries& series, std::size_t bar) {
+    const std::optional<Date> day = ParseDate(series.QuoteDate[bar]);
+    return day ? std::chrono::sys_days(*day) : std::chrono::sys_days();
+}
+
+// The first bar that is not before the day, one beyond the newest where there is none.
+std::size_t FirstBarNotBefore(const WorkingSeries& series, std::chrono::sys_days day) {
+    std::size_t before = 0;
+    std::size_t left = series.BarCount;
+    while (left > 0) {
+        const std::size_t half = left / 2;
+        if (DayAt(series, before + half + 1) < day) {
+            before += half + 1;
+            left -= half + 1;
+        } else {
+            left = half;
+        }
+    }
+    return before + 1;
+}
+
+// Five days of trade a week.
+double DaysABar(int timeFrame) {
+    constexpr double kDaily = 7.0 / 5;
+    constexpr double kWeekly = 7;
+    constexpr double kMonthly = 365.25 / 12;
+    if (timeFrame == kWeeklyFrame) return kWeekly;
+    return timeFrame == kMonthlyFrame ? kMonthly : kDaily;
+}
+
+// As FirstBarNotBefore, and on to both sides of the series.
+double BarIn(const WorkingSeries& series, std::chrono::sys_days day, int timeFrame) {
+    if (series.BarCount == 0) return 1;
+    const std::chrono::sys_days oldest = DayAt(series, 1);
+    const std::chrono::sys_days newest = DayAt(series, series.BarCount);
+    if (day < oldest) return 1 - static_cast<double>((oldest - day).count()) / DaysABar(timeFrame);
+    const double beyond = static_cast<double>((day - newest).count()) / DaysABar(timeFrame);
+    if (day > newest) return static_cast<double>(series.BarCount) + beyond;
+    return static_cast<double>(FirstBarNotBefore(series, day));
+}
+
 }  // namespace
 
 ChartContext ChartZoom::Shown() const {
@@ -80,6 +121,30 @@ void ChartZoom::Reloaded() {
     Show(span_);
 }
 
+double ChartZoom::BarOf(const Date& day) {
+    const WorkingSeries& lists = Shown().analysis.series;
+    const std::chrono::sys_days wanted{day};
+    const bool isAmong = lists.BarCount > 0 && wanted >= DayAt(lists, 1) &&
+                         (NewerThanLists() == 0 || wanted <= DayAt(lists, lists.BarCount));
+    const std::size_t older = isAmong ? 0 : OlderThanLists();
+    const bool isLoaded = !isAmong && historyIsRead_ && !wide_->failure && wide_->history.BarCount > 0;
+    return BarIn(isLoaded ? wide_->history : lists, wanted, own_.chart.ChartTimeFrame) -
+           static_cast<double>(isLoaded ? older : 0);
+}
+
+std::optional<Date> ChartZoom::DayOf(std::ptrdiff_t bar) {
+    const WorkingSeries& lists = Shown().analysis.series;
+    const auto count = static_cast<std::ptrdiff_t>(lists.BarCount);
+    if (count == 0) return std::nullopt;
+    const bool isAmong = bar >= 1 && bar <= count;
+    const auto older = static_cast<std::ptrdiff_t>(isAmong ? 0 : OlderThanLists());
+    const bool isLoaded = !isAmong && historyIsRead_ && !wide_->failure && wide_->history.BarCount > 0;
+    const WorkingSeries& series = isLoaded ? wide_->history : lists;
+    const std::ptrdiff_t wanted = bar + (isLoaded ? older : 0);
+    const auto held = std::clamp<std::ptrdiff_t>(wanted, 1, static_cast<std::ptrdiff_t>(series.BarCount));
+    return ParseDate(series.QuoteDate[static_cast<std::size_t>(held)]);
+}
+
 std::string ChartZoom::Remark() const {
     if (!IsWide()) return {};
     const WorkingSeries& series = wide_->analysis.series;
@@ -99,6 +164,11 @@ std::size_t ChartZoom::AllBars() {
         if (wide_->failure) own_.session.person.Say(Sentence(wide_->failure));
     }
     return wide_->failure ? OwnBars() : std::max(wide_->history.BarCount, OwnBars());
+}
+
+std::size_t ChartZoom::OlderThanLists() {
+    const std::size_t newestOfLists = AllBars() - NewerThanLists();
+    return newestOfLists - std::min(newestOfLists, Shown().analysis.series.BarCount);
 }
 
 std::size_t ChartZoom::NewerThanLists() const {

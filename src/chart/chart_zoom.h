@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "chart/chart_actions.h"
@@ -52,6 +53,13 @@ class ChartZoom {
     void PaintedAgain();
     void Reloaded();
 
+    // Where a day stands among the bars of the lists: the first bar that is not before it, counted from 1.
+    // Below 1 and beyond the newest bar as far as the whole history goes, and by the usual days of a bar from
+    // there.
+    double BarOf(const Date& day);
+    // The day of such a bar; the oldest or the newest one where there is no further.
+    std::optional<Date> DayOf(std::ptrdiff_t bar);
+
     // What a person is to know of the stretch: over which bars its studies are computed. Empty in the chart's
     // own window.
     std::string Remark() const;
@@ -70,6 +78,8 @@ class ChartZoom {
     std::size_t AllBars();
     // Bars of the history that are newer than the last one of the lists.
     std::size_t NewerThanLists() const;
+    // Bars of the history that are older than the first one of the lists; 0 where it cannot be read.
+    std::size_t OlderThanLists();
     void Show(ChartSpan span);
     void ShowWhole();
     // Fills the stretch's session with the bars up to `newest` of the history and paints it.

@@ -49,6 +49,24 @@ void CutEnd(ChartPoint& end, ChartPoint other) {
     CutEnd(end, other, &ChartPoint::x, &ChartPoint::y);
 }
 
+// Narrows the stretch from `first` to `last` of a line to where `start` + t * `way` lies from `least` to
+// `most`.
+struct SeenPart {
+    double first = 0;
+    double last = 1;
+
+    void NarrowTo(double start, double way, double least, double most) {
+        if (way == 0) {
+            if (start < least || start > most) last = -1;
+            return;
+        }
+        const double atLeast = (least - start) / way;
+        const double atMost = (most - start) / way;
+        first = std::max(first, std::min(atLeast, atMost));
+        last = std::min(last, std::max(atLeast, atMost));
+    }
+};
+
 struct ItemHash {
     std::size_t operator()(const DrawnItem& item) const { return std::visit(*this, item); }
     std::size_t operator()(const DrawnLine& line) const {
@@ -79,6 +97,21 @@ DrawnLine LineBetween(ChartPoint from, ChartPoint to, Rgb colour) {
     to = WithinReach(to);
     return {static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
             static_cast<float>(to.y), colour};
+}
+
+std::optional<DrawnLine> CutTo(const ChartBox& box, const DrawnLine& line) {
+    const ChartPoint from{line.x1, line.y1};
+    const ChartPoint to{line.x2, line.y2};
+    const ChartPoint way{to.x - from.x, to.y - from.y};
+    SeenPart seen;
+    seen.NarrowTo(from.x, way.x, box.left, box.right);
+    seen.NarrowTo(from.y, way.y, box.top, box.bottom);
+    if (seen.first > seen.last) return std::nullopt;
+    const auto pointAt = [&](double part) {
+        return ChartPoint{from.x + part * way.x, from.y + part * way.y};
+    };
+    return LineBetween(seen.first > 0 ? pointAt(seen.first) : from, seen.last < 1 ? pointAt(seen.last) : to,
+                       line.colour);
 }
 
 DrawnCircle CircleAround(ChartPoint centre, double radius, Rgb colour) {

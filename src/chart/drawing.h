@@ -55,6 +55,18 @@ struct ChartPoint {
 // direction; one that lies beyond it altogether stays beyond it.
 DrawnLine LineBetween(ChartPoint from, ChartPoint to, Rgb colour);
 
+// A rectangle with its edges.
+struct ChartBox {
+    double left = 0, top = 0, right = 0, bottom = 0;
+
+    constexpr bool Holds(ChartPoint point) const {
+        return point.x >= left && point.x <= right && point.y >= top && point.y <= bottom;
+    }
+};
+
+// What of a line lies in the box; nothing where it passes by.
+std::optional<DrawnLine> CutTo(const ChartBox& box, const DrawnLine& line);
+
 DrawnCircle CircleAround(ChartPoint centre, double radius, Rgb colour);
 
 // What stands on a panel after `fresh` is drawn over `standing` without erasing it. Items of `standing` that

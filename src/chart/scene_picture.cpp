@@ -33,6 +33,11 @@ std::vector<DrawnItem> PaintedItems(const ChartScene& scene, Panel panel) {
     for (DrawnItem& item : painted) {
         std::visit([&](auto& drawn) { drawn.colour = scene.Colours()(panel, drawn.colour).colour; }, item);
     }
+    if (panel != Panel::Price) return painted;
+    // The rings of the chosen one belong to the window.
+    for (const DrawnItem& item : scene.Drawn().lines) {
+        if (std::holds_alternative<DrawnLine>(item)) painted.push_back(item);
+    }
     return painted;
 }
 
@@ -78,6 +83,14 @@ void PlaceTicks(const ChartScene& scene, ChartPicture& picture) {
     }
 }
 
+void PlaceHandTexts(const ChartScene& scene, ChartPicture& picture) {
+    const PlacedPanel& price = picture.panels.front();
+    for (const HandText& text : scene.Drawn().texts) {
+        picture.texts.push_back({text.text, price.x + text.x, price.y + text.y, TextAlign::Left,
+                                 kTickTextSize, false, scene.Palette().hand});
+    }
+}
+
 }  // namespace
 
 std::string SvgOfScene(const ChartScene& scene) {
@@ -92,6 +105,7 @@ std::string SvgOfScene(const ChartScene& scene) {
     const std::vector<LegendEntry> volume = VolumeLegend(scene.Chart(), scene.BarCount(), scene.Palette());
     for (PlacedText& text : picture.texts) text.colour = TextColour(scene, text, volume);
     if (scene.Options().fitToWindow && scene.Options().timeAxis) PlaceTicks(scene, picture);
+    PlaceHandTexts(scene, picture);
     return SvgOf(picture);
 }
 

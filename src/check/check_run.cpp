@@ -19,6 +19,7 @@
 #include "shell/session_change.h"
 #include "shell/settings/settings_files.h"
 #include "splits/split_calendar.h"
+#include "store/hand_drawings.h"
 #include "store/update_list.h"
 
 namespace brantlow {
@@ -51,6 +52,7 @@ class CheckRun {
         CheckSettings();
         CheckTables();
         CheckLists();
+        CheckAllDrawings();
         CheckLeft();
         if (!ShouldStop(session_.run, session_.person)) CheckAllHistories();
         report_.stopped = report_.stopped || ShouldStop(session_.run, session_.person);
@@ -158,6 +160,19 @@ class CheckRun {
             const auto check = [&row](std::string_view text) { return row.check(row.file, text); };
             Check(row.file, *bytes,
                   row.mends ? SmallFile{check, MendList, IsListMendable} : SmallFile{check});
+        }
+    }
+
+    void CheckAllDrawings() {
+        const Path folder = DrawingsFolder(session_.DataFolder());
+        std::vector<std::string> names;
+        if (const Failure failure = ListFiles(folder, names))
+            Append({{FindingKind::Unreadable, failure.file, 0, failure.cause.message(), 0, Mend::None, {}}});
+        for (const std::string& name : names) {
+            if (IsTemporaryName(name)) continue;
+            const Path file = folder / name;
+            const auto check = [&file](std::string_view text) { return CheckDrawings(file, text); };
+            if (const auto bytes = Read(file)) Check(file, *bytes, SmallFile{check});
         }
     }
 

@@ -64,6 +64,7 @@ constexpr auto kFindingRows = std::to_array<FindingRow>({
     {FindingKind::ListLine, Grade::Fault, "'{}' is no ticker in double quotes"},
     {FindingKind::SplitLogLine, Grade::Fault, "'{}' is no ticker, day and factor"},
     {FindingKind::NoJson, Grade::Fault, "holds no JSON"},
+    {FindingKind::NoDrawings, Grade::Fault, "holds no drawings of a chart: {}"},
     {FindingKind::OpenChange, Grade::Fault, "\"{}\" was cut off; the next command that writes takes it back"},
     {FindingKind::ChangeWithoutCopy, Grade::Fault, "the copy of {} is missing: it cannot be undone"},
     {FindingKind::ChangeWithoutList, Grade::Fault, "holds no list of files: it cannot be undone"},

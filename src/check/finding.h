@@ -69,6 +69,7 @@ enum class FindingKind : unsigned char {
     ListLine,
     SplitLogLine,
     NoJson,
+    NoDrawings,
     // Changes that can be undone.
     OpenChange,
     ChangeWithoutCopy,

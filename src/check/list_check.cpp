@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "base/undo_store.h"
 #include "base/values.h"
+#include "store/hand_drawings.h"
 
 namespace brantlow {
 
@@ -127,6 +128,14 @@ std::vector<Finding> CheckHosts(const Path& file, std::string_view bytes) {
 std::vector<Finding> CheckJson(const Path& file, std::string_view bytes) {
     FileFindings found(file);
     if (!nlohmann::json::accept(bytes)) found.Add(FindingKind::NoJson, 0);
+    return found.Take();
+}
+
+std::vector<Finding> CheckDrawings(const Path& file, std::string_view bytes) {
+    FileFindings found(file);
+    std::string complaint;
+    ReadHandDrawings(bytes, complaint);
+    if (!complaint.empty()) found.Add(FindingKind::NoDrawings, 0, complaint);
     return found.Take();
 }
 

@@ -1,5 +1,6 @@
 // Looks through the smaller files of the application folder: the update list, the split log, the hosts, what
-// live sources keep, files that a killed program left, and the changes that can be undone.
+// live sources keep, what was drawn into charts, files that a killed program left, and the changes that can
+// be undone.
 #pragma once
 
 #include <string_view>
@@ -13,6 +14,7 @@ std::vector<Finding> CheckUpdateList(const Path& file, std::string_view bytes);
 std::vector<Finding> CheckSplitLog(const Path& file, std::string_view bytes);
 std::vector<Finding> CheckHosts(const Path& file, std::string_view bytes);
 std::vector<Finding> CheckJson(const Path& file, std::string_view bytes);
+std::vector<Finding> CheckDrawings(const Path& file, std::string_view bytes);
 
 // Unfinished files in a folder whose program has ended.
 std::vector<Finding> CheckLeftovers(const Path& folder);

@@ -4,6 +4,7 @@
 
 #include "base/numbers.h"
 #include "splits/split_factors.h"
+#include "store/hand_drawings.h"
 #include "store/history_rewrite.h"
 #include "store/year_files.h"
 
@@ -75,8 +76,8 @@ void RestateBars(std::size_t SplitIndex, double SplitFactor, WorkingSeries& seri
     }
 }
 
-SplitAdjustment PrepareSplit(const HistorySource& source, std::string_view ticker, double SplitFactor,
-                             WorkingSeries& series, FileChange& change) {
+SplitAdjustment PrepareSplit(const HistorySource& source, const Path& dataFolder, std::string_view ticker,
+                             double SplitFactor, WorkingSeries& series, FileChange& change) {
     if (const Failure failure = LoadFullSeries(source, ticker, series)) {
         return {.error = failure};
     }
@@ -86,6 +87,10 @@ SplitAdjustment PrepareSplit(const HistorySource& source, std::string_view ticke
     Failure unread;
     std::vector<Path> files = YearFilesOf(source.QuoteFolder, ticker, &unread);
     if (unread) return {.error = unread};
+    if (const auto firstDay = ParseDate(series.QuoteDate[adjustment.SplitIndex + 1])) {
+        adjustment.error = PrepareRestatedDrawings(dataFolder, ticker, *firstDay, SplitFactor, change);
+        if (adjustment.error) return adjustment;
+    }
     adjustment.error =
         PrepareTickerHistory(source.QuoteFolder, ticker, TextsOfSeries(series).Files(), files, change);
     return adjustment;
@@ -94,7 +99,8 @@ SplitAdjustment PrepareSplit(const HistorySource& source, std::string_view ticke
 SplitAdjustment AdjustForSplit(const HistorySource& source, const ChangePlace& place, std::string_view ticker,
                                double SplitFactor, WorkingSeries& series) {
     FileChange change(place, "Split " + std::string(ticker) + " by " + ShortestNumber(SplitFactor));
-    SplitAdjustment adjustment = PrepareSplit(source, ticker, SplitFactor, series, change);
+    SplitAdjustment adjustment =
+        PrepareSplit(source, place.appPath / "Data", ticker, SplitFactor, series, change);
     if (!adjustment.error) adjustment.error = change.Commit();
     return adjustment;
 }

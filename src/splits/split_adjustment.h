@@ -34,11 +34,13 @@ struct SplitAdjustment {
 // Loads `ticker` into `series`, and when a jump fits the factor prepares the restated series as the ticker's
 // whole history in `change`, which the caller commits: what the loader leaves out (the last day of each year
 // but the newest, the oldest day, files older than it reads) is gone then, and so are days whose close is, or
-// rounds to, 0.
-SplitAdjustment PrepareSplit(const HistorySource& source, std::string_view ticker, double SplitFactor,
-                             WorkingSeries& series, FileChange& change);
+// rounds to, 0. What was drawn by hand into the ticker's chart (store/hand_drawings.h, in `dataFolder`) is
+// restated with it; where that cannot be read, neither is.
+SplitAdjustment PrepareSplit(const HistorySource& source, const Path& dataFolder, std::string_view ticker,
+                             double SplitFactor, WorkingSeries& series, FileChange& change);
 
-// The same as a change of its own, which can be undone: wholly or, with an error, not at all.
+// The same in the data folder of `place` as a change of its own, which can be undone: wholly or, with an
+// error, not at all.
 SplitAdjustment AdjustForSplit(const HistorySource& source, const ChangePlace& place, std::string_view ticker,
                                double SplitFactor, WorkingSeries& series);
 

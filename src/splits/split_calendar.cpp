@@ -75,7 +75,8 @@ void PrepareLogged(const std::vector<LoggedSplit>& log, Session& session, Workin
         session.CurrentTicker = split.ticker;
         if (!IsDue(split, session.clock.Today())) continue;
         ++check.due;
-        const SplitAdjustment adjustment = PrepareSplit(source, split.ticker, split.factor, series, change);
+        const SplitAdjustment adjustment =
+            PrepareSplit(source, session.DataFolder(), split.ticker, split.factor, series, change);
         // A ticker that cannot be read is left out; a file that cannot be written ends the change.
         TellSplit(split.ticker, adjustment, check);
         if (!adjustment.error || adjustment.IsUnread()) continue;

@@ -5,10 +5,24 @@
 #include <vector>
 
 #include "base/failure.h"
+#include "store/hand_drawings.h"
 
 namespace brantlow {
 
 namespace {
+
+// Adds the names of the files in the drawings' folder, below it; makes the folder for them.
+Failure AddDrawings(const Path& from, const Path& to, std::vector<std::string>& names) {
+    std::vector<std::string> drawings;
+    if (Failure failure = ListFiles(DrawingsFolder(from), drawings)) return failure;
+    if (drawings.empty()) return {};
+    std::error_code ignored;
+    std::filesystem::create_directory(DrawingsFolder(to), ignored);
+    for (const std::string& name : drawings) {
+        if (!IsTemporaryName(name)) names.push_back((Path(kDrawingsFolderName) / name).string());
+    }
+    return {};
+}
 
 // Unfinished files are no part of a folder, and access keys stay where they are.
 bool IsCopied(std::string_view name) {
@@ -81,7 +95,9 @@ FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change,
     // No more than the last folder: the ones above are missing when the drive is.
     std::filesystem::create_directory(to, ignored);
     std::vector<std::string> names;
-    if (const Failure failure = ListFiles(from, names)) {
+    Failure failure = ListFiles(from, names);
+    if (!failure) failure = AddDrawings(from, to, names);
+    if (failure) {
         FolderCopy nothing;
         nothing.failed = 1;
         nothing.error = failure;

@@ -20,8 +20,9 @@ enum class CopyGroups { Several, AllInOne };
 
 // Copies every regular file of `from`, hidden ones included, into `to` by `change`, each whole or not at all;
 // files of the same name there are replaced, others stay, folders, unfinished files and the access keys are
-// left out. A file that cannot be read is passed over. `to` is made when only its last folder is missing.
-// `progress`, where there is one, takes the share of the files that is done, 0 to 1.
+// left out, but for kDrawingsFolderName, whose files go into one of that name. A file that cannot be read is
+// passed over. `to` is made when only its last folder is missing. `progress`, where there is one, takes the
+// share of the files that is done, 0 to 1.
 FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change, CopyGroups groups,
                            const std::function<void(double)>& progress = nullptr);
 

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "shell/file_kind.h"
+#include "store/hand_drawings.h"
 
 namespace brantlow {
 
@@ -46,6 +47,7 @@ std::string OwnFileWords(const Session& session, const Path& file, ExchangeWay w
     }
     if (IsProgramFile(session, plain)) return "a file of the program";
     if (IsYearFile(session, plain)) return "a file of the quote database";
+    if (LiesIn(plain, DrawingsFolder(session.DataFolder()))) return "a file of the program";
     if (!LiesIn(plain, session.DataFolder())) return {};
     if (UpperCase(name).ends_with(".INI")) return "a settings file of the program";
     const bool isTable = way == ExchangeWay::Export && KindOf(name) != FileKind::None;

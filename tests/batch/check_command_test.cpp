@@ -413,6 +413,14 @@ const std::vector<Planted> kElsewhere = {
     {"ALineInTheSplitLog",
      [](const PlantedFault& f) { f.Write("SplitLog.txt", "\"AA\",\"03/02\",2\r\n\"BB\",\"soon\",2\r\n"); },
      "SplitLog.txt:2: '\"BB\",\"soon\",2' is no ticker, day and factor"},
+    {"TornDrawings",
+     [](const PlantedFault& f) {
+         f.Write("Data/Drawings/AA.json", "{\"drawings\": []}");
+         f.Write("Data/Drawings/BB.json", "{\"drawings\": [{\"kind\": \"ray\"}]}");
+     },
+     "Data/Drawings/BB.json: holds no drawings of a chart: drawing 1: \"kind\" is none of trend, horizontal, "
+     "channel "
+     "and text"},
     {"TornState", [](const PlantedFault& f) { f.Write("Data/Source State.json", "{\"massive\":"); },
      "Data/Source State.json: holds no JSON"},
     {"AChangeWithoutList",

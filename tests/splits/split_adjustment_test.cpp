@@ -4,6 +4,7 @@
 
 #include "base/undo_store.h"
 #include "splits/splits_fixture.h"
+#include "store/hand_drawings.h"
 
 namespace brantlow {
 namespace {
@@ -162,6 +163,61 @@ TEST_F(SplitAdjustmentTest, ASplitThatCannotBeKeptForUndoingChangesNothing) {
     ASSERT_FALSE(UndoChange(place, "").fault);
     EXPECT_EQ(Read("ACME.25"), year25);
     EXPECT_EQ(Read("ACME.26"), year26);
+}
+
+// --- what was drawn by hand ---
+
+class SplitOfDrawingsTest : public SplitAdjustmentTest {
+  protected:
+    SplitOfDrawingsTest() {
+        std::filesystem::create_directories(drawings.parent_path());
+        Write("ACME.26", LeadDay() + Day("01/05/26", "50", "1000") + Day("01/06/26", "25", "3000") +
+                             Day("01/07/26", "26", "3000"));
+    }
+    static HandDrawings Line(double before) {
+        return {{HandKind::Trend,
+                 {{std::chrono::year(2026) / 1 / 5, before}, {std::chrono::year(2026) / 1 / 6, 25}}}};
+    }
+    void Keep(std::string_view bytes) { ASSERT_FALSE(WriteWholeFile(drawings, bytes, Flush::Later)); }
+
+    const Path drawings = folder / "Data" / "Drawings" / "ACME.json";
+};
+
+TEST_F(SplitOfDrawingsTest, AreRestatedOnceWithTheHistoryAndComeBackWithIt) {
+    const std::string history = Read("ACME.26");
+    Keep(TextOfHandDrawings(Line(50)));
+    ASSERT_EQ(Adjust(kTwoForOne).SplitIndex, 1U);
+    EXPECT_EQ(BytesOrEmpty(drawings), TextOfHandDrawings(Line(25)));
+    ASSERT_EQ(Adjust(kTwoForOne).SplitIndex, 0U);
+    EXPECT_EQ(BytesOrEmpty(drawings), TextOfHandDrawings(Line(25)));
+    ASSERT_FALSE(UndoChange(place, "").fault);
+    EXPECT_EQ(BytesOrEmpty(drawings), TextOfHandDrawings(Line(50)));
+    EXPECT_EQ(Read("ACME.26"), history);
+}
+
+TEST_F(SplitOfDrawingsTest, ABrokenFileLeavesTheTickerAsItIs) {
+    const std::string history = Read("ACME.26");
+    Keep("{}");
+    const SplitAdjustment adjustment = Adjust(kTwoForOne);
+    EXPECT_TRUE(adjustment.IsUnread());
+    EXPECT_EQ(Sentence(adjustment.error),
+              drawings.string() + ": cannot be read; it holds no list of drawings");
+    EXPECT_EQ(Read("ACME.26"), history);
+    EXPECT_EQ(BytesOrEmpty(drawings), "{}");
+}
+
+TEST_F(SplitOfDrawingsTest, AFileThatCannotBeReadLeavesTheTickerAsItIs) {
+    const std::string history = Read("ACME.26");
+    std::filesystem::create_directory(drawings);
+    EXPECT_TRUE(Adjust(kTwoForOne).IsUnread());
+    EXPECT_EQ(Read("ACME.26"), history);
+}
+
+TEST_F(SplitOfDrawingsTest, WithoutAJumpThatFitsNothingIsTouched) {
+    Keep(TextOfHandDrawings(Line(50)));
+    constexpr double kTenForOne = 10;
+    EXPECT_EQ(Adjust(kTenForOne).SplitIndex, 0U);
+    EXPECT_EQ(BytesOrEmpty(drawings), TextOfHandDrawings(Line(50)));
 }
 
 }  // namespace

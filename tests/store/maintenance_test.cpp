@@ -2,7 +2,9 @@
 #include <memory>
 
 #include "base/clock.h"
+#include "base/undo_store.h"
 #include "shell/session.h"
+#include "shell/session_change.h"
 #include "shell/settings/settings_files.h"
 #include "store/back_up.h"
 #include "store/columns.h"
@@ -64,6 +66,22 @@ TEST_F(MaintenanceTest, TheBackUpWordsStandAsTheyAre) {
         EXPECT_EQ(kBackUpJobs[i].question, rows[i].question);
         EXPECT_EQ(kBackUpJobs[i].restores, rows[i].restores);
     }
+}
+
+TEST_F(MaintenanceTest, DrawingsGoToTheBackUpOfTheProgramFilesAndComeBackInTheSameChange) {
+    folder.Folder("Back Up");
+    folder.Write("Data/Jan.ddq", "table");
+    folder.Write("Data/Drawings/KO.json", "first");
+    folder.Write("Data/Drawings/.brantlow-1-x.tmp", "unfinished");
+    EXPECT_EQ(Copy(BackedUp::ProgramFiles, false).copy.copied, 2U);
+    EXPECT_EQ(folder.Read("Back Up/Data/Drawings/KO.json"), "first");
+    folder.Write("Data/Jan.ddq", "other table");
+    folder.Write("Data/Drawings/KO.json", "second");
+    EXPECT_EQ(Copy(BackedUp::ProgramFiles, true).copy.copied, 2U);
+    EXPECT_EQ(folder.Read("Data/Drawings/KO.json"), "first");
+    ASSERT_FALSE(UndoChange(ChangePlaceOf(session), "").fault);
+    EXPECT_EQ(folder.Read("Data/Drawings/KO.json"), "second");
+    EXPECT_EQ(folder.Read("Data/Jan.ddq"), "other table");
 }
 
 TEST_F(MaintenanceTest, ProgramFilesGoToTheirBackUpAndComeBack) {

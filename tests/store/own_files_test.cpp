@@ -48,6 +48,7 @@ TEST_F(OwnFiles, AreToldFromAUsersFiles) {
         {"Quotes/EOD/KO.26", "a file of the quote database", "a file of the quote database"},
         {"Quotes/EOD/QuoteList.ddq", "a file of the quote database", "a file of the quote database"},
         {"Brantlow.lock", "a file of the program", "a file of the program"},
+        {"Data/Drawings/KO.json", "a file of the program", "a file of the program"},
         {"SplitLog.txt", "a file of the program", "a file of the program"},
         {"Export.Txt", "", ""},
         {"Elsewhere/Other.ddq", "", ""},

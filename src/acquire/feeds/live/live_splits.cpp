@@ -11,6 +11,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "shell/session_change.h"
+#include "store/hand_drawings.h"
 #include "store/year_files.h"
 
 namespace brantlow {
@@ -116,6 +117,9 @@ Failure ApplySplits(Session& session, const std::string& ticker, std::vector<Sou
                                          [&](const SourceBar& bar) { return bar.day >= split.day; });
         if (!(closes.after > 0) && behind != newBars.end()) closes.after = behind->close;
         if (!(closes.before > 0) || !IsWanted(bases.Find(ticker), split, closes)) continue;
+        if (Failure fault =
+                PrepareRestatedDrawings(session.DataFolder(), ticker, Date{split.day}, split.factor, change))
+            return fault;
         const Restatement done = RestateHistory(files, split.day, split.factor, change);
         if (done.fault) return done.fault;
         Remember(ticker, split, bases);

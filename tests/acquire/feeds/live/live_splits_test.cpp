@@ -5,6 +5,7 @@
 #include "acquire/feeds/live/live_history.h"
 #include "acquire/feeds/live/source_fixture.h"
 #include "shell/session_change.h"
+#include "store/hand_drawings.h"
 
 namespace brantlow {
 
@@ -48,6 +49,29 @@ class LiveSplits : public SourceTest {
 };
 
 }  // namespace
+
+TEST_F(LiveSplits, WhatWasDrawnByHandIsRestatedOnceWithTheHistory) {
+    const auto line = [](double price) {
+        return TextOfHandDrawings({{HandKind::Horizontal, {{Date{DayOf(2026, 11, 17)}, price}}},
+                                   {HandKind::Horizontal, {{Date{DayOf(2026, 11, 18)}, 30}}}});
+    };
+    Write(file, kStored);
+    Write("Data/Drawings/KO.json", line(104));
+    Known(DayOf(2026, 11, 17));
+    ASSERT_EQ(Check().applied.size(), 1u);
+    EXPECT_EQ(Read("Data/Drawings/KO.json"), line(26));
+    EXPECT_TRUE(Check().applied.empty());
+    EXPECT_EQ(Read("Data/Drawings/KO.json"), line(26));
+}
+
+TEST_F(LiveSplits, WhereTheDrawingsCannotBeReadTheHistoryStays) {
+    Write(file, kStored);
+    Write("Data/Drawings/KO.json", "[]");
+    Known(DayOf(2026, 11, 17));
+    EXPECT_EQ(Sentence(Check().fault),
+              (folder / "Data/Drawings/KO.json").string() + ": cannot be read; it holds no list of drawings");
+    EXPECT_EQ(Read(file), kStored);
+}
 
 TEST_F(LiveSplits, ASplitBehindTheHistoryRestatesEveryEarlierRecordOnce) {
     Write(file, kStored);
