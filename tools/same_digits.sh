@@ -1,0 +1,100 @@
+#!/usr/bin/env bash
+# Checks that results do not hang on the machine: the engine is built by another compiler and for another
+# processor, its tests pass there, and what the batch tool prints for the practice table is the same to the last
+# byte as that of the ordinary build.
+#
+#   tools/same_digits.sh [clang] [plain] [arm64]
+#
+# clang: built by clang. plain: the ordinary build on an emulated x86-64 processor without AVX. arm64: cross-built and
+# run under emulation. Without a name all three. Needs the programs and tests built (./test), and for the last two
+# the packages qemu-user-static, g++-aarch64-linux-gnu and debootstrap. Exit status 1 where a digit differs or a
+# test fails.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+sysroot=$PWD/build/arm64-root
+day=2026-11-21
+failed=0
+
+# What the folder's tickers come to, by the program that the arguments start.
+print_all() {
+  local call=("$@" --app "$work/app" --today "$day") interval
+  local tickers
+  mapfile -t tickers < <(tail -n +2 "$work/app/Data/Practice.ddq" | cut -f1)
+  for interval in daily weekly monthly; do
+    "${call[@]}" indicators "${tickers[@]}" --interval "$interval"
+    "${call[@]}" evaluate "${tickers[@]}" --interval "$interval"
+    "${call[@]}" signals "${tickers[@]}" --interval "$interval"
+  done
+  "${call[@]}" study Practice.ddq --every-day --signals "$work/signals.csv"
+  cat "$work/signals.csv"
+  "${call[@]}" chart "${tickers[0]}" --series "MA 60,LR MINMAX CL,MLR 30 T.CL" --out -
+}
+
+# NAME TESTS COMMAND...: runs the engine's tests, and compares what the command prints.
+compare() {
+  local name=$1 runner=() program tests
+  shift
+  program=$1
+  tests=$2
+  shift 2
+  runner=("$@")
+  echo "$name: the engine's tests"
+  if ! LC_ALL=C.UTF-8 TZ=UTC "${runner[@]}" "$tests" --gtest_brief=1 > "$work/tests.txt" 2>&1; then
+    tail -n 30 "$work/tests.txt"
+    failed=1
+  fi
+  tail -n 2 "$work/tests.txt"
+  print_all "${runner[@]}" "$program" > "$work/$name.txt"
+  if cmp "$work/ordinary.txt" "$work/$name.txt"; then
+    echo "$name: $(stat -c %s "$work/$name.txt") bytes of results, all the same"
+  else
+    failed=1
+  fi
+}
+
+# The libraries for arm64, unpacked and not installed.
+make_sysroot() {
+  [[ ! -e $sysroot/complete ]] || return 0
+  rm -rf "$sysroot"
+  debootstrap --arch=arm64 --foreign --variant=minbase \
+    --include=libc6-dev,libcli11-dev,libcpp-httplib-dev,libcurl4-openssl-dev,libfmt-dev,libgmock-dev,libgtest-dev,libgumbo-dev,libssl-dev,libstdc++-12-dev,nlohmann-json3-dev \
+    bookworm "$sysroot"
+  local package
+  for package in "$sysroot"/var/cache/apt/archives/*.deb; do dpkg -x "$package" "$sysroot"; done
+  touch "$sysroot/complete"
+}
+
+build() {
+  cmake --preset "$1" > "$work/build.txt" || { cat "$work/build.txt"; exit 1; }
+  cmake --build --preset "$1"
+}
+
+[[ $# -gt 0 ]] || set -- clang plain arm64
+mkdir "$work/app"
+build/release/bin/brantlow-batch --app "$work/app" --today "$day" practice > "$work/practice.txt"
+print_all build/release/bin/brantlow-batch > "$work/ordinary.txt"
+for name in "$@"; do
+  case $name in
+    clang)
+      build engine-clang
+      compare clang build/engine-clang/bin/brantlow-batch build/engine-clang/bin/engine_tests
+      ;;
+    plain)
+      compare plain build/release/bin/brantlow-batch build/release/bin/engine_tests qemu-x86_64-static -cpu Nehalem
+      ;;
+    arm64)
+      make_sysroot
+      BRANTLOW_SYSROOT=$sysroot build engine-arm64
+      compare arm64 build/engine-arm64/bin/brantlow-batch build/engine-arm64/bin/engine_tests \
+        qemu-aarch64-static -L "$sysroot"
+      ;;
+    *)
+      echo "same_digits.sh: '$name' is none of clang, plain, arm64" >&2
+      exit 2
+      ;;
+  esac
+done
+exit "$failed"
