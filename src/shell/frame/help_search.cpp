@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::string_view kPageEnding = ".html";
 constexpr std::string_view kSectionTag = "<h2";
+constexpr std::string_view kCellEnd = "</td>";
+constexpr std::string_view kBlank = "&nbsp;";
 // Of the text that is told around a find.
 constexpr std::size_t kTextBefore = 40;
 constexpr std::size_t kTextBytes = 140;
@@ -26,7 +28,13 @@ std::string_view Between(std::string_view text, std::string_view from, std::stri
 }
 
 std::string OneLineOf(std::string_view html) {
-    std::string text = VisibleText(html);
+    // The cells of a row would run together.
+    std::string spaced(html);
+    for (std::size_t at = spaced.find(kCellEnd); at != std::string::npos;
+         at = spaced.find(kCellEnd, at + kBlank.size() + 1)) {
+        spaced.insert(at, kBlank);
+    }
+    std::string text = VisibleText(spaced);
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
     text.erase(std::unique(text.begin(), text.end(), [](char a, char b) { return a == ' ' && b == ' '; }),

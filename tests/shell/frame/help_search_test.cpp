@@ -64,6 +64,14 @@ TEST_F(HelpSearch, TellsTheWordsAroundTheFind) {
         "gets at them until the first warm days of ...");
 }
 
+TEST_F(HelpSearch, CellsOfARowStandApart) {
+    Write("gamma.html",
+          "<h1>Sizes</h1><table><tr><td>plum</td><td>small</td></tr><tr><td>melon</td><td>large</td></tr></"
+          "table>");
+    EXPECT_EQ(Found("melon")[0].text, "plum small melon large");
+    EXPECT_TRUE(Found("nbsp").empty());
+}
+
 TEST_F(HelpSearch, TagsStylesAndOtherFilesAreNoText) {
     for (const char* words : {"href", "123456", "style", "notes", "zebra", "", "   "})
         EXPECT_TRUE(Found(words).empty()) << words;
