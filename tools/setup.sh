@@ -21,7 +21,7 @@ packages=(
 )
 tests=(
   # tests, benchmarks, checks and fuzzing
-  clang-14 clang-format git libbenchmark-dev libclang-rt-14-dev libgmock-dev libgtest-dev
+  clang-14 clang-format dbus-daemon git libbenchmark-dev libclang-rt-14-dev libgmock-dev libgtest-dev
 )
 packing=(
   # packages and what looks at them

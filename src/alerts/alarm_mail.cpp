@@ -19,7 +19,7 @@ constexpr std::array<double, 2> kRetryWaits = {5, 15};
 constexpr double kWaitSlice = 0.1;
 constexpr std::size_t kTickersInSubject = 5;
 
-struct Letter {
+struct Writing {
     std::string subject;
     std::string text;
 };
@@ -52,19 +52,18 @@ std::vector<std::string> AddressesIn(std::string_view text) {
     return addresses;
 }
 
-// The request as far as the settings make it; what is wrong with them in `refusal`.
-MailRequest RequestOf(const Session& session, const AlarmPost& post, std::string& refusal) {
-    const SettingsTables& settings = session.settings;
-    MailRequest request;
+// The request as far as the settings make it, without a password.
+AlarmLetter AddressedBy(const SettingsTables& settings) {
+    AlarmLetter letter;
+    MailRequest& request = letter.request;
     request.host = Get(settings, kMailHost);
     request.port = static_cast<int>(Get(settings, kMailPort));
     request.security = Get(settings, kMailSecurity);
     request.user = Get(settings, kMailUser);
     request.sender = Get(settings, kMailSender);
     request.recipients = AddressesIn(Get(settings, kMailRecipient));
-    request.run = &session.run;
-    const auto refuse = [&](const std::string& why) {
-        if (refusal.empty()) refusal = MailFile() + ": " + why;
+    const auto refuse = [&](const char* why) {
+        if (letter.fault.empty()) letter.fault = why;
     };
     if (!IsHost(request.host)) refuse("no mail server is named");
     if (request.recipients.empty()) refuse("no recipient is named");
@@ -77,16 +76,21 @@ MailRequest RequestOf(const Session& session, const AlarmPost& post, std::string
                     [](char c) { return static_cast<unsigned char>(c) < ' '; })) {
         refuse("the user holds a control character");
     }
-    if (request.user.empty() || !refusal.empty()) return request;
-    request.password = FindKey(session.DataFolder(), kMailKeyName, post.environment);
-    if (request.password.empty()) {
-        refusal =
+    if (!letter.fault.empty()) letter.refusal = MailFile() + ": " + letter.fault;
+    return letter;
+}
+
+void AddPassword(const Session& session, const Environment& environment, AlarmLetter& letter) {
+    if (letter.request.user.empty() || !letter.refusal.empty()) return;
+    std::string& password = letter.request.password;
+    password = FindKey(session.DataFolder(), kMailKeyName, environment);
+    if (password.empty()) {
+        letter.refusal =
             fmt::format("The password of the mail server is missing: put {}=PASSWORD into Data/{} or set {}",
                         kMailKeyName, kKeysFileName, KeyVariable(kMailKeyName));
-    } else if (const std::string why = KeyTextRefusal(request.password); !why.empty()) {
-        refusal = "The password of the mail server cannot be used: " + why;
+    } else if (const std::string why = KeyTextRefusal(password); !why.empty()) {
+        letter.refusal = "The password of the mail server cannot be used: " + why;
     }
-    return request;
 }
 
 // "Fri, 20 Nov 2026 18:30:00", in the time zone in force.
@@ -130,7 +134,7 @@ std::string ZoneOffsetText(const Clock& clock) {
     return {text.data(), length};
 }
 
-void AddHeaders(const Session& session, const Letter& letter, MailRequest& request) {
+void AddHeaders(const Session& session, const Writing& letter, MailRequest& request) {
     const std::size_t at = request.sender.find('@');
     request.headers = {
         "Date: " + MailDate(session.clock) + " " + ZoneOffsetText(session.clock),
@@ -155,27 +159,28 @@ bool Wait(const Session& session, const AlarmPost& post, double seconds) {
     return false;
 }
 
-MailTold Mail(Session& session, AlarmPost& post, const Letter& letter) {
-    MailTold told;
-    MailRequest request = RequestOf(session, post, told.failure);
-    if (!told.failure.empty()) return told;
-    AddHeaders(session, letter, request);
-    MailReply reply = post.mail.Send(request);
+MailTold Mail(Session& session, AlarmPost& post, AlarmLetter letter) {
+    if (!letter.refusal.empty()) return {.failure = letter.refusal};
+    letter.request.isStopped = [&session] { return session.run.ProcessCommand == kStopRun; };
+    MailReply reply = post.mail.Send(letter.request);
     for (const double wait : kRetryWaits) {
-        if (reply.outcome != MailOutcome::Later) break;
+        if (reply.outcome != MailOutcome::Later || !post.waitsForServer) break;
         if (!Wait(session, post, wait)) reply = {MailOutcome::Stopped, "stopped"};
-        if (reply.outcome == MailOutcome::Later) reply = post.mail.Send(request);
+        if (reply.outcome == MailOutcome::Later) reply = post.mail.Send(letter.request);
     }
-    told.isSent = reply.outcome == MailOutcome::Sent;
-    told.wasStopped = reply.outcome == MailOutcome::Stopped;
-    if (told.isSent) return told;
-    const std::string_view how = reply.outcome == MailOutcome::Refused ? "was refused" : "was not sent";
-    told.failure = fmt::format("The mail {} by {}:{}: {}", how, request.host, request.port, reply.words);
-    return told;
+    return ToldOf(letter.request, reply);
 }
 
-Letter LetterOf(const std::vector<FiredAlarm>& alarms) {
-    Letter letter;
+AlarmLetter Written(const Session& session, const SettingsTables& settings, const Environment& environment,
+                    const Writing& writing) {
+    AlarmLetter letter = AddressedBy(settings);
+    AddPassword(session, environment, letter);
+    if (letter.refusal.empty()) AddHeaders(session, writing, letter.request);
+    return letter;
+}
+
+Writing WritingOf(const std::vector<FiredAlarm>& alarms) {
+    Writing letter;
     std::vector<std::string> names;
     for (const FiredAlarm& alarm : alarms) {
         const bool isNew = std::find(names.begin(), names.end(), alarm.ticker) == names.end();
@@ -196,12 +201,35 @@ bool MailsAlarms(const SettingsTables& settings) {
     return Get(settings, kMailsAlarms);
 }
 
+AlarmLetter LetterOfAlarms(const Session& session, const SettingsTables& settings,
+                           const Environment& environment, const std::vector<FiredAlarm>& alarms) {
+    return Written(session, settings, environment, WritingOf(alarms));
+}
+
+AlarmLetter TestLetter(const Session& session, const SettingsTables& settings,
+                       const Environment& environment) {
+    return Written(session, settings, environment, {"Test", "Mails of fired alarms arrive here.\r\n"});
+}
+
+MailTold ToldOf(const MailRequest& request, const MailReply& reply) {
+    MailTold told;
+    told.isSent = reply.outcome == MailOutcome::Sent;
+    told.wasStopped = reply.outcome == MailOutcome::Stopped;
+    told.comesAgain = reply.outcome == MailOutcome::Later;
+    if (told.isSent) return told;
+    const std::string_view how = reply.outcome == MailOutcome::Refused ? "was refused" : "was not sent";
+    told.failure = fmt::format("The mail {} by {}:{}: {}", how, request.host, request.port, reply.words);
+    return told;
+}
+
 MailTold MailAlarms(Session& session, AlarmPost& post, const std::vector<FiredAlarm>& alarms) {
-    return Mail(session, post, LetterOf(alarms));
+    post.told = Mail(session, post, LetterOfAlarms(session, session.settings, post.environment, alarms));
+    return post.told;
 }
 
 MailTold MailTest(Session& session, AlarmPost& post) {
-    return Mail(session, post, {"Test", "Mails of fired alarms arrive here.\r\n"});
+    post.told = Mail(session, post, TestLetter(session, session.settings, post.environment));
+    return post.told;
 }
 
 }  // namespace brantlow

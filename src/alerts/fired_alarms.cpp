@@ -57,6 +57,11 @@ bool IsSameAlarm(const FiredAlarm& a, const FiredAlarm& b) {
            a.when.substr(0, kDayLength) == b.when.substr(0, kDayLength);
 }
 
+bool IsOneOf(const std::vector<FiredAlarm>& alarms, const FiredAlarm& alarm) {
+    return std::any_of(alarms.begin(), alarms.end(),
+                       [&](const FiredAlarm& one) { return IsSameAlarm(one, alarm); });
+}
+
 Failure WriteList(const Path& file, const std::vector<FiredAlarm>& alarms) {
     std::string bytes;
     for (const FiredAlarm& alarm : alarms) bytes += LineOf(alarm);
@@ -121,12 +126,26 @@ Failure KeepFiredAlarms(const Path& dataFolder, const std::vector<FiredAlarm>& a
     return WriteList(dataFolder / kFiredAlarmsName, kept);
 }
 
-Failure MarkAlarmsMailed(const Path& dataFolder) {
+std::vector<FiredAlarm> AlarmsToMail(const Path& dataFolder, Failure& failure) {
+    std::vector<FiredAlarm> due = LoadFiredAlarms(dataFolder, failure);
+    std::erase_if(due, [](const FiredAlarm& alarm) { return alarm.isMailed; });
+    return due;
+}
+
+Failure MarkAlarmsMailed(const Path& dataFolder, const std::vector<FiredAlarm>& mailed) {
     Failure failure;
     std::vector<FiredAlarm> alarms = LoadFiredAlarms(dataFolder, failure);
     if (failure || alarms.empty()) return failure;
-    for (FiredAlarm& alarm : alarms) alarm.isMailed = true;
+    for (FiredAlarm& alarm : alarms) alarm.isMailed |= IsOneOf(mailed, alarm);
     return WriteList(dataFolder / kFiredAlarmsName, alarms);
+}
+
+Failure MarkAlarmsRead(const Path& dataFolder, const std::vector<FiredAlarm>& read) {
+    Failure failure;
+    std::vector<FiredAlarm> alarms = LoadFiredAlarms(dataFolder, failure);
+    if (failure) return failure;
+    if (std::erase_if(alarms, [&](const FiredAlarm& alarm) { return IsOneOf(read, alarm); }) == 0) return {};
+    return alarms.empty() ? ForgetFiredAlarms(dataFolder) : WriteList(dataFolder / kFiredAlarmsName, alarms);
 }
 
 Failure ForgetFiredAlarms(const Path& dataFolder) {

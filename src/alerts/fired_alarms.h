@@ -47,10 +47,16 @@ std::vector<FiredAlarm> LoadFiredAlarms(const Path& dataFolder, Failure& failure
 // the older one. The newest kMostRows stay.
 Failure KeepFiredAlarms(const Path& dataFolder, const std::vector<FiredAlarm>& alarms);
 
-// Notes that all alarms of the list were mailed.
-Failure MarkAlarmsMailed(const Path& dataFolder);
+// Those of the list that are to be mailed still.
+std::vector<FiredAlarm> AlarmsToMail(const Path& dataFolder, Failure& failure);
 
-// A person has read the list: it ends.
+// Notes that these alarms of the list were mailed.
+Failure MarkAlarmsMailed(const Path& dataFolder, const std::vector<FiredAlarm>& mailed);
+
+// A person has read these: they leave the list.
+Failure MarkAlarmsRead(const Path& dataFolder, const std::vector<FiredAlarm>& read);
+
+// A person has read the whole list: it ends.
 Failure ForgetFiredAlarms(const Path& dataFolder);
 
 }  // namespace brantlow

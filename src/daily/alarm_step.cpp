@@ -1,7 +1,5 @@
 #include "daily/alarm_step.h"
 
-#include <algorithm>
-
 namespace brantlow {
 
 std::vector<std::string> TellAlarms(Session& session, const std::vector<FiredAlarm>& alarms,
@@ -16,14 +14,13 @@ std::vector<std::string> TellAlarms(Session& session, const std::vector<FiredAla
     keep(KeepFiredAlarms(session.DataFolder(), noticed));
     if (!mails || post == nullptr || session.run.ProcessCommand == kStopRun) return failures;
     Failure unread;
-    std::vector<FiredAlarm> due = LoadFiredAlarms(session.DataFolder(), unread);
-    std::erase_if(due, [](const FiredAlarm& alarm) { return alarm.isMailed; });
+    std::vector<FiredAlarm> due = AlarmsToMail(session.DataFolder(), unread);
     // The list may be out of reach; the mail goes all the same.
     if (unread || !failures.empty()) due = noticed;
     if (due.empty()) return failures;
     const MailTold told = MailAlarms(session, *post, due);
     if (told.isSent) {
-        keep(MarkAlarmsMailed(session.DataFolder()));
+        keep(MarkAlarmsMailed(session.DataFolder(), due));
     } else {
         failures.push_back(told.failure);
     }

@@ -14,7 +14,7 @@ struct WindowHelp {
     std::string_view window;
     std::string_view page;
 };
-inline constexpr std::array<WindowHelp, 27> kWindowHelp = {{
+inline constexpr std::array<WindowHelp, 29> kWindowHelp = {{
     {"frmQuoteGrid", "tables.html"},
     {"frmDeleteQuoteDataBase", "tables.html"},
     {"frmDeleteFile", "files.html"},
@@ -42,6 +42,8 @@ inline constexpr std::array<WindowHelp, 27> kWindowHelp = {{
     {"frmDisclaimer", "start.html"},
     {"frmLowMemory", "update.html"},
     {"frmEnable", "selector.html"},
+    {"frmFiredAlarms", "alarms.html"},
+    {"frmAlarmMail", "alarms.html"},
 }};
 
 // The page of the window of this name; the contents for any other.

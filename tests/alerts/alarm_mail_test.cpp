@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+
+#include "alerts/mail_retry.h"
 #include "daily/alarm_step.h"
 #include "support/session_fixture.h"
 
@@ -107,6 +110,87 @@ TEST_F(AlarmMailTest, AServerThatAsksToComeBackIsAskedTwiceMore) {
     EXPECT_THAT(Tell({AlarmOf("KO")}), IsEmpty());
     EXPECT_EQ(mail.sent.size(), 3U);
     EXPECT_NEAR(seconds, 20, 0.01);
+}
+
+TEST_F(AlarmMailTest, WhereSomebodyTriesAgainLaterNobodyWaitsForTheServer) {
+    post.waitsForServer = false;
+    mail.replies = {{MailOutcome::Later, "451 later"}};
+    EXPECT_THAT(Tell({AlarmOf("KO")}), ElementsAre("The mail was not sent by mail.example:587: 451 later"));
+    EXPECT_EQ(mail.sent.size(), 1U);
+    EXPECT_EQ(seconds, 0);
+    EXPECT_TRUE(post.told.comesAgain);
+    mail.replies = {{MailOutcome::Refused, "550 no"}};
+    Tell({AlarmOf("PEP")});
+    EXPECT_FALSE(post.told.comesAgain);
+    mail.replies.clear();
+    Tell({AlarmOf("PEP")});
+    EXPECT_TRUE(post.told.isSent);
+}
+
+TEST_F(AlarmMailTest, ADraftOfTheSettingsIsWhatTheTestLetterGoesBy) {
+    SettingsTables draft = session.settings;
+    Set(draft.MailSettings, 2, "other.example");
+    Set(draft.MailSettings, 7, "c@example.org");
+    const AlarmLetter letter = TestLetter(session, draft, post.environment);
+    EXPECT_EQ(letter.refusal, "");
+    EXPECT_EQ(letter.request.host, "other.example");
+    EXPECT_THAT(letter.request.recipients, ElementsAre("c@example.org"));
+    Set(draft.MailSettings, 7, "");
+    EXPECT_EQ(TestLetter(session, draft, post.environment).fault, "no recipient is named");
+    EXPECT_EQ(TestLetter(session, draft, post.environment).refusal, "VTRMAILset.ini: no recipient is named");
+}
+
+TEST_F(AlarmMailTest, OnlyTheAlarmsOfTheMailAreNotedAsMailed) {
+    EXPECT_FALSE(KeepFiredAlarms(folder / "Data", {AlarmOf("KO"), AlarmOf("PEP")}));
+    EXPECT_FALSE(MarkAlarmsMailed(folder / "Data", {AlarmOf("KO")}));
+    Failure failure;
+    const std::vector<FiredAlarm> due = AlarmsToMail(folder / "Data", failure);
+    ASSERT_EQ(due.size(), 1U);
+    EXPECT_EQ(due[0].ticker, "PEP");
+}
+
+TEST_F(AlarmMailTest, AlarmsThatWereReadLeaveTheListAndTheLastOneItsFile) {
+    EXPECT_FALSE(KeepFiredAlarms(folder / "Data", {AlarmOf("KO"), AlarmOf("PEP")}));
+    EXPECT_FALSE(MarkAlarmsRead(folder / "Data", {AlarmOf("X")}));
+    EXPECT_EQ(List().size(), 2U);
+    EXPECT_FALSE(MarkAlarmsRead(folder / "Data", {AlarmOf("KO")}));
+    ASSERT_EQ(List().size(), 1U);
+    EXPECT_EQ(List()[0].ticker, "PEP");
+    EXPECT_FALSE(MarkAlarmsRead(folder / "Data", {AlarmOf("PEP"), AlarmOf("KO")}));
+    EXPECT_FALSE(Exists("Data/Fired Alarms.txt"));
+}
+
+TEST(MailRetry, WaitsLongerEachTimeAndGivesUpAtTheEnd) {
+    const Date day{std::chrono::year{2026}, std::chrono::month{11}, std::chrono::day{20}};
+    FixedClock clock(day, 18 * 3600);
+    MailRetry retry;
+    EXPECT_FALSE(retry.IsWaiting());
+    EXPECT_FALSE(retry.IsDue(clock));
+    EXPECT_EQ(retry.NextText(), "");
+    retry.Begin(clock);
+    struct Row {
+        int minutes;
+        const char* next;
+    };
+    constexpr Row kRows[] = {{1, "18:01"},  {5, "18:06"},   {15, "18:21"},  {30, "18:51"},
+                             {60, "19:51"}, {120, "21:51"}, {240, "01:51"}, {480, "09:51"}};
+    double now = 18 * 3600;
+    for (const Row& row : kRows) {
+        EXPECT_EQ(retry.NextText(), row.next);
+        const double next = now + row.minutes * 60;
+        clock.Set(AddDays(day, next - 1 >= 86'400 ? 1 : 0), std::fmod(next - 1, 86'400));
+        EXPECT_FALSE(retry.IsDue(clock)) << row.next;
+        clock.Set(AddDays(day, next >= 86'400 ? 1 : 0), std::fmod(next, 86'400));
+        EXPECT_TRUE(retry.IsDue(clock)) << row.next;
+        retry.PutOff(clock);
+        now = next;
+    }
+    EXPECT_FALSE(retry.IsWaiting());
+    EXPECT_EQ(retry.NextText(), "");
+    retry.Begin(clock);
+    EXPECT_TRUE(retry.IsWaiting());
+    retry.End();
+    EXPECT_FALSE(retry.IsDue(clock));
 }
 
 TEST_F(AlarmMailTest, WhatCouldNotBeMailedGoesWithTheNextRun) {

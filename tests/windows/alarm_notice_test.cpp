@@ -7,26 +7,18 @@ using namespace brantlow;
 
 namespace {
 
-struct Shown {
-    QString title;
-    QString body;
-    bool operator==(const Shown&) const = default;
-};
-
 // Doors that note what goes through them.
 struct Desktop {
     bool hasService = true;
-    std::vector<Shown> bus;
-    std::vector<Shown> tray;
+    std::vector<Notice> bus;
+    std::vector<Notice> tray;
 
     NoticeDoors Doors() {
-        return {[this](const QString& title, const QString& body, const std::function<void()>& failed) {
+        return {[this](const Notice& notice, const std::function<void()>& failed) {
                     if (!hasService) return failed();
-                    bus.push_back({title, body});
+                    bus.push_back(notice);
                 },
-                [this](const QString& title, const QString& body) {
-                    tray.push_back({title, body});
-                }};
+                [this](const Notice& notice) { tray.push_back(notice); }};
     }
 };
 
@@ -80,7 +72,8 @@ class AlarmNoticeTest : public QObject {
         qunsetenv("DBUS_SESSION_BUS_ADDRESS");
         qputenv("XDG_RUNTIME_DIR", "/nonexistent");
         bool failed = false;
-        DesktopDoors().bus(QStringLiteral("t"), QStringLiteral("b"), [&failed] { failed = true; });
+        DesktopNotices notices(nullptr);
+        notices.Doors().bus({QStringLiteral("t"), QStringLiteral("b")}, [&failed] { failed = true; });
         QVERIFY(failed);
     }
 };

@@ -131,6 +131,8 @@ const std::vector<Walk>& Walks() {
         {"mnuSettingsApplication", L({"dialog Brantlow Settings"})},
         {"mnuSettingsStockSelector", L({"dialog Brantlow Stock Selector Settings"})},
         {"mnuSettingsSources", L({"dialog Quote Sources"})},
+        {"mnuSettingsAlarmMail", L({"dialog Alarm Mail"})},
+        {"mnuViewFiredAlarms", L({"+window Fired Alarms"})},
         {"mnuGraphicsHLC", L({"+frmGraph T1"})},
         {"mnuGraphicsCandleStick", L({"+frmGraph T1"})},
         {"mnuEvaluatePickStocks", L({"dialog Stock Selector Interval Selection", "+Data/Evaluations.dbe"})},

@@ -19,6 +19,8 @@
 #include "acquire/schedule/pretend_system.h"
 #include "acquire/schedule/windows/frmSchedule.h"
 #include "acquire/version/windows/frmVersionUpdate.h"
+#include "alerts/windows/frmAlarmMail.h"
+#include "alerts/windows/frmFiredAlarms.h"
 #include "base/windows/text_editor.h"
 #include "catalogue_scene.h"
 #include "chart/windows/frmGraph.h"
@@ -82,6 +84,8 @@ const std::vector<WindowRow>& Windows() {
         {"frmLowMemory", "Continue", [](Ground& on) { return new frmLowMemory(on.session.run, on.Frame()); }},
         {"frmPopulate", "Populate", [](Ground& on) { return new frmPopulate(on.session, on.Frame()); }},
         {"frmSources", "", [](Ground& on) { return new frmSources(on.session, on.web, on.Frame()); }},
+        {"frmFiredAlarms", "", [](Ground& on) { return new frmFiredAlarms(on.session, on.Frame()); }},
+        {"frmAlarmMail", "OK", [](Ground& on) { return new frmAlarmMail(on.session, on.Frame()); }},
         {"frmNewList", "Create",
          [](Ground& on) { return new frmNewList(on.session, on.web, NewListOf::Tickers, on.Frame()); }},
         {"frmNewList", "Create",

@@ -176,10 +176,8 @@ MailReply CurlMail::Send(const MailRequest& request) {
         curl_multi_perform(transfer.multi, &running);
         if (const auto code = transfer.Ended()) return transfer.ReplyOf(*code);
         curl_multi_poll(transfer.multi, nullptr, 0, kPollMilliseconds, nullptr);
-        person_.PumpEvents();
-        if (request.run != nullptr && request.run->ProcessCommand == kStopRun) {
-            return {MailOutcome::Stopped, "stopped"};
-        }
+        if (person_ != nullptr) person_->PumpEvents();
+        if (request.isStopped && request.isStopped()) return {MailOutcome::Stopped, "stopped"};
         if (Seconds() > end) {
             return {MailOutcome::Later,
                     fmt::format("no whole answer within {} seconds", request.limitSeconds)};

@@ -2,12 +2,12 @@
 // CurlMail talks to the network, tests hand in a door of their own. Nothing here knows what a mail is about.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "shell/person.h"
-#include "shell/run_control.h"
 #include "shell/settings/choices.h"
 
 namespace brantlow {
@@ -26,8 +26,8 @@ struct MailRequest {
     std::vector<std::string> headers;
     std::string text;
     double limitSeconds = 60;
-    // The wait ends when this run's control word becomes "True"; may be null.
-    const RunControl* run = nullptr;
+    // Asked during the wait, which ends when it says so; may be empty.
+    std::function<bool()> isStopped = {};
 };
 
 enum class MailOutcome {
@@ -50,16 +50,18 @@ class MailWeb {
     virtual MailReply Send(const MailRequest& request) = 0;
 };
 
-// Window events run during the wait. Certificates are checked against those of the system, or of the file
+// Window events run during the wait where a person is handed in; without one it can be used on any thread.
+// Certificates are checked against those of the system, or of the file
 // that the variable SSL_CERT_FILE names.
 class CurlMail final : public MailWeb {
   public:
-    explicit CurlMail(Person& person) : person_(person) {}
+    CurlMail() = default;
+    explicit CurlMail(Person& person) : person_(&person) {}
 
     MailReply Send(const MailRequest& request) override;
 
   private:
-    Person& person_;
+    Person* person_ = nullptr;
 };
 
 }  // namespace brantlow

@@ -7,7 +7,6 @@
 #include <QDBusPendingReply>
 #include <QFile>
 #include <QIcon>
-#include <QPointer>
 #include <QSystemTrayIcon>
 #include <QVariantMap>
 #include <utility>
@@ -20,6 +19,14 @@ namespace {
 
 constexpr std::size_t kShownAlarms = 5;
 constexpr int kServersOwnTime = -1;
+constexpr const char* kService = "org.freedesktop.Notifications";
+constexpr const char* kPath = "/org/freedesktop/Notifications";
+// The name that the service has for a press on the bubble itself.
+constexpr const char* kPressed = "default";
+
+QString Latin(const char* text) {
+    return QString::fromLatin1(text);
+}
 
 // Looking for a bus where none is would start one.
 bool HasSessionBus() {
@@ -28,34 +35,14 @@ bool HasSessionBus() {
     return !folder.isEmpty() && QFile::exists(folder + QStringLiteral("/bus"));
 }
 
-QDBusMessage NotifyCall(const QString& title, const QString& body) {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("/org/freedesktop/Notifications"),
-        QStringLiteral("org.freedesktop.Notifications"), QStringLiteral("Notify"));
+QDBusMessage NotifyCall(const Notice& notice) {
+    QDBusMessage call = QDBusMessage::createMethodCall(Latin(kService), Latin(kPath), Latin(kService),
+                                                       QStringLiteral("Notify"));
     const QVariantMap hints = {{QStringLiteral("desktop-entry"), QStringLiteral("brantlow")},
                                {QStringLiteral("urgency"), QVariant::fromValue<uchar>(1)}};
-    call << QStringLiteral("Brantlow") << uint{0} << QStringLiteral("brantlow") << title << body
-         << QStringList() << hints << kServersOwnTime;
+    call << QStringLiteral("Brantlow") << uint{0} << QStringLiteral("brantlow") << notice.title << notice.body
+         << QStringList{Latin(kPressed), QStringLiteral("Show the fired alarms")} << hints << kServersOwnTime;
     return call;
-}
-
-void ShowOnBus(const QString& title, const QString& body, std::function<void()> failed) {
-    if (!HasSessionBus() || !QDBusConnection::sessionBus().isConnected()) return failed();
-    const QDBusPendingCall sent = QDBusConnection::sessionBus().asyncCall(NotifyCall(title, body));
-    auto* const watcher = new QDBusPendingCallWatcher(sent, qApp);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
-                     [failed = std::move(failed)](QDBusPendingCallWatcher* done) {
-                         if (QDBusPendingReply<uint>(*done).isError()) failed();
-                         done->deleteLater();
-                     });
-}
-
-void ShowInTray(const QString& title, const QString& body) {
-    if (!QSystemTrayIcon::isSystemTrayAvailable() || !QSystemTrayIcon::supportsMessages()) return;
-    static QPointer<QSystemTrayIcon> symbol;
-    if (symbol.isNull()) symbol = new QSystemTrayIcon(QApplication::windowIcon(), qApp);
-    symbol->show();
-    symbol->showMessage(title, body);
 }
 
 // Servers differ in whether they read marks of a text; without them all show the same.
@@ -67,8 +54,46 @@ QString PlainText(const std::string& text) {
 
 }  // namespace
 
-NoticeDoors DesktopDoors() {
-    return {ShowOnBus, ShowInTray};
+NoticeDoors DesktopNotices::Doors() {
+    return {
+        [this](const Notice& notice, std::function<void()> failed) { ShowOnBus(notice, std::move(failed)); },
+        [this](const Notice& notice) { ShowInTray(notice); }};
+}
+
+void DesktopNotices::ShowOnBus(const Notice& notice, std::function<void()> failed) {
+    if (!HasSessionBus() || !QDBusConnection::sessionBus().isConnected()) return failed();
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!listens_) {
+        listens_ = bus.connect({}, Latin(kPath), Latin(kService), QStringLiteral("ActionInvoked"), this,
+                               SLOT(ActionInvoked(uint, QString)));
+    }
+    auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(NotifyCall(notice)), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, failed = std::move(failed)](QDBusPendingCallWatcher* done) {
+                const QDBusPendingReply<uint> reply(*done);
+                if (reply.isError()) {
+                    failed();
+                } else {
+                    shown_.insert(reply.value());
+                }
+                done->deleteLater();
+            });
+}
+
+void DesktopNotices::ActionInvoked(uint id, const QString& action) {
+    if (action == QLatin1String(kPressed) && shown_.contains(id)) Q_EMIT Pressed();
+}
+
+void DesktopNotices::ShowInTray(const Notice& notice) {
+    if (!QSystemTrayIcon::isSystemTrayAvailable() || !QSystemTrayIcon::supportsMessages()) return;
+    if (!symbol_) {
+        symbol_ = new QSystemTrayIcon(QApplication::windowIcon(), this);
+        symbol_->setToolTip(QStringLiteral("Brantlow"));
+        connect(symbol_, &QSystemTrayIcon::messageClicked, this, &DesktopNotices::Pressed);
+        connect(symbol_, &QSystemTrayIcon::activated, this, &DesktopNotices::Pressed);
+    }
+    symbol_->show();
+    symbol_->showMessage(notice.title, notice.body);
 }
 
 void ShowAlarms(const std::vector<FiredAlarm>& alarms, const NoticeDoors& doors) {
@@ -83,8 +108,8 @@ void ShowAlarms(const std::vector<FiredAlarm>& alarms, const NoticeDoors& doors)
     if (alarms.size() > kShownAlarms) {
         lines.push_back(QStringLiteral("and %1 more").arg(alarms.size() - kShownAlarms));
     }
-    const QString body = lines.join(QLatin1Char('\n'));
-    doors.bus(title, body, [tray = doors.tray, title, body] { tray(title, body); });
+    const Notice notice{title, lines.join(QLatin1Char('\n'))};
+    doors.bus(notice, [tray = doors.tray, notice] { tray(notice); });
 }
 
 }  // namespace brantlow

@@ -3,21 +3,55 @@
 // in any case.
 #pragma once
 
+#include <QObject>
+#include <QSet>
 #include <QString>
 #include <functional>
 #include <vector>
 
 #include "alerts/fired_alarms.h"
 
+class QSystemTrayIcon;
+
 namespace brantlow {
+
+// What a bubble says.
+struct Notice {
+    QString title;
+    QString body;
+};
 
 // The two ways, so that a test can watch them.
 struct NoticeDoors {
     // Never waits; calls `failed` once nobody has shown it.
-    std::function<void(const QString& title, const QString& body, std::function<void()> failed)> bus;
-    std::function<void(const QString& title, const QString& body)> tray;
+    std::function<void(const Notice& notice, std::function<void()> failed)> bus;
+    std::function<void(const Notice& notice)> tray;
 };
-NoticeDoors DesktopDoors();
+
+// The desktop's bubbles of this program. Lives as long as they are to be answered.
+class DesktopNotices final : public QObject {
+    Q_OBJECT
+  public:
+    explicit DesktopNotices(QObject* parent) : QObject(parent) {}
+
+    NoticeDoors Doors();
+
+  Q_SIGNALS:
+    // The person pressed a bubble.
+    void Pressed();
+
+  private Q_SLOTS:
+    // By the service of notifications, of everybody's bubbles.
+    void ActionInvoked(uint id, const QString& action);
+
+  private:
+    void ShowOnBus(const Notice& notice, std::function<void()> failed);
+    void ShowInTray(const Notice& notice);
+
+    QSet<uint> shown_;
+    QSystemTrayIcon* symbol_ = nullptr;
+    bool listens_ = false;
+};
 
 // Without alarms there is no bubble.
 void ShowAlarms(const std::vector<FiredAlarm>& alarms, const NoticeDoors& doors);

@@ -79,6 +79,8 @@ void frmApplicationSettings::AddPages() {
     connect(schedule, &QPushButton::clicked, this, &frmApplicationSettings::ScheduleAsked);
     auto* sources = TabStrip1->findChild<QPushButton*>(QLatin1String(kSourcesButton));
     connect(sources, &QPushButton::clicked, this, &frmApplicationSettings::SourcesAsked);
+    auto* mail = TabStrip1->findChild<QPushButton*>(QLatin1String(kMailButton));
+    connect(mail, &QPushButton::clicked, this, &frmApplicationSettings::MailAsked);
 }
 
 QWidget* frmApplicationSettings::ButtonRow() {

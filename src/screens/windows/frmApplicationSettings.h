@@ -28,6 +28,8 @@ class frmApplicationSettings final : public QDialog {
     void ScheduleAsked();
     // The list of live sources is to be opened.
     void SourcesAsked();
+    // The settings of the alarms' mail are to be opened.
+    void MailAsked();
 
   private:
     void Form_Load();

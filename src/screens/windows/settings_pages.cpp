@@ -159,11 +159,15 @@ void HistoryFrame(SettingsBinder& binder, QBoxLayout* in) {
 }
 
 void AlertsFrame(SettingsBinder& binder, QBoxLayout* in) {
-    auto* frame = Frame<QHBoxLayout>(QStringLiteral("E-mail Alerts"), in);
-    frame->addWidget(binder.Check("Check2"));
+    auto* frame = Frame<QVBoxLayout>(QStringLiteral("E-mail Alerts"), in);
+    auto* row = new QHBoxLayout;
+    row->addWidget(binder.Check("Check2"));
     QLineEdit* address = binder.Text("Text1");
-    frame->addWidget(binder.Label(QStringLiteral("Address:"), address));
-    frame->addWidget(address, 1);
+    row->addWidget(binder.Label(QStringLiteral("Address:"), address));
+    row->addWidget(address, 1);
+    frame->addLayout(row);
+    frame->addWidget(WindowButton(kMailButton, QStringLiteral("Mail by Your Own Server..."),
+                                  QStringLiteral("Have fired alarms mailed by a server of yours")));
 }
 
 void DataPage(SettingsBinder& binder, QBoxLayout* page) {

@@ -16,5 +16,7 @@ QWidget* SettingsPage(SettingsTab tab, SettingsBinder& binder);
 inline constexpr const char* kScheduleButton = "CommandSchedule";
 // The name of the one on the network page that opens the list of live sources.
 inline constexpr const char* kSourcesButton = "CommandSources";
+// The one beside the alerts that opens the settings of the alarms' mail.
+inline constexpr const char* kMailButton = "CommandMail";
 
 }  // namespace brantlow

@@ -7,6 +7,7 @@
 #include "acquire/web/mail_server.h"
 #include "acquire/web/raw_server.h"
 #include "acquire/web/waiting_person.h"
+#include "shell/run_control.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {
@@ -39,7 +40,7 @@ class MailWebTest : public ::testing::Test {
         request.headers = {"Subject: Price alarm: KO"};
         request.text = "KO: caf\xc3\xa9\r\n.\r\nend\r\n";
         request.limitSeconds = limit;
-        request.run = &run;
+        request.isStopped = [this] { return run.ProcessCommand == kStopRun; };
         return mail.Send(request);
     }
 

@@ -108,6 +108,8 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuViewSplits", true, true, true, true, true, true, true},
         {"mnuSettingsStockSelector", true, true, true, true, true, true, false},
         {"mnuSettingsSources", true, true, true, true, true, true, false},
+        {"mnuSettingsAlarmMail", true, true, true, true, true, true, false},
+        {"mnuViewFiredAlarms", true, true, true, true, true, true, false},
         {"SetupWizard", true, true, true, true, true, true, false},
         {"mnuPopUpNews", true, true, true, true, true, true, true},
         {"mnuHelpKeys", true, true, true, true, true, true, true},

@@ -28,6 +28,8 @@ namespace brantlow {
 class FrameChildren;
 class FrameRuns;
 class WindowPerson;
+struct FiredAlarm;
+struct MailTold;
 class frmQuoteGrid;
 
 // The routine behind one entry of the menu table.
@@ -127,6 +129,12 @@ struct FrameHands {
         pictureOperations = {};
     // Opens the chart of a ticker as another window wants it.
     std::function<void(const ChartWish& wish)> openChart = {};
+    // The alarms of a run that is over, which the desktop and the status bar tell, and how their mail went.
+    std::function<void(const std::vector<FiredAlarm>& fired, const MailTold& mail)> alarmsFired = {};
+    // Whether a mail of alarms is on its way beside the windows; a run sends none meanwhile.
+    std::function<bool()> isMailing = {};
+    // Opens the settings of the alarms' mail over the window that asked for them.
+    std::function<void(QWidget* asking)> openAlarmMail = {};
     // Opens a page in the browser window.
     std::function<void(const std::string& address)> openPage = {};
 };

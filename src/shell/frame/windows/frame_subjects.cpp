@@ -14,6 +14,7 @@ FrameSubjects::FrameSubjects(const Start& start)
       upkeep(hands),
       longRuns(hands, start.analysis),
       browser(hands, start.userStore, start.browser),
+      alarms(hands),
       updates(hands, start.analysis, browser.Cache()),
       chart(hands, start.analysis, start.userStore),
       setup(hands),
@@ -38,10 +39,16 @@ FrameSubjects::FrameSubjects(const Start& start)
     hands.rowChosen = [this] { chart.FollowRow(); };
     hands.forgetRows = [this] { updates.ForgetRows(); };
     hands.openChart = [this](const ChartWish& wish) { chart.Show(wish); };
+    hands.alarmsFired = [this](const std::vector<FiredAlarm>& fired, const MailTold& mail) {
+        alarms.TakeRun(fired, mail);
+    };
+    hands.isMailing = [this] { return alarms.IsMailing(); };
+    hands.openAlarmMail = [this](QWidget* asking) { alarms.OpenMail(asking); };
     hands.openPage = [this](const std::string& address) { browser.OpenPage(address); };
-    for (const CommandRows& rows : {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(),
-                                    longRuns.Rows(), browser.Rows(), updates.Rows(), chart.Rows(),
-                                    setup.Rows(), study.Rows(), explain.Rows(), help.Rows(), welcome.Rows()})
+    for (const CommandRows& rows :
+         {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(), longRuns.Rows(),
+          browser.Rows(), updates.Rows(), alarms.Rows(), chart.Rows(), setup.Rows(), study.Rows(),
+          explain.Rows(), help.Rows(), welcome.Rows()})
         Add(rows);
 }
 

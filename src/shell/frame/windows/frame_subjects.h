@@ -5,6 +5,7 @@
 #include <functional>
 #include <unordered_map>
 
+#include "shell/frame/windows/alarm_commands.h"
 #include "shell/frame/windows/browser_commands.h"
 #include "shell/frame/windows/chart_commands.h"
 #include "shell/frame/windows/drop_commands.h"
@@ -55,6 +56,7 @@ struct FrameSubjects {
     UpkeepCommands upkeep;
     RunCommands longRuns;
     BrowserCommands browser;
+    AlarmCommands alarms;
     UpdateCommands updates;
     ChartCommands chart;
     SetupCommands setup;

@@ -256,6 +256,7 @@ void frmMain::Load() {
     OpenNewestFile();
     ProgressBar1->hide();
     subjects_->help.LookForNewVersion();
+    subjects_->alarms.Start();
     subjects_->updates.StartClock();
 }
 

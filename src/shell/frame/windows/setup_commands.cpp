@@ -36,6 +36,8 @@ void SetupCommands::ApplicationSettingsScreen() {
     });
     QObject::connect(dialog, &frmApplicationSettings::SourcesAsked, &frame_.window,
                      [this, dialog] { OpenSources(dialog); });
+    QObject::connect(dialog, &frmApplicationSettings::MailAsked, &frame_.window,
+                     [this, dialog] { frame_.openAlarmMail(dialog); });
     dialog->open();
 }
 

@@ -7,7 +7,6 @@
 
 #include "acquire/feeds/extended_fundamentals.h"
 #include "alerts/alarm_mail.h"
-#include "alerts/windows/alarm_notice.h"
 #include "daily/daily_update.h"
 #include "daily/live_setup.h"
 #include "daily/unattended_run.h"
@@ -80,7 +79,7 @@ bool UpdateCommands::UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport
     const bool stays = frame_.runs.EndOn(form);
     report = update.report;
     if (!update.quotes.noTemplate) frame_.tell(report);
-    ShowAlarms(update.quotes.alarms, DesktopDoors());
+    frame_.alarmsFired(update.quotes.alarms, mail_);
     if (!stays) return false;
     if (update.selectorFollows) frame_.run(kSelectorCommand);
     const std::string failure = FirstFailure(update, name);
@@ -94,10 +93,15 @@ DailyUpdate UpdateCommands::RunUpdate(frmQuoteGrid& form) {
     LiveSetup live(frame_.session, frame_.web);
     CurlMail mail(frame_.person);
     AlarmPost post{mail};
-    const UpdateWork work{frame_.session, form.Table(), frame_.web,  frame_.hosts,
-                          rows_,          alerted_,     memoryInfo_, ShowsAdjustSplits(splits),
-                          live.Sources(), &post};
-    return RunChosenUpdate(work, live.Refusal(), days_, analysis_.series);
+    post.waitsForServer = false;
+    const UpdateWork work{frame_.session, form.Table(),
+                          frame_.web,     frame_.hosts,
+                          rows_,          alerted_,
+                          memoryInfo_,    ShowsAdjustSplits(splits),
+                          live.Sources(), frame_.isMailing() ? nullptr : &post};
+    DailyUpdate update = RunChosenUpdate(work, live.Refusal(), days_, analysis_.series);
+    mail_ = post.told;
+    return update;
 }
 
 std::function<void(bool)> UpdateCommands::ShowsAdjustSplits(frmAdjustSplits& window) {
@@ -147,11 +151,13 @@ RunReport UpdateCommands::UpdateFile() {
     frame_.runs.BeginWithoutTable();
     CurlMail mail(frame_.person);
     AlarmPost post{mail};
-    UnattendedRun run = RunUnattended({frame_.session, frame_.web, frame_.hosts, *analysis, alerted_, days_,
-                                       memoryInfo_, ShowsAdjustSplits(splits), &post});
+    post.waitsForServer = false;
+    UnattendedRun run =
+        RunUnattended({frame_.session, frame_.web, frame_.hosts, *analysis, alerted_, days_, memoryInfo_,
+                       ShowsAdjustSplits(splits), frame_.isMailing() ? nullptr : &post});
     const bool stays = frame_.runs.End();
     frame_.tell(run.report);
-    ShowAlarms(run.update.quotes.alarms, DesktopDoors());
+    frame_.alarmsFired(run.update.quotes.alarms, post.told);
     const bool isShown = frame_.table.form() && frame_.session.CurrentFile == kEvaluationsName;
     if (stays && run.selection && isShown) frame_.table.show(kEvaluationsName);
     return std::move(run.report);

@@ -9,6 +9,7 @@
 
 #include "acquire/schedule/update_schedule.h"
 #include "acquire/web/url_cache.h"
+#include "alerts/alarm_mail.h"
 #include "alerts/stock_alert.h"
 #include "indicators/analysis.h"
 #include "shell/frame/windows/frame_hands.h"
@@ -65,6 +66,7 @@ class UpdateCommands final {
     // Kept from one run to the next, until exit.
     QuoteArrays rows_;
     AlertedTickers alerted_;
+    MailTold mail_;  // of the newest update of the open table
     DailyRun dailyRun_;
     DayStore days_;
     // Gone with the window.
