@@ -176,8 +176,11 @@ QWidget* frmStudy::BuildConditions() {
     layout->addWidget(table_, 1);
     layout->addWidget(Warning(kStudyWarnings[1]));
     words_->setWordWrap(true);
-    layout->addWidget(words_);
-    layout->addWidget(path_, 1);
+    words_->setAlignment(Qt::AlignTop);
+    auto* told = new QHBoxLayout;
+    told->addWidget(words_, 2);
+    told->addWidget(path_, 3);
+    layout->addLayout(told);
     layout->addWidget(Warning(kStudyWarnings[2]));
     connect(detail_, &QComboBox::activated, this, [this] { ShowTable(); });
     connect(table_, &QTableWidget::itemSelectionChanged, this, &frmStudy::ShowCondition);

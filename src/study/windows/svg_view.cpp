@@ -8,7 +8,7 @@ namespace brantlow {
 namespace {
 
 constexpr QSize kSmallest(320, 150);
-constexpr QSize kUsual(640, 300);
+constexpr QSize kUsual(426, 200);
 
 }  // namespace
 
