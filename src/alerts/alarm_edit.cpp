@@ -41,7 +41,7 @@ std::string RefusedAlarms(std::string_view high, std::string_view low) {
 TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbol, const AlarmTexts& alarms) {
     if (RefuseTableEdit(session, symbol, kEditNeedsTicker)) return {.outcome = EditOutcome::Refused};
     if (KindOf(session.CurrentFile) != FileKind::Ddq) return {};
-    const std::string ticker = UpperCase(symbol);
+    const std::string ticker = TableSpelling(symbol);
     TableEdit edit;
     for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
         if (table.Ticker(row) != ticker) continue;

@@ -38,7 +38,7 @@ class TableEdits {
         fault_ = edit.fault;
         if (fault_) return false;
         if (edit.outcome == EditOutcome::Changed) {
-            told_.append(word).append(": ").append(OneLine(UpperCase(symbol))).append("\n");
+            told_.append(word).append(": ").append(OneLine(TableSpelling(symbol))).append("\n");
             isChanged_ = true;
         }
         error_ = edit.saveError;
@@ -113,7 +113,7 @@ ExitStatus FinishEdits(TableEdits& edits) {
 std::string TickersInWords(const std::vector<std::string>& operands) {
     std::string words;
     for (std::size_t i = 1; i < operands.size(); ++i) {
-        words.append(i == 1 ? "" : ", ").append(UpperCase(operands[i]));
+        words.append(i == 1 ? "" : ", ").append(TableSpelling(operands[i]));
     }
     return words;
 }
@@ -128,7 +128,7 @@ std::optional<std::string> AlarmText(const Arguments& arguments, std::string_vie
 ExitStatus RunAdd(BatchCall& call) {
     // Before any of them is added.
     for (const std::string& symbol : std::span(call.arguments.operands).subspan(1)) {
-        const std::string refusal = RefusedTickerName(symbol);
+        const std::string refusal = RefusedTickerName(TableSpelling(symbol), call.session.settings);
         if (symbol != " " && !refusal.empty()) return Refuse(call, refusal);
     }
     Session& session = call.session;
@@ -143,7 +143,7 @@ ExitStatus RunAdd(BatchCall& call) {
         [&](QuoteTable& table, const std::string& symbol) {
             const AddedTicker added =
                 AddTicker(session, web, *hosts, table, {symbol}, 0, TableSaving::Always);
-            if (added.history) TellHistory(UpperCase(symbol), *added.history, report);
+            if (added.history) TellHistory(TableSpelling(symbol), *added.history, report);
             return TableEdit(added);
         },
         FinishEdits);

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "shell/session_change.h"
 #include "shell/settings/choices.h"
+#include "shell/settings/lines.h"
 #include "shell/status_words.h"
 #include "store/history_rewrite.h"
 #include "store/table_files.h"
@@ -22,6 +23,23 @@ void WriteCell(QuoteTable& table, std::size_t row, std::string_view header, std:
 
 void RemoveTicker(QuoteTable& table, std::string_view ticker) {
     table.RemoveRow(RowOfTicker(table, ticker));
+}
+
+// Where the mark of a preferred share begins behind the only blank.
+std::optional<std::size_t> PreferredMark(std::string_view ticker) {
+    const std::size_t blank = ticker.find(' ');
+    if (blank == std::string_view::npos || blank == 0 || !IsPreferredMark(ticker.substr(blank + 1)))
+        return std::nullopt;
+    return blank + 1;
+}
+
+// What a live source can be asked for, and a line of a history can hold.
+bool IsLiveTicker(std::string_view symbol) {
+    const bool isPrintable = std::none_of(symbol.begin(), symbol.end(), [](char c) {
+        return (c >= 0 && c < ' ') || c == '\x7f' || c == ',' || c == '"';
+    });
+    const bool hasBlank = symbol.find(' ') != std::string_view::npos;
+    return isPrintable && HasDatabaseFiles(symbol) && (!hasBlank || PreferredMark(symbol));
 }
 
 // False when the person does not want to write over what another program has made of the table's file. Where
@@ -57,7 +75,19 @@ bool RefuseTableEdit(Session& session, std::string_view symbol, std::string_view
     return false;
 }
 
-std::string RefusedTickerName(std::string_view symbol) {
+bool IsPreferredMark(std::string_view word) {
+    const bool isSeries = word.size() == 2 && word[1] >= 'A' && word[1] <= 'Z';
+    return !word.empty() && word[0] == 'p' && (word.size() == 1 || isSeries);
+}
+
+std::string TableSpelling(std::string_view typed) {
+    std::string symbol = UpperCase(typed);
+    if (const auto mark = PreferredMark(typed)) symbol[*mark] = 'p';
+    return symbol;
+}
+
+std::string RefusedTickerName(std::string_view symbol, const SettingsTables& settings) {
+    if (!Get(settings, kLiveQuotes).empty() && IsLiveTicker(symbol)) return {};
     const bool breaksLines =
         std::any_of(symbol.begin(), symbol.end(), [](char c) { return c == '\t' || c == '\n'; });
     if (!breaksLines) return IsAskableTicker(symbol) ? std::string() : UnaskableTickerSentence(symbol);
@@ -84,9 +114,9 @@ std::error_code AutomaticSave(Session& session, QuoteTable& table) {
 EditOutcome AppendTicker(Session& session, QuoteTable& table, const NewTicker& ticker,
                          std::size_t sortColumn) {
     if (IsDeviceName(ticker.symbol)) return EditOutcome::Unchanged;
-    const std::string symbol = UpperCase(ticker.symbol);
+    const std::string symbol = TableSpelling(ticker.symbol);
     if (RefuseTableEdit(session, symbol, kAddNeedsTicker)) return EditOutcome::Refused;
-    if (const std::string refusal = RefusedTickerName(symbol); !refusal.empty()) {
+    if (const std::string refusal = RefusedTickerName(symbol, session.settings); !refusal.empty()) {
         session.person.Say(refusal);
         return EditOutcome::Refused;
     }
@@ -105,7 +135,7 @@ TableEdit PrepareDeletion(Session& session, QuoteTable& table, std::string_view 
                           const AskDeleteHistory& deletesHistory, FileChange& change) {
     if (table.TickerCount() == 1) return {};
     if (RefuseTableEdit(session, symbol, kDeleteNeedsTicker)) return {.outcome = EditOutcome::Refused};
-    const std::string ticker = UpperCase(symbol);
+    const std::string ticker = TableSpelling(symbol);
     session.person.ShowStatusWord(kStatusUpdating);
     TableEdit edit;
     if (RowOfTicker(table, ticker) > 0) {
@@ -156,7 +186,7 @@ bool RestoreRow(QuoteTable& table, const RemovedRow& removed) {
 
 TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
                        const AskDeleteHistory& deletesHistory) {
-    FileChange change(ChangePlaceOf(session), "Delete " + UpperCase(symbol));
+    FileChange change(ChangePlaceOf(session), "Delete " + TableSpelling(symbol));
     TableEdit edit = PrepareDeletion(session, table, symbol, deletesHistory, change);
     if (edit.outcome != EditOutcome::Changed || edit.fault) return edit;
     const Path file = session.DataFile(session.CurrentFile);

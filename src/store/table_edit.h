@@ -45,9 +45,17 @@ std::size_t RowOfTicker(const QuoteTable& table, std::string_view ticker);
 // it can.
 bool RefuseTableEdit(Session& session, std::string_view symbol, std::string_view needsTicker);
 
-// Why no ticker can be added under this name, for a person; empty when one can. Control characters would
-// break the table's lines, and some characters change the address that a ticker's quotes are asked from.
-std::string RefusedTickerName(std::string_view symbol);
+// Why no ticker can be added under this name, for a person; empty when one can. Control characters and commas
+// would break the lines of tables and histories, and some characters change the address that a ticker's
+// quotes are asked from, unless a live source gives the quotes: it is asked in encoded addresses.
+std::string RefusedTickerName(std::string_view symbol, const SettingsTables& settings);
+
+// Whether this word makes the ticker before it that of a preferred share: "p" with the letter of a series, or
+// without one.
+bool IsPreferredMark(std::string_view word);
+
+// A ticker as tables spell it: in capitals, but for the small letter of a preferred share, "BAC pK".
+std::string TableSpelling(std::string_view typed);
 
 // Saves the table when the settings save it after each change. Where another program has changed its file
 // since it was read the person is asked first; operation_canceled when those changes are to stay.

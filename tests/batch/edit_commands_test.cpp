@@ -87,6 +87,19 @@ TEST_F(EditCommands, ATickerThatWouldBreakALineOrAnAddressIsRefusedBeforeAnyIsAd
                   "A&B: a ticker with a blank or one of & # ? % , cannot be asked for\n");
 }
 
+TEST_F(EditCommands, WithALiveSourceForQuotesAddTakesTickersThatAnAddressCannotHoldAsTheyAre) {
+    Write("Data/VTRSRCset.ini", "\"yahoo\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n");
+    const CallResult result = Call({"add", "Mine.ddq", "m&m.ns", "bac pK"});
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.status, ExitStatus::Done);
+    EXPECT_EQ(result.out, "Added: M&M.NS\nAdded: BAC pK\n");
+    EXPECT_EQ(Read("Data/Mine.ddq"),
+              "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm\r\nAAA\t1.000\t11\t\r\nBAC pK\t\t\t\r\n"
+              "BBB\t2.000\t\t5\r\nM&M.NS\t\t\t\r\n");
+    ExpectRefused({"add", "Mine.ddq", "A,B"}, ExitStatus::Refused,
+                  "A,B: a ticker with a blank or one of & # ? % , cannot be asked for\n");
+}
+
 TEST_F(EditCommands, LinesThatASaveWouldLoseAreTold) {
     std::string lines = "Ticker Symbol\r\n";
     for (int i = 1; i <= 18000; ++i) lines += "T" + std::to_string(i) + "\r\n";

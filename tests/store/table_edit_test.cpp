@@ -1,5 +1,6 @@
 #include "store/table_edit.h"
 
+#include "shell/settings/lines.h"
 #include "support/session_fixture.h"
 
 namespace brantlow {
@@ -42,6 +43,31 @@ TEST_F(TableEditTest, TheTableIsSortedAfterwards) {
     EXPECT_EQ(table.Ticker(3), "BBB");
 }
 
+TEST_F(TableEditTest, WithALiveSourceInUseWhatItCanBeAskedForIsAdded) {
+    brantlow::Set(session.settings, kLiveQuotes, "yahoo");
+    for (const char* const good : {"M&M.NS", "A#B", "A?B", "A%42", "EURUSD=X", "^GSPC"}) {
+        EXPECT_EQ(Append({good}), EditOutcome::Changed) << good;
+        EXPECT_GT(RowOfTicker(table, good), 0U) << good;
+    }
+    EXPECT_EQ(Append({"m&t"}), EditOutcome::Changed);
+    EXPECT_GT(RowOfTicker(table, "M&T"), 0U);
+    // The small letter of a preferred share stays one.
+    EXPECT_EQ(Append({"bac pK"}), EditOutcome::Changed);
+    EXPECT_GT(RowOfTicker(table, "BAC pK"), 0U);
+    EXPECT_EQ(Append({"BAC pK"}), EditOutcome::Unchanged);
+    EXPECT_EQ(DeleteTicker(session, table, "bac pK", kWithHistory).outcome, EditOutcome::Changed);
+    EXPECT_EQ(RowOfTicker(table, "BAC pK"), 0U);
+    // What would break a line of a table or a history, or has no file, is refused still.
+    for (const char* const bad : {"A,B", "A B", "A\tB", "A\nB", "A\x7f", "A\"B&", "A&B/C", " pK"}) {
+        EXPECT_EQ(Append({bad}), EditOutcome::Refused) << bad;
+    }
+}
+
+TEST_F(TableEditTest, WithALiveSourceForHistoriesAloneTheStandardSourceIsAskedForQuotes) {
+    brantlow::Set(session.settings, kLiveHistory, "yahoo");
+    EXPECT_EQ(Append({"M&M.NS"}), EditOutcome::Refused);
+}
+
 TEST_F(TableEditTest, ATickerThatWouldBreakALineOrAnAddressIsRefused) {
     constexpr const char* kControl = ": a ticker cannot hold a tab or a line end";
     constexpr const char* kAddress = ": a ticker with a blank or one of & # ? % , cannot be asked for";
@@ -58,7 +84,7 @@ TEST_F(TableEditTest, ATickerThatWouldBreakALineOrAnAddressIsRefused) {
         EXPECT_EQ(LinesOf(table), before);
     }
     for (const char* const good : {"KO", "BRK.B", "^DJI", "A/B", "A*B", "A-B", "\xc3\x84"}) {
-        EXPECT_EQ(RefusedTickerName(good), "") << good;
+        EXPECT_EQ(RefusedTickerName(good, session.settings), "") << good;
     }
 }
 

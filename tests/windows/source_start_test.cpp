@@ -10,6 +10,7 @@
 
 #include "acquire/feeds/live/source_catalogue.h"
 #include "acquire/feeds/windows/frmNewList.h"
+#include "acquire/feeds/windows/frmSources.h"
 #include "chart/windows/frmGraph.h"
 #include "source_fixture.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -40,6 +41,28 @@ class Scene : public SourceProgram {
     }
     void EnterKey(const char* key) {
         Part<QLineEdit>(Part<QWidget>(window, "Prices"), "txtKey")->setText(QString::fromLatin1(key));
+    }
+    void WriteTable() { Write("Mine.ddq", "Ticker Symbol\tLast Price\r\nCL\t\r\nNFLX\t\r\n"); }
+    // The same addresses without the mark of the practice market.
+    void ForgetPracticeMarket() {
+        std::string lines = Read("Hosts.ini");
+        const std::string mark = "# practice market";
+        lines.replace(lines.find(mark), mark.size(), "# mine");
+        Write("Hosts.ini", lines);
+    }
+    // Opens Mine.ddq from the welcome page; the questions that came, each answered so.
+    QStringList OpenFirst(QMessageBox::StandardButton answer) {
+        QStringList asked;
+        DialogHand hand([&](QDialog& dialog) {
+            if (qobject_cast<QFileDialog*>(&dialog)) return EnterFile(dialog, session.DataFile("Mine.ddq"));
+            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+                asked << box->text();
+                PressButton(dialog, answer);
+            }
+        });
+        Part<QPushButton>(frame.get(), "cmdWelcomeOpen")->click();
+        QCoreApplication::processEvents();
+        return asked;
     }
     void Create() { Part<QPushButton>(window, "cmdCreate")->click(); }
     QString Told() { return Part<QLabel>(window, "lblOutcome")->text(); }
@@ -204,19 +227,80 @@ class SourceStartTest : public QObject {
         Part<QPushButton>(scene.frame.get(), "cmdWelcomePractice")->click();
         Wait();
         QCOMPARE(scene.session.CurrentFile, std::string("Practice.ddq"));
-        scene.frame->Run("Graphics");
         QVERIFY(scene.frame->GraphForm());
         scene.frame->Run("mnuFileClose");
         scene.frame->Run("mnuFileClose");
-        DialogHand hand([&](QDialog& dialog) {
-            if (qobject_cast<QFileDialog*>(&dialog))
-                EnterFile(dialog, scene.session.DataFile("Practice.ddq"));
-        });
-        Part<QPushButton>(scene.frame.get(), "cmdWelcomeOpen")->click();
+        // One that is there already opens as a table.
+        Part<QPushButton>(scene.frame.get(), "cmdWelcomePractice")->click();
         Wait();
-        QCOMPARE(scene.session.CurrentFile, std::string("Practice.ddq"));
-        scene.frame->Run("Graphics");
+        QVERIFY(scene.frame->QuoteForm());
+        QVERIFY(!scene.frame->GraphForm());
+    }
+
+    void aFileWithAHistoryOpensWithItsChart() {
+        Scene scene;
+        scene.WriteTable();
+        QVERIFY(!WriteWholeFile(scene.session.AppPath / "Quotes" / "EOD" / "NFLX.26",
+                                "NFLX,11/20/2026,4:00pm,150,149,151,100\r\n"));
+        QCOMPARE(scene.OpenFirst(QMessageBox::No), QStringList());
+        QCOMPARE(scene.session.CurrentFile, std::string("Mine.ddq"));
         QVERIFY(scene.frame->GraphForm());
+        QVERIFY2(scene.frame->GraphForm()->windowTitle().startsWith(QStringLiteral("NFLX")),
+                 qPrintable(scene.frame->GraphForm()->windowTitle()));
+    }
+
+    void aFileWithoutAHistoryOffersToFetchItAndLeadsToAChart() {
+        Scene scene;
+        scene.WriteTable();
+        SourceChoices choices;
+        choices.For(Capability::Quotes) = choices.For(Capability::History) = "tiingo";
+        scene.Choose(choices);
+        scene.KeepKey("tiingo", "practice");
+        const QStringList said = scene.OpenFirst(QMessageBox::Yes);
+        QCOMPARE(said, QStringList(QStringLiteral(
+                           "No price history is stored for the tickers of Mine.ddq (2). Do you want to "
+                           "fetch it now, from Tiingo?")));
+        QVERIFY(!scene.History("CL.26").empty());
+        QVERIFY(scene.frame->GraphForm());
+    }
+
+    void noFetchesNothingAndLeavesTheTable() {
+        Scene scene;
+        scene.WriteTable();
+        scene.OpenFirst(QMessageBox::No);
+        QVERIFY(scene.frame->QuoteForm());
+        QVERIFY(!scene.frame->GraphForm());
+        QVERIFY(scene.History("CL.26").empty());
+    }
+
+    void aFileWithoutASourceLeadsOverTheChoiceOfOneToAChart() {
+        Scene scene;
+        scene.WriteTable();
+        scene.ForgetPracticeMarket();
+        scene.KeepKey("tiingo", "practice");
+        const QStringList said = scene.OpenFirst(QMessageBox::Yes);
+        QCOMPARE(said, QStringList(QStringLiteral(
+                           "No price history is stored for the tickers of Mine.ddq (2). Do you want to "
+                           "choose a source now, and fetch it?")));
+        auto* const sources = scene.frame->findChild<frmSources*>();
+        QVERIFY(sources);
+        sources->SelectSource("tiingo");
+        Part<QPushButton>(sources, "cmdUse")->click();
+        BoxesOf([&] {
+            Part<QPushButton>(sources, "cmdApply")->click();
+            QTRY_VERIFY_WITH_TIMEOUT(scene.frame->GraphForm(), kPatienceMs);
+        });
+        QVERIFY(!scene.History("CL.26").empty());
+    }
+
+    void withTablesToGoOnWithOpeningOneIsOpeningATable() {
+        Scene scene;
+        scene.WriteTable();
+        scene.OpenFirst(QMessageBox::No);
+        scene.frame->Run("mnuFileClose");
+        QCOMPARE(scene.OpenFirst(QMessageBox::No), QStringList());
+        QVERIFY(scene.frame->QuoteForm());
+        QVERIFY(!scene.frame->GraphForm());
     }
 };
 

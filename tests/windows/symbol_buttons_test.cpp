@@ -4,6 +4,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include "shell/settings/lines.h"
 #include "store/table_colours.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
@@ -270,6 +271,15 @@ class SymbolButtonsTest : public QObject {
         QCOMPARE(told, QStringList{QStringLiteral(
                            "NE W: a ticker with a blank or one of & # ? % , cannot be asked for")});
         QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3"}));
+    }
+
+    void withALiveSourceForQuotesATickerWithAnAmpersandIsAdded() {
+        EditProgram program;
+        Set(program.session.settings, kLiveQuotes, "yahoo");
+        program.Type("m&m.ns");
+        const QStringList told = BoxesOf([&] { program.Click("CmdAdd"); });
+        QCOMPARE(told, QStringList());
+        QCOMPARE(program.Tickers(), (Tickers{"M&M.NS", "T1", "T2", "T3"}));
     }
 
     void enterInTheSymbolBoxAdds() {

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "store/file_names.h"
+#include "store/table_edit.h"
 #include "store/table_files.h"
 #include "store/year_files.h"
 
@@ -15,12 +16,6 @@ namespace {
 
 constexpr std::string_view kEnding = ".ddq";
 constexpr std::string_view kSeparators = " ,;\t\r\n";
-
-// "p" with the letter of a series, or without one.
-bool IsPreferredMark(std::string_view word) {
-    const bool isSeries = word.size() == 2 && word[1] >= 'A' && word[1] <= 'Z';
-    return !word.empty() && word[0] == 'p' && (word.size() == 1 || isSeries);
-}
 
 }  // namespace
 

@@ -285,7 +285,7 @@ void frmQuoteGrid::ClearBoxes() {
 
 // Enter in a box adds the ticker; behind the alarms of one that the table holds it sets them.
 void frmQuoteGrid::EnterTicker(const QLineEdit& box) {
-    const bool setsAlarm = &box != Text1 && RowOfTicker(table_, UpperCase(Typed().symbol)) > 0;
+    const bool setsAlarm = &box != Text1 && RowOfTicker(table_, TableSpelling(Typed().symbol)) > 0;
     auto* button = strip_->findChild<QPushButton*>(Name(setsAlarm ? "CmdAlarm" : "CmdAdd"));
     if (button->isVisible()) button->click();
 }
@@ -318,7 +318,7 @@ void frmQuoteGrid::AskPopUp(const QAbstractItemView& view, const QPoint& place) 
         view_->selectRow(row);
         RowSelected(row);
     }
-    Mean(UpperCase(Typed().symbol));
+    Mean(TableSpelling(Typed().symbol));
     Q_EMIT PopUpAsked(view.viewport()->mapToGlobal(place));
 }
 
@@ -331,8 +331,8 @@ bool frmQuoteGrid::HasSavedKind() const {
 void frmQuoteGrid::Text1_Change(const QString& text) {
     if (!HasSavedKind()) return;
     const std::string typed = text.toStdString();
-    Mean(UpperCase(typed));
-    ShowAlarmsOf(RowOfTicker(table_, UpperCase(typed)));
+    Mean(TableSpelling(typed));
+    ShowAlarmsOf(RowOfTicker(table_, TableSpelling(typed)));
     const std::size_t row = FindTickerRow(table_, typed);
     if (row == 0) return;
     SelectedRow = row;

@@ -75,9 +75,12 @@ struct StatusRow {
     SourceResult result;
 };
 
+constexpr int kFirstOfPlan = 402;
+constexpr int kLastOfPlan = 403;
+
 constexpr std::array<StatusRow, 9> kStatuses = {{{300, 399, SourceResult::ChangedFormat},
                                                  {401, 401, SourceResult::BadKey},
-                                                 {402, 403, SourceResult::NotInPlan},
+                                                 {kFirstOfPlan, kLastOfPlan, SourceResult::NotInPlan},
                                                  {404, 404, SourceResult::UnknownSymbol},
                                                  {408, 408, SourceResult::Network},
                                                  {429, 429, SourceResult::RateLimited},
@@ -85,7 +88,10 @@ constexpr std::array<StatusRow, 9> kStatuses = {{{300, 399, SourceResult::Change
                                                  {500, 599, SourceResult::Network},
                                                  {0, 999, SourceResult::ChangedFormat}}};
 
-SourceResult ResultOfStatus(int status) {
+// These services refuse in JSON or in plain words: a page comes from something on the way, which knows
+// nothing of plans.
+SourceResult ResultOfStatus(int status, bool isPage) {
+    if (isPage && status >= kFirstOfPlan && status <= kLastOfPlan) return SourceResult::Network;
     for (const StatusRow& row : kStatuses) {
         if (status >= row.first && status <= row.last) return row.result;
     }
@@ -105,7 +111,8 @@ SourceOutcome JudgeReply(const SourceDefinition& source, int status, std::string
         return outcome;
     }
     if (status != kStatusOk) {
-        SourceOutcome outcome{.result = ResultOfStatus(status), .words = WordsOf(text, document)};
+        SourceOutcome outcome{.result = ResultOfStatus(status, text.starts_with('<')),
+                              .words = WordsOf(text, document)};
         outcome.words =
             fmt::format("status {}{}{}", status, outcome.words.empty() ? "" : ": ", outcome.words);
         return outcome;

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace brantlow {
 
@@ -126,7 +127,7 @@ class Asking {
 std::string LeftText(double seconds) {
     constexpr int kSecondsPerMinute = 60;
     constexpr int kMinutesPerHour = 60;
-    const int minutes = static_cast<int>(seconds / kSecondsPerMinute) + 1;
+    const int minutes = std::max(1, static_cast<int>(std::ceil(seconds / kSecondsPerMinute)));
     if (minutes < kMinutesPerHour) return fmt::format("{} min left", minutes);
     return fmt::format("{} h {} min left", minutes / kMinutesPerHour, minutes % kMinutesPerHour);
 }

@@ -20,7 +20,7 @@ struct TickersQuestion {
     std::string_view statusWord = {};
 };
 
-// "12 min left", "1 h 40 min left".
+// "12 min left", "1 h 40 min left": whole minutes, rounded up.
 std::string LeftText(double seconds);
 // Tells `word` with the time that so many requests of the source still take, from a minute on.
 void ShowTimeLeft(Session& session, const SourceClient& client, std::string_view word, std::size_t requests);

@@ -97,7 +97,8 @@ void DropCommands::AddTickers(const std::string& text, const std::string& from) 
     QuoteTable& table = form->Table();
     std::vector<std::string> fresh;
     for (const std::string& ticker : TickersIn(text)) {
-        if (RowOfTicker(table, ticker) == 0 && RefusedTickerName(ticker).empty()) fresh.push_back(ticker);
+        if (RowOfTicker(table, ticker) == 0 && RefusedTickerName(ticker, frame_.session.settings).empty())
+            fresh.push_back(ticker);
     }
     if (fresh.empty()) return frame_.notice("No new ticker in " + from);
     const std::string question = "Add " + CountOf(fresh.size()) + " of " + from + " to " +

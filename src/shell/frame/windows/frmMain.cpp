@@ -232,6 +232,7 @@ void frmMain::AddWelcome() {
     StartCommands& start = subjects_->welcome;
     welcome_ = &area_->AddWelcome({.open = subjects_->hands.openNamed,
                                    .update = [&start](const std::string& name) { start.OpenAndUpdate(name); },
+                                   .openFirst = [&start] { start.OpenFirst(); },
                                    .practice = [&start] { start.OpenPractice(); },
                                    .run = [this](std::string_view command) { Run(command); }});
 }

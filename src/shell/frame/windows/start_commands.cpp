@@ -3,6 +3,9 @@
 #include <QMainWindow>
 
 #include "acquire/feeds/history_download.h"
+#include "acquire/feeds/live/source_standing.h"
+#include "acquire/feeds/windows/frmSources.h"
+#include "acquire/web/hosts.h"
 #include "practice/practice.h"
 #include "shell/app_folder.h"
 #include "shell/frame/windows/window_person.h"
@@ -67,30 +70,74 @@ void StartCommands::OpenNewList(NewListOf begin) {
 void StartCommands::Begin(const std::string& name, bool fills) {
     frame_.openNamed(name);
     if (!frame_.table.form() || !fills) return;
-    if (frame_.fillTable()) ShowFirstChart();
+    Fill();
 }
 
-void StartCommands::ShowFirstChart() {
+bool StartCommands::ShowChartOfFirst() {
     const frmQuoteGrid* const form = frame_.table.form();
-    if (!form) return;
     const std::vector<std::string> tickers = TickersOf(form->Table());
     for (std::size_t i = 0; i < tickers.size(); ++i) {
         if (TickersWithHistory(frame_.session, {tickers[i]}) == 0) continue;
         form->View()->selectRow(static_cast<int>(i));
-        return frame_.run("Graphics");
+        frame_.run("Graphics");
+        return true;
     }
+    return false;
+}
+
+void StartCommands::ShowFirstChart() {
+    if (!frame_.table.form() || ShowChartOfFirst()) return;
     frame_.person.Say(
         "No price came for this table. The line in the status bar says why, a click on it shows each ticker. "
         "Settings, Quote Sources, tries a source.");
 }
 
+void StartCommands::Fill() {
+    if (frame_.fillTable()) ShowFirstChart();
+}
+
+void StartCommands::OpenFirst() {
+    frame_.run("mnuFileOpenQuotesDB");
+    const bool isOpen = frame_.table.form() && KindOf(frame_.session.CurrentFile) == FileKind::Ddq;
+    if (isOpen && !ShowChartOfFirst()) OfferHistories();
+}
+
+void StartCommands::OfferHistories() {
+    const std::size_t tickers = TickersOf(frame_.table.form()->Table()).size();
+    if (tickers == 0) return;
+    const std::string from = AskedWords(frame_.session, Capability::History);
+    const std::string missing = "No price history is stored for the tickers of " +
+                                frame_.session.CurrentFile + " (" + std::to_string(tickers) + "). ";
+    const bool isAnswered = !from.empty() || LoadHosts(frame_.session.DataFolder()).IsPracticeMarket();
+    if (!isAnswered) {
+        if (frame_.person.Ask(missing + "Do you want to choose a source now, and fetch it?"))
+            ChooseSourceAndFill();
+        return;
+    }
+    const std::string whom = from.empty() ? "the practice market" : from;
+    if (frame_.person.Ask(missing + "Do you want to fetch it now, from " + whom + "?")) Fill();
+}
+
+void StartCommands::ChooseSourceAndFill() {
+    auto* sources = new frmSources(frame_.session, frame_.web, &frame_.window);
+    QObject::connect(sources, &frmSources::ChoicesApplied, sources, [this, sources] {
+        if (!AskedWords(frame_.session, Capability::History).empty()) sources->accept();
+    });
+    QObject::connect(
+        sources, &QDialog::accepted, &frame_.window, [this] { Fill(); }, Qt::QueuedConnection);
+    QObject::connect(sources, &QDialog::finished, sources, &QObject::deleteLater);
+    sources->open();
+}
+
 void StartCommands::OpenPractice() {
     const std::string name(kPracticeTable);
-    if (!IsRegularFile(frame_.session.DataFile(name))) {
+    const bool isNew = !IsRegularFile(frame_.session.DataFile(name));
+    if (isNew) {
         const std::string failure = FillPracticeTable(frame_.session);
         if (!failure.empty()) return frame_.person.Say(failure);
     }
     frame_.openNamed(name);
+    if (isNew) ShowFirstChart();
 }
 
 void StartCommands::OpenAndUpdate(const std::string& name) {

@@ -16,9 +16,12 @@ class StartCommands final {
 
     CommandRows Rows();
 
-    // Opens the practice table. Where there is none it is made first, with its history; what stands in its
-    // way is told.
+    // Opens the practice table. Where there is none it is made first, with its history, and its first chart
+    // is shown; what stands in its way is told.
     void OpenPractice();
+    // Asks for a table and opens it with the chart of its first ticker; where no history is stored for it,
+    // offers to fetch it, from a source that is chosen now where none was.
+    void OpenFirst();
     // Opens a table and fetches its quotes of the day.
     void OpenAndUpdate(const std::string& name);
 
@@ -30,6 +33,11 @@ class StartCommands final {
     // its first ticker is shown.
     void Begin(const std::string& name, bool fills);
     void ShowFirstChart();
+    // Shows the chart of the first ticker with a history; false where there is none.
+    bool ShowChartOfFirst();
+    void OfferHistories();
+    void ChooseSourceAndFill();
+    void Fill();
 
     const FrameHands& frame_;
 };

@@ -128,13 +128,18 @@ QPushButton* WelcomePage::AddButton(QVBoxLayout& column, const char* name, const
     return button;
 }
 
+void WelcomePage::Go(std::string_view command) {
+    if (command == kOpenWay.command && tables_.empty()) return actions_.openFirst();
+    actions_.run(command);
+}
+
 void WelcomePage::AddWays(QVBoxLayout& column) {
     QLabel* const heading = Heading("lblBegin", kColumnScale);
     heading->setText(QStringLiteral("Begin"));
     column.addWidget(heading);
     const auto addWay = [&](const Way& way) {
-        QPushButton* const button = AddButton(column, way.name, QString::fromLatin1(way.words),
-                                              [this, &way] { actions_.run(way.command); });
+        QPushButton* const button =
+            AddButton(column, way.name, QString::fromLatin1(way.words), [this, &way] { Go(way.command); });
         button->setToolTip(QString::fromLatin1(way.toolTip));
         button->setIcon(Picture(way.icon));
     };

@@ -20,6 +20,8 @@ struct WelcomeActions {
     std::function<void(const std::string& name)> open;
     // Opens it and fetches its quotes of the day.
     std::function<void(const std::string& name)> update;
+    // Asks for a table where none was open before, and leads on to a chart.
+    std::function<void()> openFirst;
     // Opens the practice table, which is made where there is none.
     std::function<void()> practice;
     // Runs an entry of the menu.
@@ -40,6 +42,7 @@ class WelcomePage final : public QScrollArea {
   private:
     QPushButton* AddButton(QVBoxLayout& column, const char* name, const QString& words,
                            std::function<void()> press);
+    void Go(std::string_view command);
     void AddWays(QVBoxLayout& column);
     void ShowColours();
 
