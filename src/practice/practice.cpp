@@ -5,9 +5,11 @@
 #include <utility>
 #include <vector>
 
+#include "base/numbers.h"
 #include "practice/practice_prices.h"
 #include "store/columns.h"
 #include "store/history_record.h"
+#include "store/quote_rows.h"
 #include "store/quote_table.h"
 #include "store/table_files.h"
 #include "store/year_files.h"
@@ -25,7 +27,37 @@ struct YearFile {
 struct TickerHistory {
     std::vector<YearFile> files;
     std::size_t days = 0;
+    // What the table shows: the last day that is written, and what a source would tell of the year behind it.
+    HistoryRecord last;
+    std::string shownDate;  // "mm/dd/yy"
+    std::optional<double> previousClose;
+    double low52 = 0;
+    double high52 = 0;
 };
+
+// By how much a price of `day`, as it was, is to be multiplied to stand beside one of `shown`.
+double ShareFactor(const std::string& ticker, const Date& day, const Date& shown) {
+    const PracticeSplit* const split = PracticeSplitOf(ticker);
+    if (split == nullptr || day >= split->day || shown < split->day) return 1;
+    return static_cast<double>(split->oldShares) / split->newShares;
+}
+
+// Of the first `count` days, of which there is one.
+void TakeShownDay(const std::string& ticker, const std::vector<PracticeDay>& rows, std::size_t count,
+                  TickerHistory& history) {
+    constexpr int kDaysInYear = 365;
+    const PracticeDay& shown = rows[count - 1];
+    history.last = shown.record;
+    history.low52 = shown.record.HistoryLow;
+    history.high52 = shown.record.HistoryHigh;
+    for (std::size_t i = count - 1; i > 0 && AddDays(rows[i - 1].day, kDaysInYear) > shown.day; --i) {
+        const HistoryRecord& record = rows[i - 1].record;
+        const double factor = ShareFactor(ticker, rows[i - 1].day, shown.day);
+        if (i == count - 1) history.previousClose = record.HistoryClose * factor;
+        history.low52 = std::min(history.low52, record.HistoryLow * factor);
+        history.high52 = std::max(history.high52, record.HistoryHigh * factor);
+    }
+}
 
 // `rows` is not empty.
 TickerHistory MakeHistory(const std::string& ticker, const std::vector<PracticeDay>& rows,
@@ -42,8 +74,10 @@ TickerHistory MakeHistory(const std::string& ticker, const std::vector<PracticeD
         if (!path) break;
         if (history.files.empty() || history.files.back().path != *path) history.files.push_back({*path, {}});
         AppendHistoryLine(record, history.files.back().bytes);
+        history.shownDate = record.HistoryDate;
         ++history.days;
     }
+    if (history.days > 0) TakeShownDay(ticker, rows, history.days, history);
     return history;
 }
 
@@ -86,15 +120,43 @@ Failure PrepareHistory(const std::string& ticker, const TickerHistory& history,
     return {};
 }
 
-QuoteTable MakeTable(const std::vector<PracticeTicker>& tickers) {
+void TakePrices(const TickerHistory& history, std::size_t row, QuoteArrays& rows) {
+    constexpr int kDecimals = 4;
+    constexpr const char* kSessionEnd = "16:00";
+    const auto text = [](double price) { return ShortestNumber(RoundDecimals(price, kDecimals)); };
+    rows.LastPrices[row] = text(history.last.HistoryClose);
+    rows.OpenPrices[row] = text(history.last.HistoryOpen);
+    rows.HighPrices[row] = text(history.last.HistoryHigh);
+    rows.LowPrices[row] = text(history.last.HistoryLow);
+    rows.Volumes[row] = ShortestNumber(history.last.HistoryVolume);
+    rows.Low52[row] = text(history.low52);
+    rows.High52[row] = text(history.high52);
+    rows.TradeDates[row] = history.shownDate;
+    rows.TradeTimes[row] = kSessionEnd;
+    if (history.previousClose) {
+        rows.PreviousCloses[row] = text(*history.previousClose);
+        rows.ChangeValues[row] = text(history.last.HistoryClose - *history.previousClose);
+        CalculateChangePercent(rows, row);
+    }
+}
+
+QuoteTable MakeTable(const std::vector<PracticeTicker>& tickers,
+                     const std::vector<TickerHistory>& histories) {
     QuoteTable table;
     table.AppendLine(QuoteHeader());
-    const std::size_t name = table.ColumnOf("Name").value();
-    const std::size_t exchange = table.ColumnOf("Exchange").value();
-    for (const PracticeTicker& row : tickers) {
-        table.AppendLine(row.ticker);
-        table.SetText(table.RowCount() - 1, name, row.name);
-        table.SetText(table.RowCount() - 1, exchange, row.exchange);
+    QuoteArrays rows;
+    rows.MakeRoom(tickers.size());
+    const std::size_t marketCap = table.ColumnOf("Market Cap (M)").value();
+    for (std::size_t i = 0; i < tickers.size(); ++i) {
+        table.AppendLine(tickers[i].ticker);
+        const std::size_t row = table.RowCount() - 1;
+        rows.Symbols[row] = tickers[i].ticker;
+        rows.Names[row] = tickers[i].name;
+        rows.Exchanges[row] = tickers[i].exchange;
+        if (histories[i].days > 0) TakePrices(histories[i], row, rows);
+        WriteRow(rows, row, table);
+        // The only number among them, which nobody knows here.
+        table.SetText(row, marketCap, {});
     }
     return table;
 }
@@ -130,7 +192,8 @@ PracticeResult WritePractice(const std::vector<PracticeTicker>& tickers,
         fault = PrepareHistory(tickers[i].ticker, histories[i], target.quoteFolder, change);
         result.days += histories[i].days;
     }
-    if (!fault) fault = PrepareQuoteTable(MakeTable(tickers), target.dataFolder / kPracticeTable, change);
+    if (!fault)
+        fault = PrepareQuoteTable(MakeTable(tickers, histories), target.dataFolder / kPracticeTable, change);
     if (!fault) fault = change.Commit();
     return fault ? Failed(fault) : result;
 }

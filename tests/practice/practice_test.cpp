@@ -7,6 +7,7 @@
 #include "practice/practice_prices.h"
 #include "store/columns.h"
 #include "store/history_record.h"
+#include "store/quote_table.h"
 #include "store/store_fixture.h"
 #include "store/year_files.h"
 #include "support/source_folder.h"
@@ -71,6 +72,13 @@ class PracticeTest : public ::testing::Test {
         return FillPractice(folder.Root() / "prices", Target(today, replace));
     }
 
+    QuoteTable ShownTable() const {
+        QuoteTable table;
+        const std::string bytes = folder.Read("app/Data/Practice.ddq");
+        for (const std::string_view line : Lines(bytes)) table.AppendLine(line);
+        return table;
+    }
+
     TestFolder folder;
 };
 
@@ -115,8 +123,54 @@ TEST_F(PracticeTest, CutsAHistoryAtNewYear) {
     EXPECT_TRUE(newYear.starts_with("\"01/01/26\","));
 }
 
-TEST_F(PracticeTest, TheTableHasEveryColumnAndOnlyNamesAndExchanges) {
+// Of AB 2027-01-07 at 20.125 after 10.5, of C.D its one day before today.
+TEST_F(PracticeTest, TheTableShowsTheLastDayThatIsStored) {
     Fill(Day(2027, 1, 8));
+    const QuoteTable table = ShownTable();
+    struct Row {
+        const char* column;
+        const char* ab;
+        const char* cd;
+    };
+    constexpr Row kRows[] = {{"Last Price", "20.125", "5.000"},      {"Change", "9.625", ""},
+                             {"Change (%)", "91.667", ""},           {"Low Price", "19.000", "5.000"},
+                             {"High Price", "21.000", "5.000"},      {"Volume", "3000", "0"},
+                             {"Open Price", "20.000", "5.000"},      {"Previous Close", "10.500", ""},
+                             {"52 Week Low", "1.000", "5.000"},      {"52 Week High", "21.000", "5.000"},
+                             {"Name", "Ab, Inc.", "C & D"},          {"Exchange", "NYSE", "NASDAQ"},
+                             {"Trade Date", "01/07/27", "01/07/27"}, {"Trade Time", "16:00", "16:00"}};
+    for (const Row& row : kRows) {
+        const std::size_t column = table.ColumnOf(row.column).value();
+        EXPECT_EQ(table.Text(1, column), row.ab) << row.column;
+        EXPECT_EQ(table.Text(2, column), row.cd) << row.column;
+    }
+    for (const char* const empty : {"Ask Price", "P/E ttm.", "Dividend", "High Alarm", "Low Alarm"}) {
+        EXPECT_EQ(table.Text(1, table.ColumnOf(empty).value()), "") << empty;
+    }
+}
+
+// Its prices before the split are as they were traded, seven times as high.
+TEST_F(PracticeTest, TheYearBehindASplitIsShownInTheSharesOfToday) {
+    folder.Write("prices/tickers.csv", "Ticker,Name,Exchange\nNFLX,N,NASDAQ\n");
+    folder.Write("prices/prices/NFLX.csv",
+                 "Date,Open,High,Low,Close,Volume\n"
+                 "2015-07-13,700,714,693,707,1000\n"
+                 "2015-07-14,700,721,686,700,1000\n"
+                 "2015-07-15,100,105,98,101,7000\n"
+                 "2015-07-16,101,102,99,100,7000\n");
+    // The split moves to Wednesday 2027-01-06.
+    Fill(Day(2027, 1, 7));
+    const QuoteTable table = ShownTable();
+    const auto cell = [&](const char* column) { return table.Text(1, table.ColumnOf(column).value()); };
+    EXPECT_EQ(cell("Last Price"), "101.000");
+    EXPECT_EQ(cell("Previous Close"), "100.000");
+    EXPECT_EQ(cell("Change"), "1.000");
+    EXPECT_EQ(cell("52 Week Low"), "98.000");
+    EXPECT_EQ(cell("52 Week High"), "105.000");
+}
+
+TEST_F(PracticeTest, WithoutADayBeforeTodayTheTableHasEveryColumnAndOnlyNamesAndExchanges) {
+    Fill(Day(2027, 1, 2));
     const std::string bytes = folder.Read("app/Data/Practice.ddq");
     std::string expected;
     for (const QuoteColumn& column : kQuoteColumns) {

@@ -15,9 +15,9 @@ namespace brantlow {
 
 namespace {
 
-constexpr QSize kWindow(720, 420);
+constexpr QSize kWindow(800, 420);
 constexpr int kTimeWidth = 140;
-constexpr int kTickerWidth = 90;
+constexpr int kTickerWidth = 110;
 constexpr int kPriceWidth = 90;
 constexpr int kAlarmWidth = 100;
 constexpr int kTableWidth = 150;
