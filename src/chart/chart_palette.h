@@ -41,7 +41,7 @@ inline constexpr std::array<ChartPalette, 3> kChartPalettes = {{
      {0, 0, 0},
      {90, 90, 90},
      {222, 226, 230},
-     {0, 110, 90},
+     {0, 60, 190},
      {},
      {},
      {},

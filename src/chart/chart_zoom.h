@@ -52,6 +52,8 @@ class ChartZoom {
     // day, for which the stretch stays what it is as far as there are bars.
     void PaintedAgain();
     void Reloaded();
+    // The same for a chart that is not zoomed: the history is read anew when it is needed.
+    void ForgetHistory() { historyIsRead_ = false; }
 
     // Where a day stands among the bars of the lists: the first bar that is not before it, counted from 1.
     // Below 1 and beyond the newest bar as far as the whole history goes, and by the usual days of a bar from

@@ -401,13 +401,13 @@ TEST_F(HandTest, TheWindowsPictureHasLinesAndWordsButNoRings) {
     editor.ChooseNext();
     scene.ShowHand();
     const std::string svg = SvgOfScene(scene);
-    EXPECT_THAT(svg, HasSubstr("#006e5a"));
+    EXPECT_THAT(svg, HasSubstr("#003cbe"));
     EXPECT_THAT(svg, HasSubstr("a &lt; b</text>"));
     EXPECT_THAT(svg, Not(HasSubstr("<circle")));
     EXPECT_EQ(scene.Drawn().lines.size(), 2U) << "the line and its ring";
     editor.Load({});
     scene.ShowHand();
-    EXPECT_THAT(SvgOfScene(scene), Not(HasSubstr("#006e5a")));
+    EXPECT_THAT(SvgOfScene(scene), Not(HasSubstr("#003cbe")));
 }
 
 TEST_F(HandTest, ItsColourCanBeReadOnEveryPalette) {

@@ -84,7 +84,7 @@ class DevicePainter {
         const MappedColour mapped =
             style_.colours ? (*style_.colours)(style_.panel, listed) : MappedColour{listed};
         colour_ = mapped.colour;
-        penWidth_ = mapped.isSeries && style_.wideSeries ? 2 * onePixel_ : onePixel_;
+        penWidth_ = style_.wide || (mapped.isSeries && style_.wideSeries) ? 2 * onePixel_ : onePixel_;
     }
 
     // The device pixel of a place in twips.

@@ -33,8 +33,9 @@ struct PaintStyle {
     // Without one the colours are those of the items.
     const ColourMap* colours = nullptr;
     Panel panel = Panel::Price;
-    // Lines of series take two logical pixels.
+    // Lines of series take two logical pixels, or all lines do.
     bool wideSeries = false;
+    bool wide = false;
 };
 
 // Draws `items` in their order with the panel's top left corner at the painter's origin. `size` is the area

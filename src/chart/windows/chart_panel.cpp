@@ -3,9 +3,11 @@
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
 #include <QPainter>
+#include <QPainterPath>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <cmath>
+#include <utility>
 
 #include "base/windows/display_text.h"
 #include "chart/chart_actions.h"
@@ -17,6 +19,7 @@ namespace {
 
 // A press that trembles is no drag yet.
 constexpr double kDragBegins = 5;
+constexpr double kTextRimPixels = 4;
 
 // Whole pixels that hold `twips`.
 int PixelsThatHold(double twips) {
@@ -82,6 +85,25 @@ void ChartPanel::Render() {
     const ChartOptions& options = scene_.Options();
     PaintItems(painter, scene_.Items(panel_), size(),
                {Scale(), &scene_.Colours(), panel_, options.wideLines});
+    if (panel_ == Panel::Price) PaintHand(painter);
+}
+
+void ChartPanel::PaintHand(QPainter& painter) const {
+    const HandItems& drawn = scene_.Drawn();
+    PaintItems(painter, drawn.lines, size(), {.scale = Scale(), .wide = true});
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const HandText& text : drawn.texts) {
+        const QPointF at(text.x / TwipsAcross(1), text.y / TwipsDown(1) - fontMetrics().descent());
+        QPainterPath letters;
+        letters.addText(at, font(), QString::fromStdString(text.text));
+        // A rim of the ground keeps them apart from the bars behind them.
+        painter.strokePath(letters, QPen(ColourOf(scene_.Palette().ground), kTextRimPixels));
+        painter.fillPath(letters, ColourOf(scene_.Palette().hand));
+    }
+}
+
+ChartPoint ChartPanel::PlaceOf(const QMouseEvent& event) const {
+    return {TwipsAcross(event.position().x()), TwipsDown(event.position().y())};
 }
 
 void ChartPanel::PaintGrid(QPainter& painter) const {
@@ -115,13 +137,18 @@ void ChartPanel::PaintCrosshair(QPainter& painter) const {
 }
 
 void ChartPanel::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && hand_.press) {
+        handHolds_ = hand_.press(PlaceOf(*event), event->modifiers().testFlag(Qt::ControlModifier));
+        if (handHolds_) return;
+    }
     if (event->button() == Qt::LeftButton && scene_.Options().fitToWindow) dragX_ = event->position().x();
     Q_EMIT Pressed(TwipsAcross(event->position().x()));
 }
 
 // A tip that is shown follows the pointer.
 void ChartPanel::mouseMoveEvent(QMouseEvent* event) {
-    Drag(*event);
+    if (hand_.move) hand_.move(PlaceOf(*event), event->modifiers().testFlag(Qt::ControlModifier));
+    if (!handHolds_) Drag(*event);
     const double y = TwipsDown(event->position().y());
     const QString tip = Shown(TipText(scene_.Axis(panel_), panel_, y));
     setToolTip(tip);
@@ -156,10 +183,18 @@ bool ChartPanel::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-void ChartPanel::mouseReleaseEvent(QMouseEvent*) {
+void ChartPanel::mouseReleaseEvent(QMouseEvent* event) {
+    if (std::exchange(handHolds_, false))
+        return hand_.release(PlaceOf(*event), event->modifiers().testFlag(Qt::ControlModifier));
     dragX_.reset();
     isDragging_ = false;
     Q_EMIT Released(panel_);
+}
+
+// The second press of a double click is one, where nobody has another use for it.
+void ChartPanel::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && hand_.doubleClick && hand_.doubleClick(PlaceOf(*event))) return;
+    mousePressEvent(event);
 }
 
 void ChartPanel::leaveEvent(QEvent* event) {

@@ -7,9 +7,11 @@
 
 #include <QPixmap>
 #include <QWidget>
+#include <functional>
 #include <optional>
 
 #include "chart/chart_scene.h"
+#include "chart/drawing.h"
 #include "chart/windows/chart_painter.h"
 
 class QPainter;
@@ -18,6 +20,15 @@ namespace brantlow {
 
 // How many times as many bars a notch of the wheel or a key shows.
 inline constexpr double kZoomStep = 1.25;
+
+// Who draws by hand on a panel and has the mouse before the chart: places in twips, `freely` with Ctrl held.
+struct HandMouse {
+    // True where the mouse is theirs until the release.
+    std::function<bool(ChartPoint at, bool freely)> press;
+    std::function<void(ChartPoint at, bool freely)> move;
+    std::function<void(ChartPoint at, bool freely)> release;
+    std::function<bool(ChartPoint at)> doubleClick;
+};
 
 class ChartPanel final : public QWidget {
     Q_OBJECT
@@ -33,6 +44,7 @@ class ChartPanel final : public QWidget {
     double TwipsDown(double pixels) const;
     // What the scene shows has changed.
     void Redraw();
+    void GiveHand(HandMouse hand) { hand_ = std::move(hand); }
     // The crosshair at `x` twips, nothing for none; at `y` of the panel over which the pointer is.
     void ShowCrosshair(std::optional<double> x, std::optional<double> y);
 
@@ -55,6 +67,7 @@ class ChartPanel final : public QWidget {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
   private:
@@ -62,6 +75,8 @@ class ChartPanel final : public QWidget {
     void Render();
     void PaintGrid(QPainter& painter) const;
     void PaintCrosshair(QPainter& painter) const;
+    void PaintHand(QPainter& painter) const;
+    ChartPoint PlaceOf(const QMouseEvent& event) const;
 
     Panel panel_;
     const ChartScene& scene_;
@@ -72,6 +87,8 @@ class ChartPanel final : public QWidget {
     // Where the drag has come to in pixels, nothing while no button is held; it begins a few pixels on.
     std::optional<double> dragX_;
     bool isDragging_ = false;
+    HandMouse hand_;
+    bool handHolds_ = false;
 };
 
 }  // namespace brantlow

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QToolButton>
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -25,6 +26,7 @@
 #include "chart/ticker_walk.h"
 #include "chart/windows/chart_painter.h"
 #include "chart/windows/chart_panel.h"
+#include "chart/windows/hand_desk.h"
 #include "chart/windows/panel_stack.h"
 #include "chart/windows/values_line.h"
 
@@ -108,7 +110,8 @@ frmGraph::frmGraph(const ChartContext& context, ChartOptions& options)
       scene_(context, options),
       sheet_(new QWidget),
       scroll_(new QScrollArea),
-      panels_(new PanelStack(scene_, options)) {
+      panels_(new PanelStack(scene_, options)),
+      desk_(new HandDesk(context, scene_, panels_->PanelAt(Panel::Price))) {
     setObjectName(QStringLiteral("frmGraph"));
     sheet_->setObjectName(QStringLiteral("ClientArea"));
     auto* rows = new QVBoxLayout(sheet_);
@@ -140,6 +143,7 @@ void frmGraph::ShowOptions() {
     sheet_->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     scroll_->setWidgetResizable(fits);
     values_->setVisible(fits);
+    desk_->Button()->setVisible(fits);
     LayOut(header_);
     LayOut(choices_);
     if (!fits) {
@@ -275,6 +279,7 @@ void frmGraph::BuildPicks(QBoxLayout& rows) {
         choices_.parts << part;
         picks_.append(list);
     }
+    choices_.parts << desk_->Button();
     choices_.atRight = choices_.parts.size();
     choices_.parts << AddButton("CommandReturn", QStringLiteral("Test Buy and Sell Conditions"),
                                 QStringLiteral("Replay the Buy and Sell signals of this chart as trades"),
@@ -374,6 +379,8 @@ void frmGraph::BuildFrameButtons(QBoxLayout& column) {
 void frmGraph::ConnectPanels() {
     connect(panels_, &PanelStack::SharesChosen, this, &frmGraph::OptionsChosen);
     connect(panels_, &PanelStack::AxisDoubleClicked, this, &frmGraph::ResetView);
+    connect(desk_, &HandDesk::Told, this, &frmGraph::Told);
+    connect(desk_, &HandDesk::FocusWanted, this, [this] { setFocus(); });
     for (std::size_t i = 0; i < kPanels.size(); ++i) {
         ChartPanel& panel = panels_->PanelAt(static_cast<Panel>(i));
         connect(&panel, &ChartPanel::Pressed, this, [this](double x) {
@@ -451,6 +458,11 @@ std::string frmGraph::Svg() const {
 void frmGraph::TickerChanged() {
     crosshair_ = 0;
     Reloaded();
+    desk_->Load();
+}
+
+void frmGraph::AskBeforeDrawing(std::function<bool()> isBusy) {
+    desk_->AskBefore(std::move(isBusy));
 }
 
 void frmGraph::PaintedAgain() {
@@ -459,7 +471,10 @@ void frmGraph::PaintedAgain() {
 }
 
 void frmGraph::Reloaded() {
-    if (options_.fitToWindow) scene_.Zoom().Reloaded();
+    if (options_.fitToWindow)
+        scene_.Zoom().Reloaded();
+    else
+        scene_.Zoom().ForgetHistory();
     ShowView();
 }
 
@@ -591,6 +606,7 @@ void frmGraph::MoveCrosshair(int bars) {
                                           : std::min(scene_.View().Last(), scene_.BarCount()));
     }
     ShowCrosshair(static_cast<std::size_t>(bar));
+    desk_->FollowCrosshair(crosshair_);
 }
 
 void frmGraph::ShowReadOut() {
@@ -655,7 +671,15 @@ void frmGraph::closeEvent(QCloseEvent* event) {
     Q_EMIT ExitAsked();
 }
 
+// A key of drawing by hand is that before it is a shortcut of the menu.
+bool frmGraph::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && HandDesk::IsOwn(*static_cast<QKeyEvent*>(event)))
+        event->accept();
+    return QWidget::event(event);
+}
+
 void frmGraph::keyPressEvent(QKeyEvent* event) {
+    if (desk_->TakeKey(*event, crosshair_)) return;
     const auto* const found = std::find_if(std::begin(kKeys), std::end(kKeys), [&](const KeyRow& row) {
         return row.key == event->key() && row.modifiers == (event->modifiers() & ~Qt::KeypadModifier);
     });

@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QList>
 #include <QWidget>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,6 +25,7 @@ class QScrollArea;
 
 namespace brantlow {
 
+class HandDesk;
 class PanelStack;
 class ValuesLine;
 
@@ -42,6 +44,8 @@ class frmGraph final : public QWidget {
     std::string Svg() const;
     // The alarms of this row of the open table are drawn from now on.
     void ShowAlarms(const QuoteTable& table, std::size_t row);
+    // While this is true nothing can be drawn by hand.
+    void AskBeforeDrawing(std::function<bool()> isBusy);
     // The options have changed.
     void ShowOptions();
     // Another ticker stands in the chart's context.
@@ -68,6 +72,7 @@ class frmGraph final : public QWidget {
   protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -144,6 +149,7 @@ class frmGraph final : public QWidget {
     QWidget* sheet_;
     QScrollArea* scroll_;
     PanelStack* panels_;
+    HandDesk* desk_;
     QHash<QString, QLabel*> labels_;
     QList<QComboBox*> picks_;
     Strip header_;

@@ -115,6 +115,7 @@ void ChartCommands::LoadForm(const ChartContext& context) {
     QObject::connect(form, &frmGraph::ExitAsked, &frame_.window, [this] {
         if (!frame_.person.InRun()) CloseForm();
     });
+    form->AskBeforeDrawing([this] { return frame_.person.InRun(); });
     form_ = form;
     QMdiSubWindow* const window = frame_.children.Add(*form);
     window_ = window;
