@@ -1,7 +1,6 @@
 // How the chart is looked at: crosshair and values, axes, palettes, what an empty chart and a full one say.
 #include <QAction>
 #include <QStatusBar>
-#include <QTextDocument>
 #include <QToolTip>
 
 #include "chart/windows/panel_stack.h"
@@ -12,11 +11,8 @@ using namespace brantlow;
 
 namespace {
 
-// The words of the values' line, without its marks.
 QString Values(const ChartProgram& program) {
-    QTextDocument text;
-    text.setHtml(program.Part<QLabel>("lblValues")->text());
-    return text.toPlainText().replace(QChar(0xa0), u' ');
+    return program.Part<ValuesLine>("lblValues")->Text();
 }
 
 // A place over a bar, a third of the panel down.
@@ -118,7 +114,7 @@ class FrmGraphLookTest : public QObject {
     void inItsOwnSizeTheChartHasNeitherCrosshairNorValuesNorAxis() {
         ChartProgram program;
         program.Choose("mnuGraphicsHLC");
-        QVERIFY(!program.Part<QLabel>("lblValues")->isVisible());
+        QVERIFY(!program.Part<ValuesLine>("lblValues")->isVisible());
         const QImage before = program.Picture("Picture1");
         QTest::mouseMove(program.Part<ChartPanel>("Picture1"), QPoint(300, 300));
         QCOMPARE(program.Picture("Picture1"), before);

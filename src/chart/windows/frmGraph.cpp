@@ -568,6 +568,9 @@ void frmGraph::ShowCaptions() {
         GiveColour(label, legend[slot].colour);
         label.setToolTip(legend[slot].isDrawn ? QString() : QStringLiteral("Too few bars for this series"));
     }
+    // Names of another width take their room now, and not under the pointer later on.
+    legendGround_->layout()->activate();
+    sheet_->layout()->activate();
 }
 
 void frmGraph::ShowValues() {

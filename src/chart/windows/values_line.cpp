@@ -1,5 +1,6 @@
 #include "chart/windows/values_line.h"
 
+#include <QPainter>
 #include <algorithm>
 
 #include "base/windows/display_text.h"
@@ -17,53 +18,51 @@ constexpr int kMostLines = 4;
 constexpr int kNarrowest = 600;
 constexpr int kMargin = 3;
 constexpr double kFontScale = 0.92;
+const char* const kGap = "   ";
 
-QString Coloured(const QString& words, Rgb colour) {
-    return QStringLiteral("<span style=\"color:%1\">%2</span>")
-        .arg(ColourOf(colour).name(), words.toHtmlEscaped());
-}
-
-// A name and its value are not torn apart at the end of a line.
-QString Pair(const HoverValue& value, const ChartPalette& palette) {
-    const Rgb name = value.colour.value_or(palette.quiet);
-    return QStringLiteral("<span style=\"white-space:nowrap\">%1&nbsp;<b>%2</b></span>")
-        .arg(Coloured(Shown(value.name), name),
-             Coloured(Shown(value.text), value.colour.value_or(palette.ink)));
+QFont Bold(QFont font) {
+    font.setBold(true);
+    return font;
 }
 
 }  // namespace
 
-ValuesLine::ValuesLine(QWidget* parent) : QLabel(parent) {
+ValuesLine::ValuesLine(QWidget* parent) : QWidget(parent) {
     QFont small = font();
     small.setPointSizeF(small.pointSizeF() * kFontScale);
     setFont(small);
     setObjectName(QStringLiteral("lblValues"));
-    setTextFormat(Qt::RichText);
-    setWordWrap(true);
-    setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    setMargin(kMargin);
-    setAutoFillBackground(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(QStringLiteral("Values at the crosshair"));
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
 void ValuesLine::ShowValues(const std::vector<HoverValue>& values, const ChartPalette& palette,
                             const QString& remark) {
-    QPalette colours = this->palette();
-    colours.setColor(QPalette::Window, ColourOf(palette.ground));
-    colours.setColor(QPalette::WindowText, ColourOf(palette.ink));
-    setPalette(colours);
-    QStringList words;
-    for (const HoverValue& value : values) words << Pair(value, palette);
-    if (!remark.isEmpty()) words << Coloured(remark, palette.quiet);
-    count_ = words.size();
+    ground_ = ColourOf(palette.ground);
+    pairs_.clear();
+    for (const HoverValue& value : values) {
+        pairs_.push_back({Shown(value.name), Shown(value.text),
+                          ColourOf(value.colour.value_or(palette.quiet)),
+                          ColourOf(value.colour.value_or(palette.ink))});
+    }
+    if (!remark.isEmpty()) pairs_.push_back({remark, {}, ColourOf(palette.quiet), {}});
+    setAccessibleDescription(Text());
     TakeRoom();
-    setText(words.join(QStringLiteral(" &nbsp; ")));
+    update();
+}
+
+QString ValuesLine::Text() const {
+    QStringList words;
+    for (const Pair& pair : pairs_)
+        words << (pair.value.isEmpty() ? pair.name : pair.name + u' ' + pair.value);
+    return words.join(QStringLiteral("  "));
 }
 
 // By the number of values and not by their digits, so that the panels below keep their place from bar to bar.
 void ValuesLine::TakeRoom() {
-    const qsizetype all = count_ * fontMetrics().horizontalAdvance(QString::fromLatin1(kUsualPair));
+    const qsizetype all = static_cast<qsizetype>(pairs_.size()) *
+                          fontMetrics().horizontalAdvance(QString::fromLatin1(kUsualPair));
     const auto lines =
         static_cast<int>((all + std::max(width(), kNarrowest) - 1) / std::max(width(), kNarrowest));
     const int height =
@@ -72,8 +71,35 @@ void ValuesLine::TakeRoom() {
 }
 
 void ValuesLine::resizeEvent(QResizeEvent* event) {
-    QLabel::resizeEvent(event);
+    QWidget::resizeEvent(event);
     TakeRoom();
+}
+
+void ValuesLine::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), ground_);
+    const QFont bold = Bold(font());
+    const QFontMetrics names = fontMetrics();
+    const QFontMetrics values(bold);
+    const int gap = names.horizontalAdvance(QString::fromLatin1(kGap));
+    const int blank = names.horizontalAdvance(u' ');
+    int x = kMargin;
+    int y = kMargin + names.ascent();
+    for (const Pair& pair : pairs_) {
+        const int name = names.horizontalAdvance(pair.name);
+        const int value = pair.value.isEmpty() ? 0 : blank + values.horizontalAdvance(pair.value);
+        if (x > kMargin && x + name + value > width() - kMargin) {
+            x = kMargin;
+            y += names.lineSpacing();
+        }
+        painter.setFont(font());
+        painter.setPen(pair.nameColour);
+        painter.drawText(x, y, pair.name);
+        painter.setFont(bold);
+        painter.setPen(pair.valueColour);
+        painter.drawText(x + name + blank, y, pair.value);
+        x += name + value + gap;
+    }
 }
 
 }  // namespace brantlow

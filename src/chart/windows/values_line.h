@@ -1,15 +1,17 @@
 // What the chart shows at one bar, in one or two lines over the panels: that under the crosshair, else the
-// newest.
+// newest. It is painted word by word: it changes with every step of the pointer, and a text that is laid out
+// as a document would take longer than all else of such a step.
 #pragma once
 
-#include <QLabel>
+#include <QColor>
+#include <QWidget>
 #include <vector>
 
 #include "chart/hover_values.h"
 
 namespace brantlow {
 
-class ValuesLine final : public QLabel {
+class ValuesLine final : public QWidget {
     Q_OBJECT
   public:
     explicit ValuesLine(QWidget* parent = nullptr);
@@ -17,14 +19,25 @@ class ValuesLine final : public QLabel {
     // Names of series stand in the colours of their lines, on the ground of the panels.
     void ShowValues(const std::vector<HoverValue>& values, const ChartPalette& palette,
                     const QString& remark);
+    // All of it: a name, a blank and a value, two blanks between them. Screen readers are told the same.
+    QString Text() const;
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
   private:
+    // A name and its value are not torn apart at the end of a line. A remark is a name without a value.
+    struct Pair {
+        QString name;
+        QString value;
+        QColor nameColour;
+        QColor valueColour;
+    };
     void TakeRoom();
 
-    qsizetype count_ = 0;
+    std::vector<Pair> pairs_;
+    QColor ground_;
 };
 
 }  // namespace brantlow
