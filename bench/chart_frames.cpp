@@ -1,14 +1,12 @@
 // The chart's window in use, offscreen: what one step of the pointer, of a drag and of the wheel takes until
 // it is painted, with seven series. Prints the processor's milliseconds of the median and of the slowest
 // hundredth.
-#include <stdlib.h>
 #include <time.h>
 
 #include <QApplication>
 #include <QMouseEvent>
 #include <QWheelEvent>
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
@@ -17,66 +15,13 @@
 
 #include "chart/windows/chart_panel.h"
 #include "chart/windows/frmGraph.h"
-#include "indicators/year_plan.h"
-#include "store/history_record.h"
-#include "store/year_files.h"
+#include "chart_sample.h"
 
 namespace {
 
 using namespace brantlow;
 
-constexpr std::size_t kRowsAYear = 260;
 constexpr int kSteps = 100;
-constexpr Date kToday = std::chrono::year(2026) / 12 / 31;
-
-class Silence final : public Person {
-  public:
-    void Say(std::string_view, std::string_view) override {}
-    bool Ask(std::string_view, std::string_view) override { return false; }
-    void ShowStatusWord(std::string_view) override {}
-    void ShowTickerCount(std::size_t) override {}
-    void ShowProgress(double) override {}
-    void PumpEvents() override {}
-    void Beep() override {}
-};
-
-std::string YearText(double phase) {
-    std::string text;
-    for (std::size_t i = 0; i < kRowsAYear; ++i) {
-        const double x = static_cast<double>(i) / 10 + phase;
-        HistoryRecord record;
-        record.HistoryDate =
-            FormatDate(AddDays(kToday, static_cast<int>(i) - 365 + static_cast<int>(phase) * 365));
-        record.HistoryTime = "16:00";
-        record.HistoryClose = 100 + 20 * std::sin(x) + 3 * std::sin(11 * x);
-        record.HistoryLow = record.HistoryClose - 1.25;
-        record.HistoryHigh = record.HistoryClose + 1.125;
-        record.HistoryOpen = record.HistoryClose + std::cos(7 * x);
-        record.HistoryVolume = 1e6 + 4e5 * std::sin(5 * x);
-        AppendHistoryLine(record, text);
-    }
-    return text;
-}
-
-// A folder with four years of one ticker and settings with seven series.
-Path NewFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "brantlow-bench-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) std::abort();
-    const Path folder = name;
-    std::filesystem::create_directories(folder / "Data");
-    std::filesystem::create_directories(folder / "Quotes/EOD");
-    double phase = -4;
-    for (const std::string& year : YearTexts(kToday, kRecentYears)) {
-        const auto path = *YearFilePath((folder / "Quotes/EOD").string() + "/", "AB", year);
-        if (WriteWholeFile(path, YearText(phase += 1), Flush::Later)) std::abort();
-    }
-    const std::string settings =
-        "\"CandleStick\"\r\n\"Price\"\r\n\"MA 15\"\r\n\"WMA 15\"\r\n\"MLR 15 L.CL\"\r\n\"MLR 15 T.CL\"\r\n"
-        "\"MLR 30\"\r\n\"LR L.CL\"\r\n\"None\"\r\n\"None\"\r\n";
-    if (WriteWholeFile(folder / "Data/VTRGRAPHset.ini", settings, Flush::Later)) std::abort();
-    return folder;
-}
-
 // Of this process, whatever else the machine does meanwhile.
 double ProcessorMilliseconds() {
     timespec now{};
@@ -114,7 +59,7 @@ void Wheel(ChartPanel& panel, QPointF place, int notches) {
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    const Path folder = NewFolder();
+    const Path folder = NewChartFolder();
     FixedClock clock{kToday};
     Silence person;
     Session session{folder, clock, person};

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "chart/scale_labels.h"
 #include "chart/series_tables.h"
 
 namespace brantlow {
@@ -46,25 +47,6 @@ constexpr double PanelY(Panel panel) {
 
 constexpr double kFooterY = PanelY(Panel::Volume) + PanelHeight(Panel::Volume) + kGap;
 constexpr double kPictureHeight = kFooterY + kFooterHeight - kGap;
-
-// A label of a scale stands at the line whose value it shows: 0 is the panel's top line, 1 its bottom line.
-struct ScaleLabel {
-    std::string_view control;
-    Panel panel;
-    double part;
-};
-
-constexpr std::array<ScaleLabel, 9> kScaleLabels = {{
-    {"Label51", Panel::Price, 0},
-    {"Label25", Panel::Price, 0.25},
-    {"Label52", Panel::Price, 0.5},
-    {"Label27", Panel::Price, 0.75},
-    {"Label53", Panel::Price, 1},
-    {"Label54", Panel::Study, 0},
-    {"Label55", Panel::Study, 1},
-    {"Label56", Panel::Volume, 0},
-    {"Label57", Panel::Volume, 1},
-}};
 
 // A heading over the price panel and the label whose text stands behind it; x from the panel's left edge.
 struct HeaderLabel {
@@ -165,7 +147,7 @@ void PlaceHeader(const ChartSession& chart, Sheet& sheet) {
 void PlaceScales(const ChartSession& chart, Sheet& sheet) {
     for (const ScaleLabel& label : kScaleLabels) {
         const PanelForm& form = FormOf(label.panel);
-        const double y = PanelY(label.panel) + form.topY + label.part * form.Height();
+        const double y = PanelY(label.panel) + form.topY + label.share * form.Height();
         sheet.Place({LabelText(chart, label.control), sheet.panelsX, 0, TextAlign::Right, kTextSize}, y,
                     sheet.panelsX - kGap);
     }

@@ -5,6 +5,7 @@
 
 #include "chart/chart_picture.h"
 #include "chart/chart_svg.h"
+#include "chart/scale_labels.h"
 
 namespace brantlow {
 
@@ -12,19 +13,6 @@ namespace {
 
 constexpr double kTickTextSize = 165;
 constexpr double kTickDrop = 300;
-
-struct ScaleLabel {
-    std::string_view control;
-    Panel panel;
-    double share;
-};
-constexpr std::array kScaleLabels = {
-    ScaleLabel{"Label51", Panel::Price, 0},   ScaleLabel{"Label25", Panel::Price, 0.25},
-    ScaleLabel{"Label52", Panel::Price, 0.5}, ScaleLabel{"Label27", Panel::Price, 0.75},
-    ScaleLabel{"Label53", Panel::Price, 1},   ScaleLabel{"Label54", Panel::Study, 0},
-    ScaleLabel{"Label55", Panel::Study, 1},   ScaleLabel{"Label56", Panel::Volume, 0},
-    ScaleLabel{"Label57", Panel::Volume, 1},
-};
 
 // What is on a panel, in the colours in which it is painted.
 std::vector<DrawnItem> PaintedItems(const ChartScene& scene, Panel panel) {

@@ -21,9 +21,12 @@ bool IsBlank(std::string_view line) {
     return line.find_first_not_of(std::string_view("\0 \t\r", 4)) == std::string_view::npos;
 }
 
+enum class BlankLines { Told, Usual };
+
 // Gives each line to `take`, but for blank ones and those with a byte of value 0, which are told here.
 template <class Take>
-std::vector<Finding> CheckLines(const Path& file, std::string_view bytes, Take&& take) {
+std::vector<Finding> CheckLines(const Path& file, std::string_view bytes, Take&& take,
+                                BlankLines blank = BlankLines::Told) {
     FileFindings found(file);
     LineReader reader(bytes);
     std::string_view line;
@@ -31,7 +34,7 @@ std::vector<Finding> CheckLines(const Path& file, std::string_view bytes, Take&&
         if (line.find('\0') != std::string_view::npos) {
             found.Add(FindingKind::NulBytes, number);
         } else if (IsBlank(line)) {
-            found.Add(FindingKind::EmptyRow, number);
+            if (blank == BlankLines::Told) found.Add(FindingKind::EmptyRow, number);
         } else {
             take(line, number, found);
         }
@@ -112,17 +115,10 @@ std::vector<Finding> CheckSplitLog(const Path& file, std::string_view bytes) {
 }
 
 std::vector<Finding> CheckHosts(const Path& file, std::string_view bytes) {
-    FileFindings found(file);
-    LineReader reader(bytes);
-    std::string_view line;
-    for (std::size_t number = 1; reader.Next(line); ++number) {
-        if (line.find('\0') != std::string_view::npos) {
-            found.Add(FindingKind::NulBytes, number);
-        } else if (!IsBlank(line) && !IsHostLine(line)) {
-            found.Add(FindingKind::HostLine, number, InLine(line));
-        }
-    }
-    return found.Take();
+    const auto take = [](std::string_view line, std::size_t number, FileFindings& found) {
+        if (!IsHostLine(line)) found.Add(FindingKind::HostLine, number, InLine(line));
+    };
+    return CheckLines(file, bytes, take, BlankLines::Usual);
 }
 
 std::vector<Finding> CheckJson(const Path& file, std::string_view bytes) {

@@ -87,100 +87,105 @@ inline __attribute__((always_inline)) void SpreadFew(const double* close, double
     }
 }
 
-// What AverageCloses sums up for a vector's windows while they grow from the shortest length to the longest.
+// What is summed up for a vector's windows while they grow from the shortest length to the longest, a bar
+// with each Add; `weight` counts the bars so far. Store gives the means of length number `l` for the windows
+// whose newest bars begin at `newest`.
 struct CloseSums {
+    struct Source {
+        const double* closes;
+        const double* products;
+    };
     Lanes sum = {};
     Lanes weighted = {};
     Lanes product = {};
 
-    inline __attribute__((always_inline)) void Add(const double* closes, const double* products,
-                                                   double weight) {
+    inline __attribute__((always_inline)) void Add(const Source& from, std::size_t bar, double weight) {
         Lanes close;
         Lanes timesBar;
-        Load(closes, close);
-        Load(products, timesBar);
+        Load(from.closes + bar, close);
+        Load(from.products + bar, timesBar);
         sum += close;
         weighted += close * weight;
         product += timesBar;
     }
+    inline __attribute__((always_inline)) void StoreMeans(std::size_t l, double weight, std::size_t newest,
+                                                          const CloseWindows& to) const {
+        Store(sum / weight, to.mean[l] + newest);
+        Store(weighted / WeightSum(kAverageLengths[l]), to.weightedMean[l] + newest);
+        if (l < kRegressionLengths.size()) Store(product / weight, to.productMean[l] + newest);
+    }
 };
+
+struct VolumeSums {
+    using Source = const double*;
+    Lanes weighted = {};
+
+    inline __attribute__((always_inline)) void Add(Source volumes, std::size_t bar, double weight) {
+        Lanes volume;
+        Load(volumes + bar, volume);
+        weighted += volume * weight;
+    }
+    inline __attribute__((always_inline)) void StoreMeans(
+        std::size_t l, double, std::size_t newest, const std::array<double*, kVolumeLengths>& to) const {
+        Store(weighted / WeightSum(kAverageLengths[l]), to[l] + newest);
+    }
+};
+
+struct PositionSums {
+    using Source = const double*;
+    Lanes sum = {};
+
+    inline __attribute__((always_inline)) void Add(Source positions, std::size_t bar, double) {
+        Lanes position;
+        Load(positions + bar, position);
+        sum += position;
+    }
+    inline __attribute__((always_inline)) void StoreMeans(
+        std::size_t l, double weight, std::size_t newest,
+        const std::array<double*, kStochasticLengths>& to) const {
+        Store(sum / weight, to[l] + newest);
+    }
+};
+
+// Walks over all windows, `kVectors` vectors of them side by side; each grows through the first `lengths` of
+// kAverageLengths as far as the bars go.
+template <class Sums, std::size_t kVectors, class Means>
+inline __attribute__((always_inline)) void GrowWindows(std::size_t barCount, std::size_t lengths,
+                                                       const typename Sums::Source& from, const Means& to) {
+    for (std::size_t start = 1; start + kAverageLengths.front() - 1 <= barCount; start += kVectors * kLanes) {
+        Sums sums[kVectors];
+        double weight = 0;
+        std::size_t bar = start;
+        for (std::size_t l = 0; l < lengths; ++l) {
+            const std::size_t newest = start + kAverageLengths[l] - 1;
+            if (newest > barCount) break;
+            for (; bar <= newest; ++bar) {
+                weight += 1;
+                for (std::size_t v = 0; v < kVectors; ++v) sums[v].Add(from, bar + v * kLanes, weight);
+            }
+            for (std::size_t v = 0; v < kVectors; ++v) sums[v].StoreMeans(l, weight, newest + v * kLanes, to);
+        }
+    }
+}
 
 }  // namespace
 
 BRANTLOW_WIDE_LOOPS
 void AverageCloses(std::size_t barCount, const double* closes, const double* products,
                    const CloseWindows& out) {
-    for (std::size_t start = 1; start + kAverageLengths.front() - 1 <= barCount; start += kFew * kLanes) {
-        CloseSums sums[kFew];
-        double weight = 0;
-        std::size_t t = start;
-        for (std::size_t l = 0; l < kAverageLengths.size(); ++l) {
-            const std::size_t k = start + kAverageLengths[l] - 1;
-            if (k > barCount) break;
-            for (; t <= k; ++t) {
-                weight += 1;
-                for (std::size_t v = 0; v < kFew; ++v) {
-                    sums[v].Add(closes + t + v * kLanes, products + t + v * kLanes, weight);
-                }
-            }
-            for (std::size_t v = 0; v < kFew; ++v) {
-                const std::size_t at = k + v * kLanes;
-                Store(sums[v].sum / weight, out.mean[l] + at);
-                Store(sums[v].weighted / WeightSum(kAverageLengths[l]), out.weightedMean[l] + at);
-                if (l < kRegressionLengths.size()) Store(sums[v].product / weight, out.productMean[l] + at);
-            }
-        }
-    }
+    GrowWindows<CloseSums, kFew>(barCount, kAverageLengths.size(), {closes, products}, out);
 }
 
 BRANTLOW_WIDE_LOOPS
 void AverageVolumes(std::size_t barCount, const double* volumes,
                     const std::array<double*, kVolumeLengths>& weightedMean) {
-    for (std::size_t start = 1; start + kAverageLengths.front() - 1 <= barCount; start += kMany * kLanes) {
-        Lanes weighted[kMany] = {};
-        double weight = 0;
-        std::size_t t = start;
-        for (std::size_t l = 0; l < weightedMean.size(); ++l) {
-            const std::size_t k = start + kAverageLengths[l] - 1;
-            if (k > barCount) break;
-            for (; t <= k; ++t) {
-                weight += 1;
-                for (std::size_t v = 0; v < kMany; ++v) {
-                    Lanes volume;
-                    Load(volumes + t + v * kLanes, volume);
-                    weighted[v] += volume * weight;
-                }
-            }
-            for (std::size_t v = 0; v < kMany; ++v) {
-                const Lanes mean = weighted[v] / WeightSum(kAverageLengths[l]);
-                Store(mean, weightedMean[l] + k + v * kLanes);
-            }
-        }
-    }
+    GrowWindows<VolumeSums, kMany>(barCount, weightedMean.size(), volumes, weightedMean);
 }
 
 BRANTLOW_WIDE_LOOPS
 void AveragePositions(std::size_t barCount, const double* positions,
                       const std::array<double*, kStochasticLengths>& mean) {
-    for (std::size_t start = 1; start + kAverageLengths.front() - 1 <= barCount; start += kMany * kLanes) {
-        Lanes sum[kMany] = {};
-        std::size_t t = start;
-        for (std::size_t l = 0; l < mean.size(); ++l) {
-            const std::size_t k = start + kAverageLengths[l] - 1;
-            if (k > barCount) break;
-            for (; t <= k; ++t) {
-                for (std::size_t v = 0; v < kMany; ++v) {
-                    Lanes position;
-                    Load(positions + t + v * kLanes, position);
-                    sum[v] += position;
-                }
-            }
-            for (std::size_t v = 0; v < kMany; ++v) {
-                const Lanes value = sum[v] / static_cast<double>(kAverageLengths[l]);
-                Store(value, mean[l] + k + v * kLanes);
-            }
-        }
-    }
+    GrowWindows<PositionSums, kMany>(barCount, mean.size(), positions, mean);
 }
 
 BRANTLOW_WIDE_LOOPS

@@ -16,8 +16,8 @@ namespace brantlow {
 // Most windows summed at a time, less one, rounded up to a whole vector.
 inline constexpr std::size_t kLanePadding = 16;
 
-// For each length L and each bar k from L: sum[k] the mean of the closes, weighted[k] their mean with the
-// weights 1 to L, product[k] the mean of `products` (none for the longest length).
+// For each length L and each bar k from L: mean[k] that of the closes, weightedMean[k] their mean with the
+// weights 1 to L, productMean[k] that of `products` (none for the longest length).
 struct CloseWindows {
     std::array<double*, kAverageLengths.size()> mean;
     std::array<double*, kAverageLengths.size()> weightedMean;

@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <nlohmann/json.hpp>
-
-#include "batch_fixture.h"
+#include "json_lines.h"
 #include "selector/catalogue.h"
 #include "shell/settings/condition_set.h"
 
@@ -34,12 +32,7 @@ class EvaluateCommand : public BatchTest {
     }
     std::vector<ordered_json> Evaluate(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), {"--today", "2026-11-21", "evaluate"});
-        const CallResult result = Call(arguments);
-        EXPECT_EQ(result.status, ExitStatus::Done) << result.err;
-        std::vector<ordered_json> lines;
-        std::istringstream out(result.out);
-        for (std::string line; std::getline(out, line);) lines.push_back(ordered_json::parse(line));
-        return lines;
+        return JsonLines(Call(arguments));
     }
 };
 

@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 
-#include <nlohmann/json.hpp>
-
-#include "batch_fixture.h"
+#include "json_lines.h"
 
 namespace brantlow {
 namespace {
@@ -38,12 +36,8 @@ class SeriesCommand : public BatchTest {
     std::vector<ordered_json> All(std::vector<std::string> arguments) const {
         arguments.insert(arguments.end(), {"--today", std::string(kToday)});
         const CallResult result = Call(arguments);
-        EXPECT_EQ(result.status, ExitStatus::Done) << result.err;
         EXPECT_EQ(result.err, "");
-        std::vector<ordered_json> lines;
-        std::istringstream out(result.out);
-        for (std::string line; std::getline(out, line);) lines.push_back(ordered_json::parse(line));
-        return lines;
+        return JsonLines(result);
     }
 };
 

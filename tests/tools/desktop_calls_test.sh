@@ -6,36 +6,11 @@
 #   desktop_calls_test.sh BRANTLOW
 set -euo pipefail
 program=$1
-scratch=$(mktemp -d)
-open=
-cleanup() {
-  [[ -z $open ]] || kill -9 "$open" 2>/dev/null || true
-  rm -rf "$scratch"
-}
-trap cleanup EXIT
-mkdir -m 700 "$scratch/runtime"
-export HOME=$scratch XDG_RUNTIME_DIR=$scratch/runtime XDG_CONFIG_HOME=$scratch/config
-unset DISPLAY WAYLAND_DISPLAY
+source "$(dirname "${BASH_SOURCE[0]}")/desktop_scene.sh"
 
-fail() {
-  echo "FAILED: $*"
-  cat "$scratch"/*.txt
-  exit 1
-}
-# wait_for WHAT COMMAND...: until the command succeeds, at most four minutes.
-wait_for() {
-  local what=$1 tries
-  shift
-  for ((tries = 0; tries < 2400; tries++)); do
-    if "$@" 2>/dev/null; then return; fi
-    sleep 0.1
-  done
-  fail "waited too long for $what"
-}
 # make_folder DAILY SELECTOR: a folder with two tables; the words of lines 9 and 16 of the data settings. With the
 # hour 00:00 a daily run is always due.
 make_folder() {
-  export BRANTLOW_HOME=$scratch/app
   rm -rf "$BRANTLOW_HOME"
   mkdir -p "$BRANTLOW_HOME/Data"
   local name line
@@ -50,18 +25,6 @@ make_folder() {
     '""' '""' "\"$2\""; do
     printf '%s\r\n' "$line"
   done >"$BRANTLOW_HOME/Data/VTRDATAset.ini"
-}
-start() {
-  "$program" "$@" >"$scratch/open.txt" 2>&1 &
-  open=$!
-  wait_for "the window" test -e "$BRANTLOW_HOME/Brantlow.lock"
-}
-close() {
-  kill -TERM "$open"
-  local status=0
-  wait "$open" || status=$?
-  open=
-  [[ $status -eq 0 ]] || fail "the window ended with $status"
 }
 newest() { head -1 "$BRANTLOW_HOME/Data/VTRMRUset.ini" | tr -d '\r"'; }
 told() { grep -q "$1" "$BRANTLOW_HOME/Data/Last Run.txt"; }

@@ -5,36 +5,11 @@
 #   second_copy_test.sh BRANTLOW
 set -euo pipefail
 program=$1
-scratch=$(mktemp -d)
-first=
-cleanup() {
-  [[ -z $first ]] || kill -9 "$first" 2>/dev/null || true
-  rm -rf "$scratch"
-}
-trap cleanup EXIT
-mkdir -m 700 "$scratch/runtime"
-mkdir -p "$scratch/app/Data"
-export BRANTLOW_HOME=$scratch/app HOME=$scratch XDG_RUNTIME_DIR=$scratch/runtime XDG_CONFIG_HOME=$scratch/config
-unset DISPLAY WAYLAND_DISPLAY
+source "$(dirname "${BASH_SOURCE[0]}")/desktop_scene.sh"
+mkdir -p "$BRANTLOW_HOME/Data"
 printf 'Ticker Symbol\tLast Price\r\nKO\t1.000\r\n' >"$scratch/app/Data/Mine.ddq"
 printf '"Mine.ddq"\r\n""\r\n""\r\n""\r\n' >"$scratch/app/Data/VTRMRUset.ini"
 printf 'VendorHost=http://127.0.0.1:9\r\n' >"$scratch/app/Data/Hosts.ini"
-
-fail() {
-  echo "FAILED: $*"
-  cat "$scratch"/*.txt
-  exit 1
-}
-# wait_for WHAT COMMAND...: until the command succeeds, at most four minutes.
-wait_for() {
-  local what=$1 tries
-  shift
-  for ((tries = 0; tries < 2400; tries++)); do
-    if "$@" 2>/dev/null; then return; fi
-    sleep 0.1
-  done
-  fail "waited too long for $what"
-}
 
 # Without a screen and without a folder: what is asked of the program itself.
 [[ $(QT_QPA_PLATFORM=none "$program" --version) =~ ^Brantlow\ [0-9]+\.[0-9]+\.[0-9]+$ ]] || fail "--version"
@@ -44,9 +19,7 @@ status=0
 [[ $status -eq 2 ]] || fail "a wrong call ended with $status"
 grep -q -- "--nothing" "$scratch/wrong.txt" || fail "a wrong call is not named"
 
-"$program" >"$scratch/first.txt" 2>&1 &
-first=$!
-wait_for "the first copy" test -e "$scratch/app/Brantlow.lock"
+start
 
 "$program" >"$scratch/second.txt" 2>&1 &
 second=$!
@@ -64,13 +37,9 @@ status=0
 [[ $status -eq 0 ]] || fail "the scheduled copy ended with $status"
 ! grep -q "open already" "$scratch/scheduled.txt" || fail "the scheduled copy spoke"
 
-kill -0 "$first" || fail "the first copy is gone"
+kill -0 "$open" || fail "the first copy is gone"
 before=$(stat -c %i "$scratch/app/Data/VTRMRUset.ini")
-kill -TERM "$first"
-status=0
-wait "$first" || status=$?
-first=
-[[ $status -eq 0 ]] || fail "the first copy ended with $status"
+close
 [[ $(stat -c %i "$scratch/app/Data/VTRMRUset.ini") != "$before" ]] || fail "the list of recent files was not kept"
 [[ -e $scratch/config/Brantlow.ini || -n $(find "$scratch/config" -type f) ]] || fail "the window's place was not kept"
 [[ ! -e $scratch/app/Brantlow.lock ]] || fail "the folder is still locked"

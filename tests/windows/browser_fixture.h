@@ -6,8 +6,11 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QDeadlineTimer>
+#include <QTimer>
 #include <QWebEngineView>
 #include <atomic>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -20,6 +23,23 @@
 #include "window_fixture.h"
 
 namespace brantlow {
+
+// Turns the event loop until the condition holds; false when it does not in that many milliseconds.
+// QTest::qWaitFor sleeps ten milliseconds between two looks, and the web engine takes some two hundred turns
+// for a page.
+inline bool WaitFor(const std::function<bool()>& condition, int milliseconds) {
+    constexpr int kLookMs = 5;
+    const QDeadlineTimer guard(milliseconds);
+    // What other threads and files become is not told by an event.
+    QTimer look;
+    look.start(kLookMs);
+    while (!condition()) {
+        if (guard.hasExpired()) return condition();
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
+}
 
 // The practice market on the loopback.
 class Market {
@@ -132,10 +152,10 @@ class Window {
     QString Caption() { return form->windowTitle(); }
     // Waits until the caption is this one and no page is on its way.
     bool Shows(const QString& caption) {
-        return QTest::qWaitFor([&] { return !form->Busy() && Caption() == caption; }, kPatienceMs);
+        return WaitFor([&] { return !form->Busy() && Caption() == caption; }, kPatienceMs);
     }
     bool IsAt(const std::string& address) {
-        return QTest::qWaitFor(
+        return WaitFor(
             [&] { return !form->Busy() && form->LocationURL() == QString::fromStdString(address); },
             kPatienceMs);
     }
@@ -147,7 +167,7 @@ class Window {
             result = value;
             done = true;
         });
-        if (!QTest::qWaitFor([&] { return done; }, kPatienceMs)) qWarning("the script did not end");
+        if (!WaitFor([&] { return done; }, kPatienceMs)) qWarning("the script did not end");
         return result;
     }
     QString Text() { return Script(QStringLiteral("document.body.innerText")).toString(); }

@@ -45,9 +45,9 @@ class BrowserRulesTest : public QObject {
         for (const std::string address : {"file:///etc/hostname", "javascript:document.title='x'"}) {
             window.Type(address);
             QVERIFY2(window.Shows(QStringLiteral("Page not shown")), address.c_str());
-            QVERIFY2(QTest::qWaitFor([&] { return window.Text().contains(QString::fromStdString(address)); },
-                                     kPatienceMs),
-                     address.c_str());
+            QVERIFY2(
+                WaitFor([&] { return window.Text().contains(QString::fromStdString(address)); }, kPatienceMs),
+                address.c_str());
             QVERIFY(window.Text().contains(QStringLiteral("This page cannot be shown")));
             QCOMPARE(window.Addresses().currentText(), QString::fromStdString(address));
         }
@@ -78,7 +78,7 @@ class BrowserRulesTest : public QObject {
             QCOMPARE(window.Script(QStringLiteral("document.title")).toString(), QStringLiteral("links"));
         }
         window.Script(QStringLiteral("document.getElementById('redirect').click()"));
-        QVERIFY(QTest::qWaitFor(
+        QVERIFY(WaitFor(
             [&] {
                 return window.form->LocationURL() != QString::fromStdString(pages.Address("/links")) ||
                        !window.form->Busy();
@@ -97,7 +97,7 @@ class BrowserRulesTest : public QObject {
                               "').then(r=>r.text()).then(t=>got=t,e=>got='refused');" + "</script>"}});
         Window window(pages.Address("/hostile"));
         QVERIFY(window.Shows(QStringLiteral("hostile")));
-        QVERIFY(QTest::qWaitFor(
+        QVERIFY(WaitFor(
             [&] { return window.Script(QStringLiteral("got")).toString() == QStringLiteral("refused"); },
             kPatienceMs));
         const QString inFrame = window
@@ -119,10 +119,10 @@ class BrowserRulesTest : public QObject {
             ++dialogs;
             dialog.reject();
         });
-        QVERIFY(QTest::qWaitFor([&] { return window.View().focusProxy() != nullptr; }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return window.View().focusProxy() != nullptr; }, kPatienceMs));
         const QSignalSpy refused(window.View().page(), SIGNAL(FileRefused()));
         QTest::mouseClick(window.View().focusProxy(), Qt::LeftButton, {}, QPoint(60, 100));
-        QVERIFY(QTest::qWaitFor([&] { return refused.count() == 1; }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return refused.count() == 1; }, kPatienceMs));
         QCOMPARE(window.Script(QStringLiteral("document.getElementById('file').files.length")).toInt(), 0);
         QCOMPARE(dialogs, 0);
     }
@@ -134,7 +134,7 @@ class BrowserRulesTest : public QObject {
                      {"/two", "<title>two</title>"}});
         Window window(pages.Address("/links"));
         QVERIFY(window.Shows(QStringLiteral("links")));
-        QVERIFY(QTest::qWaitFor([&] { return window.View().focusProxy() != nullptr; }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return window.View().focusProxy() != nullptr; }, kPatienceMs));
         QTest::mouseClick(window.View().focusProxy(), Qt::LeftButton, {}, QPoint(60, 100));
         QVERIFY(window.Shows(QStringLiteral("two")));
         QCOMPARE(QApplication::topLevelWidgets().count(window.form.get()), 1);
@@ -168,7 +168,7 @@ class BrowserRulesTest : public QObject {
         while (!pages.LastCookie().empty() && !guard.hasExpired()) {
             const auto before = loaded.count();
             window.Press("Refresh");
-            if (!QTest::qWaitFor([&] { return loaded.count() > before; }, wait)) wait *= 2;
+            if (!WaitFor([&] { return loaded.count() > before; }, wait)) wait *= 2;
         }
         QCOMPARE(pages.LastCookie(), std::string());
     }

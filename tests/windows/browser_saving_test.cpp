@@ -15,12 +15,12 @@ class BrowserSavingTest : public QObject {
         QVERIFY(window.Shows(QStringLiteral("../News: IBM")));
         window.form->SavePage();
         const Path file = window.folder / "Images" / "News IBM.htm";
-        QVERIFY(QTest::qWaitFor([&] { return IsRegularFile(file); }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return IsRegularFile(file); }, kPatienceMs));
         const std::string source = BytesOrEmpty(file);
         QVERIFY(source.starts_with("\xEF\xBB\xBF<"));
         QVERIFY(source.find("<p>caf\xc3\xa9</p>") != std::string::npos);
         QCOMPARE(FileNamesIn(window.folder / "Images").size(), std::size_t{1});
-        QVERIFY(QTest::qWaitFor([&] { return !window.notices.empty(); }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return !window.notices.empty(); }, kPatienceMs));
         QCOMPARE(window.notices, std::vector<std::string>{"Saved as " + file.string()});
     }
 
@@ -31,14 +31,14 @@ class BrowserSavingTest : public QObject {
         QVERIFY(!WriteWholeFile(file, "old"));
         QVERIFY(window.Shows(QStringLiteral("News")));
         window.form->SavePage();
-        QVERIFY(QTest::qWaitFor([&] { return BytesOrEmpty(file).find("<p>new</p>") != std::string::npos; },
-                                kPatienceMs));
+        QVERIFY(
+            WaitFor([&] { return BytesOrEmpty(file).find("<p>new</p>") != std::string::npos; }, kPatienceMs));
     }
 
     void aPageThatIsStillLoadingIsNotSaved() {
         Pages pages({{"/held", "<title>Slow</title>late"}});
         Window window(pages.Address("/held"));
-        QVERIFY(QTest::qWaitFor([&] { return window.form->Busy(); }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return window.form->Busy(); }, kPatienceMs));
         DialogHand hand([](QDialog& dialog) { dialog.reject(); });
         window.form->SavePage();
         window.form->SavePageAs();
@@ -59,7 +59,7 @@ class BrowserSavingTest : public QObject {
             PressButton(dialog, QMessageBox::Ok);
         });
         window.form->SavePage();
-        QVERIFY(QTest::qWaitFor([&] { return !told.isEmpty(); }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return !told.isEmpty(); }, kPatienceMs));
         QVERIFY(told.startsWith(ShownPath(window.folder / "Images" / "News.htm") +
                                 QStringLiteral(": cannot be saved (")));
     }
@@ -83,7 +83,7 @@ class BrowserSavingTest : public QObject {
             QCOMPARE(hand.seen, 1);
             const std::string expected = std::string(name) == "mine.htm" ? name : std::string(name) + ".htm";
             const Path file = window.folder / "Images" / expected;
-            QVERIFY2(QTest::qWaitFor([&] { return IsRegularFile(file); }, kPatienceMs), name);
+            QVERIFY2(WaitFor([&] { return IsRegularFile(file); }, kPatienceMs), name);
             QVERIFY(BytesOrEmpty(file).find("<p>text</p>") != std::string::npos);
         }
     }
@@ -137,7 +137,7 @@ class BrowserSavingTest : public QObject {
             EnterFile(dialog, file);
         });
         window.Type(pages.Address("/file.bin"));
-        QVERIFY(QTest::qWaitFor([&] { return BytesOrEmpty(file) == "some bytes"; }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return BytesOrEmpty(file) == "some bytes"; }, kPatienceMs));
         QCOMPARE(hand.seen, 1);
     }
 
@@ -147,7 +147,7 @@ class BrowserSavingTest : public QObject {
         QVERIFY(window.Shows(QStringLiteral("News")));
         DialogHand hand([](QDialog& dialog) { dialog.reject(); });
         window.Type(pages.Address("/file.bin"));
-        QVERIFY(QTest::qWaitFor([&] { return hand.seen == 1; }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return hand.seen == 1; }, kPatienceMs));
         QVERIFY(window.Shows(QStringLiteral("News")));
     }
 

@@ -31,12 +31,11 @@ class BrowserTest : public QObject {
     void theCaptionIsWorkingWhileAPageIsOnItsWayAndThenItsTitle() {
         Pages pages({{"/held", "<title>Slow page</title>late"}});
         Window window(pages.Address("/held"));
-        QVERIFY(
-            QTest::qWaitFor([&] { return window.Caption() == QStringLiteral("Working..."); }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return window.Caption() == QStringLiteral("Working..."); }, kPatienceMs));
         QVERIFY(window.Timer().isActive());
         pages.released = true;
         QVERIFY(window.Shows(QStringLiteral("Slow page")));
-        QVERIFY(QTest::qWaitFor([&] { return !window.Timer().isActive(); }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return !window.Timer().isActive(); }, kPatienceMs));
         QCOMPARE(window.Caption(), QStringLiteral("Slow page"));
     }
 
@@ -44,8 +43,7 @@ class BrowserTest : public QObject {
         Pages pages({{"/bare", "nothing but text"}});
         Window window(pages.Address("/bare"));
         QVERIFY(window.IsAt(pages.Address("/bare")));
-        QVERIFY(
-            QTest::qWaitFor([&] { return window.Caption().contains(QStringLiteral("/bare")); }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return window.Caption().contains(QStringLiteral("/bare")); }, kPatienceMs));
     }
 
     void stopEndsTheLoadingAndBringsBackTheNameOfThePage() {
@@ -53,8 +51,7 @@ class BrowserTest : public QObject {
         Window window(pages.Address("/first"));
         QVERIFY(window.Shows(QStringLiteral("First")));
         window.Type(pages.Address("/held"));
-        QVERIFY(
-            QTest::qWaitFor([&] { return window.Caption() == QStringLiteral("Working..."); }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return window.Caption() == QStringLiteral("Working..."); }, kPatienceMs));
         window.Press("Stop");
         QCOMPARE(window.Caption(), QStringLiteral("First"));
         QVERIFY(!window.form->Busy());
@@ -87,7 +84,7 @@ class BrowserTest : public QObject {
         QVERIFY(window.Shows(QStringLiteral("one")));
         const int before = pages.asked;
         window.Press("Refresh");
-        QVERIFY(QTest::qWaitFor([&] { return pages.asked > before; }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return pages.asked > before; }, kPatienceMs));
         QVERIFY(window.Shows(QStringLiteral("one")));
         QCOMPARE(window.AddressList().size(), 1);
     }
@@ -164,8 +161,8 @@ class BrowserTest : public QObject {
         }
         Window window(gone);
         QVERIFY(window.IsAt(gone));
-        QVERIFY(QTest::qWaitFor(
-            [&] { return window.Text().contains(QStringLiteral("ERR_CONNECTION_REFUSED")); }, kPatienceMs));
+        QVERIFY(WaitFor([&] { return window.Text().contains(QStringLiteral("ERR_CONNECTION_REFUSED")); },
+                        kPatienceMs));
         QVERIFY(window.Text().contains(QStringLiteral("127.0.0.1")));
         window.form->SavePage();
         QCOMPARE(FileNamesIn(window.folder / "Images").size(), std::size_t{0});
@@ -188,9 +185,8 @@ class BrowserTest : public QObject {
             QVERIFY(form);
             const QString address = QString::fromStdString(
                 AddressOf(*FindResearchPage(command), {program.hosts, program.session.settings}, "NFLX"));
-            QVERIFY2(
-                QTest::qWaitFor([&] { return !form->Busy() && form->LocationURL() == address; }, kPatienceMs),
-                qPrintable(address));
+            QVERIFY2(WaitFor([&] { return !form->Busy() && form->LocationURL() == address; }, kPatienceMs),
+                     qPrintable(address));
         }
         program.frame->close();
         QVERIFY(!program.frame->BrowserForm());

@@ -13,7 +13,7 @@
 
 #include "chart/windows/page_printer.h"
 #include "daily/reply_line.h"
-#include "shell/frame/windows/print_commands.h"
+#include "shell/frame/windows/frame_subjects.h"
 #include "store/history_record.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "window_fixture.h"
@@ -41,7 +41,7 @@ class SceneProgram : public Program {
             return MemoryWeb::Page(text);
         });
         Start(open);
-        frame->Printing().Pages().LeavePrinterAlone();
+        frame->Subjects().print.Pages().LeavePrinterAlone();
         Find<QLineEdit>("Text1")->setText(QStringLiteral("T1"));
     }
 

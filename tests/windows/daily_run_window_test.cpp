@@ -23,7 +23,7 @@ Switches Daily(const std::string& selector = "Manual") {
 void Look(UpdateProgram& program, const Date& day, double from, double to) {
     for (double second = from; second < to; ++second) {
         program.clock.Set(day, second);
-        program.frame->Updates().WaitForDailyRun();
+        program.frame->Subjects().daily.WaitForDailyRun();
     }
 }
 
@@ -115,7 +115,7 @@ class DailyRunWindowTest : public QObject {
             program.quotesFail = fails;
             program.clock.Set(kTestDay, kHalfPastFour - 120);
             program.StartMine();
-            program.frame->Updates().WaitForDailyRun();
+            program.frame->Subjects().daily.WaitForDailyRun();
             std::optional<int> status;
             std::atomic<bool> isOver = false;
             std::thread copy([&] {
@@ -127,7 +127,7 @@ class DailyRunWindowTest : public QObject {
             while (!isOver) {
                 QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
                 program.clock.Set(kTestDay, std::min(second += 1, kHalfPastFour + 300));
-                program.frame->Updates().WaitForDailyRun();
+                program.frame->Subjects().daily.WaitForDailyRun();
             }
             copy.join();
             QVERIFY(status);

@@ -14,7 +14,7 @@
 #include "chart/chart_actions.h"
 #include "chart/windows/frmGraph.h"
 #include "selector/windows/explain_pane.h"
-#include "shell/frame/windows/frame_children.h"
+#include "shell/frame/windows/frame_subjects.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "study/windows/frmStudy.h"
@@ -95,7 +95,7 @@ class FrmStudyTest : public QObject {
     void afterItsFirstRunItStandsBeforeTheTableAndTheCloseKeyIsItsOwn() {
         StudyProgram program;
         frmStudy* const form = program.Open();
-        QCOMPARE(program.frame->Children().FormInFront(), static_cast<QWidget*>(form));
+        QCOMPARE(program.frame->Subjects().children.FormInFront(), static_cast<QWidget*>(form));
         program.frame->Run("mnuFileClose");
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!program.frame->findChild<frmStudy*>());

@@ -2,9 +2,9 @@
 #include <QAction>
 #include <QPushButton>
 
+#include "shell/frame/windows/frame_subjects.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "shell/frame/windows/frmLowMemory.h"
-#include "shell/frame/windows/update_commands.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"
@@ -33,7 +33,7 @@ class FundamentalsProgram : public Program {
     explicit FundamentalsProgram(const std::string& tickers = "T1\r\nT2\r\nT3\r\n") {
         Write("Mine.ddq", "Ticker Symbol\tLast Price\r\n" + tickers);
         web.AnswerWith([this](const WebRequest& request) { return Answer(request); });
-        frame->Updates().WatchMemoryBy(MuchMemory);
+        frame->Subjects().runs.WatchMemoryBy(MuchMemory);
         Start("Mine.ddq");
     }
 
@@ -226,7 +226,7 @@ class FundamentalsWindowTest : public QObject {
 
     void lowMemoryEndsTheRun() {
         FundamentalsProgram program;
-        program.frame->Updates().WatchMemoryBy(TooLittleMemory);
+        program.frame->Subjects().runs.WatchMemoryBy(TooLittleMemory);
         program.Collect();
         QVERIFY(program.frame->findChild<frmLowMemory*>());
         QCOMPARE(program.frame->findChildren<frmLowMemory*>().size(), 1);

@@ -13,8 +13,7 @@
 #include "chart/windows/page_printer.h"
 #include "chart/windows/window_picture.h"
 #include "chart_fixture.h"
-#include "shell/frame/windows/frame_children.h"
-#include "shell/frame/windows/print_commands.h"
+#include "shell/frame/windows/frame_subjects.h"
 #include "shell/settings/condition_set.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "window_fixture.h"
@@ -75,7 +74,7 @@ class PrintingProgram : public Program {
   public:
     explicit PrintingProgram(const std::string& recent) {
         Start(recent);
-        frame->Printing().Pages().LeavePrinterAlone();
+        frame->Subjects().print.Pages().LeavePrinterAlone();
     }
     QMdiArea& Area() { return *frame->findChild<QMdiArea*>(); }
     // A child of 400 x 200 pixels with this caption, made the active one.
@@ -83,7 +82,8 @@ class PrintingProgram : public Program {
         auto* child = new TwoColours;
         child->setWindowTitle(caption);
         QMdiSubWindow* window = Area().addSubWindow(child);
-        frame->Children().SetOperations(*child, frame->Printing().PictureOperations(*child, *child, {}));
+        frame->Subjects().children.SetOperations(
+            *child, frame->Subjects().print.PictureOperations(*child, *child, {}));
         window->show();
         Area().setActiveSubWindow(window);
         child->setFixedSize(400, 200);
@@ -283,7 +283,7 @@ class PrintTest : public QObject {
         QStringList called;
         auto* child = new QWidget;
         QMdiSubWindow* window = program.Area().addSubWindow(child);
-        program.frame->Children().SetOperations(
+        program.frame->Subjects().children.SetOperations(
             *child, {.active = kBrowserActive,
                      .print = [&] { called.append(QStringLiteral("print")); },
                      .printPreview = [&] { called.append(QStringLiteral("preview")); },
@@ -305,7 +305,7 @@ class PrintTest : public QObject {
 
     void theChartWindowIsKeptAndPrintedWhole() {
         ChartProgram program;
-        program.frame->Printing().Pages().LeavePrinterAlone();
+        program.frame->Subjects().print.Pages().LeavePrinterAlone();
         program.Choose("mnuGraphicsHLC");
         const QSize size = program.Graph()->ClientArea()->size() * program.Graph()->devicePixelRatio();
         program.frame->Run("mnuFileSave");

@@ -5,7 +5,7 @@
 #include <QPushButton>
 
 #include "acquire/feeds/windows/frmPopulate.h"
-#include "shell/frame/windows/update_commands.h"
+#include "shell/frame/windows/frame_subjects.h"
 #include "source_fixture.h"
 #include "store/windows/frmQuoteGrid.h"
 
@@ -178,7 +178,7 @@ class SourceRunsTest : public QObject {
         scene.frame->Run("mnuFileNewEODQuoteFile");
         for (double second = 23.6 * 3600; second < 23.7 * 3600; second += 20) {
             scene.clock.Set(kFriday, second);
-            scene.frame->Updates().WaitForDailyRun();
+            scene.frame->Subjects().daily.WaitForDailyRun();
         }
         QVERIFY2(scene.Read("Last Run.txt").starts_with("Update of Mine.ddq"),
                  scene.Read("Last Run.txt").c_str());
@@ -191,7 +191,7 @@ class SourceRunsTest : public QObject {
         DeleteOneFile(scene.session.DataFile("Source State.json"));
         for (double second = 23.6 * 3600; second < 23.7 * 3600; second += 20) {
             scene.clock.Set(kFriday, second);
-            scene.frame->Updates().WaitForDailyRun();
+            scene.frame->Subjects().daily.WaitForDailyRun();
         }
         QVERIFY2(scene.Read("Last Run.txt").empty(), scene.Read("Last Run.txt").c_str());
         QVERIFY2(scene.Line().startsWith(QStringLiteral("Yahoo was not asked: its terms")),

@@ -8,6 +8,7 @@
 #include <QPdfWriter>
 
 #include "chart_fixture.h"
+#include "shell/frame/windows/frame_subjects.h"
 #include "shell/user_store.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
@@ -296,7 +297,7 @@ class TableWorkTest : public QObject {
         WorkProgram program;
         const Path file = program.folder / "none" / "out.csv";
         QStringList told;
-        program.frame->Children();
+        program.frame->Subjects().children;
         DialogHand hand([&](QDialog& dialog) {
             if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
                 told << box->text();

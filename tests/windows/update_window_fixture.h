@@ -4,8 +4,8 @@
 #include <QPushButton>
 
 #include "daily/reply_line.h"
+#include "shell/frame/windows/frame_subjects.h"
 #include "shell/frame/windows/frmEnable.h"
-#include "shell/frame/windows/update_commands.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"
@@ -69,7 +69,7 @@ class UpdateProgram : public Program {
         for (int i = 1; i <= tickers; ++i) table += "T" + std::to_string(i) + "\t1.000\t\t\r\n";
         Write("Mine.ddq", table);
         web.AnswerWith([this](const WebRequest& request) { return Answer(request); });
-        frame->Updates().WatchMemoryBy(MuchMemory);
+        frame->Subjects().runs.WatchMemoryBy(MuchMemory);
     }
 
     // The frame's own looks at the clock, one a second of the machine's time, would come between the test's.

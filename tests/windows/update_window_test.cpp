@@ -214,7 +214,7 @@ class UpdateWindowTest : public QObject {
 
     void lowMemoryShowsItsWindowStopsTheRunAndKeepsWhatCame() {
         UpdateProgram program({}, 40);
-        program.frame->Updates().WatchMemoryBy(TooLittleMemory);
+        program.frame->Subjects().runs.WatchMemoryBy(TooLittleMemory);
         program.StartMine();
         program.Update();
         QCOMPARE(program.Text(14, kLastColumn), QStringLiteral("110.000"));
@@ -247,7 +247,7 @@ class UpdateWindowTest : public QObject {
 
     void atFiveAndAHalfPercentTheRunGoesOn() {
         UpdateProgram program({}, 40);
-        program.frame->Updates().WatchMemoryBy(JustEnoughMemory);
+        program.frame->Subjects().runs.WatchMemoryBy(JustEnoughMemory);
         program.StartMine();
         program.Update();
         QCOMPARE(program.Text(39, kLastColumn), QStringLiteral("110.000"));
@@ -399,14 +399,14 @@ class UpdateWindowTest : public QObject {
         // Two hours around the chosen minute, a look a second.
         for (double second = kHalfPastFour - 3600; second < kHalfPastFour + 3600; ++second) {
             program.clock.Set(kTestDay, second);
-            program.frame->Updates().WaitForDailyRun();
+            program.frame->Subjects().daily.WaitForDailyRun();
             if (second < kHalfPastFour) QCOMPARE(updates, std::size_t{0});
         }
         QCOMPARE(updates, std::size_t{1});
         QCOMPARE(program.Text(0, kLastColumn), QStringLiteral("110.000"));
         for (double second = kHalfPastFour - 300; second < kHalfPastFour + 300; ++second) {
             program.clock.Set(AddDays(kTestDay, 1), second);
-            program.frame->Updates().WaitForDailyRun();
+            program.frame->Subjects().daily.WaitForDailyRun();
         }
         QCOMPARE(updates, std::size_t{2});
     }
@@ -416,7 +416,7 @@ class UpdateWindowTest : public QObject {
         program.StartMine();
         for (double second = kHalfPastFour - 300; second < kHalfPastFour + 300; ++second) {
             program.clock.Set(kTestDay, second);
-            program.frame->Updates().WaitForDailyRun();
+            program.frame->Subjects().daily.WaitForDailyRun();
         }
         QVERIFY(program.web.Addresses.empty());
     }
@@ -427,18 +427,18 @@ class UpdateWindowTest : public QObject {
         UpdateProgram program(switches);
         program.StartMine();
         program.clock.Set(kTestDay, kHalfPastFour - 59);
-        program.frame->Updates().WaitForDailyRun();
+        program.frame->Subjects().daily.WaitForDailyRun();
         program.clock.Set(kTestDay, kHalfPastFour);
         std::size_t askedMeanwhile = 1;
         DialogHand hand([&](QDialog& dialog) {
-            program.frame->Updates().WaitForDailyRun();
+            program.frame->Subjects().daily.WaitForDailyRun();
             askedMeanwhile = program.web.Addresses.size();
             PressButton(dialog, QMessageBox::Ok);
         });
         program.person.Say("A question.");
         QCOMPARE(askedMeanwhile, std::size_t{0});
         program.clock.Set(kTestDay, kHalfPastFour + 20);
-        program.frame->Updates().WaitForDailyRun();
+        program.frame->Subjects().daily.WaitForDailyRun();
         QCOMPARE(program.Text(0, kLastColumn), QStringLiteral("110.000"));
     }
 
@@ -448,12 +448,12 @@ class UpdateWindowTest : public QObject {
         UpdateProgram program(switches);
         program.StartMine();
         program.clock.Set(kTestDay, kHalfPastFour - 59);
-        program.frame->Updates().WaitForDailyRun();
+        program.frame->Subjects().daily.WaitForDailyRun();
         program.clock.Set(kTestDay, kHalfPastFour);
         std::size_t updates = 0;
         program.onQuotes = [&] {
             ++updates;
-            program.frame->Updates().WaitForDailyRun();
+            program.frame->Subjects().daily.WaitForDailyRun();
         };
         program.Update();
         QCOMPARE(updates, std::size_t{1});
@@ -469,7 +469,7 @@ class UpdateWindowTest : public QObject {
         QVERIFY(timer && timer->isActive());
         QCOMPARE(timer->interval(), 1000);
         // The wait begins with this look; the next one is the timer's.
-        program.frame->Updates().WaitForDailyRun();
+        program.frame->Subjects().daily.WaitForDailyRun();
         program.clock.Set(kTestDay, kHalfPastFour);
         timer->setInterval(1);
         QTRY_COMPARE_WITH_TIMEOUT(program.Text(0, kLastColumn), QStringLiteral("110.000"), kPatienceMs);

@@ -99,17 +99,10 @@ CurlTransfers::CurlTransfers() : multi_(nullptr), headers_(HeadersWith({})), noP
     curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, kKeptConnections);
 }
 
-CurlTransfers::HeaderList CurlTransfers::HeadersWith(const std::vector<std::string>& own) {
+CurlList CurlTransfers::HeadersWith(const std::vector<std::string>& own) {
     std::vector<std::string> lines = {"Cache-Control: no-cache", "Pragma: no-cache"};
     lines.insert(lines.end(), own.begin(), own.end());
-    HeaderList list;
-    for (const std::string& line : lines) {
-        curl_slist* const grown = curl_slist_append(list.get(), line.c_str());
-        if (grown == nullptr) continue;
-        (void)list.release();
-        list.reset(grown);
-    }
-    return list;
+    return CurlListOf(lines);
 }
 
 CurlTransfers::~CurlTransfers() {

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "acquire/web/curl_list.h"
 #include "acquire/web/web.h"
 
 namespace brantlow {
@@ -41,17 +42,12 @@ class CurlTransfers {
 
   private:
     enum class Phase { Queued, Running, Done };
-    struct FreeHeaders {
-        void operator()(curl_slist* list) const { curl_slist_free_all(list); }
-    };
-    using HeaderList = std::unique_ptr<curl_slist, FreeHeaders>;
-
     struct Transfer {
         WebRequest request;
         std::string host;
         Phase phase = Phase::Queued;
         CURL* handle = nullptr;
-        HeaderList ownHeaders;  // where the request has some, with those of every request in front
+        CurlList ownHeaders;  // where the request has some, with those of every request in front
         WebReply reply;
         std::size_t repeats = 0;
         bool tooLarge = false;
@@ -80,10 +76,10 @@ class CurlTransfers {
     void ReleaseHandle(Transfer& transfer);
     CURL* TakeHandle();
 
-    static HeaderList HeadersWith(const std::vector<std::string>& own);
+    static CurlList HeadersWith(const std::vector<std::string>& own);
 
     CURLM* multi_;
-    HeaderList headers_;
+    CurlList headers_;
     std::string noProxy_;
     // Handles that wait for their next request.
     std::vector<CURL*> idle_;

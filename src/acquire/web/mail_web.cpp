@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include "acquire/web/curl_list.h"
 #include "base/text.h"
 
 namespace brantlow {
@@ -21,22 +22,6 @@ constexpr long kFirstTemporary = 400;
 constexpr long kFirstLasting = 500;
 constexpr long kFirstBeyond = 600;
 constexpr std::size_t kLongestWords = 300;
-
-struct FreeList {
-    void operator()(curl_slist* list) const { curl_slist_free_all(list); }
-};
-using List = std::unique_ptr<curl_slist, FreeList>;
-
-List ListOf(const std::vector<std::string>& lines) {
-    List list;
-    for (const std::string& line : lines) {
-        curl_slist* const grown = curl_slist_append(list.get(), line.c_str());
-        if (grown == nullptr) continue;
-        (void)list.release();
-        list.reset(grown);
-    }
-    return list;
-}
 
 double Seconds() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
@@ -76,7 +61,9 @@ bool IsPassing(CURLcode code, long status) {
 
 struct Transfer {
     explicit Transfer(const MailRequest& asked)
-        : request(asked), headers(ListOf(asked.headers)), recipients(ListOf(Bracketed(asked.recipients))) {}
+        : request(asked),
+          headers(CurlListOf(asked.headers)),
+          recipients(CurlListOf(Bracketed(asked.recipients))) {}
     ~Transfer() {
         if (multi != nullptr && easy != nullptr) curl_multi_remove_handle(multi, easy);
         curl_easy_cleanup(easy);
@@ -157,8 +144,8 @@ struct Transfer {
     CURLM* multi = curl_multi_init();
     CURL* easy = curl_easy_init();
     curl_mime* mime = nullptr;
-    List headers;
-    List recipients;
+    CurlList headers;
+    CurlList recipients;
     std::string url;
     std::string sender;
     std::string lastLine;  // of its refusals

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/windows/display_text.h"
+#include "chart/scale_labels.h"
 #include "chart/windows/chart_panel.h"
 #include "chart/windows/panel_border.h"
 #include "shell/display.h"
@@ -14,20 +15,6 @@
 namespace brantlow {
 
 namespace {
-
-struct ScaleLabel {
-    std::string_view control;
-    Panel panel;
-    // Where its line is: 0 the top line, 1 the bottom line.
-    double share;
-};
-constexpr std::array kScaleLabels = {
-    ScaleLabel{"Label51", Panel::Price, 0},   ScaleLabel{"Label25", Panel::Price, 0.25},
-    ScaleLabel{"Label52", Panel::Price, 0.5}, ScaleLabel{"Label27", Panel::Price, 0.75},
-    ScaleLabel{"Label53", Panel::Price, 1},   ScaleLabel{"Label54", Panel::Study, 0},
-    ScaleLabel{"Label55", Panel::Study, 1},   ScaleLabel{"Label56", Panel::Volume, 0},
-    ScaleLabel{"Label57", Panel::Volume, 1},
-};
 
 // The room that usual prices and volumes take, so that the panels keep their place from ticker to ticker.
 const char* const kUsualText = "00000000";

@@ -11,6 +11,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
 
 namespace brantlow {
@@ -67,14 +68,6 @@ QTreeWidget* FindingList() {
     return list;
 }
 
-QPushButton* AddButton(QDialogButtonBox& buttons, const char* name, const char* text, const char* tip) {
-    auto* button = buttons.addButton(QString::fromLatin1(text), QDialogButtonBox::ActionRole);
-    button->setObjectName(QString::fromLatin1(name));
-    button->setToolTip(QString::fromLatin1(tip));
-    button->setAutoDefault(false);
-    return button;
-}
-
 }  // namespace
 
 frmCheckDatabase::frmCheckDatabase(CheckOperations operations, Path appPath, QWidget* parent)
@@ -98,11 +91,14 @@ frmCheckDatabase::frmCheckDatabase(CheckOperations operations, Path appPath, QWi
     layout->addWidget(list_, 1);
     layout->addWidget(progress_);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    repair_ = AddButton(*buttons, "cmdRepair", "&Repair",
-                        "Repair what needs no guess; Edit, Undo brings the files back");
-    again_ = AddButton(*buttons, "cmdAgain", "Check &Again", "Look through all files once more");
-    stop_ = AddButton(*buttons, "cmdStop", "&Stop", "End the check with what it has found so far");
-    copy_ = AddButton(*buttons, "cmdCopy", "&Copy", "Copy the list to the clipboard, a line a finding");
+    repair_ = AddButton(*buttons, QStringLiteral("cmdRepair"), QStringLiteral("&Repair"),
+                        QStringLiteral("Repair what needs no guess; Edit, Undo brings the files back"));
+    again_ = AddButton(*buttons, QStringLiteral("cmdAgain"), QStringLiteral("Check &Again"),
+                       QStringLiteral("Look through all files once more"));
+    stop_ = AddButton(*buttons, QStringLiteral("cmdStop"), QStringLiteral("&Stop"),
+                      QStringLiteral("End the check with what it has found so far"));
+    copy_ = AddButton(*buttons, QStringLiteral("cmdCopy"), QStringLiteral("&Copy"),
+                      QStringLiteral("Copy the list to the clipboard, a line a finding"));
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmCheckDatabase::reject);
     connect(repair_, &QPushButton::clicked, this, &frmCheckDatabase::Repair);

@@ -8,6 +8,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
 #include "screens/windows/settings_finder.h"
 #include "screens/windows/settings_pages.h"
@@ -25,17 +26,6 @@ constexpr std::array kMarkedCaptions = {"&Import / Export", "Data && A&utomation
                                         "&Graphics Display", "Grid &Column Display",
                                         "&Network and Web Settings"};
 static_assert(kMarkedCaptions.size() == kSettingsTabs.size());
-
-QPushButton* AddButton(QHBoxLayout* row, const QString& name, const QString& words, const QString& toolTip) {
-    auto* button = new QPushButton(words);
-    button->setObjectName(name);
-    button->setToolTip(toolTip);
-    button->setMinimumWidth(kSmallestButtonWidth);
-    // Enter belongs to the lists.
-    button->setAutoDefault(false);
-    row->addWidget(button);
-    return button;
-}
 
 }  // namespace
 
@@ -89,12 +79,12 @@ QWidget* frmApplicationSettings::ButtonRow() {
     row->setContentsMargins(0, 0, 0, 0);
     outcome_->setObjectName(QStringLiteral("lblOutcome"));
     row->addWidget(outcome_, 1);
-    auto* apply = AddButton(row, QStringLiteral("Command21"), QStringLiteral("&Apply"),
+    auto* apply = AddButton(*row, QStringLiteral("Command21"), QStringLiteral("&Apply"),
                             QStringLiteral("Save the settings of this tab"));
     auto* defaults =
-        AddButton(row, QStringLiteral("Command23"), QStringLiteral("&Default"),
+        AddButton(*row, QStringLiteral("Command23"), QStringLiteral("&Default"),
                   QStringLiteral("Put the settings of this tab back to their defaults (can be undone)"));
-    auto* exit = AddButton(row, QStringLiteral("Command22"), QStringLiteral("E&xit"),
+    auto* exit = AddButton(*row, QStringLiteral("Command22"), QStringLiteral("E&xit"),
                            QStringLiteral("Close; what is not applied is not kept"));
     connect(apply, &QPushButton::clicked, this, &frmApplicationSettings::Command21_Click);
     connect(defaults, &QPushButton::clicked, this, &frmApplicationSettings::Command23_Click);

@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
 
 namespace brantlow {
@@ -22,15 +23,6 @@ constexpr QSize kRoomForFrame(16, 48);
 constexpr int kMargin = 14;
 constexpr int kPicturePixels = 40;
 constexpr double kTitleScale = 1.3;
-
-QPushButton* AddButton(QHBoxLayout& row, const QString& name, const QString& words, const QString& toolTip) {
-    auto* button = new QPushButton(words);
-    button->setObjectName(name);
-    button->setToolTip(toolTip);
-    button->setAutoDefault(false);
-    row.addWidget(button);
-    return button;
-}
 
 QLabel* NewTitle() {
     auto* title = new QLabel(Name(kWizardHead));

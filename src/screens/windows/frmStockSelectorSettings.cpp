@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
 #include "indicators/analysis.h"
 #include "screens/windows/condition_overview.h"
@@ -153,17 +154,6 @@ void frmStockSelectorSettings::ShowHits() {
 
 void frmStockSelectorSettings::ShowUse(std::size_t panel) {
     tbsOptions->setTabToolTip(static_cast<int>(panel), UseOf(panels_[panel]));
-}
-
-QPushButton* frmStockSelectorSettings::AddButton(QHBoxLayout& row, const QString& name, const QString& words,
-                                                 const QString& toolTip) {
-    auto* button = new QPushButton(words);
-    button->setObjectName(name);
-    button->setToolTip(toolTip);
-    // Enter moves a name here and must not press a button.
-    button->setAutoDefault(false);
-    row.addWidget(button);
-    return button;
 }
 
 void frmStockSelectorSettings::BuildButtons(QHBoxLayout& row) {

@@ -33,8 +33,6 @@ class frmStockSelectorSettings final : public QDialog {
 
   private:
     void BuildTabs();
-    QPushButton* AddButton(QHBoxLayout& row, const QString& name, const QString& words,
-                           const QString& toolTip);
     void BuildButtons(QHBoxLayout& row);
     void AddKeys();
     void ShowTab(int tab);

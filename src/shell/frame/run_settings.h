@@ -6,6 +6,8 @@
 #include <array>
 #include <string_view>
 
+#include "shell/run_report.h"
+#include "shell/session.h"
 #include "shell/settings/settings_needs.h"
 
 namespace brantlow {
@@ -42,5 +44,10 @@ inline SettingsNeeds NeedsOf(std::string_view command) {
                                   [&](const RunSettings& r) { return r.command == command; });
     return row == kRunSettings.end() ? SettingsNeeds{} : row->needs;
 }
+
+// What the start of the program tells of settings files that are there and cannot be read; nobody's report,
+// without a What, when there is no such file. It is for the status bar: a box would hold up a start that
+// nobody attends.
+RunReport StartReport(const Session& session);
 
 }  // namespace brantlow

@@ -16,10 +16,10 @@ FrameArea::FrameArea() {
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
-WelcomePage& FrameArea::AddWelcome(WelcomeActions actions) {
+void FrameArea::AddWelcome(WelcomeActions actions, std::function<std::vector<std::string>()> tables) {
+    tables_ = std::move(tables);
     welcome_ = new WelcomePage(std::move(actions), viewport());
     welcome_->hide();
-    return *welcome_;
 }
 
 bool FrameArea::IsEmpty() const {
@@ -30,9 +30,11 @@ bool FrameArea::IsEmpty() const {
 
 void FrameArea::ShowWelcome() {
     if (!welcome_) return;
-    const bool appears = welcome_->isHidden() && IsEmpty();
+    const bool isEmpty = IsEmpty();
+    const bool appears = welcome_->isHidden() && isEmpty;
+    if (isEmpty) welcome_->Offer(tables_());
     welcome_->setGeometry(viewport()->rect());
-    welcome_->setVisible(IsEmpty());
+    welcome_->setVisible(isEmpty);
     if (appears) welcome_->setFocus();
 }
 

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <QMdiArea>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace brantlow {
 
@@ -13,18 +16,21 @@ class FrameArea final : public QMdiArea {
   public:
     FrameArea();
 
-    // Makes the welcome page; once, before the area is shown.
-    WelcomePage& AddWelcome(WelcomeActions actions);
-    // Shows the welcome page where no child is to be seen, else hides it.
+    // Makes the welcome page; once, before the area is shown. `tables` are those to go on with, by their
+    // names.
+    void AddWelcome(WelcomeActions actions, std::function<std::vector<std::string>()> tables);
+    // Shows the welcome page, with the tables of now, where no child is to be seen, else hides it.
     void ShowWelcome();
-    bool IsEmpty() const;
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
   private:
+    bool IsEmpty() const;
+
     WelcomePage* welcome_ = nullptr;
+    std::function<std::vector<std::string>()> tables_;
 };
 
 }  // namespace brantlow

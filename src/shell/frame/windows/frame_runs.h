@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "shell/memory_status.h"
 #include "shell/session.h"
 
 class QWidget;
@@ -40,6 +41,10 @@ class FrameRuns final {
     // The frame is to be closed: stops the run and remembers. False when there is none.
     bool ClosesFrameAfterwards();
 
+    // The text by which a run watches the memory: the system's, until another is given.
+    std::string (*MemoryInfo() const)() { return memoryInfo_; }
+    void WatchMemoryBy(std::string (*memoryInfo)()) { memoryInfo_ = memoryInfo; }
+
   private:
     QWidget& window_;
     Session& session_;
@@ -50,6 +55,7 @@ class FrameRuns final {
     bool filling_ = false;
     bool closeTable_ = false;
     bool closeFrame_ = false;
+    std::string (*memoryInfo_)() = ReadMemoryInfo;
 };
 
 }  // namespace brantlow

@@ -5,18 +5,22 @@
 namespace brantlow {
 
 FrameSubjects::FrameSubjects(const Start& start)
-    : children(start.area, start.applyRules),
+    : userStore(start.userStore),
+      children(start.area, start.applyRules),
       runs(start.window, start.session, start.person, start.applyRules),
       hands{start.window, start.session, start.person, start.web, start.hosts, children, runs},
-      file(hands, start.display),
+      place(hands, userStore),
+      file(hands, place.OfScreen()),
       print(hands),
       edit(hands),
       upkeep(hands),
       longRuns(hands, start.analysis),
-      browser(hands, start.userStore, start.browser),
+      browser(hands, userStore, start.browser),
       alarms(hands),
-      updates(hands, start.analysis, browser.Cache()),
-      chart(hands, start.analysis, start.userStore),
+      updates(hands, start.analysis),
+      daily(hands, [this] { return updates.UpdateNewest(); }),
+      fundamentals(hands, browser.Cache()),
+      chart(hands, start.analysis, userStore),
       setup(hands),
       study(hands),
       explain(hands),
@@ -25,6 +29,11 @@ FrameSubjects::FrameSubjects(const Start& start)
       drops(hands) {
     hands.table = file.Table();
     hands.applyRules = start.applyRules;
+    hands.closeChildren = [this] {
+        browser.CloseForm();
+        file.CloseForm();
+        chart.CloseForm();
+    };
     hands.openNamed = [this](const std::string& name) { file.OpenNamed(name); };
     hands.fillTable = [this] { return longRuns.Populate() && updates.Update(); };
     hands.run = [this](std::string_view command) { Run(command); };
@@ -46,9 +55,9 @@ FrameSubjects::FrameSubjects(const Start& start)
     hands.openAlarmMail = [this](QWidget* asking) { alarms.OpenMail(asking); };
     hands.openPage = [this](const std::string& address) { browser.OpenPage(address); };
     for (const CommandRows& rows :
-         {children.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(), longRuns.Rows(),
-          browser.Rows(), updates.Rows(), alarms.Rows(), chart.Rows(), setup.Rows(), study.Rows(),
-          explain.Rows(), help.Rows(), welcome.Rows()})
+         {children.Rows(), place.Rows(), file.Rows(), print.Rows(), edit.Rows(), upkeep.Rows(),
+          longRuns.Rows(), browser.Rows(), alarms.Rows(), updates.Rows(), fundamentals.Rows(), chart.Rows(),
+          setup.Rows(), study.Rows(), explain.Rows(), help.Rows(), welcome.Rows()})
         Add(rows);
 }
 

@@ -8,13 +8,16 @@
 #include "shell/frame/windows/alarm_commands.h"
 #include "shell/frame/windows/browser_commands.h"
 #include "shell/frame/windows/chart_commands.h"
+#include "shell/frame/windows/daily_runs.h"
 #include "shell/frame/windows/drop_commands.h"
 #include "shell/frame/windows/edit_commands.h"
 #include "shell/frame/windows/explain_commands.h"
 #include "shell/frame/windows/file_commands.h"
 #include "shell/frame/windows/frame_children.h"
 #include "shell/frame/windows/frame_runs.h"
+#include "shell/frame/windows/fundamental_commands.h"
 #include "shell/frame/windows/help_commands.h"
+#include "shell/frame/windows/place_commands.h"
 #include "shell/frame/windows/print_commands.h"
 #include "shell/frame/windows/run_commands.h"
 #include "shell/frame/windows/setup_commands.h"
@@ -35,8 +38,7 @@ struct FrameSubjects {
         WindowPerson& person;
         Web& web;
         const Hosts& hosts;
-        const Display& display;
-        const Path& userStore;
+        Path userStore;
         BrowserOperations browser;
         std::function<void()> applyRules;
     };
@@ -47,9 +49,12 @@ struct FrameSubjects {
     // Runs the entry of this name, which may be that of a research page.
     void Run(std::string_view command);
 
+    // The file of the per-user settings store.
+    const Path userStore;
     FrameChildren children;
     FrameRuns runs;
     FrameHands hands;
+    PlaceCommands place;
     FileCommands file;
     PrintCommands print;
     EditCommands edit;
@@ -58,6 +63,8 @@ struct FrameSubjects {
     BrowserCommands browser;
     AlarmCommands alarms;
     UpdateCommands updates;
+    DailyRuns daily;
+    FundamentalCommands fundamentals;
     ChartCommands chart;
     SetupCommands setup;
     StudyCommands study;

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
 #include "shell/run_outlook.h"
 
@@ -17,16 +18,6 @@ namespace {
 constexpr int kSmallestButtonWidth = 96;
 constexpr int kCornerDistance = 36;
 constexpr int kStateLetters = 46;
-
-QPushButton* AddButton(QHBoxLayout* row, const QString& name, const QString& words, const QString& toolTip) {
-    auto* button = new QPushButton(words);
-    button->setObjectName(name);
-    button->setToolTip(toolTip);
-    button->setMinimumWidth(kSmallestButtonWidth);
-    button->setAutoDefault(false);
-    row->addWidget(button);
-    return button;
-}
 
 }  // namespace
 
@@ -47,11 +38,11 @@ frmEnable::frmEnable(RunControl& run, QWidget* frame)
     state_->setMinimumHeight(fontMetrics().lineSpacing() * 2);
     layout->addWidget(state_);
     auto* row = new QHBoxLayout;
-    auto* exit = AddButton(row, QStringLiteral("Command1"), QStringLiteral("Exit"),
+    auto* exit = AddButton(*row, QStringLiteral("Command1"), QStringLiteral("Exit"),
                            QStringLiteral("Stop after the ticker in work; what is done stays"));
-    pause_ = AddButton(row, QStringLiteral("Command2"), QStringLiteral("Pause"),
+    pause_ = AddButton(*row, QStringLiteral("Command2"), QStringLiteral("Pause"),
                        QStringLiteral("Stand still after the ticker in work"));
-    resume_ = AddButton(row, QStringLiteral("Command3"), QStringLiteral("Resume"),
+    resume_ = AddButton(*row, QStringLiteral("Command3"), QStringLiteral("Resume"),
                         QStringLiteral("Go on with the next ticker"));
     layout->addLayout(row);
     layout->setSizeConstraint(QLayout::SetFixedSize);

@@ -7,38 +7,24 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <system_error>
 
-#include "acquire/version/online_status.h"
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
 #include "indicators/analysis.h"
 #include "research/windows/browser_operations.h"
-#include "shell/display.h"
-#include "shell/frame/windows/child_operations.h"
 #include "shell/session.h"
 
-class QLabel;
-class QProgressBar;
 class QToolBar;
 
 namespace brantlow {
 
 class CommandBar;
 class FrameArea;
-class FrameChildren;
-class PrintCommands;
-class RunReport;
-class ToldRuns;
-class UpdateCommands;
-class WelcomePage;
+class FrameStatusBar;
 class WindowPerson;
 class frmGraph;
 class frmQuoteGrid;
 struct FrameSubjects;
-struct FileQuestion;
-struct FrameChoice;
-struct KeptFrame;
 
 class frmMain final : public QMainWindow {
     Q_OBJECT
@@ -60,9 +46,7 @@ class frmMain final : public QMainWindow {
     void ShowNotice(const std::string& text);
 
     CommandBar& Commands() { return *commands_; }
-    FrameChildren& Children();
-    PrintCommands& Printing();
-    UpdateCommands& Updates();
+    FrameSubjects& Subjects() { return *subjects_; }
     // The windows of the open table, of the web pages and of the chart; null when there is none.
     frmQuoteGrid* QuoteForm() const;
     QWidget* BrowserForm() const;
@@ -72,39 +56,19 @@ class frmMain final : public QMainWindow {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    // What the frame itself does for the subjects, and its own commands.
     void LendHands();
+    // The entries that fetch prices tell where from, where that is a live source.
     void ShowWhoIsAsked();
-    void BuildStatusBar();
-    void AddWelcome();
     void OpenNewestFile();
-    void ShowWelcome();
-    void PlaceFrame();
-    // Either tells whether the frame is to be maximised.
-    bool PlaceAsKept(const KeptFrame& kept);
-    bool PlaceInOwnSize(const QRect& available);
-    void KeepChoice(const FrameChoice& choice);
-    void TellUnkeptPlace(const std::error_code& error);
-    void CloseChildren();
-    Path AskFile(const FileQuestion& question);
-    void ShowPopUpMenu(const QPoint& place);
     void ShowTitle();
-    void TellUnreadableSettings();
-    void TellRun(const RunReport& report);
     void ApplyRules();
-    void StoreGeometry();
 
     Session& session_;
     WindowPerson& person_;
-    Path userStore_;
-    Display display_;
-    OnlineState online_;
     FrameArea* area_;
-    WelcomePage* welcome_ = nullptr;
     QToolBar* tbToolBar;
-    std::unique_ptr<ToldRuns> told_;
-    QLabel* statusWord_ = nullptr;
-    QLabel* tickerCount_ = nullptr;
-    QProgressBar* ProgressBar1 = nullptr;
+    std::unique_ptr<FrameStatusBar> status_;
     CommandBar* commands_;
     std::unique_ptr<FrameSubjects> subjects_;
 };

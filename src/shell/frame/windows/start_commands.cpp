@@ -51,6 +51,14 @@ CommandRows StartCommands::Rows() {
     return RowsOf(*this, kRows);
 }
 
+WelcomeActions StartCommands::Actions() {
+    return {.open = [this](const std::string& name) { frame_.openNamed(name); },
+            .update = [this](const std::string& name) { OpenAndUpdate(name); },
+            .openFirst = [this] { OpenFirst(); },
+            .practice = [this] { OpenPractice(); },
+            .run = [this](std::string_view command) { frame_.run(command); }};
+}
+
 void StartCommands::NewList() {
     OpenNewList(NewListOf::Tickers);
 }

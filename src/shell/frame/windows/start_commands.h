@@ -6,6 +6,7 @@
 
 #include "acquire/feeds/windows/frmNewList.h"
 #include "shell/frame/windows/frame_hands.h"
+#include "shell/frame/windows/welcome_page.h"
 
 namespace brantlow {
 
@@ -16,6 +17,10 @@ class StartCommands final {
 
     CommandRows Rows();
 
+    // What a press on the welcome page does.
+    WelcomeActions Actions();
+
+  private:
     // Opens the practice table. Where there is none it is made first, with its history, and its first chart
     // is shown; what stands in its way is told.
     void OpenPractice();
@@ -24,8 +29,6 @@ class StartCommands final {
     void OpenFirst();
     // Opens a table and fetches its quotes of the day.
     void OpenAndUpdate(const std::string& name);
-
-  private:
     void NewList();
     void NewFromMarket();
     void OpenNewList(NewListOf begin);

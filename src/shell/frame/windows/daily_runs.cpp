@@ -1,0 +1,64 @@
+#include "shell/frame/windows/daily_runs.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QTimer>
+
+#include "shell/frame/windows/window_person.h"
+
+namespace brantlow {
+
+namespace {
+
+// The daily run looks at the clock no less often than this.
+constexpr int kClockMilliseconds = 1000;
+
+// As the batch tool's exit status has it.
+int StatusOf(RunExtent extent) {
+    constexpr int kNothing = 1;
+    constexpr int kPartly = 3;
+    if (extent == RunExtent::Whole) return 0;
+    return extent == RunExtent::Partly ? kPartly : kNothing;
+}
+
+}  // namespace
+
+void DailyRuns::StartClock() {
+    auto* clock = new QTimer(&frame_.window);
+    clock->setObjectName(QStringLiteral("tmrDailyRun"));
+    clock->setTimerType(Qt::PreciseTimer);
+    QObject::connect(clock, &QTimer::timeout, &frame_.window, [this] { WaitForDailyRun(); });
+    clock->start(kClockMilliseconds);
+    copies_ = new HandoverServer(
+        frame_.session.AppPath, [this] { return StatusOfToday(); }, &frame_.window);
+}
+
+void DailyRuns::WaitForDailyRun() {
+    if (frame_.person.InRun() || QApplication::activeModalWidget() || QApplication::activePopupWidget())
+        return;
+    if (today_.Poll(frame_.session.settings, frame_.session.clock)) Run();
+}
+
+void DailyRuns::Run() {
+    frame_.person.BeginUnattended();
+    lastStatus_ = StatusOf(run_().Extent());
+    const std::vector<std::string> unheard = frame_.person.EndUnattended();
+    if (!unheard.empty()) frame_.notice(unheard.front());
+    if (copies_) copies_->Done(lastStatus_);
+}
+
+std::optional<int> DailyRuns::StatusOfToday() {
+    switch (today_.AskForToday(frame_.session.settings, frame_.session.clock)) {
+        case DailyRun::Today::NotChosen:
+            return 0;
+        case DailyRun::Today::Over:
+            // A run at work tells its copies at its end.
+            if (!frame_.person.InRun()) return lastStatus_;
+            break;
+        case DailyRun::Today::Comes:
+            break;
+    }
+    return std::nullopt;
+}
+
+}  // namespace brantlow

@@ -1,0 +1,102 @@
+#include "shell/frame/windows/frame_status_bar.h"
+
+#include <QLabel>
+#include <QLocale>
+#include <QMainWindow>
+#include <QProgressBar>
+#include <QStatusBar>
+
+#include "base/failure.h"
+#include "base/windows/colours.h"
+#include "base/windows/date_boxes.h"
+#include "base/windows/display_text.h"
+#include "base/windows/elided_label.h"
+#include "shell/frame/windows/told_runs.h"
+
+namespace brantlow {
+
+namespace {
+
+constexpr int kWordPanelWidth = 130;
+constexpr int kCountPanelWidth = 80;
+constexpr int kProgressWidth = 180;
+constexpr int kPercent = 100;
+constexpr int kNoticeMilliseconds = 8000;
+
+QLabel* AddPanel(QStatusBar& bar, const QString& name, const QString& toolTip, int width) {
+    auto* panel = new QLabel;
+    panel->setObjectName(name);
+    panel->setToolTip(toolTip);
+    panel->setMinimumWidth(width);
+    panel->setAlignment(Qt::AlignCenter);
+    panel->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    bar.addPermanentWidget(panel);
+    return panel;
+}
+
+}  // namespace
+
+FrameStatusBar::FrameStatusBar(QMainWindow& window, const Session& session)
+    : session_(session), bar_(*window.statusBar()) {
+    bar_.setObjectName(QStringLiteral("sbStatusBar"));
+    parts_.window = &window;
+    AddDay(window);
+    AddProgress();
+    parts_.statusWord = AddPanel(bar_, QStringLiteral("Panel2"), QStringLiteral("What the program is doing"),
+                                 kWordPanelWidth);
+    parts_.tickerCount = AddPanel(bar_, QStringLiteral("Panel3"), QStringLiteral("Tickers in the open file"),
+                                  kCountPanelWidth);
+    AddRows();
+    for (QWidget* part : bar_.findChildren<QWidget*>()) KeepColoursWhenDisabled(*part);
+}
+
+FrameStatusBar::~FrameStatusBar() = default;
+
+void FrameStatusBar::AddDay(QMainWindow& window) {
+    auto* field = new QLabel(
+        QLocale::c().toString(Shown(session_.clock.Today()), QStringLiteral(" dddd, MMMM d, yyyy")));
+    field->setObjectName(QStringLiteral("Panel1"));
+    bar_.addWidget(field, 1);
+    told_ = std::make_unique<ToldRuns>(*field, window);
+}
+
+void FrameStatusBar::AddProgress() {
+    auto* bar = new QProgressBar;
+    bar->setObjectName(QStringLiteral("ProgressBar1"));
+    bar->setRange(0, kPercent);
+    bar->setFixedWidth(kProgressWidth);
+    bar->setTextVisible(false);
+    bar->hide();
+    bar_.addPermanentWidget(bar);
+    parts_.progressBar = bar;
+}
+
+void FrameStatusBar::AddRows() {
+    rows_ = new ElidedLabel;
+    rows_->setObjectName(QStringLiteral("Panel4"));
+    rows_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    // Behind the day, which stands at 0.
+    bar_.insertPermanentWidget(1, rows_, 2);
+}
+
+void FrameStatusBar::Notice(const std::string& text) {
+    bar_.showMessage(Shown(text), kNoticeMilliseconds);
+}
+
+void FrameStatusBar::ShowRows(const std::string& line) {
+    rows_->ShowLine(Shown(line));
+}
+
+void FrameStatusBar::Tell(const RunReport& report) {
+    if (report.What().empty()) return;
+    told_->Tell(report);
+    if (report.Tickers().empty()) return;
+    const std::error_code error = KeepLastRun(session_.DataFolder(), report, session_.clock);
+    if (error) session_.person.Say(CannotBeSaved(kLastRunName, error));
+}
+
+void FrameStatusBar::HideProgress() {
+    parts_.progressBar->hide();
+}
+
+}  // namespace brantlow
