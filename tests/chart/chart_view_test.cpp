@@ -86,7 +86,7 @@ TEST_F(ViewTest, TheScaleIsThatOfTheBarsThatAreSeen) {
     const double close = 100 + 110.0 / 3;
     bool found = false;
     for (const DrawnLine& line : Lines(viewed)) {
-        found = found || std::abs(line.y1 - viewed.axis.Y(close)) < 0.5;
+        found = found || std::abs(static_cast<double>(line.y1) - viewed.axis.Y(close)) < 0.5;
     }
     EXPECT_TRUE(found);
 }

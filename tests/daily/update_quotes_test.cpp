@@ -9,7 +9,19 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class UpdateQuotesTest : public UpdateTest {};
+class UpdateQuotesTest : public UpdateTest {
+  protected:
+    // Every ticker that is asked for has a quote of this day.
+    void AnswerWithQuotesOf(const std::string& day) {
+        web.AnswerWith([day](const WebRequest& request) {
+            std::string text;
+            for (const std::string& ticker : AskedTickers(request.url)) {
+                if (!ticker.empty()) text += ReplyLine(ticker).With(3, "\"" + day + "\"").Text();
+            }
+            return MemoryWeb::Page(text);
+        });
+    }
+};
 
 constexpr const char* kSampleRecord =
     ",110,10,111,109,99,112,12345,22,5,2,\"03/01/24\",\"02/01/24\",101,50,120,\"Name, Inc\",\"NYSE\","
@@ -478,13 +490,7 @@ TEST_F(UpdateQuotesTest, TheTopRowFollowsTheBatch) {
 
 TEST_F(UpdateQuotesTest, QuotesOlderThanFourDaysAreCountedAndDoNotStopTheRun) {
     table = Tickers(40);
-    web.AnswerWith([this](const WebRequest& request) {
-        std::string text;
-        for (const std::string& ticker : AskedTickers(request.url)) {
-            if (!ticker.empty()) text += ReplyLine(ticker).With(3, "\"3/10/2024\"").Text();
-        }
-        return MemoryWeb::Page(text);
-    });
+    AnswerWithQuotesOf("3/10/2024");
     const UpdateOutcome outcome = Update();
     EXPECT_EQ(outcome.StaleCount, 40U);
     EXPECT_FALSE(outcome.stopped);
@@ -505,13 +511,7 @@ TEST_F(UpdateQuotesTest, StaleRowsThatComeAgainAndAgainStopTheRun) {
     table = Tickers(60);
     Set(session.settings.NetSettings, 6, "1");
     Set(session.settings.NetSettings, 8, "14");
-    web.AnswerWith([this](const WebRequest& request) {
-        std::string text;
-        for (const std::string& ticker : AskedTickers(request.url)) {
-            if (!ticker.empty()) text += ReplyLine(ticker).With(3, "\"3/10/2024\"").Text();
-        }
-        return MemoryWeb::Page(text);
-    });
+    AnswerWithQuotesOf("3/10/2024");
     const UpdateOutcome outcome = Update();
     EXPECT_TRUE(outcome.stopped);
     // 15 rows a batch pass 1.9 times 61 rows long before batch 16, the first that is looked at.

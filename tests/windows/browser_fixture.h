@@ -149,11 +149,24 @@ class Window {
         QTest::keyClick(line, Qt::Key_Return);
     }
     void Press(const char* key) { form->findChild<QAction*>(QString::fromLatin1(key))->trigger(); }
+    // Clicks at a place of the page until the condition holds: the engine passes over clicks that come before
+    // it has painted the page.
+    bool ClickUntil(const QPoint& place, const std::function<bool()>& done) {
+        constexpr int kClickMs = 500;
+        const QDeadlineTimer guard(kPatienceMs);
+        if (!WaitFor([&] { return View().focusProxy() != nullptr; }, kPatienceMs)) return false;
+        while (!guard.hasExpired()) {
+            QTest::mouseClick(View().focusProxy(), Qt::LeftButton, {}, place);
+            if (WaitFor(done, kClickMs)) return true;
+        }
+        return false;
+    }
     QString Caption() { return form->windowTitle(); }
     // Waits until the caption is this one and no page is on its way.
     bool Shows(const QString& caption) {
-        return WaitFor([&] { return !form->Busy() && Caption() == caption; }, kPatienceMs);
+        return WaitFor([&] { return IsShowing(caption); }, kPatienceMs);
     }
+    bool IsShowing(const QString& caption) { return !form->Busy() && Caption() == caption; }
     bool IsAt(const std::string& address) {
         return WaitFor(
             [&] { return !form->Busy() && form->LocationURL() == QString::fromStdString(address); },

@@ -119,10 +119,8 @@ class BrowserRulesTest : public QObject {
             ++dialogs;
             dialog.reject();
         });
-        QVERIFY(WaitFor([&] { return window.View().focusProxy() != nullptr; }, kPatienceMs));
         const QSignalSpy refused(window.View().page(), SIGNAL(FileRefused()));
-        QTest::mouseClick(window.View().focusProxy(), Qt::LeftButton, {}, QPoint(60, 100));
-        QVERIFY(WaitFor([&] { return refused.count() == 1; }, kPatienceMs));
+        QVERIFY(window.ClickUntil({60, 100}, [&] { return refused.count() > 0; }));
         QCOMPARE(window.Script(QStringLiteral("document.getElementById('file').files.length")).toInt(), 0);
         QCOMPARE(dialogs, 0);
     }
@@ -134,9 +132,7 @@ class BrowserRulesTest : public QObject {
                      {"/two", "<title>two</title>"}});
         Window window(pages.Address("/links"));
         QVERIFY(window.Shows(QStringLiteral("links")));
-        QVERIFY(WaitFor([&] { return window.View().focusProxy() != nullptr; }, kPatienceMs));
-        QTest::mouseClick(window.View().focusProxy(), Qt::LeftButton, {}, QPoint(60, 100));
-        QVERIFY(window.Shows(QStringLiteral("two")));
+        QVERIFY(window.ClickUntil({60, 100}, [&] { return window.IsShowing(QStringLiteral("two")); }));
         QCOMPARE(QApplication::topLevelWidgets().count(window.form.get()), 1);
     }
 

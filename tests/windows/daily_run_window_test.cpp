@@ -19,16 +19,8 @@ Switches Daily(const std::string& selector = "Manual") {
     return switches;
 }
 
-// A look a second from `from` to `to` seconds of `day`.
-void Look(UpdateProgram& program, const Date& day, double from, double to) {
-    for (double second = from; second < to; ++second) {
-        program.clock.Set(day, second);
-        program.frame->Subjects().daily.WaitForDailyRun();
-    }
-}
-
 void LookAroundTheMinute(UpdateProgram& program, const Date& day) {
-    Look(program, day, kHalfPastFour - 120, kHalfPastFour + 120);
+    program.LookAtClock(day, kHalfPastFour - 120, kHalfPastFour + 120);
 }
 
 }  // namespace
@@ -72,14 +64,14 @@ class DailyRunWindowTest : public QObject {
     void aMinuteThatAQuestionCoveredIsMadeUp() {
         UpdateProgram program(Daily());
         program.StartMine();
-        Look(program, kTestDay, kHalfPastFour - 120, kHalfPastFour - 30);
+        program.LookAtClock(kTestDay, kHalfPastFour - 120, kHalfPastFour - 30);
         DialogHand hand([&](QDialog& dialog) {
-            Look(program, kTestDay, kHalfPastFour - 30, kHalfPastFour + 600);
+            program.LookAtClock(kTestDay, kHalfPastFour - 30, kHalfPastFour + 600);
             PressButton(dialog, QMessageBox::Ok);
         });
         program.person.Say("A question.");
         QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{0});
-        Look(program, kTestDay, kHalfPastFour + 600, kHalfPastFour + 660);
+        program.LookAtClock(kTestDay, kHalfPastFour + 600, kHalfPastFour + 660);
         QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
     }
 
@@ -126,8 +118,7 @@ class DailyRunWindowTest : public QObject {
             double second = kHalfPastFour - 120;
             while (!isOver) {
                 QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-                program.clock.Set(kTestDay, std::min(second += 1, kHalfPastFour + 300));
-                program.frame->Subjects().daily.WaitForDailyRun();
+                program.LookAtClock(kTestDay, std::min(second += 1, kHalfPastFour + 300));
             }
             copy.join();
             QVERIFY(status);

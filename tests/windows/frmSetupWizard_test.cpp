@@ -270,14 +270,7 @@ class SetupWizardTest : public QObject {
         const std::string before = program.Everything();
         program.Part<QCheckBox>("Check1")->click();
         QVERIFY(!program.Part<QCheckBox>("Check2")->isChecked());
-        QString told;
-        DialogHand hand([&](QDialog& dialog) {
-            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
-                told = box->text();
-                PressButton(dialog, QMessageBox::Ok);
-            }
-        });
-        program.Press("cmdNext");
+        const QString told = BoxesOf([&] { program.Press("cmdNext"); }).join(u'\n');
         QCOMPARE(told,
                  QStringLiteral("You must select a time. Please enter the time you want Brantlow to begin "
                                 "collecting data."));
@@ -362,14 +355,7 @@ class SetupWizardTest : public QObject {
         program.GoTo(2);
         std::filesystem::remove(program.session.DataFile(kNet));
         std::filesystem::create_directories(program.session.DataFile(kNet) / "in the way");
-        QString told;
-        DialogHand hand([&](QDialog& dialog) {
-            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
-                told = box->text();
-                PressButton(dialog, QMessageBox::Ok);
-            }
-        });
-        program.Press("cmdNext");
+        const QString told = BoxesOf([&] { program.Press("cmdNext"); }).join(u'\n');
         QVERIFY2(told.startsWith(QStringLiteral("VTRNETset.ini: cannot be saved (")), qPrintable(told));
         QCOMPARE(program.Step(), std::size_t{3});
         QCOMPARE(program.session.settings.NetSettings.Text(3), std::string("User Selected String"));

@@ -249,16 +249,22 @@ class KeyboardTest : public QObject {
         }
     }
 
+    // The window of a row, in sight and active.
+    static std::unique_ptr<QWidget> Opened(const WindowRow& row, Ground& ground) {
+        std::unique_ptr<QWidget> window(row.make(ground));
+        window->setAttribute(Qt::WA_DeleteOnClose, false);
+        window->show();
+        window->activateWindow();
+        if (!QTest::qWaitForWindowActive(window.get())) qFatal("%s does not become active", row.name);
+        return window;
+    }
+
     // Collects what is wrong with any window, so that one run tells all.
     static QStringList WrongIn(const std::function<void(QWidget&, const QString&, QStringList&)>& check) {
         QStringList wrong;
         for (const WindowRow& row : Windows()) {
             Ground ground;
-            const std::unique_ptr<QWidget> window(row.make(ground));
-            window->setAttribute(Qt::WA_DeleteOnClose, false);
-            window->show();
-            window->activateWindow();
-            if (!QTest::qWaitForWindowActive(window.get())) qFatal("%s does not become active", row.name);
+            const std::unique_ptr<QWidget> window = Opened(row, ground);
             ForEachState(*window, [&](const QString& state) { check(*window, state, wrong); });
             window->hide();
         }
@@ -278,11 +284,7 @@ class KeyboardTest : public QObject {
     void escapeCloses() {
         for (const WindowRow& row : Windows()) {
             Ground ground;
-            const std::unique_ptr<QWidget> window(row.make(ground));
-            window->setAttribute(Qt::WA_DeleteOnClose, false);
-            window->show();
-            window->activateWindow();
-            QVERIFY2(QTest::qWaitForWindowActive(window.get()), row.name);
+            const std::unique_ptr<QWidget> window = Opened(row, ground);
             QWidget* const focus = window->focusWidget() ? window->focusWidget() : window.get();
             QTest::keyClick(focus, Qt::Key_Escape);
             // A run is not ended by one key.
@@ -359,11 +361,7 @@ class KeyboardTest : public QObject {
         QStringList wrong;
         for (const WindowRow& row : Windows()) {
             Ground ground;
-            const std::unique_ptr<QWidget> window(row.make(ground));
-            window->setAttribute(Qt::WA_DeleteOnClose, false);
-            window->show();
-            window->activateWindow();
-            QVERIFY2(QTest::qWaitForWindowActive(window.get()), row.name);
+            const std::unique_ptr<QWidget> window = Opened(row, ground);
             QString found = DefaultOf(*window);
             // The button that the focus visits takes the key, and gives it back to the window's own.
             for (QWidget* control : TabOrder(*window)) control->setFocus(Qt::TabFocusReason);

@@ -78,6 +78,14 @@ class UpdateProgram : public Program {
         Clock()->stop();
     }
     QTimer* Clock() { return Find<QTimer>("tmrDailyRun"); }
+    // One look at the clock for the daily run, at this second of the day; or one a second.
+    void LookAtClock(const Date& day, double second) {
+        clock.Set(day, second);
+        frame->Subjects().daily.WaitForDailyRun();
+    }
+    void LookAtClock(const Date& day, double from, double to) {
+        for (double second = from; second < to; ++second) LookAtClock(day, second);
+    }
     void Update() { Click("CmdUpdateQuotes"); }
     QModelIndex Cell(int row, int column) { return frame->QuoteForm()->View()->model()->index(row, column); }
     QString Text(int row, int column) { return Cell(row, column).data().toString(); }

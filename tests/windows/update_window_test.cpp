@@ -398,26 +398,19 @@ class UpdateWindowTest : public QObject {
         program.onQuotes = [&] { ++updates; };
         // Two hours around the chosen minute, a look a second.
         for (double second = kHalfPastFour - 3600; second < kHalfPastFour + 3600; ++second) {
-            program.clock.Set(kTestDay, second);
-            program.frame->Subjects().daily.WaitForDailyRun();
+            program.LookAtClock(kTestDay, second);
             if (second < kHalfPastFour) QCOMPARE(updates, std::size_t{0});
         }
         QCOMPARE(updates, std::size_t{1});
         QCOMPARE(program.Text(0, kLastColumn), QStringLiteral("110.000"));
-        for (double second = kHalfPastFour - 300; second < kHalfPastFour + 300; ++second) {
-            program.clock.Set(AddDays(kTestDay, 1), second);
-            program.frame->Subjects().daily.WaitForDailyRun();
-        }
+        program.LookAtClock(AddDays(kTestDay, 1), kHalfPastFour - 300, kHalfPastFour + 300);
         QCOMPARE(updates, std::size_t{2});
     }
 
     void withoutAScheduleTheDailyRunNeverFires() {
         UpdateProgram program;
         program.StartMine();
-        for (double second = kHalfPastFour - 300; second < kHalfPastFour + 300; ++second) {
-            program.clock.Set(kTestDay, second);
-            program.frame->Subjects().daily.WaitForDailyRun();
-        }
+        program.LookAtClock(kTestDay, kHalfPastFour - 300, kHalfPastFour + 300);
         QVERIFY(program.web.Addresses.empty());
     }
 
@@ -426,8 +419,7 @@ class UpdateWindowTest : public QObject {
         switches.collection = "EOD";
         UpdateProgram program(switches);
         program.StartMine();
-        program.clock.Set(kTestDay, kHalfPastFour - 59);
-        program.frame->Subjects().daily.WaitForDailyRun();
+        program.LookAtClock(kTestDay, kHalfPastFour - 59);
         program.clock.Set(kTestDay, kHalfPastFour);
         std::size_t askedMeanwhile = 1;
         DialogHand hand([&](QDialog& dialog) {
@@ -437,8 +429,7 @@ class UpdateWindowTest : public QObject {
         });
         program.person.Say("A question.");
         QCOMPARE(askedMeanwhile, std::size_t{0});
-        program.clock.Set(kTestDay, kHalfPastFour + 20);
-        program.frame->Subjects().daily.WaitForDailyRun();
+        program.LookAtClock(kTestDay, kHalfPastFour + 20);
         QCOMPARE(program.Text(0, kLastColumn), QStringLiteral("110.000"));
     }
 
@@ -447,8 +438,7 @@ class UpdateWindowTest : public QObject {
         switches.collection = "EOD";
         UpdateProgram program(switches);
         program.StartMine();
-        program.clock.Set(kTestDay, kHalfPastFour - 59);
-        program.frame->Subjects().daily.WaitForDailyRun();
+        program.LookAtClock(kTestDay, kHalfPastFour - 59);
         program.clock.Set(kTestDay, kHalfPastFour);
         std::size_t updates = 0;
         program.onQuotes = [&] {

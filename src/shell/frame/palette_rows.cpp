@@ -56,11 +56,9 @@ std::vector<PaletteRow> PaletteMatches(const std::vector<PaletteRow>& commands,
                                        std::span<const std::string> tickers, std::string_view typed,
                                        std::size_t most) {
     const std::vector<std::string> words = WordsIn(typed);
-    std::vector<PaletteRow> matches;
     if (words.empty()) {
-        matches.assign(commands.begin(),
-                       commands.begin() + static_cast<std::ptrdiff_t>(std::min(most, commands.size())));
-        return matches;
+        const auto shown = static_cast<std::ptrdiff_t>(std::min(most, commands.size()));
+        return {commands.begin(), commands.begin() + shown};
     }
     std::array<std::vector<PaletteRow>, 3> ranked;
     for (const PaletteRow& row : commands) {
@@ -74,6 +72,7 @@ std::vector<PaletteRow> PaletteMatches(const std::vector<PaletteRow>& commands,
         place.insert(isWhole ? place.begin() : place.end(), PaletteRow{nullptr, ticker});
         if (ranked[1].size() > most) break;
     }
+    std::vector<PaletteRow> matches;
     for (const auto& rank : ranked) matches.insert(matches.end(), rank.begin(), rank.end());
     if (matches.size() > most) matches.resize(most);
     return matches;
