@@ -90,8 +90,7 @@ std::vector<LiveSplit> LiveSplitsOf(const LiveScene& scene, sys_days from, sys_d
     for (const PracticeSplit& split : kPracticeSplits) {
         const MarketTicker* ticker = scene.data.Find(split.ticker);
         if (ticker == nullptr) continue;
-        const int moved = DaysToMoveTicker(split.ticker, Date{ticker->days.back().day}, scene.today);
-        const sys_days day = sys_days{split.day} + std::chrono::days{moved};
+        const sys_days day = sys_days{split.day} + std::chrono::days{ticker->DaysMoved(scene.today)};
         if (day < from || day > to) continue;
         splits.push_back({std::string(split.ticker), day, split.newShares, split.oldShares});
     }

@@ -76,7 +76,7 @@ void TellHosts(const Path& file, const HostsResult& result) {
 int Serve(const MarketCommand& command) {
     const sigset_t signals = HoldEndSignals();
     if (command.withParent && !StayWithParent()) return kDone;
-    const MarketData data = MarketData::Read(PricesOf(command));
+    const MarketData data = MarketData::Read(PricesOf(command), command.weeks);
     if (data.Tickers().empty()) {
         return Refuse(NoPracticePrices(PricesOf(command)));
     }

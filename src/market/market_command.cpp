@@ -21,6 +21,7 @@ std::optional<Date> ReadIsoDay(const std::string& text) {
 // What the parser fills.
 struct Texts {
     std::string today;
+    std::string weeks;
     std::string prices;
     std::string hosts;
 };
@@ -35,18 +36,26 @@ void Describe(CLI::App& app, MarketCommand& command, Texts& texts) {
                    "bytes a second of every reply; 0, the default, is as fast as it goes")
         ->check(CLI::Range(0U, kFastest));
     app.add_option("--today", texts.today, "the day to serve, as YYYY-MM-DD; else that of the clock");
+    app.add_option("--weeks", texts.weeks,
+                   "the day by whose weeks the prices stand, so that they go on up to it; else today");
     app.add_option("--prices", texts.prices, "a folder of practice prices; else that of the installation");
     app.add_flag("--with-parent", command.withParent, "ends with the program that started it");
     app.add_option("--hosts", texts.hosts,
                    "a Hosts.ini to point here; a file that the market has not written is left alone");
 }
 
+// The sentence for an option's text that is no day; an empty text stands for none.
+std::string TakeDay(const char* option, const std::string& text, std::optional<Date>& day) {
+    if (text.empty()) return {};
+    day = ReadIsoDay(text);
+    return day ? std::string() : std::string(option) + ": '" + text + "' is no day; YYYY-MM-DD";
+}
+
 std::string TakeTexts(const Texts& texts, MarketCommand& command) {
     if (!texts.prices.empty()) command.prices = texts.prices;
     if (!texts.hosts.empty()) command.hosts = texts.hosts;
-    if (texts.today.empty()) return {};
-    command.today = ReadIsoDay(texts.today);
-    return command.today ? std::string() : "--today: '" + texts.today + "' is no day; YYYY-MM-DD";
+    const std::string refusal = TakeDay("--today", texts.today, command.today);
+    return refusal.empty() ? TakeDay("--weeks", texts.weeks, command.weeks) : refusal;
 }
 
 constexpr std::string_view kServed =

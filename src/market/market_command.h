@@ -14,6 +14,7 @@ struct MarketCommand {
     int port = 0;                 // 0 is any free one
     unsigned bytesPerSecond = 0;  // 0 is as fast as it goes
     std::optional<Date> today;    // else the clock's
+    std::optional<Date> weeks;    // the day by whose weeks the prices stand; else today
     std::optional<Path> prices;   // else those of the installation
     std::optional<Path> hosts;    // a Hosts.ini to point to the market
     bool withParent = false;      // ends with the program that started it

@@ -25,10 +25,15 @@ std::size_t CountUpTo(const std::vector<MarketDay>& days, sys_days last) {
 
 }  // namespace
 
-MarketData MarketData::Read(const Path& practiceFolder) {
+int MarketTicker::DaysMoved(const Date& today) const {
+    return DaysToMoveTicker(about.ticker, Date{days.back().day}, weeksOf.value_or(today));
+}
+
+MarketData MarketData::Read(const Path& practiceFolder, std::optional<Date> weeksOf) {
     MarketData data;
     for (PracticeTicker& about : ReadPracticeTickers(practiceFolder)) {
         MarketTicker ticker;
+        ticker.weeksOf = weeksOf;
         const std::vector<PracticeDay> rows = ReadPracticeDays(practiceFolder, about.ticker);
         std::transform(rows.begin(), rows.end(), std::back_inserter(ticker.days), DayOf);
         if (ticker.days.empty()) continue;
@@ -46,7 +51,7 @@ const MarketTicker* MarketData::Find(std::string_view ticker) const {
 
 TradedDays::TradedDays(const MarketTicker& ticker, const Date& today)
     : days_(&ticker.days),
-      move_(DaysToMoveTicker(ticker.about.ticker, Date{ticker.days.back().day}, today)),
+      move_(ticker.DaysMoved(today)),
       count_(CountUpTo(ticker.days, sys_days{today} - move_)) {
     const PracticeSplit* split = PracticeSplitOf(ticker.about.ticker);
     if (split == nullptr) return;

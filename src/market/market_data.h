@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,12 +30,18 @@ struct MarketDay {
 struct MarketTicker {
     PracticeTicker about;
     std::vector<MarketDay> days;  // oldest first, at least one
+    // The day by whose weeks the prices stand, whatever today is; today's own where there is none.
+    std::optional<Date> weeksOf = {};
+
+    // By how many days the prices are moved on `today`.
+    int DaysMoved(const Date& today) const;
 };
 
 class MarketData {
   public:
-    // The tickers of a practice folder; one without prices is left out. Without any, Tickers() is empty.
-    static MarketData Read(const Path& practiceFolder);
+    // The tickers of a practice folder; one without prices is left out. Without any, Tickers() is empty. With
+    // `weeksOf` the prices go on from day to day up to it, where they would repeat a week on Thursdays.
+    static MarketData Read(const Path& practiceFolder, std::optional<Date> weeksOf = {});
 
     // Null for a ticker that the market does not know. Case counts.
     const MarketTicker* Find(std::string_view ticker) const;

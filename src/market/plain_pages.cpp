@@ -60,9 +60,8 @@ std::vector<CalendarSplit> SplitsOf(const MarketData& data, const Date& today) {
     for (const PracticeSplit& split : kPracticeSplits) {
         const MarketTicker* ticker = data.Find(split.ticker);
         if (ticker == nullptr) continue;
-        const int move = DaysToMoveTicker(split.ticker, Date{ticker->days.back().day}, today);
-        splits.push_back({ListedDay(AddDays(split.day, move), today), ticker->about.ticker,
-                          ticker->about.name, split.newShares, split.oldShares});
+        splits.push_back({ListedDay(AddDays(split.day, ticker->DaysMoved(today)), today),
+                          ticker->about.ticker, ticker->about.name, split.newShares, split.oldShares});
     }
     for (const ShownSplit& split : kShownSplits) {
         splits.push_back({AddDays(today, split.fromToday), std::string(split.ticker), std::string(split.name),

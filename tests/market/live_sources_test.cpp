@@ -2,6 +2,9 @@
 // 43 tickers gives the year files that the standard source gives, but for what a source cannot give.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <map>
+
 #include "acquire/feeds/history_download.h"
 #include "acquire/feeds/live/company_facts.h"
 #include "acquire/feeds/live/live_history.h"
@@ -31,6 +34,12 @@ std::string HeaderOf(const ServiceRequest& request, std::string_view name) {
     return {};
 }
 
+// The prices by the weeks of Saturday the 21st: they go on from day to day, and NFLX is split on the 18th.
+const MarketData& OneWeek() {
+    static const MarketData data = MarketData::Read(ShippedPrices(), kSaturday);
+    return data;
+}
+
 // An application folder of its own whose web is the practice market.
 class MarketFolder {
     // The live sources.
@@ -49,7 +58,7 @@ class MarketFolder {
     };
 
   public:
-    explicit MarketFolder(sys_days today) {
+    explicit MarketFolder(sys_days today, const MarketData& prices = ShippedData()) : data_(prices) {
         std::filesystem::create_directories(folder / "Data");
         std::filesystem::create_directories(folder / "Quotes/EOD");
         session.settings.QuoteFolder = (folder / "Quotes/EOD").string() + "/";
@@ -81,11 +90,23 @@ class MarketFolder {
     }
 
     DailyUpdate Update(const SourceDefinition* source) {
+        return Update({source, source == nullptr ? nullptr : &SplitsOf(*source), nullptr});
+    }
+
+    // Who is asked for what; without quotes the standard source is.
+    struct Asked {
+        const SourceDefinition* quotes = nullptr;
+        const SourceDefinition* splits = nullptr;
+        const SourceDefinition* fundamentals = nullptr;
+    };
+    DailyUpdate Update(const Asked& asked) {
         QuoteArrays rows;
         AlertedTickers alerted;
         DayStore store;
         WorkingSeries series;
-        LiveSources live{world, source, source == nullptr ? nullptr : &SplitsOf(*source)};
+        const SourceDefinition* const source = asked.quotes;
+        LiveSources live{world, source, asked.splits};
+        live.fundamentals = asked.fundamentals;
         UpdateWork work{session, table, standardWeb, standardHosts, rows, alerted};
         if (source != nullptr) work.live = &live;
         return RunDailyUpdate(work, store, series);
@@ -156,8 +177,10 @@ class MarketFolder {
         const std::string target =
             (fault.empty() ? "" : "/fault=" + fault) + (isSeveral ? "/" + name : "") + path;
         AlertList alerts;
-        return Answer(target, ShippedData(), clock.Today(), alerts, headers);
+        return Answer(target, data_, clock.Today(), alerts, headers);
     }
+
+    const MarketData& data_;
 };
 
 sys_days DayOfDate(int year, unsigned month, unsigned day) {
@@ -204,6 +227,98 @@ TEST(LiveSources, AnAdaptersWeekGivesTheYearFilesOfTheStandardSource) {
             }
             EXPECT_GT(ours.size(), 400u) << ticker;
         }
+    }
+}
+
+namespace {
+
+// Who gives what in a week's run. Nasdaq gives splits, and filings the figures of companies, neither of them
+// prices.
+struct WeekRow {
+    const char* quotes;
+    const char* splits;
+    const char* fundamentals = "";
+};
+constexpr std::array<WeekRow, 7> kWeekRows = {{{"massive", "massive"},
+                                               {"massive", "nasdaq"},
+                                               {"alpaca", "alpaca"},
+                                               {"alpaca", "nasdaq"},
+                                               {"yahoo", "nasdaq"},
+                                               {"tiingo", "nasdaq"},
+                                               {"massive", "massive", "sec"}}};
+
+MarketFolder::Asked AskedOf(const WeekRow& row) {
+    MarketFolder::Asked asked{&MarketFolder::Source(row.quotes), &MarketFolder::Source(row.splits), nullptr};
+    if (*row.fundamentals != '\0') asked.fundamentals = &MarketFolder::Source(row.fundamentals);
+    return asked;
+}
+
+std::map<std::string, std::vector<std::string>> DaysOfAll(const MarketFolder& market) {
+    std::map<std::string, std::vector<std::string>> all;
+    for (const std::string& ticker : market.Tickers()) all[ticker] = market.Days(ticker);
+    return all;
+}
+
+// The standard way of restating goes over the working series, which begins with the second record and loses
+// the last one of a year where the next year's file follows. A live source's restatement loses none.
+std::vector<std::string> WithoutTurnsOfTheYear(const std::vector<std::string>& days) {
+    constexpr std::size_t kYear = 6;  // of "mm/dd/yy ..."
+    std::vector<std::string> kept;
+    for (std::size_t i = 1; i < days.size(); ++i) {
+        const bool isTurn = i + 1 < days.size() && days[i].compare(kYear, 2, days[i + 1], kYear, 2) != 0;
+        if (!isTurn) kept.push_back(days[i]);
+    }
+    return kept;
+}
+
+void ExpectSameDays(const MarketFolder& market,
+                    const std::map<std::string, std::vector<std::string>>& expected) {
+    auto all = DaysOfAll(market);
+    for (auto& [ticker, found] : all) {
+        EXPECT_GT(found.size(), 400u) << ticker;
+        if (ticker == "NFLX") found = WithoutTurnsOfTheYear(found);
+        const std::vector<std::string>& days = expected.at(ticker);
+        ASSERT_EQ(found.size(), days.size()) << ticker;
+        const auto [ours, theirs] = std::mismatch(found.begin(), found.end(), days.begin());
+        if (ours != found.end()) {
+            ADD_FAILURE() << ticker << ": " << *ours << "\nin place of " << *theirs;
+        }
+    }
+}
+
+}  // namespace
+
+// Monday to Sunday, the split on Wednesday: day by day, and by one update after the week was missed.
+TEST(LiveSources, AWeekWithASplitGivesTheYearFilesOfTheStandardSourceFromEachSource) {
+    const sys_days first = DayOfDate(2026, 11, 16);
+    const sys_days last = DayOfDate(2026, 11, 22);
+    MarketFolder standard(first, OneWeek());
+    PopulateDatabase(standard.session, standard.standardWeb, standard.standardHosts, standard.table);
+    for (sys_days day = first; day <= last; day += days{1}) {
+        standard.SetDay(day);
+        standard.Update(nullptr);
+    }
+    const auto expected = DaysOfAll(standard);
+    ASSERT_EQ(expected.size(), 43u);
+    for (const WeekRow& row : kWeekRows) {
+        SCOPED_TRACE(std::string(row.quotes) + ", splits by " + row.splits);
+        MarketFolder daily(first, OneWeek());
+        MarketFolder late(first, OneWeek());
+        for (MarketFolder* folder : {&daily, &late}) {
+            const LiveReport populated =
+                PopulateFromSource(folder->world, MarketFolder::Source(row.quotes), folder->Tickers());
+            EXPECT_EQ(populated.Answered(), 43u) << ReportSummary(populated);
+        }
+        std::size_t splits = 0;
+        for (sys_days day = first; day <= last; day += days{1}) {
+            daily.SetDay(day);
+            splits += daily.Update(AskedOf(row)).liveSplits.size();
+        }
+        EXPECT_EQ(splits, 1u);
+        ExpectSameDays(daily, expected);
+        late.SetDay(last);
+        EXPECT_EQ(late.Update(AskedOf(row)).liveSplits.size(), 1u);
+        ExpectSameDays(late, expected);
     }
 }
 

@@ -27,6 +27,26 @@ TEST(MarketData, LeavesTickersWithoutPricesOut) {
     EXPECT_TRUE(MarketData::Read(folder.Get() / "none").Tickers().empty());
 }
 
+TEST(MarketData, ByTheWeeksOfADayThePricesGoOnUpToIt) {
+    const MarketData data = MarketData::Read(ShippedPrices(), kSaturday);
+    for (const auto& [name, ticker] : data.Tickers()) {
+        const TradedDays last(ticker, kSaturday);
+        for (int back = 1; back <= 14; ++back) {
+            const Date day = AddDays(kSaturday, -back);
+            const TradedDays earlier(ticker, day);
+            ASSERT_LE(earlier.Count(), last.Count()) << name;
+            ASSERT_GT(earlier.Count(), 0u) << name;
+            const std::size_t newest = earlier.Count() - 1;
+            EXPECT_EQ(earlier.DateOf(newest), last.DateOf(newest)) << name;
+            EXPECT_LE(earlier.DateOf(newest), day) << name;
+        }
+    }
+    // Before its day a split is in no price.
+    const MarketTicker& split = *data.Find("NFLX");
+    EXPECT_EQ(TradedDays(split, Day(2026, 11, 17)).SplitFactorAt(0), 1);
+    EXPECT_EQ(TradedDays(split, Day(2026, 11, 18)).SplitFactorAt(0), 1.0 / 7);
+}
+
 TEST(TradedDays, EndOnTheDayItself) {
     // A's last days before its move are 2018-02-02 (a Friday) and 02-05 to 02-07.
     const MarketTicker& ticker = *ShippedData().Find("A");
