@@ -166,6 +166,12 @@ bool HasShape(const CapabilityForm& form, const json& document) {
     return std::find(form.shapeTexts.begin(), form.shapeTexts.end(), text) != form.shapeTexts.end();
 }
 
+// No table and no history of the program holds more days.
+void KeepNewest(std::vector<SourceBar>& bars) {
+    if (bars.size() > kMostRows)
+        bars.erase(bars.begin(), bars.end() - static_cast<std::ptrdiff_t>(kMostRows));
+}
+
 }  // namespace
 
 void ChangeFormat(SourceReply& reply, std::string_view reason) {
@@ -219,6 +225,9 @@ void FinishBars(SourceBars& ticker, bool lastStands) {
     if (ticker.withoutPrice * kOneIn > bars.size() + ticker.withoutPrice) {
         ticker.Refuse("more than one row in ten has no price");
     }
+    const auto isNotAfter = [](const SourceBar& a, const SourceBar& b) { return b.day <= a.day; };
+    // Most come in order.
+    if (std::adjacent_find(bars.begin(), bars.end(), isNotAfter) == bars.end()) return KeepNewest(bars);
     std::stable_sort(bars.begin(), bars.end(),
                      [](const SourceBar& a, const SourceBar& b) { return a.day < b.day; });
     std::vector<SourceBar> days;
@@ -233,8 +242,7 @@ void FinishBars(SourceBars& ticker, bool lastStands) {
             days.push_back(bar);
         }
     }
-    if (days.size() > kMostRows)
-        days.erase(days.begin(), days.end() - static_cast<std::ptrdiff_t>(kMostRows));
+    KeepNewest(days);
     bars = std::move(days);
 }
 
