@@ -11,7 +11,7 @@ cd "${1:-$(dirname "${BASH_SOURCE[0]}")/../src}"
 
 # Ground first; a room that is not named here has no floor to stand on.
 floors='base|shell/settings|shell|acquire/web store|indicators alerts acquire/schedule acquire/version practice'
-floors+='|selector splits|chart acquire/feeds acquire/feeds/live research study|check daily screens|shell/frame|desktop batch market'
+floors+='|selector splits|chart acquire/feeds acquire/feeds/live acquire/feeds/archives research study|check daily screens|shell/frame|desktop batch market'
 
 {
   find . -type f \( -name '*.h' -o -name '*.cpp' \) -printf 'file %P\n'

@@ -16,6 +16,8 @@ packages=(
   libcli11-dev libfmt-dev nlohmann-json3-dev
   # the web: downloads, whose certificates and signatures are checked, and the text of pages; the practice market
   ca-certificates libcpp-httplib-dev libcurl4-openssl-dev libgumbo-dev libssl-dev
+  # downloaded archives
+  libarchive-dev
   # windows, on X11 and Wayland, with their fonts, and the engine of the browser window
   fonts-dejavu-core qt6-base-dev qt6-svg-dev qt6-wayland qt6-webengine-dev
 )

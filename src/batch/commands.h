@@ -274,6 +274,33 @@ exit status is 130.
     .run = RunPopulate,
 };
 
+inline constexpr std::string_view kReplaceNewerOption = "--replace";
+inline constexpr std::array<CommandOption, 2> kImportHistoryOptions = {{
+    {"--years", "N", "the newest 2, 5, 10 or 20 years alone; all without it", RefuseYears},
+    {kReplaceNewerOption, "", "replace histories too whose days are newer than those that come"},
+}};
+ExitStatus RunImportHistory(BatchCall& call);
+inline constexpr Command kImportHistoryCommand = {
+    .name = "import-history",
+    .usage = "FROM [FILE]",
+    .operand = "FROM FILE",
+    .fewestOperands = 1,
+    .mostOperands = 2,
+    .options = kImportHistoryOptions,
+    .summary = "Imports histories from a downloaded archive or folder into the database",
+    .help =
+        R"(FROM is a zip archive, a folder or one text file, with a file a ticker: aapl.us.txt, whose first line
+names its columns (<TICKER>,<PER>,<DATE>,... or Date,Open,High,Low,Close,Volume). The tickers are those of
+FILE, all without it. A history that comes takes the place of the stored one; its prices are adjusted for
+splits and dividends, so that a live source whose prices are not adds no days to it. A file that cannot be
+right is told with its line and costs its ticker alone. Ctrl-C stops at the next file: what came until then
+is stored. One change, which undo takes back.
+)",
+    .settings = kChangeSettings,
+    .writes = AlwaysWrites,
+    .run = RunImportHistory,
+};
+
 ExitStatus RunSplit(BatchCall& call);
 inline constexpr Command kSplitCommand = {
     .name = "split",
@@ -292,6 +319,7 @@ the prices that fits; without one nothing changes, so that a second call does no
 };
 
 inline constexpr std::array<CommandOption, 1> kSplitCalendarOptions = {{kSourceOption}};
+
 ExitStatus RunSplitCalendar(BatchCall& call);
 inline constexpr Command kSplitCalendarCommand = {
     .name = "split-calendar",

@@ -53,7 +53,8 @@ inline constexpr Command kUndoCommand = {
     .summary = "Brings the files of the newest change, or of the change ID, back",
     .help =
         R"(Changes that can be undone: populate, split, split-calendar, delete --history, import,
-remove-last-update, restore, combine over a file, fundamentals over a file, practice --replace.
+import-history, remove-last-update, restore, combine over a file, fundamentals over a file,
+practice --replace.
 The undoing is a change itself: a second undo brings the first change back. The newest changes are
 kept in Back Up/Undo, as many as VTROWNset.ini says (20 changes, 2 GB).
 )",

@@ -14,7 +14,7 @@ struct WindowHelp {
     std::string_view window;
     std::string_view page;
 };
-inline constexpr std::array<WindowHelp, 29> kWindowHelp = {{
+inline constexpr std::array<WindowHelp, 30> kWindowHelp = {{
     {"frmQuoteGrid", "tables.html"},
     {"frmDeleteQuoteDataBase", "tables.html"},
     {"frmDeleteFile", "files.html"},
@@ -33,6 +33,7 @@ inline constexpr std::array<WindowHelp, 29> kWindowHelp = {{
     {"frmApplicationSettings", "settings.html"},
     {"frmSetupWizard", "settings.html"},
     {"frmSources", "sources.html"},
+    {"frmImportHistory", "sources.html"},
     {"frmNewList", "start.html"},
     {"frmBrowser", "start.html"},
     {"frmVersionUpdate", "settings.html"},

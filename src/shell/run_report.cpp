@@ -15,6 +15,8 @@ namespace {
 // More names than these make no line that anybody reads.
 constexpr std::size_t kMostNames = 8;
 constexpr std::size_t kMostLines = 3;
+// No more failures are told in a line; the list has them all.
+constexpr std::size_t kMostSentences = 6;
 constexpr std::string_view kNothingChanged = "nothing was changed";
 
 struct FateName {
@@ -39,6 +41,7 @@ std::string CountedTickers(std::size_t count) {
 }
 
 void AppendWith(std::string_view separator, std::string_view text, std::string& line) {
+    if (text.empty()) return;
     if (!line.empty()) line += separator;
     line += text;
 }
@@ -128,7 +131,10 @@ std::string RunReport::CountsLine() const {
 
 std::string RunReport::NothingLine() const {
     std::string line;
-    for (const Group& failure : failures_) AppendWith("; ", failure.sentence, line);
+    for (std::size_t i = 0; i < std::min(failures_.size(), kMostSentences); ++i) {
+        AppendWith("; ", failures_[i].sentence, line);
+    }
+    AppendWith("; ", MoreFailures(), line);
     return line.append("; ").append(kNothingChanged);
 }
 
@@ -139,7 +145,8 @@ std::string RunReport::Line() const {
 std::vector<std::string> RunReport::Lines() const {
     std::vector<std::string> lines = {Line()};
     if (Extent() == RunExtent::Nothing) return lines;
-    for (const Group& failure : failures_) {
+    for (std::size_t i = 0; i < std::min(failures_.size(), kMostSentences); ++i) {
+        const Group& failure = failures_[i];
         std::string line = failure.sentence;
         if (!failure.tickers.empty()) {
             line +=
@@ -151,7 +158,13 @@ std::vector<std::string> RunReport::Lines() const {
             AppendWith("; ", line, lines.back());
         }
     }
+    AppendWith("; ", MoreFailures(), lines.back());
     return lines;
+}
+
+std::string RunReport::MoreFailures() const {
+    if (failures_.size() <= kMostSentences) return {};
+    return fmt::format("and {} more", Counted(failures_.size() - kMostSentences, "failure", "failures"));
 }
 
 std::error_code KeepLastRun(const Path& dataFolder, const RunReport& report, const Clock& clock) {

@@ -58,7 +58,7 @@ class RunReport {
 
     // "41 of 43 quotes, 2 tickers unknown: ZZZ, QQQ"; where nothing came, why, and "nothing was changed".
     std::string Line() const;
-    // The line and, of a run done in part, up to two more with each kind of failure.
+    // The line and, of a run done in part, up to two more with the first few kinds of failure.
     std::vector<std::string> Lines() const;
 
   private:
@@ -73,6 +73,7 @@ class RunReport {
     Group& GroupOf(std::string sentence);
     std::string CountsLine() const;
     std::string NothingLine() const;
+    std::string MoreFailures() const;
 
     std::string what_;
     std::string things_;

@@ -9,6 +9,7 @@ inline constexpr std::string_view kStatusOpening = "Opening";
 inline constexpr std::string_view kStatusSaving = "Saving";
 inline constexpr std::string_view kStatusComplete = "Complete";
 inline constexpr std::string_view kStatusImporting = "Importing EODQ";
+inline constexpr std::string_view kStatusImportingHistory = "Importing History";
 inline constexpr std::string_view kStatusUpdating = "Updating";
 inline constexpr std::string_view kStatusSelecting = "Selecting";
 inline constexpr std::string_view kStatusPopulating = "Populating";

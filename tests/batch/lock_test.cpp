@@ -37,6 +37,7 @@ TEST_F(LockTest, EveryWritingCommandIsRefusedWhileTheWindowIsOpenAndToldByWhom) 
                                                          {"update", "Mine.ddq"},
                                                          {"fundamentals", "Mine.ddq"},
                                                          {"import", "Mine.ddq"},
+                                                         {"import-history", "archive.zip"},
                                                          {"export", "Mine.ddq"},
                                                          {"split", "KO", "2/1"},
                                                          {"split-calendar"},

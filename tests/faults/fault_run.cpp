@@ -16,6 +16,12 @@ namespace brantlow {
 
 namespace {
 
+// An argument with the application folder in the place of "{app}".
+std::string InFolder(const std::string& argument, const Path& app) {
+    constexpr std::string_view kFolder = "{app}";
+    return argument.starts_with(kFolder) ? app.string() + argument.substr(kFolder.size()) : argument;
+}
+
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
     for (std::string& text : texts) pointers.push_back(text.data());
@@ -67,7 +73,7 @@ RunningCall::RunningCall(const Path& app, const std::vector<std::string>& argume
     const FaultPrograms programs = ProgramsUnderTest();
     std::vector<std::string> command = {
         programs.batchTool.string(), "--app", app.string(), "--today", "2026-11-21", "--time", "18:00"};
-    command.insert(command.end(), arguments.begin(), arguments.end());
+    for (const std::string& argument : arguments) command.push_back(InFolder(argument, app));
     std::vector<std::string> environment = PlainEnvironment();
     environment.push_back("LD_PRELOAD=" + programs.shim.string());
     environment.push_back("FAULT_FOLDER=" + app.string());

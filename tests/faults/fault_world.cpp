@@ -8,6 +8,7 @@
 #include "fault_run.h"
 #include "market/market_hosts.h"
 #include "support/source_folder.h"
+#include "support/zip_file.h"
 
 namespace brantlow {
 
@@ -66,6 +67,9 @@ constexpr std::string_view kImportText =
     "ADBE,341.5,11/21/26,343,340,2000\r\n"
     "NFLX,999.5,11/20/26,999.5,999,3000\r\n";
 
+const std::string kArchiveHead =
+    "<TICKER>,<PER>,<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,<VOL>,<OPENINT>\r\n";
+
 // The day that the market has and the database not yet.
 void TakeLastDay(const Path& file) {
     std::string bytes = BytesOrEmpty(file);
@@ -110,6 +114,10 @@ void FaultWorld::Fill(const Path& app) const {
     Write(app / "Quotes" / "EOD" / "GAP.26", std::string(kGapDay) + "\r\n" + std::string(kGapDay));
     Write(app / "Back Up" / "Data" / "Mine.ddq", RowsOf(table, std::span(kTickers).first(2)));
     Write(app / "Back Up" / "Quotes" / "ADBE.26", BytesOrEmpty(app / "Quotes" / "EOD" / "A.26"));
+    WriteZip((app / "us.zip").string(),
+             {{"us/a.us.txt", kArchiveHead + "A.US,D,20261120,000000,40,43,39,41,1000,0\r\n"},
+              {"us/ko.us.txt", kArchiveHead + "KO.US,D,20251230,000000,60,63,59,61,1000,0\r\n"
+                                              "KO.US,D,20261120,000000,60,63,59,62,1000,0\r\n"}});
     Write(data / "Evaluations.dbe", "Ticker Symbol\tCondition 1\r\nOLD\tBuy\r\n");
     Write(data / "ExtendedFundamentals.efq", "Symbol\r\nOLD\r\n");
 }
@@ -144,6 +152,7 @@ const std::vector<FaultCase>& FaultCases() {
         {"restore_program", {"restore", "program"}},
         {"restore_database", {"restore", "database"}},
         {"check_repair", {"check", "--repair"}},
+        {"import_history", {"import-history", "{app}/us.zip"}},
         {"undo", {"undo"}, {"split", "NFLX", "7/1"}, false, 2},
         {"practice", {"practice", "--replace"}},
         // A restated history would be a whole step of its own.

@@ -37,6 +37,7 @@ class FaultWorld {
 // One command to disturb.
 struct FaultCase {
     std::string name;
+    // "{app}" stands for the application folder.
     std::vector<std::string> arguments;
     // What is run before it, undisturbed; may be empty.
     std::vector<std::string> first = {};

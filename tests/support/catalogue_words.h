@@ -25,6 +25,7 @@ inline constexpr MenuWords kMenuWords[] = {
     {"mnuFile", "mnuFileSaveAs", "Save &As..."},
     {"mnuFile", "mnuFilePopulate", "Populate Database"},
     {"mnuFile", "mnuFileImportQuotes", "Import File"},
+    {"mnuFile", "mnuFileImportHistory", "Import &History..."},
     {"mnuFile", "mnuFileExportQuotes", "&Export File"},
     {"mnuFile", "mnuFileExportCsv", "Export as CS&V..."},
     {"mnuFile", "mnuFileUpdateQuotes", "Update Quotes"},

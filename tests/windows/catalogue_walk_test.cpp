@@ -71,6 +71,7 @@ const std::vector<Walk>& Walks() {
         {"mnuFilePopulate", L({"dialog Create and Populate Database"})},
         {"mnuFileImportQuotes",
          L({"-Data/In.Txt", "+Data/Last Run.txt", "~Quotes/EOD/QuoteList.ddq", "~Quotes/EOD/T1.26"})},
+        {"mnuFileImportHistory", L({"dialog Import History"})},
         {"mnuFileExportQuotes", L({"+Data/Out.Txt"})},
         {"mnuFileExportCsv", L({"dialog Export as CSV", "+Data/Rows.csv"}), L({"Rows.csv"})},
         {"mnuFileUpdateQuotes",

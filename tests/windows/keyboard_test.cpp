@@ -13,6 +13,7 @@
 #include <QTextEdit>
 #include <map>
 
+#include "acquire/feeds/windows/frmImportHistory.h"
 #include "acquire/feeds/windows/frmNewList.h"
 #include "acquire/feeds/windows/frmPopulate.h"
 #include "acquire/feeds/windows/frmSources.h"
@@ -83,6 +84,8 @@ const std::vector<WindowRow>& Windows() {
         {"frmEnable", "", [](Ground& on) { return new frmEnable(on.session.run, on.Frame()); }},
         {"frmLowMemory", "Continue", [](Ground& on) { return new frmLowMemory(on.session.run, on.Frame()); }},
         {"frmPopulate", "Populate", [](Ground& on) { return new frmPopulate(on.session, on.Frame()); }},
+        {"frmImportHistory", "Import",
+         [](Ground& on) { return new frmImportHistory(on.session, {"T1"}, on.Frame()); }},
         {"frmSources", "", [](Ground& on) { return new frmSources(on.session, on.web, on.Frame()); }},
         {"frmFiredAlarms", "", [](Ground& on) { return new frmFiredAlarms(on.session, on.Frame()); }},
         {"frmAlarmMail", "OK", [](Ground& on) { return new frmAlarmMail(on.session, on.Frame()); }},

@@ -27,6 +27,7 @@ inline constexpr std::array kRunSettings = {
     RunSettings{"FundamentalData", kDownloadSettings},
     RunSettings{"CmdAdd", kDownloadSettings},
     RunSettings{"mnuFileImportQuotes", kExchangeSettings},
+    RunSettings{"mnuFileImportHistory", kChangeSettings},
     RunSettings{"mnuFileExportQuotes", kExchangeSettings},
     RunSettings{"mnuEditSplitAdjustment", kChangeSettings},
     RunSettings{"mnuPopUpSplitAdjustmentMakeAdjustment", kChangeSettings},

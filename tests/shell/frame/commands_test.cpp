@@ -70,6 +70,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuEvaluateStudy", true, false, false, false, false, false, false},
         {"mnuExtendedFundamentals", true, false, false, false, false, false, false},
         {"mnuFileImportQuotes", true, false, false, false, false, true, false},
+        {"mnuFileImportHistory", true, true, true, true, true, true, false},
         {"mnuFileExportQuotes", true, false, true, true, false, true, false},
         {"mnuFileUpdateQuotes", true, true, false, false, false, false, false},
         {"mnuFileNewEODQuoteFile", true, true, true, true, true, true, false},

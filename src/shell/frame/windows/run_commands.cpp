@@ -4,7 +4,9 @@
 #include <QStatusBar>
 #include <memory>
 
+#include "acquire/feeds/archives/history_import.h"
 #include "acquire/feeds/history_download.h"
+#include "acquire/feeds/windows/frmImportHistory.h"
 #include "acquire/feeds/windows/frmPopulate.h"
 #include "base/windows/display_text.h"
 #include "selector/selector_run.h"
@@ -37,6 +39,7 @@ QString ResultSentence(const std::string& ticker, std::size_t days) {
 CommandRows RunCommands::Rows() {
     static constexpr SubjectRow<RunCommands> kRows[] = {
         {"mnuFilePopulate", &RunCommands::PopulateTickers},
+        {"mnuFileImportHistory", &RunCommands::AskImport},
         {"mnuEvaluatePickStocks", &RunCommands::StockSelector},
         {"mnuEditSplitAdjustment", &RunCommands::AdjustSplit},
         {"mnuPopUpSplitAdjustmentMakeAdjustment", &RunCommands::AdjustSplit},
@@ -109,6 +112,30 @@ bool RunCommands::Populate() {
     frame_.tell(run.report);
     if (stays && run.error) frame_.person.Say(ChangeSentence("Populate", run.error));
     return stays && !run.stopped;
+}
+
+void RunCommands::AskImport() {
+    std::vector<std::string> tickers;
+    if (const frmQuoteGrid* const form = frame_.table.form()) tickers = TickersOf(form->Table());
+    auto* dialog = new frmImportHistory(frame_.session, std::move(tickers), &frame_.window);
+    QObject::connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
+    QObject::connect(
+        dialog, &frmImportHistory::ImportAsked, &frame_.window,
+        [this](const HistoryImportChoice& choice, const ImportOutlook& outlook) { Import(choice, outlook); });
+    dialog->open();
+}
+
+void RunCommands::Import(const HistoryImportChoice& choice, const ImportOutlook& outlook) {
+    const bool goesOn =
+        outlook.stored <= 1 || frame_.person.AskBeforeLoss(ReplaceQuestion(outlook.stored, outlook.histories),
+                                                           kReplaceTitle, "Import");
+    if (!goesOn) return;
+    frame_.runs.BeginWithoutTable();
+    const HistoryImport import = ImportHistories(frame_.session, choice);
+    const bool stays = frame_.runs.End();
+    frame_.person.HideProgress();
+    frame_.tell(import.report);
+    if (stays && import.fault) frame_.person.Say(import.report.Line());
 }
 
 // The tickers are those of the report, whatever table is open: no row of it is in work.

@@ -12,6 +12,8 @@
 
 namespace brantlow {
 
+struct HistoryImportChoice;
+struct ImportOutlook;
 struct SelectorOutcome;
 
 class RunCommands final {
@@ -26,6 +28,8 @@ class RunCommands final {
   private:
     void StockSelector();
     void PopulateTickers();
+    void AskImport();
+    void Import(const HistoryImportChoice& choice, const ImportOutlook& outlook);
     void AdjustSplit();
     void AskInterval();
     // History after `lastDay` counts as not there.
