@@ -34,6 +34,14 @@ std::string FilterOf(OpeningRoad road) {
     return {};
 }
 
+}  // namespace
+
+FileQuestion OpeningQuestion(const Session& session, OpeningRoad road) {
+    return {"Open", session.DataFolder(), "", FilterOf(road), false};
+}
+
+namespace {
+
 bool TakesPickedFile(const Session& session, OpeningRoad road) {
     return road == OpeningRoad::EndOfDay && session.OpenWithoutDialog && !session.PickedFile.empty();
 }
@@ -58,7 +66,7 @@ std::string PickedName(Session& session) {
 std::string NameToOpen(Session& session, OpeningRoad road, const TableWindows& windows) {
     if (road == OpeningRoad::NewTable) return std::string(kNewTableName);
     if (TakesPickedFile(session, road)) return PickedName(session);
-    return AskCurrentFile(session, {"Open", session.DataFolder(), "", FilterOf(road), false}, windows);
+    return AskCurrentFile(session, OpeningQuestion(session, road), windows);
 }
 
 void ForgetTable(Session& session, const TableWindows& windows) {

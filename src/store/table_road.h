@@ -67,6 +67,9 @@ void SaveRecentFiles(Session& session);
 // Each once, and only those that are there; a new table that was not saved is none.
 std::vector<std::string> TablesToGoOnWith(const Session& session, std::string_view lastClosed);
 
+// What the person is asked on this road.
+FileQuestion OpeningQuestion(const Session& session, OpeningRoad road);
+
 // A new application folder names its practice table as the newest file before anybody has made it.
 bool NamesUnmadeTable(const Session& session);
 

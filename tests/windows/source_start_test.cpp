@@ -249,6 +249,46 @@ class SourceStartTest : public QObject {
                  qPrintable(scene.frame->GraphForm()->windowTitle()));
     }
 
+    void aFileFromElsewhereIsCopiedAndLeadsToAChart() {
+        Scene scene;
+        scene.WriteTable();
+        const Path elsewhere = scene.folder / "Mine.ddq";
+        std::filesystem::rename(scene.session.DataFile("Mine.ddq"), elsewhere);
+        QVERIFY(!WriteWholeFile(scene.session.AppPath / "Quotes" / "EOD" / "CL.26",
+                                "CL,11/20/2026,4:00pm,150,149,151,100\r\n"));
+        QStringList asked;
+        {
+            DialogHand hand([&](QDialog& dialog) {
+                if (qobject_cast<QFileDialog*>(&dialog)) return EnterFile(dialog, elsewhere);
+                asked << qobject_cast<QMessageBox*>(&dialog)->text();
+                for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>()) {
+                    if (button->text().contains(QStringLiteral("Copy"))) button->click();
+                }
+            });
+            Part<QPushButton>(scene.frame.get(), "cmdWelcomeOpen")->click();
+            Wait();
+        }
+        QCOMPARE(asked, QStringList(QStringLiteral("Copy Mine.ddq into the data folder and open it?")));
+        QVERIFY(IsRegularFile(scene.session.DataFile("Mine.ddq")));
+        QVERIFY(scene.frame->GraphForm());
+    }
+
+    void anotherKindOfFileIsToldAndNothingIsOpened() {
+        Scene scene;
+        scene.Write("List.txt", "KO\r\n");
+        QStringList said;
+        DialogHand hand([&](QDialog& dialog) {
+            if (qobject_cast<QFileDialog*>(&dialog))
+                return EnterFile(dialog, scene.session.DataFile("List.txt"));
+            said << qobject_cast<QMessageBox*>(&dialog)->text();
+            dialog.accept();
+        });
+        Part<QPushButton>(scene.frame.get(), "cmdWelcomeOpen")->click();
+        Wait();
+        QCOMPARE(said, QStringList(QStringLiteral("List.txt: only a quote file (.ddq) can be opened here")));
+        QVERIFY(!scene.frame->QuoteForm());
+    }
+
     void aFileWithoutAHistoryOffersToFetchItAndLeadsToAChart() {
         Scene scene;
         scene.WriteTable();

@@ -167,7 +167,8 @@ void AlertsFrame(SettingsBinder& binder, QBoxLayout* in) {
     row->addWidget(address, 1);
     frame->addLayout(row);
     frame->addWidget(WindowButton(kMailButton, QStringLiteral("Mail by Your Own Server..."),
-                                  QStringLiteral("Have fired alarms mailed by a server of yours")));
+                                  QStringLiteral("Have fired alarms mailed by a server of yours")),
+                     0, Qt::AlignLeft);
 }
 
 void DataPage(SettingsBinder& binder, QBoxLayout* page) {

@@ -80,7 +80,7 @@ void DropCommands::OpenQuoteFile(const Path& file) {
     const bool replaces = std::filesystem::exists(target, error);
     const std::string question = replaces ? name +
                                                 " stands in the data folder already. Replace it by the file "
-                                                "that was dropped?"
+                                                "from elsewhere?"
                                           : "Copy " + name + " into the data folder and open it?";
     if (!frame_.person.AskBeforeLoss(question, "Open", replaces ? "Replace" : "Copy")) return;
     std::string bytes;

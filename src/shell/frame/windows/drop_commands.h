@@ -18,10 +18,13 @@ class DropCommands final : public QObject {
 
     bool eventFilter(QObject* object, QEvent* event) override;
 
+    // Opens a quote file, which is copied into the data folder first where it lies elsewhere; the person is
+    // asked before.
+    void OpenQuoteFile(const Path& file);
+
   private:
     bool Takes(const QMimeData& data) const;
     void TakeFile(const Path& file);
-    void OpenQuoteFile(const Path& file);
     // `from` is what the person dropped, in words.
     void AddTickers(const std::string& text, const std::string& from);
 

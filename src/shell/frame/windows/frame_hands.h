@@ -106,6 +106,8 @@ struct FrameHands {
     std::function<void()> showTitle = {};
     // Opens a file of the data folder without a dialog, by the road of the recent files.
     std::function<void(const std::string& name)> openNamed = {};
+    // Opens a quote file of any folder; one from elsewhere is copied into the data folder first.
+    std::function<void(const Path& file)> openQuoteFile = {};
     // Whether an entry of the menu that is a choice is on.
     std::function<bool(std::string_view command)> isChosen = {};
     // Shows how many rows the open table has, and what a column adds up to, in the status bar.

@@ -35,6 +35,7 @@ FrameSubjects::FrameSubjects(const Start& start)
         chart.CloseForm();
     };
     hands.openNamed = [this](const std::string& name) { file.OpenNamed(name); };
+    hands.openQuoteFile = [this](const Path& path) { drops.OpenQuoteFile(path); };
     hands.fillTable = [this] { return longRuns.Populate() && updates.Update(); };
     hands.run = [this](std::string_view command) { Run(command); };
     hands.pictureOperations = [this](QWidget& chartForm, QWidget& client, std::function<std::string()> svg) {

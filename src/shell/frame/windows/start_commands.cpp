@@ -105,7 +105,11 @@ void StartCommands::Fill() {
 }
 
 void StartCommands::OpenFirst() {
-    frame_.run("mnuFileOpenQuotesDB");
+    const Path file = frame_.askFile(OpeningQuestion(frame_.session, OpeningRoad::EndOfDay));
+    if (file.empty()) return;
+    if (KindOf(file.filename().string()) != FileKind::Ddq)
+        return frame_.person.Say(file.filename().string() + ": only a quote file (.ddq) can be opened here");
+    frame_.openQuoteFile(file);
     const bool isOpen = frame_.table.form() && KindOf(frame_.session.CurrentFile) == FileKind::Ddq;
     if (isOpen && !ShowChartOfFirst()) OfferHistories();
 }
