@@ -374,6 +374,26 @@ class AlarmMailWindowTest : public QObject {
         QVERIFY(!list->findChild<QLabel*>(QStringLiteral("lblMail"))->isVisible());
     }
 
+    void aTryThatIsRefusedIsToldAndTheLastOne() {
+        MailServer server({.replies = {{"RCPT", "550 5.1.1 no such user"}}, .greyConnections = 1});
+        Scene scene;
+        scene.Trust(server);
+        scene.SetMail(server.port);
+        scene.SetTime(18 * 3600);
+        scene.StartMine();
+        scene.Update();
+        QCOMPARE(scene.Count()->text(), QStringLiteral("2 unread alarms, mail waits"));
+        scene.SetTime(18 * 3600 + 60);
+        QTRY_COMPARE_WITH_TIMEOUT(scene.Count()->text(), QStringLiteral("2 unread alarms, mail failed"),
+                                  kPatienceMs);
+        QCOMPARE(
+            scene.frame->statusBar()->currentMessage(),
+            QStringLiteral("The mail was refused by 127.0.0.1:%1: 550 5.1.1 no such user").arg(server.port));
+        QVERIFY(!scene.Find<QTimer>("tmrAlarmMail")->isActive());
+        QCOMPARE(Tries(server), 2);
+        QVERIFY(scene.Read("Fired Alarms.txt").find("to be mailed") != std::string::npos);
+    }
+
     void alarmsThatWereReadMeanwhileAreNotMailedAnyMore() {
         MailServer server({.greyConnections = 1});
         Scene scene;
