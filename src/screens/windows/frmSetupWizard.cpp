@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
@@ -16,8 +17,10 @@ namespace brantlow {
 
 namespace {
 
-// Room for the largest form, so that the window keeps its size from step to step.
+// Room for the largest form, so that the window keeps its size from step to step; with letters of this
+// height.
 constexpr QSize kWindowSize(640, 480);
+constexpr double kUsualLetters = 14;
 // What a window manager puts around the window.
 constexpr QSize kRoomForFrame(16, 48);
 constexpr int kMargin = 14;
@@ -46,7 +49,8 @@ frmSetupWizard::frmSetupWizard(Session& session, const Hosts& hosts, QWidget* pa
     place_->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->addLayout(place_, 1);
     layout->addWidget(BuildButtons());
-    resize(kWindowSize.boundedTo(screen()->availableSize() - kRoomForFrame));
+    const double larger = std::max(1.0, fontMetrics().height() / kUsualLetters);
+    resize((kWindowSize * larger).boundedTo(screen()->availableSize() - kRoomForFrame));
     driver_.Start();
     ShowStep();
 }

@@ -5,11 +5,13 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/windows/display_text.h"
 #include "selector/value_slots.h"
@@ -22,6 +24,8 @@ constexpr int kColumnsPerCell = 2;
 constexpr int kLettersInBox = 8;
 constexpr int kMeaningLines = 3;
 constexpr int kGapBetweenGroups = 10;
+// Of the screen's width.
+constexpr double kLargestShare = 0.72;
 constexpr const char* kSlotProperty = "slot";
 
 const QString& Introduction() {
@@ -48,14 +52,16 @@ SlotGrid::SlotGrid(Slots& slotsOfPanel) : slots_(slotsOfPanel), meaning_(new QLa
     auto* area = new QScrollArea;
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     QWidget* rows = BuildRows();
     area->setWidget(rows);
     // All of the tab's own colour.
     area->viewport()->setAutoFillBackground(false);
     rows->setAutoFillBackground(false);
-    area->setMinimumWidth(rows->minimumSizeHint().width() + 2 * area->frameWidth() +
-                          style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    // All of a row is seen, but where large letters on a small screen leave no room for the names beside it.
+    const int whole = rows->minimumSizeHint().width() + 2 * area->frameWidth() +
+                      style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    area->setMinimumWidth(
+        std::min(whole, static_cast<int>(screen()->availableSize().width() * kLargestShare)));
     layout->addWidget(area);
     meaning_->setObjectName(QStringLiteral("Meaning"));
     meaning_->setWordWrap(true);

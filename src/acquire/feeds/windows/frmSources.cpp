@@ -32,6 +32,8 @@ namespace {
 constexpr QSize kWindowSize(900, 760);
 constexpr QSize kRoomForFrame(16, 48);
 constexpr int kListRows = 10;
+constexpr int kFewestListRows = 4;
+constexpr int kChoiceLetters = 14;
 constexpr int kTickerWidth = 110;
 constexpr int kNameRole = Qt::UserRole;
 constexpr int kRefusalRole = Qt::UserRole + 1;
@@ -206,6 +208,9 @@ QWidget* frmSources::BuildChoices() {
     for (std::size_t i = 0; i < kSourceLines; ++i) {
         auto* list = new QComboBox;
         GuardWheel(*list);
+        // Long names of sources do not make the window wider than a screen.
+        list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        list->setMinimumContentsLength(kChoiceLetters);
         list->setObjectName(QString::fromLatin1(kChoiceRows[i].control));
         list->setToolTip(QString::fromLatin1(kChoiceRows[i].toolTip));
         auto* words = new QLabel(QString::fromLatin1(kChoiceRows[i].label));
@@ -267,8 +272,10 @@ void frmSources::FillList() {
         }
     }
     for (int column = kTitle; column < kState; ++column) list_->resizeColumnToContents(column);
-    list_->setFixedHeight(list_->header()->sizeHint().height() + 2 * list_->frameWidth() +
-                          kListRows * list_->sizeHintForRow(0));
+    // Large letters on a small screen leave room for fewer rows, which scroll.
+    const int around = list_->header()->sizeHint().height() + 2 * list_->frameWidth();
+    list_->setMinimumHeight(around + kFewestListRows * list_->sizeHintForRow(0));
+    list_->setMaximumHeight(around + kListRows * list_->sizeHintForRow(0));
     SelectSource(selected);
 }
 

@@ -103,7 +103,11 @@ frmSchedule::frmSchedule(Session& session, ScheduleSystem system, StartedProgram
     layout->setSpacing(kMargin * 2 / 3);
     QLabel* explanation = WrappedLabel(QStringLiteral("Label1"));
     explanation->setText(Name(kExplanation));
-    explanation->setFixedWidth(kTextWidth);
+    // It takes all the width that there is: of a narrower text the window would count too few lines.
+    explanation->setMinimumWidth(kTextWidth);
+    QSizePolicy policy = explanation->sizePolicy();
+    policy.setHorizontalPolicy(QSizePolicy::Ignored);
+    explanation->setSizePolicy(policy);
     layout->addWidget(explanation);
     layout->addWidget(DaysBox());
     layout->addLayout(TimeRow());

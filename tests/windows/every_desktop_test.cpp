@@ -1,0 +1,244 @@
+// Every window on screens of several sizes, with usual letters and with letters half as large again, on a
+// light and on a dark desktop: no text is cut, nothing lies outside of its window, no two controls lie on one
+// another, the window fits the screen, and each text differs from its ground by 4.5 to 1.
+#include <QAbstractButton>
+#include <QAbstractScrollArea>
+#include <QGroupBox>
+#include <QScrollArea>
+#include <QToolButton>
+
+#include "all_windows.h"
+#include "base/windows/elided_label.h"
+#include "chart/chart_palette.h"
+
+using namespace brantlow;
+
+namespace {
+
+// What a window manager takes of the screen.
+constexpr QSize kRoomForFrame(16, 48);
+
+struct DesktopRow {
+    const char* name;
+    // In logical pixels: half of those of a screen at twice the scale.
+    QSize screen;
+    double letters;
+    bool isDark;
+};
+constexpr DesktopRow kDesktops[] = {
+    {"1024x768 light", {1024, 768}, 1, false},        {"1024x768 dark", {1024, 768}, 1, true},
+    {"1400x950 light", {1400, 950}, 1, false},        {"1400x950 dark", {1400, 950}, 1, true},
+    {"4K at 200 % light", {1920, 1080}, 1, false},    {"4K at 200 % dark", {1920, 1080}, 1, true},
+    {"letters 150 % light", {1024, 768}, 1.5, false}, {"letters 150 % dark", {1024, 768}, 1.5, true},
+};
+
+QPalette DarkPalette(QPalette palette) {
+    const QColor ground(42, 46, 50);
+    const QColor ink(236, 238, 240);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
+                            QPalette::PlaceholderText})
+        palette.setColor(role, ink);
+    palette.setColor(QPalette::Window, ground);
+    palette.setColor(QPalette::Button, ground.lighter(115));
+    palette.setColor(QPalette::ToolTipBase, ground);
+    palette.setColor(QPalette::Base, ground.darker(140));
+    palette.setColor(QPalette::AlternateBase, ground.darker(125));
+    palette.setColor(QPalette::Link, QColor(100, 180, 250));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(140, 140, 140));
+    return palette;
+}
+
+// The letters and colours of a desktop, for as long as it lives.
+class Desktop {
+  public:
+    explicit Desktop(const DesktopRow& row)
+        : font_(QApplication::font()), palette_(QApplication::palette()), room(row.screen - kRoomForFrame) {
+        QFont font = font_;
+        font.setPointSizeF(font_.pointSizeF() * row.letters);
+        QApplication::setFont(font);
+        if (row.isDark) QApplication::setPalette(DarkPalette(palette_));
+    }
+    ~Desktop() {
+        QApplication::setFont(font_);
+        QApplication::setPalette(palette_);
+    }
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+  private:
+    QFont font_;
+    QPalette palette_;
+
+  public:
+    const QSize room;
+};
+
+QString Told(const QWidget& control, const QString& what) {
+    return QStringLiteral("%1 %2 %3 (%4 x %5)")
+        .arg(QString::fromLatin1(control.metaObject()->className()), control.objectName(), what)
+        .arg(control.width())
+        .arg(control.height());
+}
+
+// In a scroll area a control has the room that it wants.
+const QWidget* ScrolledBy(const QWidget& control) {
+    for (const QWidget* above = control.parentWidget(); above && !above->isWindow();
+         above = above->parentWidget()) {
+        if (qobject_cast<const QAbstractScrollArea*>(above)) return above;
+    }
+    return nullptr;
+}
+
+bool IsCut(const QLabel& label) {
+    if (label.text().isEmpty() || dynamic_cast<const ElidedLabel*>(&label) != nullptr) return false;
+    if (label.wordWrap()) return label.heightForWidth(label.width()) > label.height();
+    return label.sizeHint().width() > label.width() || label.fontMetrics().height() > label.height();
+}
+
+bool IsCut(const QAbstractButton& button) {
+    const auto* const tool = qobject_cast<const QToolButton*>(&button);
+    if (button.text().isEmpty() || (tool && tool->toolButtonStyle() == Qt::ToolButtonIconOnly)) return false;
+    // One that is pressed may have less of a rim than it wants; one that is ticked has its box beside the
+    // text.
+    const bool isPressed =
+        qobject_cast<const QPushButton*>(&button) || qobject_cast<const QToolButton*>(&button);
+    const int words = button.fontMetrics().size(Qt::TextShowMnemonic, button.text()).width();
+    return (isPressed ? words : button.minimumSizeHint().width()) > button.width() ||
+           button.fontMetrics().height() > button.height();
+}
+
+// True where the text of a control is not seen whole.
+bool CutsItsText(const QWidget& control) {
+    if (const auto* label = qobject_cast<const QLabel*>(&control)) return IsCut(*label);
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) return IsCut(*button);
+    if (const auto* box = qobject_cast<const QGroupBox*>(&control))
+        return box->fontMetrics().horizontalAdvance(box->title()) > box->width();
+    if (qobject_cast<const QLineEdit*>(&control) || qobject_cast<const QComboBox*>(&control))
+        return control.fontMetrics().height() > control.height();
+    return false;
+}
+
+bool IsLookedAt(const QWidget& control, const QWidget& window) {
+    return control.isVisible() && control.window() == &window &&
+           !control.objectName().startsWith(QStringLiteral("qt_")) &&
+           qobject_cast<const QTabBar*>(control.parentWidget()) == nullptr;
+}
+
+bool IsControl(const QWidget& control) {
+    return qobject_cast<const QAbstractButton*>(&control) || qobject_cast<const QLineEdit*>(&control) ||
+           qobject_cast<const QComboBox*>(&control);
+}
+
+Rgb RgbOf(const QColor& colour) {
+    return {static_cast<std::uint8_t>(colour.red()), static_cast<std::uint8_t>(colour.green()),
+            static_cast<std::uint8_t>(colour.blue())};
+}
+
+// How much the words of a label or a button differ from what is behind them; marked-up words have colours of
+// their own, and what is off is not to be read.
+double ContrastOf(const QWidget& control) {
+    const auto* const label = qobject_cast<const QLabel*>(&control);
+    const auto* const button = qobject_cast<const QAbstractButton*>(&control);
+    const bool hasWords = (label && !label->text().isEmpty() && !Qt::mightBeRichText(label->text())) ||
+                          (button && !button->text().isEmpty());
+    // What paints a ground of its own has colours for it, which the tests of the palettes compare.
+    const bool isOnOwnGround = control.parentWidget()->testAttribute(Qt::WA_OpaquePaintEvent);
+    if (!hasWords || !control.isEnabled() || isOnOwnGround) return kLegibleContrast;
+    return Contrast(RgbOf(control.palette().color(control.foregroundRole())),
+                    RgbOf(control.palette().color(control.backgroundRole())));
+}
+
+void LookAt(QWidget& window, QSize room, const QString& state, QStringList& told) {
+    if (window.width() > room.width() || window.height() > room.height()) {
+        told << state + Told(window, QStringLiteral("is larger than the screen"));
+        for (const QWidget* part : window.findChildren<QWidget*>()) {
+            const QSize least = part->minimumSizeHint().expandedTo(part->minimumSize());
+            if (part->isVisible() && (least.width() > room.width() / 3 || least.height() > room.height() / 2))
+                told << state +
+                            Told(*part,
+                                 QStringLiteral("asks for %1 x %2").arg(least.width()).arg(least.height()));
+        }
+    }
+    QList<QWidget*> controls;
+    for (QWidget* control : window.findChildren<QWidget*>()) {
+        if (!IsLookedAt(*control, window)) continue;
+        if (CutsItsText(*control)) {
+            const auto* label = qobject_cast<QLabel*>(control);
+            const auto* button = qobject_cast<QAbstractButton*>(control);
+            told << state + Told(*control, QStringLiteral("cuts \"%1\"")
+                                               .arg(label    ? label->text()
+                                                    : button ? button->text()
+                                                             : QString()));
+        }
+        if (ContrastOf(*control) < kLegibleContrast)
+            told << state + Told(*control, QStringLiteral("can hardly be read"));
+        const QRect place(control->mapTo(&window, QPoint()), control->size());
+        if (!ScrolledBy(*control) && !window.rect().contains(place))
+            told << state + Told(*control, QStringLiteral("lies outside of the window"));
+        if (!IsControl(*control)) continue;
+        for (const QWidget* other : controls) {
+            if (control->parentWidget() == other->parentWidget() &&
+                control->geometry().intersects(other->geometry()))
+                told << state + Told(*control, QStringLiteral("lies on ") + other->objectName());
+        }
+        controls << control;
+    }
+}
+
+}  // namespace
+
+class EveryDesktopTest : public QObject {
+    Q_OBJECT
+  private Q_SLOTS:
+    void everyWindowCanBeRead_data() { AddDesktops(); }
+    void everyWindowCanBeRead() {
+        const Desktop desktop(Row());
+        QStringList wrong;
+        for (const WindowRow& row : Windows()) {
+            Ground ground;
+            const std::unique_ptr<QWidget> window(row.make(ground));
+            window->setAttribute(Qt::WA_DeleteOnClose, false);
+            window->show();
+            // As the screen would have it; a window that cannot be so small shows that here.
+            window->resize(window->size().boundedTo(desktop.room));
+            QCoreApplication::processEvents();
+            ForEachState(*window, [&](const QString& state) { LookAt(*window, desktop.room, state, wrong); });
+            window->hide();
+        }
+        Tell(wrong);
+    }
+
+    // With each of its children in front.
+    void theMainFrameCanBeRead_data() { AddDesktops(); }
+    void theMainFrameCanBeRead() {
+        const Desktop desktop(Row());
+        SceneProgram program;
+        program.frame->showNormal();
+        program.frame->resize(desktop.room);
+        QStringList wrong;
+        for (const char* front : {"mnuFileSave", "mnuGraphicsHLC", "mnuEvaluateStudy", "mnuFileClose"}) {
+            program.Choose(front);
+            QCoreApplication::processEvents();
+            LookAt(*program.frame, desktop.room, QString::fromLatin1(front) + QStringLiteral(": "), wrong);
+        }
+        Tell(wrong);
+    }
+
+  private:
+    static void AddDesktops() {
+        QTest::addColumn<int>("row");
+        for (int i = 0; i < static_cast<int>(std::size(kDesktops)); ++i)
+            QTest::newRow(kDesktops[i].name) << i;
+    }
+    static const DesktopRow& Row() {
+        QFETCH(int, row);
+        return kDesktops[row];
+    }
+    static void Tell(const QStringList& wrong) {
+        for (const QString& line : wrong) qWarning().noquote() << line;
+        QVERIFY(wrong.isEmpty());
+    }
+};
+
+QTEST_MAIN(EveryDesktopTest)
+#include "every_desktop_test.moc"
