@@ -2,11 +2,25 @@
 # Walks through the program on a screen of its own, from the first start to the exit, as a newcomer would, and
 # writes a picture of every station: to be looked at by whoever changed a window.
 #
-#   tools/tour.sh FOLDER [WIDTHxHEIGHT]
+#   tools/tour.sh FOLDER [WIDTHxHEIGHT] [light|dark] [PERCENT]
+#   tools/tour.sh --all FOLDER
 #
 # Needs the programs built (./test) and the packages xvfb xauth openbox xdotool imagemagick. FOLDER is new, empty
-# or of an earlier tour: what it holds is made anew. QT_SCALE_FACTOR=2 shows the program at twice the size.
+# or of an earlier tour: what it holds is made anew. QT_SCALE_FACTOR=2 shows the program at twice the size, PERCENT
+# that of the letters alone. --all makes tours of 1024 by 768, of 1400 by 950, of 3840 by 2160 at twice the size and
+# of letters of 150 percent, each on a light and on a dark desktop, in folders of FOLDER.
 set -euo pipefail
+
+if [[ ${1:-} == --all ]]; then
+  folder=${2:?tools/tour.sh --all FOLDER}
+  for colours in light dark; do
+    "$0" "$folder/1024x768-$colours" 1024x768 "$colours"
+    "$0" "$folder/1400x950-$colours" 1400x950 "$colours"
+    QT_SCALE_FACTOR=2 "$0" "$folder/3840x2160-$colours" 3840x2160 "$colours"
+    "$0" "$folder/letters-$colours" 1024x768 "$colours" 150
+  done
+  exit
+fi
 
 if [[ -z ${BRANTLOW_TOUR_SCREEN:-} ]]; then
   folder=${1:?tools/tour.sh FOLDER [WIDTHxHEIGHT]}
@@ -18,15 +32,32 @@ if [[ -z ${BRANTLOW_TOUR_SCREEN:-} ]]; then
   mkdir -p "$folder"
   touch "$folder/.brantlow-tour"
   BRANTLOW_TOUR_SCREEN=${2:-1400x950} exec xvfb-run -a -s "-screen 0 ${2:-1400x950}x24 -nolisten tcp" \
-    "$0" "$(realpath "$folder")"
+    "$0" "$(realpath "$folder")" "${3:-light}" "${4:-100}"
 fi
 
 folder=$1
+colours=$2
+percent=$3
 programs=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/release/bin
 rm -rf "$folder/app" "$folder/home" "$folder"/*.png
 mkdir -p "$folder/home" "$folder/app"
 export HOME=$folder/home XDG_CONFIG_HOME=$folder/home/config XDG_RUNTIME_DIR=$folder/home/runtime
 mkdir -m 700 -p "$XDG_RUNTIME_DIR"
+# The colours and letters of the desktop, as one of the usual desktops keeps them.
+mkdir -p "$XDG_CONFIG_HOME"
+points=$((9 * percent / 100)).$((9 * percent % 100 / 10))
+{
+  printf '[General]\nfont=Sans Serif,%s,-1,5,50,0,0,0,0,0\n' "$points"
+  [[ $colours == light ]] || printf '%s\n' \
+    '[Colors:Window]' BackgroundNormal=42,46,50 ForegroundNormal=236,238,240 \
+    '[Colors:View]' BackgroundNormal=27,30,32 BackgroundAlternate=35,38,41 ForegroundNormal=236,238,240 \
+    ForegroundLink=100,180,250 ForegroundVisited=190,150,230 \
+    '[Colors:Button]' BackgroundNormal=49,54,59 ForegroundNormal=236,238,240 \
+    '[Colors:Selection]' BackgroundNormal=61,130,190 ForegroundNormal=255,255,255 \
+    '[Colors:Tooltip]' BackgroundNormal=49,54,59 ForegroundNormal=236,238,240
+} > "$XDG_CONFIG_HOME/kdeglobals"
+# The usual colours and letters are those of no desktop at all.
+[[ $colours == light && $percent == 100 ]] || export XDG_CURRENT_DESKTOP=KDE KDE_SESSION_VERSION=5
 # The sandbox of web pages does not start as root.
 [[ $(id -u) -ne 0 ]] || export QTWEBENGINE_DISABLE_SANDBOX=1
 
@@ -107,8 +138,17 @@ keys ctrl+g
 picture chart 2
 keys ctrl+shift+g
 picture candlesticks 2
+# A trend line by keys: from a bar under the crosshair to one further left.
+keys t
+xdotool key --repeat 25 --delay 15 Left
+keys Return
+xdotool key --repeat 55 --delay 15 Left
+keys Return
+picture drawn 1
+keys Escape
 # The button stands at the right end of the chart's upper row.
-xdotool mousemove 834 115 click 1
+scale=${QT_SCALE_FACTOR:-1}
+xdotool mousemove --window "$(xdotool getactivewindow)" $((747 * scale)) $((102 * scale)) click 1
 picture back-test 1
 keys Escape
 keys ctrl+w
@@ -126,7 +166,7 @@ keys Escape
 keys shift+F9
 picture selector-settings 2
 keys Escape
-choose alt+h 2
+choose alt+h 4
 picture wizard 1
 keys Escape
 keys F1
