@@ -2,7 +2,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
@@ -12,6 +11,7 @@
 
 #include "base/clock.h"
 #include "indicators/working_series.h"
+#include "support/temp_folder.h"
 
 namespace brantlow {
 
@@ -19,15 +19,6 @@ inline constexpr Date kTestDay = std::chrono::year(2026) / 3 / 2;
 
 class HistoryFixture : public testing::Test {
   protected:
-    HistoryFixture() {
-        std::string name = (std::filesystem::temp_directory_path() / "brantlow-history-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) ADD_FAILURE() << "no temporary folder";
-        quoteFolder = name + "/";
-    }
-    ~HistoryFixture() override { std::filesystem::remove_all(quoteFolder); }
-    HistoryFixture(const HistoryFixture&) = delete;
-    HistoryFixture& operator=(const HistoryFixture&) = delete;
-
     void WriteYear(std::string_view ticker, std::string_view year, std::string_view bytes) const {
         std::ofstream file(quoteFolder + std::string(ticker) + "." + std::string(year), std::ios::binary);
         file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -45,7 +36,8 @@ class HistoryFixture : public testing::Test {
                ",1,2,1000,11,1.5,1.1,1.75,.2,\"02/01/23\",\"01/15/23\",99,80,120,2.5,1234.5,98\r\n";
     }
 
-    std::string quoteFolder;
+    TempFolder folder_;
+    std::string quoteFolder = folder_.Get().string() + "/";
     FixedClock clock{kTestDay};
     HistorySource source{quoteFolder, clock};
 };

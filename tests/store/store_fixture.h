@@ -2,7 +2,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -13,42 +12,32 @@
 #include "base/files.h"
 #include "shell/person.h"
 #include "shell/settings/settings_tables.h"
+#include "support/temp_folder.h"
 
 namespace brantlow {
 
 // A folder that is gone with its owner.
 class TestFolder {
   public:
-    TestFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "store-XXXXXX").string();
-        path_ = ::mkdtemp(name.data());
-    }
-    ~TestFolder() {
-        std::error_code error;
-        std::filesystem::remove_all(path_, error);
-    }
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-
-    const Path& Root() const { return path_; }
+    const Path& Root() const { return folder_.Get(); }
     // A folder in it, ending in a separator as QuoteFolder does.
     std::string Folder(std::string_view name) const {
-        const Path folder = path_ / Path(name);
+        const Path folder = Root() / Path(name);
         std::filesystem::create_directories(folder);
         return folder.string() + "/";
     }
     Path Write(std::string_view name, std::string_view bytes) const {
-        const Path file = path_ / Path(name);
+        const Path file = Root() / Path(name);
         std::filesystem::create_directories(file.parent_path());
         EXPECT_FALSE(WriteWholeFile(file, bytes, Flush::Later)) << file;
         return file;
     }
-    std::string Read(std::string_view name) const { return BytesOrEmpty(path_ / Path(name)); }
+    std::string Read(std::string_view name) const { return BytesOrEmpty(Root() / Path(name)); }
     // Every file below the folder by its relative name, sorted; what is kept for undoing is left out.
     std::vector<std::string> Files() const {
         std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(path_)) {
-            const std::string name = entry.path().lexically_relative(path_).string();
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(Root())) {
+            const std::string name = entry.path().lexically_relative(Root()).string();
             if (entry.is_regular_file() && !name.starts_with("Back Up/Undo/")) names.push_back(name);
         }
         std::sort(names.begin(), names.end());
@@ -56,7 +45,7 @@ class TestFolder {
     }
 
   private:
-    Path path_;
+    TempFolder folder_;
 };
 
 // Remembers the progress it is shown.

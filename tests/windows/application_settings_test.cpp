@@ -242,7 +242,7 @@ class ApplicationSettingsTest : public QObject {
         QCOMPARE(list->currentIndex(), before);
         QVERIFY(!list->hasFocus());
         list->setFocus();
-        QTRY_VERIFY(list->hasFocus());
+        QTRY_VERIFY_WITH_TIMEOUT(list->hasFocus(), kPatienceMs);
         turn();
         QCOMPARE(list->currentIndex(), before + 1);
     }

@@ -301,7 +301,9 @@ class FrmGraphTest : public QObject {
             QCOMPARE(Chosen(program), before);
             const std::string item = list->view()->currentIndex().data().toString().toStdString();
             QTest::keyClick(list->view(), Qt::Key_Return);
-            QTRY_COMPARE(Chosen(program), (std::vector<std::string>{"Price", "MA 15", item, "", "", "", ""}));
+            QTRY_COMPARE_WITH_TIMEOUT(Chosen(program),
+                                      (std::vector<std::string>{"Price", "MA 15", item, "", "", "", ""}),
+                                      kPatienceMs);
             QVERIFY(!list->view()->isVisible());
         }
     }

@@ -174,7 +174,7 @@ class FrmGraphZoomTest : public QObject {
     void rowsThatAFilterHidesArePassedOver() {
         LongChart program;
         program.Find<QLineEdit>("txtFilter")->setText(QStringLiteral("T3"));
-        QTRY_COMPARE(program.frame->QuoteForm()->ShownRows().size(), 1U);
+        QTRY_COMPARE_WITH_TIMEOUT(program.frame->QuoteForm()->ShownRows().size(), 1U, kPatienceMs);
         program.Key(Qt::Key_PageDown);
         QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T3"));
         QCOMPARE(program.frame->QuoteForm()->TickerMeant(), std::string("T3"));

@@ -180,7 +180,7 @@ class HelpMenuTest : public QObject {
         CopyHelp(program);
         program.Start("Jan.ddq");
         program.frame->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(program.frame.get()));
+        QVERIFY(QTest::qWaitForWindowActive(program.frame.get(), kPatienceMs));
         QTest::keyClick(program.frame->QuoteForm(), Qt::Key_F1);
         QCOMPARE(OpenHelp()->findChild<QTextBrowser*>()->source().toString(), QStringLiteral("tables.html"));
         OpenHelp()->close();

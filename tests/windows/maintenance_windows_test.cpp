@@ -283,7 +283,7 @@ class MaintenanceWindowsTest : public QObject {
         QVERIFY(!change.Delete(file) && !change.Commit());
         QVERIFY(!IsRegularFile(file));
         program.frame->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(program.frame.get()));
+        QVERIFY(QTest::qWaitForWindowActive(program.frame.get(), kPatienceMs));
         auto* view = program.frame->QuoteForm()->View();
         view->setFocus();
         QTest::keyClick(view, Qt::Key_Z, Qt::ControlModifier);

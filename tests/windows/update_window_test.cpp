@@ -48,10 +48,12 @@ class UpdateWindowTest : public QObject {
         QString word;
         bool shut = false, strip = true, buttons = false;
         program.onQuotes = [&] {
-            for (int turn = 0; turn < 200 && program.StatusWord() != QStringLiteral("Updating"); ++turn) {
-                QTest::qWait(1);
-                program.person.PumpEvents();
-            }
+            QTest::qWaitFor(
+                [&] {
+                    program.person.PumpEvents();
+                    return program.StatusWord() == QStringLiteral("Updating");
+                },
+                kPatienceMs);
             word = program.StatusWord();
             shut = !program.frame->isEnabled();
             strip = program.Find<QPushButton>("CmdUpdateQuotes")->isEnabled();
