@@ -1,3 +1,4 @@
+// The promise "path", as far as addresses go.
 #include "base/askable_ticker.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// `undo` after each command that replaces or deletes files: every file comes back byte for byte, and a second
-// undo brings the change back.
+// The promise "undo": after each command that replaces or deletes files every file comes back byte for byte,
+// and a second undo brings the change back.
 #include <gmock/gmock.h>
 
 #include "batch_fixture.h"

@@ -1,5 +1,6 @@
-// A file that is there and cannot be read is not a missing one: the command says which file it is, leaves its
-// ticker out or refuses, and touches nothing of it. A folder in a file's place cannot be read by anybody.
+// The promise "read": a file that is there and cannot be read is not a missing one. The command says which
+// file it is, leaves its ticker out or refuses, and touches nothing of it. A folder in a file's place cannot
+// be read by anybody.
 #include <gmock/gmock.h>
 
 #include "batch_fixture.h"

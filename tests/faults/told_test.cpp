@@ -39,6 +39,7 @@ class FileSizeLimit {
     rlimit former_{};
 };
 
+// Promise `full`: a limit of file sizes is an error like a full disk.
 TEST_F(ToldFaultTest, ALimitOfFileSizesRefusesAndDoesNotKill) {
     struct Case {
         std::vector<std::string> arguments;
@@ -46,14 +47,18 @@ TEST_F(ToldFaultTest, ALimitOfFileSizesRefusesAndDoesNotKill) {
         rlim_t limit;
     };
     constexpr rlim_t kLessThanAYear = 8192;
-    constexpr rlim_t kLessThanATable = 100;
+    // And more than the sentence, which goes to a file here.
+    constexpr rlim_t kLessThanATable = 200;
     const std::vector<Case> cases = {
         {{"split", "NFLX", "7/1"}, "NFLX.", kLessThanAYear},
         {{"restore", "database"}, "ADBE.26", kLessThanAYear},
         {{"combine", "Mine.ddq", "Two.ddq", "Out.ddq"}, "Out.ddq", kLessThanATable},
         {{"alarm", "Mine.ddq", "NFLX", "--high", "300"}, "Mine.ddq", kLessThanATable},
-        {{"export", "Mine.ddq"}, "Export.Txt", kLessThanATable},
+        {{"export", "Long.ddq"}, "Export.Txt", kLessThanATable},
     };
+    std::string rows = Table();
+    for (int i = 0; i < 5; ++i) rows += rows.substr(rows.find("\nNFLX\t") + 1);
+    ASSERT_FALSE(WriteWholeFile(app / "Data" / "Long.ddq", rows));
     for (const Case& row : cases) {
         const FolderImage before = ImageOf(app);
         std::unique_ptr<RunningCall> call;
@@ -71,6 +76,7 @@ TEST_F(ToldFaultTest, ALimitOfFileSizesRefusesAndDoesNotKill) {
     }
 }
 
+// Promise `full`: what was done before the fault is told.
 TEST_F(ToldFaultTest, AnAddThatFailsAtItsSecondTickerSaysThatTheFirstIsKept) {
     // The table is saved after each of them.
     const FaultedCall call =
@@ -83,7 +89,7 @@ TEST_F(ToldFaultTest, AnAddThatFailsAtItsSecondTickerSaysThatTheFirstIsKept) {
     EXPECT_THAT(Table(), Not(HasSubstr("\nPEP\t")));
 }
 
-// The disk fails for good in the middle of a change, so that it cannot be taken back either.
+// Promise `full`: the disk fails for good in the middle of a change, so that it cannot be taken back either.
 TEST_F(ToldFaultTest, AChangeThatCannotBeTakenBackIsToldAndTakenBackByTheNextCommand) {
     const FolderImage before = ImageOf(app);
     const FaultedCall call =
@@ -100,7 +106,7 @@ TEST_F(ToldFaultTest, AChangeThatCannotBeTakenBackIsToldAndTakenBackByTheNextCom
     }
 }
 
-// The back-up's old file of that name cannot be brought back.
+// Promise `full`: the back-up's old file of that name cannot be brought back.
 TEST_F(ToldFaultTest, ABackUpOfWhichOneFileStaysNewIsDoneInPart) {
     const FolderImage before = ImageOf(app);
     const FaultedCall call =

@@ -1,5 +1,5 @@
-// Populating over the network against hosts that do what no well-behaved host does: every history stays, few
-// requests are made, and the report names the host and the reason.
+// The promise "net": populating over the network against hosts that do what no well-behaved host does: every
+// history stays, few requests are made, and the report names the host and the reason.
 #include <chrono>
 #include <thread>
 

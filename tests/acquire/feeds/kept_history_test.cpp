@@ -1,4 +1,4 @@
-// Settings that keep the stored history of a ticker whose download failed.
+// The promise "gone": settings that keep the stored history of a ticker whose download failed.
 #include <algorithm>
 
 #include "acquire/feeds/history_fixture.h"
