@@ -199,14 +199,18 @@ ConditionExplanation ExplainCondition(const ConditionBlock& block, const Analysi
     return explanation;
 }
 
+bool IsUntestedHit(const ConditionExplanation& explanation) {
+    return explanation.result == TestState::True &&
+           std::none_of(explanation.lines.begin(), explanation.lines.end(), IsTested);
+}
+
 std::string ResultWords(const ConditionExplanation& explanation, std::size_t bars) {
     const std::vector<LineExplanation>& lines = explanation.lines;
     if (lines.empty()) return "it has no line and never holds";
     if (explanation.result == TestState::False) return "fails";
     if (explanation.result == TestState::Undecided) return "nothing could be tested";
-    const bool isTested = std::any_of(lines.begin(), lines.end(), IsTested);
-    return isTested ? "holds"
-                    : fmt::format("holds, but 0 of {} tests could be made: {} bars", lines.size(), bars);
+    if (!IsUntestedHit(explanation)) return "holds";
+    return fmt::format("holds, but 0 of {} tests could be made: {} bars", lines.size(), bars);
 }
 
 std::string ShortExplanation(const ConditionBlock& block, const ConditionExplanation& explanation,

@@ -67,6 +67,9 @@ TestState ResultOf(const std::vector<LineExplanation>& lines);
 // One block at the newest bar, after ComputeIndicators.
 ConditionExplanation ExplainCondition(const ConditionBlock& block, const Analysis& analysis);
 
+// Whether a condition holds without a single test behind it.
+bool IsUntestedHit(const ConditionExplanation& explanation);
+
 // The result in words: "holds", "fails", "nothing could be tested", "it has no line and never holds"; of a
 // hit without a single test behind it "holds, but 0 of 6 tests could be made: 16 bars".
 std::string ResultWords(const ConditionExplanation& explanation, std::size_t bars);

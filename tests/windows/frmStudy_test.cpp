@@ -360,6 +360,39 @@ class FrmStudyTest : public QObject {
         QVERIFY2(tip.contains(QStringLiteral("Close against MA 15: before ")), qPrintable(tip));
     }
 
+    void aHitWithoutATestSaysSoInItsToolTipWithThePaneClosed() {
+        StudyProgram program;
+        // The slope over 120 bars passes for a ticker with fewer.
+        std::string slots;
+        for (int slot = 1; slot <= 38; ++slot) slots += slot == 6 ? "\"5\"\r\n" : "\"\"\r\n";
+        program.Write("VTRSELset.ini",
+                      "\"Condition\"\r\n\"Buy\"\r\n\"Close Price Above MA 60\"\r\n\"Value\"\r\n" + slots +
+                          "\"Condition\"\r\n\"Sell\"\r\n\"Close Price Above MA 15\"\r\n"
+                          "\"Value\"\r\n");
+        const std::string year = YearsOf(1).at("26");
+        std::size_t end = 0;
+        // A series loses a bar where a year's file begins.
+        for (int day = 0; day < 30; ++day) end = year.find('\n', end) + 1;
+        QVERIFY(
+            !WriteWholeFile(program.session.AppPath / "Quotes" / "EOD" / "SHORT.26", year.substr(0, end)));
+        const std::string table =
+            "Ticker Symbol\tCondition 1\tCondition 2\r\nSHORT\tBuy\tSell\r\nT1\tBuy\t\r\n";
+        program.Write("Told.dbe", table);
+        program.Write("Told.dbe.about", OriginText({kTestDay, "Daily", "Three.ddq"}, table));
+        program.Start("Told.dbe");
+        auto* view = program.frame->QuoteForm()->View();
+        const auto hover = [&](int row, int column) {
+            const QPoint place = view->visualRect(view->model()->index(row, column)).center();
+            QHelpEvent help(QEvent::ToolTip, place, view->viewport()->mapToGlobal(place));
+            QApplication::sendEvent(view->viewport(), &help);
+            return QToolTip::text();
+        };
+        // Those without a tool tip first: one goes in a time of its own.
+        QCOMPARE(hover(0, 2), QString());
+        QCOMPARE(hover(1, 1), QString());
+        QCOMPARE(hover(0, 1), QStringLiteral("SHORT: holds, but 0 of 2 tests could be made: 29 bars"));
+    }
+
     void anotherTableThanVerdictsIsNotExplained() {
         StudyProgram program;
         program.Start("Three.ddq");

@@ -52,8 +52,13 @@ void ExplainCommands::Follow() {
     QObject::connect(view->selectionModel(), &QItemSelectionModel::currentChanged, pane_,
                      [this] { ShowCell(); });
     QObject::connect(form, &QObject::destroyed, pane_, &QWidget::hide);
-    view->viewport()->installEventFilter(this);
     ShowOrigin();
+}
+
+void ExplainCommands::TableShown() {
+    frmQuoteGrid* const form = frame_.table.form();
+    if (form && KindOf(frame_.session.CurrentFile) == FileKind::Dbe)
+        form->View()->viewport()->installEventFilter(this);
 }
 
 void ExplainCommands::ShowOrigin() {
@@ -62,6 +67,15 @@ void ExplainCommands::ShowOrigin() {
     const std::optional<TableOrigin>& origin = form->Table().Origin();
     if (!origin) return pane_->ShowOrigin(std::nullopt, std::nullopt);
     pane_->ShowOrigin(IntervalOf(origin->interval), origin->day);
+}
+
+// The table's own where it tells them, else those that are chosen in the pane.
+Interval ExplainCommands::Bars() const {
+    const frmQuoteGrid* const form = frame_.table.form();
+    const std::optional<Interval> told =
+        form && form->Table().Origin() ? IntervalOf(form->Table().Origin()->interval) : std::nullopt;
+    if (told) return *told;
+    return pane_ ? pane_->ChosenInterval() : Interval::Daily;
 }
 
 std::optional<Date> ExplainCommands::LastDay() const {
@@ -84,7 +98,7 @@ std::optional<ExplainCommands::Verdict> ExplainCommands::VerdictAt(const QModelI
     if (!analysis_) analysis_ = std::make_unique<Analysis>();
     HistorySource source = HistoryOf(frame_.session);
     source.lastDay = LastDay();
-    if (const Failure failure = AnalyseTicker(source, ticker, pane_->ChosenInterval(), *analysis_)) {
+    if (const Failure failure = AnalyseTicker(source, ticker, Bars(), *analysis_)) {
         sentence = Sentence(failure);
         return std::nullopt;
     }
@@ -126,19 +140,22 @@ void ExplainCommands::OpenChart() {
 }
 
 bool ExplainCommands::eventFilter(QObject* watched, QEvent* event) {
-    const frmQuoteGrid* const form = followed_;
-    if (event->type() != QEvent::ToolTip || !form || !PaneShows()) return false;
+    const frmQuoteGrid* const form = frame_.table.form();
+    if (event->type() != QEvent::ToolTip || !form || frame_.person.InRun()) return false;
     const FrozenTableView& view = *form->View();
     if (watched != view.viewport()) return false;
     const auto* const help = static_cast<QHelpEvent*>(event);
-    return ShowTip(view, help->pos(), help->globalPos());
+    return ShowTip(view.indexAt(help->pos()), help->globalPos());
 }
 
-bool ExplainCommands::ShowTip(const QAbstractItemView& view, const QPoint& place, const QPoint& onScreen) {
-    if (frame_.person.InRun()) return false;
+// While the pane is closed a hit is told of that has no test behind it, where the table tells its bars.
+bool ExplainCommands::ShowTip(const QModelIndex& cell, const QPoint& onScreen) {
+    const QuoteTable& table = frame_.table.form()->Table();
+    const bool isExplained = PaneShows() && followed_ == frame_.table.form();
+    if (!isExplained && (!table.Origin() || cell.data().toString().isEmpty())) return false;
     std::string sentence;
-    const std::optional<Verdict> verdict = VerdictAt(view.indexAt(place), sentence);
-    if (!verdict) return false;
+    const std::optional<Verdict> verdict = VerdictAt(cell, sentence);
+    if (!verdict || (!isExplained && !IsUntestedHit(verdict->explanation))) return false;
     QToolTip::showText(onScreen, Shown(verdict->ticker + ": " +
                                        ShortExplanation(verdict->block, verdict->explanation, *analysis_)));
     return true;

@@ -12,7 +12,6 @@
 #include "selector/explanation.h"
 #include "shell/frame/windows/frame_hands.h"
 
-class QAbstractItemView;
 class QModelIndex;
 
 namespace brantlow {
@@ -24,9 +23,11 @@ class ExplainCommands final : public QObject {
     explicit ExplainCommands(const FrameHands& frame) : frame_(frame) {}
 
     CommandRows Rows();
+    // A table has come into sight: its tool tips are this subject's, where it is one of verdicts.
+    void TableShown();
 
   protected:
-    // The tool tips of the table that is followed.
+    // The tool tips of the open table.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -46,10 +47,11 @@ class ExplainCommands final : public QObject {
     bool PaneShows() const;
     void ShowOrigin();
     void OpenChart();
+    Interval Bars() const;
     std::optional<Date> LastDay() const;
     // What is behind a cell, or the sentence that says why there is nothing to explain.
     std::optional<Verdict> VerdictAt(const QModelIndex& cell, std::string& sentence);
-    bool ShowTip(const QAbstractItemView& view, const QPoint& place, const QPoint& onScreen);
+    bool ShowTip(const QModelIndex& cell, const QPoint& onScreen);
 
     const FrameHands& frame_;
     QPointer<ExplainPane> pane_;

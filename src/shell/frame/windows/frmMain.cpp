@@ -100,6 +100,7 @@ void frmMain::LendHands() {
     hands.showRows = [this](const std::string& line) { status_->ShowRows(line); };
     hands.tableShown = [this] {
         if (KindOf(session_.CurrentFile) == FileKind::Ddq) commands_->ShowQuoteFileButtons();
+        subjects_->explain.TableShown();
     };
     hands.showPopUpMenu = [this](const QPoint& place) { commands_->PopUpMenu().popup(place); };
     hands.showRecentFiles = [this] { commands_->ShowRecentFiles(RecentFiles(session_.settings)); };
