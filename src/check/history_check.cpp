@@ -93,14 +93,16 @@ class Looker {
     }
 
   private:
+    static Finding Unread(const Path& path, const Failure& failure) {
+        return {FindingKind::Unreadable, path, 0, failure.cause.message(), 0, brantlow::Mend::None, {}};
+    }
+
     void LookAt(const YearFile& file, YearFileCheck& check, Failure& unread) {
         const Path path = terms_.quoteFolder + file.name;
         std::size_t used = 0;
-        const Failure failure = ReadBehindIfThere(path, buffer_, used);
-        if (failure) {
+        if (const Failure failure = ReadBehindIfThere(path, buffer_, used)) {
             KeepFirst(unread, failure);
-            check.findings.push_back(
-                {FindingKind::Unreadable, path, 0, failure.cause.message(), 0, brantlow::Mend::None, {}});
+            check.findings.push_back(Unread(path, failure));
             return;
         }
         if (buffer_.size() <= used) buffer_.resize(used + 1);
@@ -113,7 +115,13 @@ class Looker {
         std::vector<YearText> files;
         for (const YearFile& file : ticker.files) {
             const Path path = terms_.quoteFolder + file.name;
-            files.push_back({path, file.year, BytesOrEmpty(path)});
+            std::string bytes;
+            // One that cannot be read any more is not an empty one, which a repair takes away.
+            if (const Failure failure = ReadIfThere(path, bytes)) {
+                ticker.findings.push_back(Unread(path, failure));
+                return;
+            }
+            files.push_back({path, file.year, std::move(bytes)});
         }
         std::vector<YearText> mended = MendYearFiles(files);
         YearFileCheck after(ticker.ticker, terms_.today);

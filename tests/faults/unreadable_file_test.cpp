@@ -90,6 +90,27 @@ TEST_P(UnreadableFileTest, IsNamedAndNothingIsLost) {
     Meet("read", "EIO");
 }
 
+// A check reads a file, and reads it again where it can be repaired.
+TEST(UnreadableAtARepair, AFileIsNotTakenForAnEmptyOneWhicheverOfItsReadingsFails) {
+    const std::string gap = "Quotes/EOD/GAP.26";
+    std::size_t met = 0;
+    for (std::size_t number = 1;; ++number) {
+        const TempFolder folder;
+        const Path app = folder / "app";
+        FaultWorld::Instance().CopyTo(app);
+        const std::string before = BytesOrEmpty(app / gap);
+        const FaultedCall call =
+            CallWithFault(app, {"check", "--repair"}, {"open", "EACCES", number, "/app/" + gap});
+        if (call.call.empty()) break;
+        ++met;
+        ASSERT_TRUE(IsRegularFile(app / gap)) << call.Told();
+        if (BytesOrEmpty(app / gap) == before) {
+            EXPECT_NE(call.status, 0) << call.Told();
+        }
+    }
+    EXPECT_GE(met, 2U);
+}
+
 INSTANTIATE_TEST_SUITE_P(Files, UnreadableFileTest, ::testing::ValuesIn(UnreadableFiles()),
                          [](const auto& test) { return test.param.name; });
 
