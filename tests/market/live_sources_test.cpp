@@ -261,12 +261,12 @@ std::map<std::string, std::vector<std::string>> DaysOfAll(const MarketFolder& ma
 
 // The standard way of restating goes over the working series, which begins with the second record and loses
 // the last one of a year where the next year's file follows. A live source's restatement loses none.
-std::vector<std::string> WithoutTurnsOfTheYear(const std::vector<std::string>& days) {
+std::vector<std::string> WithoutTurnsOfTheYear(const std::vector<std::string>& rows) {
     constexpr std::size_t kYear = 6;  // of "mm/dd/yy ..."
     std::vector<std::string> kept;
-    for (std::size_t i = 1; i < days.size(); ++i) {
-        const bool isTurn = i + 1 < days.size() && days[i].compare(kYear, 2, days[i + 1], kYear, 2) != 0;
-        if (!isTurn) kept.push_back(days[i]);
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+        const bool isTurn = i + 1 < rows.size() && rows[i].compare(kYear, 2, rows[i + 1], kYear, 2) != 0;
+        if (!isTurn) kept.push_back(rows[i]);
     }
     return kept;
 }
@@ -277,9 +277,9 @@ void ExpectSameDays(const MarketFolder& market,
     for (auto& [ticker, found] : all) {
         EXPECT_GT(found.size(), 400u) << ticker;
         if (ticker == "NFLX") found = WithoutTurnsOfTheYear(found);
-        const std::vector<std::string>& days = expected.at(ticker);
-        ASSERT_EQ(found.size(), days.size()) << ticker;
-        const auto [ours, theirs] = std::mismatch(found.begin(), found.end(), days.begin());
+        const std::vector<std::string>& rows = expected.at(ticker);
+        ASSERT_EQ(found.size(), rows.size()) << ticker;
+        const auto [ours, theirs] = std::mismatch(found.begin(), found.end(), rows.begin());
         if (ours != found.end()) {
             ADD_FAILURE() << ticker << ": " << *ours << "\nin place of " << *theirs;
         }
