@@ -3,26 +3,30 @@
 #   (a) one `curl` that asks for all addresses of the run, one after another, and throws the replies away
 #   (b) `brantlow-batch update` over 17,999 tickers with a year of history each, or
 #       `brantlow-batch populate --years 5` for 500 tickers
+# or what it costs that a day is on the disk when the run ends, a file system of its own for FOLDER provided:
+#   (a) that update with every flush left out
+#   (b) the same update of the same files
 #
-#   bench/web.sh [update|populate] [FOLDER]
+#   bench/web.sh [update|populate|flush] [FOLDER]
 #
 # The database and the market's prices are made in FOLDER (default: a folder under /var/tmp) unless they are
 # there already; update takes 1.3 GB. Every round is a day of its own, up to five (ROUNDS), and runs (a) and
-# then (b); the shortest times count. Exit status 1 when (b) takes more than 3 times (a), populating more than
-# 2 times, or more than 300 MB.
+# then (b), every other time (b) and then (a) where both are updates; the shortest times count. Exit status 1 when (b)
+# takes more than 3 times (a), populating more than 2 times, flushing more than 1.3 times, or more than 300 MB.
 set -euo pipefail
 
 work=${1:-update}
-folder=${2:-/var/tmp/brantlow-bench-$work}
+folder=${2:-/var/tmp/brantlow-bench-${work/flush/update}}
 rounds=${ROUNDS:-5}
 programs=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/release/bin
 most_megabytes=300
 first_day=2026-06-08  # a Monday
 
 case $work in
-  update) size=(--tickers 17999 --years 1) most_ratio=3 addresses=() ;;
-  populate) size=(--tickers 500 --years 6) most_ratio=2 addresses=(--years 5) ;;
-  *) echo "web.sh: $work is neither update nor populate" >&2; exit 2 ;;
+  update) size=(--tickers 17999 --years 1) most_ratio=3 addresses=() baseline=curl ;;
+  populate) size=(--tickers 500 --years 6) most_ratio=2 addresses=(--years 5) baseline=curl ;;
+  flush) size=(--tickers 17999 --years 1) most_ratio=1.3 baseline=unflushed ;;
+  *) echo "web.sh: $work is neither update, populate nor flush" >&2; exit 2 ;;
 esac
 ((rounds >= 1 && rounds <= 5)) || { echo "web.sh: ROUNDS is 1 to 5" >&2; exit 2; }
 for program in make_database timed_run web_addresses brantlow-batch brantlow-market; do
@@ -59,27 +63,57 @@ start_market() {
 fetch_all() { "$programs/timed_run" curl --silent --fail --noproxy '*' --config "$list" 2>&1; }
 run_program() {
   local command=(update Bench.ddq)
-  [[ $work == update ]] || command=(populate Bench.ddq --years 5)
+  [[ $work != populate ]] || command=(populate Bench.ddq --years 5)
   "$programs/timed_run" "$programs/brantlow-batch" --app "$folder" --today "$1" "${command[@]}" 2>&1 > /dev/null |
     tail -n 1
 }
 
+# The web alone, and then the program.
+compare_with_curl() {
+  "$programs/web_addresses" "$folder" --today "$1" "${addresses[@]}" |
+    sed 's/.*/url = "&"\noutput = "\/dev\/null"/' > "$list"
+  echo "curl $(fetch_all)"
+  echo "$work $(run_program "$1")"
+}
+
+# Updates of the same files, which lie on the disk before each of them.
+kept=$folder/kept
+restore() {
+  rm -rf "$folder/Quotes" "$folder/Data"
+  cp -a "$kept/Quotes" "$kept/Data" "$folder/"
+  cp "$1" "$folder/Data/Hosts.ini"
+  sync -f "$folder"
+}
+compare_flushes() {
+  cp "$folder/Data/Hosts.ini" "$list"
+  local flush order=(unflushed flush)
+  (($2 % 2 == 0)) || order=(flush unflushed)
+  for flush in "${order[@]}"; do
+    restore "$list"
+    local module=
+    [[ $flush == flush ]] || module=$programs/no-flush.so
+    echo "$flush $(LD_PRELOAD=$module run_program "$1")"
+  done
+  restore "$list"
+}
+if [[ $work == flush && ! -d $kept ]]; then
+  mkdir "$kept"
+  cp -a "$folder/Quotes" "$folder/Data" "$kept/"
+fi
+
 for ((round = 0; round < rounds; round++)); do
   today=$(date -d "$first_day + $round days" +%F)
   start_market "$today"
-  "$programs/web_addresses" "$folder" --today "$today" "${addresses[@]}" |
-    sed 's/.*/url = "&"\noutput = "\/dev\/null"/' > "$list"
-  echo "curl $(fetch_all)"
-  echo "$work $(run_program "$today")"
+  if [[ $work == flush ]]; then compare_flushes "$today" "$round"; else compare_with_curl "$today"; fi
 done > "$times"
-awk -v work="$work" -v most_ratio="$most_ratio" -v most_megabytes="$most_megabytes" '
+awk -v work="$work" -v baseline="$baseline" -v most_ratio="$most_ratio" -v most_megabytes="$most_megabytes" '
   NF != 4 { print "unexpected: " $0; failed = 1; next }
-  { printf "  %-8s %6.2f s  %6.2f s of processor  %4d MB\n", $1, $2, $3, $4 }
+  { printf "  %-9s %6.2f s  %6.2f s of processor  %4d MB\n", $1, $2, $3, $4 }
   !($1 in best) || $2 < best[$1] { best[$1] = $2 }
   $4 > peak[$1] { peak[$1] = $4 }
   END {
-    if (failed || !best["curl"]) exit 1
-    ratio = best[work] / best["curl"]
-    printf "  (b) / (a) %6.2f (goal: at most %d, below %d MB)\n", ratio, most_ratio, most_megabytes
+    if (failed || !best[baseline]) exit 1
+    ratio = best[work] / best[baseline]
+    printf "  (b) / (a)  %6.2f (goal: at most %g, below %d MB)\n", ratio, most_ratio, most_megabytes
     exit ratio > most_ratio || peak[work] > most_megabytes
   }' "$times"

@@ -17,6 +17,9 @@ namespace {
 // Up to here files are flushed one by one, beyond with all that their file system has to write.
 constexpr std::size_t kFlushedOneByOne = 16;
 
+// While so many files grow one flush of them can begin, beside those that follow.
+constexpr std::size_t kGrownPerFlush = 500;
+
 bool IsThere(const Path& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0;
@@ -139,6 +142,7 @@ Failure FileChange::WillGrow(const Path& path) {
     }
     if (const Failure fault = Note(ChangeListLine(entry, place_.appPath))) return fault;
     grown_.emplace(path.native(), entry.length);
+    if (grown_.size() % kGrownPerFlush == 0) ahead_.Begin(path.parent_path());
     entries_.push_back(std::move(entry));
     return {};
 }
@@ -165,6 +169,7 @@ Failure FileChange::Commit() {
 
 Failure FileChange::TakeBack() {
     Failure stays;
+    ahead_.Finish();
     for (const Staged& file : staged_) {
         // Without a list a file is put back by its second name.
         if (!file.isInPlace || !journal_.empty()) continue;
@@ -233,7 +238,9 @@ Failure FileChange::Note(const std::string& lines) {
     return NotWritten(journal_ / kChangeList, WriteAll(list_, lines));
 }
 
-Failure FileChange::SyncStaged() const {
+Failure FileChange::SyncStaged() {
+    if (const std::error_code error = ahead_.Finish())
+        return NotWritten(Path(grown_.begin()->first).parent_path(), error);
     std::vector<Path> files;
     for (const Staged& file : staged_) files.push_back(file.temporary);
     for (const auto& [path, length] : grown_) files.emplace_back(path);

@@ -26,6 +26,7 @@
 
 #include "base/failure.h"
 #include "base/files.h"
+#include "base/flush_ahead.h"
 
 namespace brantlow {
 
@@ -102,7 +103,7 @@ class FileChange {
     Failure OpenJournal();
     Failure Note(const std::string& lines);
     Failure StageFile(const Path& path, std::string_view bytes);
-    Failure SyncStaged() const;
+    Failure SyncStaged();
     Failure Keep(const Path& path, std::string& lines);
     Failure KeepAll();
     Failure PutInPlace();
@@ -121,6 +122,7 @@ class FileChange {
     std::set<std::string> deleted_;
     std::vector<Path> alsoKept_;
     std::unordered_map<std::string, std::uintmax_t> grown_;
+    FlushAhead ahead_;  // of grown files
     std::vector<Entry> entries_;
     Path journal_;  // its folder; empty while there is none
     int list_ = -1;

@@ -225,6 +225,18 @@ TEST_F(FileChangeTest, ManyFilesAreOneGroup) {
     EXPECT_EQ(KeptChanges(place)[0].files, static_cast<std::size_t>(kFiles));
 }
 
+TEST_F(FileChangeTest, ManyFilesThatGrowAreFlushedMeanwhileAndTakenBackAllTheSame) {
+    constexpr int kFiles = 1100;
+    FileChange change(place, "Test");
+    for (int i = 0; i < kFiles; ++i) {
+        ASSERT_FALSE(change.WillGrow(File(std::to_string(i))));
+        ASSERT_FALSE(AppendToFile(File(std::to_string(i)), "x"));
+    }
+    EXPECT_EQ(Files().size(), static_cast<std::size_t>(kFiles));
+    ASSERT_FALSE(change.TakeBack());
+    EXPECT_TRUE(Files().empty());
+}
+
 TEST_F(FileChangeTest, AccessKeysAreNeverCopied) {
     Put("Keys.ini", "secret");
     FileChange change(place, "Test");
