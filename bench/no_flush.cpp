@@ -1,5 +1,7 @@
 // Loaded before a program (LD_PRELOAD), it leaves every flush to the disk out, so that its cost can be told.
 
+#include <unistd.h>
+
 extern "C" {
 
 int fsync(int) {

@@ -15,6 +15,9 @@ using ::testing::IsEmpty;
 struct UndoneCommand {
     std::vector<std::string> arguments;
     std::string what;
+
+    // The name of its test, the same in every run.
+    friend void PrintTo(const UndoneCommand& command, std::ostream* out) { *out << command.what; }
 };
 
 class UndoCommand : public BatchTest, public ::testing::WithParamInterface<UndoneCommand> {

@@ -94,6 +94,9 @@ struct SecondStore {
     const char* time;
     const char* price;
     DayOutcome outcome;
+
+    // The name of its test, the same in every run.
+    friend void PrintTo(const SecondStore& row, std::ostream* out) { *out << row.what; }
 };
 
 class SecondStoreTest : public StoreDayFixture, public ::testing::WithParamInterface<SecondStore> {};

@@ -48,12 +48,12 @@ class UpdateWindowTest : public QObject {
         QString word;
         bool shut = false, strip = true, buttons = false;
         program.onQuotes = [&] {
-            QTest::qWaitFor(
+            QVERIFY(QTest::qWaitFor(
                 [&] {
                     program.person.PumpEvents();
                     return program.StatusWord() == QStringLiteral("Updating");
                 },
-                kPatienceMs);
+                kPatienceMs));
             word = program.StatusWord();
             shut = !program.frame->isEnabled();
             strip = program.Find<QPushButton>("CmdUpdateQuotes")->isEnabled();

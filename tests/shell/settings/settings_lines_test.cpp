@@ -13,6 +13,12 @@
 #include "support/temp_folder.h"
 
 namespace brantlow {
+
+// The name of a row's test, the same in every run.
+inline void PrintTo(const LineRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 namespace {
 
 namespace fs = std::filesystem;
