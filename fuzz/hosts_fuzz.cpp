@@ -1,5 +1,6 @@
 // The hosts, the update list and the user's own store. Input: the bytes of each of these files.
 #include "acquire/web/hosts.h"
+#include "base/text.h"
 #include "fuzz_session.h"
 #include "shell/user_store.h"
 #include "store/update_list.h"
@@ -10,7 +11,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view input = BytesOf(data, size);
     const Hosts hosts = Hosts::Parse(input);
     for (const HostRow& row : kHosts) {
-        Demand(hosts.Address(row.host).starts_with("http"), "a host has no address of the web");
+        Demand(UpperCase(hosts.Address(row.host)).starts_with("HTTP"), "a host has no address of the web");
     }
     for (const MarketRow& market : kMarkets) {
         SettingsTables chosen;

@@ -43,10 +43,13 @@ void PrintTickers(BatchCall& call, const LiveReport& report) {
 std::vector<std::string> Fetchable(BatchCall& call, ExitStatus& status) {
     std::vector<std::string> tickers;
     for (const std::string& ticker : call.arguments.operands) {
+        bool hasData = false;
         if (!HasDatabaseFiles(ticker)) {
             status =
                 Refuse(call, OneLine(ticker) + ": no file can have this name, so the ticker has no history");
-        } else if (HasDataOfThisYear(call.session, ticker)) {
+        } else if (const Failure unread = FindDataOfThisYear(call.session, ticker, hasData)) {
+            status = Refuse(call, unread);
+        } else if (hasData) {
             call.session.person.Say(kDataExistsSentence);
             call.out << OneLine(ticker) << ": not downloaded\n";
             status = ExitStatus::Refused;

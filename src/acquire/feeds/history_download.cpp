@@ -167,17 +167,6 @@ HistoryDownload Committed(HistoryDownload download, FileChange& change) {
     return download;
 }
 
-// Whether this year's file of the ticker has a record.
-Failure FindDataOfThisYear(const Session& session, std::string_view ticker, bool& hasData) {
-    const std::string today = FormatDate(session.clock.Today());
-    const auto file = YearFilePath(session.settings.QuoteFolder, ticker, YearDigits(today));
-    std::string bytes;
-    if (Failure failure = file ? ReadIfThere(*file, bytes) : Failure{}) return failure;
-    std::string_view line;
-    hasData = LineReader(bytes).Next(line) && !ParseRecord(line).front().Text().empty();
-    return {};
-}
-
 // What becomes of a ticker whose files cannot be read: nothing of it is touched.
 HistoryDownload Unread(const Failure& failure) {
     HistoryDownload download{.outcome = HistoryOutcome::Failed};
@@ -376,10 +365,14 @@ PopulateRun Repopulate(Session& session, Web& web, const Hosts& hosts,
 
 }  // namespace
 
-bool HasDataOfThisYear(const Session& session, std::string_view ticker) {
-    bool hasData = false;
-    // What cannot be read is there.
-    return FindDataOfThisYear(session, ticker, hasData) || hasData;
+Failure FindDataOfThisYear(const Session& session, std::string_view ticker, bool& hasData) {
+    const std::string today = FormatDate(session.clock.Today());
+    const auto file = YearFilePath(session.settings.QuoteFolder, ticker, YearDigits(today));
+    std::string bytes;
+    if (Failure failure = file ? ReadIfThere(*file, bytes) : Failure{}) return failure;
+    std::string_view line;
+    hasData = LineReader(bytes).Next(line) && !ParseRecord(line).front().Text().empty();
+    return {};
 }
 
 bool HasHistoryYears(const SettingsTables& settings) {

@@ -56,8 +56,9 @@ struct HistoryDownload {
 
 // Takes what became of one ticker into the report of a run.
 void TellHistory(std::string_view ticker, const HistoryDownload& download, RunReport& report);
-// Whether this year's file of the ticker has a record: a download is refused then.
-bool HasDataOfThisYear(const Session& session, std::string_view ticker);
+// Whether this year's file of the ticker has a record: a download is refused then. A file that cannot be read
+// is a failure, and refuses it as well.
+Failure FindDataOfThisYear(const Session& session, std::string_view ticker, bool& hasData);
 
 // Downloads the history of `ticker` from the chosen source. Refused when this year's file of the ticker has a
 // record; files of other years do not count.
