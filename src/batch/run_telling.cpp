@@ -18,7 +18,7 @@ ExitStatus StatusOf(RunExtent extent) {
 
 }  // namespace
 
-ExitStatus TellRun(BatchCall& call, const RunReport& report, std::string note) {
+ToldRun TellRunCounted(BatchCall& call, const RunReport& report, std::string note) {
     std::vector<std::string> lines = report.Lines();
     if (!note.empty() && report.Extent() != RunExtent::Nothing) {
         if (lines.size() < kMostToldLines) {
@@ -29,16 +29,19 @@ ExitStatus TellRun(BatchCall& call, const RunReport& report, std::string note) {
     }
     for (const std::string& line : lines) call.err << OneLine(line) << '\n';
     const Session& session = call.session;
-    const ExitStatus status = StatusOf(report.Extent());
+    const ToldRun told{StatusOf(report.Extent()), lines.size()};
     // What has no tickers has no list to keep.
-    if (report.Tickers().empty()) return status;
+    if (report.Tickers().empty()) return told;
     const std::error_code error = KeepLastRun(session.DataFolder(), report, session.clock);
-    if (!error || status == ExitStatus::Refused) return status;
+    if (!error || told.status == ExitStatus::Refused) return told;
     // A run that has told of three failures names the disk's trouble already.
-    if (lines.size() < kMostToldLines) {
-        call.err << OneLine(CannotBeSaved(session.DataFolder() / kLastRunName, error)) << '\n';
-    }
-    return ExitStatus::Partly;
+    if (told.lines == kMostToldLines) return {ExitStatus::Partly, told.lines};
+    call.err << OneLine(CannotBeSaved(session.DataFolder() / kLastRunName, error)) << '\n';
+    return {ExitStatus::Partly, told.lines + 1};
+}
+
+ExitStatus TellRun(BatchCall& call, const RunReport& report, std::string note) {
+    return TellRunCounted(call, report, std::move(note)).status;
 }
 
 }  // namespace brantlow

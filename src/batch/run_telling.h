@@ -15,4 +15,12 @@ inline constexpr std::size_t kMostToldLines = 3;
 // the run before.
 ExitStatus TellRun(BatchCall& call, const RunReport& report, std::string note = {});
 
+struct ToldRun {
+    ExitStatus status = ExitStatus::Refused;
+    std::size_t lines = 0;  // at most kMostToldLines
+};
+
+// TellRun for callers that may have a line of their own behind it.
+ToldRun TellRunCounted(BatchCall& call, const RunReport& report, std::string note = {});
+
 }  // namespace brantlow

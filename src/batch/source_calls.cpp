@@ -58,15 +58,15 @@ const SourceDefinition* SourceCall::Choose(Capability capability) {
 
 ExitStatus SourceCall::Print(const LiveReport& report, const RunReport& run) {
     call_.out << OneLine(ReportSummary(report)) << '\n';
-    const ExitStatus status = TellRun(call_, run);
-    TellTerms(status, run);
+    const auto [status, lines] = TellRunCounted(call_, run);
+    TellTerms(status, lines);
     const bool isInterrupted = report.stopped && call_.interrupted();
     return isInterrupted ? ExitStatus::Interrupted : status;
 }
 
-void SourceCall::TellTerms(ExitStatus status, const RunReport& run) {
+void SourceCall::TellTerms(ExitStatus status, std::size_t toldLines) {
     const bool hasRoom =
-        status == ExitStatus::Done || (status == ExitStatus::Partly && run.Lines().size() < kMostToldLines);
+        status == ExitStatus::Done || (status == ExitStatus::Partly && toldLines < kMostToldLines);
     if (!hasRoom) return;
     for (const SourceDefinition* source : asked_) TellTermsOf(call_, live_.State(), source);
 }

@@ -39,7 +39,7 @@ class SourceCall {
 
   private:
     const SourceDefinition* Taken(const ChosenSource& chosen);
-    void TellTerms(ExitStatus status, const RunReport& run);
+    void TellTerms(ExitStatus status, std::size_t toldLines);
 
     BatchCall& call_;
     SourceCatalogue catalogue_;

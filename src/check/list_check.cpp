@@ -85,17 +85,40 @@ bool IsHostLine(std::string_view line) {
     return NamesHost(name) && (value.starts_with("http://") || value.starts_with("https://"));
 }
 
-void CheckKeptChange(const Path& appPath, const Path& folder, FileFindings& found) {
-    const ReadResult read = ReadWholeFile(folder / kChangeList);
-    const ChangeList list = ParseChangeList(read.bytes, appPath);
-    const auto summary = ReadChangeSummary(folder);
-    if (!summary || summary->files != list.entries.size())
-        return found.Add(FindingKind::ChangeWithoutList, 0);
+Finding CannotBeRead(const Path& file, std::error_code error) {
+    return {FindingKind::Unreadable, file, 0, error.message(), 0, Mend::None, {}};
+}
+
+// What is said of a kept change whose line and list could be read.
+std::vector<Finding> CheckKeptChange(const Path& folder, const ChangeList& list,
+                                     const std::optional<ChangeSummary>& summary) {
+    FileFindings found(folder);
+    if (!summary || summary->files != list.entries.size()) {
+        found.Add(FindingKind::ChangeWithoutList, 0);
+        return found.Take();
+    }
     for (const FileChange::Entry& entry : list.entries) {
         const bool isKept = entry.was == FileChange::Entry::Was::Kept;
         if (isKept && !IsRegularFile(CopyOf(entry, folder)))
             found.Add(FindingKind::ChangeWithoutCopy, 0, entry.path.filename().string());
     }
+    return found.Take();
+}
+
+std::vector<Finding> CheckChange(const Path& appPath, const Path& folder) {
+    const bool isOpen = folder.filename().native().starts_with(kOpenChange);
+    if (isOpen && !IsLeftOpen(folder)) return {};
+    Failure unread;
+    const auto summary = isOpen ? std::nullopt : ReadChangeSummary(folder, &unread);
+    if (unread) return {CannotBeRead(unread.file, unread.cause)};
+    const Path file = folder / kChangeList;
+    const ReadResult read = ReadWholeFile(file);
+    if (read.outcome == ReadOutcome::Failed) return {CannotBeRead(file, read.error)};
+    const ChangeList list = ParseChangeList(read.bytes, appPath);
+    if (!isOpen) return CheckKeptChange(folder, list, summary);
+    FileFindings found(folder);
+    found.Add(FindingKind::OpenChange, 0, InLine(list.what));
+    return found.Take();
 }
 
 }  // namespace
@@ -143,7 +166,6 @@ std::vector<Finding> CheckLeftovers(const Path& folder) {
 }
 
 std::vector<Finding> CheckUndo(const Path& appPath, const Path& undoFolder) {
-    std::vector<Finding> findings;
     std::vector<Path> folders;
     std::error_code error;
     for (auto it = std::filesystem::directory_iterator(undoFolder, error);
@@ -151,16 +173,12 @@ std::vector<Finding> CheckUndo(const Path& appPath, const Path& undoFolder) {
         std::error_code ignored;
         if (it->is_directory(ignored)) folders.push_back(it->path());
     }
+    std::vector<Finding> findings;
+    if (error && error != std::errc::no_such_file_or_directory)
+        findings.push_back(CannotBeRead(undoFolder, error));
     std::sort(folders.begin(), folders.end());
     for (const Path& folder : folders) {
-        FileFindings found(folder);
-        if (!folder.filename().native().starts_with(kOpenChange)) {
-            CheckKeptChange(appPath, folder, found);
-        } else if (IsLeftOpen(folder)) {
-            const ChangeList list = ParseChangeList(BytesOrEmpty(folder / kChangeList), appPath);
-            found.Add(FindingKind::OpenChange, 0, InLine(list.what));
-        }
-        for (Finding& finding : found.Take()) findings.push_back(std::move(finding));
+        for (Finding& finding : CheckChange(appPath, folder)) findings.push_back(std::move(finding));
     }
     return findings;
 }

@@ -471,6 +471,25 @@ TEST_F(CheckFolder, AChangeThatWasCutOffIsToldAndTakenBackByARepair) {
     EXPECT_EQ(Check().status, ExitStatus::Done);
 }
 
+// An unreadable file is another thing than a change that cannot be undone.
+TEST_F(CheckFolder, AKeptChangeWhoseListCannotBeReadIsNamedByItsFile) {
+    const std::string change = "Back Up/Undo/2026-01-01-Split/";
+    for (const char* name : {"Change.txt", "Files.txt"}) {
+        SCOPED_TRACE(name);
+        std::filesystem::remove_all(folder / change);
+        Write(change + "Change.txt", "1\t2026\tSplit\t0\t0\n");
+        Write(change + "Files.txt", "brantlow change 1\t2026\tSplit\n");
+        EXPECT_EQ(Check().out, AllClean());
+        std::filesystem::remove(folder / (change + name));
+        std::filesystem::create_directory(folder / (change + name));
+        const std::string told = change + name + ": cannot be read (Is a directory)\n";
+        const CallResult found = Check();
+        EXPECT_EQ(found.out, told);
+        EXPECT_THAT(found.err, ::testing::StartsWith(told));
+        EXPECT_EQ(found.status, ExitStatus::Partly);
+    }
+}
+
 TEST_F(CheckFolder, OneLineTellsHowManyFurtherLinesOfAFileAreAlike) {
     Lines lines = LinesIn("Quotes/EOD/AA.26");
     for (std::string& line : lines) line.replace(line.find(",1000,"), 6, ",x,");

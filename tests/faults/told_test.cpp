@@ -89,6 +89,24 @@ TEST_F(ToldFaultTest, AnAddThatFailsAtItsSecondTickerSaysThatTheFirstIsKept) {
     EXPECT_THAT(Table(), Not(HasSubstr("\nPEP\t")));
 }
 
+// Promise `full`: three lines at the most, the terms of a source among them.
+TEST_F(ToldFaultTest, ALiveUpdateOnAFullDiskTellsThreeLinesAtTheMost) {
+    std::size_t met = 0;
+    for (bool isMet = true; isMet; met += isMet ? 1 : 0) {
+        const Path world = folder / std::to_string(met);
+        FaultWorld::Instance().CopyTo(world);
+        const FaultedCall call = CallWithFault(world, {"update", "Mine.ddq", "--source", "yahoo"},
+                                               {"write", "ENOSPC", met + 1, "/Data/", true});
+        isMet = !call.call.empty();
+        // Only the mark that the terms were told costs nothing: they are told once more.
+        const bool toldTerms = call.err.find("Yahoo's terms") != std::string::npos;
+        EXPECT_TRUE(call.status != 0 || toldTerms) << call.Told();
+        EXPECT_LE(std::count(call.err.begin(), call.err.end(), '\n'), 3) << call.Told();
+        EXPECT_GE(std::count(call.err.begin(), call.err.end(), '\n'), 1) << call.Told();
+    }
+    EXPECT_GE(met, 3U);
+}
+
 // Promise `full`: the disk fails for good in the middle of a change, so that it cannot be taken back either.
 TEST_F(ToldFaultTest, AChangeThatCannotBeTakenBackIsToldAndTakenBackByTheNextCommand) {
     const FolderImage before = ImageOf(app);
