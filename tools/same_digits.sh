@@ -60,7 +60,7 @@ make_sysroot() {
   [[ ! -e $sysroot/complete ]] || return 0
   rm -rf "$sysroot"
   debootstrap --arch=arm64 --foreign --variant=minbase \
-    --include=libc6-dev,libcli11-dev,libcpp-httplib-dev,libcurl4-openssl-dev,libfmt-dev,libgmock-dev,libgtest-dev,libgumbo-dev,libssl-dev,libstdc++-12-dev,nlohmann-json3-dev \
+    --include=libarchive-dev,libc6-dev,libcli11-dev,libcpp-httplib-dev,libcurl4-openssl-dev,libfmt-dev,libgmock-dev,libgtest-dev,libgumbo-dev,libssl-dev,libstdc++-12-dev,nlohmann-json3-dev \
     bookworm "$sysroot"
   local package
   for package in "$sysroot"/var/cache/apt/archives/*.deb; do dpkg -x "$package" "$sysroot"; done

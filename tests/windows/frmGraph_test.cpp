@@ -9,6 +9,8 @@
 #include <QScrollArea>
 
 #include "chart_fixture.h"
+#include "screens/windows/frmApplicationSettings.h"
+#include "selector/windows/frmSelectorSelection.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 
@@ -412,6 +414,31 @@ class FrmGraphTest : public QObject {
         program.frame->OpenRecentFile(1);
         QVERIFY(!program.Graph());
         QVERIFY(program.frame->QuoteForm());
+    }
+
+    void aSelectorRunClosesTheChart() {
+        ChartProgram program;
+        program.Choose("mnuGraphicsHLC");
+        QVERIFY(program.frame->GraphForm());
+        program.frame->Run("mnuEvaluatePickStocks");
+        auto* const interval = program.frame->findChild<frmSelectorSelection*>();
+        QVERIFY(interval);
+        interval->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        QVERIFY(!program.frame->GraphForm());
+        QCOMPARE(program.session.CurrentFile, std::string("Evaluations.dbe"));
+    }
+
+    void openingAndLeavingTheSettingsKeepsTheStyle() {
+        ChartProgram program;
+        program.Choose("mnuGraphicsCandleStick");
+        QCOMPARE(program.Graph()->Chart().ChartStyle, std::string("CandleStick"));
+        program.Choose("mnuSettingsApplication");
+        auto* const settings = program.frame->findChild<frmApplicationSettings*>();
+        QVERIFY(settings && settings->isVisible());
+        QTest::keyClick(settings, Qt::Key_Escape);
+        QVERIFY(!settings->isVisible());
+        QVERIFY(program.Graph());
+        QCOMPARE(program.Graph()->Chart().ChartStyle, std::string("CandleStick"));
     }
 
     void theWindowMenuArrangesBothChildren() {
