@@ -7,6 +7,7 @@
 #include <ctime>
 
 #include "base/dates.h"
+#include "base/failure.h"
 #include "base/text.h"
 #include "shell/settings/settings_files.h"
 
@@ -84,7 +85,13 @@ void AddPassword(const Session& session, const Environment& environment, AlarmLe
     if (letter.request.user.empty() || !letter.refusal.empty()) return;
     std::string& password = letter.request.password;
     password = FindKey(session.DataFolder(), kMailKeyName, environment);
-    if (password.empty()) {
+    // The password may stand in a file that cannot be read.
+    std::string bytes;
+    const Failure unread =
+        password.empty() ? ReadIfThere(session.DataFolder() / kKeysFileName, bytes) : Failure{};
+    if (unread) {
+        letter.refusal = Sentence(unread);
+    } else if (password.empty()) {
         letter.refusal =
             fmt::format("The password of the mail server is missing: put {}=PASSWORD into Data/{} or set {}",
                         kMailKeyName, kKeysFileName, KeyVariable(kMailKeyName));

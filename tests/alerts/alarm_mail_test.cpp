@@ -245,6 +245,14 @@ TEST_F(AlarmMailTest, WhatIsWrongWithTheSettingsIsToldBeforeAnythingIsSent) {
     EXPECT_THAT(mail.sent, IsEmpty());
 }
 
+TEST_F(AlarmMailTest, KeysThatCannotBeReadAreNamedInsteadOfAMissingPassword) {
+    variables.clear();
+    std::filesystem::create_directories(session.DataFile("Keys.ini"));
+    EXPECT_EQ(MailTest(session, post).failure,
+              session.DataFile("Keys.ini").string() + ": cannot be read (Is a directory)");
+    EXPECT_THAT(mail.sent, IsEmpty());
+}
+
 TEST_F(AlarmMailTest, ThePasswordComesFromTheEnvironmentOrTheKeysAndStandsInNoSentence) {
     variables.clear();
     EXPECT_EQ(MailTest(session, post).failure,

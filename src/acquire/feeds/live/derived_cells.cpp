@@ -10,7 +10,9 @@ using nlohmann::json;
 
 DerivedCells DerivedCells::Load(const Path& dataFolder) {
     DerivedCells cells;
-    const json kept = json::parse(BytesOrEmpty(dataFolder / kSourceCellsName), nullptr, false);
+    const ReadResult read = ReadWholeFile(dataFolder / kSourceCellsName);
+    cells.isUnread_ = read.outcome == ReadOutcome::Failed;
+    const json kept = json::parse(read.bytes, nullptr, false);
     if (!kept.is_object()) return cells;
     for (const auto& [ticker, row] : kept.items()) {
         if (!row.is_object()) continue;
@@ -42,6 +44,7 @@ void DerivedCells::Set(const std::string& ticker, const std::string& header, std
 }
 
 void DerivedCells::Save(const Path& dataFolder) const {
+    if (isUnread_) return;
     json kept = json::object();
     for (const auto& [ticker, row] : cells_) {
         for (const auto& [header, text] : row)

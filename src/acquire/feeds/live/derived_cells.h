@@ -15,7 +15,8 @@ inline constexpr const char* kSourceCellsName = "Source Cells.json";
 
 class DerivedCells {
   public:
-    // None where the file is missing or holds something else.
+    // None where the file is missing, holds something else or cannot be read; that last one is not
+    // overwritten.
     static DerivedCells Load(const Path& dataFolder);
 
     // Whether this cell was worked out and still says so.
@@ -31,6 +32,7 @@ class DerivedCells {
     const std::string* Find(std::string_view ticker, std::string_view header) const;
 
     std::map<std::string, std::map<std::string, std::string, std::less<>>, std::less<>> cells_;
+    bool isUnread_ = false;
 };
 
 }  // namespace brantlow
