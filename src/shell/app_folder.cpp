@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "shell/file_kind.h"
 #include "shell/settings/settings_files.h"
 
 namespace brantlow {
@@ -72,6 +73,18 @@ bool HoldsSettings(const Path& data) {
     });
 }
 
+// A folder that cannot be listed may hold some.
+bool HoldsTables(const Path& data) {
+    std::error_code error;
+    for (auto it = fs::directory_iterator(data, error); !error && it != fs::directory_iterator();
+         it.increment(error)) {
+        const FileKind kind = KindOf(it->path().filename().native());
+        // The template of new tables is shipped.
+        if (kind != FileKind::None && kind != FileKind::Db) return true;
+    }
+    return static_cast<bool>(error);
+}
+
 // Copies the files below `from` that `to` lacks, making folders as needed.
 std::error_code CopyMissingFiles(const Path& from, const Path& to,
                                  ShippedTo shippedTo = ShippedTo::NewFolders) {
@@ -92,12 +105,20 @@ std::error_code CopyMissingFiles(const Path& from, const Path& to,
     return error;
 }
 
+// Fills a Data/ that is there. One as good as new is marked by the other folder until it is whole.
+std::error_code FillData(const Path& shipped, const Path& data, const Path& inWork) {
+    if (HoldsSettings(data) && !IsFolder(inWork))
+        return CopyMissingFiles(shipped, data, ShippedTo::EveryFolder);
+    std::error_code error;
+    fs::create_directories(inWork, error);
+    if (!error) error = CopyMissingFiles(shipped, data, ShippedTo::NewFolders);
+    if (!error) fs::remove_all(inWork, error);
+    return error;
+}
+
 std::error_code MakeData(const Path& assets, const Path& appPath) {
     const Path data = appPath / kData;
-    if (IsFolder(data)) {
-        const ShippedTo shippedTo = HoldsSettings(data) ? ShippedTo::EveryFolder : ShippedTo::NewFolders;
-        return CopyMissingFiles(assets / kData, data, shippedTo);
-    }
+    if (IsFolder(data)) return FillData(assets / kData, data, appPath / kDataInWork);
     if (const auto error = CopyMissingFiles(assets / kData, appPath / kDataInWork)) return error;
     std::error_code error;
     fs::rename(appPath / kDataInWork, data, error);
@@ -130,7 +151,9 @@ std::optional<Path> FindAssets(const Path& executable) {
 }
 
 bool NeedsMaking(const Path& appPath) {
-    return !IsFolder(appPath / kData);
+    const Path data = appPath / kData;
+    const bool isWhole = IsFolder(data) && !IsFolder(appPath / kDataInWork);
+    return !isWhole || (!HoldsSettings(data) && !HoldsTables(data));
 }
 
 std::error_code MakeAppFolder(const Path& assets, const Path& appPath) {

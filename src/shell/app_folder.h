@@ -29,14 +29,14 @@ Path ResolveAppPath(const StartPlaces& places);
 // the folders above it, else share/brantlow beside the executable's folder. Nothing where none holds Data/.
 std::optional<Path> FindAssets(const Path& executable);
 
-// True while a folder holds no Data/, so that it has to be made before the program can use it.
+// True while a folder holds no Data/, or one without settings and without a table (somebody has laid hosts or
+// keys there beforehand), so that it has to be made before the program can use it.
 bool NeedsMaking(const Path& appPath);
 
 // Makes Data/, Quotes/EOD/, Images/, Help/, "Back Up/" and "Back Up/Data/" in `appPath` and copies the
 // shipped files into them. A file that is there already, whatever it is, stays as it is; a Data/ with
 // settings gets no settings file that is for new folders only. The first failure is returned; what was made
-// until then stays and a further call goes on from there. Data/ appears last and whole, so that NeedsMaking
-// holds until everything is in place.
+// until then stays and a further call goes on from there. NeedsMaking holds until everything is in place.
 std::error_code MakeAppFolder(const Path& assets, const Path& appPath);
 
 }  // namespace brantlow

@@ -147,6 +147,38 @@ TEST_F(MakeAppFolderTest, AnInterruptedMakingIsTakenUpAgain) {
     EXPECT_FALSE(fs::exists(app / "Data.new"));
 }
 
+// Whoever lays hosts or keys there before the first start has no settings and no tables yet.
+TEST_F(MakeAppFolderTest, ADataFolderThatWasOnlyPreparedIsMade) {
+    const char* const kPrepared[] = {"Data/Hosts.ini", "Data/Keys.ini", "Data/Sources/own.json"};
+    for (const char* file : kPrepared) Put(app / file, "mine");
+    EXPECT_TRUE(NeedsMaking(app));
+    ASSERT_FALSE(MakeAppFolder(assets, app));
+    EXPECT_FALSE(NeedsMaking(app));
+    for (const char* file : kPrepared) EXPECT_EQ(BytesOrEmpty(app / file), "mine") << file;
+    EXPECT_EQ(BytesOrEmpty(app / "Data/VTRDATAset.ini"), "\"Manually\"\r\n");
+    EXPECT_FALSE(fs::exists(app / "Data.new"));
+}
+
+TEST_F(MakeAppFolderTest, ADataFolderWithATableOrSettingsIsSomebodys) {
+    for (const char* file : {"Jan.ddq", "Evaluations.dbe", "Old.efq", "VTRMRUset.ini"}) {
+        const Path used = folder / file;
+        Put(used / "Data" / file, "mine");
+        EXPECT_FALSE(NeedsMaking(used)) << file;
+    }
+}
+
+TEST_F(MakeAppFolderTest, AnInterruptedMakingOfAPreparedFolderIsTakenUpAgain) {
+    Put(assets / "Data/VTROWNset.ini", "\"Keep\"\r\n");
+    Put(app / "Data/Hosts.ini", "mine");
+    Put(app / "Data/VTRDATAset.ini", "\"Manually\"\r\n");
+    fs::create_directories(app / "Data.new");
+    EXPECT_TRUE(NeedsMaking(app));
+    ASSERT_FALSE(MakeAppFolder(assets, app));
+    EXPECT_FALSE(NeedsMaking(app));
+    EXPECT_EQ(BytesOrEmpty(app / "Data/VTROWNset.ini"), "\"Keep\"\r\n");
+    EXPECT_EQ(BytesOrEmpty(app / "Data/Hosts.ini"), "mine");
+}
+
 TEST_F(MakeAppFolderTest, AFileInTheWayIsReportedAndStands) {
     Put(app / "Data", "a file");
     EXPECT_TRUE(MakeAppFolder(assets, app));

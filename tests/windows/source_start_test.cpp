@@ -7,6 +7,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStatusBar>
 
 #include "acquire/feeds/live/source_catalogue.h"
 #include "acquire/feeds/windows/frmNewList.h"
@@ -109,6 +110,39 @@ class SourceStartTest : public QObject {
             QVERIFY2(scene.Line().contains(QStringLiteral("3 of 3 from")), qPrintable(scene.Line()));
             QVERIFY(scene.Read("VTRSRCset.ini").starts_with("\"" + std::string(row.source) + "\"\r\n"));
         }
+    }
+
+    void historiesThatAreToStayAreKeptAndTheirChartIsShown() {
+        Scene scene;
+        const Path folder = scene.session.AppPath / "Quotes" / "EOD";
+        const std::string old = ",11/13/2026,4:00pm,150,149,151,100\r\n";
+        for (const char* ticker : {"CL", "NFLX"}) {
+            QVERIFY(!WriteWholeFile(folder / (std::string(ticker) + ".26"), ticker + old));
+        }
+        scene.Open("mnuFileNewMyList");
+        scene.Type("WMT NFLX CL");
+        scene.ChooseSource("Prices", "tiingo");
+        scene.EnterKey("any");
+        QStringList asked;
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) asked << box->text();
+            PressButton(dialog, QMessageBox::Cancel);
+        });
+        scene.Create();
+        Wait();
+        QCOMPARE(asked, QStringList(QStringLiteral("The stored history of 2 of 3 tickers is replaced by what "
+                                                   "is downloaded now. Do you want to go on?")));
+        QCOMPARE(scene.session.CurrentFile, std::string("My List.ddq"));
+        QVERIFY(scene.frame->GraphForm());
+        QVERIFY2(scene.frame->GraphForm()->windowTitle().startsWith(QStringLiteral("NFLX")),
+                 qPrintable(scene.frame->GraphForm()->windowTitle()));
+        QCOMPARE(scene.Find<QStatusBar>("sbStatusBar")->currentMessage(),
+                 QStringLiteral("The stored histories stay as they are. Update Quotes (F5) fetches the days "
+                                "since then."));
+        for (const char* ticker : {"CL", "NFLX"}) {
+            QCOMPARE(scene.History(std::string(ticker) + ".26"), ticker + old);
+        }
+        QCOMPARE(scene.History("WMT.26"), std::string());
     }
 
     void aMarketsListLeadsToAChartToo() {

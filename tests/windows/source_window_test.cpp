@@ -141,6 +141,16 @@ class SourceWindowTest : public QObject {
         QCOMPARE(scene.Read("Keys.ini"), std::string("alpaca=an-id:pasted\r\n"));
     }
 
+    void theTestBeginsWithTheTickerInWork() {
+        for (const char* ticker : {"", "BRK.B"}) {
+            Scene scene;
+            scene.session.CurrentTicker = ticker;
+            scene.Open();
+            const QString offered = *ticker == '\0' ? QStringLiteral("AAPL") : QString::fromLatin1(ticker);
+            QCOMPARE(Part<QLineEdit>(scene.window, "txtTicker")->text(), offered);
+        }
+    }
+
     void theTestShowsRowsOfEverythingThatASourceGives() {
         Scene scene;
         scene.KeepKey("massive", "any");

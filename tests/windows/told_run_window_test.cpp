@@ -1,9 +1,11 @@
 // What a run did, at the window: the status bar's first field, the list behind it, the file, and the question
 // before several histories are replaced.
+#include <QHeaderView>
 #include <QRadioButton>
 #include <QTreeWidget>
 
 #include "acquire/feeds/windows/frmPopulate.h"
+#include "base/windows/elided_label.h"
 #include "shell/frame/windows/frmLastRun.h"
 #include "update_window_fixture.h"
 
@@ -69,6 +71,19 @@ class ToldRunWindowTest : public QObject {
         QCOMPARE(tickers->topLevelItem(0)->text(0), QStringLiteral("T1"));
         QCOMPARE(tickers->topLevelItem(0)->text(1), QStringLiteral("failed"));
         QVERIFY(tickers->topLevelItem(0)->text(2).contains(QStringLiteral("could not connect")));
+        for (int column = 0; column < 2; ++column) {
+            QVERIFY(tickers->columnWidth(column) >= tickers->header()->sectionSizeHint(column));
+        }
+    }
+
+    void aLongLineIsShortenedWithDotsInMostOfTheBar() {
+        UpdateProgram program;
+        program.StartMine();
+        program.Update();
+        auto* field = dynamic_cast<ElidedLabel*>(program.Find<QLabel>("Panel1"));
+        QVERIFY(field);
+        QVERIFY2(field->width() > program.Find<QLabel>("Panel4")->width(),
+                 qPrintable(QString::number(field->width())));
     }
 
     void populateAsksBeforeItReplacesTheHistoryOfSeveralTickers() {

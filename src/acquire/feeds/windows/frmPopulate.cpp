@@ -22,7 +22,6 @@ namespace brantlow {
 
 namespace {
 
-// Line of DataSettings that holds the years.
 constexpr int kTextWidth = 420;
 
 struct YearsOption {

@@ -107,7 +107,8 @@ frmSources::frmSources(Session& session, Web& web, QWidget* parent)
       terms_(WrappedLabel("lblTerms")),
       limits_(WrappedLabel("lblLimits")),
       key_(new SourceKeyField),
-      ticker_(new QLineEdit(Name(kCheckedTicker))),
+      ticker_(
+          new QLineEdit(session.CurrentTicker.empty() ? Name(kCheckedTicker) : Shown(session.CurrentTicker))),
       result_(new QPlainTextEdit),
       outcome_(new QLabel) {
     setObjectName(QStringLiteral("frmSources"));

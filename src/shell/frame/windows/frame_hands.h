@@ -69,6 +69,13 @@ struct TableHands {
 // Session::CurrentTicker. The session's is that one again afterwards.
 std::string TickerMeant(const TableHands& table, Session& session);
 
+// How the filling of the open table went.
+enum class Filling {
+    Done,
+    Kept,   // stored histories were not to be replaced: nothing was fetched
+    Ended,  // by the person, or with the window
+};
+
 struct FrameHands {
     QMainWindow& window;  // the owner of dialogs
     Session& session;
@@ -121,8 +128,7 @@ struct FrameHands {
     std::function<void(const QString& title, const std::function<int(QPagedPaintDevice&)>& paint)>
         printPages = {};
     // Fetches the histories of the open table's tickers, then their quotes of the day, each told as always.
-    // False when the person ended it.
-    std::function<bool()> fillTable = {};
+    std::function<Filling()> fillTable = {};
     // Runs the entry of this name.
     std::function<void(std::string_view)> run = {};
     // What the File menu does with a chart: it is printed and kept as the picture of its `client` area, under

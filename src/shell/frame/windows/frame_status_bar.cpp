@@ -22,6 +22,9 @@ constexpr int kCountPanelWidth = 80;
 constexpr int kProgressWidth = 180;
 constexpr int kPercent = 100;
 constexpr int kNoticeMilliseconds = 8000;
+// How the day, or the line of a run, and the rows share the room; the line is the longer one.
+constexpr int kRoomOfDay = 3;
+constexpr int kRoomOfRows = 2;
 
 QLabel* AddPanel(QStatusBar& bar, const QString& name, const QString& toolTip, int width) {
     auto* panel = new QLabel;
@@ -53,10 +56,11 @@ FrameStatusBar::FrameStatusBar(QMainWindow& window, const Session& session)
 FrameStatusBar::~FrameStatusBar() = default;
 
 void FrameStatusBar::AddDay(QMainWindow& window) {
-    auto* field = new QLabel(
+    auto* field = new ElidedLabel;
+    field->setText(
         QLocale::c().toString(Shown(session_.clock.Today()), QStringLiteral(" dddd, MMMM d, yyyy")));
     field->setObjectName(QStringLiteral("Panel1"));
-    bar_.addWidget(field, 1);
+    bar_.addWidget(field, kRoomOfDay);
     told_ = std::make_unique<ToldRuns>(*field, window);
 }
 
@@ -76,7 +80,7 @@ void FrameStatusBar::AddRows() {
     rows_->setObjectName(QStringLiteral("Panel4"));
     rows_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     // Behind the day, which stands at 0.
-    bar_.insertPermanentWidget(1, rows_, 2);
+    bar_.insertPermanentWidget(1, rows_, kRoomOfRows);
 }
 
 void FrameStatusBar::Notice(const std::string& text) {

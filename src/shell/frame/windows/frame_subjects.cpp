@@ -36,7 +36,11 @@ FrameSubjects::FrameSubjects(const Start& start)
     };
     hands.openNamed = [this](const std::string& name) { file.OpenNamed(name); };
     hands.openQuoteFile = [this](const Path& path) { drops.OpenQuoteFile(path); };
-    hands.fillTable = [this] { return longRuns.Populate() && updates.Update(); };
+    hands.fillTable = [this] {
+        const Filling filling = longRuns.Populate();
+        if (filling != Filling::Done) return filling;
+        return updates.Update() ? Filling::Done : Filling::Ended;
+    };
     hands.run = [this](std::string_view command) { Run(command); };
     hands.pictureOperations = [this](QWidget& chartForm, QWidget& client, std::function<std::string()> svg) {
         return print.PictureOperations(chartForm, client, std::move(svg));

@@ -28,6 +28,8 @@ QTreeWidget* TickerList(const RunReport& report) {
             new QTreeWidgetItem(QStringList{Shown(told.ticker), Name(FateWord(told.fate)), Shown(told.why)}));
     }
     list->addTopLevelItems(rows);
+    constexpr int kWhyColumn = 2;
+    for (int column = 0; column < kWhyColumn; ++column) list->resizeColumnToContents(column);
     // In the order of the run until a head is clicked.
     list->header()->setSectionsClickable(true);
     QObject::connect(list->header(), &QHeaderView::sectionClicked, list, [list](int section) {

@@ -103,15 +103,16 @@ bool RunCommands::MayReplace(const std::vector<std::string>& tickers, std::strin
     return frame_.person.AskBeforeLoss(ReplaceQuestion(stored, tickers.size()), kReplaceTitle, verb);
 }
 
-bool RunCommands::Populate() {
+Filling RunCommands::Populate() {
     frmQuoteGrid* const form = frame_.table.form();
-    if (!form || !MayReplace(TickersOf(form->Table()), "Populate")) return false;
+    if (!form) return Filling::Ended;
+    if (!MayReplace(TickersOf(form->Table()), "Populate")) return Filling::Kept;
     frame_.runs.Begin(*form);
     const PopulateRun run = PopulateDatabase(frame_.session, frame_.web, frame_.hosts, form->Table());
     const bool stays = frame_.runs.EndOn(*form);
     frame_.tell(run.report);
     if (stays && run.error) frame_.person.Say(ChangeSentence("Populate", run.error));
-    return stays && !run.stopped;
+    return stays && !run.stopped ? Filling::Done : Filling::Ended;
 }
 
 void RunCommands::AskImport() {

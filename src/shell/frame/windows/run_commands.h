@@ -22,8 +22,9 @@ class RunCommands final {
     RunCommands(const FrameHands& frame, Analysis& analysis) : frame_(frame), analysis_(analysis) {}
 
     CommandRows Rows();
-    // Fills the database for the open table; false when the person ended it.
-    bool Populate();
+    // Fills the database for the open table. A person who does not want stored histories to be replaced
+    // keeps them, and nothing is fetched.
+    Filling Populate();
 
   private:
     void StockSelector();

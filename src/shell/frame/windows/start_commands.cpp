@@ -32,6 +32,10 @@ std::string WhyNotFilled(const PracticeResult& result) {
     return {};
 }
 
+// Of a list whose tickers have histories that are to stay.
+constexpr const char* kKeptHistories =
+    "The stored histories stay as they are. Update Quotes (F5) fetches the days since then.";
+
 std::string FillPracticeTable(const Session& session) {
     const std::optional<Path> assets = FindAssets(CurrentStartPlaces().executable);
     if (!assets)
@@ -101,7 +105,9 @@ void StartCommands::ShowFirstChart() {
 }
 
 void StartCommands::Fill() {
-    if (frame_.fillTable()) ShowFirstChart();
+    const Filling filling = frame_.fillTable();
+    if (filling == Filling::Done) ShowFirstChart();
+    if (filling == Filling::Kept && ShowChartOfFirst()) frame_.notice(kKeptHistories);
 }
 
 void StartCommands::OpenFirst() {

@@ -10,8 +10,6 @@ namespace brantlow {
 
 ToldRuns::ToldRuns(QLabel& field, QWidget& window) : field_(field), window_(window) {
     field_.installEventFilter(this);
-    // A long line is cut by the field and does not widen the window.
-    field_.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 }
 
 void ToldRuns::Tell(const RunReport& report) {
