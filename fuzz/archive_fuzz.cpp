@@ -1,9 +1,10 @@
 // What a person has downloaded: an archive with its names and packed bytes, and the text file of a ticker.
 // Input: a byte for the kind (even: a text file, odd: a zip archive), the bytes.
 #include <cmath>
+#include <utility>
 
+#include "acquire/feeds/archives/bundle_reading.h"
 #include "acquire/feeds/archives/downloaded_history.h"
-#include "acquire/feeds/archives/history_bundle.h"
 #include "fuzz_session.h"
 
 using namespace brantlow;
@@ -32,16 +33,20 @@ void ReadArchive(std::string_view bytes) {
     limits.files = 1000;
     limits.bytesOfFile = 1 << 20;
     limits.bytes = 8 << 20;
-    for (const BundleEntry& entry : ListBundle(file, limits).entries) {
-        Demand(!entry.name.starts_with('/'), "a name leads out");
-    }
-    const BundleReading reading = {[](const BundleEntry&) { return true; },
-                                   [&](const BundleEntry& entry, const BundleText& text) {
-                                       Demand(text.bytes.size() <= limits.bytesOfFile, "a file is too large");
-                                       ReadText(entry.name, text.bytes);
-                                       return true;
-                                   }};
-    static_cast<void>(ReadBundle(file, reading, limits));
+    const BundleList list = ListBundle(file, limits);
+    for (const BundleEntry& entry : list.entries) Demand(!entry.name.starts_with('/'), "a name leads out");
+    std::size_t taken = 0;
+    BundleReading reading = {[](const BundleEntry&) { return true; },
+                             [&](std::size_t, const BundleEntry& entry, const BundleText& text) {
+                                 Demand(text.bytes.size() <= limits.bytesOfFile, "a file is too large");
+                                 ReadText(entry.name, text.bytes);
+                             },
+                             [&](std::size_t, const BundleEntry&) { return ++taken > 0; }};
+    const Failure alone = ReadBundle(file, list, reading, limits);
+    const std::size_t takenAlone = std::exchange(taken, 0);
+    reading.helpers = 2;
+    const Failure shared = ReadBundle(file, list, reading, limits);
+    Demand(taken == takenAlone && Sentence(alone) == Sentence(shared), "threads change what is taken");
 }
 
 }  // namespace

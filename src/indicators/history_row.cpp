@@ -1,10 +1,10 @@
 #include "indicators/history_row.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 
 #include "base/numbers.h"
+#include "base/plain_number.h"
 
 namespace brantlow {
 
@@ -39,30 +39,9 @@ constexpr bool AgreesWithTheWrittenForm() {
 }
 static_assert(AgreesWithTheWrittenForm());
 
-// Both factors of digits / 10^n are exact doubles up to these bounds, so the one division rounds correctly.
-constexpr std::uint64_t kLargestExactWhole = std::uint64_t{1} << 53U;
-constexpr std::array<double, 23> kPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-// No whole number of so many digits overflows 64 bits.
-constexpr std::ptrdiff_t kMostPlainDigits = 19;
-
 const char* FindComma(const char* text, const char* end) {
     const void* comma = std::memchr(text, ',', static_cast<std::size_t>(end - text));
     return comma == nullptr ? end : static_cast<const char*>(comma);
-}
-
-unsigned DigitAt(const char* text) {
-    return static_cast<unsigned>(static_cast<unsigned char>(*text)) - '0';
-}
-
-const char* ReadDigits(const char* text, const char* end, std::uint64_t& whole) {
-    for (; text != end; ++text) {
-        const unsigned digit = DigitAt(text);
-        if (digit > 9) break;
-        whole = whole * 10 + digit;
-    }
-    return text;
 }
 
 std::string_view ReadTextField(const char*& text, const char* end) {
@@ -77,27 +56,14 @@ std::string_view ReadTextField(const char*& text, const char* end) {
 
 double ReadNumberField(const char*& text, const char* end) {
     const char* const start = text;
-    const bool negative = start != end && *start == '-';
-    const char* const digits = start + (negative ? 1 : 0);
-    std::uint64_t whole = 0;
-    const char* at = ReadDigits(digits, end, whole);
-    std::ptrdiff_t count = at - digits;
-    std::ptrdiff_t decimals = 0;
-    if (at != end && *at == '.') {
-        const char* const fraction = at + 1;
-        at = ReadDigits(fraction, end, whole);
-        decimals = at - fraction;
-        count += decimals;
+    double value = 0;
+    const char* const at = ReadPlainNumber(text, end, value);
+    if (at != nullptr && (at == end || *at == ',')) {
+        text = at;
+        return value;
     }
-    const bool plain =
-        (at == end || *at == ',') && count > 0 && count <= kMostPlainDigits && whole <= kLargestExactWhole;
-    if (!plain) {
-        text = FindComma(at, end);
-        return LeadingNumber(std::string_view(start, static_cast<std::size_t>(text - start)));
-    }
-    text = at;
-    const double value = static_cast<double>(whole) / kPowersOfTen[static_cast<std::size_t>(decimals)];
-    return negative ? -value : value;
+    text = FindComma(start, end);
+    return LeadingNumber(std::string_view(start, static_cast<std::size_t>(text - start)));
 }
 
 void ParseHistoryRow(std::string_view line, HistoryRow& row) {

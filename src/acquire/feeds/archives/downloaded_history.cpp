@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/plain_number.h"
 #include "base/text.h"
 
 namespace brantlow {
@@ -38,28 +39,38 @@ struct Fields {
     std::size_t count = 0;  // kMostFields + 1 for more than there is room for
 };
 
-Fields FieldsOf(std::string_view line) {
-    Fields fields;
+void ReadFields(std::string_view line, Fields& fields) {
+    fields.count = 0;
     for (;;) {
         const std::size_t comma = line.find(',');
         if (fields.count == kMostFields) {
             ++fields.count;
-            return fields;
+            return;
         }
         fields.texts[fields.count++] = line.substr(0, comma);
-        if (comma == std::string_view::npos) return fields;
+        if (comma == std::string_view::npos) return;
         line.remove_prefix(comma + 1);
     }
 }
 
-template <class Number>
-bool ReadWhole(std::string_view text, Number& number) {
+bool ReadWhole(std::string_view text, double& number) {
     const char* const last = text.data() + text.size();
+    if (ReadPlainNumber(text.data(), last, number) == last) return true;
     const auto [end, error] = std::from_chars(text.data(), last, number);
     if (error == std::errc() && end == last) return true;
     // Blanks are rare enough to be looked for only here.
     const std::string_view bare = Trim(text);
     return bare.size() < text.size() && !bare.empty() && ReadWhole(bare, number);
+}
+
+// Digits alone.
+bool ReadDigits(std::string_view text, unsigned& number) {
+    number = 0;
+    for (const char c : text) {
+        if (c < '0' || c > '9') return false;
+        number = number * 10 + static_cast<unsigned>(c - '0');
+    }
+    return true;
 }
 
 // "20240102" or "2024-01-02".
@@ -69,14 +80,14 @@ std::optional<sys_days> DayOfText(std::string_view text) {
     constexpr std::size_t kIso = 10;
     const bool isIso = text.size() == kIso && text[4] == '-' && text[7] == '-';
     if (!isIso && text.size() != kPlain) return std::nullopt;
-    int year = 0;
+    unsigned year = 0;
     unsigned month = 0;
     unsigned day = 0;
     const std::size_t step = isIso ? 1 : 0;
-    const bool isRead = ReadWhole(text.substr(0, 4), year) && ReadWhole(text.substr(4 + step, 2), month) &&
-                        ReadWhole(text.substr(6 + 2 * step, 2), day);
-    const std::chrono::year_month_day date{std::chrono::year{year}, std::chrono::month{month},
-                                           std::chrono::day{day}};
+    const bool isRead = ReadDigits(text.substr(0, 4), year) && ReadDigits(text.substr(4 + step, 2), month) &&
+                        ReadDigits(text.substr(6 + 2 * step, 2), day);
+    const std::chrono::year_month_day date{std::chrono::year{static_cast<int>(year)},
+                                           std::chrono::month{month}, std::chrono::day{day}};
     if (!isRead || !date.ok()) return std::nullopt;
     return sys_days{date};
 }
@@ -111,7 +122,8 @@ class Reading {
     }
 
     bool TakeHead(std::string_view line) {
-        const Fields head = FieldsOf(line);
+        Fields& head = row_;
+        ReadFields(line, head);
         places_.fill(kNone);
         for (std::size_t i = 0; i < std::min(head.count, kMostFields); ++i) {
             std::string_view name = Trim(head.texts[i]);
@@ -135,7 +147,8 @@ class Reading {
         for (std::string_view line; lines.Next(line);) {
             ++line_;
             if (Trim(line).empty()) continue;
-            if (!TakeRow(FieldsOf(line))) return;
+            ReadFields(line, row_);
+            if (!TakeRow(row_)) return;
         }
     }
 
@@ -198,6 +211,7 @@ class Reading {
     DownloadedHistory history_;
     std::array<std::size_t, kColumnCount> places_{};
     std::size_t count_ = 0;
+    Fields row_;
     std::size_t line_ = 0;
     std::string ticker_;
     std::optional<sys_days> last_;

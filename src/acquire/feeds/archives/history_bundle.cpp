@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A damaged entry ends the reading of the archive; it is opened again behind it, this often.
-constexpr std::size_t kMostDamagedEntries = 100;
 constexpr std::size_t kBlockBytes = std::size_t{64} * 1024;
 
 Failure Refusal(const Path& from, std::string why) {
@@ -38,6 +36,12 @@ bool LeadsOut(std::string_view name) {
     const std::vector<std::string_view> pieces = SplitAt(parts, '/');
     return std::find(pieces.begin(), pieces.end(), "..") != pieces.end();
 }
+
+std::string TooLarge(std::uintmax_t most) {
+    return "it is larger than " + std::to_string(most / 1024 / 1024) + " MB";
+}
+
+}  // namespace
 
 // An archive that is read from its first entry on.
 class ZipReader {
@@ -68,21 +72,20 @@ class ZipReader {
         }
     }
 
-    // The bytes of the entry in hand. `isBroken` that no further entry can be read from here.
-    std::string Read(std::string& bytes, std::uintmax_t most, bool& isBroken, Failure& fault) {
-        bytes.clear();
-        std::size_t used = 0;
+    // The bytes of the entry in hand, as the first `used` of a buffer that grows. `isBroken` that no further
+    // entry can be read from here.
+    std::string Read(std::string& buffer, std::size_t& used, std::uintmax_t most, bool& isBroken,
+                     Failure& fault) {
+        used = 0;
         for (;;) {
-            bytes.resize(used + kBlockBytes * 4);
+            if (buffer.size() < used + kBlockBytes) buffer.resize(used + kBlockBytes * 4);
             const la_ssize_t got =
-                archive_read_data(archive_.get(), bytes.data() + used, bytes.size() - used);
+                archive_read_data(archive_.get(), buffer.data() + used, buffer.size() - used);
             if (got < 0) return Damage(got, isBroken, fault);
             used += static_cast<std::size_t>(got);
-            if (used > most) return "it is larger than " + std::to_string(most / 1024 / 1024) + " MB";
-            if (got == 0) break;
+            if (used > most) return TooLarge(most);
+            if (got == 0) return {};
         }
-        bytes.resize(used);
-        return {};
     }
 
     static std::string NameOf(archive_entry* entry) {
@@ -134,6 +137,8 @@ class ZipReader {
     Descriptor file_{-1};
 };
 
+namespace {
+
 BundleEntry EntryOf(archive_entry* entry) {
     const la_int64_t bytes = archive_entry_size(entry);
     return {ZipReader::NameOf(entry), bytes > 0 ? static_cast<std::uintmax_t>(bytes) : 0};
@@ -146,6 +151,7 @@ Failure TooMany(const Path& from, const BundleLimits& limits) {
 // Everything below `folder`, sorted by name, so that a run does not hang on the order of the disk.
 BundleList ListFolder(const Path& folder, const BundleLimits& limits) {
     BundleList list;
+    list.folder = folder;
     std::error_code error;
     for (auto it = fs::recursive_directory_iterator(folder, error);
          !error && it != fs::recursive_directory_iterator(); it.increment(error)) {
@@ -185,17 +191,15 @@ bool IsText(const Path& from) {
     return ending == ".TXT" || ending == ".CSV";
 }
 
-// Where the files of a folder, or a file by itself, lie.
-struct Loose {
-    Path folder;
-    BundleList list;
-};
-
-Loose LooseFiles(const Path& from, const BundleLimits& limits) {
-    if (fs::is_directory(from)) return {from, ListFolder(from, limits)};
+// The file by itself, or the files of the folder.
+BundleList LooseFiles(const Path& from, const BundleLimits& limits) {
+    if (fs::is_directory(from)) return ListFolder(from, limits);
     std::error_code unknown;
     const std::uintmax_t bytes = fs::file_size(from, unknown);
-    return {from.parent_path(), {{{from.filename().string(), unknown ? 0 : bytes}}, 0, {}}};
+    BundleList list;
+    list.entries = {{from.filename().string(), unknown ? 0 : bytes}};
+    list.folder = from.has_parent_path() ? from.parent_path() : Path(".");
+    return list;
 }
 
 bool IsLoose(const Path& from) {
@@ -203,108 +207,60 @@ bool IsLoose(const Path& from) {
     return fs::is_directory(from, unknown) || (fs::is_regular_file(from, unknown) && IsText(from));
 }
 
-// Counts what a reading has cost.
-class Meter {
-  public:
-    Meter(const Path& from, const BundleLimits& limits) : from_(from), limits_(limits) {}
-
-    std::uintmax_t MostOfFile() const { return limits_.bytesOfFile; }
-    Failure Count(std::uintmax_t bytes) {
-        read_ += bytes;
-        if (read_ <= limits_.bytes) return {};
-        constexpr std::uintmax_t kGigabyte = std::uintmax_t{1024} * 1024 * 1024;
-        return Refusal(from_, "unpacks to more than " + std::to_string(limits_.bytes / kGigabyte) + " GB");
-    }
-
-  private:
-    const Path& from_;
-    const BundleLimits& limits_;
-    std::uintmax_t read_ = 0;
-};
-
-Failure ReadLoose(const Loose& loose, const BundleReading& reading, Meter& meter) {
-    std::string buffer;
-    for (const BundleEntry& entry : loose.list.entries) {
-        if (!reading.wants(entry)) continue;
-        BundleText text;
-        std::size_t used = 0;
-        const Path file = loose.folder / entry.name;
-        if (entry.bytes > meter.MostOfFile()) {
-            text.refusal = "it is larger than " + std::to_string(meter.MostOfFile() / 1024 / 1024) + " MB";
-        } else if (Failure fault = ReadBehindIfThere(file, buffer, used)) {
-            fault.file.clear();
-            text.refusal = Sentence(fault);
-        }
-        text.bytes = std::string_view(buffer).substr(0, used);
-        if (Failure fault = meter.Count(used)) return fault;
-        if (!reading.take(entry, text)) break;
-    }
-    return {};
-}
-
-// One walk over an archive, from the entry of this number on, as far as it goes.
-class ArchiveWalk {
-  public:
-    ArchiveWalk(const Path& from, const BundleReading& reading, Meter& meter)
-        : from_(from), reading_(reading), meter_(meter) {}
-
-    Failure Run() {
-        for (std::size_t opened = 0; !isDone_; ++opened) {
-            if (opened > kMostDamagedEntries) return Refusal(from_, "too many of its entries are damaged");
-            if (Failure fault = WalkOn()) return fault;
-        }
-        return {};
-    }
-
-  private:
-    Failure WalkOn() {
-        ZipReader reader(from_);
-        Failure fault = reader.Open();
-        if (fault) return fault;
-        for (std::size_t number = 0;; ++number) {
-            archive_entry* const entry = reader.Next(fault);
-            if (entry == nullptr) {
-                isDone_ = true;
-                return fault;
-            }
-            if (number < next_) continue;
-            ++next_;
-            bool isBroken = false;
-            if ((fault = Hand(reader, EntryOf(entry), isBroken)) || isDone_ || isBroken) return fault;
-        }
-    }
-
-    Failure Hand(ZipReader& reader, const BundleEntry& entry, bool& isBroken) {
-        if (!reading_.wants(entry)) return {};
-        Failure fault;
-        BundleText text;
-        text.refusal = reader.Read(buffer_, meter_.MostOfFile(), isBroken, fault);
-        if (fault) return fault;
-        if ((fault = meter_.Count(buffer_.size()))) return fault;
-        if (text.refusal.empty()) text.bytes = buffer_;
-        isDone_ = !reading_.take(entry, text);
-        return {};
-    }
-
-    const Path& from_;
-    const BundleReading& reading_;
-    Meter& meter_;
-    std::string buffer_;
-    std::size_t next_ = 0;
-    bool isDone_ = false;
-};
-
 }  // namespace
 
 BundleList ListBundle(const Path& from, const BundleLimits& limits) {
-    return IsLoose(from) ? LooseFiles(from, limits).list : ListArchive(from, limits);
+    return IsLoose(from) ? LooseFiles(from, limits) : ListArchive(from, limits);
 }
 
-Failure ReadBundle(const Path& from, const BundleReading& reading, const BundleLimits& limits) {
-    Meter meter(from, limits);
-    if (!IsLoose(from)) return ArchiveWalk(from, reading, meter).Run();
-    const Loose loose = LooseFiles(from, limits);
-    return loose.list.fault ? loose.list.fault : ReadLoose(loose, reading, meter);
+BundleReader::BundleReader(const Path& from, const BundleList& list, const BundleLimits& limits)
+    : from_(from), list_(list), limits_(limits) {}
+
+BundleReader::~BundleReader() = default;
+
+BundleText BundleReader::Read(std::size_t place, Failure& fault) {
+    used_ = 0;
+    BundleText text;
+    if (list_.folder.empty()) {
+        text = ReadPacked(place, fault);
+    } else {
+        text.refusal = ReadLoose(list_.entries[place]);
+    }
+    if (text.refusal.empty()) text.bytes = std::string_view(buffer_).substr(0, used_);
+    return text;
+}
+
+std::string BundleReader::ReadLoose(const BundleEntry& entry) {
+    if (entry.bytes > limits_.bytesOfFile) return TooLarge(limits_.bytesOfFile);
+    Failure fault = ReadBehindIfThere(list_.folder / entry.name, buffer_, used_);
+    fault.file.clear();
+    return fault ? Sentence(fault) : std::string();
+}
+
+BundleText BundleReader::ReadPacked(std::size_t place, Failure& fault) {
+    BundleText text;
+    if ((fault = GoTo(place))) return text;
+    text.refusal = zip_->Read(buffer_, used_, limits_.bytesOfFile, text.isBroken, fault);
+    if (text.isBroken) zip_.reset();
+    return text;
+}
+
+Failure BundleReader::GoTo(std::size_t place) {
+    Failure fault;
+    if (!zip_) {
+        zip_ = std::make_unique<ZipReader>(from_);
+        next_ = 0;
+        if ((fault = zip_->Open())) return fault;
+    }
+    archive_entry* entry = nullptr;
+    while (next_ <= place) {
+        entry = zip_->Next(fault);
+        if (fault) return fault;
+        if (entry == nullptr) break;
+        ++next_;
+    }
+    const bool isListed = entry != nullptr && ZipReader::NameOf(entry) == list_.entries[place].name;
+    return isListed ? Failure() : Refusal(from_, "was changed while it was read");
 }
 
 }  // namespace brantlow

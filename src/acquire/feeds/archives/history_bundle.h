@@ -5,7 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +13,8 @@
 #include "base/failure.h"
 
 namespace brantlow {
+
+class ZipReader;
 
 struct BundleEntry {
     std::string name;          // within the bundle, with slashes
@@ -28,6 +30,7 @@ struct BundleLimits {
 
 struct BundleList {
     std::vector<BundleEntry> entries;  // in the order in which they are read
+    Path folder;                       // where they lie; empty for an archive
     std::size_t links = 0;             // of a folder: links, which are passed over
     Failure fault;                     // the bundle cannot be read, or is refused
 };
@@ -40,17 +43,36 @@ BundleList ListBundle(const Path& from, const BundleLimits& limits = {});
 struct BundleText {
     std::string_view bytes;
     std::string refusal;
+    // The archive was opened anew behind this file, or has to be.
+    bool isBroken = false;
 };
 
-struct BundleReading {
-    // Whether the file is to be read.
-    std::function<bool(const BundleEntry&)> wants;
-    // Takes a file that was; false ends the reading.
-    std::function<bool(const BundleEntry&, const BundleText&)> take;
-};
+// Reads files of a bundle one after another, in the order of the list. Several threads may read one bundle,
+// each with a reader of its own.
+class BundleReader {
+  public:
+    // All of them outlive the reader.
+    BundleReader(const Path& from, const BundleList& list, const BundleLimits& limits);
+    ~BundleReader();
+    BundleReader(const BundleReader&) = delete;
+    BundleReader& operator=(const BundleReader&) = delete;
 
-// Reads the files that are wanted, in the order of the list. The fault is that of the bundle as a whole: what
-// was handed out before it is as good as it was.
-Failure ReadBundle(const Path& from, const BundleReading& reading, const BundleLimits& limits = {});
+    // The file at this place of the list, which stands behind all that were read. `fault` is that of the
+    // bundle as a whole.
+    BundleText Read(std::size_t place, Failure& fault);
+
+  private:
+    std::string ReadLoose(const BundleEntry& entry);
+    BundleText ReadPacked(std::size_t place, Failure& fault);
+    Failure GoTo(std::size_t place);
+
+    const Path& from_;
+    const BundleList& list_;
+    const BundleLimits& limits_;
+    std::string buffer_;
+    std::size_t used_ = 0;
+    std::unique_ptr<ZipReader> zip_;
+    std::size_t next_ = 0;  // the entry behind the one in hand
+};
 
 }  // namespace brantlow

@@ -1,12 +1,13 @@
 #include "acquire/feeds/archives/history_import.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <set>
 #include <unordered_map>
 
+#include "acquire/feeds/archives/bundle_reading.h"
 #include "acquire/feeds/archives/downloaded_history.h"
-#include "acquire/feeds/archives/history_bundle.h"
 #include "acquire/feeds/live/bar_store.h"
 #include "acquire/feeds/live/ticker_basis.h"
 #include "base/text.h"
@@ -124,13 +125,12 @@ class Import {
     void Fail(Failure fault) { KeepFirst(result_.fault, fault); }
 
     Failure Prepare() {
-        const BundleList list = ListBundle(choice_.from);
-        if (list.fault) return list.fault;
-        links_ = list.links;
-        const bool holdsAny = std::any_of(list.entries.begin(), list.entries.end(),
+        list_ = ListBundle(choice_.from);
+        if (list_.fault) return list_.fault;
+        const bool holdsAny = std::any_of(list_.entries.begin(), list_.entries.end(),
                                           [](const auto& entry) { return IsHistoryFileName(entry.name); });
         if (!holdsAny) return Refused(choice_.from, 0, "holds no file of a ticker");
-        const WantedFiles files = FilesOf(list, wanted_);
+        const WantedFiles files = FilesOf(list_, wanted_);
         bytes_ = files.bytes;
         Failure fault;
         files_ = YearFilesByTicker(session_.settings.QuoteFolder, files.tickers, &fault);
@@ -139,22 +139,38 @@ class Import {
         return fault;
     }
 
+    // What came of a file, before it is taken.
+    struct ReadFile {
+        std::string refusal;
+        DownloadedHistory history;
+    };
+
     void ReadAll() {
         const BundleReading reading = {
-            [this](const BundleEntry& entry) { return Wants(entry); },
-            [this](const BundleEntry& entry, const BundleText& text) { return Take(entry, text); }};
-        if (Failure fault = ReadBundle(choice_.from, reading)) Fail(std::move(fault));
+            [this](const BundleEntry& entry) { return wanted_.NameOfFile(entry.name).has_value(); },
+            [this](std::size_t slot, const BundleEntry& entry, const BundleText& text) {
+                read_[slot].refusal = text.refusal;
+                if (text.refusal.empty())
+                    read_[slot].history = ReadDownloadedHistory(entry.name, text.bytes, today_);
+            },
+            [this](std::size_t slot, const BundleEntry& entry) { return Take(entry, read_[slot]); }};
+        if (Failure fault = ReadBundle(choice_.from, list_, reading)) Fail(std::move(fault));
     }
 
-    bool Wants(const BundleEntry& entry) {
-        const auto ticker = wanted_.NameOfFile(entry.name);
-        if (!ticker) return false;
-        if (!result_.stopped) result_.stopped = ShouldStop(session_.run, session_.person);
-        if (result_.stopped) {
-            Tell(*ticker, TickerFate::Skipped, "stopped");
-            return false;
+    // False, with every file from this one on told, when the person has ended the run.
+    bool GoesOn(const BundleEntry& entry) {
+        result_.stopped = ShouldStop(session_.run, session_.person);
+        if (!result_.stopped) return true;
+        bool isBehind = false;
+        for (const BundleEntry& each : list_.entries) {
+            isBehind = isBehind || &each == &entry;
+            const auto ticker = isBehind ? wanted_.NameOfFile(each.name) : std::nullopt;
+            if (ticker) Tell(*ticker, TickerFate::Skipped, "stopped");
         }
-        session_.CurrentTicker = *ticker;
+        return false;
+    }
+
+    void ShowProgress(const BundleEntry& entry) {
         done_ += entry.bytes;
         if (bytes_ > 0) {
             session_.run.ProgressFraction =
@@ -162,7 +178,6 @@ class Import {
         }
         session_.person.ShowProgress(session_.run.ProgressFraction);
         session_.person.PumpEvents();
-        return true;
     }
 
     void Tell(const std::string& ticker, TickerFate fate, std::string why) {
@@ -171,22 +186,24 @@ class Import {
     }
 
     // False ends the reading.
-    bool Take(const BundleEntry& entry, const BundleText& text) {
-        if (!text.refusal.empty()) {
-            Tell(session_.CurrentTicker, TickerFate::Failed, entry.name + ": " + text.refusal);
+    bool Take(const BundleEntry& entry, ReadFile& file) {
+        if (!GoesOn(entry)) return false;
+        session_.CurrentTicker = *wanted_.NameOfFile(entry.name);
+        ShowProgress(entry);
+        if (!file.refusal.empty()) {
+            Tell(session_.CurrentTicker, TickerFate::Failed, entry.name + ": " + file.refusal);
             return true;
         }
-        DownloadedHistory history = ReadDownloadedHistory(entry.name, text.bytes, today_);
-        const auto read = TickerOfSymbol(history.symbol);
+        const auto read = TickerOfSymbol(file.history.symbol);
         const auto ticker = read ? wanted_.NameOf(*read) : std::nullopt;
         if (!ticker) {
             // A table's ticker by the file's name, and another one by its rows.
-            const std::string why = entry.name + ": " + ServerWords(history.symbol) +
+            const std::string why = entry.name + ": " + ServerWords(file.history.symbol) +
                                     (read ? " is not the file's ticker" : " can be no ticker");
             Tell(session_.CurrentTicker, TickerFate::LeftOut, why);
             return true;
         }
-        TakeHistory(entry, *ticker, history);
+        TakeHistory(entry, *ticker, file.history);
         return !result_.fault;
     }
 
@@ -274,7 +291,7 @@ class Import {
 
     void AddNotes() {
         if (result_.histories > 0) result_.report.Add(std::string(kArchiveBasisWords).append(""));
-        if (links_ > 0) result_.report.Add(Counted(links_, "link", "links") + " passed over");
+        if (list_.links > 0) result_.report.Add(Counted(list_.links, "link", "links") + " passed over");
         if (result_.stopped) result_.report.Add("stopped");
     }
 
@@ -290,6 +307,8 @@ class Import {
     Session& session_;
     const HistoryImportChoice& choice_;
     Wanted wanted_;
+    BundleList list_;
+    std::array<ReadFile, kReadAhead> read_;
     sys_days today_;
     std::string what_;
     FileChange change_;
@@ -297,7 +316,6 @@ class Import {
     TickerBases bases_;
     std::unordered_map<std::string, std::vector<Path>> files_;
     std::set<std::string> told_;
-    std::size_t links_ = 0;
     std::uintmax_t bytes_ = 0;
     std::uintmax_t done_ = 0;
 };

@@ -1,4 +1,4 @@
-#include "acquire/feeds/archives/history_bundle.h"
+#include "acquire/feeds/archives/bundle_reading.h"
 
 #include <gtest/gtest.h>
 
@@ -22,22 +22,30 @@ class HistoryBundle : public ::testing::Test {
     }
 
     // "NAME=BYTES", or "NAME!WHY", of all that is read.
-    std::vector<std::string> ReadAll(const Path& from, const BundleLimits& limits = {}) {
+    std::vector<std::string> ReadAll(const Path& from, const BundleLimits& limits = {},
+                                     std::size_t helpers = 0) {
         std::vector<std::string> read;
-        fault =
-            ReadBundle(from,
-                       {[](const BundleEntry&) { return true; },
-                        [&](const BundleEntry& entry, const BundleText& text) {
-                            read.push_back(entry.name + (text.refusal.empty() ? "=" : "!") +
-                                           (text.refusal.empty() ? std::string(text.bytes) : text.refusal));
-                            return true;
-                        }},
-                       limits);
+        fault = ReadBundle(from, ListBundle(from), Reading(read, helpers), limits);
         return read;
+    }
+
+    // Takes all files, or `most` of them.
+    BundleReading Reading(std::vector<std::string>& read, std::size_t helpers, std::size_t most = 1000) {
+        return {[](const BundleEntry&) { return true; },
+                [this](std::size_t slot, const BundleEntry& entry, const BundleText& text) {
+                    worked[slot] = entry.name + (text.refusal.empty() ? "=" : "!") +
+                                   (text.refusal.empty() ? std::string(text.bytes) : text.refusal);
+                },
+                [this, &read, most](std::size_t slot, const BundleEntry&) {
+                    read.push_back(worked[slot]);
+                    return read.size() < most;
+                },
+                helpers};
     }
 
     TempFolder folder;
     Failure fault;
+    std::array<std::string, kReadAhead> worked;
 };
 
 std::vector<std::string> NamesOf(const BundleList& list) {
@@ -80,12 +88,9 @@ TEST_F(HistoryBundle, ATextFileIsABundleOfItself) {
 TEST_F(HistoryBundle, OnlyWhatIsWantedIsRead) {
     const Path zip = Zip({{"a.txt", "one"}, {"b.txt", "two"}, {"c.txt", "three"}});
     Texts read;
-    const BundleReading reading = {[](const BundleEntry& entry) { return entry.name != "a.txt"; },
-                                   [&](const BundleEntry& entry, const BundleText& text) {
-                                       read.push_back(entry.name + "=" + std::string(text.bytes));
-                                       return false;
-                                   }};
-    EXPECT_FALSE(ReadBundle(zip, reading));
+    BundleReading reading = Reading(read, 0, 1);
+    reading.wants = [](const BundleEntry& entry) { return entry.name != "a.txt"; };
+    EXPECT_FALSE(ReadBundle(zip, ListBundle(zip), reading));
     EXPECT_EQ(read, (Texts{"b.txt=two"}));
 }
 
@@ -180,6 +185,67 @@ TEST_F(HistoryBundle, TheSameLimitsHoldForAFolder) {
     EXPECT_EQ(Sentence(fault), (folder / "in").string() + ": unpacks to more than 0 GB");
     EXPECT_EQ(Sentence(ListBundle(folder / "in", {.files = 1}).fault),
               (folder / "in").string() + ": holds more than 1 files");
+}
+
+// Large files beside small ones, so that threads overtake one another.
+TEST_F(HistoryBundle, ManyThreadsTakeTheSameInTheSameOrder) {
+    std::vector<ZipEntry> entries;
+    for (int i = 0; i < 200; ++i) {
+        const std::string name = "us/" + std::to_string(1000 + i) + ".txt";
+        entries.push_back({name, std::string(i % 7 == 0 ? 300'000 : 10, static_cast<char>('a' + i % 26))});
+        Write("in/" + name, entries.back().bytes);
+    }
+    for (const Path& from : {Zip(entries), folder / "in"}) {
+        const Texts alone = ReadAll(from);
+        ASSERT_EQ(alone.size(), 200u);
+        for (const std::size_t helpers : {1U, 2U, 7U, 100U}) {
+            EXPECT_EQ(ReadAll(from, {}, helpers), alone) << helpers;
+            EXPECT_FALSE(fault);
+            Texts few;
+            EXPECT_FALSE(ReadBundle(from, ListBundle(from), Reading(few, helpers, 50)));
+            EXPECT_EQ(few, Texts(alone.begin(), alone.begin() + 50));
+            EXPECT_EQ(ReadAll(from, {.bytes = 1'000'000}, helpers).size(), 21u);
+            EXPECT_EQ(Sentence(fault), from.string() + ": unpacks to more than 0 GB");
+        }
+    }
+}
+
+// The bytes of each are some of another deflate stream.
+TEST_F(HistoryBundle, ManyThreadsMeetTheSameDamage) {
+    std::vector<ZipEntry> entries;
+    std::string rows;
+    for (int i = 0; i < 500; ++i) rows += std::to_string(i * 7919) + ",";
+    for (int i = 0; i < 150; ++i) entries.push_back({std::to_string(1000 + i) + ".txt", rows});
+    std::string bytes = BytesOrEmpty(Zip(entries));
+    const auto spoil = [&](int entry) {
+        bytes.replace(bytes.find(std::to_string(1000 + entry) + ".txt") + 60, 40, 40, '\xFF');
+    };
+    for (int i = 0; i < 90; i += 3) spoil(i);
+    Write("archive.zip", bytes);
+    const Path zip = folder / "archive.zip";
+    const Texts alone = ReadAll(zip);
+    EXPECT_EQ(std::count_if(alone.begin(), alone.end(), [](const auto& each) { return each[8] == '!'; }), 30);
+    EXPECT_EQ(ReadAll(zip, {}, 3), alone);
+
+    for (int i = 0; i < 120; ++i) spoil(i);
+    Write("archive.zip", bytes);
+    for (const std::size_t helpers : {std::size_t{0}, std::size_t{3}}) {
+        EXPECT_EQ(ReadAll(zip, {}, helpers).size(), 101u);
+        EXPECT_EQ(Sentence(fault), zip.string() + ": too many of its entries are damaged");
+    }
+}
+
+TEST_F(HistoryBundle, AnArchiveThatChangesUnderTheReadingIsRefused) {
+    const Path zip = Zip({{"a.txt", "one"}, {"b.txt", "two"}});
+    const BundleList list = ListBundle(zip);
+    for (const std::vector<ZipEntry>& other : {std::vector<ZipEntry>{{"a.txt", "one"}},
+                                               std::vector<ZipEntry>{{"a.txt", "one"}, {"c.txt", "two"}}}) {
+        Zip(other);
+        Texts read;
+        EXPECT_EQ(Sentence(ReadBundle(zip, list, Reading(read, 0))),
+                  zip.string() + ": was changed while it was read");
+        EXPECT_EQ(read, (Texts{"a.txt=one"}));
+    }
 }
 
 }  // namespace brantlow
