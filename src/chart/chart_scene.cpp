@@ -38,11 +38,12 @@ void ChartScene::Update(const AxisRoom& room) {
     ShowHand();
 }
 
-void ChartScene::ShowHand() {
+void ChartScene::ShowHand(HandRings rings) {
     drawn_ = {};
     const HandDrawings shown = hand_.Shown();
     if (shown.empty() || !HasScale(Panel::Price)) return;
-    drawn_ = Sheet().ItemsOf(shown, hand_.Chosen(), Palette().hand);
+    const auto chosen = rings == HandRings::OfChosen ? hand_.Chosen() : std::nullopt;
+    drawn_ = Sheet().ItemsOf(shown, chosen, Palette().hand);
 }
 
 std::span<const DrawnItem> ChartScene::Items(Panel panel) const {

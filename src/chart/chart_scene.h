@@ -27,6 +27,8 @@ struct AxisRoom {
     std::size_t mostLevels = 0;
 };
 
+enum class HandRings : unsigned char { OfChosen, None };
+
 class ChartScene {
   public:
     // Both outlive the scene.
@@ -60,8 +62,8 @@ class ChartScene {
     HandEditor& Hand() { return hand_; }
     const HandItems& Drawn() const { return drawn_; }
     HandSheet Sheet() { return {zoom_, Axis(Panel::Price)}; }
-    // To be called when the editor has done something.
-    void ShowHand();
+    // To be called when the editor has done something. The rings of the chosen one stay out of pictures.
+    void ShowHand(HandRings rings = HandRings::OfChosen);
 
     // The text of a label of a scale; `share` is where its line is, from 0 at the top to 1 at the bottom.
     std::string ScaleText(Panel panel, double share) const;

@@ -31,6 +31,9 @@ std::vector<Path> WrittenFolders(const Session& session) {
         const std::string& folder = Get(session.settings, line);
         if (!folder.empty()) folders.push_back(FolderOfSetting(session.AppPath, folder));
     }
+    const std::string& copies = Get(session.settings, kApplicationBackUpFolder);
+    for (const Path& copy : {backUp / "Data", FolderOfSetting(session.AppPath, copies)})
+        folders.push_back(copy / kDrawingsFolderName);
     // A table may lie in a folder of its own below Data.
     std::error_code error;
     for (auto it = std::filesystem::recursive_directory_iterator(session.DataFolder(), error);

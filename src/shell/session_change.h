@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/file_change.h"
@@ -11,6 +12,9 @@
 namespace brantlow {
 
 ChangePlace ChangePlaceOf(const Session& session);
+
+// What is drawn by hand lies in this folder of the data folder, and of its back-up.
+inline constexpr std::string_view kDrawingsFolderName = "Drawings";
 
 // The application folder and the folders of the settings into which the program writes.
 std::vector<Path> WrittenFolders(const Session& session);

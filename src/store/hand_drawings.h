@@ -15,6 +15,7 @@
 #include "base/dates.h"
 #include "base/failure.h"
 #include "base/file_change.h"
+#include "shell/session_change.h"
 
 namespace brantlow {
 
@@ -65,8 +66,6 @@ using HandDrawings = std::vector<HandDrawing>;
 inline constexpr std::size_t kMostHandDrawings = 1000;
 inline constexpr std::size_t kLongestHandText = 200;
 
-// In the data folder.
-inline constexpr std::string_view kDrawingsFolderName = "Drawings";
 Path DrawingsFolder(const Path& dataFolder);
 // The ticker's file there; nothing for a ticker that no file can be named after.
 std::optional<Path> DrawingsFile(const Path& dataFolder, std::string_view ticker);

@@ -58,7 +58,7 @@ pid_t Spawn(std::vector<std::string> arguments, std::vector<std::string> environ
 }  // namespace
 
 FaultPrograms ProgramsUnderTest() {
-    return {BRANTLOW_BATCH_FILE, BRANTLOW_FAULT_SHIM_FILE};
+    return {BRANTLOW_BATCH_FILE, KEEP_DRAWINGS_FILE, BRANTLOW_FAULT_SHIM_FILE};
 }
 
 std::string FaultedCall::Told() const {
@@ -71,8 +71,14 @@ std::string FaultedCall::Told() const {
 RunningCall::RunningCall(const Path& app, const std::vector<std::string>& arguments, const FaultPlan& plan,
                          bool traces) {
     const FaultPrograms programs = ProgramsUnderTest();
-    std::vector<std::string> command = {
-        programs.batchTool.string(), "--app", app.string(), "--today", "2026-11-21", "--time", "18:00"};
+    const bool isDrawing = !arguments.empty() && arguments.front() == kWindowsDrawing;
+    std::vector<std::string> command = {(isDrawing ? programs.keepDrawings : programs.batchTool).string(),
+                                        "--app",
+                                        app.string(),
+                                        "--today",
+                                        "2026-11-21",
+                                        "--time",
+                                        "18:00"};
     for (const std::string& argument : arguments) command.push_back(InFolder(argument, app));
     std::vector<std::string> environment = PlainEnvironment();
     environment.push_back("LD_PRELOAD=" + programs.shim.string());

@@ -4,6 +4,7 @@
 #include <sys/types.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/files.h"
@@ -23,10 +24,14 @@ struct FaultPlan {
 // What the tests call, and where their files lie.
 struct FaultPrograms {
     Path batchTool;
+    Path keepDrawings;
     Path shim;
 };
 // Those of the same build.
 FaultPrograms ProgramsUnderTest();
+
+// Instead of a command: `draw TICKER PRICE` keeps a horizontal line as the chart's window keeps it.
+inline constexpr std::string_view kWindowsDrawing = "draw";
 
 struct FaultedCall {
     int status = 0;  // the exit status, -1 when a signal ended it
@@ -41,7 +46,8 @@ struct FaultedCall {
 // A call under way. It is waited for, or killed, at the latest when it goes out of sight.
 class RunningCall {
   public:
-    // `--app APP --today 2026-11-21 --time 18:00` are put before the arguments.
+    // Of the batch tool, with `--app APP --today 2026-11-21 --time 18:00` before the arguments. What the
+    // window alone can do, kWindowsDrawing, is done by a program with the same ones.
     RunningCall(const Path& app, const std::vector<std::string>& arguments, const FaultPlan& plan,
                 bool traces = false);
     ~RunningCall();

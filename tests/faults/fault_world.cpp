@@ -70,6 +70,11 @@ constexpr std::string_view kImportText =
 const std::string kArchiveHead =
     "<TICKER>,<PER>,<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,<VOL>,<OPENINT>\r\n";
 
+// Below the day of the split that the market tells of, so that a split restates it.
+constexpr std::string_view kDrawnText =
+    "{\n  \"drawings\": [\n    {\n      \"kind\": \"horizontal\",\n      \"at\": {\n"
+    "        \"day\": \"2015-03-03\",\n        \"price\": 700.0\n      }\n    }\n  ]\n}\n";
+
 // The day that the market has and the database not yet.
 void TakeLastDay(const Path& file) {
     std::string bytes = BytesOrEmpty(file);
@@ -118,6 +123,7 @@ void FaultWorld::Fill(const Path& app) const {
              {{"us/a.us.txt", kArchiveHead + "A.US,D,20261120,000000,40,43,39,41,1000,0\r\n"},
               {"us/ko.us.txt", kArchiveHead + "KO.US,D,20251230,000000,60,63,59,61,1000,0\r\n"
                                               "KO.US,D,20261120,000000,60,63,59,62,1000,0\r\n"}});
+    Write(data / "Drawings" / "NFLX.json", kDrawnText);
     Write(data / "Evaluations.dbe", "Ticker Symbol\tCondition 1\r\nOLD\tBuy\r\n");
     Write(data / "ExtendedFundamentals.efq", "Symbol\r\nOLD\r\n");
 }
@@ -153,6 +159,8 @@ const std::vector<FaultCase>& FaultCases() {
         {"restore_database", {"restore", "database"}},
         {"check_repair", {"check", "--repair"}},
         {"import_history", {"import-history", "{app}/us.zip"}},
+        {"draw", {std::string(kWindowsDrawing), "NFLX", "300"}},
+        {"draw_first", {std::string(kWindowsDrawing), "A", "40"}},
         {"undo", {"undo"}, {"split", "NFLX", "7/1"}, false, 2},
         {"practice", {"practice", "--replace"}},
         // A restated history would be a whole step of its own.

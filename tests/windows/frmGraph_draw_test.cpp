@@ -1,9 +1,15 @@
 // Lines and words by hand in the chart's window, by mouse and by keys, and the file that keeps them.
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMenu>
 #include <QStatusBar>
 #include <QToolButton>
 
+#include "chart/windows/page_printer.h"
+#include "chart/windows/window_picture.h"
 #include "fitting_chart.h"
+#include "shell/display.h"
+#include "shell/frame/windows/frame_subjects.h"
 #include "store/hand_drawings.h"
 #include "store/windows/frmQuoteGrid.h"
 
@@ -63,8 +69,49 @@ class DrawnChart : public FittingChart {
         QCoreApplication::sendEvent(Price(), &leave);
         return Picture("Picture1");
     }
+    void SaveAs(const char* name) {
+        DialogHand hand([&](QDialog& dialog) { EnterFile(dialog, folder / name); });
+        Choose("mnuFileSaveAs");
+    }
+    // The pictures on the page, as a PDF file packs them.
+    QList<QByteArray> Printed() {
+        frame->Subjects().print.Pages().LeavePrinterAlone();
+        const Path file = folder / "page.pdf";
+        std::filesystem::remove(file);
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* const box = qobject_cast<QMessageBox*>(&dialog)) return box->accept();
+            EnterFile(dialog, file);
+        });
+        Choose("mnuFilePrint");
+        QList<QByteArray> pictures;
+        const QByteArray pdf = QByteArray::fromStdString(BytesOrEmpty(file));
+        for (qsizetype at = pdf.indexOf("/Subtype /Image"); at >= 0;
+             at = pdf.indexOf("/Subtype /Image", at + 1)) {
+            const qsizetype start = pdf.indexOf("stream\n", at);
+            pictures << pdf.mid(start, pdf.indexOf("endstream", start) - start);
+        }
+        return pictures;
+    }
     QString Notice() const { return frame->statusBar()->currentMessage(); }
 };
+
+// Pixels nearly in the colour of what is drawn by hand: the edges of letters are smoothed.
+int HandPixelsOf(const QImage& picture) {
+    constexpr int kNear = 60;
+    const QColor colour = ColourOf(PaletteOf(ChartColours::Standard).hand);
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor pixel = picture.pixelColor(x, y);
+            count += std::abs(pixel.red() - colour.red()) + std::abs(pixel.green() - colour.green()) +
+                                 std::abs(pixel.blue() - colour.blue()) <
+                             kNear
+                         ? 1
+                         : 0;
+        }
+    }
+    return count;
+}
 
 }  // namespace
 
@@ -116,6 +163,60 @@ class FrmGraphDrawTest : public QObject {
         QTest::keyClick(words, Qt::Key_Escape);
         QVERIFY(!words->isVisible());
         QCOMPARE(program.Kept()[0].text, std::string("new factory"));
+    }
+
+    // The rings of the chosen one belong to the screen.
+    void picturesHoldWhatIsDrawnWithoutRings_data() {
+        QTest::addColumn<HandDrawings>("drawings");
+        const HandPoint from = DrawnChart::CloseAt(100);
+        const HandPoint to = DrawnChart::CloseAt(200);
+        const HandPoint aside = DrawnChart::PointOf(150, 330);
+        QTest::newRow("trend line") << HandDrawings{{HandKind::Trend, {from, to}}};
+        QTest::newRow("horizontal line") << HandDrawings{{HandKind::Horizontal, {aside}}};
+        QTest::newRow("channel") << HandDrawings{{HandKind::Channel, {from, to, aside}}};
+        QTest::newRow("text") << HandDrawings{{HandKind::Text, {aside}, "bought"}};
+    }
+    void picturesHoldWhatIsDrawnWithoutRings() {
+        QFETCH(HandDrawings, drawings);
+        DrawnChart program;
+        const auto sheet = [&] { return CaptureClient(*program.Graph()->ClientArea()); };
+        const int before = HandPixelsOf(sheet());
+        const QList<QByteArray> printedBefore = program.Printed();
+        program.Keep(drawings);
+        program.Choose("mnuGraphicsHLC");
+        const QImage drawn = sheet();
+        QVERIFY2(HandPixelsOf(drawn) >= before + 20, std::to_string(HandPixelsOf(drawn)).c_str());
+        const QList<QByteArray> printed = program.Printed();
+        QVERIFY(printed != printedBefore);
+        program.Key(Qt::Key_N);
+        const QImage onScreen = sheet();
+        QVERIFY(onScreen != drawn);
+
+        program.Choose("mnuEditCopyPicture");
+        QCOMPARE(QGuiApplication::clipboard()->image().convertToFormat(QImage::Format_RGB32), drawn);
+        for (const char* name : {"drawn.bmp", "drawn.png"}) {
+            program.SaveAs(name);
+            const QImage saved(ShownPath(program.folder / name));
+            QCOMPARE(saved.convertToFormat(QImage::Format_RGB32), drawn);
+        }
+        QCOMPARE(program.Printed(), printed);
+        QVERIFY2(sheet() == onScreen, "the rings stay on the screen");
+    }
+
+    // A line is a line of the colour of what is drawn by hand, a text is a text of it.
+    void theSvgHoldsWhatIsDrawnWithoutRings_data() { picturesHoldWhatIsDrawnWithoutRings_data(); }
+    void theSvgHoldsWhatIsDrawnWithoutRings() {
+        QFETCH(HandDrawings, drawings);
+        DrawnChart program;
+        const std::string before = program.Graph()->Svg();
+        QVERIFY(before.find("#003cbe") == std::string::npos);
+        program.Keep(drawings);
+        program.Choose("mnuGraphicsHLC");
+        const std::string drawn = program.Graph()->Svg();
+        QVERIFY(drawn.find("#003cbe") != std::string::npos);
+        QCOMPARE(drawn.find(">bought<") != std::string::npos, drawings[0].kind == HandKind::Text);
+        program.Key(Qt::Key_N);
+        QVERIFY(program.Graph()->Svg() == drawn);
     }
 
     void aLineIsMovedAndDeletedByTheMouseAndByKeys() {

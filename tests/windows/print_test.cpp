@@ -83,7 +83,8 @@ class PrintingProgram : public Program {
         child->setWindowTitle(caption);
         QMdiSubWindow* window = Area().addSubWindow(child);
         frame->Subjects().children.SetOperations(
-            *child, frame->Subjects().print.PictureOperations(*child, *child, {}));
+            *child,
+            frame->Subjects().print.PictureOperations(*child, [child] { return CaptureClient(*child); }, {}));
         window->show();
         Area().setActiveSubWindow(window);
         child->setFixedSize(400, 200);

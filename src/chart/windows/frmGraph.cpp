@@ -29,6 +29,7 @@
 #include "chart/windows/hand_desk.h"
 #include "chart/windows/panel_stack.h"
 #include "chart/windows/values_line.h"
+#include "chart/windows/window_picture.h"
 
 namespace brantlow {
 
@@ -449,6 +450,16 @@ void frmGraph::ShowAlarms(const QuoteTable& table, std::size_t row) {
 
 QSize frmGraph::UsualSize() const {
     return sheet_->sizeHint() - panels_->sizeHint() + panels_->OwnSize();
+}
+
+QImage frmGraph::Picture() {
+    ChartPanel& price = panels_->PanelAt(Panel::Price);
+    scene_.ShowHand(HandRings::None);
+    price.Redraw();
+    QImage picture = CaptureClient(*sheet_);
+    scene_.ShowHand();
+    price.Redraw();
+    return picture;
 }
 
 std::string frmGraph::Svg() const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QHash>
+#include <QImage>
 #include <QList>
 #include <QWidget>
 #include <functional>
@@ -36,8 +37,10 @@ class frmGraph final : public QWidget {
     frmGraph(const ChartContext& context, ChartOptions& options);
 
     const ChartSession& Chart() const { return context_.chart; }
-    // What a picture or a print of the window holds: all of the chart, even where the window is smaller.
+    // All of the chart, even where the window is smaller.
     QWidget* ClientArea() const { return sheet_; }
+    // What a picture or a print of the window holds: the client area without the rings of what is chosen.
+    QImage Picture();
     // Of the window where nothing else gives it a size: the panels stand in their own.
     QSize UsualSize() const;
     // The chart as it is shown now, as an SVG file.

@@ -119,8 +119,8 @@ void ChartCommands::LoadForm(const ChartContext& context) {
     form_ = form;
     QMdiSubWindow* const window = frame_.children.Add(*form);
     window_ = window;
-    ChildOperations operations =
-        frame_.pictureOperations(*form, *form->ClientArea(), [form] { return form->Svg(); });
+    ChildOperations operations = frame_.pictureOperations(
+        *form, [form] { return form->Picture(); }, [form] { return form->Svg(); });
     operations.close = [this] { CloseForm(); };
     frame_.children.SetOperations(*form, operations);
     QObject::connect(form, &frmGraph::TestAsked, &frame_.window, [this] {

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "base/windows/display_text.h"
+#include "chart/windows/window_picture.h"
 #include "shell/frame/windows/frame_children.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
@@ -104,7 +105,8 @@ void FileCommands::CellDoubleClicked(int column) {
 
 // The template of new tables and files of other kinds are not printed.
 ChildOperations FileCommands::Operations() {
-    const auto print = [this, printPicture = frame_.pictureOperations(*form_, *form_, {}).print] {
+    const auto picture = [form = form_.data()] { return CaptureClient(*form); };
+    const auto print = [this, printPicture = frame_.pictureOperations(*form_, picture, {}).print] {
         const FileKind kind = KindOf(frame_.session.CurrentFile);
         if (kind == FileKind::Ddq || kind == FileKind::Dbe || kind == FileKind::Efq) printPicture();
     };

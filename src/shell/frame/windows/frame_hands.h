@@ -17,6 +17,7 @@
 #include "shell/settings/settings_needs.h"
 #include "store/table_road.h"
 
+class QImage;
 class QMainWindow;
 class QPagedPaintDevice;
 class QPoint;
@@ -131,9 +132,10 @@ struct FrameHands {
     std::function<Filling()> fillTable = {};
     // Runs the entry of this name.
     std::function<void(std::string_view)> run = {};
-    // What the File menu does with a chart: it is printed and kept as the picture of its `client` area, under
-    // its caption. `svg` gives it as an SVG file; without one it cannot be kept as such.
-    std::function<ChildOperations(QWidget& chart, QWidget& client, std::function<std::string()> svg)>
+    // What the File menu does with a chart: it is printed and kept as its `picture`, under its caption. `svg`
+    // gives it as an SVG file; without one it cannot be kept as such.
+    std::function<ChildOperations(QWidget& chart, std::function<QImage()> picture,
+                                  std::function<std::string()> svg)>
         pictureOperations = {};
     // Opens the chart of a ticker as another window wants it.
     std::function<void(const ChartWish& wish)> openChart = {};

@@ -42,8 +42,9 @@ FrameSubjects::FrameSubjects(const Start& start)
         return updates.Update() ? Filling::Done : Filling::Ended;
     };
     hands.run = [this](std::string_view command) { Run(command); };
-    hands.pictureOperations = [this](QWidget& chartForm, QWidget& client, std::function<std::string()> svg) {
-        return print.PictureOperations(chartForm, client, std::move(svg));
+    hands.pictureOperations = [this](QWidget& chartForm, std::function<QImage()> picture,
+                                     std::function<std::string()> svg) {
+        return print.PictureOperations(chartForm, std::move(picture), std::move(svg));
     };
     hands.printPages = [this](const QString& title, const std::function<int(QPagedPaintDevice&)>& paint) {
         print.PrintPages(title, paint);

@@ -49,14 +49,14 @@ CommandRows PrintCommands::Rows() {
     return RowsOf(*this, kRows);
 }
 
-ChildOperations PrintCommands::PictureOperations(QWidget& chart, QWidget& client,
+ChildOperations PrintCommands::PictureOperations(QWidget& chart, std::function<QImage()> picture,
                                                  std::function<std::string()> svg) {
     return {.active = kChartActive,
-            .print = [this, &chart, &client] { PrintPicture(client, chart.windowTitle()); },
-            .save = [this, &chart, &client] { SavePicture(client, chart.windowTitle()); },
-            .saveAs = [this, &chart, &client,
-                       svg = std::move(svg)] { SavePictureAs(client, chart.windowTitle(), svg); },
-            .copyPicture = [this, &client] { CopyToClipboard(client); }};
+            .print = [this, &chart, picture] { PrintPicture(picture(), chart.windowTitle()); },
+            .save = [this, &chart, picture] { SavePicture(picture(), chart.windowTitle()); },
+            .saveAs = [this, &chart, picture,
+                       svg = std::move(svg)] { SavePictureAs(picture(), chart.windowTitle(), svg); },
+            .copyPicture = [this, picture] { CopyToClipboard(picture()); }};
 }
 
 void PrintCommands::Print() {
@@ -71,8 +71,7 @@ void PrintCommands::PageSetUp() {
     pages_.SetUp(&frame_.window);
 }
 
-void PrintCommands::PrintPicture(QWidget& client, const QString& caption) {
-    const QImage picture = CaptureClient(client);
+void PrintCommands::PrintPicture(const QImage& picture, const QString& caption) {
     if (!pages_.HasPrinter()) return PrintToFile(picture, caption);
     const std::string printer = pages_.PrinterName().toStdString();
     if (pages_.Print(picture, caption)) return frame_.notice("Printed on " + printer);
@@ -106,19 +105,18 @@ void PrintCommands::CopyPicture() {
     if (!frame_.children.Operate(&ChildOperations::copyPicture)) frame_.person.Say(kCopyNeedsChart);
 }
 
-void PrintCommands::CopyToClipboard(QWidget& client) {
-    QGuiApplication::clipboard()->setImage(CaptureClient(client));
+void PrintCommands::CopyToClipboard(const QImage& picture) {
+    QGuiApplication::clipboard()->setImage(picture);
     frame_.notice("The picture is on the clipboard");
 }
 
-void PrintCommands::SavePicture(QWidget& client, const QString& caption) {
-    WritePicture(BitmapBytes(CaptureClient(client)),
+void PrintCommands::SavePicture(const QImage& picture, const QString& caption) {
+    WritePicture(BitmapBytes(picture),
                  ImageFile(frame_.session.AppPath, caption.toStdString(), kBitmapExtension));
 }
 
-void PrintCommands::SavePictureAs(QWidget& client, const QString& caption,
+void PrintCommands::SavePictureAs(const QImage& picture, const QString& caption,
                                   const std::function<std::string()>& svg) {
-    const QImage picture = CaptureClient(client);
     std::vector<std::string_view> more;
     if (svg) more = {kPngExtension, kSvgExtension};
     const Path file = AskImageFile("Save As", caption, kBitmapExtension, more);

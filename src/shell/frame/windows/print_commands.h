@@ -21,9 +21,10 @@ class PrintCommands final {
 
     // Where Print sends its pages.
     PagePrinter& Pages() { return pages_; }
-    // Those of a chart: it is printed and kept as the picture of its `client` area, under its caption.
-    // `svg` gives it as an SVG file, where there is one.
-    ChildOperations PictureOperations(QWidget& chart, QWidget& client, std::function<std::string()> svg);
+    // Those of a chart: it is printed and kept as its `picture`, under its caption. `svg` gives it as an SVG
+    // file, where there is one.
+    ChildOperations PictureOperations(QWidget& chart, std::function<QImage()> picture,
+                                      std::function<std::string()> svg);
 
     // Pages that `paint` draws, called `title`.
     void PrintPages(const QString& title, const PagePrinter::PaintPages& paint);
@@ -32,12 +33,13 @@ class PrintCommands final {
     void Print();
     void PrintPreview();
     void PageSetUp();
-    void PrintPicture(QWidget& client, const QString& caption);
+    void PrintPicture(const QImage& picture, const QString& caption);
     void PrintToFile(const QImage& picture, const QString& caption);
-    void SavePicture(QWidget& client, const QString& caption);
-    void SavePictureAs(QWidget& client, const QString& caption, const std::function<std::string()>& svg);
+    void SavePicture(const QImage& picture, const QString& caption);
+    void SavePictureAs(const QImage& picture, const QString& caption,
+                       const std::function<std::string()>& svg);
     void CopyPicture();
-    void CopyToClipboard(QWidget& client);
+    void CopyToClipboard(const QImage& picture);
     void WritePicture(const std::string& bytes, const Path& file);
     // A file below Images/ for this caption, empty when the person chose none.
     // A name with one of `more` endings keeps it, every other takes `extension`.
