@@ -19,9 +19,6 @@ constexpr double kBottom = 34;
 constexpr double kPercent = 100;
 constexpr int kRows = 5;
 
-constexpr std::string_view kSignalColour = "#24507f";
-constexpr std::string_view kBaselineColour = "#b0602a";
-
 // One line of a picture with its name.
 struct Curve {
     std::string_view name;
@@ -31,7 +28,8 @@ struct Curve {
 
 class Plot {
   public:
-    Plot(std::size_t places, double low, double high) : places_(places), low_(low), high_(high) {
+    Plot(std::size_t places, double low, double high, const PictureColours& colours)
+        : places_(places), low_(low), high_(high), colours_(colours) {
         if (!(high_ > low_)) high_ = low_ + 1;
         const double air = (high_ - low_) / 20;
         low_ -= air;
@@ -39,8 +37,8 @@ class Plot {
         text_ = fmt::format(
             "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 {0} {1}\" width=\"{0}\" height=\"{1}\" "
             "font-family=\"sans-serif\" font-size=\"11\"><rect width=\"{0}\" height=\"{1}\" "
-            "fill=\"white\"/>\n",
-            kWidth, kHeight);
+            "fill=\"{2}\"/>\n",
+            kWidth, kHeight, colours_.ground);
     }
 
     double X(std::size_t place) const {
@@ -55,14 +53,15 @@ class Plot {
         for (int row = 0; row <= kRows; ++row) {
             const double value = low_ + (high_ - low_) * row / kRows;
             text_ += fmt::format(
-                "<line x1=\"{}\" y1=\"{:.1f}\" x2=\"{}\" y2=\"{:.1f}\" stroke=\"#dddddd\"/>"
-                "<text x=\"{}\" y=\"{:.1f}\" text-anchor=\"end\">{:.2f}{}</text>\n",
-                kLeft, Y(value), kWidth - kRight, Y(value), kLeft - 4, Y(value) + 4, value, unit);
+                "<line x1=\"{}\" y1=\"{:.1f}\" x2=\"{}\" y2=\"{:.1f}\" stroke=\"{}\"/>"
+                "<text x=\"{}\" y=\"{:.1f}\" fill=\"{}\" text-anchor=\"end\">{:.2f}{}</text>\n",
+                kLeft, Y(value), kWidth - kRight, Y(value), colours_.grid, kLeft - 4, Y(value) + 4,
+                colours_.words, value, unit);
         }
     }
     void Below(std::size_t place, std::string_view words) {
-        text_ += fmt::format("<text x=\"{:.1f}\" y=\"{}\" text-anchor=\"middle\">{}</text>\n", X(place),
-                             kHeight - kBottom + 16, words);
+        text_ += fmt::format("<text x=\"{:.1f}\" y=\"{}\" fill=\"{}\" text-anchor=\"middle\">{}</text>\n",
+                             X(place), kHeight - kBottom + 16, colours_.words, words);
     }
     void Band(const std::vector<double>& lower, const std::vector<double>& upper) {
         std::string points;
@@ -71,7 +70,7 @@ class Plot {
         for (std::size_t i = lower.size(); i-- > 0;)
             if (std::isfinite(lower[i])) points += fmt::format("{:.1f},{:.1f} ", X(i), Y(lower[i]));
         text_ += fmt::format("<polygon points=\"{}\" fill=\"{}\" fill-opacity=\"0.15\"/>\n", points,
-                             kSignalColour);
+                             colours_.signals);
     }
     void Draw(const Curve& curve) {
         std::string points;
@@ -92,6 +91,7 @@ class Plot {
     std::size_t places_;
     double low_;
     double high_;
+    PictureColours colours_;
     double legend_ = 0;
     std::string text_;
 };
@@ -110,10 +110,11 @@ struct Range {
 
 }  // namespace
 
-std::string PathPicture(const std::vector<PathPoint>& path, Interval interval) {
+std::string PathPicture(const std::vector<PathPoint>& path, Interval interval,
+                        const PictureColours& colours) {
     constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
-    Curve mean{"after a signal, with two errors", kSignalColour, {}};
-    Curve any{"any day", kBaselineColour, {}};
+    Curve mean{"after a signal, with two errors", colours.signals, {}};
+    Curve any{"any day", colours.baseline, {}};
     std::vector<double> lower;
     std::vector<double> upper;
     for (const PathPoint& point : path) {
@@ -126,7 +127,7 @@ std::string PathPicture(const std::vector<PathPoint>& path, Interval interval) {
     }
     Range range;
     for (const auto* values : {&lower, &upper, &any.values}) range.Take(*values);
-    Plot plot(path.size(), range.low, range.high);
+    Plot plot(path.size(), range.low, range.high, colours);
     plot.Rows(" %");
     constexpr std::size_t kStep = 10;
     const std::string_view unit = interval == Interval::Weekly ? "weeks" : "days";
@@ -138,13 +139,14 @@ std::string PathPicture(const std::vector<PathPoint>& path, Interval interval) {
     return std::move(plot).Text();
 }
 
-std::string EquityPicture(const ConditionStudy& study, const Portfolio& portfolio) {
-    const Curve equity{"the signals, a few at a time", kSignalColour, portfolio.equity};
-    const Curve all{"all tickers, held", kBaselineColour, portfolio.benchmark};
+std::string EquityPicture(const ConditionStudy& study, const Portfolio& portfolio,
+                          const PictureColours& colours) {
+    const Curve equity{"the signals, a few at a time", colours.signals, portfolio.equity};
+    const Curve all{"all tickers, held", colours.baseline, portfolio.benchmark};
     Range range{1, 1};
     range.Take(equity.values);
     range.Take(all.values);
-    Plot plot(portfolio.dates.size(), range.low, range.high);
+    Plot plot(portfolio.dates.size(), range.low, range.high, colours);
     plot.Rows("");
     const std::size_t places = portfolio.dates.size();
     constexpr std::size_t kParts = 4;

@@ -17,7 +17,9 @@
 #include "shell/frame/windows/frame_subjects.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
+#include "store/windows/quote_grid_model.h"
 #include "study/windows/frmStudy.h"
+#include "study/windows/svg_view.h"
 #include "window_fixture.h"
 
 using namespace brantlow;
@@ -139,6 +141,33 @@ class FrmStudyTest : public QObject {
         QVERIFY(list->rowCount() > 0 && list->rowCount() < sells);
         for (int row = 0; row < list->rowCount(); ++row)
             QCOMPARE(list->index(row, 1).data().toString(), QStringLiteral("T2"));
+    }
+
+    void thePicturesFollowTheDesktopsColoursAndTheReportStaysOnPaper() {
+        StudyProgram program;
+        frmStudy* const form = program.OpenAndRun();
+        auto* const path = form->findChild<SvgView*>();
+        QVERIFY(path);
+        const auto ground = [path] { return path->grab().toImage().pixelColor(3, 3).name().toStdString(); };
+        QCOMPARE(ground(), std::string(kPaperColours.ground));
+        QPalette dark = form->palette();
+        dark.setColor(QPalette::Base, QColor(0x1b, 0x1e, 0x20));
+        form->setPalette(dark);
+        QCOMPARE(ground(), std::string(kDarkColours.ground));
+        Part<QPushButton>(form, "SaveReport")->click();
+        const std::string report = program.Read("Study 2026-03-09.html");
+        QVERIFY(report.find(kPaperColours.signals) != std::string::npos);
+        QVERIFY(report.find(kDarkColours.signals) == std::string::npos);
+    }
+
+    void thePicturesCanBeReadOnBothGrounds() {
+        for (const PictureColours& colours : {kPaperColours, kDarkColours}) {
+            const auto colour = [](std::string_view text) {
+                return QColor(QString::fromLatin1(text.data(), static_cast<int>(text.size())));
+            };
+            for (const std::string_view text : {colours.words, colours.signals, colours.baseline})
+                QVERIFY2(ContrastRatio(colour(colours.ground), colour(text)) >= 4.5, text.data());
+        }
     }
 
     void theListSortsByReturn() {

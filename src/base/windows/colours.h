@@ -1,10 +1,17 @@
-// Colours of widgets that a long run disables without meaning to hide them.
+// What the colours of a widget say, and those of widgets that a long run disables without meaning to hide
+// them.
 #pragma once
 
 #include <QPalette>
 #include <QWidget>
 
 namespace brantlow {
+
+// Whether light letters are meant for this ground.
+inline bool IsDark(const QColor& ground) {
+    constexpr int kMiddleLightness = 128;
+    return ground.lightness() < kMiddleLightness;
+}
 
 // A disabled widget looks as it does enabled: the results of a run are read while the frame is disabled.
 inline void KeepColoursWhenDisabled(QWidget& widget) {

@@ -22,9 +22,9 @@
 #include <QVBoxLayout>
 
 #include "base/files.h"
+#include "base/windows/colours.h"
 #include "base/windows/date_boxes.h"
 #include "base/windows/display_text.h"
-#include "study/study_picture.h"
 #include "study/windows/replay_page.h"
 #include "study/windows/signal_model.h"
 #include "study/windows/svg_view.h"
@@ -353,7 +353,19 @@ void frmStudy::ShowCondition() {
             HorizonSentence(figures.horizons[i], figures_.baseline[i], terms_.horizons[i], span_.interval) +
             "\n";
     words_->setText(Name(words).trimmed());
-    path_->Show(PathPicture(MeanPath(*study_, figures.condition, terms_, kPathBars), span_.interval));
+    path_->Show(
+        PathPicture(MeanPath(*study_, figures.condition, terms_, kPathBars), span_.interval, Colours()));
+}
+
+const PictureColours& frmStudy::Colours() const {
+    return IsDark(palette().color(QPalette::Active, QPalette::Base)) ? kDarkColours : kPaperColours;
+}
+
+void frmStudy::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange || !study_) return;
+    ShowCondition();
+    ShowPortfolio();
 }
 
 PortfolioTerms frmStudy::Terms() const {
@@ -365,7 +377,7 @@ PortfolioTerms frmStudy::Terms() const {
 void frmStudy::ShowPortfolio() {
     if (!study_ || study_->actions.empty()) return;
     const Portfolio portfolio = PortfolioOf(*study_, Terms());
-    equity_->Show(portfolio.dates.empty() ? std::string() : EquityPicture(*study_, portfolio));
+    equity_->Show(portfolio.dates.empty() ? std::string() : EquityPicture(*study_, portfolio, Colours()));
     equityWords_->setText(Name(PortfolioWords(*study_, Terms(), portfolio)));
 }
 

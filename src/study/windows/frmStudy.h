@@ -13,6 +13,7 @@
 #include "shell/session.h"
 #include "study/portfolio.h"
 #include "study/study_figures.h"
+#include "study/study_picture.h"
 #include "study/study_report.h"
 
 class QCheckBox;
@@ -66,6 +67,8 @@ class frmStudy final : public QWidget {
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    // The pictures follow the desktop's colours.
+    void changeEvent(QEvent* event) override;
 
   private:
     void BuildBoxes(class QVBoxLayout& layout);
@@ -81,6 +84,7 @@ class frmStudy final : public QWidget {
     void ShowTable();
     void ShowCondition();
     void ShowPortfolio();
+    const PictureColours& Colours() const;
     void ApplyFilter();
     void SaveSignals();
     void AskChart(int row);

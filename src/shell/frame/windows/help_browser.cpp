@@ -5,6 +5,7 @@
 #include <QTextDocument>
 #include <array>
 
+#include "base/windows/colours.h"
 #include "base/windows/display_text.h"
 #include "shell/frame/help_search.h"
 
@@ -25,7 +26,6 @@ constexpr std::array kPageColours = {
 };
 constexpr const char* kLightLink = "a { color: #1a5fb4; }";
 constexpr const char* kDarkLink = "a { color: #8ab8ee; }";
-constexpr int kMiddleLightness = 128;
 
 // The page of what was found; the words stand behind the question mark of its address.
 constexpr const char* kHitsPage = "search.html";
@@ -58,7 +58,7 @@ HelpBrowser::HelpBrowser(const Path& folder, QWidget* parent) : QTextBrowser(par
 }
 
 bool HelpBrowser::IsDark() const {
-    return palette().color(QPalette::Active, QPalette::Base).lightness() < kMiddleLightness;
+    return brantlow::IsDark(palette().color(QPalette::Active, QPalette::Base));
 }
 
 void HelpBrowser::ShowHits(const QString& words) {

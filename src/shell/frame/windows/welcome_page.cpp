@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "base/windows/colours.h"
 #include "base/windows/display_text.h"
 
 namespace brantlow {
@@ -22,7 +23,6 @@ constexpr double kColumnScale = 1.15;
 // A light desktop's area; a dark one's is a little darker than its windows.
 constexpr QRgb kLightGround = 0xffe4e9ef;
 constexpr int kDarker = 125;
-constexpr int kMiddleLightness = 128;
 // Flat, with its words at the left; the pointer and the focus are seen on it.
 constexpr const char* kButtonLook =
     "QPushButton { text-align: left; padding: 5px 9px; border: 1px solid transparent; border-radius: 4px; }"
@@ -73,7 +73,7 @@ QIcon Picture(const char* name) {
 
 QColor AreaGround(const QPalette& palette) {
     const QColor window = palette.color(QPalette::Active, QPalette::Window);
-    return window.lightness() < kMiddleLightness ? window.darker(kDarker) : QColor::fromRgb(kLightGround);
+    return IsDark(window) ? window.darker(kDarker) : QColor::fromRgb(kLightGround);
 }
 
 WelcomePage::WelcomePage(WelcomeActions actions, QWidget* parent)
