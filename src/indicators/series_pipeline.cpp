@@ -8,19 +8,6 @@ namespace brantlow {
 
 namespace {
 
-// A short list is done before threads have started.
-constexpr std::size_t kShortList = 16;
-constexpr std::size_t kMostThreads = 8;
-// Places a thread: enough that no thread waits for a slow ticker, few enough to stay in the caches.
-constexpr std::size_t kPlacesPerThread = 4;
-
-std::size_t HelpersFor(std::size_t wished, std::size_t tickers) {
-    if (wished != SeriesPipeline::kThreadsOfMachine) return wished;
-    if (tickers < kShortList) return 0;
-    const std::size_t processors = std::max(std::thread::hardware_concurrency(), 1U);
-    return std::min(processors, kMostThreads) - 1;
-}
-
 bool HoldsAnything(const NumberSeries& series) {
     for (std::size_t i = 0; i <= kMostRows; ++i) {
         if (series.State(i) != ElementState::NeverWritten) return true;
@@ -46,71 +33,29 @@ SeriesPipeline::SeriesPipeline(const HistorySource& source, Interval interval,
     const bool readsNewest = leftovers == Leftovers::Unused && interval == Interval::Daily && !lastDay_ &&
                              !HoldsAnything(analysis.series.ClosePrice);
     if (readsNewest) replay_.emplace(HistorySource{quoteFolder_, clock_}, tickers_, years_);
-    const std::size_t count = HelpersFor(helpers, tickers_.size());
-    ring_ = std::vector<Place>((count + 1) * kPlacesPerThread);
-    for (std::size_t i = 0; i < count; ++i) helpers_.emplace_back([this] { HelpAlong(); });
+    ahead_.emplace(tickers_.size(), helpers,
+                   [this](std::size_t place, PreparedTicker& ticker) { Prepare(tickers_[place], ticker); });
 }
 
 SeriesPipeline::~SeriesPipeline() {
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        stopping_ = true;
-    }
-    room_.notify_all();
-    for (std::thread& helper : helpers_) helper.join();
+    ahead_.reset();
     Complete();
 }
 
-bool SeriesPipeline::IsWorkLeft() const {
-    return claimed_ < std::min(tickers_.size(), next_ + ring_.size());
-}
-
-void SeriesPipeline::PrepareOne(std::unique_lock<std::mutex>& lock) {
-    const std::size_t index = claimed_++;
-    Place& place = PlaceOf(index);
-    lock.unlock();
+void SeriesPipeline::Prepare(std::string_view ticker, PreparedTicker& prepared) const {
     if (replay_) {
-        place.ticker.PrepareNewest(quoteFolder_, years_, tickers_[index]);
+        prepared.PrepareNewest(quoteFolder_, years_, ticker);
     } else {
-        place.ticker.Prepare(quoteFolder_, years_, interval_, tickers_[index], lastDay_);
-    }
-    lock.lock();
-    place.ready = true;
-    ready_.notify_one();
-}
-
-void SeriesPipeline::HelpAlong() {
-    std::unique_lock<std::mutex> lock(mutex_);
-    for (;;) {
-        room_.wait(lock, [this] { return stopping_ || claimed_ == tickers_.size() || IsWorkLeft(); });
-        if (stopping_ || claimed_ == tickers_.size()) return;
-        PrepareOne(lock);
-    }
-}
-
-// The caller's thread prepares tickers itself rather than wait for one.
-void SeriesPipeline::WaitFor(std::size_t index) {
-    std::unique_lock<std::mutex> lock(mutex_);
-    while (!PlaceOf(index).ready) {
-        if (IsWorkLeft()) {
-            PrepareOne(lock);
-        } else {
-            ready_.wait(lock);
-        }
+        prepared.Prepare(quoteFolder_, years_, interval_, ticker, lastDay_);
     }
 }
 
 bool SeriesPipeline::Next() {
-    if (next_ == tickers_.size()) return false;
-    WaitFor(next_);
-    Place& place = PlaceOf(next_);
-    unreadable_ = replay_ ? MergeNewest(tickers_[next_], place.ticker) : Merge(tickers_[next_], place.ticker);
-    {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        place.ready = false;
-        ++next_;
-    }
-    room_.notify_one();
+    if (ahead_->IsDone()) return false;
+    PreparedTicker& prepared = ahead_->Await();
+    const std::string& ticker = tickers_[ahead_->Next()];
+    unreadable_ = replay_ ? MergeNewest(ticker, prepared) : Merge(ticker, prepared);
+    ahead_->Advance();
     return true;
 }
 
@@ -118,9 +63,9 @@ Failure SeriesPipeline::MergeNewest(std::string_view ticker, PreparedTicker& pre
     if (prepared.Unreadable()) return prepared.Unreadable();
     if (!prepared.IsRegular()) {
         const std::size_t rows = prepared.History().BarCount();
-        replay_->BringUp(next_, std::min(rows + 1, kMostRows), analysis_.series);
+        replay_->BringUp(ahead_->Next(), std::min(rows + 1, kMostRows), analysis_.series);
         Failure failure = AnalyseTicker({quoteFolder_, clock_}, ticker, interval_, analysis_);
-        replay_->Loaded(next_);
+        replay_->Loaded(ahead_->Next());
         return failure;
     }
     prepared.StoreSeries(analysis_.series);

@@ -7,14 +7,13 @@
 // may touch the Analysis meanwhile, but for reading it between two calls.
 #pragma once
 
-#include <condition_variable>
 #include <cstddef>
-#include <mutex>
 #include <optional>
 #include <string>
-#include <thread>
+#include <string_view>
 #include <vector>
 
+#include "indicators/ahead_of_turn.h"
 #include "indicators/analysis.h"
 #include "indicators/leftover_replay.h"
 #include "indicators/leftovers.h"
@@ -25,9 +24,6 @@ namespace brantlow {
 
 class SeriesPipeline {
   public:
-    // As many threads as the machine has processors, none for a short list.
-    static constexpr std::size_t kThreadsOfMachine = static_cast<std::size_t>(-1);
-
     // `helpers` threads work beside the caller's own. The source's folder and day are taken now.
     SeriesPipeline(const HistorySource& source, Interval interval, std::vector<std::string> tickers,
                    Analysis& analysis, std::size_t helpers = kThreadsOfMachine,
@@ -46,16 +42,7 @@ class SeriesPipeline {
     void Complete() { tails_.StoreAll(analysis_.series); }
 
   private:
-    struct Place {
-        PreparedTicker ticker;
-        bool ready = false;
-    };
-
-    Place& PlaceOf(std::size_t index) { return ring_[index % ring_.size()]; }
-    bool IsWorkLeft() const;
-    void HelpAlong();
-    void PrepareOne(std::unique_lock<std::mutex>& lock);
-    void WaitFor(std::size_t index);
+    void Prepare(std::string_view ticker, PreparedTicker& prepared) const;
     Failure Merge(std::string_view ticker, PreparedTicker& prepared);
     Failure MergeNewest(std::string_view ticker, PreparedTicker& prepared);
 
@@ -73,14 +60,7 @@ class SeriesPipeline {
     // Set where older files are left unread.
     std::optional<LeftoverReplay> replay_;
 
-    std::mutex mutex_;
-    std::condition_variable room_;   // a place came free, or the run ends
-    std::condition_variable ready_;  // a ticker is prepared
-    std::vector<Place> ring_;
-    std::size_t next_ = 0;     // the ticker that Next takes
-    std::size_t claimed_ = 0;  // tickers before this one are being prepared or are prepared
-    bool stopping_ = false;
-    std::vector<std::thread> helpers_;
+    std::optional<AheadOfTurn<PreparedTicker>> ahead_;
 };
 
 }  // namespace brantlow

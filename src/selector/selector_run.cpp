@@ -62,8 +62,8 @@ class SelectorWalk {
         const std::size_t rows = evaluations_.TickerCount();
         HistorySource source = HistoryOf(session_);
         if (lastDay_) source.lastDay = lastDay_;
-        SeriesPipeline pipeline(source, interval_, evaluations_.Tickers(), analysis_,
-                                SeriesPipeline::kThreadsOfMachine, leftovers_);
+        SeriesPipeline pipeline(source, interval_, evaluations_.Tickers(), analysis_, kThreadsOfMachine,
+                                leftovers_);
         for (std::size_t row = 1; row <= rows; ++row) {
             outcome_.stopped = ShouldStop(session_.run, session_.person);
             if (outcome_.stopped) return;
