@@ -82,6 +82,17 @@ void ParseHistoryRow(std::string_view line, HistoryRow& row) {
     }
 }
 
+void ReadNumberFields(std::string_view line, std::span<const NumberSlot> slots,
+                      std::array<double, kNumberFields.size()>& numbers) {
+    const char* text = line.data();
+    const char* const end = text + line.size();
+    std::size_t field = 0;
+    for (const NumberSlot slot : slots) {
+        for (; field < kNumberFields[slot].field && text != end; ++text) field += *text == ',' ? 1 : 0;
+        numbers[slot] = ReadNumberField(text, end);
+    }
+}
+
 void StoreHistoryRow(const HistoryRow& row, std::size_t i, WorkingSeries& series) {
     for (std::size_t slot = 0; slot < kNumberFields.size(); ++slot) {
         const NumberField& field = kNumberFields[slot];

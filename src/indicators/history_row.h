@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 #include <string_view>
 
 #include "indicators/working_series.h"
@@ -79,6 +80,11 @@ struct HistoryRow {
 // Reads a line without its line end. Fields behind the nineteenth are passed over; a text field too short to
 // lose two characters is empty.
 void ParseHistoryRow(std::string_view line, HistoryRow& row);
+
+// Reads the number fields that stand in kNumberFields at `slots`, rising, and leaves the other numbers as
+// they are. The line has all of these fields.
+void ReadNumberFields(std::string_view line, std::span<const NumberSlot> slots,
+                      std::array<double, kNumberFields.size()>& numbers);
 
 // LeadingNumber of the text up to the next comma or to `end`, by a shorter road for plain decimals. `text` is
 // left at that comma or at `end`.

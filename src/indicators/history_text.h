@@ -53,6 +53,8 @@ class HistoryText {
     // Element `index` after loading and folding: a folded bar, or the daily row above the folded ones. The
     // bar's texts live as long as what is held.
     void Bar(Interval interval, std::size_t index, HistoryBar& bar) const;
+    // The daily row of element `index` without its line end.
+    std::string_view Row(std::size_t index) const;
 
     // Gives back the memory of an unusually long history.
     void TrimMemory();
@@ -62,7 +64,6 @@ class HistoryText {
     bool TryNewest(const std::string& quoteFolder, std::string_view ticker,
                    std::span<const std::string> years, std::size_t bars);
     void AddYear(std::size_t from, std::size_t to);
-    std::string_view Row(std::size_t index) const;
     void DailyBar(std::size_t index, HistoryBar& bar) const;
 
     std::string buffer_;

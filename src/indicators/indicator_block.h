@@ -48,6 +48,9 @@ class IndicatorBlock {
     // Ends the computing of an array: its elements `first` to BarCount are those to be stored.
     void Finish(IndicatorSlot slot, std::size_t first);
 
+    // Whether all elements that Finish told could be computed.
+    bool IsWhole(IndicatorSlot slot) const { return ranges_[slot].coverage == Coverage::Everything; }
+
     // Element 0 of a finished array as the shared array will hold it: elements that could not be computed are
     // those of `old`. Without `old` they are 0 and NeedsOld becomes true.
     const double* Settled(IndicatorSlot slot, const Indicators* old);

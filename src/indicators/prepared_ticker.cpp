@@ -84,6 +84,12 @@ void PreparedTicker::StoreIndicators(Analysis& analysis) const {
     StoreFirstBars(ViewOf(analysis.series), analysis.indicators);
 }
 
+bool PreparedTicker::Covers(std::span<const IndicatorSlot> slots) const {
+    if (barCount_ <= kTooFewBarsToEvaluate || indicators_.NeedsOld()) return false;
+    return std::all_of(slots.begin(), slots.end(),
+                       [this](IndicatorSlot slot) { return indicators_.IsWhole(slot); });
+}
+
 std::unique_ptr<HistoryText> PreparedTicker::ExchangeHistory(std::unique_ptr<HistoryText> other) {
     return std::exchange(history_, std::move(other));
 }

@@ -34,6 +34,10 @@ class PreparedTicker {
     // The indicators of that series, which has to be stored before.
     void StoreIndicators(Analysis& analysis) const;
 
+    // Whether every element of these indicators from their first bar up to BarCount, but for those made of
+    // the close of element 0, is this ticker's own.
+    bool Covers(std::span<const IndicatorSlot> slots) const;
+
     // Bars of the window.
     std::size_t BarCount() const { return barCount_; }
     const HistoryText& History() const { return *history_; }

@@ -17,6 +17,10 @@ bool HoldsAnything(const NumberSeries& series) {
 
 }  // namespace
 
+bool IsUntouched(const WorkingSeries& series) {
+    return !HoldsAnything(series.ClosePrice);
+}
+
 SeriesPipeline::SeriesPipeline(const HistorySource& source, Interval interval,
                                std::vector<std::string> tickers, Analysis& analysis, std::size_t helpers,
                                Leftovers leftovers)
@@ -31,7 +35,7 @@ SeriesPipeline::SeriesPipeline(const HistorySource& source, Interval interval,
       foldsAskAndBid_(interval != Interval::Daily &&
                       (HoldsAnything(analysis.series.AskPrice) || HoldsAnything(analysis.series.BidPrice))) {
     const bool readsNewest = leftovers == Leftovers::Unused && interval == Interval::Daily && !lastDay_ &&
-                             !HoldsAnything(analysis.series.ClosePrice);
+                             IsUntouched(analysis.series);
     if (readsNewest) replay_.emplace(HistorySource{quoteFolder_, clock_}, tickers_, years_);
     ahead_.emplace(tickers_.size(), helpers,
                    [this](std::size_t place, PreparedTicker& ticker) { Prepare(tickers_[place], ticker); });

@@ -22,6 +22,9 @@
 
 namespace brantlow {
 
+// Whether nothing has ever been loaded into the series.
+bool IsUntouched(const WorkingSeries& series);
+
 class SeriesPipeline {
   public:
     // `helpers` threads work beside the caller's own. The source's folder and day are taken now.

@@ -103,6 +103,13 @@ void CompiledConditions::Evaluate(const Analysis& analysis, ConditionResults& re
     results.blocks = blockCount_;
 }
 
+BarVerdicts CompiledConditions::Judge(const Analysis& analysis) const {
+    BarVerdicts holds = 0;
+    for (std::size_t i = 1; i <= kConditionCount; ++i)
+        if (blocks_[i].present && Run(blocks_[i], analysis) == TestState::True) holds |= VerdictOf(i);
+    return holds;
+}
+
 void EvaluateConditions(const SettingsTables& settings, const Analysis& analysis, ConditionResults& results) {
     CompiledConditions(settings).Evaluate(analysis, results);
 }

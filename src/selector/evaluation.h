@@ -71,6 +71,9 @@ class CompiledConditions {
     // keep what they held.
     void Evaluate(const Analysis& analysis, ConditionResults& results) const;
 
+    // The conditions, 1 to 10, that come to True.
+    BarVerdicts Judge(const Analysis& analysis) const;
+
     // Blocks that the settings hold, at most 10, and each of them, 1 to that number.
     std::size_t BlockCount() const { return blockCount_; }
     const ConditionBlock& Block(std::size_t condition) const { return blocks_[condition]; }

@@ -3,7 +3,8 @@
 #include <algorithm>
 
 #include "indicators/series_pipeline.h"
-#include "selector/evaluation.h"
+#include "selector/newest_verdicts.h"
+#include "selector/window_conditions.h"
 #include "shell/status_words.h"
 #include "store/error_report.h"
 #include "store/table_colours.h"
@@ -34,13 +35,10 @@ const IntervalRow& RowOf(Interval interval) {
 
 // A Buy whose short trend has begun to fall, and a Sell whose short trend has begun to rise, take a colour of
 // their own.
-std::optional<CellStyle> StyleOf(std::string_view action, const Analysis& analysis) {
+std::optional<CellStyle> StyleOf(std::string_view action, ShortTrend trend) {
     const std::optional<CellStyle> style = ResultStyle(action);
-    const std::size_t bar = analysis.series.LastBar;
-    const double today = analysis.indicators.MLRDer15[bar];
-    const double yesterday = analysis.indicators.MLRDer15[bar - 1];
-    if (style == CellStyle::Sell && today > yesterday) return CellStyle::RecoveringSell;
-    if (style == CellStyle::Buy && today < yesterday) return CellStyle::FadingBuy;
+    if (style == CellStyle::Sell && trend == ShortTrend::Rising) return CellStyle::RecoveringSell;
+    if (style == CellStyle::Buy && trend == ShortTrend::Falling) return CellStyle::FadingBuy;
     return style;
 }
 
@@ -59,21 +57,36 @@ class SelectorWalk {
           conditions_(session.settings) {}
 
     void WalkRows() {
-        const std::size_t rows = evaluations_.TickerCount();
         HistorySource source = HistoryOf(session_);
         if (lastDay_) source.lastDay = lastDay_;
-        SeriesPipeline pipeline(source, interval_, evaluations_.Tickers(), analysis_, kThreadsOfMachine,
-                                leftovers_);
-        for (std::size_t row = 1; row <= rows; ++row) {
-            outcome_.stopped = ShouldStop(session_.run, session_.person);
-            if (outcome_.stopped) return;
-            ShowRow(row, rows);
-            pipeline.Next();
-            TakeTicker(row, pipeline.Unreadable());
+        const bool leavesNothing = leftovers_ == Leftovers::Unused && interval_ == Interval::Daily &&
+                                   !source.lastDay && IsUntouched(analysis_.series);
+        if (leavesNothing) {
+            NewestVerdicts verdicts(source, evaluations_.Tickers(), conditions_);
+            WalkRows([&] { return verdicts.Next(); });
+        } else {
+            SeriesPipeline pipeline(source, interval_, evaluations_.Tickers(), analysis_, kThreadsOfMachine,
+                                    leftovers_);
+            WalkRows([&] {
+                pipeline.Next();
+                if (pipeline.Unreadable()) return TickerVerdict{pipeline.Unreadable()};
+                return VerdictOn(analysis_, conditions_.Compiled());
+            });
         }
     }
 
   private:
+    template <class NextVerdict>
+    void WalkRows(NextVerdict&& next) {
+        const std::size_t rows = evaluations_.TickerCount();
+        for (std::size_t row = 1; row <= rows; ++row) {
+            outcome_.stopped = ShouldStop(session_.run, session_.person);
+            if (outcome_.stopped) return;
+            ShowRow(row, rows);
+            TakeTicker(row, next());
+        }
+    }
+
     void ShowRow(std::size_t row, std::size_t rows) {
         session_.run.CurrentRow = row;
         session_.run.ProgressFraction = static_cast<double>(row) / static_cast<double>(rows);
@@ -81,31 +94,25 @@ class SelectorWalk {
         session_.person.ShowStatusWord(std::to_string(row));
     }
 
-    void TakeTicker(std::size_t row, const Failure& unreadable) {
+    void TakeTicker(std::size_t row, const TickerVerdict& verdict) {
         ++outcome_.tickers;
-        if (unreadable) {
-            outcome_.unreadable.push_back(unreadable);
+        if (verdict.unreadable) {
+            outcome_.unreadable.push_back(verdict.unreadable);
         } else {
-            TakeSeries(row);
+            FillCells(row, verdict);
+            if (verdict.BarCount < MinimumHistory(interval_))
+                outcome_.shortTickers.push_back(evaluations_.Ticker(row));
         }
         session_.person.PumpEvents();
     }
 
-    void TakeSeries(std::size_t row) {
-        if (HasBarsToEvaluate(analysis_.series)) {
-            conditions_.Evaluate(analysis_, results_);
-            FillCells(row);
-        }
-        if (analysis_.series.BarCount < MinimumHistory(interval_))
-            outcome_.shortTickers.push_back(evaluations_.Ticker(row));
-    }
-
-    void FillCells(std::size_t row) {
+    void FillCells(std::size_t row, const TickerVerdict& verdict) {
         for (std::size_t condition = 1; condition <= kConditionCount; ++condition) {
-            if (results_.ConditionResult[condition] != Word(TestState::True)) continue;
-            const std::string& action = results_.ConditionAction[condition];
+            if ((verdict.holds & VerdictOf(condition)) == 0) continue;
+            const std::string& action = conditions_.Compiled().Block(condition).action;
             evaluations_.SetText(row, condition, action);
-            if (const auto style = StyleOf(action, analysis_)) evaluations_.SetStyle(row, condition, *style);
+            if (const auto style = StyleOf(action, verdict.trend))
+                evaluations_.SetStyle(row, condition, *style);
             ++outcome_.hitsPerCondition[condition];
         }
     }
@@ -117,8 +124,7 @@ class SelectorWalk {
     QuoteTable& evaluations_;
     Leftovers leftovers_;
     SelectorOutcome& outcome_;
-    CompiledConditions conditions_;
-    ConditionResults results_;
+    WindowConditions conditions_;
 };
 
 }  // namespace

@@ -1,54 +1,12 @@
 #include "study/past_verdicts.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "selector/selector_run.h"
-#include "selector/test_running.h"
 
 namespace brantlow {
 
 namespace {
-
-// Bars that count what is asked of them: a step that reads long sums of many bars costs most.
-class CountingBars {
-  public:
-    double Stored(StoredArray, std::size_t) const { return 1; }
-    double Computed(IndicatorArray array, std::size_t) const {
-        constexpr std::size_t kPlain = 1;
-        for (const NamedIndicator& row : kIndicatorArrays)
-            if (row.array == array) cost_ += kPlain + row.firstBar;
-        const bool wholeWindow = array == &Indicators::LRPrice || array == &Indicators::LRVolume;
-        const bool everyBar = array == &Indicators::MACD15 || array == &Indicators::MACD30;
-        if (wholeWindow) cost_ += kDefaultWindow;
-        if (everyBar) cost_ += kDefaultWindow * kDefaultWindow;
-        return 1;
-    }
-    double Scalar(WindowScalar) const {
-        cost_ += kDefaultWindow;
-        return 1;
-    }
-    std::size_t Cost() const { return cost_; }
-
-  private:
-    mutable std::size_t cost_ = 0;
-};
-
-TestState RunStepOver(const TestStep& step, const WindowBars& bars) {
-    if (step.test != nullptr) return RunNamedTestOver(*step.test, bars, bars.BarCount());
-    return RunValueSlotOver(*FindSlot(step.slot), step.x, bars, bars.BarCount());
-}
-
-std::size_t CostOf(const TestStep& step) {
-    constexpr std::size_t kBeyondAllGuards = 1000;
-    const CountingBars bars;
-    if (step.test != nullptr) {
-        RunNamedTestOver(*step.test, bars, kBeyondAllGuards);
-    } else {
-        RunValueSlotOver(*FindSlot(step.slot), step.x, bars, kBeyondAllGuards);
-    }
-    return bars.Cost();
-}
 
 // As before the first ticker: what loading `rows` rows and one pass over a window may have written.
 void Forget(Analysis& analysis, std::size_t rows) {
@@ -67,32 +25,7 @@ void Forget(Analysis& analysis, std::size_t rows) {
 
 }  // namespace
 
-StudyConditions::StudyConditions(const SettingsTables& settings) : compiled_(settings) {
-    for (std::size_t condition = 1; condition <= compiled_.BlockCount(); ++condition) {
-        std::vector<TestStep> steps = compiled_.Block(condition).steps;
-        std::stable_sort(steps.begin(), steps.end(),
-                         [](const TestStep& a, const TestStep& b) { return CostOf(a) < CostOf(b); });
-        steps_.push_back(std::move(steps));
-    }
-}
-
-BarVerdicts StudyConditions::Judge(const WindowBars& bars) const {
-    BarVerdicts verdicts = kEvaluated;
-    for (std::size_t i = 0; i < steps_.size(); ++i) {
-        bool tested = false;
-        bool failed = false;
-        for (const TestStep& step : steps_[i]) {
-            const TestState state = RunStepOver(step, bars);
-            failed = state == TestState::False;
-            if (failed) break;
-            tested = tested || state == TestState::True;
-        }
-        if (tested && !failed) verdicts |= VerdictOf(i + 1);
-    }
-    return verdicts;
-}
-
-PastVerdicts::PastVerdicts(std::string quoteFolder, const StudySpan& span, const StudyConditions& conditions)
+PastVerdicts::PastVerdicts(std::string quoteFolder, const StudySpan& span, const WindowConditions& conditions)
     : quoteFolder_(std::move(quoteFolder)),
       span_(span),
       conditions_(conditions),
@@ -101,7 +34,7 @@ PastVerdicts::PastVerdicts(std::string quoteFolder, const StudySpan& span, const
 
 BarVerdicts PastVerdicts::LookBack(std::int32_t day) {
     if (windows_.LookAt(day, fewestBars_, bars_) < fewestBars_) return 0;
-    return conditions_.Judge(bars_);
+    return kEvaluated | conditions_.Judge(bars_);
 }
 
 Failure PastVerdicts::LoadAnew(const std::string& ticker, std::int32_t day, BarVerdicts& verdicts) {

@@ -8,30 +8,16 @@
 
 #include "indicators/analysis.h"
 #include "selector/evaluation.h"
+#include "selector/window_conditions.h"
 #include "study/past_windows.h"
 #include "study/study.h"
 #include "study/ticker_bars.h"
 
 namespace brantlow {
 
-// The conditions as the study runs them: the steps of each, those that cost least first, since the first that
-// fails settles the condition whatever the order.
-class StudyConditions {
-  public:
-    explicit StudyConditions(const SettingsTables& settings);
-
-    std::size_t Count() const { return steps_.size(); }
-    const CompiledConditions& Compiled() const { return compiled_; }
-    BarVerdicts Judge(const WindowBars& bars) const;
-
-  private:
-    CompiledConditions compiled_;
-    std::vector<std::vector<TestStep>> steps_;
-};
-
 class PastVerdicts {
   public:
-    PastVerdicts(std::string quoteFolder, const StudySpan& span, const StudyConditions& conditions);
+    PastVerdicts(std::string quoteFolder, const StudySpan& span, const WindowConditions& conditions);
 
     // The verdicts of each bar, in the order of `bars`. Files that cannot be read are a failure.
     Failure Take(const std::string& ticker, const TickerBars& bars, std::vector<BarVerdicts>& verdicts);
@@ -43,7 +29,7 @@ class PastVerdicts {
 
     const std::string quoteFolder_;
     const StudySpan span_;
-    const StudyConditions& conditions_;
+    const WindowConditions& conditions_;
     const std::size_t fewestBars_;
     PastWindows windows_;
     WindowBars bars_;

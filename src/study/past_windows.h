@@ -12,7 +12,7 @@
 #include "base/failure.h"
 #include "indicators/history_text.h"
 #include "indicators/working_series.h"
-#include "study/window_bars.h"
+#include "selector/window_bars.h"
 
 namespace brantlow {
 

@@ -163,7 +163,7 @@ class StudyWalk {
     const std::string quoteFolder_;
     const Date today_;
     const StudySpan span_;
-    const StudyConditions conditions_;
+    const WindowConditions conditions_;
     const std::vector<std::string> tickers_;
     Failure unread_;  // the folder could not be looked through
     const std::unordered_map<std::string, std::vector<Path>> files_;

@@ -14,6 +14,7 @@
 
 #include "base/failure.h"
 #include "indicators/working_series.h"
+#include "selector/test_state.h"
 #include "shell/session.h"
 #include "shell/settings/condition_set.h"
 #include "study/study_days.h"
@@ -31,12 +32,8 @@ struct StudySpan {
 inline constexpr int kStudyDays = 364;
 StudySpan UsualSpan(const Date& today);
 
-// Verdicts of one bar: bit c - 1 is set where condition c held, the highest where the bar was evaluated.
-using BarVerdicts = std::uint16_t;
+// Of the verdicts of a bar, set where it was evaluated.
 inline constexpr BarVerdicts kEvaluated = 1U << 15U;
-constexpr BarVerdicts VerdictOf(std::size_t condition) {
-    return static_cast<BarVerdicts>(1U << (condition - 1));
-}
 
 // The bars of one ticker from the first day of the span to today.
 struct StudiedTicker {

@@ -155,5 +155,32 @@ TEST(ParseHistoryRow, CountsTheFieldsOfShortAndLongRows) {
     EXPECT_EQ(Parsed(std::string(300, ',')).fields, 19U);
 }
 
+TEST(ReadNumberFields, GivesTheNumbersOfTheWholeRow) {
+    std::mt19937_64 random(5);
+    constexpr const char* kFields[] = {"",    "0",      "-1.5", "12.625",   "1e3",    "\"01/02/26\"", "x9",
+                                       "7.x", "99.999", "\"\"", "12345678", "1e-400", " 3",           "."};
+    for (int round = 0; round < 5000; ++round) {
+        std::string line;
+        const std::size_t commas = kHistoryFieldCount - 1 + random() % 3;
+        for (std::size_t i = 0; i <= commas; ++i) {
+            if (i > 0) line += ',';
+            line += kFields[random() % std::size(kFields)];
+        }
+        const HistoryRow row = Parsed(line);
+        std::vector<NumberSlot> slots;
+        for (std::size_t slot = 0; slot < kNumberFields.size(); ++slot)
+            if (random() % 3 == 0) slots.push_back(static_cast<NumberSlot>(slot));
+        constexpr double kUntouched = -77;
+        std::array<double, kNumberFields.size()> numbers;
+        numbers.fill(kUntouched);
+        ReadNumberFields(line, slots, numbers);
+        std::array<double, kNumberFields.size()> wanted;
+        wanted.fill(kUntouched);
+        for (const NumberSlot slot : slots) wanted[slot] = row.numbers[slot];
+        for (std::size_t slot = 0; slot < wanted.size(); ++slot)
+            ASSERT_EQ(Bits(numbers[slot]), Bits(wanted[slot])) << line << " slot " << slot;
+    }
+}
+
 }  // namespace
 }  // namespace brantlow

@@ -1,5 +1,6 @@
 // The bars of one window of a history and every indicator on them, each value computed when it is asked for
-// and no sooner: what the study reads in place of a whole indicator pass for each past day.
+// and no sooner: what a run that looks at few bars, or a study of many past days, reads in place of a whole
+// indicator pass.
 //
 // Values are those that loading the ticker alone and ComputeIndicators would leave, to the last bit; what the
 // pass would not have written reads as 0. A source of bars for selector/test_running.h.
@@ -8,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "indicators/history_row.h"
@@ -25,13 +27,31 @@ inline constexpr std::size_t kWindowMargin = 256;
 // One column for each of kNumberFields; each pointer addresses element 0 of the window.
 using WindowColumns = std::array<const double*, kNumberFields.size()>;
 
+// Columns that an indicator is made of beside the closes.
+struct WindowInputs {
+    std::span<const NumberSlot> everyBar;  // of any bar up to that of the indicator
+    std::span<const NumberSlot> sameBar;   // of its bar alone
+};
+WindowInputs InputsOf(IndicatorArray array);
+// The column that a value of the whole window is made of.
+NumberSlot InputOf(WindowScalar scalar);
+
+enum class LookedAtLeftovers : unsigned char {
+    None,
+    Gaps,         // elements of an indicator that cannot be computed
+    ElementZero,  // what is made of the close of element 0, perhaps gaps too
+};
+
 class WindowBars {
   public:
     WindowBars();
 
-    // Looks at another window of `barCount` bars, kFewestWindowBars to kDefaultWindow. The first bar's own
-    // ratios and strengths, which look at element 0, are not to be asked for.
+    // Looks at another window, of at most kDefaultWindow bars. The ratios of bar 1 and the first bar of each
+    // relative strength look at element 0.
     void Look(const WindowColumns& columns, std::size_t barCount);
+    // Which elements that the window does not settle by itself have been asked for since: with other tickers
+    // loaded before, such an element may hold what one of them left.
+    LookedAtLeftovers Leftovers() const { return leftovers_; }
     std::size_t BarCount() const { return barCount_; }
 
     double Stored(StoredArray array, std::size_t bar) const;
@@ -98,6 +118,8 @@ class WindowBars {
     double MomentumDifferenceAt(std::size_t length, std::size_t bar) const;
     double McClellanAt(std::size_t length, std::size_t bar) const;
     double Value(const Place& place, std::size_t bar) const;
+    double Settled(double value) const;
+    void TellElementZero() const { leftovers_ = LookedAtLeftovers::ElementZero; }
     const WholeWindow& PriceLine() const;
     const WholeWindow& VolumeLine() const;
 
@@ -114,6 +136,7 @@ class WindowBars {
     mutable WholeWindow volume_;
     mutable IndicatorScalars scalars_;
     mutable std::array<WholeWindow, 2> differences_{};
+    mutable LookedAtLeftovers leftovers_ = LookedAtLeftovers::None;
 };
 
 }  // namespace brantlow

@@ -1,4 +1,4 @@
-#include "study/window_bars.h"
+#include "selector/window_bars.h"
 
 #include <algorithm>
 #include <bit>
@@ -29,11 +29,30 @@ constexpr std::array<IndicatorArray, 4> kStochastic = {&Indicators::Stochastic15
                                                        &Indicators::Stochastic60, &Indicators::Stochastic90};
 constexpr std::array<IndicatorArray, 2> kMACD = {&Indicators::MACD15, &Indicators::MACD30};
 
-double ZeroUnlessFinite(double value) {
-    return std::isfinite(value) ? value : 0;
+template <std::size_t Count, class Member>
+bool Has(const std::array<Member, Count>& members, Member member) {
+    return std::find(members.begin(), members.end(), member) != members.end();
 }
 
 }  // namespace
+
+WindowInputs InputsOf(IndicatorArray array) {
+    static constexpr std::array kVolume = {kVolumeSlot};
+    static constexpr std::array kRange = {kLowSlot, kHighSlot};
+    static constexpr std::array kFundamentals = {kPERatioSlot, kEPSttmSlot, kEPSestSlot, kPriceToSalesSlot,
+                                                 kMarketCapSlot};
+    if (Has(kVolumeWMA, array) || array == &Indicators::LRVolume) return {kVolume, {}};
+    if (Has(kStochastic, array)) return {kRange, {}};
+    if (Has(kRatioSlots, SlotOf(array))) return {{}, kFundamentals};
+    return {};
+}
+
+NumberSlot InputOf(WindowScalar scalar) {
+    constexpr std::array<WindowScalar, 4> kOfVolume = {&Indicators::MaxVolume, &Indicators::AverageVolume,
+                                                       &Indicators::VolumeTightUCL,
+                                                       &Indicators::VolumeLooseUCL};
+    return Has(kOfVolume, scalar) ? kVolumeSlot : kCloseSlot;
+}
 
 WindowBars::WindowBars() {
     for (std::size_t k = 1; k < squares_.size(); ++k) {
@@ -81,7 +100,15 @@ void WindowBars::Enter(const std::array<IndicatorArray, Count>& arrays, Family f
 void WindowBars::Look(const WindowColumns& columns, std::size_t barCount) {
     columns_ = columns;
     barCount_ = barCount;
+    leftovers_ = LookedAtLeftovers::None;
     ++look_;
+}
+
+// What an element holds that the pass computes so: nothing of this window where it is not finite.
+double WindowBars::Settled(double value) const {
+    if (std::isfinite(value)) return value;
+    if (leftovers_ == LookedAtLeftovers::None) leftovers_ = LookedAtLeftovers::Gaps;
+    return 0;
 }
 
 BarView WindowBars::View() const {
@@ -119,11 +146,11 @@ double WindowBars::Value(const Place& place, std::size_t bar) const {
     switch (place.family) {
         case Family::MA: {
             const Spot spot = BlockAt(l, bar);
-            return ZeroUnlessFinite(spot.block->means.mean[spot.lane]);
+            return Settled(spot.block->means.mean[spot.lane]);
         }
         case Family::WMA: {
             const Spot spot = BlockAt(l, bar);
-            return ZeroUnlessFinite(spot.block->means.weightedMean[spot.lane]);
+            return Settled(spot.block->means.weightedMean[spot.lane]);
         }
         case Family::MLR:
             return line(&Block::level);
@@ -160,15 +187,12 @@ double WindowBars::Value(const Place& place, std::size_t bar) const {
         case Family::Ratio:
             break;
     }
-    return ZeroUnlessFinite(RatiosAt(View(), bar)[l]);
+    if (bar == 1) TellElementZero();
+    return Settled(RatiosAt(View(), bar)[l]);
 }
 
 double WindowBars::Scalar(WindowScalar scalar) const {
-    constexpr std::array<WindowScalar, 4> kOfVolume = {&Indicators::MaxVolume, &Indicators::AverageVolume,
-                                                       &Indicators::VolumeTightUCL,
-                                                       &Indicators::VolumeLooseUCL};
-    const bool ofVolume = std::find(kOfVolume.begin(), kOfVolume.end(), scalar) != kOfVolume.end();
-    if (ofVolume) {
+    if (InputOf(scalar) == kVolumeSlot) {
         VolumeLine();
     } else {
         PriceLine();
@@ -204,10 +228,9 @@ void WindowBars::Fill(std::size_t length, std::ptrdiff_t first, Block& block) co
         double intercept = 0;
         FitOneLine(bars, k, squares_[k] - squares_[k - bars], block.means.mean[lane],
                    block.means.productMean[lane], slope, intercept);
-        block.slope[lane] = ZeroUnlessFinite(slope);
-        block.intercept[lane] = ZeroUnlessFinite(intercept);
-        block.level[lane] =
-            ZeroUnlessFinite(block.slope[lane] * static_cast<double>(k) + block.intercept[lane]);
+        block.slope[lane] = Settled(slope);
+        block.intercept[lane] = Settled(intercept);
+        block.level[lane] = Settled(block.slope[lane] * static_cast<double>(k) + block.intercept[lane]);
     }
 }
 
@@ -221,12 +244,15 @@ WindowBars::Spot WindowBars::BandsAt(std::size_t length, std::size_t bar) const 
                 {kAverageLengths[length], block.slope.data(), block.intercept.data(), block.looseUpper.data(),
                  block.tightUpper.data(), block.looseLower.data(), block.tightLower.data()});
     for (std::size_t lane = 0; lane < kWindowsAtOnce; ++lane) {
+        // A window that begins before bar 1 is not the pass's.
+        if (first + static_cast<std::ptrdiff_t>(lane) < static_cast<std::ptrdiff_t>(kAverageLengths[length]))
+            continue;
         // The shortest length writes its lower limits only where it has an upper one.
         if (length == 0 && std::isnan(block.tightUpper[lane]))
             block.looseLower[lane] = block.tightLower[lane] = kNotComputed;
         for (auto* const values :
              {&block.looseUpper, &block.tightUpper, &block.looseLower, &block.tightLower})
-            (*values)[lane] = ZeroUnlessFinite((*values)[lane]);
+            (*values)[lane] = Settled((*values)[lane]);
     }
     return spot;
 }
@@ -234,7 +260,7 @@ WindowBars::Spot WindowBars::BandsAt(std::size_t length, std::size_t bar) const 
 double WindowBars::MomentumAt(std::size_t length, std::size_t bar) const {
     const Spot spot = BlockAt(length, bar);
     const double oldest = Column(kCloseSlot)[bar - kRegressionLengths[length] + 1];
-    return ZeroUnlessFinite(spot.block->slope[spot.lane] * kMomentumScale / oldest);
+    return Settled(spot.block->slope[spot.lane] * kMomentumScale / oldest);
 }
 
 double WindowBars::DerivativeOf(std::size_t length, std::size_t bar) const {
@@ -244,10 +270,11 @@ double WindowBars::DerivativeOf(std::size_t length, std::size_t bar) const {
         levels[i] = spot.block->level[spot.lane];
     }
     const double squareSum = squares_[bar] - squares_[bar - levels.size()];
-    return ZeroUnlessFinite(DerivativeAt(&levels.back(), bar, squareSum));
+    return Settled(DerivativeAt(&levels.back(), bar, squareSum));
 }
 
 double WindowBars::StrengthAt(std::size_t length, std::size_t bar) const {
+    if (bar == kRegressionLengths[length]) TellElementZero();
     const double* const closes = Column(kCloseSlot);
     double up = 0;
     double down = 0;
@@ -255,14 +282,14 @@ double WindowBars::StrengthAt(std::size_t length, std::size_t bar) const {
         up += closes[j] > closes[j - 1] ? 1 : 0;
         down += closes[j] < closes[j - 1] ? 1 : 0;
     }
-    return ZeroUnlessFinite(RelativeStrength(up, down));
+    return Settled(RelativeStrength(up, down));
 }
 
 double WindowBars::StochasticAt(std::size_t length, std::size_t bar) const {
     double sum = 0;
     for (std::size_t j = bar - kAverageLengths[length] + 1; j <= bar; ++j)
         sum += PositionInRange(Column(kCloseSlot)[j], Column(kLowSlot)[j], Column(kHighSlot)[j]);
-    return ZeroUnlessFinite(sum / static_cast<double>(kAverageLengths[length]));
+    return Settled(sum / static_cast<double>(kAverageLengths[length]));
 }
 
 double WindowBars::VolumeAverageAt(std::size_t length, std::size_t bar) const {
@@ -271,17 +298,17 @@ double WindowBars::VolumeAverageAt(std::size_t length, std::size_t bar) const {
     double weight = 0;
     for (std::size_t j = bar - kAverageLengths[length] + 1; j <= bar; ++j)
         weighted += Column(kVolumeSlot)[j] * ++weight;
-    return ZeroUnlessFinite(weighted / (bars * (bars + 1) / 2));
+    return Settled(weighted / (bars * (bars + 1) / 2));
 }
 
 // Below the longer length there is no longer average and it counts 0.
 double WindowBars::McClellanAt(std::size_t length, std::size_t bar) const {
     const auto average = [&](std::size_t l) {
         const Spot spot = BlockAt(l, bar);
-        return ZeroUnlessFinite(spot.block->means.weightedMean[spot.lane]);
+        return Settled(spot.block->means.weightedMean[spot.lane]);
     };
     const double longer = bar < kAverageLengths[length + 1] ? 0.0 : average(length + 1);
-    return ZeroUnlessFinite(average(length) - longer);
+    return Settled(average(length) - longer);
 }
 
 // Its scale grows from bar to bar, so all bars are computed together.
@@ -291,8 +318,7 @@ double WindowBars::MomentumDifferenceAt(std::size_t length, std::size_t bar) con
         all.look = look_;
         MomentumDifference difference;
         for (std::size_t k = kRegressionLengths[length + 1]; k <= barCount_; ++k)
-            all.level[k] =
-                ZeroUnlessFinite(difference.Next(MomentumAt(length, k), MomentumAt(length + 1, k)));
+            all.level[k] = Settled(difference.Next(MomentumAt(length, k), MomentumAt(length + 1, k)));
     }
     return all.level[bar];
 }
@@ -305,7 +331,7 @@ const WindowBars::WholeWindow& WindowBars::PriceLine() const {
     scalars_.LRIntercept = line.intercept;
     scalars_.LRMaxResidual = scalars_.LRMinResidual = 0;
     scalars_.LRTightUCL = scalars_.LRLooseUCL = scalars_.LRTightLCL = scalars_.LRLooseLCL = 0;
-    for (std::size_t k = 1; k <= barCount_; ++k) price_.level[k] = ZeroUnlessFinite(line.At(k));
+    for (std::size_t k = 1; k <= barCount_; ++k) price_.level[k] = Settled(line.At(k));
     TakePriceResiduals(View(), price_.level.data(), scalars_);
     return price_;
 }
@@ -316,7 +342,7 @@ const WindowBars::WholeWindow& WindowBars::VolumeLine() const {
     const Line line = FitWholeWindow(barCount_, Column(kVolumeSlot), squares_[barCount_]);
     scalars_.MaxVolume = scalars_.AverageVolume = 0;
     scalars_.VolumeTightUCL = scalars_.VolumeLooseUCL = 0;
-    for (std::size_t k = 1; k <= barCount_; ++k) volume_.level[k] = ZeroUnlessFinite(line.At(k));
+    for (std::size_t k = 1; k <= barCount_; ++k) volume_.level[k] = Settled(line.At(k));
     TakeVolumeResiduals(View(), volume_.level.data(), scalars_);
     return volume_;
 }

@@ -1,5 +1,5 @@
 // What a window computes on demand is what the indicator pass leaves, bit for bit.
-#include "study/window_bars.h"
+#include "selector/window_bars.h"
 
 #include <gtest/gtest.h>
 
@@ -89,6 +89,37 @@ TEST_P(EveryKind, EveryValueIsThatOfThePass) {
             ASSERT_TRUE(SameBits(windows.Scalar(row.value), analysis->indicators.*row.value)) << row.name;
         for (const NumberField& row : kNumberFields)
             ASSERT_EQ(windows.Stored(row.series, window), (analysis->series.*row.series)[window]);
+    }
+}
+
+TEST(WindowBarsLeftovers, TellWhatTheWindowDoesNotSettle) {
+    struct Case {
+        Kind kind;
+        IndicatorArray array;
+        std::size_t bar;
+        LookedAtLeftovers told;
+    };
+    constexpr Case kCases[] = {
+        {Kind::Walk, &Indicators::MA180, 279, LookedAtLeftovers::None},
+        {Kind::Walk, &Indicators::RSI15, 16, LookedAtLeftovers::None},
+        {Kind::Walk, &Indicators::RSI15, 15, LookedAtLeftovers::ElementZero},
+        {Kind::Walk, &Indicators::RSI30, 30, LookedAtLeftovers::ElementZero},
+        {Kind::Walk, &Indicators::PercentChange, 1, LookedAtLeftovers::ElementZero},
+        {Kind::Walk, &Indicators::MA15, 14, LookedAtLeftovers::None},  // nobody ever writes it
+        {Kind::Walk, &Indicators::TightUCL120, 120, LookedAtLeftovers::None},
+        {Kind::Flat, &Indicators::RSI15, 100, LookedAtLeftovers::Gaps},
+        {Kind::Flat, &Indicators::Stochastic15, 100, LookedAtLeftovers::None},  // without a range it is 0
+        {Kind::Flat, &Indicators::MACD15, 100, LookedAtLeftovers::Gaps},
+    };
+    std::mt19937 dice(11);
+    for (const Case& row : kCases) {
+        const Bars bars = Make(row.kind, 320, dice);
+        WindowBars windows;
+        windows.Look(bars.View(320, kDefaultWindow), kDefaultWindow);
+        windows.Computed(row.array, row.bar);
+        EXPECT_EQ(windows.Leftovers(), row.told) << kIndicatorArrays[SlotOf(row.array)].name << row.bar;
+        windows.Look(bars.View(319, kDefaultWindow), kDefaultWindow);
+        EXPECT_EQ(windows.Leftovers(), LookedAtLeftovers::None) << "another window";
     }
 }
 
