@@ -224,7 +224,8 @@ MailTold ToldOf(const MailRequest& request, const MailReply& reply) {
     told.wasStopped = reply.outcome == MailOutcome::Stopped;
     told.comesAgain = reply.outcome == MailOutcome::Later;
     if (told.isSent) return told;
-    const std::string_view how = reply.outcome == MailOutcome::Refused ? "was refused" : "was not sent";
+    const bool isRefused = reply.outcome == MailOutcome::Refused && !reply.isUnsafe;
+    const std::string_view how = isRefused ? "was refused" : "was not sent";
     told.failure = fmt::format("The mail {} by {}:{}: {}", how, request.host, request.port, reply.words);
     return told;
 }

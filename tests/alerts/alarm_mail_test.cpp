@@ -214,6 +214,13 @@ TEST_F(AlarmMailTest, ARefusalIsToldOnceAndNotTriedAgain) {
     EXPECT_EQ(mail.sent.size(), 1U);
 }
 
+TEST_F(AlarmMailTest, AServerThatIsNotTrustedIsNotSaidToRefuse) {
+    mail.replies = {{MailOutcome::Refused, "its certificate is not trusted", true}};
+    EXPECT_THAT(Tell({AlarmOf("KO")}),
+                ElementsAre("The mail was not sent by mail.example:587: its certificate is not trusted"));
+    EXPECT_EQ(mail.sent.size(), 1U);
+}
+
 TEST_F(AlarmMailTest, AStoppedRunKeepsItsAlarmsAndSendsNothing) {
     session.run.ProcessCommand = kStopRun;
     EXPECT_THAT(Tell({AlarmOf("KO")}), IsEmpty());

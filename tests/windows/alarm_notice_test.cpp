@@ -1,6 +1,7 @@
 // The bubble of fired alarms: one a run, by the desktop's service, by the tray where that is not there.
 #include "alerts/windows/alarm_notice.h"
 
+#include <QSystemTrayIcon>
 #include <QTest>
 
 using namespace brantlow;
@@ -75,6 +76,12 @@ class AlarmNoticeTest : public QObject {
         DesktopNotices notices(nullptr);
         notices.Doors().bus({QStringLiteral("t"), QStringLiteral("b")}, [&failed] { failed = true; });
         QVERIFY(failed);
+    }
+    void WithoutATrayNoSymbolIsMade() {
+        QVERIFY(!QSystemTrayIcon::isSystemTrayAvailable());
+        DesktopNotices notices(nullptr);
+        notices.Doors().tray({QStringLiteral("t"), QStringLiteral("b")});
+        QVERIFY(notices.findChildren<QSystemTrayIcon*>().isEmpty());
     }
 };
 

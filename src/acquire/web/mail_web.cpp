@@ -23,6 +23,15 @@ constexpr long kFirstLasting = 500;
 constexpr long kFirstBeyond = 600;
 constexpr std::size_t kLongestWords = 300;
 
+// What is not trusted with a mail, whatever it would take.
+struct UnsafeOffer {
+    CURLcode code;
+    std::string_view words;
+};
+constexpr std::array<UnsafeOffer, 2> kUnsafeOffers = {
+    {{CURLE_USE_SSL_FAILED, "the server offers no encrypted connection"},
+     {CURLE_PEER_FAILED_VERIFICATION, "its certificate is not trusted"}}};
+
 double Seconds() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
@@ -51,7 +60,8 @@ std::string Shown(std::string words, const MailRequest& request) {
 // Another try may help.
 bool IsPassing(CURLcode code, long status) {
     constexpr std::array kPassing = {CURLE_COULDNT_RESOLVE_HOST, CURLE_COULDNT_CONNECT,
-                                     CURLE_OPERATION_TIMEDOUT, CURLE_RECV_ERROR, CURLE_GOT_NOTHING};
+                                     CURLE_OPERATION_TIMEDOUT,   CURLE_SSL_CONNECT_ERROR,
+                                     CURLE_RECV_ERROR,           CURLE_GOT_NOTHING};
     // A step that the library cannot do without counts for good, whatever the server called it.
     if (code == CURLE_USE_SSL_FAILED || code == CURLE_PEER_FAILED_VERIFICATION) return false;
     if (status >= kFirstTemporary && status < kFirstLasting) return true;
@@ -133,9 +143,10 @@ struct Transfer {
         reply.outcome = IsPassing(code, status) ? MailOutcome::Later : MailOutcome::Refused;
         const char* const text = errorText.front() == '\0' ? curl_easy_strerror(code) : errorText.data();
         reply.words = Shown(lastLine.empty() ? text : lastLine, request);
-        if (code == CURLE_USE_SSL_FAILED) {
-            reply.words =
-                "the server offers no encrypted connection, so nothing was sent (" + reply.words + ")";
+        for (const UnsafeOffer& offer : kUnsafeOffers) {
+            if (code != offer.code) continue;
+            reply.isUnsafe = true;
+            reply.words = fmt::format("{}, so nothing was sent ({})", offer.words, reply.words);
         }
         return reply;
     }

@@ -42,6 +42,8 @@ struct MailReply {
     // The server's own last words ("535 5.7.8 Authentication failed"), or what was wrong with the connection.
     // Never the password.
     std::string words;
+    // It was not the server that refused: what it offered would not have been safe, and nothing was sent.
+    bool isUnsafe = false;
 };
 
 class MailWeb {

@@ -168,7 +168,7 @@ class MailServer {
         while (line.Read(text)) {
             Note(line, text);
             const std::string word = text.substr(0, text.find_first_of(" :"));
-            if (word == "EHLO") {
+            if (word == "EHLO" && !script_.replies.contains(word)) {
                 line.Say("250-test");
                 if (script_.offersStartTls && line.ssl == nullptr) line.Say("250-STARTTLS");
                 line.Say("250 AUTH PLAIN");

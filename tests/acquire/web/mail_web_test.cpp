@@ -84,6 +84,7 @@ TEST_F(MailWebTest, AServerThatOffersNoEncryptionIsToldNothing) {
     Trust(server);
     const MailReply reply = Send(server.port, MailSecurity::StartTls);
     EXPECT_EQ(reply.outcome, MailOutcome::Refused);
+    EXPECT_TRUE(reply.isUnsafe);
     EXPECT_THAT(reply.words, StartsWith("the server offers no encrypted connection, so nothing was sent ("));
     for (const std::string& line : server.Told()) EXPECT_THAT(line, Not(HasSubstr("AUTH")));
     EXPECT_THAT(server.Mails(), IsEmpty());
@@ -104,7 +105,8 @@ TEST_F(MailWebTest, ACertificateThatNobodyVouchesForIsRefused) {
     MailServer server({});
     const MailReply reply = Send(server.port);
     EXPECT_EQ(reply.outcome, MailOutcome::Refused);
-    EXPECT_THAT(reply.words, HasSubstr("certificate"));
+    EXPECT_TRUE(reply.isUnsafe);
+    EXPECT_THAT(reply.words, StartsWith("its certificate is not trusted, so nothing was sent ("));
     EXPECT_THAT(server.Told(), IsEmpty());
 }
 
@@ -131,6 +133,25 @@ TEST_F(MailWebTest, RefusalsAreToldInTheServersWordsWithoutThePassword) {
         EXPECT_EQ(reply.outcome, row.outcome) << row.reply;
         EXPECT_EQ(reply.words, row.words);
     }
+}
+
+TEST_F(MailWebTest, AServerThatGreetsNobodyIsToldInItsWords) {
+    MailServer server({.replies = {{"EHLO", "554 5.7.1 not you"}, {"HELO", "554 5.7.1 not you"}}});
+    Trust(server);
+    const MailReply reply = Send(server.port);
+    EXPECT_EQ(reply.outcome, MailOutcome::Refused);
+    EXPECT_EQ(reply.words, "554 5.7.1 not you");
+    EXPECT_FALSE(reply.isUnsafe);
+}
+
+// Its port is the other one, or it is starting.
+TEST_F(MailWebTest, AHandshakeThatFailsIsWorthAnotherTry) {
+    MailServer server({.isEncryptedAtOnce = false});
+    Trust(server);
+    const MailReply reply = Send(server.port);
+    EXPECT_EQ(reply.outcome, MailOutcome::Later);
+    EXPECT_FALSE(reply.words.empty());
+    EXPECT_THAT(server.Mails(), IsEmpty());
 }
 
 TEST_F(MailWebTest, ANobodyAtThePortIsWorthAnotherTry) {

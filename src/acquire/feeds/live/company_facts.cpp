@@ -74,6 +74,10 @@ bool CompanyFacts::LoadCompanies(SourceOutcome& outcome) {
     if (!ciks_.empty()) return true;
     const CapabilityForm& form = client_.Source().FormOf(Capability::Fundamentals);
     const std::string bytes = client_.Fetch(form.addresses.front(), outcome);
+    // Not a company is unknown then, but all of them.
+    if (outcome.result == SourceResult::UnknownSymbol) {
+        outcome = {.result = SourceResult::ChangedFormat, .words = "the list of companies is not there"};
+    }
     if (!outcome.Done()) return false;
     const json document = ParsedReply(bytes);
     if (document.is_object()) {

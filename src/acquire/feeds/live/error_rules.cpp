@@ -69,6 +69,14 @@ std::string WordsOf(std::string_view bytes, const json& document) {
     return "a web page: " + ServerWords(text.substr(begin + kTag, end - begin - kTag));
 }
 
+// Of a page that a rule knows by its text, that text too where the title is another one.
+std::string WordsOfPage(const ErrorRule& rule, std::string_view bytes, std::string words) {
+    const bool isPage = Trim(bytes).starts_with('<') && rule.pointer.empty() && !rule.contains.empty();
+    if (!isPage || ContainsIgnoringCase(words, rule.contains)) return words;
+    const std::size_t at = UpperCase(bytes).find(UpperCase(rule.contains));
+    return words + ": " + ServerWords(bytes.substr(at, rule.contains.size()));
+}
+
 struct StatusRow {
     int first;
     int last;
@@ -78,15 +86,23 @@ struct StatusRow {
 constexpr int kFirstOfPlan = 402;
 constexpr int kLastOfPlan = 403;
 
-constexpr std::array<StatusRow, 9> kStatuses = {{{300, 399, SourceResult::ChangedFormat},
-                                                 {401, 401, SourceResult::BadKey},
-                                                 {kFirstOfPlan, kLastOfPlan, SourceResult::NotInPlan},
-                                                 {404, 404, SourceResult::UnknownSymbol},
-                                                 {408, 408, SourceResult::Network},
-                                                 {429, 429, SourceResult::RateLimited},
-                                                 {400, 499, SourceResult::ChangedFormat},
-                                                 {500, 599, SourceResult::Network},
-                                                 {0, 999, SourceResult::ChangedFormat}}};
+constexpr int kFirstRedirection = 300;
+constexpr int kLastRedirection = 399;
+
+bool IsRedirection(int status) {
+    return status >= kFirstRedirection && status <= kLastRedirection;
+}
+
+constexpr std::array<StatusRow, 9> kStatuses = {
+    {{kFirstRedirection, kLastRedirection, SourceResult::ChangedFormat},
+     {401, 401, SourceResult::BadKey},
+     {kFirstOfPlan, kLastOfPlan, SourceResult::NotInPlan},
+     {404, 404, SourceResult::UnknownSymbol},
+     {408, 408, SourceResult::Network},
+     {429, 429, SourceResult::RateLimited},
+     {400, 499, SourceResult::ChangedFormat},
+     {500, 599, SourceResult::Network},
+     {0, 999, SourceResult::ChangedFormat}}};
 
 // These services refuse in JSON or in plain words: a page comes from something on the way, which knows
 // nothing of plans.
@@ -107,12 +123,14 @@ SourceOutcome JudgeReply(const SourceDefinition& source, int status, std::string
     for (const ErrorRule& rule : source.errors) {
         if (!isEnvelope || !Applies(rule, status, text, document)) continue;
         SourceOutcome outcome = rule.outcome;
-        outcome.words = WordsOf(text, document);
+        outcome.words = WordsOfPage(rule, text, WordsOf(text, document));
+        if (outcome.words.empty() && status != kStatusOk) outcome.words = fmt::format("status {}", status);
         return outcome;
     }
     if (status != kStatusOk) {
         SourceOutcome outcome{.result = ResultOfStatus(status, text.starts_with('<')),
                               .words = WordsOf(text, document)};
+        if (IsRedirection(status)) outcome.words = "it leads on to another page";
         outcome.words =
             fmt::format("status {}{}{}", status, outcome.words.empty() ? "" : ": ", outcome.words);
         return outcome;

@@ -90,6 +90,7 @@ RunReport RunReportOf(const LiveReport& report, std::string what) {
     for (const LiveTicker& row : report.tickers) {
         const bool isFailure = IsFailure(row.outcome);
         std::string why = row.outcome.words;
+        if (row.outcome.result == SourceResult::NoData && why.empty()) why = "no data in the span";
         const bool namesSource = row.outcome.result == SourceResult::NoKey;
         if (isFailure && !namesSource) why = report.title + ": " + OutcomeText(row.outcome);
         if (row.outcome.result == SourceResult::Stopped) {

@@ -24,6 +24,12 @@ class MemoryServices final : public ServiceWeb {
     std::function<ServiceReply(const ServiceRequest&)> answer;
 };
 
+// What a person is told, without the moment until which a source rests.
+inline std::string SentenceOf(SourceOutcome outcome) {
+    outcome.until = 0;
+    return OutcomeText(outcome);
+}
+
 class SourceTest : public SessionTest {
   protected:
     SourceTest() {

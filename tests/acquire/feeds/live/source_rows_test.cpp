@@ -172,7 +172,7 @@ TEST_F(SourceRows, ASplitThatIsToldTwiceIsOne) {
     EXPECT_TRUE(Read("Quotes/EOD/KO.26").starts_with("\"11/09/26\",\"\",20,20,20,40,"));
 }
 
-TEST_F(SourceRows, RefusalsOfTheCalendarAndOfTheListsHaveTheirOutcomes) {
+TEST_F(SourceRows, RefusalsOfTheCalendarAndOfTheListsHaveTheirSentences) {
     struct Row {
         const char* what;
         const char* source;
@@ -180,40 +180,47 @@ TEST_F(SourceRows, RefusalsOfTheCalendarAndOfTheListsHaveTheirOutcomes) {
         int status;
         const char* bytes;
         SourceResult result;
-        const char* words;
+        const char* sentence;
     };
     const std::vector<Row> rows = {
         {"a symbol that is none", "nasdaq", Capability::Splits, 200,
          R"({"data":null,"message":null,"status":{"rCode":400,"bCodeMessage":[{"code":1001,"errorMessage":"Symbol not exists."}],"developerMessage":null}})",
-         SourceResult::NoData, "Symbol not exists."},
+         SourceResult::NoData, "no data: Symbol not exists."},
         {"blocked", "nasdaq", Capability::Splits, 403,
          "<HTML><HEAD><TITLE>Access Denied</TITLE></HEAD></HTML>", SourceResult::RateLimited,
-         "Access Denied"},
+         "rate limited (by the hour): a web page: Access Denied"},
         {"a page in place of the calendar", "nasdaq", Capability::Splits, 200, "<html></html>",
-         SourceResult::ChangedFormat, "a web page"},
+         SourceResult::ChangedFormat, "changed format: https://api.nasdaq.com: a web page"},
         {"a page in place of the directory", "nasdaq", Capability::Symbols, 200,
-         "<html><body>Not here</body></html>", SourceResult::ChangedFormat, "a web page"},
-        {"an empty directory", "nasdaq", Capability::Symbols, 200, "", SourceResult::ChangedFormat, ""},
+         "<html><body>Not here</body></html>", SourceResult::ChangedFormat,
+         "changed format: https://www.nasdaqtrader.com: a web page"},
+        {"an empty directory", "nasdaq", Capability::Symbols, 200, "", SourceResult::ChangedFormat,
+         "changed format: the directory is empty"},
         {"a directory of other columns", "nasdaq", Capability::Symbols, 200, "Ticker|Name\r\nA|B\r\n",
-         SourceResult::ChangedFormat, "lacks its header"},
+         SourceResult::ChangedFormat, "changed format: the directory lacks its header: Ticker|Name"},
         {"splits too old for the plan", "massive", Capability::Splits, 403,
          R"({"status":"NOT_AUTHORIZED","message":"Your plan doesn't include this data timeframe."})",
-         SourceResult::NotInPlan, "timeframe"},
+         SourceResult::NotInPlan, "not in the plan: Your plan doesn't include this data timeframe."},
         {"a wish that the service does not know", "alpaca", Capability::Splits, 400,
-         R"({"message":"invalid adjustment: odd"})", SourceResult::ChangedFormat, "invalid adjustment: odd"},
+         R"({"message":"invalid adjustment: odd"})", SourceResult::ChangedFormat,
+         "changed format: https://data.alpaca.markets: status 400: invalid adjustment: odd"},
         {"spark of too many symbols", "yahoo", Capability::Quotes, 400,
          R"({"spark":{"result":null,"error":{"code":"Bad Request","description":"Number of symbols needs to be less than or equal to 20"}}})",
-         SourceResult::ChangedFormat, "less than or equal to 20"},
-        {"the minute of EODHD", "eodhd", Capability::Quotes, 429, "", SourceResult::RateLimited, ""},
+         SourceResult::ChangedFormat,
+         "changed format: https://query1.finance.yahoo.com: status 400: Number of symbols needs to be less "
+         "than or equal to 20"},
+        {"the minute of EODHD", "eodhd", Capability::Quotes, 429, "", SourceResult::RateLimited,
+         "rate limited (by the minute): status 429"},
         {"the limit of FMP by its status", "fmp", Capability::Quotes, 429,
          R"({"Error Message":"Limit Reach . Please upgrade your plan"})", SourceResult::RateLimited,
-         "Limit Reach"},
+         "rate limited (by the day): Limit Reach . Please upgrade your plan"},
         {"minutes too far back", "yahoo", Capability::History, 422,
          R"({"chart":{"result":null,"error":{"code":"Unprocessable Entity","description":"1m data not available"}}})",
-         SourceResult::NoData, "not available"},
-        {"an address that is not served", "yahoo", Capability::History, 403, "", SourceResult::Network, ""},
+         SourceResult::NoData, "no data: 1m data not available"},
+        {"an address that is not served", "yahoo", Capability::History, 403, "", SourceResult::Network,
+         "network: https://query2.finance.yahoo.com: status 403"},
         {"a page of no symbol", "yahoo", Capability::History, 404, "<html></html>",
-         SourceResult::ChangedFormat, ""},
+         SourceResult::ChangedFormat, "changed format: https://query1.finance.yahoo.com: a web page"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
@@ -224,7 +231,7 @@ TEST_F(SourceRows, RefusalsOfTheCalendarAndOfTheListsHaveTheirOutcomes) {
                                   : Texts{};
         const SourceOutcome outcome = AskAll(row.source, row.capability, symbols).outcome;
         EXPECT_EQ(ResultName(outcome.result), ResultName(row.result));
-        EXPECT_NE(outcome.words.find(row.words), std::string::npos) << outcome.words;
+        EXPECT_EQ(SentenceOf(outcome), row.sentence);
     }
 }
 
@@ -396,26 +403,34 @@ TEST_F(Filings, ACompanyOfAnotherCurrencyOrOtherRulesHasNothing) {
     EXPECT_EQ(YearOf("AAPL").outcome.result, SourceResult::NoData);
 }
 
-TEST_F(Filings, RefusalsOfTheServiceHaveTheirOutcomes) {
+TEST_F(Filings, RefusalsOfTheServiceHaveTheirSentences) {
     struct Row {
         const char* what;
         int status;
         const char* bytes;
         SourceResult result;
-        const char* words;
+        const char* sentence;
     };
     const std::vector<Row> rows = {
         {"too fast", 403,
          "<html><head><title>SEC.gov | Request Rate Threshold Exceeded</title></head></html>",
-         SourceResult::RateLimited, "Request Rate Threshold Exceeded"},
+         SourceResult::RateLimited,
+         "rate limited (by the hour): a web page: SEC.gov | Request Rate Threshold Exceeded"},
         {"nobody to write to", 403,
          "<html><head><title>SEC.gov</title></head>Your Request Originates from an Undeclared Automated "
          "Tool</html>",
-         SourceResult::BadKey, "SEC.gov"},
-        {"no list", 404, "<html></html>", SourceResult::UnknownSymbol, ""},
+         SourceResult::BadKey, "bad key: a web page: SEC.gov: Undeclared Automated Tool"},
+        {"no list", 404, "<html></html>", SourceResult::ChangedFormat,
+         "changed format: the list of companies is not there"},
+        {"no list, in the storage's words", 404,
+         "<?xml version=\"1.0\"?><Error><Code>NoSuchKey</Code></Error>", SourceResult::ChangedFormat,
+         "changed format: the list of companies is not there"},
+        {"shut off", 403, "<html><head><title>Forbidden</title></head></html>", SourceResult::BadKey,
+         "bad key: a web page: Forbidden"},
         {"another list", 200, R"({"fields":["cik"],"data":[]})", SourceResult::ChangedFormat,
-         "list of companies"},
-        {"a page", 200, "<html></html>", SourceResult::ChangedFormat, ""},
+         "changed format: the list of companies is empty"},
+        {"a page", 200, "<html></html>", SourceResult::ChangedFormat,
+         "changed format: https://www.sec.gov: a web page"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
@@ -423,7 +438,7 @@ TEST_F(Filings, RefusalsOfTheServiceHaveTheirOutcomes) {
         pages["company_tickers.json"] = Answer(row.status, row.bytes);
         const SourceOutcome outcome = YearOf("AAPL").outcome;
         EXPECT_EQ(ResultName(outcome.result), ResultName(row.result));
-        EXPECT_NE(outcome.words.find(row.words), std::string::npos) << outcome.words;
+        EXPECT_EQ(SentenceOf(outcome), row.sentence);
     }
 }
 
