@@ -33,16 +33,20 @@ print_all() {
   "${call[@]}" chart "${tickers[0]}" --series "MA 60,LR MINMAX CL,MLR 30 T.CL" --out -
 }
 
+# The emulation of arm64 says of a program that is not there that it was started, and has it end at once.
+emulation_lacks=RunSystemCommand.AMissingProgramIsNotStarted
+
 # NAME TESTS COMMAND...: runs the engine's tests, and compares what the command prints.
 compare() {
-  local name=$1 runner=() program tests
+  local name=$1 runner=() program tests left_out=
+  [[ $name != arm64 ]] || left_out=$emulation_lacks
   shift
   program=$1
   tests=$2
   shift 2
   runner=("$@")
   echo "$name: the engine's tests"
-  if ! LC_ALL=C.UTF-8 TZ=UTC "${runner[@]}" "$tests" --gtest_brief=1 > "$work/tests.txt" 2>&1; then
+  if ! LC_ALL=C.UTF-8 TZ=UTC "${runner[@]}" "$tests" --gtest_brief=1 --gtest_filter="-$left_out" > "$work/tests.txt" 2>&1; then
     tail -n 30 "$work/tests.txt"
     failed=1
   fi

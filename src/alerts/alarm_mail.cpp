@@ -6,6 +6,7 @@
 #include <array>
 #include <ctime>
 
+#include "base/control_characters.h"
 #include "base/dates.h"
 #include "base/failure.h"
 #include "base/text.h"
@@ -73,10 +74,7 @@ AlarmLetter AddressedBy(const SettingsTables& settings) {
     }
     if (request.sender.empty() && !request.recipients.empty()) request.sender = request.recipients.front();
     if (!IsAddress(request.sender)) refuse("the sender is no mail address");
-    if (std::any_of(request.user.begin(), request.user.end(),
-                    [](char c) { return static_cast<unsigned char>(c) < ' '; })) {
-        refuse("the user holds a control character");
-    }
+    if (HasControls(request.user)) refuse("the user holds a control character");
     if (!letter.fault.empty()) letter.refusal = MailFile() + ": " + letter.fault;
     return letter;
 }

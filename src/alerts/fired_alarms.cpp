@@ -4,6 +4,7 @@
 #include <array>
 
 #include "alerts/price_alarms.h"
+#include "base/control_characters.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/values.h"
@@ -21,9 +22,7 @@ constexpr std::array<std::string_view, 2> kKindWords = {"high", "low"};
 // A field's text, which cannot hold what parts fields and lines.
 std::string Field(std::string_view text) {
     std::string field(text);
-    std::replace_if(
-        field.begin(), field.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; },
-        ' ');
+    std::replace_if(field.begin(), field.end(), IsControl, ' ');
     return field;
 }
 

@@ -2,16 +2,13 @@
 
 #include <algorithm>
 
+#include "base/control_characters.h"
+
 namespace brantlow {
 
 namespace {
 
 constexpr std::string_view kAddressMarks = "&#?%,";
-
-bool IsControl(char c) {
-    constexpr char kDelete = 0x7F;
-    return (c >= 0 && c < ' ') || c == kDelete;
-}
 
 bool SpoilsAddress(char c) {
     return c == ' ' || IsControl(c) || kAddressMarks.find(c) != std::string_view::npos;

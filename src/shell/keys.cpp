@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include "base/control_characters.h"
 #include "base/text.h"
 #include "base/values.h"
 
@@ -17,11 +18,6 @@ namespace brantlow {
 namespace {
 
 constexpr std::size_t kLongestKey = 1000;
-
-bool HasControls(std::string_view text) {
-    return std::any_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; });
-}
 
 // The key's text in the file; nothing where no line names the source.
 std::optional<std::string> KeyInFile(const Path& file, std::string_view name) {

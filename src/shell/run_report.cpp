@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/control_characters.h"
 #include "base/dates.h"
 #include "base/values.h"
 
@@ -30,11 +31,6 @@ constexpr std::array<FateName, 6> kFateNames = {{{TickerFate::Stored, "stored"},
                                                  {TickerFate::Failed, "failed"},
                                                  {TickerFate::LeftOut, "left out"},
                                                  {TickerFate::Skipped, "skipped"}}};
-
-bool IsControl(char c) {
-    constexpr char kDelete = 0x7F;
-    return (c >= 0 && c < ' ') || c == kDelete;
-}
 
 std::string CountedTickers(std::size_t count) {
     return Counted(count, "ticker", "tickers");

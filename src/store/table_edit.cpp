@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/askable_ticker.h"
+#include "base/control_characters.h"
 #include "base/text.h"
 #include "shell/session_change.h"
 #include "shell/settings/choices.h"
@@ -35,9 +36,8 @@ std::optional<std::size_t> PreferredMark(std::string_view ticker) {
 
 // What a live source can be asked for, and a line of a history can hold.
 bool IsLiveTicker(std::string_view symbol) {
-    const bool isPrintable = std::none_of(symbol.begin(), symbol.end(), [](char c) {
-        return (c >= 0 && c < ' ') || c == '\x7f' || c == ',' || c == '"';
-    });
+    const bool isPrintable = std::none_of(symbol.begin(), symbol.end(),
+                                          [](char c) { return IsControl(c) || c == ',' || c == '"'; });
     const bool hasBlank = symbol.find(' ') != std::string_view::npos;
     return isPrintable && HasDatabaseFiles(symbol) && (!hasBlank || PreferredMark(symbol));
 }

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "acquire/web/curl_list.h"
+#include "base/control_characters.h"
 #include "base/text.h"
 
 namespace brantlow {
@@ -47,7 +48,7 @@ std::size_t TakeLine(char* data, std::size_t size, std::size_t count, void* targ
 // What a server may say is shown to a person: no control characters, and not what it was told in secret.
 std::string Shown(std::string words, const MailRequest& request) {
     for (char& c : words) {
-        if (static_cast<unsigned char>(c) < ' ' || c == '\x7f') c = ' ';
+        if (IsControl(c)) c = ' ';
     }
     for (std::size_t at = 0; !request.password.empty();) {
         at = words.find(request.password, at);

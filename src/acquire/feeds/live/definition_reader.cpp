@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "base/control_characters.h"
+
 namespace brantlow {
 
 namespace {
@@ -17,9 +19,7 @@ std::optional<std::string> CleanText(const nlohmann::json& value, const std::str
         return std::nullopt;
     }
     auto text = value.get<std::string>();
-    const bool isClean = std::none_of(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; });
-    if (!isClean) complaint.Add(place, "holds a control character");
+    if (HasControls(text)) complaint.Add(place, "holds a control character");
     if (text.size() > kLongestText)
         complaint.Add(place, fmt::format("is longer than {} bytes", kLongestText));
     return text;
