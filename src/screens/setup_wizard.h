@@ -31,6 +31,9 @@ inline constexpr std::array<WizardStep, 6> kWizardSteps = {{
     {"frmSetupWizard6", "Step 6:                                            Basic Setup Complete"},
 }};
 
+// The ways to a first table and its chart, as the welcome page has them.
+enum class StartWay { PracticeTable, List, File };
+
 // Which of the steps, numbered from 1, is shown.
 class WizardDriver {
   public:

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QLayout>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -192,6 +193,42 @@ class SetupWizardTest : public QObject {
         list->setCurrentIndex(0);
         program.Press("cmdNext");
         QVERIFY(program.Read("VTRSRCset.ini").starts_with("\"\"\r\n\"\"\r\n"));
+    }
+
+    void everySourceHasRoomOnTheSecondStep() {
+        WizardProgram program;
+        program.wizard->show();
+        program.GoTo(2);
+        auto* form = program.Part<QWidget>("frmSetupWizard2");
+        auto* list = program.Part<QComboBox>("cboSource");
+        for (int i = 0; i < list->count(); ++i) {
+            list->setCurrentIndex(i);
+            QCoreApplication::processEvents();
+            QVERIFY2(form->layout()->totalHeightForWidth(form->width()) <= form->height(),
+                     qPrintable(list->currentText()));
+        }
+    }
+
+    void aWayToAFirstTableKeepsTheStepAndLeavesTheWizard() {
+        WizardProgram program;
+        program.GoTo(2);
+        QSignalSpy begun(program.wizard.get(), &frmSetupWizard::BeginAsked);
+        auto* list = program.Part<QComboBox>("cboSource");
+        list->setCurrentIndex(list->findData(QStringLiteral("massive")));
+        const QStringList told = BoxesOf([&] {
+            program.Press("cmdWayPractice");
+            QCoreApplication::processEvents();
+        });
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(begun.size(), 0);
+        QCOMPARE(program.Step(), std::size_t{2});
+        program.Part<QLineEdit>("txtKey")->setText(QStringLiteral("a-key"));
+        program.Press("cmdWayPractice");
+        QCoreApplication::processEvents();
+        QCOMPARE(begun.size(), 1);
+        QVERIFY(!program.wizard->isVisible());
+        QCOMPARE(program.Read("Keys.ini"), std::string("massive=a-key\r\n"));
+        QVERIFY(program.Read("VTRSRCset.ini").starts_with("\"massive\"\r\n"));
     }
 
     void backWritesNothing() {

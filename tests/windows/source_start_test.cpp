@@ -13,6 +13,7 @@
 #include "acquire/feeds/windows/frmNewList.h"
 #include "acquire/feeds/windows/frmSources.h"
 #include "chart/windows/frmGraph.h"
+#include "screens/windows/frmSetupWizard.h"
 #include "source_fixture.h"
 #include "store/windows/frmQuoteGrid.h"
 
@@ -163,6 +164,69 @@ class SourceStartTest : public QObject {
         const QuoteTable& table = scene.frame->QuoteForm()->Table();
         QVERIFY(table.TickerCount() > 10);
         QCOMPARE(table.Ticker(1), std::string("ADBE"));
+        QVERIFY(scene.frame->GraphForm());
+    }
+
+    void aMarketsListThatTakesLongIsFetchedOnlyWhenThePersonWantsThat() {
+        for (const bool wanted : {false, true}) {
+            Scene scene;
+            const std::string hosts = scene.Read("Hosts.ini");
+            scene.KeepKey("massive", "any");
+            scene.Write("Hosts.ini", hosts + "Limit.massive=1/60\r\n");
+            scene.Open("mnuFileNewFromMarket");
+            Part<QGroupBox>(scene.window, "fraFill")->setChecked(true);
+            scene.ChooseSource("Prices", "massive");
+            QStringList asked;
+            DialogHand hand([&](QDialog& dialog) {
+                auto* const box = qobject_cast<QMessageBox*>(&dialog);
+                if (!box) return;
+                asked << box->text();
+                // Nobody waits for so long here.
+                scene.Write("Hosts.ini", hosts);
+                PressButton(dialog, wanted ? QMessageBox::Yes : QMessageBox::No);
+            });
+            scene.Create();
+            Wait();
+            QCOMPARE(asked,
+                     QStringList(QStringLiteral("Market.ddq has 43 tickers; their histories and quotes take "
+                                                "about 44 minutes at the limits of Massive. Do you want to "
+                                                "fetch them now?")));
+            QCOMPARE(scene.session.CurrentFile, std::string("Market.ddq"));
+            QCOMPARE(scene.frame->GraphForm() != nullptr, wanted);
+        }
+    }
+
+    void theWizardsSecondStepLeadsToTheSameThreeWays() {
+        const auto open = [](Scene& scene, const char* way) {
+            scene.frame->Commands().Entry("SetupWizard")->trigger();
+            auto* const wizard = scene.frame->findChild<frmSetupWizard*>();
+            if (!wizard) qFatal("no wizard");
+            Part<QPushButton>(wizard, "cmdNext")->click();
+            Part<QPushButton>(wizard, way)->click();
+            Wait();
+            QVERIFY(!wizard->isVisible());
+        };
+        {
+            Scene scene;
+            open(scene, "cmdWayPractice");
+            QCOMPARE(scene.session.CurrentFile, std::string("Practice.ddq"));
+            QVERIFY(scene.frame->GraphForm());
+        }
+        {
+            Scene scene;
+            open(scene, "cmdWayList");
+            auto* const list = scene.frame->findChild<frmNewList*>();
+            QVERIFY(list && list->isVisible());
+        }
+        Scene scene;
+        scene.WriteTable();
+        QVERIFY(!WriteWholeFile(scene.session.AppPath / "Quotes" / "EOD" / "NFLX.26",
+                                "NFLX,11/20/2026,4:00pm,150,149,151,100\r\n"));
+        DialogHand hand([&](QDialog& dialog) {
+            if (qobject_cast<QFileDialog*>(&dialog)) EnterFile(dialog, scene.session.DataFile("Mine.ddq"));
+        });
+        open(scene, "cmdWayFile");
+        QCOMPARE(scene.session.CurrentFile, std::string("Mine.ddq"));
         QVERIFY(scene.frame->GraphForm());
     }
 

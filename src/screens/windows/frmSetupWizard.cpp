@@ -19,7 +19,7 @@ namespace {
 
 // Room for the largest form, so that the window keeps its size from step to step; with letters of this
 // height.
-constexpr QSize kWindowSize(640, 480);
+constexpr QSize kWindowSize(640, 560);
 constexpr double kUsualLetters = 14;
 // What a window manager puts around the window.
 constexpr QSize kRoomForFrame(16, 48);
@@ -98,7 +98,7 @@ QWidget* frmSetupWizard::BuildButtons() {
 void frmSetupWizard::ShowStep() {
     const std::size_t step = driver_.StepToShow().value_or(1);
     delete form_.widget;
-    form_ = MakeWizardForm(step, session_, hosts_);
+    form_ = MakeWizardForm(step, session_, hosts_, [this](StartWay way) { Begin(way); });
     place_->addWidget(form_.widget);
     form_.widget->show();
     head_->setText(Name(kWizardSteps[step - 1].head));
@@ -113,13 +113,25 @@ void frmSetupWizard::ShowStep() {
     (first ? first : onward)->setFocus();
 }
 
-void frmSetupWizard::Next() {
-    const WizardOutcome outcome = form_.next();
+std::optional<WizardOutcome> frmSetupWizard::Keep() {
+    WizardOutcome outcome = form_.next();
     if (!outcome.sentence.empty()) session_.person.Say(outcome.sentence);
-    if (outcome.stays) return;
+    if (outcome.stays) return std::nullopt;
+    return outcome;
+}
+
+void frmSetupWizard::Next() {
+    const std::optional<WizardOutcome> outcome = Keep();
+    if (!outcome) return;
     driver_.Next();
     ShowStep();
-    if (outcome.openScheduler) Q_EMIT ScheduleAsked();
+    if (outcome->openScheduler) Q_EMIT ScheduleAsked();
+}
+
+void frmSetupWizard::Begin(StartWay way) {
+    if (!Keep()) return;
+    Finish();
+    Q_EMIT BeginAsked(way);
 }
 
 void frmSetupWizard::Back() {

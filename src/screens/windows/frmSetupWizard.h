@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <optional>
 
 #include "screens/setup_wizard.h"
 #include "screens/windows/wizard_forms.h"
@@ -25,12 +26,17 @@ class frmSetupWizard final : public QDialog {
   Q_SIGNALS:
     // The daily run was turned on: its start is to be scheduled.
     void ScheduleAsked();
+    // The wizard was left for a first table.
+    void BeginAsked(StartWay way);
 
   private:
     QWidget* BuildHead();
     QWidget* BuildButtons();
     void ShowStep();
+    // Keeps the step that is shown; nothing where it stays.
+    std::optional<WizardOutcome> Keep();
     void Next();
+    void Begin(StartWay way);
     void Back();
     void Finish();
 

@@ -1,5 +1,4 @@
 #include "screens/windows/wizard_forms.h"
-#include "base/windows/wheel_guard.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -8,13 +7,16 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 #include <memory>
 
 #include "acquire/feeds/windows/source_card.h"
 #include "acquire/web/curl_web.h"
+#include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
+#include "base/windows/wheel_guard.h"
 #include "screens/control_loading.h"
 #include "screens/windows/folder_picker.h"
 
@@ -28,6 +30,7 @@ constexpr int kParagraphGap = 10;
 struct FormTools {
     Session& session;
     SettingsControls controls;
+    WizardBegin begin;
 };
 
 QVBoxLayout* NewForm(WizardForm& form) {
@@ -121,6 +124,34 @@ SourceCard* AddLiveSource(QVBoxLayout& layout, SourceDesk& desk) {
     return card;
 }
 
+struct WayButton {
+    StartWay way;
+    const char* name;
+    const char* words;
+    const char* toolTip;
+};
+constexpr std::array<WayButton, 3> kWayButtons = {
+    {{StartWay::List, "cmdWayList", "&My List...",
+      "Keep this step, leave the wizard, and type or paste your tickers, or take a market's list"},
+     {StartWay::File, "cmdWayFile", "&Open a Quote File...",
+      "Keep this step, leave the wizard, and choose a quote file that you have"},
+     {StartWay::PracticeTable, "cmdWayPractice", "&Practice Table",
+      "Keep this step, leave the wizard, and look around in made-up prices"}}};
+
+void AddWays(QVBoxLayout& layout, const WizardBegin& begin) {
+    auto* row = new QHBoxLayout;
+    row->addWidget(new QLabel(QStringLiteral("Or begin now with:")));
+    for (const WayButton& each : kWayButtons) {
+        QPushButton* const button = AddButton(*row, Name(each.name), Name(each.words), Name(each.toolTip));
+        // Later: it takes the form away.
+        QObject::connect(
+            button, &QPushButton::clicked, button, [begin, way = each.way] { begin(way); },
+            Qt::QueuedConnection);
+    }
+    row->addStretch();
+    layout.addLayout(row);
+}
+
 WizardForm QuoteSupplier(const FormTools& tools) {
     WizardForm form;
     QVBoxLayout* layout = NewForm(form);
@@ -135,6 +166,7 @@ WizardForm QuoteSupplier(const FormTools& tools) {
     QButtonGroup* group = AddOptions(*layout, QStringLiteral("Quote Downloads:"), kSuppliers, tools.controls);
     const auto sources = std::make_shared<WizardSources>(tools.session);
     SourceCard* const card = AddLiveSource(*layout, sources->desk);
+    AddWays(*layout, tools.begin);
     layout->addStretch();
     form.widget->setFocusProxy(group->checkedButton());
     form.next = [&session = tools.session, group, card, sources] {
@@ -300,8 +332,8 @@ constexpr std::array<WizardForm (*)(const FormTools&), kWizardSteps.size()> kFor
 
 }  // namespace
 
-WizardForm MakeWizardForm(std::size_t step, Session& session, const Hosts& hosts) {
-    WizardForm form = kForms.at(step - 1)({session, LoadControls(session.settings, hosts)});
+WizardForm MakeWizardForm(std::size_t step, Session& session, const Hosts& hosts, WizardBegin begin) {
+    WizardForm form = kForms.at(step - 1)({session, LoadControls(session.settings, hosts), std::move(begin)});
     form.widget->setObjectName(Name(kWizardSteps[step - 1].form));
     return form;
 }

@@ -19,7 +19,10 @@ struct WizardForm {
     std::function<WizardOutcome()> next;
 };
 
+// Leaves the wizard on a way to a first table.
+using WizardBegin = std::function<void(StartWay)>;
+
 // The form of a step, 1 to 6. `session` and `hosts` outlive it; the caller owns the widget.
-WizardForm MakeWizardForm(std::size_t step, Session& session, const Hosts& hosts);
+WizardForm MakeWizardForm(std::size_t step, Session& session, const Hosts& hosts, WizardBegin begin);
 
 }  // namespace brantlow

@@ -1,5 +1,7 @@
 #include "acquire/feeds/windows/frmNewList.h"
 
+#include <fmt/format.h>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -33,6 +35,8 @@ namespace brantlow {
 namespace {
 
 constexpr int kWidth = 600;
+// A person who waits for longer is asked first.
+constexpr double kLongSeconds = 600;
 // What a window manager puts above and below the window.
 constexpr int kRoomForFrame = 48;
 constexpr int kTickerLines = 5;
@@ -242,9 +246,7 @@ void frmNewList::ShowRemark() {
     const std::size_t count = ofMarket_->isChecked() ? 0 : Typed().tickers.size();
     QString remark;
     if (source && count > 0) {
-        const double seconds =
-            SecondsOfPopulate(desk_.World(), *source, count, years_->currentData().toDouble()) +
-            SecondsOfUpdate(desk_.World(), *source, count);
+        const double seconds = SecondsOfFilling(*source, count);
         remark = QStringLiteral("%1: %2 at the limits of %3.")
                      .arg(Shown(Counted(count, "ticker", "tickers")), Shown(DurationWords(seconds)),
                           Shown(source->title));
@@ -325,10 +327,26 @@ void frmNewList::ShowAsking(bool isAsking) {
     }
 }
 
+// How long a market's list takes is known only once it is there.
+bool frmNewList::WantsAll(const std::string& name, std::size_t tickers) {
+    const SourceDefinition* const source = prices_->Source();
+    const double seconds = source ? SecondsOfFilling(*source, tickers) : 0;
+    if (seconds < kLongSeconds) return true;
+    return session_.person.Ask(
+        fmt::format("{} has {}; their histories and quotes take {} at the limits of {}. Do you want to fetch "
+                    "them now?",
+                    name, Counted(tickers, "ticker", "tickers"), DurationWords(seconds), source->title));
+}
+
+double frmNewList::SecondsOfFilling(const SourceDefinition& source, std::size_t tickers) {
+    return SecondsOfPopulate(desk_.World(), source, tickers, years_->currentData().toDouble()) +
+           SecondsOfUpdate(desk_.World(), source, tickers);
+}
+
 void frmNewList::Create() {
     const std::string name = TableNameOf(name_->text().toStdString());
     if (isAsking_ || !Prepare(name)) return;
-    const bool fills = fills_->isChecked();
+    bool fills = fills_->isChecked();
     if (fills && (!KeepChoices() || !KeepYears())) return;
     if (ofMarket_->isChecked()) Tell("Asking " + lists_->Source()->title + " for its symbols ...");
     ShowAsking(true);
@@ -340,6 +358,7 @@ void frmNewList::Create() {
         session_.person.Say(std::to_string(table.left) +
                             " further symbols are left out: a table holds 17,999.");
     }
+    if (fills && ofMarket_->isChecked()) fills = WantsAll(name, table.tickers);
     accept();
     Q_EMIT TableMade(name, fills);
 }

@@ -55,6 +55,8 @@ class frmNewList final : public QDialog {
     NewTable Make(const std::string& name);
     bool KeepChoices();
     bool KeepYears();
+    bool WantsAll(const std::string& name, std::size_t tickers);
+    double SecondsOfFilling(const SourceDefinition& source, std::size_t tickers);
     SymbolChoice Choice() const;
     TypedTickers Typed() const;
     void Tell(const std::string& sentence);

@@ -18,6 +18,7 @@
 #include "acquire/feeds/live/source_consent.h"
 #include "acquire/feeds/live/source_copy.h"
 #include "acquire/feeds/live/source_standing.h"
+#include "acquire/feeds/windows/source_card.h"
 #include "acquire/feeds/windows/source_key_field.h"
 #include "base/text.h"
 #include "base/windows/display_text.h"
@@ -322,8 +323,7 @@ void frmSources::ShowSelected() {
     if (!source) return ShowRefused(row->data(0, kRefusalRole).toString());
     const SourceStanding standing = StandingOf(desk_.World(), *source);
     details_->setTitle(Shown(source->title));
-    terms_->setText(QStringLiteral("%1 <a href=\"%2\">%2</a>")
-                        .arg(Shown(source->terms).toHtmlEscaped(), Shown(source->home).toHtmlEscaped()));
+    terms_->setText(TermsText(*source));
     limits_->setText(standing.limits.empty()
                          ? QStringLiteral("No limits of its own are known.")
                          : QStringLiteral("Requests: %1.")

@@ -26,6 +26,14 @@ QLabel* WrappedLabel(const char* name) {
 
 }  // namespace
 
+QString TermsText(const SourceDefinition& source) {
+    const QString home = Shown(source.home);
+    // What comes before the name of the host would only break the line.
+    const QString shown = home.section(QStringLiteral("://"), -1);
+    return QStringLiteral("%1 <a href=\"%2\">%3</a>")
+        .arg(Shown(source.terms).toHtmlEscaped(), home.toHtmlEscaped(), shown.toHtmlEscaped());
+}
+
 SourceCard::SourceCard(SourceDesk& desk, Capability needed, const QString& words, const QString& none)
     : desk_(desk),
       list_(new QComboBox),
@@ -79,8 +87,7 @@ void SourceCard::ShowSource() {
     terms_->setVisible(source != nullptr);
     remark_->setVisible(false);
     if (!source) return key_->hide();
-    terms_->setText(QStringLiteral("%1 <a href=\"%2\">%2</a>")
-                        .arg(Shown(source->terms).toHtmlEscaped(), Shown(source->home).toHtmlEscaped()));
+    terms_->setText(TermsText(*source));
     key_->ShowSource(*source, StandingOf(desk_.World(), *source).key);
 }
 

@@ -14,6 +14,9 @@ namespace brantlow {
 
 class SourceKeyField;
 
+// A source's terms, with the link to its home page.
+QString TermsText(const SourceDefinition& source);
+
 class SourceCard final : public QWidget {
     Q_OBJECT
   public:

@@ -11,6 +11,7 @@
 #include "acquire/web/hosts.h"
 #include "acquire/web/web.h"
 #include "chart/condition_series.h"
+#include "screens/setup_wizard.h"
 #include "shell/frame/windows/child_operations.h"
 #include "shell/run_report.h"
 #include "shell/session.h"
@@ -130,6 +131,8 @@ struct FrameHands {
         printPages = {};
     // Fetches the histories of the open table's tickers, then their quotes of the day, each told as always.
     std::function<Filling()> fillTable = {};
+    // Leads to a first table and its chart, as the welcome page does.
+    std::function<void(StartWay)> begin = {};
     // Runs the entry of this name.
     std::function<void(std::string_view)> run = {};
     // What the File menu does with a chart: it is printed and kept as its `picture`, under its caption. `svg`

@@ -41,6 +41,7 @@ FrameSubjects::FrameSubjects(const Start& start)
         if (filling != Filling::Done) return filling;
         return updates.Update() ? Filling::Done : Filling::Ended;
     };
+    hands.begin = [this](StartWay way) { welcome.BeginWith(way); };
     hands.run = [this](std::string_view command) { Run(command); };
     hands.pictureOperations = [this](QWidget& chartForm, std::function<QImage()> picture,
                                      std::function<std::string()> svg) {

@@ -65,6 +65,8 @@ void SetupCommands::SetupWizard() {
     QObject::connect(wizard, &QDialog::finished, wizard, &QObject::deleteLater);
     QObject::connect(wizard, &frmSetupWizard::ScheduleAsked, &frame_.window,
                      [this, wizard] { OpenSchedulerWizard(wizard); });
+    QObject::connect(wizard, &frmSetupWizard::BeginAsked, &frame_.window,
+                     [this](StartWay way) { frame_.begin(way); });
     wizard->open();
 }
 

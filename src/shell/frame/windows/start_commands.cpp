@@ -1,6 +1,7 @@
 #include "shell/frame/windows/start_commands.h"
 
 #include <QMainWindow>
+#include <array>
 
 #include "acquire/feeds/history_download.h"
 #include "acquire/feeds/live/source_standing.h"
@@ -61,6 +62,19 @@ WelcomeActions StartCommands::Actions() {
             .openFirst = [this] { OpenFirst(); },
             .practice = [this] { OpenPractice(); },
             .run = [this](std::string_view command) { frame_.run(command); }};
+}
+
+void StartCommands::BeginWith(StartWay way) {
+    struct WayRow {
+        StartWay way;
+        void (StartCommands::*begin)();
+    };
+    constexpr std::array<WayRow, 3> kWays = {{{StartWay::PracticeTable, &StartCommands::OpenPractice},
+                                              {StartWay::List, &StartCommands::NewList},
+                                              {StartWay::File, &StartCommands::OpenFirst}}};
+    for (const WayRow& row : kWays) {
+        if (row.way == way) (this->*row.begin)();
+    }
 }
 
 void StartCommands::NewList() {

@@ -19,6 +19,8 @@ class StartCommands final {
 
     // What a press on the welcome page does.
     WelcomeActions Actions();
+    // The same by another window.
+    void BeginWith(StartWay way);
 
   private:
     // Opens the practice table. Where there is none it is made first, with its history, and its first chart
