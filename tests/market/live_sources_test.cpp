@@ -164,6 +164,7 @@ class MarketFolder {
                       }};
     std::size_t requests = 0;
     std::string fault;
+    std::size_t faultFrom = 0;  // the request with which it begins
 
   private:
     MarketReply Answered(const std::string& url, const MarketHeaders& headers) {
@@ -174,8 +175,8 @@ class MarketFolder {
         const bool isSeveral = name.find("yahoo") != std::string::npos ||
                                name.find("nasdaq") != std::string::npos ||
                                name.find("sec.gov") != std::string::npos;
-        const std::string target =
-            (fault.empty() ? "" : "/fault=" + fault) + (isSeveral ? "/" + name : "") + path;
+        const std::string target = (fault.empty() || requests < faultFrom ? "" : "/fault=" + fault) +
+                                   (isSeveral ? "/" + name : "") + path;
         AlertList alerts;
         return Answer(target, data_, clock.Today(), alerts, headers);
     }
@@ -364,6 +365,40 @@ TEST(LiveSources, APopulateByDaysOfTheMarketIsThatByTickers) {
         EXPECT_EQ(byDays.Days(ticker), byTickers.Days(ticker)) << ticker;
     }
     EXPECT_FALSE(std::filesystem::exists(byDays.folder / "Data" / kSourceDaysFolder));
+}
+
+TEST(LiveSources, APopulateByDaysThatBrokeOffGoesOnWhereItWas) {
+    const sys_days today = DayOfDate(2026, 11, 20);
+    MarketFolder whole(today);
+    MarketFolder broken(today);
+    std::vector<std::string> many = whole.Tickers();
+    for (char c = 'A'; c <= 'Z'; ++c) many.push_back(std::string("ZZZ") + c);
+    const SourceDefinition& massive = MarketFolder::Source("massive");
+    PopulateFromSource(whole.world, massive, many);
+    const std::size_t all = whole.requests;
+    ASSERT_GT(all, 500u);
+
+    const std::string old = "\"11/19/26\",\"\",5,5,5,5\r\n";
+    ASSERT_FALSE(WriteWholeFile(broken.folder / "Quotes/EOD/BAC.26", old));
+    broken.fault = "status500";
+    broken.faultFrom = 101;
+    const LiveReport first = PopulateFromSource(broken.world, massive, many);
+    // Without a history a ticker has what came; one with a history keeps it until all is there.
+    EXPECT_EQ(first.Answered(), 42u);
+    EXPECT_EQ(broken.Days("CL").back(), whole.Days("CL").back());
+    EXPECT_LT(broken.Days("CL").size(), 101u);
+    EXPECT_EQ(first.unfinished,
+              "100 of " + std::to_string(all - 1) + " days are there; the same call goes on from them");
+    EXPECT_EQ(BytesOrEmpty(broken.folder / "Quotes/EOD/BAC.26"), old);
+
+    broken.fault.clear();
+    broken.requests = 0;
+    const LiveReport second = PopulateFromSource(broken.world, massive, many);
+    EXPECT_EQ(ReportSummary(second), "43 of 69 from Massive, 26 unknown");
+    EXPECT_EQ(broken.requests, all - 100);
+    for (const std::string& ticker : whole.Tickers())
+        EXPECT_EQ(broken.Days(ticker), whole.Days(ticker)) << ticker;
+    EXPECT_FALSE(std::filesystem::exists(broken.folder / "Data" / kSourceDaysFolder));
 }
 
 TEST(LiveSources, ARefusedKeyEndsTheRunAndLeavesEveryHistory) {

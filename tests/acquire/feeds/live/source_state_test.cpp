@@ -1,6 +1,9 @@
 // Limits, keys and what is kept of them.
 #include <sys/stat.h>
 
+#include <atomic>
+#include <thread>
+
 #include "acquire/feeds/live/address_template.h"
 #include "acquire/feeds/live/source_fixture.h"
 #include "shell/session_change.h"
@@ -25,6 +28,20 @@ TEST_F(SourceTest, ALimitHoldsForTheNextProgramToo) {
     EXPECT_TRUE(other.TakeTurn("massive", limits, 0).isTaken);
     EXPECT_FALSE(state.TakeTurn("massive", limits, 0).isTaken);
     EXPECT_TRUE(state.TakeTurn("tiingo", limits, 0).isTaken);
+}
+
+TEST_F(SourceTest, TwoProgramsAtOnceTakeNoMoreThanTheLimitTogether) {
+    const std::vector<RequestLimit> limits = {{60, 3600}};
+    std::atomic<int> taken = 0;
+    const auto program = [&] {
+        SourceState own(folder / "Data", {[this] { return seconds; }, [](double) {}});
+        for (int i = 0; i < 50; ++i) taken += own.TakeTurn("massive", limits, 0).isTaken ? 1 : 0;
+    };
+    std::thread first(program);
+    std::thread second(program);
+    first.join();
+    second.join();
+    EXPECT_EQ(taken, 60);
 }
 
 TEST_F(SourceTest, TheClientWaitsForItsTurn) {
