@@ -1,8 +1,18 @@
-// The changes that can be undone, `Back Up/Undo/` of the application folder: listing them, bringing the files
-// of one back, and what is due at the start of every writing command and of the window: taking back what a
-// killed program left half done, and its unfinished files. base/file_change.h fills the store.
+// The changes that can be undone, `Back Up/Undo/` of the application folder. base/file_change.h fills the
+// store; here they are listed and their files brought back, and what a killed program left half done is taken
+// back.
 //
-// All but KeptChanges write, and are called under the application folder's lock.
+// Order of calls, at the start of every writing command and of the window: take the application folder's
+// lock, load the settings, RecoverChanges, SweepTemporaries of the folders that are written, and the settings
+// again where something was taken back (shell/session_change.h does these steps). Only then may a FileChange
+// begin or UndoChange be called: an open list of an earlier program would put its old files over newer ones.
+//
+// Errors: a fault names the file and says that nothing was changed, unless it says that the list stays open;
+// the next RecoverChanges tries such a list again, and nothing may be written before it succeeds.
+//
+// Caveats: what changes files needs the lock. An id is the number of a change, one more than that of the
+// newest kept. Undoing brings back whole files: what was written to them since goes with it, and comes again
+// by undoing the undoing.
 #pragma once
 
 #include <optional>

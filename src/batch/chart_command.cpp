@@ -207,12 +207,12 @@ std::optional<std::string> RefusePicture(std::string_view text) {
 }
 
 ExitStatus RunChart(BatchCall& call) {
-    if (!call.arguments.Has("--out")) return RefuseUsage(call, "--out", "missing; a file's name, or -");
+    if (!call.arguments.Has(kOutOption)) return RefuseUsage(call, kOutOption, "missing; a file's name, or -");
     Analysis analysis;
     ChartSession chart;
     ChartContext context{call.session, analysis, chart};
     if (const Failure failure = DrawChart(call, context)) return Refuse(call, failure);
-    const std::string out = call.arguments.Text("--out");
+    const std::string out = call.arguments.Text(kOutOption);
     if (out != kStandardOut) return WritePicture(call, context, out);
     PrintChart(call, context);
     return ExitStatus::Done;

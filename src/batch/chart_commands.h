@@ -24,7 +24,7 @@ inline constexpr std::array<CommandOption, 6> kChartOptions = {{
      RefusePriceSeries},
     {"--study", "NAME", "the study; \"MLR Der 30\" without it", RefuseStudy},
     {"--volume", "LIST", "up to six series of the volume panel", RefuseVolumeSeries},
-    {"--out", "FILE", "the picture's file, .svg or .png, always asked for; - prints its lines as JSON",
+    {kOutOption, "FILE", "the picture's file, .svg or .png, always asked for; - prints its lines as JSON",
      RefusePicture},
 }};
 ExitStatus RunChart(BatchCall& call);

@@ -88,6 +88,9 @@ struct Command {
 // For commands that write whatever their arguments are.
 bool AlwaysWrites(const Arguments& arguments);
 
+// The option by which several commands are told where their result goes.
+inline constexpr std::string_view kOutOption = "--out";
+
 // `--interval`, which several commands take.
 std::optional<Interval> ParseInterval(std::string_view word);
 std::string_view IntervalArgument(Interval interval);

@@ -136,7 +136,7 @@ std::optional<std::string> RefuseEvaluationName(std::string_view text);
 inline constexpr std::array<CommandOption, 3> kSelectOptions = {{
     kIntervalOption,
     kAsOfOption,
-    {"--out", "NAME.dbe", "save the table under this name in Data, not as Evaluations.dbe",
+    {kOutOption, "NAME.dbe", "save the table under this name in Data, not as Evaluations.dbe",
      RefuseEvaluationName},
 }};
 ExitStatus RunSelect(BatchCall& call);
@@ -205,7 +205,7 @@ std::optional<std::string> RefuseFundamentalsName(std::string_view text);
 inline constexpr std::array<CommandOption, 2> kFundamentalsOptions = {{
     {"--source", "NAME", "fill the empty cells of FILE from this live source instead, and save it",
      RefuseSourceName},
-    {"--out", "NAME.efq", "save the table under this name in Data, not as ExtendedFundamentals.efq",
+    {kOutOption, "NAME.efq", "save the table under this name in Data, not as ExtendedFundamentals.efq",
      RefuseFundamentalsName},
 }};
 ExitStatus RunFundamentals(BatchCall& call);

@@ -59,7 +59,7 @@ ExitStatus RunFundamentals(BatchCall& call) {
 
     Session& session = call.session;
     session.person.ShowTickerCount(table.TickerCount());
-    if (call.arguments.Has("--out")) session.CurrentFile = call.arguments.Text("--out");
+    if (call.arguments.Has(kOutOption)) session.CurrentFile = call.arguments.Text(kOutOption);
     const std::string savedAs = session.CurrentFile;
     const FundamentalsOutcome outcome = Collect(session, *hosts, table);
     if (outcome.saveError) return RefuseChange(call, kFundamentalsChange, outcome.saveError);

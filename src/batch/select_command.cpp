@@ -13,8 +13,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::string_view kOutOption = "--out";
-
 // Makes the table of the run from the tickers of `name`; its file is written once, at the end. False after
 // the sentence was written.
 bool OpenEvaluations(BatchCall& call, const std::string& name, QuoteTable& evaluations) {

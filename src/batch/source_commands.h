@@ -42,7 +42,7 @@ inline constexpr std::array<CommandOption, 5> kSymbolsOptions = {{
      RefuseExchanges},
     {kTypeOption, "KIND", "stock, etf or all (as without it)", RefuseSymbolKind},
     {kMatchOption, "TEXT", "only symbols with this text in their ticker or name", nullptr},
-    {"--out", "FILE.ddq", "the new table in Data", RefuseSymbolsName},
+    {kOutOption, "FILE.ddq", "the new table in Data", RefuseSymbolsName},
 }};
 ExitStatus RunSymbols(BatchCall& call);
 inline constexpr Command kSymbolsCommand = {

@@ -7,8 +7,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::string_view kOutOption = "--out";
-
 bool IsExchange(std::string_view name) {
     for (const std::string_view exchange : kExchangeNames) {
         if (EqualIgnoringCase(exchange, name)) return true;

@@ -16,7 +16,7 @@ double Apart(ChartPoint a, ChartPoint b, const HandReach& reach) {
 }
 
 // One line of at most kLongestHandText bytes, cut between letters.
-std::string LineOf(std::string words) {
+std::string OnOneLine(std::string words) {
     for (char& c : words) {
         if (static_cast<unsigned char>(c) < ' ') c = ' ';
     }
@@ -176,7 +176,7 @@ bool HandEditor::EditText() {
 void HandEditor::EnterText(std::string words) {
     const std::optional<HandPoint> place = std::exchange(textPlace_, std::nullopt);
     if (!place) return;
-    words = LineOf(std::move(words));
+    words = OnOneLine(std::move(words));
     HandDrawings drawings = now_.kept;
     if (chosen_ && words.empty()) {
         DeleteChosen();

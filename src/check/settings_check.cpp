@@ -268,8 +268,8 @@ std::string CountsAs(const LineRow& row, const SettingsTables& tables) {
     }
 }
 
-constexpr std::array kMendable = {FindingKind::UnknownWord, FindingKind::NumberOutside,
-                                  FindingKind::SettingNoTime, FindingKind::SettingNoDate};
+constexpr std::array kMendableSettings = {FindingKind::UnknownWord, FindingKind::NumberOutside,
+                                          FindingKind::SettingNoTime, FindingKind::SettingNoDate};
 
 }  // namespace
 
@@ -291,7 +291,7 @@ std::vector<Finding> CheckSettingsText(SettingsFile file, const Path& appPath, s
 }
 
 bool IsSettingsMendable(FindingKind kind) {
-    return std::find(kMendable.begin(), kMendable.end(), kind) != kMendable.end();
+    return std::find(kMendableSettings.begin(), kMendableSettings.end(), kind) != kMendableSettings.end();
 }
 
 std::string MendSettingsText(SettingsFile file, std::string_view bytes) {

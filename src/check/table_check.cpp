@@ -146,7 +146,7 @@ class TableLook {
     std::unordered_map<std::string_view, std::size_t> firstLines_;
 };
 
-constexpr std::array kMendable = {FindingKind::EmptyRow, FindingKind::CellCount};
+constexpr std::array kMendableRows = {FindingKind::EmptyRow, FindingKind::CellCount};
 
 // `line` with as many cells as the header has, where that takes nothing away.
 std::string WithCells(std::string_view line, std::size_t columns) {
@@ -165,7 +165,7 @@ TableCheck CheckTable(const Path& file, FileKind kind, std::string_view bytes, c
 }
 
 bool IsTableMendable(FindingKind kind) {
-    return std::find(kMendable.begin(), kMendable.end(), kind) != kMendable.end();
+    return std::find(kMendableRows.begin(), kMendableRows.end(), kind) != kMendableRows.end();
 }
 
 std::string MendTable(std::string_view bytes) {

@@ -15,7 +15,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::array kMendable = {
+constexpr std::array kMendableYearFaults = {
     FindingKind::NulBytes,  FindingKind::EmptyFile,  FindingKind::EmptyRecord,    FindingKind::HalfRecord,
     FindingKind::WrongYear, FindingKind::OutOfOrder, FindingKind::SameRecordTwice};
 
@@ -134,7 +134,8 @@ std::string BytesOf(const std::vector<Line>& lines) {
 }  // namespace
 
 bool IsMendable(FindingKind kind) {
-    return std::find(kMendable.begin(), kMendable.end(), kind) != kMendable.end();
+    return std::find(kMendableYearFaults.begin(), kMendableYearFaults.end(), kind) !=
+           kMendableYearFaults.end();
 }
 
 std::vector<YearText> MendYearFiles(std::span<const YearText> files) {

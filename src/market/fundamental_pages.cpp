@@ -16,7 +16,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::string_view kMissing = "N/A";
 constexpr double kPercent = 100;
 
 enum class Form { Scaled, Plain, Percent, Whole };

@@ -12,10 +12,6 @@ namespace {
 
 using std::chrono::sys_days;
 
-constexpr int kUnauthorized = 401;
-constexpr int kForbidden = 403;
-constexpr int kNotFound = 404;
-constexpr int kTooMany = 429;
 constexpr std::int64_t kMilliseconds = 1000;
 
 std::int64_t MidnightMilliseconds(sys_days day) {

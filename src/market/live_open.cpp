@@ -17,9 +17,6 @@ namespace {
 using std::chrono::days;
 using std::chrono::sys_days;
 
-constexpr int kNotFound = 404;
-constexpr int kTooMany = 429;
-constexpr int kForbidden = 403;
 constexpr int kOpenMinutes = 9 * 60 + 30;
 
 std::int64_t OpeningOf(sys_days day) {

@@ -31,24 +31,24 @@ std::string BehindHost(std::string_view path) {
     return std::string(path);
 }
 
-struct PathRow {
+struct LivePathRow {
     std::string_view begin;
     MarketReply (*answer)(const LiveScene&);
 };
 
-constexpr std::array<PathRow, 13> kLivePaths = {{{"/v2/aggs/", AnswerMassive},
-                                                 {"/stocks/v1/splits", AnswerMassive},
-                                                 {"/v3/reference/", AnswerMassive},
-                                                 {"/v2/stocks/bars", AnswerAlpaca},
-                                                 {"/v1/corporate-actions", AnswerAlpaca},
-                                                 {"/v8/finance/", AnswerYahoo},
-                                                 {"/v7/finance/spark", AnswerYahoo},
-                                                 {"/api/calendar/splits", AnswerNasdaq},
-                                                 {"/dynamic/SymDir/", AnswerNasdaq},
-                                                 {"/tiingo/daily/", AnswerTiingo},
-                                                 {"/files/company_tickers", AnswerFilings},
-                                                 {"/api/xbrl/", AnswerFilings},
-                                                 {"/v1/marketstatus/", AnswerMassive}}};
+constexpr std::array<LivePathRow, 13> kLivePaths = {{{"/v2/aggs/", AnswerMassive},
+                                                     {"/stocks/v1/splits", AnswerMassive},
+                                                     {"/v3/reference/", AnswerMassive},
+                                                     {"/v2/stocks/bars", AnswerAlpaca},
+                                                     {"/v1/corporate-actions", AnswerAlpaca},
+                                                     {"/v8/finance/", AnswerYahoo},
+                                                     {"/v7/finance/spark", AnswerYahoo},
+                                                     {"/api/calendar/splits", AnswerNasdaq},
+                                                     {"/dynamic/SymDir/", AnswerNasdaq},
+                                                     {"/tiingo/daily/", AnswerTiingo},
+                                                     {"/files/company_tickers", AnswerFilings},
+                                                     {"/api/xbrl/", AnswerFilings},
+                                                     {"/v1/marketstatus/", AnswerMassive}}};
 
 const SymbolNotation& NotationOf(std::string_view source) {
     static const SourceCatalogue catalogue = LoadSources({});
@@ -117,7 +117,7 @@ MarketReply JsonReply(const MarketJson& json, int status) {
 std::optional<MarketReply> AnswerLiveSource(const MarketRequest& request, const MarketHeaders& headers,
                                             const MarketData& data, const Date& today) {
     LiveScene scene{request, headers, data, today, BehindHost(request.path)};
-    for (const PathRow& row : kLivePaths) {
+    for (const LivePathRow& row : kLivePaths) {
         if (scene.path.starts_with(row.begin)) return row.answer(scene);
     }
     return std::nullopt;

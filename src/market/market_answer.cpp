@@ -17,9 +17,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr int kStatusBadRequest = 400;
-constexpr int kStatusNotFound = 404;
-
 // All that a reply is made from.
 struct MarketScene {
     const MarketRequest& request;
@@ -48,7 +45,7 @@ MarketReply AnswerQuotes(const MarketScene& scene) {
 
 MarketReply AnswerHistory(const MarketScene& scene) {
     auto history = HistoryReply(scene.request, scene.data, scene.today);
-    if (!history) return Refusal(kStatusNotFound, "The practice market does not know this ticker.");
+    if (!history) return Refusal(kNotFound, "The practice market does not know this ticker.");
     return Plain(std::move(*history));
 }
 
@@ -81,28 +78,28 @@ MarketReply AnswerResearch(const MarketScene& scene) {
     return Page(ResearchPage(scene.request, scene.data, scene.today));
 }
 
-struct PathRow {
+struct AnswerRow {
     std::string_view path;
     MarketReply (*answer)(const MarketScene&);
 };
 
-constexpr std::array<PathRow, 9> kPaths = {{{"/d/quotes.txt", AnswerQuotes},
-                                            {"/table.txt", AnswerHistory},
-                                            {"/q/ks", AnswerTickerPage<KeyStatisticsPage>},
-                                            {"/q/ao", AnswerTickerPage<AnalystOpinionPage>},
-                                            {"/q/ae", AnswerTickerPage<AnalystEstimatesPage>},
-                                            {kSplitCalendarPath, AnswerSplitCalendar},
-                                            {kUpdatePagePath, AnswerUpdatePage},
-                                            {"/send_stock_alert.asp", AnswerAlertRequest},
-                                            {"/alerts", AnswerAlertList}}};
+constexpr std::array<AnswerRow, 9> kPaths = {{{"/d/quotes.txt", AnswerQuotes},
+                                              {"/table.txt", AnswerHistory},
+                                              {"/q/ks", AnswerTickerPage<KeyStatisticsPage>},
+                                              {"/q/ao", AnswerTickerPage<AnalystOpinionPage>},
+                                              {"/q/ae", AnswerTickerPage<AnalystEstimatesPage>},
+                                              {kSplitCalendarPath, AnswerSplitCalendar},
+                                              {kUpdatePagePath, AnswerUpdatePage},
+                                              {"/send_stock_alert.asp", AnswerAlertRequest},
+                                              {"/alerts", AnswerAlertList}}};
 
 MarketReply AnswerPath(const MarketScene& scene) {
     const auto row = std::find_if(kPaths.begin(), kPaths.end(),
-                                  [&](const PathRow& path) { return path.path == scene.request.path; });
+                                  [&](const AnswerRow& path) { return path.path == scene.request.path; });
     if (row != kPaths.end()) return row->answer(scene);
     // A page would be a poor program to download.
     if (scene.request.path.starts_with("/Updates/")) {
-        return Refusal(kStatusNotFound, "The practice market has no programs.");
+        return Refusal(kNotFound, "The practice market has no programs.");
     }
     return AnswerResearch(scene);
 }
@@ -114,7 +111,7 @@ MarketReply Answer(std::string_view target, const MarketData& data, const Date& 
     const MarketRequest request = ReadRequest(target);
     const FaultRow* fault = FindFault(request.fault);
     if (!request.fault.empty() && fault == nullptr) {
-        return Refusal(kStatusBadRequest, "The practice market knows no such fault; --help lists them.");
+        return Refusal(kBadRequest, "The practice market knows no such fault; --help lists them.");
     }
     auto live = AnswerLiveSource(request, headers, data, today);
     MarketReply reply = live ? std::move(*live) : AnswerPath({request, data, today, alerts});

@@ -4,13 +4,13 @@
 
 #include <algorithm>
 
+#include "market/market_hosts.h"
 #include "market/market_reply.h"
 
 namespace brantlow {
 
 namespace {
 
-constexpr int kHighestPort = 65535;
 constexpr unsigned kFastest = 1'000'000'000;
 
 std::optional<Date> ReadIsoDay(const std::string& text) {

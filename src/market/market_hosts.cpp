@@ -10,11 +10,7 @@
 
 namespace brantlow {
 
-namespace {
-
-constexpr int kHighestPort = 65535;
-
-}  // namespace
+namespace {}  // namespace
 
 std::string MarketHostsText(std::string_view base) {
     std::string text;

@@ -10,6 +10,8 @@
 
 namespace brantlow {
 
+inline constexpr int kHighestPort = 65535;
+
 // The bytes of a Hosts.ini that names `base` ("http://127.0.0.1:8080") for every host, with the letters of
 // each market behind it. Its first line is kPracticeMarketMark.
 std::string MarketHostsText(std::string_view base);

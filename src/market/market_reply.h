@@ -10,6 +10,13 @@ namespace brantlow {
 inline constexpr std::string_view kPlainText = "text/plain; charset=utf-8";
 inline constexpr std::string_view kHtml = "text/html; charset=utf-8";
 
+// The statuses of its refusals.
+inline constexpr int kBadRequest = 400;
+inline constexpr int kUnauthorized = 401;
+inline constexpr int kForbidden = 403;
+inline constexpr int kNotFound = 404;
+inline constexpr int kTooMany = 429;
+
 struct MarketReply {
     int status = 200;
     std::string contentType = std::string(kHtml);

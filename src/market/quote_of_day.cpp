@@ -74,8 +74,6 @@ void TakeCompany(const Company& company, QuoteOfDay& quote) {
 // One field of a line in its written form, without the market's separators.
 using Field = std::string (*)(const QuoteOfDay&);
 
-constexpr std::string_view kMissing = "N/A";
-
 // What cannot stand in a quoted field is left out.
 std::string Quoted(std::string_view text) {
     std::string quoted = "\"";

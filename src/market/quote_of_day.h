@@ -11,7 +11,10 @@
 
 namespace brantlow {
 
-// Whatever is missing is told as N/A. An unknown ticker has nothing but its name.
+// What is told of whatever is missing.
+inline constexpr std::string_view kMissing = "N/A";
+
+// An unknown ticker has nothing but its name.
 struct QuoteOfDay {
     std::string ticker;
     std::optional<std::string> name;

@@ -35,10 +35,6 @@ const ListRow* ListOfArrow(std::string_view arrow) {
     return nullptr;
 }
 
-bool Contains(const std::vector<std::string>& items, std::string_view name) {
-    return std::find(items.begin(), items.end(), name) != items.end();
-}
-
 void Erase(std::vector<std::string>& items, std::size_t item) {
     items.erase(items.begin() + static_cast<std::ptrdiff_t>(item));
 }
@@ -128,7 +124,7 @@ bool ApplicationSettings::Return(const ListRow& row, std::size_t item) {
     std::vector<std::string>& available = controls_[row.available].items;
     if (item >= selected.size()) return false;
     // A name that stood in the sequence twice, or the one that never left, is there already.
-    if (!Contains(available, selected[item])) available.push_back(selected[item]);
+    if (!HasItem(available, selected[item])) available.push_back(selected[item]);
     Erase(selected, item);
     return true;
 }

@@ -121,17 +121,13 @@ std::vector<std::string> StoredNames(const ListRow& row, const SettingsTables& s
     return series;
 }
 
-bool Contains(const std::vector<std::string>& items, std::string_view name) {
-    return std::find(items.begin(), items.end(), name) != items.end();
-}
-
 void LoadSelected(const ListRow& row, const SettingsTables& settings, SettingsControl& selected) {
     for (const std::string& name : StoredNames(row, settings)) {
         if (selected.items.size() >= kMostFields) break;
         const bool known = std::find(row.offered.begin(), row.offered.end(), name) != row.offered.end();
         if (row.kind == ListKind::Positions) {
             selected.items.emplace_back(known ? std::string_view(name) : kSkippedField);
-        } else if (known && !Contains(selected.items, name)) {
+        } else if (known && !HasItem(selected.items, name)) {
             selected.items.push_back(name);
         }
     }
@@ -143,7 +139,7 @@ void LoadLists(const SettingsTables& settings, SettingsControls& controls) {
         LoadSelected(row, settings, selected);
         SettingsControl& available = controls[row.available];
         for (const std::string_view name : row.offered) {
-            if (name == kSkippedField || !Contains(selected.items, name)) available.items.emplace_back(name);
+            if (name == kSkippedField || !HasItem(selected.items, name)) available.items.emplace_back(name);
         }
     }
 }

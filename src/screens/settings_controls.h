@@ -3,6 +3,7 @@
 // setup wizard offers the same hours, minutes and markets (acquire/hosts.h).
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <optional>
@@ -45,6 +46,10 @@ struct SettingsControl {
     std::string text;                // of a text box or a drop-down list
     std::vector<std::string> items;  // of a list, or those that a drop-down list offers
 };
+
+inline bool HasItem(const std::vector<std::string>& items, std::string_view name) {
+    return std::find(items.begin(), items.end(), name) != items.end();
+}
 
 // By the controls' names.
 using SettingsControls = std::map<std::string_view, SettingsControl>;

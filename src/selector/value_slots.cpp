@@ -10,13 +10,13 @@ using W = WorkingSeries;
 constexpr Relation kAtLeast = Relation::AtLeast;
 constexpr Relation kAtMost = Relation::AtMost;
 
-constexpr Operand Stored(StoredArray array, std::size_t back = 0) {
+constexpr Operand OperandOf(StoredArray array, std::size_t back = 0) {
     return {.stored = array, .back = back};
 }
-constexpr Operand Of(IndicatorArray array) {
+constexpr Operand OperandOf(IndicatorArray array) {
     return {.computed = array};
 }
-constexpr Operand Of(WindowScalar scalar) {
+constexpr Operand OperandOf(WindowScalar scalar) {
     return {.scalar = scalar};
 }
 
@@ -25,38 +25,46 @@ constexpr ValueSlot Plain(std::string_view label, Relation relation, const Opera
     return {label, relation, SlotForm::Plain, {value}};
 }
 constexpr ValueSlot VolumeShare(std::string_view label, Relation relation) {
-    return {label, relation, SlotForm::ShareOfMean, {Stored(&W::Volume), Of(&I::AverageVolume)}};
+    return {label, relation, SlotForm::ShareOfMean, {OperandOf(&W::Volume), OperandOf(&I::AverageVolume)}};
 }
 // The divisor is the close `length` bars back, one bar older than the window of the slope.
 constexpr ValueSlot RegressionSlope(std::string_view label, Relation relation, IndicatorArray slope,
                                     std::size_t length) {
-    return {
-        label, relation, SlotForm::SlopeOverOldClose, {Of(slope), Stored(&W::ClosePrice, length)}, length};
+    return {label,
+            relation,
+            SlotForm::SlopeOverOldClose,
+            {OperandOf(slope), OperandOf(&W::ClosePrice, length)},
+            length};
 }
 constexpr ValueSlot WindowSlope(std::string_view label, Relation relation) {
     return {label,
             relation,
             SlotForm::SlopeOverOldClose,
-            {Of(&I::LRSlope), Operand{.stored = &W::ClosePrice, .oldest = true}}};
+            {OperandOf(&I::LRSlope), Operand{.stored = &W::ClosePrice, .oldest = true}}};
 }
 constexpr ValueSlot PriceChange(std::string_view label, Relation relation) {
-    return {label, relation, SlotForm::AsText, {Of(&I::PercentChange)}};
+    return {label, relation, SlotForm::AsText, {OperandOf(&I::PercentChange)}};
 }
 constexpr ValueSlot DividendYield(std::string_view label, Relation relation) {
-    return {label, relation, SlotForm::Percent, {Stored(&W::DividendPerShare), Stored(&W::ClosePrice)}};
+    return {label, relation, SlotForm::Percent, {OperandOf(&W::DividendPerShare), OperandOf(&W::ClosePrice)}};
 }
 constexpr ValueSlot EarningsChange(std::string_view label, Relation relation) {
-    return {label, relation, SlotForm::ChangeInPercent, {Stored(&W::EPSttm), Stored(&W::EPSest)}};
+    return {label, relation, SlotForm::ChangeInPercent, {OperandOf(&W::EPSttm), OperandOf(&W::EPSest)}};
 }
 constexpr ValueSlot FiveYearEarningsChange(std::string_view label, Relation relation) {
-    return {label,
-            relation,
-            SlotForm::FiveYearChange,
-            {Stored(&W::EPSest), Stored(&W::PEGRatio), Stored(&W::ClosePrice), Stored(&W::PERatio)}};
+    return {
+        label,
+        relation,
+        SlotForm::FiveYearChange,
+        {OperandOf(&W::EPSest), OperandOf(&W::PEGRatio), OperandOf(&W::ClosePrice), OperandOf(&W::PERatio)}};
 }
 constexpr ValueSlot DerivativeSlope(std::string_view label, Relation relation, IndicatorArray derivative,
                                     std::size_t length) {
-    return {label, relation, SlotForm::SlopeOverClose, {Of(derivative), Stored(&W::ClosePrice)}, length};
+    return {label,
+            relation,
+            SlotForm::SlopeOverClose,
+            {OperandOf(derivative), OperandOf(&W::ClosePrice)},
+            length};
 }
 
 // The labels of slots 2 to 11 say "LR" where the values are moving regression slopes.
@@ -77,20 +85,20 @@ constexpr std::array<ValueSlot, kSlotCount> kValueSlots = {{
     PriceChange("% Change > X", kAtLeast),
     PriceChange("% Change < X", kAtMost),
     DividendYield("% Div. Yield > X", kAtLeast),
-    Plain("P/E > X", kAtLeast, Stored(&W::PERatio)),
-    Plain("P/E < X", kAtMost, Stored(&W::PERatio)),
-    Plain("P/S > X", kAtLeast, Stored(&W::PriceToSales)),
-    Plain("P/S < X", kAtMost, Stored(&W::PriceToSales)),
-    Plain("EPS ttm > X", kAtLeast, Stored(&W::EPSttm)),
-    Plain("EPS ttm < X", kAtMost, Stored(&W::EPSttm)),
-    Plain("EPS est > X", kAtLeast, Stored(&W::EPSest)),
-    Plain("EPS est < X", kAtMost, Stored(&W::EPSest)),
-    Plain("PEG > X", kAtLeast, Stored(&W::PEGRatio)),
-    Plain("PEG < X", kAtMost, Stored(&W::PEGRatio)),
-    Plain("SPS > X", kAtLeast, Of(&I::SalesPerShare)),
-    Plain("SPS < X", kAtMost, Of(&I::SalesPerShare)),
-    Plain("E/S > X", kAtLeast, Of(&I::EarningsPerSales)),
-    Plain("E/S < X", kAtMost, Of(&I::EarningsPerSales)),
+    Plain("P/E > X", kAtLeast, OperandOf(&W::PERatio)),
+    Plain("P/E < X", kAtMost, OperandOf(&W::PERatio)),
+    Plain("P/S > X", kAtLeast, OperandOf(&W::PriceToSales)),
+    Plain("P/S < X", kAtMost, OperandOf(&W::PriceToSales)),
+    Plain("EPS ttm > X", kAtLeast, OperandOf(&W::EPSttm)),
+    Plain("EPS ttm < X", kAtMost, OperandOf(&W::EPSttm)),
+    Plain("EPS est > X", kAtLeast, OperandOf(&W::EPSest)),
+    Plain("EPS est < X", kAtMost, OperandOf(&W::EPSest)),
+    Plain("PEG > X", kAtLeast, OperandOf(&W::PEGRatio)),
+    Plain("PEG < X", kAtMost, OperandOf(&W::PEGRatio)),
+    Plain("SPS > X", kAtLeast, OperandOf(&I::SalesPerShare)),
+    Plain("SPS < X", kAtMost, OperandOf(&I::SalesPerShare)),
+    Plain("E/S > X", kAtLeast, OperandOf(&I::EarningsPerSales)),
+    Plain("E/S < X", kAtMost, OperandOf(&I::EarningsPerSales)),
     EarningsChange("Earnings Change est (%/yr) > X", kAtLeast),
     EarningsChange("Earnings Change est (%/yr) < X", kAtMost),
     FiveYearEarningsChange("Earnings Change est (%/5 yr) > X", kAtLeast),

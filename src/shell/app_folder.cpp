@@ -28,13 +28,8 @@ bool IsFolder(const Path& path) {
     return fs::is_directory(path, error);
 }
 
-std::string Environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string{} : std::string(value);
-}
-
 Path HomeFolder() {
-    const std::string home = Environment("HOME");
+    const std::string home = EnvironmentText("HOME");
     if (!home.empty()) return home;
     const passwd* entry = ::getpwuid(::getuid());
     return entry != nullptr && entry->pw_dir != nullptr ? Path(entry->pw_dir) : Path("/");
@@ -127,9 +122,14 @@ std::error_code MakeData(const Path& assets, const Path& appPath) {
 
 }  // namespace
 
+std::string EnvironmentText(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string{} : std::string(value);
+}
+
 StartPlaces CurrentStartPlaces() {
     std::error_code error;
-    return {Environment("BRANTLOW_HOME"), HomeFolder(), fs::read_symlink("/proc/self/exe", error)};
+    return {EnvironmentText("BRANTLOW_HOME"), HomeFolder(), fs::read_symlink("/proc/self/exe", error)};
 }
 
 Path ResolveAppPath(const StartPlaces& places) {

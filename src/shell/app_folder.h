@@ -18,6 +18,9 @@ struct StartPlaces {
     Path executable;           // the running program's file
 };
 
+// The value of an environment variable, empty where it is unset.
+std::string EnvironmentText(const char* name);
+
 // The running program's places: environment, password entry where $HOME is unset, /proc/self/exe.
 StartPlaces CurrentStartPlaces();
 

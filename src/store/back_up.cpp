@@ -19,7 +19,7 @@ struct BackUpPlace {
     TextLine folder;
     std::string_view noFolder;
 };
-constexpr std::array<BackUpPlace, 2> kPlaces = {{
+constexpr std::array<BackUpPlace, 2> kBackUpPlaces = {{
     {BackedUp::ProgramFiles, kApplicationBackUpFolder, kNoProgramBackUpFolder},
     {BackedUp::QuoteDatabase, kDatabaseBackUpFolder, kNoQuoteBackUpFolder},
 }};
@@ -52,7 +52,7 @@ const BackUpJob& BackUpJobOf(BackedUp what, bool restores) {
 }
 
 BackUpResult RunBackUpJob(const BackUpJob& job, Session& session) {
-    const BackUpPlace& place = kPlaces[job.what == BackedUp::ProgramFiles ? 0 : 1];
+    const BackUpPlace& place = kBackUpPlaces[job.what == BackedUp::ProgramFiles ? 0 : 1];
     const std::string& folder = Get(session.settings, place.folder);
     if (folder.empty()) return Refusal(std::string(place.noFolder));
     const Path backUp = FolderOfSetting(session.AppPath, folder);

@@ -9,7 +9,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::size_t kLongestTicker = 12;
+constexpr std::size_t kLongestDropped = 12;
 constexpr std::string_view kBetween = " \t,;";
 
 bool IsLetter(char c) {
@@ -22,7 +22,7 @@ bool LooksLikeTicker(std::string_view piece) {
         return IsLetter(c) || (c >= '0' && c <= '9') ||
                std::string_view(".-^=").find(c) != std::string_view::npos;
     };
-    return !piece.empty() && piece.size() <= kLongestTicker && (IsLetter(piece[0]) || piece[0] == '^') &&
+    return !piece.empty() && piece.size() <= kLongestDropped && (IsLetter(piece[0]) || piece[0] == '^') &&
            std::any_of(piece.begin(), piece.end(), IsLetter) &&
            std::all_of(piece.begin(), piece.end(), mayStand);
 }

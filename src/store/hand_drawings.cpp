@@ -15,7 +15,7 @@ namespace {
 using nlohmann::json;
 using nlohmann::ordered_json;
 
-constexpr std::string_view kEnding = ".json";
+constexpr std::string_view kDrawingsEnding = ".json";
 constexpr double kLargestPrice = 1e12;
 
 bool HasOnly(const json& entry, const std::vector<std::string_view>& names) {
@@ -120,7 +120,7 @@ Path DrawingsFolder(const Path& dataFolder) {
 
 std::optional<Path> DrawingsFile(const Path& dataFolder, std::string_view ticker) {
     if (!HasDatabaseFiles(ticker)) return std::nullopt;
-    return DrawingsFolder(dataFolder) / std::string(ticker).append(kEnding);
+    return DrawingsFolder(dataFolder) / std::string(ticker).append(kDrawingsEnding);
 }
 
 HandDrawings ReadHandDrawings(std::string_view bytes, std::string& complaint) {

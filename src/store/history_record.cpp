@@ -21,25 +21,25 @@ struct FieldPlace {
     constexpr FieldPlace(NumberMember member) : text(nullptr), number(member) {}
 };
 
-constexpr std::array<FieldPlace, kHistoryFieldCount> kPlaces = {&HistoryRecord::HistoryDate,
-                                                                &HistoryRecord::HistoryTime,
-                                                                &HistoryRecord::HistoryClose,
-                                                                &HistoryRecord::HistoryLow,
-                                                                &HistoryRecord::HistoryHigh,
-                                                                &HistoryRecord::HistoryVolume,
-                                                                &HistoryRecord::HistoryPE,
-                                                                &HistoryRecord::HistoryEPS,
-                                                                &HistoryRecord::HistoryPEG,
-                                                                &HistoryRecord::HistoryEPSest,
-                                                                &HistoryRecord::HistoryDividend,
-                                                                &HistoryRecord::HistoryDividendDate,
-                                                                &HistoryRecord::HistoryXDividendDate,
-                                                                &HistoryRecord::HistoryPreviousClose,
-                                                                &HistoryRecord::History52WeekLow,
-                                                                &HistoryRecord::History52WeekHigh,
-                                                                &HistoryRecord::HistoryPS,
-                                                                &HistoryRecord::HistoryMarketCap,
-                                                                &HistoryRecord::HistoryOpen};
+constexpr std::array<FieldPlace, kHistoryFieldCount> kFieldPlaces = {&HistoryRecord::HistoryDate,
+                                                                     &HistoryRecord::HistoryTime,
+                                                                     &HistoryRecord::HistoryClose,
+                                                                     &HistoryRecord::HistoryLow,
+                                                                     &HistoryRecord::HistoryHigh,
+                                                                     &HistoryRecord::HistoryVolume,
+                                                                     &HistoryRecord::HistoryPE,
+                                                                     &HistoryRecord::HistoryEPS,
+                                                                     &HistoryRecord::HistoryPEG,
+                                                                     &HistoryRecord::HistoryEPSest,
+                                                                     &HistoryRecord::HistoryDividend,
+                                                                     &HistoryRecord::HistoryDividendDate,
+                                                                     &HistoryRecord::HistoryXDividendDate,
+                                                                     &HistoryRecord::HistoryPreviousClose,
+                                                                     &HistoryRecord::History52WeekLow,
+                                                                     &HistoryRecord::History52WeekHigh,
+                                                                     &HistoryRecord::HistoryPS,
+                                                                     &HistoryRecord::HistoryMarketCap,
+                                                                     &HistoryRecord::HistoryOpen};
 
 constexpr int kDecimals = 3;
 
@@ -63,7 +63,7 @@ double RoundedTo(HistoryForm form, double value) {
 
 HistoryRecord ParseHistoryLine(std::string_view line) {
     HistoryRecord record;
-    for (const FieldPlace& place : kPlaces) {
+    for (const FieldPlace& place : kFieldPlaces) {
         const std::string_view field = NextField(line);
         if (place.text) {
             record.*place.text = WithoutEnds(field);
@@ -76,8 +76,8 @@ HistoryRecord ParseHistoryLine(std::string_view line) {
 
 void RoundHistoryRecord(HistoryRecord& record) {
     for (std::size_t i = 0; i < kHistoryFieldCount; ++i) {
-        if (kPlaces[i].text) continue;
-        double& number = record.*kPlaces[i].number;
+        if (kFieldPlaces[i].text) continue;
+        double& number = record.*kFieldPlaces[i].number;
         number = RoundedTo(kHistoryForms[i], number);
     }
 }
@@ -85,10 +85,10 @@ void RoundHistoryRecord(HistoryRecord& record) {
 void AppendHistoryLine(const HistoryRecord& record, std::string& out) {
     for (std::size_t i = 0; i < kHistoryFieldCount; ++i) {
         if (i > 0) out += ',';
-        if (kPlaces[i].text) {
-            AppendQuoted(record.*kPlaces[i].text, out);
+        if (kFieldPlaces[i].text) {
+            AppendQuoted(record.*kFieldPlaces[i].text, out);
         } else {
-            AppendShortestNumber(record.*kPlaces[i].number, out);
+            AppendShortestNumber(record.*kFieldPlaces[i].number, out);
         }
     }
     out += kLineEnd;

@@ -17,7 +17,7 @@ namespace brantlow {
 namespace {
 
 // The separator of an export form; the screen's other forms have none.
-std::string_view SeparatorOf(const SettingsTables& settings) {
+std::string_view ExportSeparator(const SettingsTables& settings) {
     const auto form = Known(settings, kExportType);
     if (form == TextFileType::Tab) return "\t";
     if (form == TextFileType::Comma) return ",";
@@ -60,7 +60,7 @@ Path ExportFile(const Path& appPath, const SettingsTables& settings) {
 std::string ExportText(const SettingsTables& settings, FileKind kind, const QuoteTable& table,
                        Person& progress) {
     const std::vector<std::size_t> columns = ExportColumns(settings, kind, table);
-    const std::string_view separator = SeparatorOf(settings);
+    const std::string_view separator = ExportSeparator(settings);
     const bool isQuoteTable = kind == FileKind::Ddq;
     const double share = isQuoteTable ? 1 : 0.5;
     std::string text;

@@ -22,6 +22,7 @@
 #include "store/table_colours.h"
 #include "store/table_files.h"
 #include "store/update_list.h"
+#include "store/year_files.h"
 
 namespace brantlow {
 
@@ -30,7 +31,6 @@ namespace {
 constexpr std::size_t kDeviceNameLength = 3;
 constexpr std::string_view kFullTableReason = "a table has no more than 18000 lines";
 constexpr std::string_view kLostRowReason = "the letters of its name begin another line of the file";
-constexpr std::array<std::string_view, 4> kDeviceNames = {"CON", "PRN", "AUX", "NUL"};
 
 // By the start of the line alone: a ticker CONX goes with CON.
 bool BeginsWithDeviceName(std::string_view line) {
@@ -38,7 +38,7 @@ bool BeginsWithDeviceName(std::string_view line) {
     return std::find(kDeviceNames.begin(), kDeviceNames.end(), start) != kDeviceNames.end();
 }
 
-char SeparatorOf(const SettingsTables& settings) {
+char ImportSeparator(const SettingsTables& settings) {
     return Get(settings, kImportType) == TextFileType::Comma ? ',' : '\t';
 }
 
@@ -89,7 +89,7 @@ class ImportWalk {
           days_(days),
           run_(run),
           result_(result),
-          separator_(SeparatorOf(session.settings)),
+          separator_(ImportSeparator(session.settings)),
           parts_(FilePartsOf(session.settings)) {
         for (std::size_t row = former_.TickerCount(); row >= 1; --row) formerRows_[former_.Ticker(row)] = row;
     }

@@ -11,7 +11,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::string_view kEnding = ".about";
+constexpr std::string_view kOriginEnding = ".about";
 constexpr std::array<std::string_view, 4> kKeys = {"Day: ", "Interval: ", "Table: ", "Check: "};
 
 // A number that other bytes hardly share; the same on every machine.
@@ -27,7 +27,7 @@ std::string CheckOf(std::string_view bytes) {
 
 Path OriginFile(const Path& table) {
     Path file = table;
-    file += kEnding;
+    file += kOriginEnding;
     return file;
 }
 

@@ -1,6 +1,5 @@
 #include "store/year_files.h"
 
-#include <array>
 #include <unordered_set>
 
 #include "base/text.h"
@@ -9,7 +8,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> kDeviceNames = {"CON", "PRN", "AUX", "NUL"};
 // A file name holds 255 bytes; the point and the year take three.
 constexpr std::size_t kLongestTicker = 250;
 

@@ -4,6 +4,7 @@
 // included. One that no file name can hold, or that is a system's device name, has no files.
 #pragma once
 
+#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -15,6 +16,9 @@
 #include "base/files.h"
 
 namespace brantlow {
+
+// Names of a system's devices, in capitals.
+inline constexpr std::array<std::string_view, 4> kDeviceNames = {"CON", "PRN", "AUX", "NUL"};
 
 // True for CON, PRN, AUX, NUL in any case and for names that begin with one of them and a point.
 bool IsDeviceName(std::string_view ticker);

@@ -7,7 +7,6 @@ namespace brantlow {
 
 namespace {
 
-constexpr double kPercent = 100;
 constexpr double kDaysOfYear = 365.25;
 
 // One bar of one ticker, under the date on which it stands.

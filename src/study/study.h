@@ -21,6 +21,9 @@
 
 namespace brantlow {
 
+// The whole, of costs and returns in percent.
+inline constexpr double kPercent = 100;
+
 struct StudySpan {
     Interval interval = Interval::Daily;  // or weekly
     // Days that are evaluated; trades may end later.

@@ -15,7 +15,6 @@ namespace {
 // Wider than a double, so that the order of so many additions does not show.
 using Sum = long double;
 
-constexpr double kPercent = 100;
 constexpr double kAsGoodAsNoError = 1e-12;
 
 struct Total {

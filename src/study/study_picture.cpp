@@ -16,7 +16,6 @@ constexpr double kLeft = 60;
 constexpr double kRight = 16;
 constexpr double kTop = 28;
 constexpr double kBottom = 34;
-constexpr double kPercent = 100;
 constexpr int kRows = 5;
 
 // One line of a picture with its name.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 
+#include "acquire/feeds/quote_request.h"
 #include "base/numbers.h"
 
 namespace brantlow {
@@ -41,7 +42,6 @@ struct Placeholder {
     std::string (*part)(const std::string& date);
 };
 
-constexpr std::string_view kTickerPlaceholder = "QUOTESYMBOL";
 constexpr std::array<Placeholder, 6> kDatePlaceholders = {{
     {"(Val(Left$(StartDate, 2)) - 1)", &HistorySpan::StartDate, MonthNumber},
     {"Right$(Left$(StartDate, 5), 2)", &HistorySpan::StartDate, Day},

@@ -1,7 +1,6 @@
 #include "acquire/schedule/daily_start.h"
 
 #include <array>
-#include <cstdlib>
 
 #include "acquire/schedule/update_schedule.h"
 #include "shell/app_folder.h"
@@ -17,21 +16,16 @@ constexpr const char* kProgramName = "brantlow";
 constexpr std::array<const char*, 4> kScreenVariables = {"DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY",
                                                          "XDG_RUNTIME_DIR"};
 
-std::string Environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
 }  // namespace
 
 ScheduleSystem ThisScheduleSystem() {
-    return {RunSystemCommand, UserUnitFolder(Environment("XDG_CONFIG_HOME"), CurrentStartPlaces().home)};
+    return {RunSystemCommand, UserUnitFolder(EnvironmentText("XDG_CONFIG_HOME"), CurrentStartPlaces().home)};
 }
 
 StartedProgram DesktopProgram(const Path& executable, const Path& appPath) {
     StartedProgram started{executable.parent_path() / kProgramName, appPath, {}};
     for (const char* name : kScreenVariables) {
-        const std::string value = Environment(name);
+        const std::string value = EnvironmentText(name);
         if (!value.empty()) started.screen.emplace_back(name, value);
     }
     return started;

@@ -2,6 +2,7 @@
 // them.
 #pragma once
 
+#include <QColor>
 #include <QPalette>
 #include <QWidget>
 

@@ -21,6 +21,7 @@
 
 #include "base/windows/display_text.h"
 #include "base/windows/flow_layout.h"
+#include "base/windows/labels.h"
 #include "chart/chart_picture.h"
 #include "chart/scene_picture.h"
 #include "chart/ticker_walk.h"
@@ -76,11 +77,6 @@ constexpr std::array kPickLists = {
     PickList{"Combo3", "Vol&ume series", "Series on the volume panel", kVolumeSeriesItems,
              &ChartSession::Combo3, &PickVolumeSeries},
 };
-
-QFont Bold(QFont font) {
-    font.setBold(true);
-    return font;
-}
 
 // Shows `text` whether or not it is one of the list's items.
 // A key that would choose another item of a closed list at every press.

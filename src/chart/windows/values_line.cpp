@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/windows/display_text.h"
+#include "base/windows/labels.h"
 #include "chart/windows/chart_painter.h"
 
 namespace brantlow {
@@ -19,11 +20,6 @@ constexpr int kNarrowest = 600;
 constexpr int kMargin = 3;
 constexpr double kFontScale = 0.92;
 const char* const kGap = "   ";
-
-QFont Bold(QFont font) {
-    font.setBold(true);
-    return font;
-}
 
 }  // namespace
 

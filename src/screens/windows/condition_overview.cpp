@@ -13,7 +13,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr QSize kWindowSize(900, 480);
+constexpr QSize kOverviewSize(900, 480);
 
 enum Columns : int { kCondition, kMarks, kLines, kFinds, kColumns };
 
@@ -29,7 +29,7 @@ ConditionOverview::ConditionOverview(const SelectorPanels& panels, CountHits hit
     : QDialog(parent), panels_(panels), hits_(std::move(hits)), table_(new QTableWidget) {
     setObjectName(QStringLiteral("ConditionOverview"));
     setWindowTitle(QStringLiteral("Overview of the Conditions"));
-    resize(kWindowSize);
+    resize(kOverviewSize);
     auto* layout = new QVBoxLayout(this);
     table_->setObjectName(QStringLiteral("Overview"));
     table_->setAccessibleName(QStringLiteral("The ten conditions"));

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kFolderRole = Qt::UserRole;
 constexpr int kVisibleRows = 4;
-constexpr int kFewestLetters = 12;
+constexpr int kDriveLetters = 12;
 constexpr int kIndentBlanks = 2;
 
 // Where file systems that a user plugs in or joins are found.
@@ -63,7 +63,7 @@ void FolderPicker::AddPlaces() {
     drive_->setAccessibleName(QStringLiteral("Places"));
     drive_->setToolTip(QStringLiteral("Go to a place"));
     drive_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    drive_->setMinimumContentsLength(kFewestLetters);
+    drive_->setMinimumContentsLength(kDriveLetters);
     drive_->addItem(QStringLiteral("Brantlow"), ShownPath(appPath_));
     drive_->addItem(QStringLiteral("Home"), QDir::homePath());
     drive_->addItem(QDir::rootPath(), QDir::rootPath());

@@ -3,13 +3,13 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
+#include "base/windows/screen_room.h"
 #include "screens/windows/settings_finder.h"
 #include "screens/windows/settings_pages.h"
 
@@ -18,8 +18,6 @@ namespace brantlow {
 namespace {
 
 constexpr int kSmallestButtonWidth = 96;
-// What a title bar and a border take of the screen.
-constexpr QSize kWindowFrame(16, 48);
 
 // The captions with the letters that the tabs answer to.
 constexpr std::array kMarkedCaptions = {"&Import / Export", "Data && A&utomation Settings",
@@ -111,7 +109,7 @@ void frmApplicationSettings::FitToScreen() {
         }
     }
     const QSize around = sizeHint() - TabStrip1->currentWidget()->sizeHint();
-    resize((page + around).boundedTo(screen()->availableSize() - kWindowFrame));
+    resize((page + around).boundedTo(RoomOnScreen(*this)));
 }
 
 SettingsTab frmApplicationSettings::TabOnShow() const {

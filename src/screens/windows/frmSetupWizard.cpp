@@ -6,12 +6,12 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
+#include "base/windows/screen_room.h"
 
 namespace brantlow {
 
@@ -19,10 +19,8 @@ namespace {
 
 // Room for the largest form, so that the window keeps its size from step to step; with letters of this
 // height.
-constexpr QSize kWindowSize(640, 560);
+constexpr QSize kWizardSize(640, 560);
 constexpr double kUsualLetters = 14;
-// What a window manager puts around the window.
-constexpr QSize kRoomForFrame(16, 48);
 constexpr int kMargin = 14;
 constexpr int kPicturePixels = 40;
 constexpr double kTitleScale = 1.3;
@@ -50,7 +48,7 @@ frmSetupWizard::frmSetupWizard(Session& session, const Hosts& hosts, QWidget* pa
     layout->addLayout(place_, 1);
     layout->addWidget(BuildButtons());
     const double larger = std::max(1.0, fontMetrics().height() / kUsualLetters);
-    resize((kWindowSize * larger).boundedTo(screen()->availableSize() - kRoomForFrame));
+    resize((kWizardSize * larger).boundedTo(RoomOnScreen(*this)));
     driver_.Start();
     ShowStep();
 }

@@ -6,7 +6,6 @@
 #include <QMenu>
 #include <QProxyStyle>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
@@ -15,6 +14,7 @@
 
 #include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
+#include "base/windows/screen_room.h"
 #include "indicators/analysis.h"
 #include "screens/windows/condition_overview.h"
 #include "screens/windows/hit_counter.h"
@@ -27,9 +27,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr QSize kWindowSize(1040, 720);
-// What a window manager puts around the window.
-constexpr QSize kRoomForFrame(16, 48);
+constexpr QSize kEditorSize(1040, 720);
 constexpr int kFrameMargin = 6;
 
 constexpr std::string_view kNotApplied = "Changes are kept with Apply only.";
@@ -95,7 +93,7 @@ frmStockSelectorSettings::frmStockSelectorSettings(Session& session, QWidget* pa
     layout->addLayout(row);
     AddKeys();
     picOptions_[0]->FocusFilter();
-    resize(kWindowSize.boundedTo(screen()->availableSize() - kRoomForFrame));
+    resize(kEditorSize.boundedTo(RoomOnScreen(*this)));
 }
 
 void frmStockSelectorSettings::BuildTabs() {

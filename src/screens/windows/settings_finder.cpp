@@ -14,7 +14,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr int kListRows = 14;
+constexpr int kFoundRows = 14;
 
 // The words that a control shows, without the mark of its letter; empty for one that shows none of its own.
 QString WordsOf(const QWidget& control) {
@@ -56,7 +56,7 @@ SettingsFinder::SettingsFinder(QTabWidget& tabs) : tabs_(tabs) {
     auto* completer = new QCompleter(lines_, this);
     completer->setFilterMode(Qt::MatchContains);
     completer->setCaseSensitivity(Qt::CaseInsensitive);
-    completer->setMaxVisibleItems(kListRows);
+    completer->setMaxVisibleItems(kFoundRows);
     setCompleter(completer);
     connect(completer, qOverload<const QString&>(&QCompleter::activated), this,
             [this](const QString& line) { Find(line); });

@@ -21,6 +21,13 @@ inline constexpr FrameChoice kDoubleClickCharts{"mnuViewDoubleClickChart", "Doub
 
 inline constexpr std::array kFrameChoices = {kRemembersWindowSize, kDoubleClickCharts};
 
+// Whether an installation was closed once.
+bool WasClosedOnce(const Path& storeFile);
+
+// A key of that section that is on or off; `byDefault` where it is missing.
+bool LoadFrameFlag(const Path& storeFile, std::string_view key, bool byDefault);
+std::error_code SaveFrameFlag(const Path& storeFile, std::string_view key, bool on);
+
 bool LoadFrameChoice(const Path& storeFile, const FrameChoice& choice);
 std::error_code SaveFrameChoice(const Path& storeFile, const FrameChoice& choice, bool on);
 

@@ -10,11 +10,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::string_view kSection = "Settings";
 constexpr std::string_view kMaximisedKey = "MainMaximised";
-constexpr std::string_view kWidthKey = "MainWidth";
-constexpr std::string_view kTrue = "True";
-constexpr std::string_view kFalse = "False";
 
 int Overlap(int from, int length, int otherFrom, int otherLength) {
     return std::max(0, std::min(from + length, otherFrom + otherLength) - std::max(from, otherFrom));
@@ -77,13 +73,12 @@ FramePlace FirstPlace(const ScreenRect& screen, int titleBar) {
 
 KeptFrame LoadKeptFrame(const Path& storeFile) {
     KeptFrame kept;
-    const bool wasClosed = !GetSetting(storeFile, kSection, kWidthKey, "").empty();
     kept.remembers = LoadFrameChoice(storeFile, kRemembersWindowSize);
-    if (!wasClosed) return kept;
+    if (!WasClosedOnce(storeFile)) return kept;
     const FrameGeometry geometry = LoadFrameGeometry(storeFile);
     kept.place = FramePlace{{PixelsOf(geometry.MainLeft), PixelsOf(geometry.MainTop),
                              PixelsOf(geometry.MainWidth), PixelsOf(geometry.MainHeight)},
-                            GetSetting(storeFile, kSection, kMaximisedKey, kFalse) == kTrue};
+                            LoadFrameFlag(storeFile, kMaximisedKey, false)};
     return kept;
 }
 
@@ -92,7 +87,7 @@ std::error_code SaveFramePlace(const Path& storeFile, const FramePlace& place) {
     const std::error_code error = SaveFrameGeometry(
         storeFile, {static_cast<double>(TwipsOf(rect.left)), static_cast<double>(TwipsOf(rect.top)),
                     static_cast<double>(TwipsOf(rect.width)), static_cast<double>(TwipsOf(rect.height))});
-    return error ? error : SaveSetting(storeFile, kSection, kMaximisedKey, place.maximised ? kTrue : kFalse);
+    return error ? error : SaveFrameFlag(storeFile, kMaximisedKey, place.maximised);
 }
 
 FramePlace PlaceToOpen(const std::optional<FramePlace>& kept, std::span<const ScreenRect> screens,

@@ -12,7 +12,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr int kTextWidth = 360;
+constexpr int kQuestionWidth = 360;
 // What the window ends with; 0 is that of Cancel and Escape.
 constexpr int kRowAlone = 1;
 constexpr int kWithHistory = 2;
@@ -27,7 +27,7 @@ frmDeleteQuoteDataBase::frmDeleteQuoteDataBase(const std::string& ticker, QWidge
         QStringLiteral("Would you like to delete the Quote Data from the Database for this Ticker Symbol?"));
     question->setObjectName(QStringLiteral("Label1"));
     question->setWordWrap(true);
-    question->setFixedWidth(kTextWidth);
+    question->setFixedWidth(kQuestionWidth);
     layout->addWidget(question);
     auto* symbol = new QLineEdit(Shown(ticker));
     symbol->setObjectName(QStringLiteral("Text1"));

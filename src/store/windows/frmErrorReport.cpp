@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/windows/display_text.h"
+#include "base/windows/labels.h"
 #include "base/windows/text_viewer.h"
 
 namespace brantlow {
@@ -41,10 +42,7 @@ frmErrorReport::frmErrorReport(Path report, QWidget* parent) : QDialog(parent), 
     layout->setSpacing(kMargin * 2 / 3);
     auto* heading = new QLabel(Name(kHeading));
     heading->setObjectName(QStringLiteral("lblHeading"));
-    QFont large = heading->font();
-    large.setPointSizeF(large.pointSizeF() * kHeadingScale);
-    large.setBold(true);
-    heading->setFont(large);
+    heading->setFont(HeadingFont(heading->font(), kHeadingScale));
     layout->addWidget(heading);
     for (const std::string_view text : kParagraphs) {
         auto* paragraph = new QLabel(Name(text));

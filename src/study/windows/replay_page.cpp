@@ -19,7 +19,7 @@ namespace brantlow {
 
 namespace {
 
-enum Columns : int { kDay, kTicker, kAction, kPrice, kAmount, kColumns };
+enum TradeColumn : int { kDay, kTicker, kAction, kPrice, kAmount, kColumns };
 constexpr std::array<const char*, kColumns> kHeads = {"Day", "Ticker", "Trade", "Price", "Amount"};
 
 std::string DayText(const TableTrade& trade) {

@@ -12,9 +12,17 @@ namespace brantlow {
 
 namespace {
 
-enum Columns : int { kDay, kTicker, kCondition, kAction, kEntry, kEntryClose, kFirstReturn };
-constexpr std::array<const char*, kFirstReturn> kHeads = {"Day",    "Ticker", "Condition",
-                                                          "Action", "Bought", "At"};
+enum SignalColumn : int {
+    kSignalDay,
+    kSignalTicker,
+    kSignalCondition,
+    kSignalAction,
+    kSignalEntry,
+    kSignalEntryClose,
+    kSignalFirstReturn
+};
+constexpr std::array<const char*, kSignalFirstReturn> kSignalHeads = {"Day",    "Ticker", "Condition",
+                                                                      "Action", "Bought", "At"};
 
 }  // namespace
 
@@ -48,7 +56,7 @@ int SignalModel::rowCount(const QModelIndex& parent) const {
 }
 
 int SignalModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() || !terms_ ? 0 : kFirstReturn + static_cast<int>(terms_->horizons.size());
+    return parent.isValid() || !terms_ ? 0 : kSignalFirstReturn + static_cast<int>(terms_->horizons.size());
 }
 
 QString SignalModel::TextOf(const StudySignal& signal, int column) const {
@@ -56,22 +64,22 @@ QString SignalModel::TextOf(const StudySignal& signal, int column) const {
     const std::size_t entry = signal.bar + 1;
     const bool entered = entry < ticker.closes.size();
     switch (column) {
-        case kDay:
+        case kSignalDay:
             return Name(FormatIsoDate(study_->DateOf(signal.date)));
-        case kTicker:
+        case kSignalTicker:
             return Shown(ticker.ticker);
-        case kCondition:
+        case kSignalCondition:
             return QString::number(signal.condition);
-        case kAction:
+        case kSignalAction:
             return Name(study_->actions[signal.condition - 1]);
-        case kEntry:
+        case kSignalEntry:
             return entered ? Name(FormatIsoDate(study_->DateOf(ticker.dates[entry]))) : QString();
-        case kEntryClose:
+        case kSignalEntryClose:
             return entered ? Name(ShortestNumber(ticker.closes[entry])) : QString();
         default:
             break;
     }
-    const std::size_t horizon = terms_->horizons[static_cast<std::size_t>(column - kFirstReturn)];
+    const std::size_t horizon = terms_->horizons[static_cast<std::size_t>(column - kSignalFirstReturn)];
     return Name(PercentText(ReturnAfter(ticker, signal.bar, horizon, terms_->cost), true));
 }
 
@@ -81,25 +89,26 @@ double SignalModel::NumberOf(const StudySignal& signal, int column) const {
     const StudiedTicker& ticker = study_->tickers[signal.ticker];
     const std::size_t entry = signal.bar + 1;
     const bool entered = entry < ticker.closes.size();
-    if (column == kDay) return study_->dates[signal.date].day;
-    if (column == kCondition) return signal.condition;
-    if (column == kEntry) return entered ? study_->dates[ticker.dates[entry]].day : kOpen;
-    if (column == kEntryClose) return entered ? ticker.closes[entry] : kOpen;
-    const std::size_t horizon = terms_->horizons[static_cast<std::size_t>(column - kFirstReturn)];
+    if (column == kSignalDay) return study_->dates[signal.date].day;
+    if (column == kSignalCondition) return signal.condition;
+    if (column == kSignalEntry) return entered ? study_->dates[ticker.dates[entry]].day : kOpen;
+    if (column == kSignalEntryClose) return entered ? ticker.closes[entry] : kOpen;
+    const std::size_t horizon = terms_->horizons[static_cast<std::size_t>(column - kSignalFirstReturn)];
     return ReturnAfter(ticker, signal.bar, horizon, terms_->cost).value_or(kOpen);
 }
 
 QVariant SignalModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    if (role == Qt::TextAlignmentRole && index.column() >= kEntryClose)
+    if (role == Qt::TextAlignmentRole && index.column() >= kSignalEntryClose)
         return QVariant(Qt::AlignRight | Qt::AlignVCenter);
     return role == Qt::DisplayRole ? TextOf(At(index.row()), index.column()) : QVariant();
 }
 
 QVariant SignalModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || !terms_) return {};
-    if (section < kFirstReturn) return QString::fromLatin1(kHeads[static_cast<std::size_t>(section)]);
-    const std::size_t horizon = terms_->horizons[static_cast<std::size_t>(section - kFirstReturn)];
+    if (section < kSignalFirstReturn)
+        return QString::fromLatin1(kSignalHeads[static_cast<std::size_t>(section)]);
+    const std::size_t horizon = terms_->horizons[static_cast<std::size_t>(section - kSignalFirstReturn)];
     return Name(AfterText(horizon, study_->span.interval));
 }
 
@@ -122,8 +131,8 @@ void SignalModel::SortShown() {
     };
     std::stable_sort(shown_.begin(), shown_.end(), [&](std::uint32_t a, std::uint32_t b) {
         if (down) std::swap(a, b);
-        if (sortedBy_ == kTicker) return ticker(a) < ticker(b);
-        if (sortedBy_ == kAction)
+        if (sortedBy_ == kSignalTicker) return ticker(a) < ticker(b);
+        if (sortedBy_ == kSignalAction)
             return study_->actions[signals_[a].condition - 1] < study_->actions[signals_[b].condition - 1];
         return NumberOf(signals_[a], sortedBy_) < NumberOf(signals_[b], sortedBy_);
     });

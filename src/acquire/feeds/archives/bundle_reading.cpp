@@ -23,14 +23,6 @@ std::size_t HelpersFor(std::size_t files, std::size_t wish) {
     return std::min({processors - 1, kMostHelpers, files / kFilesOfThread});
 }
 
-Failure Refusal(const Path& from, std::string why) {
-    Failure failure;
-    failure.kind = FailureKind::Other;
-    failure.file = from;
-    failure.text = std::move(why);
-    return failure;
-}
-
 class SharedReading {
   public:
     SharedReading(const Path& from, const BundleList& list, const BundleReading& reading,
@@ -116,7 +108,7 @@ class SharedReading {
             if ((read += slot.bytes) > limits_.bytes) return TooMuch();
             if (!reading_.take(i % kReadAhead, list_.entries[wanted_[i]])) break;
             if (slot.isBroken && ++damaged > kMostDamagedEntries) {
-                return Refusal(from_, "too many of its entries are damaged");
+                return BundleRefusal(from_, "too many of its entries are damaged");
             }
             const std::lock_guard lock(mutex_);
             taken_ = i + 1;
@@ -127,7 +119,8 @@ class SharedReading {
 
     Failure TooMuch() const {
         constexpr std::uintmax_t kGigabyte = std::uintmax_t{1024} * 1024 * 1024;
-        return Refusal(from_, "unpacks to more than " + std::to_string(limits_.bytes / kGigabyte) + " GB");
+        return BundleRefusal(from_,
+                             "unpacks to more than " + std::to_string(limits_.bytes / kGigabyte) + " GB");
     }
 
     const Path& from_;

@@ -19,14 +19,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kBlockBytes = std::size_t{64} * 1024;
 
-Failure Refusal(const Path& from, std::string why) {
-    Failure failure;
-    failure.kind = FailureKind::Other;
-    failure.file = from;
-    failure.text = std::move(why);
-    return failure;
-}
-
 // A name that would lie outside the folder to which the archive is unpacked.
 bool LeadsOut(std::string_view name) {
     if (name.empty() || name.front() == '/' || name.front() == '\\') return true;
@@ -111,17 +103,17 @@ class ZipReader {
             return FailedTo(FailureKind::Read, from_,
                             {archive_errno(archive_.get()), std::generic_category()});
         }
-        return Refusal(from_, "is no whole zip archive (" + Words() + ")");
+        return BundleRefusal(from_, "is no whole zip archive (" + Words() + ")");
     }
 
     Failure Refused(archive_entry* entry) const {
         const std::string name = NameOf(entry);
-        if (LeadsOut(name)) return Refusal(from_, "its entry '" + name + "' leads out of it");
+        if (LeadsOut(name)) return BundleRefusal(from_, "its entry '" + name + "' leads out of it");
         const bool isLink =
             archive_entry_symlink(entry) != nullptr || archive_entry_hardlink(entry) != nullptr;
         const auto type = archive_entry_filetype(entry);
         if (isLink || (type != AE_IFREG && type != AE_IFDIR)) {
-            return Refusal(from_, "its entry '" + name + "' is no file");
+            return BundleRefusal(from_, "its entry '" + name + "' is no file");
         }
         return {};
     }
@@ -145,7 +137,7 @@ BundleEntry EntryOf(archive_entry* entry) {
 }
 
 Failure TooMany(const Path& from, const BundleLimits& limits) {
-    return Refusal(from, "holds more than " + std::to_string(limits.files) + " files");
+    return BundleRefusal(from, "holds more than " + std::to_string(limits.files) + " files");
 }
 
 // Everything below `folder`, sorted by name, so that a run does not hang on the order of the disk.
@@ -209,6 +201,14 @@ bool IsLoose(const Path& from) {
 
 }  // namespace
 
+Failure BundleRefusal(const Path& from, std::string why) {
+    Failure failure;
+    failure.kind = FailureKind::Other;
+    failure.file = from;
+    failure.text = std::move(why);
+    return failure;
+}
+
 BundleList ListBundle(const Path& from, const BundleLimits& limits) {
     return IsLoose(from) ? LooseFiles(from, limits) : ListArchive(from, limits);
 }
@@ -260,7 +260,7 @@ Failure BundleReader::GoTo(std::size_t place) {
         ++next_;
     }
     const bool isListed = entry != nullptr && ZipReader::NameOf(entry) == list_.entries[place].name;
-    return isListed ? Failure() : Refusal(from_, "was changed while it was read");
+    return isListed ? Failure() : BundleRefusal(from_, "was changed while it was read");
 }
 
 }  // namespace brantlow

@@ -35,6 +35,9 @@ struct BundleList {
     Failure fault;                     // the bundle cannot be read, or is refused
 };
 
+// The bundle cannot be taken: `why` as a sentence without its subject and full stop.
+Failure BundleRefusal(const Path& from, std::string why);
+
 // The files of the bundle, folders left out.
 BundleList ListBundle(const Path& from, const BundleLimits& limits = {});
 

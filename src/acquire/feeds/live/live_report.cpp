@@ -52,15 +52,6 @@ std::string ReportSummary(const LiveReport& report) {
     return text;
 }
 
-std::vector<std::string> ReportUnknown(const LiveReport& report) {
-    std::vector<std::string> names;
-    for (const LiveTicker& row : report.tickers) {
-        if (row.outcome.result == SourceResult::UnknownSymbol) names.push_back(row.ticker);
-    }
-    if (names.empty()) return {};
-    return {fmt::format("Unknown to {}: {}", report.title, NameList(names))};
-}
-
 std::vector<std::string> ReportFailures(const LiveReport& report) {
     std::vector<std::string> lines;
     std::vector<std::pair<SourceResult, std::vector<std::string>>> kinds;

@@ -37,10 +37,8 @@ struct LiveReport {
 // "41 of 43 from Massive, 2 unknown, 1 without data, 1 failed".
 std::string ReportSummary(const LiveReport& report);
 
-// "3 tickers from Massive failed (A, B, C): network: ..." for each kind; the names of unknown tickers come
-// first.
+// "3 tickers from Massive failed (A, B, C): network: ..." for each kind.
 std::vector<std::string> ReportFailures(const LiveReport& report);
-std::vector<std::string> ReportUnknown(const LiveReport& report);
 
 // The same for the line of a run and the list of its tickers. `what` heads the list.
 RunReport RunReportOf(const LiveReport& report, std::string what);

@@ -19,16 +19,12 @@ constexpr days kCheckedDays{30};
 constexpr int kMostDaysBack = 5;
 constexpr std::size_t kShownRows = 3;
 
-std::string DayText(sys_days day) {
-    return FormatIsoDate(Date{day});
-}
-
 std::string RowsText(std::size_t rows) {
     return fmt::format("{} row{}", rows, rows == 1 ? "" : "s");
 }
 
 std::string RowsText(std::size_t rows, sys_days first, sys_days last) {
-    return fmt::format("{}, {} to {}", RowsText(rows), DayText(first), DayText(last));
+    return fmt::format("{}, {} to {}", RowsText(rows), FormatIsoDate(first), FormatIsoDate(last));
 }
 
 std::string PricesText(const SourceBar& bar) {
@@ -56,7 +52,7 @@ std::vector<std::string> MarketEnds(const Symbols& bySymbol) {
         if (!symbolBars.bars.empty()) bars.emplace_back(symbol, symbolBars.bars.front());
     }
     return Ends(bars.size(), [&](std::size_t i) {
-        return fmt::format("{} {} {}", bars[i].first, DayText(bars[i].second.day),
+        return fmt::format("{} {} {}", bars[i].first, FormatIsoDate(bars[i].second.day),
                            PricesText(bars[i].second));
     });
 }
@@ -84,8 +80,8 @@ void CheckDays(SourceClient& client, Capability capability, const std::string& t
     if (!answer.outcome.Done()) return;
     const auto& bars = answer.bars.bars;
     checked.words = RowsText(bars.size(), bars.front().day, bars.back().day);
-    checked.rows =
-        Ends(bars.size(), [&](std::size_t i) { return DayText(bars[i].day) + ' ' + PricesText(bars[i]); });
+    checked.rows = Ends(
+        bars.size(), [&](std::size_t i) { return FormatIsoDate(bars[i].day) + ' ' + PricesText(bars[i]); });
 }
 
 void CheckSplits(SourceClient& client, sys_days to, SourceChecked& checked) {
@@ -98,7 +94,7 @@ void CheckSplits(SourceClient& client, sys_days to, SourceChecked& checked) {
                      [](const SourceSplit& a, const SourceSplit& b) { return a.day < b.day; });
     checked.words = RowsText(splits.size(), splits.front().day, splits.back().day);
     checked.rows = Ends(splits.size(), [&](std::size_t i) {
-        return fmt::format("{} {} {} for 1", DayText(splits[i].day), splits[i].symbol,
+        return fmt::format("{} {} {} for 1", FormatIsoDate(splits[i].day), splits[i].symbol,
                            ShortestNumber(splits[i].factor));
     });
 }
@@ -119,7 +115,8 @@ void CheckFundamentals(SourceWorld& world, SourceClient& client, const std::stri
     const CompanyYear year = facts.YearOf(ticker);
     checked.outcome = year.outcome;
     if (!year.outcome.Done()) return;
-    checked.words = "twelve months to " + (year.end ? DayText(*year.end) : std::string("an unknown day"));
+    checked.words =
+        "twelve months to " + (year.end ? FormatIsoDate(*year.end) : std::string("an unknown day"));
     const auto add = [&](std::string_view name, const std::optional<double>& value) {
         if (value) checked.rows.push_back(fmt::format("{} {}", name, ShortestNumber(*value)));
     };

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "acquire/feeds/live/source_name.h"
+
 namespace brantlow {
 
 namespace {
@@ -13,11 +15,6 @@ constexpr int kIndent = 2;
 
 Path FileOf(const Path& dataFolder, std::string_view name) {
     return dataFolder / Path(kSourcesFolder) / (std::string(name) + ".json");
-}
-
-bool IsSourceName(std::string_view name) {
-    const auto fits = [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-'; };
-    return !name.empty() && name.size() <= 40 && std::all_of(name.begin(), name.end(), fits);
 }
 
 bool IsBuiltIn(std::string_view name) {

@@ -7,6 +7,7 @@
 
 #include "acquire/feeds/live/address_template.h"
 #include "acquire/feeds/live/definition_reader.h"
+#include "acquire/feeds/live/source_name.h"
 #include "acquire/web/web.h"
 
 namespace brantlow {
@@ -271,13 +272,6 @@ void TakeCapabilities(EntryReader& reader, SourceDefinition& source) {
     }
     if (!any) reader.Complain("history", "is missing, and so is everything else that a source can give");
     source.hasSeveralHosts = hosts.size() > 1;
-}
-
-bool IsSourceName(std::string_view name) {
-    constexpr std::size_t kLongestName = 40;
-    return !name.empty() && name.size() <= kLongestName && name.front() != '-' &&
-           std::all_of(name.begin(), name.end(),
-                       [](char c) { return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-'; });
 }
 
 void TakeHead(EntryReader& reader, SourceDefinition& source) {

@@ -15,7 +15,7 @@ namespace {
 
 using nlohmann::json;
 
-constexpr double kSecondsPerDay = 86'400;
+constexpr double kLongestBackOff = 86'400;  // seconds
 // More moments than any limit counts are not kept.
 constexpr std::size_t kMostMoments = 20'000;
 
@@ -36,7 +36,7 @@ class FolderHold {
     int descriptor_;
 };
 
-double NumberAt(const json& entry, const char* name) {
+double NumberNamed(const json& entry, const char* name) {
     const auto found = entry.find(name);
     return found != entry.end() && found->is_number() ? found->get<double>() : 0;
 }
@@ -112,7 +112,7 @@ SourceState::Turn SourceState::TakeTurn(const std::string& source, const std::ve
     Turn turn;
     With(source, [&](json& entry) {
         const double now = time_.now();
-        turn.blockedUntil = NumberAt(entry, "blockedUntil");
+        turn.blockedUntil = NumberNamed(entry, "blockedUntil");
         if (turn.blockedUntil > now) {
             turn.blockedWords = WordsAt(entry);
             return false;
@@ -150,7 +150,7 @@ void SourceState::Unblock(const std::string& source) {
 double SourceState::NextBackOff(const std::string& source, double least) {
     double wait = least;
     With(source, [&](json& entry) {
-        wait = std::clamp(2 * NumberAt(entry, "backOff"), least, std::max(least, kSecondsPerDay));
+        wait = std::clamp(2 * NumberNamed(entry, "backOff"), least, std::max(least, kLongestBackOff));
         return false;
     });
     return wait;
@@ -159,7 +159,7 @@ double SourceState::NextBackOff(const std::string& source, double least) {
 SourceState::Rest SourceState::RestOf(const std::string& source) {
     Rest rest;
     With(source, [&](json& entry) {
-        const double until = NumberAt(entry, "blockedUntil");
+        const double until = NumberNamed(entry, "blockedUntil");
         if (until > time_.now()) rest = {until, WordsAt(entry)};
         return false;
     });

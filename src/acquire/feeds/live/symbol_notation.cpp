@@ -63,7 +63,7 @@ constexpr std::array<KindMark, 5> kMarks = {{
     {SymbolKind::Foreign, &SymbolNotation::foreignMark, false},
 }};
 
-std::optional<std::string> Spelled(const SymbolNotation& notation, const SymbolParts& parts) {
+std::optional<std::string> Spelling(const SymbolNotation& notation, const SymbolParts& parts) {
     if (parts.kind == SymbolKind::Plain) return parts.root + notation.ending;
     for (const KindMark& row : kMarks) {
         if (row.kind != parts.kind) continue;
@@ -140,7 +140,7 @@ std::optional<std::string> SpellSymbol(const SymbolNotation& notation, std::stri
         if (!notation.asIsIndices || !IsRoot(std::string_view(parts.root).substr(1))) return std::nullopt;
         symbol = parts.root;
     } else if (IsRoot(parts.root)) {
-        symbol = Spelled(notation, parts);
+        symbol = Spelling(notation, parts);
     }
     if (symbol && notation.lowerCase) {
         std::transform(symbol->begin(), symbol->end(), symbol->begin(),

@@ -8,10 +8,6 @@ namespace {
 
 using nlohmann::json;
 
-std::string DayText(std::chrono::sys_days day) {
-    return FormatIsoDate(Date{day});
-}
-
 std::optional<std::chrono::sys_days> DayAt(const json& value) {
     return DayOf(&value, ReplyDate::Iso, NewYorkZone(), {});
 }
@@ -35,9 +31,9 @@ json WrittenBasis(const TickerBasis& basis) {
     json entry = {{"source", basis.source},
                   {"basis", std::string(BasisName(basis.basis))},
                   {"currency", basis.currency},
-                  {"through", DayText(basis.through)}};
+                  {"through", FormatIsoDate(basis.through)}};
     json days = json::array();
-    for (const auto day : basis.restated) days.push_back(DayText(day));
+    for (const auto day : basis.restated) days.push_back(FormatIsoDate(day));
     if (!days.empty()) entry["restated"] = std::move(days);
     return entry;
 }

@@ -21,10 +21,10 @@ namespace brantlow {
 
 namespace {
 
-constexpr int kWidth = 520;
+constexpr int kArchiveWidth = 520;
 // Room for two lines, so that the window keeps its size while it tells.
 constexpr int kToldLines = 3;
-constexpr std::array<int, 5> kYears = {0, 2, 5, 10, 20};
+constexpr std::array<int, 5> kArchiveYears = {0, 2, 5, 10, 20};
 
 constexpr const char* kBasis =
     "The prices of such archives are adjusted for splits and dividends. A history that comes takes the place "
@@ -77,7 +77,7 @@ frmImportHistory::frmImportHistory(const Session& session, std::vector<std::stri
     layout->addWidget(told_);
     layout->addStretch();
     layout->addWidget(BuildButtons());
-    setMinimumWidth(kWidth);
+    setMinimumWidth(kArchiveWidth);
     Look();
 }
 
@@ -123,7 +123,7 @@ QWidget* frmImportHistory::BuildTickers() {
     auto* form = new QFormLayout;
     GuardWheel(*years_);
     years_->setObjectName(QStringLiteral("cboYears"));
-    for (const int years : kYears) {
+    for (const int years : kArchiveYears) {
         years_->addItem(years == 0 ? QStringLiteral("all years") : QStringLiteral("%1 years").arg(years),
                         years);
     }

@@ -14,13 +14,13 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include "acquire/feeds/live/source_standing.h"
 #include "acquire/feeds/windows/source_card.h"
 #include "base/text.h"
 #include "base/windows/display_text.h"
+#include "base/windows/screen_room.h"
 #include "base/windows/wheel_guard.h"
 #include "shell/run_control.h"
 #include "shell/run_report.h"
@@ -34,11 +34,9 @@ namespace brantlow {
 
 namespace {
 
-constexpr int kWidth = 600;
+constexpr int kLeastWidth = 600;
 // A person who waits for longer is asked first.
 constexpr double kLongSeconds = 600;
-// What a window manager puts above and below the window.
-constexpr int kRoomForFrame = 48;
 constexpr int kTickerLines = 5;
 constexpr std::array<double, 4> kYears = {2, 5, 10, 20};
 // Whose list of symbols is offered first where none is chosen: it needs no key.
@@ -95,7 +93,7 @@ frmNewList::frmNewList(Session& session, Web& web, NewListOf begin, QWidget* par
     fills_->setChecked(begin == NewListOf::Tickers);
     connect(ofTickers_, &QRadioButton::toggled, this, &frmNewList::ShowKind);
     ShowKind();
-    setMinimumWidth(kWidth);
+    setMinimumWidth(kLeastWidth);
 }
 
 QWidget* frmNewList::BuildTickers() {
@@ -235,8 +233,8 @@ TypedTickers frmNewList::Typed() const {
 // Wrapped sentences need more room the longer they are.
 void frmNewList::FitHeight() {
     layout()->activate();
-    const int width = std::max(this->width(), kWidth);
-    const int most = screen()->availableSize().height() - kRoomForFrame;
+    const int width = std::max(this->width(), kLeastWidth);
+    const int most = RoomOnScreen(*this).height();
     resize(width, std::min(layout()->totalHeightForWidth(width), most));
 }
 

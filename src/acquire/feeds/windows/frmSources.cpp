@@ -10,7 +10,6 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -22,6 +21,8 @@
 #include "acquire/feeds/windows/source_key_field.h"
 #include "base/text.h"
 #include "base/windows/display_text.h"
+#include "base/windows/labels.h"
+#include "base/windows/screen_room.h"
 #include "base/windows/text_editor.h"
 #include "base/windows/wheel_guard.h"
 #include "shell/run_control.h"
@@ -31,11 +32,10 @@ namespace brantlow {
 namespace {
 
 constexpr QSize kWindowSize(900, 760);
-constexpr QSize kRoomForFrame(16, 48);
 constexpr int kListRows = 10;
 constexpr int kFewestListRows = 4;
 constexpr int kChoiceLetters = 14;
-constexpr int kTickerWidth = 110;
+constexpr int kTickerFieldWidth = 110;
 constexpr int kNameRole = Qt::UserRole;
 constexpr int kRefusalRole = Qt::UserRole + 1;
 
@@ -85,14 +85,6 @@ QString StateText(const SourceStanding& standing) {
     return standing.key == KeyStanding::Missing ? QStringLiteral("needs its key") : QStringLiteral("ready");
 }
 
-QLabel* WrappedLabel(const char* name) {
-    auto* label = new QLabel;
-    label->setObjectName(QString::fromLatin1(name));
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextBrowserInteraction);
-    return label;
-}
-
 QString FileOfRefusal(const QString& refusal) {
     return refusal.section(QStringLiteral(": "), 0, 0);
 }
@@ -120,7 +112,7 @@ frmSources::frmSources(Session& session, Web& web, QWidget* parent)
     layout->addWidget(BuildChoices());
     layout->addWidget(BuildButtons());
     Refresh();
-    resize(kWindowSize.boundedTo(screen()->availableSize() - kRoomForFrame));
+    resize(kWindowSize.boundedTo(RoomOnScreen(*this)));
     list_->setFocus();
 }
 
@@ -187,7 +179,7 @@ QLayout* frmSources::BuildActions() {
     row->addWidget(words);
     ticker_->setObjectName(QStringLiteral("txtTicker"));
     ticker_->setToolTip(QStringLiteral("The ticker that the test asks for"));
-    ticker_->setFixedWidth(kTickerWidth);
+    ticker_->setFixedWidth(kTickerFieldWidth);
     connect(ticker_, &QLineEdit::returnPressed, this, &frmSources::Test);
     row->addWidget(ticker_);
     row->addStretch();

@@ -9,17 +9,15 @@
 #include "acquire/feeds/live/source_standing.h"
 #include "acquire/feeds/windows/source_key_field.h"
 #include "base/windows/display_text.h"
+#include "base/windows/labels.h"
 #include "base/windows/wheel_guard.h"
 
 namespace brantlow {
 
 namespace {
 
-QLabel* WrappedLabel(const char* name) {
-    auto* label = new QLabel;
-    label->setObjectName(QString::fromLatin1(name));
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextBrowserInteraction);
+QLabel* PassedOverLabel(const char* name) {
+    QLabel* label = WrappedLabel(name);
     label->setFocusPolicy(Qt::NoFocus);
     return label;
 }
@@ -37,8 +35,8 @@ QString TermsText(const SourceDefinition& source) {
 SourceCard::SourceCard(SourceDesk& desk, Capability needed, const QString& words, const QString& none)
     : desk_(desk),
       list_(new QComboBox),
-      terms_(WrappedLabel("lblCardTerms")),
-      remark_(WrappedLabel("lblCardRemark")),
+      terms_(PassedOverLabel("lblCardTerms")),
+      remark_(PassedOverLabel("lblCardRemark")),
       key_(new SourceKeyField) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});

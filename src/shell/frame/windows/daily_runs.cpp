@@ -11,7 +11,7 @@ namespace brantlow {
 namespace {
 
 // The daily run looks at the clock no less often than this.
-constexpr int kClockMilliseconds = 1000;
+constexpr int kLookMilliseconds = 1000;
 
 // As the batch tool's exit status has it.
 int StatusOf(RunExtent extent) {
@@ -28,7 +28,7 @@ void DailyRuns::StartClock() {
     clock->setObjectName(QStringLiteral("tmrDailyRun"));
     clock->setTimerType(Qt::PreciseTimer);
     QObject::connect(clock, &QTimer::timeout, &frame_.window, [this] { WaitForDailyRun(); });
-    clock->start(kClockMilliseconds);
+    clock->start(kLookMilliseconds);
     copies_ = new HandoverServer(
         frame_.session.AppPath, [this] { return StatusOfToday(); }, &frame_.window);
 }

@@ -13,6 +13,7 @@
 
 #include "acquire/version/version_check.h"
 #include "base/windows/display_text.h"
+#include "base/windows/labels.h"
 #include "shell/frame/licences.h"
 #include "shell/memory_status.h"
 
@@ -21,7 +22,7 @@ namespace brantlow {
 namespace {
 
 constexpr int kPicturePixels = 64;
-constexpr int kTextWidth = 380;
+constexpr int kAboutWidth = 380;
 constexpr double kNameScale = 1.7;
 
 constexpr std::string_view kAboutText =
@@ -73,7 +74,7 @@ QLabel* Line(const char* name, const QString& words) {
     auto* label = new QLabel(words);
     label->setObjectName(QString::fromLatin1(name));
     label->setWordWrap(true);
-    label->setFixedWidth(kTextWidth);
+    label->setFixedWidth(kAboutWidth);
     return label;
 }
 
@@ -88,10 +89,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
                            .pixmap(QSize(kPicturePixels, kPicturePixels), devicePixelRatioF()));
     layout->addWidget(picture, 0, 0, 3, 1, Qt::AlignTop);
     QLabel* title = Line("lblTitle", QStringLiteral("Brantlow"));
-    QFont large = title->font();
-    large.setPointSizeF(large.pointSizeF() * kNameScale);
-    large.setBold(true);
-    title->setFont(large);
+    title->setFont(HeadingFont(title->font(), kNameScale));
     layout->addWidget(title, 0, 1);
     layout->addWidget(Line("lblVersion", Shown(RunningVersion())), 1, 1);
     layout->addWidget(Line("lblDescription", Name(kAboutText)), 2, 1);

@@ -15,9 +15,9 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::size_t kMostRows = 200;
-constexpr int kWidthInLetters = 64;
-constexpr int kHeightInLines = 16;
+constexpr std::size_t kMostFound = 200;
+constexpr int kPaletteLetters = 64;
+constexpr int kPaletteLines = 16;
 
 QString WordsOf(const PaletteRow& row) {
     if (!row.command) return QStringLiteral("Chart of %1").arg(Shown(row.words));
@@ -58,13 +58,13 @@ frmCommandPalette::frmCommandPalette(PaletteStart start, QWidget* parent)
         const bool isCommand = row >= 0 && shown_[static_cast<std::size_t>(row)].command != nullptr;
         told_->setText(isCommand ? Name(shown_[static_cast<std::size_t>(row)].command->toolTip) : QString());
     });
-    resize(fontMetrics().averageCharWidth() * kWidthInLetters, fontMetrics().height() * kHeightInLines);
+    resize(fontMetrics().averageCharWidth() * kPaletteLetters, fontMetrics().height() * kPaletteLines);
     Show({});
     typed_->setFocus();
 }
 
 void frmCommandPalette::Show(const QString& typed) {
-    shown_ = PaletteMatches(start_.commands, start_.tickers, typed.toStdString(), kMostRows);
+    shown_ = PaletteMatches(start_.commands, start_.tickers, typed.toStdString(), kMostFound);
     list_->clear();
     for (const PaletteRow& row : shown_) list_->addItem(WordsOf(row));
     list_->setCurrentRow(shown_.empty() ? -1 : 0);

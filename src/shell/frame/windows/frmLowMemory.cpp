@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/windows/display_text.h"
+#include "base/windows/labels.h"
 #include "shell/memory_status.h"
 
 namespace brantlow {
@@ -36,10 +37,7 @@ frmLowMemory::frmLowMemory(RunControl& run, QWidget* frame) : QDialog(frame), ru
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->setSpacing(kMargin * 2 / 3);
     QLabel* heading = AddText(*layout, QStringLiteral("Label1"), kLowMemoryHeading);
-    QFont large = heading->font();
-    large.setPointSizeF(large.pointSizeF() * kHeadingScale);
-    large.setBold(true);
-    heading->setFont(large);
+    heading->setFont(HeadingFont(heading->font(), kHeadingScale));
     AddText(*layout, QStringLiteral("Label2"), kLowMemoryText);
     AddText(*layout, QStringLiteral("Label3"), kLowMemoryAdvice);
     auto* buttons = new QDialogButtonBox;

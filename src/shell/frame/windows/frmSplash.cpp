@@ -13,7 +13,7 @@ namespace brantlow {
 namespace {
 
 constexpr QSize kPictureSize(560, 330);
-constexpr int kMargin = 28;
+constexpr int kSplashMargin = 28;
 constexpr int kNamePixels = 46;
 constexpr int kTextPixels = 15;
 constexpr int kNoticePixels = 11;
@@ -42,7 +42,7 @@ frmSplash::frmSplash(const QString& version)
     setWindowTitle(QStringLiteral("Brantlow"));
     setFixedSize(kPictureSize);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin / 2);
+    layout->setContentsMargins(kSplashMargin, kSplashMargin, kSplashMargin, kSplashMargin / 2);
     AddLine(layout, QStringLiteral("lblProductName"), QStringLiteral("Brantlow"), kNamePixels, true);
     AddLine(layout, QStringLiteral("lblPurpose"),
             QStringLiteral("Quotes, indicators and stock selection for the private investor"), kTextPixels,

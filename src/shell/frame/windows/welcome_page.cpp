@@ -9,6 +9,7 @@
 
 #include "base/windows/colours.h"
 #include "base/windows/display_text.h"
+#include "base/windows/labels.h"
 
 namespace brantlow {
 
@@ -17,8 +18,8 @@ namespace {
 constexpr int kLogoPixels = 64;
 constexpr int kGap = 10;
 constexpr int kColumnGap = 48;
-constexpr int kIconPixels = 20;
-constexpr double kHeadingScale = 1.6;
+constexpr int kButtonPixels = 20;
+constexpr double kWelcomeScale = 1.6;
 constexpr double kColumnScale = 1.15;
 // A light desktop's area; a dark one's is a little darker than its windows.
 constexpr QRgb kLightGround = 0xffe4e9ef;
@@ -51,10 +52,7 @@ constexpr Way kHelpWay = {"cmdWelcomeHelp", "Fi&rst Steps (Help)", "Open the hel
 QLabel* Heading(const char* name, double scale) {
     auto* heading = new QLabel;
     heading->setObjectName(Name(name));
-    QFont font = heading->font();
-    font.setPointSizeF(font.pointSizeF() * scale);
-    font.setBold(true);
-    heading->setFont(font);
+    heading->setFont(HeadingFont(heading->font(), scale));
     return heading;
 }
 
@@ -80,7 +78,7 @@ WelcomePage::WelcomePage(WelcomeActions actions, QWidget* parent)
     : QScrollArea(parent),
       actions_(std::move(actions)),
       page_(new QWidget),
-      heading_(Heading("lblWelcome", kHeadingScale)),
+      heading_(Heading("lblWelcome", kWelcomeScale)),
       recent_(Heading("lblRecent", kColumnScale)) {
     setObjectName(QStringLiteral("WelcomePage"));
     setAccessibleName(QStringLiteral("Welcome"));
@@ -119,7 +117,7 @@ QPushButton* WelcomePage::AddButton(QVBoxLayout& column, const char* name, const
     auto* button = new QPushButton(words);
     button->setObjectName(Name(name));
     button->setFlat(true);
-    button->setIconSize({kIconPixels, kIconPixels});
+    button->setIconSize({kButtonPixels, kButtonPixels});
     button->setStyleSheet(QString::fromLatin1(kButtonLook));
     button->setCursor(Qt::PointingHandCursor);
     // Later: what is pressed can take the button away.

@@ -197,6 +197,7 @@ TEST_F(SourceTest, ACopyNeedsANameThatIsFreeAndFits) {
     const std::pair<std::string, std::string> rows[] = {
         {"", form},
         {"Mine", form},
+        {"-mine", form},
         {"../mine", form},
         {"a b", form},
         {std::string(41, 'a'), form},
