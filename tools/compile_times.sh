@@ -30,12 +30,17 @@ cmake --preset "$preset" -B "$build" -DCMAKE_CXX_COMPILER_LAUNCHER="$build/timed
 TIMEFORMAT='Clock: %R s; processor, with all other tools: %U s user, %S s system'
 time cmake --build "$build" "${@/#/--target=}" >/dev/null
 
-# A room is the folder of a file without its windows/; what the build makes itself is one of its own.
+# A room is the folder of a file without its windows/; what the build makes itself is one of its own. A quick build
+# compiles a room in one piece, that of a library without rooms under the library's name.
 rooms='
   { file = $3
     sub(/^.*\.\.\//, "", file); sub("^" top "/", "", file)
-    if (file ~ /autogen|cmake_pch|^build\//) room = "made by the build"
-    else { room = file; sub(/\/[^\/]*$/, "", room); sub(/\/windows$/, "", room) }
+    if (match(file, /[^\/]*\.dir\/Unity\/unity_.*_cxx\.cxx$/)) {
+      room = substr(file, RSTART)
+      if (room ~ /unity_0_cxx/) sub(/\.dir\/.*/, "", room)
+      sub(/^.*\/unity_/, "", room); sub(/_cxx\.cxx$/, "", room); sub(/\/windows$/, "", room)
+    } else if (file ~ /autogen|cmake_pch|^build\//) room = "made by the build"
+    else { room = file; sub(/\/[^\/]*$/, "", room); sub(/\/windows$/, "", room); sub(/^src\//, "", room) }
     seconds[room] += $1 + $2; files[room]++ }
   END { for (room in seconds) printf "%8.1f s %5d files  %s\n", seconds[room], files[room], room }'
 awk -v top="$PWD" "$rooms" "$log" | sort -rn

@@ -3,10 +3,10 @@
 # processor, its tests pass there, and what the batch tool prints for the practice table is the same to the last
 # byte as that of the ordinary build.
 #
-#   tools/same_digits.sh [clang] [plain] [arm64]
+#   tools/same_digits.sh [quick] [clang] [plain] [arm64]
 #
-# clang: built by clang. plain: the ordinary build on an emulated x86-64 processor without AVX. arm64: cross-built and
-# run under emulation. Without a name all three. Needs the programs and tests built (./test), and for the last two
+# quick: built as ./run does it, without tests. clang: built by clang. plain: the ordinary build on an emulated x86-64 processor without AVX. arm64: cross-built and
+# run under emulation. Without a name all of them. Needs the programs and tests built (./test), and for the last two
 # the packages qemu-user-static, g++-aarch64-linux-gnu and debootstrap. Exit status 1 where a digit differs or a
 # test fails.
 set -euo pipefail
@@ -36,7 +36,17 @@ print_all() {
 # The emulation of arm64 says of a program that is not there that it was started, and has it end at once.
 emulation_lacks=RunSystemCommand.AMissingProgramIsNotStarted
 
-# NAME TESTS COMMAND...: runs the engine's tests, and compares what the command prints.
+run_tests() {
+  echo "$name: the engine's tests"
+  if ! LC_ALL=C.UTF-8 TZ=UTC "$@" --gtest_brief=1 --gtest_filter="-$left_out" > "$work/tests.txt" 2>&1; then
+    tail -n 30 "$work/tests.txt"
+    failed=1
+  fi
+  tail -n 2 "$work/tests.txt"
+}
+
+# NAME PROGRAM TESTS COMMAND...: runs the engine's tests, unless TESTS is empty, and compares what the program
+# prints. The command starts both, where they need one.
 compare() {
   local name=$1 runner=() program tests left_out=
   [[ $name != arm64 ]] || left_out=$emulation_lacks
@@ -45,12 +55,7 @@ compare() {
   tests=$2
   shift 2
   runner=("$@")
-  echo "$name: the engine's tests"
-  if ! LC_ALL=C.UTF-8 TZ=UTC "${runner[@]}" "$tests" --gtest_brief=1 --gtest_filter="-$left_out" > "$work/tests.txt" 2>&1; then
-    tail -n 30 "$work/tests.txt"
-    failed=1
-  fi
-  tail -n 2 "$work/tests.txt"
+  [[ -z $tests ]] || run_tests "${runner[@]}" "$tests"
   print_all "${runner[@]}" "$program" > "$work/$name.txt"
   if cmp "$work/ordinary.txt" "$work/$name.txt"; then
     echo "$name: $(stat -c %s "$work/$name.txt") bytes of results, all the same"
@@ -76,12 +81,16 @@ build() {
   cmake --build --preset "$1"
 }
 
-[[ $# -gt 0 ]] || set -- clang plain arm64
+[[ $# -gt 0 ]] || set -- quick clang plain arm64
 mkdir "$work/app"
 build/release/bin/brantlow-batch --app "$work/app" --today "$day" practice > "$work/practice.txt"
 print_all build/release/bin/brantlow-batch > "$work/ordinary.txt"
 for name in "$@"; do
   case $name in
+    quick)
+      build programs
+      compare quick build/programs/bin/brantlow-batch ''
+      ;;
     clang)
       build engine-clang
       compare clang build/engine-clang/bin/brantlow-batch build/engine-clang/bin/engine_tests
@@ -96,7 +105,7 @@ for name in "$@"; do
         qemu-aarch64-static -L "$sysroot"
       ;;
     *)
-      echo "same_digits.sh: '$name' is none of clang, plain, arm64" >&2
+      echo "same_digits.sh: '$name' is none of quick, clang, plain, arm64" >&2
       exit 2
       ;;
   esac
