@@ -1,9 +1,9 @@
-// Reading and writing the settings files in Data/: a value's meaning is its line number, or its place
-// between two marker lines. main() loads them all at start; whoever changes a setting writes its file and
-// reads it back.
-//
-// Line forms stand in base/values.h. All lines are written values, except lines 4 to 8 of VTRNETset.ini,
-// which are printed raw, since a web address holds commas and quotes.
+// The settings files in Data/, between bytes and tables. Order of calls: LoadAllSettings once the application
+// folder stands; then settings change by settings_draft.h, or within a larger FileChange by Prepare...,
+// Commit and LoadSettingsFile, which sets what is derived too. Errors: a missing or short file is none; one
+// that cannot be read keeps its table, stands in ReadErrors and fails each Prepare. A value's meaning is its
+// line number (lines.h), or its place between two marker lines; its form stands in base/values.h. Lines 4 to
+// 8 of VTRNETset.ini are printed raw, since a web address holds commas and quotes.
 #pragma once
 
 #include <array>
