@@ -3,6 +3,8 @@
 # says nothing about the other one.
 #
 #   tools/check_names.sh types [SOURCE_FOLDER]   no type is defined in two places of the source
+#   tools/check_names.sh private [SOURCE_FOLDER] no type, constant or routine of one file's own is defined in another
+#                                                file of its folder too: a quick build compiles them in one piece
 #   tools/check_names.sh symbols BUILD           no program of BUILD/bin is made of two object files that define
 #                                                the same strong symbol; BUILD is a Ninja build that is up to date
 #
@@ -43,6 +45,62 @@ types_of() {
     }'
 }
 
+# What stands in unnamed namespaces: "FOLDER::NAME FILE:LINE", a routine with the types of its arguments, since
+# another one may bear its name. Other names for a type may stand in several files.
+private_names_of() {
+  find "$1" -type f -name '*.cpp' -print0 | sort -z | xargs -0 -r awk '
+    FNR == 1 {
+      depth = 0
+      unnamed = 0
+      folder = FILENAME
+      sub(/\/[^\/]*$/, "", folder)
+    }
+    /^(inline )?namespace .*\{$/ {
+      scope[++depth] = /^(inline )?namespace \{$/
+      unnamed += scope[depth]
+      next
+    }
+    /^\}  \/\/ namespace/ { unnamed -= scope[depth--] }
+    !unnamed || !/^[A-Za-z]/ || /^(using|template|static_assert)/ || /__attribute__/ { next }
+    /^(class|struct|union|enum) / && !/^[^{]*;/ {
+      name = $0
+      sub(/^(enum )?(class|struct|union|enum) /, "", name)
+      sub(/[^A-Za-z0-9_].*/, "", name)
+      note(name)
+      next
+    }
+    match($0, /[ *&]k[A-Z][A-Za-z0-9_]*( =|\[|\{|\()/) && !/^[^=]*\(.*k[A-Z]/ {
+      name = substr($0, RSTART + 1)
+      sub(/[^A-Za-z0-9_].*/, "", name)
+      note(name)
+      next
+    }
+    /^[^=]*[ *&][A-Za-z_][A-Za-z0-9_]*\(/ {
+      line = FNR
+      text = $0
+      while (text !~ /\)/ && (getline more) > 0) text = text more
+      name = text
+      sub(/\(.*/, "", name)
+      sub(/.*[ *&]/, "", name)
+      sub(/^[^(]*\(/, "", text)
+      sub(/\).*/, "", text)
+      gsub(/[ *&][A-Za-z_][A-Za-z0-9_]*( = [^,]*)?(,|$)/, "&;", text)
+      types = ""
+      parts = split(text, part, ";")
+      for (i = 1; i <= parts; i++) {
+        mark = part[i]
+        if (i < parts) sub(/[A-Za-z0-9_]+( = [^,]*)?,?$/, "", mark)
+        gsub(/ /, "", mark)
+        types = types mark ","
+      }
+      sub(/,+$/, "", types)
+      note(name "(" types ")", line)
+    }
+    function note(name, line) {
+      if (name != "" && !told[FILENAME, name]++) print folder "::" name, FILENAME ":" (line ? line : FNR)
+    }'
+}
+
 # What the link of a program names of this build: its object files and archives.
 linked_files() {
   ninja -C "$1" -t commands -s "$2" | tr ' ' '\n' | grep -E '^[^/-].*\.(o|a)$' | sort -u || true
@@ -74,6 +132,15 @@ case ${1:-} in
     fi
     report_twice <<<"$found"
     ;;
+  private)
+    cd "${2:-$(dirname "${BASH_SOURCE[0]}")/../src}"
+    found=$(private_names_of .)
+    if [[ -z $found ]]; then
+      echo "no private names here"
+      exit 1
+    fi
+    report_twice <<<"$found"
+    ;;
   symbols)
     build=${2:?tools/check_names.sh symbols BUILD}
     mapfile -t programs < <(cd "$build" && find bin -type f -perm -u+x 2>/dev/null | sort)
@@ -94,7 +161,7 @@ case ${1:-} in
     exit "$failed"
     ;;
   *)
-    echo "usage: tools/check_names.sh types [SOURCE_FOLDER] | symbols BUILD" >&2
+    echo "usage: tools/check_names.sh types [SOURCE_FOLDER] | private [SOURCE_FOLDER] | symbols BUILD" >&2
     exit 2
     ;;
 esac

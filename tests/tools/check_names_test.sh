@@ -65,6 +65,45 @@ refuses "a second type of a namespace in steps" 'ours::other::Row is defined at 
 folder=$(mktemp -d "$scratch/empty.XXXXXX")
 refuses "an empty tree" 'no types here' types "$folder"
 
+new_rooms() {
+  folder=$(mktemp -d "$scratch/rooms.XXXXXX")
+  put room/a.cpp 'namespace ours {' 'namespace {' 'constexpr int kWidth = 6;' 'struct Row {};' \
+    'std::string Text(int value) {' '}' '}  // namespace' '}  // namespace ours'
+  put other/b.cpp 'namespace ours {' 'namespace {' 'constexpr int kWidth = 7;' 'struct Row {};' \
+    'std::string Text(int value) {' '}' '}  // namespace' '}  // namespace ours'
+}
+
+# in_room LINE...: a second file of the room, with these lines in its unnamed namespace.
+in_room() {
+  put room/b.cpp 'namespace ours {' 'namespace {' "$@" '}  // namespace' '}  // namespace ours'
+}
+
+new_rooms
+passes "names of two rooms" private "$folder"
+in_room 'std::string Text(const Row& row) {' '}' 'std::string Text(const Row& row, int place) {' '}' \
+  'constexpr int kWidths[] = {' '    kWidth = 3};' 'using Row = int;'
+passes "a routine of other arguments, another constant, another name of a type" private "$folder"
+put room/b.cpp 'namespace ours {' 'struct Row {};' 'std::string Text(int value) {' '}' '}  // namespace ours'
+passes "what is no file's own" private "$folder"
+for row in 'constexpr int kWidth = 7;' 'const std::array<int, 2> kWidth = {1, 2};' 'constexpr Size kWidth(6, 7);' \
+  'constexpr Size kWidth{6, 7};' 'constexpr int kWidth[] = {'; do
+  new_rooms
+  in_room "$row"
+  refuses "a second constant: $row" './room::kWidth is defined at ./room/a.cpp:3 ./room/b.cpp:3' private "$folder"
+done
+for row in 'struct Row {' 'class Row final : public Later {' 'enum class Row { A };'; do
+  new_rooms
+  in_room "$row"
+  refuses "a second type: $row" './room::Row is defined at ./room/a.cpp:4 ./room/b.cpp:3' private "$folder"
+done
+for row in 'std::string Text(int value) {' 'int Text(int other) {' 'std::string Text(int) {'; do
+  new_rooms
+  in_room "$row" '}'
+  refuses "a second routine: $row" './room::Text(int) is defined at ./room/a.cpp:5 ./room/b.cpp:3' private "$folder"
+done
+folder=$(mktemp -d "$scratch/empty.XXXXXX")
+refuses "no private names" 'no private names here' private "$folder"
+
 # A build in $folder of the program bin/one from the object files main.o and extra.o and the archive lib.a with
 # first.o and second.o; extra.o and second.o have the given text.
 new_build() {

@@ -7,6 +7,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "acquire/web/busy_statuses.h"
 #include "base/text.h"
 
 namespace brantlow {
@@ -14,8 +15,6 @@ namespace brantlow {
 namespace {
 
 constexpr long kStatusOk = 200;
-constexpr long kTooManyRequests = 429;
-constexpr long kServiceUnavailable = 503;
 
 // Seconds before each repeat where the host names none.
 constexpr std::array<double, 4> kRepeatWaits = {1, 2, 4, 8};

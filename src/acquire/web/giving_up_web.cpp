@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "acquire/web/busy_statuses.h"
+
 namespace brantlow {
 
 namespace {
@@ -12,9 +14,6 @@ namespace {
 constexpr std::array<WebFailure, 8> kMissedReplies = {
     WebFailure::NoHost,   WebFailure::NoConnection, WebFailure::Certificate, WebFailure::Redirected,
     WebFailure::TooLarge, WebFailure::TimedOut,     WebFailure::Silent,      WebFailure::GivenUp};
-
-constexpr int kTooManyRequests = 429;
-constexpr int kServiceUnavailable = 503;
 
 WebReply GivenUpReply(const std::string& host) {
     return FailedReply(WebFailure::GivenUp, fmt::format("{} was given up after {} requests without a reply",

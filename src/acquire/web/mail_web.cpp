@@ -17,7 +17,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr long kConnectMilliseconds = 10'000;
+constexpr long kMailConnectMilliseconds = 10'000;
 constexpr int kPollMilliseconds = 20;
 constexpr long kFirstTemporary = 400;
 constexpr long kFirstLasting = 500;
@@ -106,7 +106,7 @@ struct Transfer {
         curl_easy_setopt(easy, CURLOPT_SSL_VERIFYHOST, 2L);
         const char* const trusted = std::getenv("SSL_CERT_FILE");
         if (trusted != nullptr && *trusted != '\0') curl_easy_setopt(easy, CURLOPT_CAINFO, trusted);
-        curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, kConnectMilliseconds);
+        curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, kMailConnectMilliseconds);
         curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
         curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, errorText.data());
         curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &TakeLine);
