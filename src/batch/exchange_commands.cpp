@@ -16,6 +16,9 @@ ExitStatus ReportImport(BatchCall& call, const QuoteImport& import, const std::s
         case ImportOutcome::NeedsQuoteFile:
         case ImportOutcome::Declined:
             return ExitStatus::Refused;
+        case ImportOutcome::Stopped:
+            Refuse(call, kImportStopped);
+            return ExitStatus::Interrupted;
         case ImportOutcome::Failed:
             return RefuseChange(call, "The import of " + file.string(), import.error);
         case ImportOutcome::NothingToRead:

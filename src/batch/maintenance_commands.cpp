@@ -29,7 +29,8 @@ ExitStatus RunJob(BatchCall& call, bool restores) {
             return result.copy.error.isHalfDone ? ExitStatus::Partly : ExitStatus::Refused;
         }
         call.out << "Files copied: " << result.copy.copied << '\n';
-        return TellRun(call, result.report);
+        const ExitStatus status = TellRun(call, result.report);
+        return result.copy.stopped ? ExitStatus::Interrupted : status;
     }
     return RefuseUsage(call, "program|database",
                        "'" + OneLine(operand) + "' is neither program nor database");
@@ -56,6 +57,10 @@ ExitStatus RunRemoveLastUpdate(BatchCall& call) {
     const RemovedUpdate result = RemoveLastUpdate(call.session);
     if (!result.hasList) return Refuse(call, kNoUpdateToRemove);
     if (result.error) return RefuseChange(call, kRemoveLastUpdateChange, result.error);
+    if (result.stopped) {
+        Refuse(call, kRemoveStopped);
+        return ExitStatus::Interrupted;
+    }
     call.out << "Records removed: " << result.removed << '\n';
     return ExitStatus::Done;
 }

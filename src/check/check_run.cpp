@@ -70,6 +70,7 @@ class CheckRun {
         ReadResult read = ReadWholeFile(file);
         if (read.outcome == ReadOutcome::Missing) return std::nullopt;
         ++report_.files;
+        session_.person.PumpEvents();
         if (read.outcome == ReadOutcome::Done) return std::move(read.bytes);
         Append({{FindingKind::Unreadable, file, 0, read.error.message(), 0, Mend::None, {}}});
         return std::nullopt;
@@ -213,7 +214,7 @@ class CheckRun {
                 repair.bytes.empty() ? change.Delete(repair.file) : change.Write(repair.file, repair.bytes);
             if (report_.fault) return;
         }
-        report_.fault = change.Commit();
+        report_.fault = CommitBeside(session_, change);
         if (report_.fault) return;
         for (const Repair& repair : repairs_) report_.repairedFiles.push_back(repair.file);
         report_.repaired = repairs_.size();

@@ -440,7 +440,7 @@ Failure StoreMissedDays(const LiveSources& sources, LiveUpdate& update, std::vec
         fault = AddRecords(session.settings.QuoteFolder, missed.ticker, records, growth, added, halfLines);
         if (fault) break;
     }
-    if (!fault) return added.Commit();
+    if (!fault) return CommitBeside(session, added);
     fault.isHalfDone = static_cast<bool>(added.TakeBack());
     return fault;
 }

@@ -53,6 +53,10 @@ bool Person::AskBeforeLoss(std::string_view text, std::string_view title, std::s
     return Ask(text, title);
 }
 
+void Person::DoBeside(const std::function<void()>& work) {
+    work();
+}
+
 void Person::WarnLowMemory() {
     std::string text(kLowMemoryHeading);
     text.append("\n\n").append(kLowMemoryText).append("\n\n").append(kLowMemoryAdvice);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string_view>
 
 namespace brantlow {
@@ -28,6 +29,9 @@ class Person {
     virtual void ShowProgress(double fraction) = 0;
     // Lets waiting window events run. A handler may change the run's control word meanwhile.
     virtual void PumpEvents() = 0;
+    // Does work that takes as long as the disk does and touches neither windows nor the session. Windows live
+    // on meanwhile, on a thread of their own where they have one; returns when it is done.
+    virtual void DoBeside(const std::function<void()>& work);
     virtual void Beep() = 0;
     // The warning of the low-memory watch (memory_status.h), a message unless a person has a better way. It
     // must not stop the caller for long: what a run has gathered is stored after it.

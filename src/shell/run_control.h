@@ -18,6 +18,9 @@ inline constexpr const char* kRunning = "False";
 inline constexpr const char* kPauseRun = "Pause";
 inline constexpr const char* kResumeRun = "Resume";
 
+// What becomes of the work of a run that is stopped.
+enum class RunStop : unsigned char { KeepsWhatIsDone, TakesAllBack };
+
 struct RunControl {
     // "True" stop, "False" running, "Pause", "Resume"; empty while paused and before the first run.
     std::string ProcessCommand;

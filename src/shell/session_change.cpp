@@ -44,6 +44,18 @@ std::vector<Path> WrittenFolders(const Session& session) {
     return folders;
 }
 
+Failure CommitBeside(Session& session, FileChange& change) {
+    Failure fault;
+    session.person.DoBeside([&] { fault = change.Commit(); });
+    return fault;
+}
+
+Failure TakeBackBeside(Session& session, FileChange& change) {
+    Failure fault;
+    session.person.DoBeside([&] { fault = change.TakeBack(); });
+    return fault;
+}
+
 FolderRecovery RecoverFolder(const Session& session) {
     FolderRecovery recovery;
     for (const InterruptedChange& change : RecoverChanges(ChangePlaceOf(session))) {

@@ -19,6 +19,11 @@ inline constexpr std::string_view kDrawingsFolderName = "Drawings";
 // The application folder and the folders of the settings into which the program writes.
 std::vector<Path> WrittenFolders(const Session& session);
 
+// FileChange::Commit and TakeBack while the windows of a run live on: many files take as long as the disk
+// does.
+Failure CommitBeside(Session& session, FileChange& change);
+Failure TakeBackBeside(Session& session, FileChange& change);
+
 // What a killed program left behind in the application folder and in the folders of the settings: open
 // changes are taken back, unfinished files go.
 struct FolderRecovery {

@@ -73,6 +73,7 @@ void PrepareLogged(const std::vector<LoggedSplit>& log, Session& session, Workin
     const std::string selected = session.CurrentTicker;
     for (const LoggedSplit& split : log) {
         session.CurrentTicker = split.ticker;
+        session.person.PumpEvents();
         if (!IsDue(split, session.clock.Today())) continue;
         ++check.due;
         const SplitAdjustment adjustment =
@@ -165,7 +166,7 @@ SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::stri
     if (!check.error) PrepareLogged(log, session, series, change, check);
     // A log alone is kept up day by day, and is nothing to undo.
     if (check.adjusted == 0) change.KeepFor(ChangeKeeps::UntilDone);
-    if (!check.error) check.error = change.Commit();
+    if (!check.error) check.error = CommitBeside(session, change);
     if (check.error) TellNothingDone(change, check);
     check.report.SetHeadline(
         fmt::format("{} of {} splits restated, {} in the log", check.adjusted, check.due, log.size()));

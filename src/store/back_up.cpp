@@ -5,9 +5,11 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "shell/run_control.h"
 #include "shell/session_change.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
+#include "shell/status_words.h"
 
 namespace brantlow {
 
@@ -62,20 +64,26 @@ BackUpResult RunBackUpJob(const BackUpJob& job, Session& session) {
     std::vector<std::string> names;
     if (const Failure failure = ListFiles(from, names)) return Refusal(Sentence(failure));
     if (names.empty()) return Refusal("There are no files in " + from.string() + ".");
-    session.run.ProgressLastShown = 0;
+    BeginRun(session.run);
+    session.person.ShowStatusWord(kStatusCopying);
     BackUpResult result;
     FileChange change(ChangePlaceOf(session), ChangeName(job),
                       job.restores ? ChangeKeeps::ForUndo : ChangeKeeps::Nothing);
     const CopyGroups groups = job.restores ? CopyGroups::AllInOne : CopyGroups::Several;
-    result.copy = CopyFolderFiles(from, to, change, groups, [&](double fraction) {
-        session.run.ProgressFraction = fraction;
-        session.person.ShowProgress(fraction);
+    const auto proceed = [&](double share) {
+        session.run.ProgressFraction = share;
+        session.person.ShowProgress(share);
         session.person.PumpEvents();
-    });
+        return !ShouldStop(session.run, session.person);
+    };
+    const auto commit = [&](FileChange& files) { return CommitBeside(session, files); };
+    result.copy = CopyFolderFiles(from, to, change, groups, {proceed, commit});
+    session.person.ShowStatusWord(kStatusComplete);
     result.report = RunReport(std::string(job.title.substr(0, job.title.size() - 1)), "files");
     result.report.SetHeadline(
         fmt::format("{} copied to {}", Counted(result.copy.copied, "file", "files"), to.string()));
     if (result.copy.copied > 0) result.report.MarkChanged();
+    if (result.copy.stopped) result.report.Add("stopped");
     if (result.copy.failed > 0) result.report.Fail(CopySentence(result.copy, to));
     if (result.copy.failed > 0) result.refusal = CopySentence(result.copy, to);
     return result;

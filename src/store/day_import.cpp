@@ -53,7 +53,7 @@ Failure CommitDays(Session& session, std::size_t tickers, const Path& file, cons
     if (result.failed == 0) {
         if (Failure fault = run.change.Delete(file)) return fault;
     }
-    return run.change.Commit();
+    return CommitBeside(session, run.change);
 }
 
 }  // namespace
@@ -73,7 +73,7 @@ DayImport ImportEndOfDay(Session& session, const QuoteTable& table, DayStore& da
     DayRun run{change, GrowthOfRun(result.lines), {}, {}};
     StoreEntries(session, table.TickerCount(), rows, days, run, result);
     if (Failure fault = CommitDays(session, table.TickerCount(), file, result, run)) {
-        if (change.TakeBack()) fault.isHalfDone = true;
+        if (TakeBackBeside(session, change)) fault.isHalfDone = true;
         result.error = std::move(fault);
         result.stored = 0;
         result.failed = 0;

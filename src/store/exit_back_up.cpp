@@ -44,9 +44,12 @@ std::optional<FolderCopy> RunStep(const Step& step, const Path& from, const Path
         person.Say(step.noFolder);
         return std::nullopt;
     }
-    const auto progress = [&](double share) { person.ShowProgress((step.done + share) / kSteps); };
+    const auto proceed = [&](double share) {
+        person.ShowProgress((step.done + share) / kSteps);
+        return true;
+    };
     FileChange change({appPath, {}}, "Back Up", ChangeKeeps::Nothing);
-    return CopyFolderFiles(from, FolderOfSetting(appPath, folder), change, CopyGroups::Several, progress);
+    return CopyFolderFiles(from, FolderOfSetting(appPath, folder), change, CopyGroups::Several, {proceed});
 }
 
 }  // namespace

@@ -39,7 +39,8 @@ Failure PrepareCopy(const Path& from, const Path& to, FileChange& change, bool& 
 // The files of one copying on their way.
 class FolderWalk {
   public:
-    FolderWalk(FileChange& change, CopyGroups groups) : change_(change), groups_(groups) {}
+    FolderWalk(FileChange& change, CopyGroups groups, const CopyRun& run)
+        : change_(change), groups_(groups), run_(run) {}
 
     // False when nothing further is to be copied.
     bool Take(const Path& from, const Path& to) {
@@ -59,11 +60,18 @@ class FolderWalk {
 
     void Commit() {
         const std::size_t prepared = std::exchange(prepared_, 0);
-        if (const Failure fault = change_.Commit()) {
+        if (const Failure fault = run_.commit ? run_.commit(change_) : change_.Commit()) {
             CountFailed(prepared, fault);
         } else {
             copy_.copied += prepared;
         }
+    }
+
+    void Stop() {
+        copy_.stopped = true;
+        if (groups_ == CopyGroups::Several) return Commit();
+        prepared_ = 0;
+        if (const Failure stays = change_.TakeBack()) CountFailed(1, stays);
     }
 
     std::size_t Walked() const { return copy_.copied + copy_.failed + prepared_; }
@@ -83,6 +91,7 @@ class FolderWalk {
 
     FileChange& change_;
     CopyGroups groups_;
+    const CopyRun& run_;
     std::size_t prepared_ = 0;
     FolderCopy copy_;
 };
@@ -90,7 +99,7 @@ class FolderWalk {
 }  // namespace
 
 FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change, CopyGroups groups,
-                           const std::function<void(double)>& progress) {
+                           const CopyRun& run) {
     std::error_code ignored;
     // No more than the last folder: the ones above are missing when the drive is.
     std::filesystem::create_directory(to, ignored);
@@ -104,11 +113,15 @@ FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change,
         return nothing;
     }
     std::erase_if(names, [](const std::string& name) { return !IsCopied(name); });
-    FolderWalk walk(change, groups);
+    FolderWalk walk(change, groups, run);
     for (const std::string& name : names) {
         const bool goesOn = walk.Take(from / name, to / name);
-        if (progress) progress(static_cast<double>(walk.Walked()) / static_cast<double>(names.size()));
         if (!goesOn) return walk.Result();
+        const double share = static_cast<double>(walk.Walked()) / static_cast<double>(names.size());
+        if (run.proceed && !run.proceed(share)) {
+            walk.Stop();
+            return walk.Result();
+        }
     }
     walk.Commit();
     return walk.Result();

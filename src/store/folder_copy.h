@@ -12,6 +12,16 @@ struct FolderCopy {
     std::size_t copied = 0;
     std::size_t failed = 0;
     Failure error;  // the first of them, and why
+    bool stopped = false;
+};
+
+// What the copying is in the middle of.
+struct CopyRun {
+    // Takes the share of the files that is done, 0 to 1; false ends the copying: files that are copied by
+    // then stay, or none where all are one group.
+    std::function<bool(double)> proceed = nullptr;
+    // Carries the change out, instead of its own Commit.
+    std::function<Failure(FileChange&)> commit = nullptr;
 };
 
 // Whether the files come to their places in several groups, as those of a back-up, or all in one, as those of
@@ -21,9 +31,8 @@ enum class CopyGroups { Several, AllInOne };
 // Copies every regular file of `from`, hidden ones included, into `to` by `change`, each whole or not at all;
 // files of the same name there are replaced, others stay, folders, unfinished files and the access keys are
 // left out, but for kDrawingsFolderName, whose files go into one of that name. A file that cannot be read is
-// passed over. `to` is made when only its last folder is missing. `progress`, where there is one, takes the
-// share of the files that is done, 0 to 1.
+// passed over. `to` is made when only its last folder is missing.
 FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change, CopyGroups groups,
-                           const std::function<void(double)>& progress = nullptr);
+                           const CopyRun& run = {});
 
 }  // namespace brantlow

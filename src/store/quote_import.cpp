@@ -11,6 +11,7 @@
 #include "base/failure.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "shell/run_control.h"
 #include "shell/session_change.h"
 #include "shell/settings/field_lists.h"
 #include "shell/settings/lines.h"
@@ -125,6 +126,7 @@ class ImportWalk {
         FindColumnUses();
         for (std::size_t i = 1; i <= count; ++i) {
             ShowLine(i, count);
+            if (ShouldStop(session_.run, session_.person)) return Stop();
             if (i > lines.size()) {
                 CopyRow(ownRows[i - lines.size() - 1], i);
             } else if (i <= header || i > lastTaken) {
@@ -136,6 +138,11 @@ class ImportWalk {
     }
 
   private:
+    void Stop() {
+        table_ = former_;
+        result_.outcome = ImportOutcome::Stopped;
+    }
+
     void AddLoss(const std::vector<std::string>& tickers, std::string_view reason) {
         if (tickers.empty()) return;
         result_.report.Add(fmt::format("{} left the table, because {}: {}",
@@ -159,6 +166,7 @@ class ImportWalk {
         session_.run.CurrentRow = line;
         session_.run.ProgressFraction = static_cast<double>(line) / static_cast<double>(count);
         session_.person.ShowProgress(session_.run.ProgressFraction);
+        session_.person.PumpEvents();
     }
 
     // Puts a row of the table before the import at `row`; kNoRow empties it.
@@ -173,6 +181,7 @@ class ImportWalk {
         for (const FilePart& part : parts_) {
             if (part.part < pieces.size()) TakeField(*part.field, pieces[part.part], row);
         }
+        session_.CurrentTicker = rows_.Symbols[row];
         rows_.TradeDates[row] =
             ConvertTradeDate(rows_.TradeDates[row], TextOf(session_.settings, kImportDateForm));
         CalculateRow(rows_, row, RatioGuard::NotZero, session_.clock.Today());
@@ -276,6 +285,7 @@ ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, D
     run.growth = GrowthOfRun(lines.size());
     ImportWalk walk(session, table, days, run, result);
     walk.TakeLines(lines, ownRows);
+    if (result.outcome == ImportOutcome::Stopped) return ImportOutcome::Stopped;
     walk.TellLostRows(ownRows);
     if (result.rows > 0) result.report.MarkChanged();
     ColorChange(table, KindOf(session.CurrentFile), session.clock.Today(), nullptr);
@@ -285,6 +295,10 @@ ImportOutcome ReadAndTake(Session& session, QuoteTable& table, DayStore& days, D
 // The line of the report; of an import that failed nothing is left to tell of.
 void TellImport(QuoteImport& result) {
     if (result.outcome == ImportOutcome::NothingToRead) return;
+    if (result.outcome == ImportOutcome::Stopped) {
+        result.report = RunReport(result.report.What(), "rows");
+        return result.report.SetHeadline(std::string(kImportStopped));
+    }
     if (result.outcome == ImportOutcome::Failed) {
         result.report = RunReport(result.report.What(), "rows");
         result.report.Fail(FailedSentence("The import", result.error));
@@ -303,11 +317,11 @@ void CommitImport(Session& session, const QuoteTable& table, const Path* saveTo,
         result.error = PrepareQuoteTable(table, *saveTo, run.change);
     }
     if (!result.error) result.error = run.change.Delete(ImportFile(session.AppPath, session.settings));
-    if (!result.error) result.error = run.change.Commit();
+    if (!result.error) result.error = CommitBeside(session, run.change);
     if (!result.error) return;
     result.outcome = ImportOutcome::Failed;
     result.stored = 0;
-    if (run.change.TakeBack()) result.error.isHalfDone = true;
+    if (TakeBackBeside(session, run.change)) result.error.isHalfDone = true;
 }
 
 }  // namespace
@@ -337,17 +351,24 @@ QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, co
         result.outcome = ImportOutcome::Declined;
         return result;
     }
-    session.run.ProgressLastShown = 0;
+    BeginRun(session.run);
+    const std::string selected = session.CurrentTicker;
     result.report = RunReport("Import into " + session.CurrentFile, "rows");
     FileChange change(ChangePlaceOf(session), "Import " + session.CurrentFile);
     change.AlsoKeep(session.DataFile(kLastRunName));
     DayRun run{change, YearGrowth::Replaced, {}, {}};
     result.outcome = ReadAndTake(session, table, days, run, result);
     if (result.outcome == ImportOutcome::Declined) return result;
-    CommitImport(session, table, saveTo, run, result);
+    if (result.outcome == ImportOutcome::Stopped) {
+        result.rows = result.stored = 0;
+        TakeBackBeside(session, run.change);
+    } else {
+        CommitImport(session, table, saveTo, run, result);
+    }
     TellImport(result);
     result.halfLines = std::move(run.halfLines);
     session.run.CurrentRow = 0;
+    session.CurrentTicker = selected;
     session.person.ShowTickerCount(table.TickerCount());
     session.person.ShowStatusWord(kStatusComplete);
     return result;

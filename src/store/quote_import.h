@@ -25,6 +25,8 @@ inline constexpr std::string_view kImportNeedsQuoteFile =
     "will accept all data in the file you wish to import.";
 inline constexpr std::string_view kImportLimitQuestion =
     "You have exceeded 18000 Ticker Symbols. Some data will be lost. Do you wish to continue?";
+inline constexpr std::string_view kImportStopped =
+    "Stopped; table, database and import file are as they were";
 inline constexpr std::string_view kImportLimitTitle = "Quote File Exceedence!";
 
 // From this many lines on, those of the table's own tickers included, the person is asked.
@@ -36,6 +38,7 @@ enum class ImportOutcome {
     NeedsQuoteFile,
     Declined,  // the person does not want to lose the lines beyond the limit, or the program's own file that
                // would be imported: nothing was changed
+    Stopped,   // by the person: files and table are as they were
     Failed,    // a file could not be written: all files, that of the import included, are as they were
 };
 

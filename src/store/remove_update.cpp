@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "base/text.h"
+#include "shell/run_control.h"
 #include "shell/session_change.h"
+#include "shell/status_words.h"
 #include "store/history_record.h"
 #include "store/update_list.h"
 #include "store/year_files.h"
@@ -46,17 +48,21 @@ Failure PrepareRemoval(const Path& file, FileChange& change, std::size_t& remove
 }
 
 Failure RemoveFromFiles(Session& session, const std::vector<std::string>& tickers, FileChange& change,
-                        std::size_t& removed) {
+                        RemovedUpdate& result) {
     const std::string today = FormatDate(session.clock.Today());
     for (std::size_t i = 0; i < tickers.size(); ++i) {
+        session.CurrentTicker = tickers[i];
+        session.person.PumpEvents();
+        result.stopped = ShouldStop(session.run, session.person);
+        if (result.stopped) return {};
         const auto file = YearFilePath(session.settings.QuoteFolder, tickers[i], YearDigits(today));
         if (file) {
-            if (Failure fault = PrepareRemoval(*file, change, removed)) return fault;
+            if (Failure fault = PrepareRemoval(*file, change, result.removed)) return fault;
         }
         session.run.ProgressFraction = static_cast<double>(i + 1) / static_cast<double>(tickers.size());
         session.person.ShowProgress(session.run.ProgressFraction);
     }
-    return change.Commit();
+    return CommitBeside(session, change);
 }
 
 }  // namespace
@@ -68,12 +74,22 @@ RemovedUpdate RemoveLastUpdate(Session& session) {
     result.hasList = list.outcome != ReadOutcome::Missing;
     result.error = FailedTo(FailureKind::Read, UpdateListPath(quoteFolder), list.error);
     if (result.error) return result;
-    session.run.ProgressLastShown = 0;
+    BeginRun(session.run);
+    session.person.ShowStatusWord(kStatusRemoving);
+    const std::string ticker = session.CurrentTicker;
     FileChange change(ChangePlaceOf(session), std::string(kRemoveLastUpdateChange));
-    result.error = RemoveFromFiles(session, list.tickers, change, result.removed);
-    if (!result.error) return result;
-    result.removed = 0;
-    if (change.TakeBack()) result.error.isHalfDone = true;
+    result.error = RemoveFromFiles(session, list.tickers, change, result);
+    session.CurrentTicker = ticker;
+    if (result.error || result.stopped) {
+        result.removed = 0;
+        const Failure stays = TakeBackBeside(session, change);
+        if (result.error) {
+            result.error.isHalfDone = static_cast<bool>(stays);
+        } else {
+            result.error = stays;
+        }
+    }
+    session.person.ShowStatusWord(kStatusComplete);
     return result;
 }
 

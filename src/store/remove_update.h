@@ -16,12 +16,15 @@ inline constexpr std::string_view kRemoveUpdateTitle = "Remove Update?";
 inline constexpr std::string_view kNoUpdateToRemove =
     "You will need to update the quote file before you can remove the last day of data.";
 
+inline constexpr std::string_view kRemoveStopped = "Stopped; nothing was removed";
+
 // The name of the change that can be undone.
 inline constexpr std::string_view kRemoveLastUpdateChange = "Remove Last Update";
 
 struct RemovedUpdate {
     bool hasList = false;     // false: there is no update list, nothing was changed
     std::size_t removed = 0;  // records
+    bool stopped = false;     // by the person: nothing was changed
     Failure error;            // the first file that could not be read or written; nothing was changed
 };
 

@@ -64,6 +64,9 @@ TEST_F(SplitCalendarTest, SplitsOfTodayOrLaterWaitForALaterRun) {
     EXPECT_FALSE(IsRestated("ACME"));
     EXPECT_FALSE(IsRestated("BETA"));
     EXPECT_EQ(Log(), "\"ACME\",\"03/02\",2\r\n\"BETA\",\"03/09\",2\r\n");
+    // The windows live on: a look for each split of the log, and the files are written beside them.
+    EXPECT_EQ(person.pumps, 2);
+    EXPECT_EQ(person.beside, 1);
 
     clock.Set(year(2026) / 3 / 3, 0);
     EXPECT_EQ(Check("").adjusted, 1U);

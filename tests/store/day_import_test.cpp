@@ -43,6 +43,7 @@ TEST_F(DayImportTest, ShowsItsStatusWordsAndProgress) {
     EXPECT_DOUBLE_EQ(person.progress[0], 1.0 / 3);
     EXPECT_DOUBLE_EQ(person.progress[2], 1);
     EXPECT_EQ(person.pumps, 3);
+    EXPECT_EQ(person.beside, 1);
 }
 
 TEST_F(DayImportTest, EntriesCarryTheirOwnTickers) {

@@ -1,4 +1,6 @@
 // Joining tables, taking an update back, back-ups and the files that may be deleted.
+#include <gmock/gmock.h>
+
 #include <memory>
 
 #include "base/clock.h"
@@ -169,10 +171,52 @@ TEST_F(MaintenanceTest, RemoveLastUpdateTakesTheLastRecordWhateverItsDate) {
                                      "Quotes/EOD/QuoteList.ddq"}));
     EXPECT_EQ(folder.Read("Quotes/EOD/CCC.26"), Record("03/06/26", "7"));
     EXPECT_EQ(person.progress.back(), 1.0);
+    EXPECT_EQ(person.pumps, 3);
+    EXPECT_EQ(person.beside, 1);
     // The list stays, so that a second call takes a second day.
     EXPECT_EQ(RemoveLastUpdate(session).removed, 1U);
     EXPECT_EQ(folder.Read("Quotes/EOD/AAA.25"), Record("12/31/25", "10"));
     EXPECT_EQ(RemoveLastUpdate(session).removed, 0U);
+}
+
+TEST_F(MaintenanceTest, ARemovalThatIsStoppedLeavesAllAsItWas) {
+    folder.Write("Quotes/EOD/QuoteList.ddq", "2\r\n\"AAA\"\r\n\"BBB\"\r\n");
+    folder.Write("Quotes/EOD/AAA.26", Record("03/05/26", "11") + Record("03/06/26", "12"));
+    folder.Write("Quotes/EOD/BBB.26", Record("01/02/26", "5"));
+    const Lines before = folder.Files();
+    session.CurrentTicker = "SEL";
+    person.events.push_back([] {});
+    person.events.push_back([this] { session.run.ProcessCommand = kStopRun; });
+    const RemovedUpdate result = RemoveLastUpdate(session);
+    EXPECT_TRUE(result.stopped);
+    EXPECT_FALSE(result.error);
+    EXPECT_EQ(result.removed, 0U);
+    EXPECT_EQ(folder.Files(), before);
+    EXPECT_EQ(folder.Read("Quotes/EOD/AAA.26"), Record("03/05/26", "11") + Record("03/06/26", "12"));
+    EXPECT_EQ(session.CurrentTicker, "SEL");
+}
+
+TEST_F(MaintenanceTest, ABackUpThatIsStoppedKeepsWhatIsCopiedAndARestoringNothing) {
+    folder.Folder("Back Up");
+    for (const char* name : {"A.ddq", "B.ddq", "C.ddq"})
+        folder.Write(std::string("Data/") + name, std::string("own ") + name);
+    const auto stopAtOnce = [this] { session.run.ProcessCommand = kStopRun; };
+    person.events.push_back(stopAtOnce);
+    const BackUpResult backUp = Copy(BackedUp::ProgramFiles, false);
+    EXPECT_TRUE(backUp.copy.stopped);
+    EXPECT_EQ(backUp.copy.copied, 1U);
+    EXPECT_EQ(backUp.copy.failed, 0U);
+    EXPECT_THAT(backUp.report.Line(), ::testing::HasSubstr("stopped"));
+    Copy(BackedUp::ProgramFiles, false);
+    for (const char* name : {"A.ddq", "B.ddq", "C.ddq"})
+        folder.Write(std::string("Data/") + name, "since then");
+    person.events.push_back([] {});
+    person.events.push_back(stopAtOnce);
+    const BackUpResult restored = Copy(BackedUp::ProgramFiles, true);
+    EXPECT_TRUE(restored.copy.stopped);
+    EXPECT_EQ(restored.copy.copied, 0U);
+    for (const char* name : {"A.ddq", "B.ddq", "C.ddq"})
+        EXPECT_EQ(folder.Read(std::string("Data/") + name), "since then");
 }
 
 TEST_F(MaintenanceTest, AYearFileOfMoreThanAThousandRecordsIsCut) {

@@ -49,6 +49,24 @@ TEST_F(QuoteImportTest, ANewTableTakesAllThatTheFileHolds) {
     EXPECT_EQ(person.statusWords, Lines{"Complete"});
     EXPECT_EQ(person.tickerCounts, std::vector<std::size_t>{2});
     EXPECT_EQ(person.progress, (std::vector<double>{0.5, 1}));
+    EXPECT_EQ(person.pumps, 2);
+    EXPECT_EQ(person.beside, 1);
+}
+
+TEST_F(QuoteImportTest, AStoppedImportLeavesTableDatabaseAndFileAsTheyWere) {
+    table = TableOf({kHeader, "OLD\t1.000\t\t\t\t"});
+    File("AAA,10.5,3/14/2024,11,10,1500\r\nBBB,20,3/15/2024,21,19,2500\r\n");
+    const auto before = Everything();
+    const Lines rows = LinesOf(table);
+    person.events.push_back([] {});
+    person.events.push_back([this] { session.run.ProcessCommand = kStopRun; });
+    const QuoteImport result = Import();
+    EXPECT_EQ(result.outcome, ImportOutcome::Stopped);
+    EXPECT_EQ(result.rows, 0U);
+    EXPECT_EQ(result.stored, 0U);
+    EXPECT_EQ(LinesOf(table), rows);
+    EXPECT_EQ(Everything(), before);
+    EXPECT_EQ(person.statusWords, Lines{"Complete"});
 }
 
 TEST_F(QuoteImportTest, WithoutATableItSaysSoAndStops) {

@@ -36,6 +36,10 @@ class RecordingPerson final : public Person {
         events.pop_front();
         event();
     }
+    void DoBeside(const std::function<void()>& work) override {
+        ++beside;
+        work();
+    }
     void Beep() override { ++beeps; }
 
     std::vector<Message> said;
@@ -46,6 +50,7 @@ class RecordingPerson final : public Person {
     std::deque<std::function<void()>> events;
     bool answer = true;
     int pumps = 0;
+    int beside = 0;
     int beeps = 0;
 };
 

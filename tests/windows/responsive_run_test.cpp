@@ -1,36 +1,113 @@
-// The window lives during every long run: its events are looked at after each ticker. What is counted is how
-// many tickers a run works through between two turns of the event loop.
+// The window lives during every long run: its events are looked at after each ticker, file or line. What is
+// counted is how far a run gets between two turns of the event loop.
 #include <QAbstractButton>
+#include <QComboBox>
+#include <QPushButton>
+#include <QSemaphore>
 #include <QTimer>
 #include <algorithm>
 
+#include "acquire/feeds/windows/frmImportHistory.h"
 #include "catalogue_scene.h"
+#include "check/windows/frmCheckDatabase.h"
+#include "shell/run_control.h"
+#include "store/windows/frmErrorReport.h"
 
 using namespace brantlow;
 
 namespace {
 
-// Takes down at every turn of the event loop which row the run is at.
+// Rows of the table Feb.ddq.
+constexpr int kRows = 40;
+
+// Takes down at every turn of the event loop how far the run is.
 class LoopWatch {
   public:
-    explicit LoopWatch(Session& session) {
-        QObject::connect(&timer_, &QTimer::timeout, [this, &session] {
-            const std::size_t row = session.run.CurrentRow;
-            if (session.run.ProcessCommand != kRunning || row == 0) return;
-            ++turns;
-            if (row > last_) longest = std::max(longest, row - last_);
-            last_ = row;
+    explicit LoopWatch(Program& program) {
+        QObject::connect(&timer_, &QTimer::timeout, [this, &program] {
+            const RunControl& run = program.session.run;
+            if (!program.person.InRun() || run.ProcessCommand != kRunning) return;
+            if (run.CurrentRow > 0) Look(static_cast<double>(run.CurrentRow), rows);
+            if (run.ProgressFraction > 0) Look(run.ProgressFraction, shares);
         });
         timer_.start(0);
     }
 
-    std::size_t turns = 0;
-    // Rows between two turns.
-    std::size_t longest = 0;
+    struct Steps {
+        std::size_t turns = 0;
+        // Between two turns.
+        double longest = 0;
+        double last = 0;
+    };
+    Steps rows;
+    Steps shares;
 
   private:
-    std::size_t last_ = 0;
+    static void Look(double now, Steps& steps) {
+        ++steps.turns;
+        if (now > steps.last) steps.longest = std::max(steps.longest, now - steps.last);
+        steps.last = now;
+    }
+
     QTimer timer_;
+};
+
+// A frame with a table of forty tickers, all of which have a history, are in the list of the last update, in
+// the file to import and in a downloaded folder.
+class RunProgram : public SceneProgram {
+  public:
+    RunProgram() : SceneProgram("Feb.ddq") {
+        std::string list = std::to_string(kRows) + "\r\n";
+        std::string lines;
+        const Path quotes = session.AppPath / "Quotes" / "EOD";
+        for (int row = 1; row <= kRows; ++row) {
+            const std::string ticker = "T" + std::to_string(row);
+            list += "\"" + ticker + "\"\r\n";
+            lines += ticker + ",55,3/6/2026\r\n";
+            Keep(quotes / (ticker + ".26"), BytesOrEmpty(quotes / "T1.26"));
+            Keep(Loads() / (ticker + ".us.txt"),
+                 "<TICKER>,<PER>,<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,<VOL>,<OPENINT>\r\n" + ticker +
+                     ".US,D,20260306,000000,10,12,9,11,500,0\r\n");
+        }
+        Keep(quotes / "QuoteList.ddq", list);
+        Write("In.Txt", lines);
+    }
+
+    Path Loads() const { return folder / "loads"; }
+
+    // Goes on wherever a dialog asks whether to; in a turn of its own, since it can lead to the next
+    // question.
+    static void GoOn(QDialog& dialog) {
+        for (const char* words : {"Continue", "Populate", "Re-populate", "Import", "Yes", "OK"}) {
+            for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>()) {
+                if (button->isEnabled() && button->text().remove(u'&') == QString::fromLatin1(words))
+                    return QTimer::singleShot(0, button, &QAbstractButton::click);
+            }
+        }
+        dialog.reject();
+    }
+
+    // What the status bar says.
+    QString Told() const {
+        QString told = frame->statusBar()->currentMessage();
+        for (const QLabel* label : frame->statusBar()->findChildren<QLabel*>())
+            told += QLatin1Char('\n') + label->text();
+        return told;
+    }
+
+    // Runs an entry to its end.
+    void RunToTheEnd(const char* entry) {
+        DialogHand hand(GoOn);
+        Choose(entry);
+        QVERIFY(QTest::qWaitFor([this] { return !QApplication::activeModalWidget() && !person.InRun(); },
+                                kPatienceMs));
+    }
+
+  private:
+    static void Keep(const Path& file, const std::string& bytes) {
+        std::filesystem::create_directories(file.parent_path());
+        if (WriteWholeFile(file, bytes, Flush::Later)) qFatal("cannot write");
+    }
 };
 
 }  // namespace
@@ -45,23 +122,171 @@ class ResponsiveRunTest : public QObject {
         QTest::newRow("update") << QStringLiteral("mnuFileUpdateQuotes") << 15;
         QTest::newRow("selector") << QStringLiteral("mnuEvaluatePickStocks") << 1;
         QTest::newRow("fundamentals") << QStringLiteral("mnuExtendedFundamentals") << 1;
+        QTest::newRow("populate") << QStringLiteral("mnuFilePopulate") << 1;
+        QTest::newRow("import") << QStringLiteral("mnuFileImportQuotes") << 1;
     }
     void eachRunLooksAtTheEventsAfterEachTicker() {
         QFETCH(QString, entry);
         QFETCH(int, most);
-        SceneProgram program("Feb.ddq");
-        DialogHand hand([](QDialog& dialog) {
-            for (QAbstractButton* button : dialog.findChildren<QAbstractButton*>()) {
-                if (button->text().remove(u'&') == QStringLiteral("Continue")) return button->click();
-            }
-            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) return box->buttons().constFirst()->click();
-            dialog.reject();
-        });
-        LoopWatch watch(program.session);
-        program.Choose(entry.toStdString());
-        QVERIFY(QTest::qWaitFor([&] { return watch.turns > 0 && program.frame->isEnabled(); }, kPatienceMs));
-        QVERIFY2(watch.turns >= 40 / static_cast<std::size_t>(most), std::to_string(watch.turns).c_str());
-        QVERIFY2(watch.longest <= static_cast<std::size_t>(most), std::to_string(watch.longest).c_str());
+        RunProgram program;
+        LoopWatch watch(program);
+        program.RunToTheEnd(entry.toLatin1());
+        QVERIFY2(watch.rows.turns >= static_cast<std::size_t>(kRows / most),
+                 std::to_string(watch.rows.turns).c_str());
+        QVERIFY2(watch.rows.longest <= most, std::to_string(watch.rows.longest).c_str());
+    }
+
+    // Of runs that no row of the table is in work of: the share of a ticker or file.
+    void eachRunWithoutRowsLooksAtTheEventsAfterEachFile_data() {
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<int>("files");
+        QTest::newRow("remove last update") << QStringLiteral("mnuEditRemoveLastUpdate") << kRows;
+        // The histories and the list of the update.
+        QTest::newRow("back-up") << QStringLiteral("mnuEditBackUpQuoteDatabase") << kRows + 1;
+    }
+    void eachRunWithoutRowsLooksAtTheEventsAfterEachFile() {
+        QFETCH(QString, entry);
+        QFETCH(int, files);
+        RunProgram program;
+        LoopWatch watch(program);
+        program.RunToTheEnd(entry.toLatin1());
+        Judge(watch, files);
+    }
+
+    void aRestoringLooksAtTheEventsAfterEachFile() {
+        RunProgram program;
+        program.RunToTheEnd("mnuEditBackUpQuoteDatabase");
+        LoopWatch watch(program);
+        program.RunToTheEnd("mnuEditRestoreQuoteDatabase");
+        // One more lay in the back-up before.
+        Judge(watch, kRows + 2);
+    }
+
+    void anImportOfHistoriesLooksAtTheEventsAfterEachFile() {
+        RunProgram program;
+        LoopWatch watch(program);
+        program.Choose("mnuFileImportHistory");
+        auto* const window = program.frame->findChild<frmImportHistory*>();
+        window->SetFrom(ShownPath(program.Loads()));
+        DialogHand hand(RunProgram::GoOn);
+        window->findChild<QPushButton*>(QStringLiteral("cmdImport"))->click();
+        QVERIFY(QTest::qWaitFor([&] { return !program.person.InRun(); }, kPatienceMs));
+        Judge(watch, kRows);
+    }
+
+    void aRunOverReportedTickersLooksAtTheEventsAfterEach() {
+        RunProgram program;
+        {
+            DialogHand hand(RunProgram::GoOn);
+            program.Choose("mnuEvaluatePickStocks");
+            QVERIFY(QTest::qWaitFor(
+                [&] { return program.frame->findChild<frmErrorReport*>() && !program.person.InRun(); },
+                kPatienceMs));
+        }
+        LoopWatch watch(program);
+        DialogHand hand(RunProgram::GoOn);
+        auto* const report = program.frame->findChild<frmErrorReport*>();
+        report->findChild<QPushButton*>(QStringLiteral("Command3"))->click();
+        QVERIFY(QTest::qWaitFor([&] { return !program.person.InRun(); }, kPatienceMs));
+        Judge(watch, kRows);
+    }
+
+    // Its tickers are shared between threads while the loop turns.
+    void aCheckAndAStudyLookAtTheEvents() {
+        RunProgram program;
+        for (const char* entry : {"mnuEditCheckDatabase", "mnuEvaluateStudy"}) {
+            std::size_t turns = 0;
+            QTimer watch;
+            QObject::connect(&watch, &QTimer::timeout, [&] {
+                if (program.person.InRun()) ++turns;
+            });
+            watch.start(0);
+            program.Choose(entry);
+            QVERIFY(QTest::qWaitFor([&] { return turns > 0 && !program.person.InRun(); }, kPatienceMs));
+        }
+    }
+
+    // A split by hand and an undoing are one piece each: the frame is off, and the work beside it.
+    void aSplitAndItsUndoingAreDoneBesideTheWindows() {
+        RunProgram program;
+        const Path file = program.session.AppPath / "Quotes" / "EOD" / "T1.26";
+        const std::string before = BytesOrEmpty(file);
+        const auto offOf = [&](const std::function<void()>& act) {
+            Disablings watch(*program.frame);
+            act();
+            return watch.count;
+        };
+        QCOMPARE(offOf([&] { program.RunToTheEnd("mnuEditRemoveLastUpdate"); }), 1);
+        QVERIFY(BytesOrEmpty(file) != before);
+        QCOMPARE(offOf([&] { program.Choose("mnuEditUndo"); }), 1);
+        QCOMPARE(BytesOrEmpty(file), before);
+        QVERIFY(program.frame->isEnabled());
+    }
+
+    // The work waits for a turn of the event loop: without one the test would hang.
+    void workBesideTheWindowsHoldsUpNoEvent() {
+        RunProgram program;
+        QSemaphore turned;
+        QTimer::singleShot(0, [&] { turned.release(); });
+        bool waited = false;
+        program.person.BeginWork();
+        program.person.DoBeside([&] { waited = turned.tryAcquire(1, kPatienceMs); });
+        program.person.EndRun();
+        QVERIFY(waited);
+        // Without a run nothing else may begin meanwhile.
+        QTimer::singleShot(0, [&] { turned.release(); });
+        program.person.DoBeside([&] { waited = turned.tryAcquire(1, 0); });
+        QVERIFY(!waited);
+    }
+
+    void whatWorkBesideTheWindowsThrowsComesBack() {
+        RunProgram program;
+        program.person.BeginWork();
+        QVERIFY_THROWS_EXCEPTION(std::bad_alloc, program.person.DoBeside([] { throw std::bad_alloc(); }));
+        program.person.EndRun();
+    }
+
+    void aStoppedRemovalAndAStoppedImportLeaveAllAsItWas() {
+        const std::pair<const char*, const char*> rows[] = {
+            {"mnuEditRemoveLastUpdate", "Stopped; nothing was removed"},
+            {"mnuFileImportQuotes", "Stopped; table, database and import file are as they were"}};
+        for (const auto& [entry, told] : rows) {
+            RunProgram program;
+            const Path file = program.session.AppPath / "Quotes" / "EOD" / "T1.26";
+            const std::string before = BytesOrEmpty(file);
+            const std::string table = program.frame->QuoteForm()->Table().Text(1, 1);
+            QTimer stop;
+            QObject::connect(&stop, &QTimer::timeout, [&] {
+                if (program.session.run.ProgressFraction > 0.5) program.session.run.ProcessCommand = kStopRun;
+            });
+            stop.start(0);
+            program.RunToTheEnd(entry);
+            QCOMPARE(BytesOrEmpty(file), before);
+            QVERIFY(IsRegularFile(program.session.DataFile("In.Txt")));
+            QCOMPARE(program.frame->QuoteForm()->Table().Text(1, 1), table);
+            QVERIFY2(program.Told().contains(QString::fromLatin1(told)), qPrintable(program.Told()));
+        }
+    }
+
+  private:
+    // How often a window is turned off.
+    class Disablings : public QObject {
+      public:
+        explicit Disablings(QWidget& window) { window.installEventFilter(this); }
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            const bool isOff = !static_cast<QWidget*>(watched)->isEnabled();
+            if (event->type() == QEvent::EnabledChange && isOff) ++count;
+            return QObject::eventFilter(watched, event);
+        }
+        int count = 0;
+    };
+
+    static void Judge(const LoopWatch& watch, int files) {
+        // Files are not all of one length; two of them at once would be twice as much.
+        constexpr double kLargest = 1.1;
+        QVERIFY2(watch.shares.turns >= static_cast<std::size_t>(files) - 1,
+                 std::to_string(watch.shares.turns).c_str());
+        QVERIFY2(watch.shares.longest <= kLargest / files, std::to_string(watch.shares.longest).c_str());
     }
 };
 

@@ -328,11 +328,11 @@ class PopulateWalk {
 
 // Puts the histories of a run in place. Where nothing came nothing is changed, and neither where a file
 // cannot be written.
-void CommitRun(FileChange& change, PopulateRun& run) {
+void CommitRun(Session& session, FileChange& change, PopulateRun& run) {
     if (!run.error && run.report.Extent() == RunExtent::Nothing) run.error = change.TakeBack();
-    if (!run.error) run.error = change.Commit();
+    if (!run.error) run.error = CommitBeside(session, change);
     if (!run.error) return;
-    if (change.TakeBack()) run.error.isHalfDone = true;
+    if (TakeBackBeside(session, change)) run.error.isHalfDone = true;
     run.stored = 0;
     run.report = RunReport(run.report.What(), "histories");
     run.report.Fail(FailedSentence(run.report.What(), run.error));
@@ -427,7 +427,7 @@ PopulateRun PopulateDatabase(Session& session, Web& web, const Hosts& hosts, con
     if (!run.error && years == Years::Stored) {
         run.error = PrepareSettingsFile(SettingsFile::Data, session.AppPath, session.settings, change);
     }
-    CommitRun(change, run);
+    CommitRun(session, change, run);
     return run;
 }
 
@@ -441,7 +441,7 @@ PopulateRun RepopulateReported(Session& session, Web& web, const Hosts& hosts) {
     FileChange change(ChangePlaceOf(session), "Populate " + std::string(kErrorReportName));
     change.AlsoKeep(session.DataFile(kLastRunName));
     PopulateRun run = Repopulate(session, patient, hosts, report->tickers, change);
-    CommitRun(change, run);
+    CommitRun(session, change, run);
     return run;
 }
 

@@ -286,7 +286,7 @@ class Import {
         change_.AlsoKeep(session_.DataFile(kLastRunName));
         session_.person.ShowStatusWord(kStatusSaving);
         if (Failure fault = bases_.Save(session_.DataFolder(), change_)) return Fail(std::move(fault));
-        if (Failure fault = change_.Commit()) return Fail(std::move(fault));
+        if (Failure fault = CommitBeside(session_, change_)) return Fail(std::move(fault));
     }
 
     void AddNotes() {

@@ -220,7 +220,7 @@ LiveReport PopulateFromSource(SourceWorld& world, const SourceDefinition& source
     change.AlsoKeep(world.session.DataFile(kLastRunName));
     LiveReport report = PreparePopulate(world, source, tickers, with, change);
     if (report.fault) return report;
-    if (const Failure fault = change.Commit()) FailWholly(fault, report);
+    if (const Failure fault = CommitBeside(world.session, change)) FailWholly(fault, report);
     return report;
 }
 

@@ -140,7 +140,7 @@ Failure CommitSplits(Session& session, const TickerBases& bases, const std::vect
     }
     if (const Failure fault = change.Write(file, log)) return fault;
     if (const Failure fault = bases.Save(session.DataFolder(), change)) return fault;
-    return change.Commit();
+    return CommitBeside(session, change);
 }
 
 LiveSplitCheck CheckLiveSplits(SourceWorld& world, const SourceDefinition& source,

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "shell/frame/windows/window_person.h"
-#include "shell/run_control.h"
 #include "store/windows/frmQuoteGrid.h"
 
 namespace brantlow {
@@ -14,9 +13,10 @@ FrameRuns::FrameRuns(QWidget& window, Session& session, WindowPerson& person,
                      std::function<void()> applyRules)
     : window_(window), session_(session), person_(person), applyRules_(std::move(applyRules)) {}
 
-void FrameRuns::Begin(frmQuoteGrid& table) {
+void FrameRuns::Begin(frmQuoteGrid& table, RunStop stop) {
     ticker_ = session_.CurrentTicker;
-    person_.BeginRun([this, &table] { table.ShowRowInWork(session_.run.CurrentRow, session_.run.TopRow); });
+    person_.BeginRun([this, &table] { table.ShowRowInWork(session_.run.CurrentRow, session_.run.TopRow); },
+                     stop);
     applyRules_();
 }
 
@@ -25,9 +25,9 @@ void FrameRuns::BeginFilling(frmQuoteGrid& table) {
     Begin(table);
 }
 
-void FrameRuns::BeginWithoutTable() {
-    ticker_ = session_.CurrentTicker;
-    person_.BeginRun([] {});
+void FrameRuns::BeginWithoutTable(RunStop stop) {
+    ticker_ = std::exchange(session_.CurrentTicker, {});
+    person_.BeginRun([] {}, stop);
     applyRules_();
 }
 

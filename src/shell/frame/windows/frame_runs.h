@@ -7,6 +7,7 @@
 #include <string>
 
 #include "shell/memory_status.h"
+#include "shell/run_control.h"
 #include "shell/session.h"
 
 class QWidget;
@@ -22,11 +23,11 @@ class FrameRuns final {
     FrameRuns(QWidget& window, Session& session, WindowPerson& person, std::function<void()> applyRules);
 
     // A run on the open table: the row in work stays in sight.
-    void Begin(frmQuoteGrid& table);
+    void Begin(frmQuoteGrid& table, RunStop stop = RunStop::KeepsWhatIsDone);
     // The same for a run that fills the table: closing the table ends it.
     void BeginFilling(frmQuoteGrid& table);
-    // A run on no table.
-    void BeginWithoutTable();
+    // A run on no table, and on no ticker yet.
+    void BeginWithoutTable(RunStop stop = RunStop::KeepsWhatIsDone);
     // Ends either, and work as WindowPerson has it. False when the frame was closed meanwhile and goes now.
     bool End();
     bool EndOn(frmQuoteGrid& table);

@@ -19,11 +19,24 @@ constexpr int kSmallestButtonWidth = 96;
 constexpr int kCornerDistance = 36;
 constexpr int kStateLetters = 46;
 
+struct StopWords {
+    std::string_view toolTip;
+    std::string_view question;
+};
+const StopWords& StopOf(RunStop stop) {
+    static constexpr StopWords kKeeps = {"Stop after the ticker in work; what is done stays",
+                                         "End the run after the ticker in work? What is done stays."};
+    static constexpr StopWords kTakesBack = {"Stop; everything is as it was before",
+                                             "End the run? Everything is as it was before."};
+    return stop == RunStop::KeepsWhatIsDone ? kKeeps : kTakesBack;
+}
+
 }  // namespace
 
-frmEnable::frmEnable(RunControl& run, QWidget* frame)
+frmEnable::frmEnable(RunControl& run, RunStop stop, QWidget* frame)
     : QDialog(frame, Qt::Dialog | Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint),
       run_(run),
+      stop_(stop),
       mainFrame_(frame),
       state_(new QLabel) {
     setObjectName(QStringLiteral("frmEnable"));
@@ -38,8 +51,8 @@ frmEnable::frmEnable(RunControl& run, QWidget* frame)
     state_->setMinimumHeight(fontMetrics().lineSpacing() * 2);
     layout->addWidget(state_);
     auto* row = new QHBoxLayout;
-    auto* exit = AddButton(*row, QStringLiteral("Command1"), QStringLiteral("Exit"),
-                           QStringLiteral("Stop after the ticker in work; what is done stays"));
+    auto* exit =
+        AddButton(*row, QStringLiteral("Command1"), QStringLiteral("Exit"), Shown(StopOf(stop).toolTip));
     pause_ = AddButton(*row, QStringLiteral("Command2"), QStringLiteral("Pause"),
                        QStringLiteral("Stand still after the ticker in work"));
     resume_ = AddButton(*row, QStringLiteral("Command3"), QStringLiteral("Resume"),
@@ -101,7 +114,7 @@ void frmEnable::AskExit() {
     question_ = question;
     question->setAttribute(Qt::WA_DeleteOnClose);
     question->setWindowTitle(windowTitle());
-    question->setText(QStringLiteral("End the run after the ticker in work? What is done stays."));
+    question->setText(Shown(StopOf(stop_).question));
     const QAbstractButton* const exit = question->addButton(QStringLiteral("&Exit"), QMessageBox::AcceptRole);
     question->setDefaultButton(question->addButton(QStringLiteral("&Go On"), QMessageBox::RejectRole));
     connect(exit, &QAbstractButton::clicked, this, &frmEnable::Exit);

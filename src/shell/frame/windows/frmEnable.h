@@ -18,7 +18,7 @@ class frmEnable final : public QDialog {
     Q_OBJECT
   public:
     // `run` outlives the window; `frame` is enabled again by Exit.
-    frmEnable(RunControl& run, QWidget* frame);
+    frmEnable(RunControl& run, RunStop stop, QWidget* frame);
 
     // Tells whether the run stands still, which decides the buttons that make sense.
     void ShowPaused(bool paused);
@@ -37,6 +37,7 @@ class frmEnable final : public QDialog {
     void Resume();
 
     RunControl& run_;
+    RunStop stop_;
     QWidget* mainFrame_;
     QLabel* state_;
     QPushButton* pause_;

@@ -187,11 +187,15 @@ void RunCommands::AdjustSplit() {
 // A series of its own, so that an open chart keeps the one that it draws. A factor that does not show in the
 // prices changes nothing, without a word.
 void RunCommands::RestateHistory(const std::string& ticker, double SplitFactor) {
+    if (frame_.person.InRun()) return;
     frame_.person.ShowStatusWord(kStatusUpdating);
     const auto series = std::make_unique<WorkingSeries>();
     const HistorySource source{frame_.session.settings.QuoteFolder, frame_.session.clock};
-    const SplitAdjustment adjustment =
-        AdjustForSplit(source, ChangePlaceOf(frame_.session), ticker, SplitFactor, *series);
+    SplitAdjustment adjustment;
+    const ChangePlace place = ChangePlaceOf(frame_.session);
+    frame_.person.BeginWork();
+    frame_.person.DoBeside([&] { adjustment = AdjustForSplit(source, place, ticker, SplitFactor, *series); });
+    frame_.runs.End();
     frame_.person.ShowStatusWord(kStatusComplete);
     if (adjustment.error) {
         frame_.person.Say(ChangeSentence("Split of " + ticker, adjustment.error));

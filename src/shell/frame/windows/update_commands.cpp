@@ -154,9 +154,15 @@ void UpdateCommands::ImportQuoteFile() {
         frame_.person.Say(kImportNeedsQuoteFile);
         return;
     }
+    if (frame_.person.InRun()) return;
+    frame_.runs.Begin(*form, RunStop::TakesAllBack);
+    BeginRun(frame_.session.run);
     const QuoteImport import = ImportQuotes(frame_.session, form->Table(), days_, nullptr);
     form->TableChanged();
+    const bool stays = frame_.runs.EndOn(*form);
+    frame_.person.HideProgress();
     frame_.tell(import.report);
+    if (!stays) return;
     if (import.outcome == ImportOutcome::Failed) {
         const std::string file = ImportFile(frame_.session.AppPath, frame_.session.settings).string();
         frame_.person.Say(ChangeSentence("The import of " + file, import.error));

@@ -51,9 +51,13 @@ void UpkeepCommands::RunBackUp(BackedUp what, bool restores) {
     const bool goesOn = restores ? frame_.person.AskBeforeDestroying(job.question, job.title)
                                  : frame_.person.Ask(job.question, job.title);
     if (!goesOn) return;
+    if (frame_.person.InRun()) return;
     const FileStamp openTable = StampOf(OpenTableFile());
+    frame_.runs.BeginWithoutTable(restores ? RunStop::TakesAllBack : RunStop::KeepsWhatIsDone);
     const BackUpResult result = RunBackUpJob(job, frame_.session);
+    const bool stays = frame_.runs.End();
     frame_.person.HideProgress();
+    if (!stays) return frame_.tell(result.report);
     if (!result.refusal.empty()) return frame_.person.Say(result.refusal);
     if (restores && what == BackedUp::ProgramFiles) TakeRestoredFiles(openTable);
     frame_.notice(std::to_string(result.copy.copied) +
@@ -92,12 +96,17 @@ void UpkeepCommands::RestoreQuoteDatabase() {
 
 void UpkeepCommands::RemoveUpdate() {
     if (!frame_.person.AskBeforeDestroying(kRemoveUpdateQuestion, kRemoveUpdateTitle)) return;
+    if (frame_.person.InRun()) return;
+    frame_.runs.BeginWithoutTable(RunStop::TakesAllBack);
     const RemovedUpdate result = RemoveLastUpdate(frame_.session);
+    const bool stays = frame_.runs.End();
     frame_.person.HideProgress();
+    if (!stays) return;
     if (!result.hasList) return frame_.person.Say(kNoUpdateToRemove);
     if (result.error) {
         return frame_.person.Say(ChangeSentence(kRemoveLastUpdateChange, result.error));
     }
+    if (result.stopped) return frame_.notice(std::string(kRemoveStopped));
     frame_.notice(std::to_string(result.removed) +
                   (result.removed == 1 ? " record removed" : " records removed"));
 }
@@ -134,13 +143,25 @@ void UpkeepCommands::Undo() {
         frame_.restoreRow();
         return frame_.notice("Undone: Delete " + ticker);
     }
-    const UndoResult result = UndoChange(ChangePlaceOf(frame_.session), {});
+    if (frame_.person.InRun()) return;
+    const UndoResult result = UndoNewest();
     if (result.change.number == 0) return frame_.notice(std::string(kNothingToUndo));
     if (result.fault) {
         return frame_.person.Say(ChangeSentence(NameOfUndoing(result.change.what), result.fault));
     }
     ShowUndone(result.files);
     frame_.notice("Undone: " + result.change.what);
+}
+
+// It cannot be stopped, and has no rows.
+UndoResult UpkeepCommands::UndoNewest() {
+    UndoResult result;
+    frame_.person.ShowStatusWord(kStatusUndoing);
+    frame_.person.BeginWork();
+    frame_.person.DoBeside([&] { result = UndoChange(ChangePlaceOf(frame_.session), {}); });
+    frame_.runs.End();
+    frame_.person.ShowStatusWord(kStatusComplete);
+    return result;
 }
 
 // The window shows what the files say now.

@@ -11,6 +11,7 @@ enum class CheckMode;
 struct CheckReport;
 struct Finding;
 struct FileStamp;
+struct UndoResult;
 
 class UpkeepCommands final {
   public:
@@ -27,6 +28,7 @@ class UpkeepCommands final {
 
   private:
     void Undo();
+    UndoResult UndoNewest();
     void ShowUndone(const std::vector<Path>& files);
     void BackUpProgramFiles();
     void BackUpQuoteDatabase();

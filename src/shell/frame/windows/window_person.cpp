@@ -2,11 +2,14 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QEventLoop>
 #include <QIcon>
 #include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <exception>
+#include <thread>
 
 #include "base/windows/display_text.h"
 #include "shell/file_kind.h"
@@ -66,7 +69,8 @@ bool WindowPerson::Paused() const {
     return inRun_ && session_ && session_->run.ProcessCommand.empty();
 }
 
-void WindowPerson::BeginRun(std::function<void()> showRow) {
+void WindowPerson::BeginRun(std::function<void()> showRow, RunStop stop) {
+    stop_ = stop;
     showRow_ = std::move(showRow);
     inRun_ = session_ != nullptr;
     wasPaused_ = false;
@@ -197,7 +201,7 @@ void WindowPerson::ShowRunSoFar() {
 }
 
 frmEnable& WindowPerson::EnableWindow() {
-    if (!enable_) enable_ = std::make_unique<frmEnable>(session_->run, frame_.window);
+    if (!enable_) enable_ = std::make_unique<frmEnable>(session_->run, stop_, frame_.window);
     return *enable_;
 }
 
@@ -206,10 +210,12 @@ frmEnable& WindowPerson::EnableWindow() {
 void WindowPerson::KeepRunWindows() {
     if (session_->run.ProcessCommand == kStopRun) return;
     frmEnable& buttons = EnableWindow();
-    buttons.ShowOutlook(
-        RunOutlook({wordToShow_.toStdString(), session_->CurrentTicker, session_->run.ProgressFraction,
-                    static_cast<double>(sinceBegun_.elapsed()) / kMillisecondsASecond}),
-        session_->CurrentTicker);
+    // Some runs have no word of their own.
+    const std::string word = wordToShow_.toStdString();
+    buttons.ShowOutlook(RunOutlook({word == kStatusComplete ? std::string() : word, session_->CurrentTicker,
+                                    session_->run.ProgressFraction,
+                                    static_cast<double>(sinceBegun_.elapsed()) / kMillisecondsASecond}),
+                        session_->CurrentTicker);
     buttons.show();
     buttons.setEnabled(true);
     if (Paused() == wasPaused_) return;
@@ -228,6 +234,30 @@ void WindowPerson::PumpEvents() {
     }
     QCoreApplication::processEvents(Paused() ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
                                              : QEventLoop::AllEvents);
+}
+
+void WindowPerson::DoBeside(const std::function<void()>& work) {
+    if (!InRun()) return work();
+    if (inRun_) {
+        KeepRunWindows();
+        ShowRunSoFar();
+    }
+    std::exception_ptr thrown;
+    QObject windows;
+    bool isDone = false;
+    std::thread worker([&] {
+        try {
+            work();
+        } catch (...) {
+            thrown = std::current_exception();
+        }
+        QMetaObject::invokeMethod(
+            &windows, [&isDone] { isDone = true; }, Qt::QueuedConnection);
+    });
+    // No loop of its own: that would delete what waits for the end of the click that led here.
+    while (!isDone) QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    worker.join();
+    if (thrown) std::rethrow_exception(thrown);
 }
 
 void WindowPerson::Beep() {

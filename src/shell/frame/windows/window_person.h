@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "shell/person.h"
+#include "shell/run_control.h"
 #include "shell/session.h"
 
 class QLabel;
@@ -46,7 +47,7 @@ class WindowPerson final : public Person {
     void Detach();
 
     // From here to EndRun a run works; `showRow` brings the window up to the row in work.
-    void BeginRun(std::function<void()> showRow);
+    void BeginRun(std::function<void()> showRow, RunStop stop);
     // The same for work that has no rows and no buttons, such as a single download: the frame is disabled and
     // the progress bar tells that something goes on.
     void BeginWork();
@@ -72,6 +73,8 @@ class WindowPerson final : public Person {
     void ShowTickerCount(std::size_t count) override;
     void ShowProgress(double fraction) override;
     void PumpEvents() override;
+    // On a thread in a run; without one a window could begin what the work must not meet.
+    void DoBeside(const std::function<void()>& work) override;
     void Beep() override;
     // In a window of its own that the run does not wait for.
     void WarnLowMemory() override;
@@ -95,6 +98,7 @@ class WindowPerson final : public Person {
     QString wordToShow_;
     std::function<void()> showRow_;
     bool inRun_ = false;
+    RunStop stop_{};
     // What was said while nobody was there; nothing while somebody is.
     std::optional<std::vector<std::string>> unheard_;
     bool inWork_ = false;

@@ -122,8 +122,7 @@ TEST_F(SourceTest, NoCopyOfTheDataHoldsTheKeys) {
     Write("Data/Keys.ini", "massive=from-file\n");
     Write("Data/Mine.ddq", "Ticker Symbol\r\n");
     FileChange change(ChangePlaceOf(session), "copy");
-    EXPECT_EQ(CopyFolderFiles(folder / "Data", folder / "Copy", change, CopyGroups::AllInOne, nullptr).failed,
-              0u);
+    EXPECT_EQ(CopyFolderFiles(folder / "Data", folder / "Copy", change, CopyGroups::AllInOne).failed, 0u);
     EXPECT_TRUE(Exists("Copy/Mine.ddq"));
     EXPECT_FALSE(Exists("Copy/Keys.ini"));
 }
