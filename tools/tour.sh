@@ -86,6 +86,21 @@ choose() {
   for ((i = 0; i < $2; i++)); do keys Down; done
   keys Return
 }
+# Runs an entry of the menu by its words, from the palette of commands.
+command_named() {
+  keys ctrl+shift+p
+  sleep 0.7
+  xdotool type --delay 25 "$1"
+  sleep 0.5
+  keys Return
+}
+# Shows a window that an entry opens, and closes it.
+window_of() {
+  command_named "$2"
+  picture "$1" "${3:-1.5}"
+  keys Escape
+  sleep 0.3
+}
 # Waits until the text of a status file of the application folder, or its absence, is as told.
 wait_for() {
   local tries
@@ -146,13 +161,38 @@ xdotool key --repeat 55 --delay 15 Left
 keys Return
 picture drawn 1
 keys Escape
-# The button stands at the right end of the chart's upper row.
-scale=${QT_SCALE_FACTOR:-1}
-xdotool mousemove --window "$(xdotool getactivewindow)" $((747 * scale)) $((102 * scale)) click 1
-picture back-test 1
+# From the list of price series on to the button behind the other lists and Draw.
+keys alt+p Tab Tab Tab Tab space
+picture back-test 1.5
 keys Escape
+command_named "Distinct Colours"
+picture chart-distinct 1.5
+command_named "Colours of the Desktop"
+command_named "Fit Chart to Window"
+picture chart-own-size 1.5
+command_named "Fit Chart to Window"
+keys Escape
+keys Right Right Right ctrl+Return
+picture explained 2
 keys ctrl+w
-picture chart-closed 1
+picture table-closed 1
+keys alt+2
+picture table-again 1.5
+keys ctrl+F9
+picture study 5
+keys ctrl+w
+for station_of in 'palette:' 'new-list:New List of My Own' 'new-market:New from a Market' \
+  'import-history:Import History' 'sources:Quote Sources' 'alarm-mail:Alarm Mail' 'fired-alarms:Fired Alarms' \
+  'check:Check Database' 'delete-files:Delete File' 'split:Split Adjustment' 'keys:Keys' 'about:About' \
+  'terms:Terms, Conditions'; do
+  if [[ ${station_of#*:} == '' ]]; then
+    keys ctrl+shift+p
+    picture palette 1
+    keys Escape
+    continue
+  fi
+  window_of "${station_of%%:*}" "${station_of#*:}"
+done
 keys alt+e
 picture edit-menu 1
 keys Escape Escape

@@ -24,6 +24,9 @@ constexpr std::array kFlagKeys = {
 };
 
 constexpr std::string_view kPaletteKey = "Palette";
+// In the order of ChartColours.
+constexpr std::array<std::string_view, kChartColours> kColourNames = {"Standard", "Distinct", "Dark",
+                                                                      "Desktop"};
 
 // What the price panel has is what these leave.
 struct ShareKey {
@@ -37,10 +40,9 @@ constexpr std::array kShareKeys = {
 
 ChartColours LoadColours(const Path& storeFile) {
     const std::string kept = GetSetting(storeFile, kSection, kPaletteKey, "");
-    for (std::size_t i = 0; i < kChartPalettes.size(); ++i) {
-        if (kChartPalettes[i].name == kept) return static_cast<ChartColours>(i);
-    }
-    return ChartColours::Standard;
+    const auto found = std::find(kColourNames.begin(), kColourNames.end(), kept);
+    return found == kColourNames.end() ? ChartOptions().colours
+                                       : static_cast<ChartColours>(found - kColourNames.begin());
 }
 
 double& ShareOf(PanelShares& shares, Panel panel) {
@@ -72,7 +74,7 @@ struct KeyText {
 std::vector<KeyText> TextsOf(const ChartOptions& options) {
     std::vector<KeyText> texts;
     for (const FlagKey& key : kFlagKeys) texts.push_back({key.name, options.*key.field ? "1" : "0"});
-    texts.push_back({kPaletteKey, std::string(PaletteOf(options.colours).name)});
+    texts.push_back({kPaletteKey, std::string(kColourNames[static_cast<std::size_t>(options.colours)])});
     for (const ShareKey& key : kShareKeys) {
         texts.push_back({key.name, ShortestNumber(options.shares[static_cast<std::size_t>(key.panel)])});
     }

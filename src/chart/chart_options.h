@@ -36,8 +36,13 @@ struct ChartOptions {
     bool grid = false;
     // The lines of series are two pixels wide.
     bool wideLines = false;
-    ChartColours colours = ChartColours::Standard;
+    ChartColours colours = ChartColours::Desktop;
     PanelShares shares = DefaultShares();
+    // As the desktop is now; not kept.
+    bool isDarkDesktop = false;
+
+    // A chart in its own size does not follow the desktop.
+    const ChartPalette& Palette() const { return PaletteOf(colours, fitToWindow && isDarkDesktop); }
 
     bool operator==(const ChartOptions&) const = default;
 };

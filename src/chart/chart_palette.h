@@ -14,13 +14,14 @@
 
 namespace brantlow {
 
-enum class ChartColours : unsigned char { Standard, Distinct, Dark };
+// Desktop is Standard on a light desktop and Dark on a dark one.
+enum class ChartColours : unsigned char { Standard, Distinct, Dark, Desktop };
+inline constexpr std::size_t kChartColours = 4;
 
 // Series that a price panel can have beside its first entry.
 inline constexpr std::size_t kSeriesSlots = kSlotControls.size() - 1;
 
 struct ChartPalette {
-    // As it is kept and as the menu names it.
     std::string_view name;
     // Series, bars and marks in the colours of the lists. The fields below `hand` mean nothing then.
     bool ownColours;
@@ -80,7 +81,9 @@ inline constexpr std::array<ChartPalette, 3> kChartPalettes = {{
      {{{255, 140, 80}, {255, 200, 0}, {80, 140, 170}, {140, 140, 110}, {225, 110, 255}, {170, 255, 170}}}},
 }};
 
-constexpr const ChartPalette& PaletteOf(ChartColours colours) {
+constexpr const ChartPalette& PaletteOf(ChartColours colours, bool isDarkDesktop = false) {
+    if (colours == ChartColours::Desktop)
+        colours = isDarkDesktop ? ChartColours::Dark : ChartColours::Standard;
     return kChartPalettes[static_cast<std::size_t>(colours)];
 }
 

@@ -13,7 +13,7 @@ constexpr std::array kAllPanels = {Panel::Price, Panel::Study, Panel::Volume};
 }  // namespace
 
 ChartScene::ChartScene(const ChartContext& context, const ChartOptions& options)
-    : options_(options), zoom_(context), colours_(PaletteOf(options.colours), context.chart) {}
+    : options_(options), zoom_(context), colours_(options.Palette(), context.chart) {}
 
 void ChartScene::Update(const AxisRoom& room) {
     // A chart in its own size is always whole.

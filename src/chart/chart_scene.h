@@ -43,7 +43,7 @@ class ChartScene {
     const ChartSession& Chart() const { return Shown().chart; }
     const Analysis& Data() const { return Shown().analysis; }
     const ChartOptions& Options() const { return options_; }
-    const ChartPalette& Palette() const { return PaletteOf(options_.colours); }
+    const ChartPalette& Palette() const { return options_.Palette(); }
     const ColourMap& Colours() const { return colours_; }
     const ChartView& View() const { return zoom_.View(); }
     // The chart's own window, all of it.

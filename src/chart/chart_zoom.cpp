@@ -117,8 +117,35 @@ void ChartZoom::PaintedAgain() {
 }
 
 void ChartZoom::Reloaded() {
-    historyIsRead_ = false;
+    ForgetHistory();
     Show(span_);
+}
+
+void ChartZoom::ForgetHistory() {
+    history_.reset();
+    ahead_ = {};
+}
+
+ChartZoom::Reading ChartZoom::NextReading() const {
+    const HistorySource source = HistoryOf(own_.session);
+    return {source.QuoteFolder, source.clock,
+            own_.chart.LastDay ? std::optional<Date>(*own_.chart.LastDay) : source.lastDay,
+            own_.chart.SelectorTicker, IntervalOf(own_.chart.ChartTimeFrame)};
+}
+
+std::unique_ptr<ChartZoom::History> ChartZoom::Reading::Read() const {
+    auto history = std::make_unique<History>();
+    const HistorySource source{quoteFolder, clock, lastDay};
+    history->failure = LoadWholeHistory(source, ticker, interval, history->series);
+    return history;
+}
+
+void ChartZoom::ReadAhead() {
+    if (history_ || ahead_.valid()) return;
+    // Room for the stretch as well: it is large enough to be felt in a step.
+    ahead_ = std::async(std::launch::async, [reading = NextReading()] {
+        return Ahead{reading.Read(), std::make_unique<Wide>()};
+    });
 }
 
 double ChartZoom::BarOf(const Date& day) {
@@ -127,8 +154,8 @@ double ChartZoom::BarOf(const Date& day) {
     const bool isAmong = lists.BarCount > 0 && wanted >= DayAt(lists, 1) &&
                          (NewerThanLists() == 0 || wanted <= DayAt(lists, lists.BarCount));
     const std::size_t older = isAmong ? 0 : OlderThanLists();
-    const bool isLoaded = !isAmong && historyIsRead_ && !wide_->failure && wide_->history.BarCount > 0;
-    return BarIn(isLoaded ? wide_->history : lists, wanted, own_.chart.ChartTimeFrame) -
+    const bool isLoaded = !isAmong && history_ && !history_->failure && history_->series.BarCount > 0;
+    return BarIn(isLoaded ? history_->series : lists, wanted, own_.chart.ChartTimeFrame) -
            static_cast<double>(isLoaded ? older : 0);
 }
 
@@ -138,11 +165,15 @@ std::optional<Date> ChartZoom::DayOf(std::ptrdiff_t bar) {
     if (count == 0) return std::nullopt;
     const bool isAmong = bar >= 1 && bar <= count;
     const auto older = static_cast<std::ptrdiff_t>(isAmong ? 0 : OlderThanLists());
-    const bool isLoaded = !isAmong && historyIsRead_ && !wide_->failure && wide_->history.BarCount > 0;
-    const WorkingSeries& series = isLoaded ? wide_->history : lists;
+    const bool isLoaded = !isAmong && history_ && !history_->failure && history_->series.BarCount > 0;
+    const WorkingSeries& series = isLoaded ? history_->series : lists;
     const std::ptrdiff_t wanted = bar + (isLoaded ? older : 0);
     const auto held = std::clamp<std::ptrdiff_t>(wanted, 1, static_cast<std::ptrdiff_t>(series.BarCount));
     return ParseDate(series.QuoteDate[static_cast<std::size_t>(held)]);
+}
+
+void ChartZoom::AwaitReading() const {
+    if (ahead_.valid()) ahead_.wait();
 }
 
 std::string ChartZoom::Remark() const {
@@ -153,17 +184,14 @@ std::string ChartZoom::Remark() const {
 }
 
 std::size_t ChartZoom::AllBars() {
-    if (!wide_) wide_ = std::make_unique<Wide>();
-    if (!historyIsRead_) {
-        historyIsRead_ = true;
-        HistorySource source = HistoryOf(own_.session);
-        if (own_.chart.LastDay) source.lastDay = own_.chart.LastDay;
-        wide_->history.BarCount = 0;
-        wide_->failure = LoadWholeHistory(source, own_.chart.SelectorTicker,
-                                          IntervalOf(own_.chart.ChartTimeFrame), wide_->history);
-        if (wide_->failure) own_.session.person.Say(Sentence(wide_->failure));
+    if (!history_) {
+        Ahead ahead = ahead_.valid() ? ahead_.get() : Ahead{NextReading().Read(), nullptr};
+        history_ = std::move(ahead.history);
+        if (!wide_) wide_ = std::move(ahead.wide);
+        if (history_->failure) own_.session.person.Say(Sentence(history_->failure));
     }
-    return wide_->failure ? OwnBars() : std::max(wide_->history.BarCount, OwnBars());
+    if (!wide_) wide_ = std::make_unique<Wide>();
+    return history_->failure ? OwnBars() : std::max(history_->series.BarCount, OwnBars());
 }
 
 std::size_t ChartZoom::OlderThanLists() {
@@ -205,7 +233,7 @@ void ChartZoom::Show(ChartSpan span) {
 }
 
 void ChartZoom::MakeStretch(std::size_t newest, std::size_t bars) {
-    CopyBars(wide_->history, newest - bars + 1, bars, wide_->analysis.series);
+    CopyBars(history_->series, newest - bars + 1, bars, wide_->analysis.series);
     KeepBarsAsRead(wide_->analysis.series, wide_->chart);
     ComputeIndicators(wide_->analysis.series, wide_->analysis.indicators);
     const SettingsTables& settings = own_.session.settings;

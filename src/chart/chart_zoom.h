@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstddef>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,7 +54,13 @@ class ChartZoom {
     void PaintedAgain();
     void Reloaded();
     // The same for a chart that is not zoomed: the history is read anew when it is needed.
-    void ForgetHistory() { historyIsRead_ = false; }
+    void ForgetHistory();
+
+    // Reads the whole history on a thread of its own, so that the first step that leaves the chart's own
+    // window has it. Nothing where it is read already, or on the way.
+    void ReadAhead();
+    // Until what is on the way has come.
+    void AwaitReading() const;
 
     // Where a day stands among the bars of the lists: the first bar that is not before it, counted from 1.
     // Below 1 and beyond the newest bar as far as the whole history goes, and by the usual days of a bar from
@@ -67,10 +74,24 @@ class ChartZoom {
     std::string Remark() const;
 
   private:
-    // The whole history, and the stretch that is in work.
-    struct Wide {
-        WorkingSeries history;
+    struct History {
+        WorkingSeries series;
         Failure failure;
+    };
+    // What is to be read, apart from the session.
+    struct Reading {
+        std::string quoteFolder;
+        const Clock& clock;
+        std::optional<Date> lastDay;
+        std::string ticker;
+        Interval interval;
+
+        std::unique_ptr<History> Read() const;
+    };
+    Reading NextReading() const;
+
+    // The stretch that is in work.
+    struct Wide {
         Analysis analysis;
         ChartSession chart;
     };
@@ -92,7 +113,13 @@ class ChartZoom {
     ChartSpan span_;
     ChartView view_;
     std::unique_ptr<Wide> wide_;
-    bool historyIsRead_ = false;
+    // Null until it is needed; meanwhile it can be on the way.
+    std::unique_ptr<History> history_;
+    struct Ahead {
+        std::unique_ptr<History> history;
+        std::unique_ptr<Wide> wide;
+    };
+    std::future<Ahead> ahead_;
     bool isWide_ = false;
 };
 

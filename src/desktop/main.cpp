@@ -1,8 +1,6 @@
 // The desktop program: finds or makes the application folder, shows the splash and then the main frame.
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QIcon>
-#include <QProxyStyle>
 #include <QTimer>
 #include <chrono>
 #include <clocale>
@@ -17,6 +15,7 @@
 #include "acquire/web/hosts.h"
 #include "base/clock.h"
 #include "base/windows/display_text.h"
+#include "base/windows/program_style.h"
 #include "desktop/end_signals.h"
 #include "desktop/start_options.h"
 #include "indicators/analysis.h"
@@ -39,7 +38,6 @@ using namespace brantlow;
 namespace {
 
 constexpr int kSplashMilliseconds = 3000;
-constexpr int kCellMargin = 6;
 
 // Makes the application folder where there is none; the sentence that says why that failed, else empty.
 std::string MakeWhereMissing(const Path& executable, const Path& appPath) {
@@ -49,22 +47,6 @@ std::string MakeWhereMissing(const Path& executable, const Path& appPath) {
         return "The files that belong to the program were not found beside it. Please install it again.";
     return Sentence(FailedTo(FailureKind::Make, appPath, MakeAppFolder(*assets, appPath)));
 }
-
-// The desktop's own style with two touches: dialog buttons carry words alone, and the cells of a table leave
-// air around their text.
-class ProgramStyle final : public QProxyStyle {
-  public:
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* returned) const override {
-        if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
-        return QProxyStyle::styleHint(hint, option, widget, returned);
-    }
-    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
-        const bool inTable = qobject_cast<const QAbstractItemView*>(widget) != nullptr;
-        if (inTable && (metric == PM_FocusFrameHMargin || metric == PM_HeaderMargin)) return kCellMargin;
-        return QProxyStyle::pixelMetric(metric, option, widget);
-    }
-};
 
 // Tells why the program cannot go on, at the window and where it was started.
 int Refuse(frmSplash& splash, WindowPerson& person, const std::string& sentence) {

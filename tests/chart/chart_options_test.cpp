@@ -28,7 +28,7 @@ TEST_F(ChartOptionsKept, ANewInstallationFitsTheChartToItsWindow) {
     EXPECT_FALSE(options.roundPrices);
     EXPECT_FALSE(options.grid);
     EXPECT_FALSE(options.wideLines);
-    EXPECT_EQ(options.colours, ChartColours::Standard);
+    EXPECT_EQ(options.colours, ChartColours::Desktop);
     // 6150, 1220 and 1220 twips.
     EXPECT_NEAR(options.shares[0], 6150.0 / 8590, 1e-12);
     EXPECT_NEAR(options.shares[1], 1220.0 / 8590, 1e-12);
@@ -49,6 +49,31 @@ TEST_F(ChartOptionsKept, WhatWasChosenIsReadBack) {
         EXPECT_NEAR(read.shares[i], options.shares[i], 1e-12);
     read.shares = options.shares;
     EXPECT_EQ(read, options);
+}
+
+TEST_F(ChartOptionsKept, EachChoiceOfColoursIsReadBack) {
+    using Row = std::pair<ChartColours, const char*>;
+    for (const auto& [colours, kept] :
+         {Row{ChartColours::Standard, "Standard"}, Row{ChartColours::Distinct, "Distinct"},
+          Row{ChartColours::Dark, "Dark"}, Row{ChartColours::Desktop, "Desktop"}}) {
+        ChartOptions options;
+        options.colours = colours;
+        ASSERT_FALSE(SaveChartOptions(store, options));
+        EXPECT_EQ(LoadChartOptions(store).colours, colours);
+        EXPECT_EQ(After(std::string("[Chart]\nPalette=") + kept + "\n").colours, colours);
+    }
+}
+
+TEST(ColoursOfTheDesktop, AreDarkOnADarkDesktopWhereTheChartFitsItsWindow) {
+    ChartOptions options;
+    EXPECT_EQ(&options.Palette(), &PaletteOf(ChartColours::Standard));
+    options.isDarkDesktop = true;
+    EXPECT_EQ(&options.Palette(), &PaletteOf(ChartColours::Dark));
+    options.fitToWindow = false;
+    EXPECT_EQ(&options.Palette(), &PaletteOf(ChartColours::Standard));
+    options.fitToWindow = true;
+    options.colours = ChartColours::Distinct;
+    EXPECT_EQ(&options.Palette(), &PaletteOf(ChartColours::Distinct));
 }
 
 TEST_F(ChartOptionsKept, OnlyWhatDiffersIsWritten) {

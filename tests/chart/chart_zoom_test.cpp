@@ -204,6 +204,45 @@ TEST_F(ZoomTest, AnotherTickerKeepsTheStretchAsFarAsItHasBars) {
     EXPECT_TRUE(zoom.View().IsWhole());
 }
 
+TEST_F(ZoomTest, WhatWasReadAheadIsNotReadAgain) {
+    Start(1000);
+    zoom.ReadAhead();
+    zoom.ReadAhead();
+    zoom.AwaitReading();
+    std::filesystem::remove(folder / "Quotes/EOD/ABC.24");
+    zoom.PanToOldest();
+    EXPECT_EQ(FirstShown(), 1);
+    EXPECT_EQ(LastShown(), 279);
+    EXPECT_THAT(person.said, ::testing::IsEmpty());
+}
+
+TEST_F(ZoomTest, WhatWasReadAheadOfAnotherTickerIsForgotten) {
+    Start(1000);
+    zoom.ReadAhead();
+    Start(600, "DEF");
+    zoom.Reloaded();
+    zoom.ReadAhead();
+    zoom.PanToOldest();
+    zoom.PanBy(-10000);
+    EXPECT_EQ(LastShown(), 600);
+    zoom.PanToOldest();
+    EXPECT_EQ(FirstShown(), 1);
+    EXPECT_EQ(zoom.Span().back, 600U - 279U);
+}
+
+TEST_F(ZoomTest, AReadingAheadThatFailsIsToldWhenItIsNeeded) {
+    Start(1000);
+    std::filesystem::remove(folder / "Quotes/EOD/ABC.24");
+    std::filesystem::create_directories(folder / "Quotes/EOD/ABC.24");
+    zoom.ReadAhead();
+    zoom.AwaitReading();
+    EXPECT_THAT(person.said, ::testing::IsEmpty());
+    zoom.PanToOldest();
+    zoom.PanToOldest();
+    EXPECT_EQ(person.said.size(), 1U);
+    EXPECT_EQ(LastShown(), 1000);
+}
+
 TEST_F(ZoomTest, WeeksAndMonthsAreZoomedToo) {
     Start(4000);
     CoarserTimeFrame(context);

@@ -63,6 +63,7 @@ inline constexpr MenuWords kMenuWords[] = {
     {"mnuViewChart", "mnuViewChartRoundPrices", "&Round Prices"},
     {"mnuViewChart", "mnuViewChartGrid", "&Grid"},
     {"mnuViewChart", "mnuViewChartWideLines", "&Wide Lines"},
+    {"mnuViewChart", "mnuViewChartDesktop", "&Colours of the Desktop"},
     {"mnuViewChart", "mnuViewChartStandard", "&Standard Colours"},
     {"mnuViewChart", "mnuViewChartDistinct", "&Distinct Colours"},
     {"mnuViewChart", "mnuViewChartDark", "Dar&k Colours"},

@@ -124,7 +124,8 @@ const std::vector<Walk>& Walks() {
         {"mnuViewChartRoundPrices", L({"+config/Brantlow.ini"})},
         {"mnuViewChartGrid", L({"+config/Brantlow.ini"})},
         {"mnuViewChartWideLines", L({"+config/Brantlow.ini"})},
-        {"mnuViewChartStandard", {}},
+        {"mnuViewChartDesktop", {}},
+        {"mnuViewChartStandard", L({"+config/Brantlow.ini"})},
         {"mnuViewChartDistinct", L({"+config/Brantlow.ini"})},
         {"mnuViewChartDark", L({"+config/Brantlow.ini"})},
         {"mnuViewExplain", L({"says To explain a verdict, you will need to open a Stock Selector File and "

@@ -3,6 +3,8 @@
 #include <QTextBlock>
 #include <QTextTable>
 
+#include "base/windows/program_style.h"
+#include "base/windows/readable.h"
 #include "shell/frame/windows/frmHelp.h"
 #include "shell/frame/windows/help_browser.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -132,6 +134,22 @@ class DesktopColoursTest : public QObject {
         check();
         const DarkDesktop dark;
         check();
+    }
+
+    // Desktops differ in the colour that they give to what stands in an empty box.
+    void whatStandsInAnEmptyBoxCanBeRead() {
+        QPalette light = QApplication::palette();
+        for (QPalette palette : {light, Dark()}) {
+            palette.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+            ProgramStyle style;
+            style.polish(palette);
+            for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+                const QColor words = palette.color(group, QPalette::PlaceholderText);
+                QVERIFY(ContrastRatio(words, palette.color(group, QPalette::Base)) >= 4.5);
+                QVERIFY(ContrastRatio(words, palette.color(group, QPalette::Window)) >= 4.5);
+                QVERIFY2(words != palette.color(group, QPalette::Text), "it is no entry");
+            }
+        }
     }
 
     void theTableFollowsAtOnce() {

@@ -1,5 +1,7 @@
 // How the chart is looked at: crosshair and values, axes, palettes, what an empty chart and a full one say.
 #include <QAction>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QToolTip>
 
@@ -175,10 +177,10 @@ class FrmGraphLookTest : public QObject {
         program.Choose("mnuGraphicsCandleStick");
         program.Pick("Combo1", "WMA 30");
         const auto items = program.Graph()->Chart().Picture(Panel::Price).items;
-        const std::pair<const char*, ChartColours> rows[] = {
-            {"mnuViewChartDistinct", ChartColours::Distinct},
-            {"mnuViewChartDark", ChartColours::Dark},
-            {"mnuViewChartStandard", ChartColours::Standard}};
+        const std::pair<const char*, ChartColours> rows[] = {{"mnuViewChartDistinct", ChartColours::Distinct},
+                                                             {"mnuViewChartDark", ChartColours::Dark},
+                                                             {"mnuViewChartStandard", ChartColours::Standard},
+                                                             {"mnuViewChartDesktop", ChartColours::Desktop}};
         for (const auto& [entry, colours] : rows) {
             program.Choose(entry);
             for (const auto& [other, otherColours] : rows)
@@ -199,6 +201,84 @@ class FrmGraphLookTest : public QObject {
             QCOMPARE(ground->palette().color(QPalette::Base), ColourOf(palette.ground));
             QCOMPARE(program.Graph()->Chart().Picture(Panel::Price).items, items);
         }
+    }
+
+    void theColoursOfTheDesktopFollowItAtOnceUnlessOthersAreChosen() {
+        FittingChart program;
+        const QPalette light = QApplication::palette();
+        QPalette dark(QColor(45, 48, 52));
+        dark.setColor(QPalette::Base, QColor(30, 32, 35));
+        const auto turn = [](const QPalette& palette) {
+            QApplication::setPalette(palette);
+            QCoreApplication::processEvents();
+        };
+        const auto ground = [&] { return program.Picture("Picture1").pixelColor(0, 0); };
+        const QColor darkGround = ColourOf(PaletteOf(ChartColours::Dark).ground);
+        QVERIFY(program.frame->Commands().Entry("mnuViewChartDesktop")->isChecked());
+        QCOMPARE(ground(), QColor(Qt::white));
+        turn(dark);
+        QCOMPARE(ground(), darkGround);
+        QCOMPARE(program.Part<QLabel>("Label14")->parentWidget()->palette().color(QPalette::Base),
+                 darkGround);
+        turn(light);
+        QCOMPARE(ground(), QColor(Qt::white));
+        program.Choose("mnuViewChartStandard");
+        turn(dark);
+        QCOMPARE(ground(), QColor(Qt::white));
+        program.Choose("mnuViewChartDesktop");
+        QCOMPARE(ground(), darkGround);
+        program.Choose("mnuGraphicsHLC");
+        QCOMPARE(ground(), darkGround);
+        program.Choose("mnuViewFitChart");
+        QCOMPARE(ground(), QColor(Qt::white));
+        turn(light);
+    }
+
+    // The Tab key goes through the strip over the panels as it is read.
+    void theTabKeyGoesThroughTheStripInOrder() {
+        FittingChart program;
+        program.frame->activateWindow();
+        program.Part<QComboBox>("Combo1")->setFocus(Qt::TabFocusReason);
+        QStringList names;
+        for (int i = 0; i < 4; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            names << QApplication::focusWidget()->objectName();
+        }
+        QCOMPARE(names, (QStringList{QStringLiteral("Combo2"), QStringLiteral("Combo3"),
+                                     QStringLiteral("btnDraw"), QStringLiteral("CommandReturn")}));
+    }
+
+    // What stands in a strip over the panels stands in the middle of its row.
+    void theHeaderStandsInTheMiddleOfItsRow() {
+        FittingChart program;
+        const auto middle = [&](const char* part) {
+            return program.PlaceOf(*program.Part<QWidget>(part)).center().y();
+        };
+        for (const char* label : {"Label3", "Label58", "Label64"})
+            QVERIFY2(std::abs(middle(label) - middle("txtTicker")) <= 1, label);
+    }
+
+    // With large letters in a small window the read-outs stand beside their headings, and nothing is
+    // scrolled.
+    void aSmallWindowWithLargeLettersShowsTheWholeChart() {
+        const QFont usual = QApplication::font();
+        QFont large = usual;
+        large.setPointSizeF(usual.pointSizeF() * 1.5);
+        {
+            FittingChart roomy;
+            QVERIFY(roomy.PlaceOf(*roomy.Part<QWidget>("Label68")).top() >
+                    roomy.PlaceOf(*roomy.Part<QWidget>("Label21")).center().y());
+            QApplication::setFont(large);
+            FittingChart program({1024 - 16, 768 - 48});
+            const auto* const scroll = program.Graph()->findChild<QScrollArea*>();
+            QCOMPARE(scroll->verticalScrollBar()->maximum(), 0);
+            QCOMPARE(scroll->horizontalScrollBar()->maximum(), 0);
+            QVERIFY(program.PlaceOf(*program.Part<QWidget>("Label68")).center().y() <
+                    program.PlaceOf(*program.Part<QWidget>("Label21")).bottom());
+            for (const char* panel : {"Picture1", "Picture2", "Picture3"})
+                QVERIFY2(program.PanelNamed(panel)->height() >= 40, panel);
+        }
+        QApplication::setFont(usual);
     }
 
     void aPaletteAndWideLinesAreAlsoThoseOfTheChartInItsOwnSize() {

@@ -1,5 +1,9 @@
 // Zoom and pan of the chart by wheel, drag and keys, and the way from ticker to ticker.
 #include <QAction>
+#include <QGestureEvent>
+#include <QNativeGestureEvent>
+#include <QPinchGesture>
+#include <QPointingDevice>
 #include <QStatusBar>
 #include <QWheelEvent>
 
@@ -27,6 +31,33 @@ class LongChart : public FittingChart {
         QWheelEvent wheel(place, panel->mapToGlobal(place), {}, {0, 120 * notches}, Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(panel, &wheel);
+    }
+    QPointF PlaceOver(int bar) const {
+        return {(50 + 45.0 * bar) / PanelNamed("Picture1")->TwipsAcross(1), 40};
+    }
+    void Hover(int bar) {
+        ChartPanel* const panel = PanelNamed("Picture1");
+        const QPointF place = PlaceOver(bar);
+        QMouseEvent move(QEvent::MouseMove, place, panel->mapToGlobal(place), Qt::NoButton, Qt::NoButton, {});
+        QCoreApplication::sendEvent(panel, &move);
+    }
+    // Two fingers so many times as far from each other.
+    void Pinch(bool onScreen, int bar, double factor) {
+        ChartPanel* const panel = PanelNamed("Picture1");
+        const QPointF place = PlaceOver(bar);
+        const QPointF global = panel->mapToGlobal(place);
+        if (!onScreen) {
+            QNativeGestureEvent event(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2,
+                                      place, place, global, factor - 1, {});
+            QCoreApplication::sendEvent(panel, &event);
+            return;
+        }
+        QPinchGesture pinch;
+        pinch.setCenterPoint(global);
+        pinch.setScaleFactor(factor);
+        pinch.setChangeFlags(QPinchGesture::ScaleFactorChanged);
+        QGestureEvent event({&pinch});
+        QCoreApplication::sendEvent(panel, &event);
     }
     void DragPanel(int pixels) {
         ChartPanel* const panel = PanelNamed("Picture1");
@@ -65,6 +96,39 @@ class FrmGraphZoomTest : public QObject {
         QCOMPARE(program.Picture("Picture1"), whole);
         QCOMPARE(program.Label("Label60"), first);
         QCOMPARE(program.Label("Label51"), top);
+    }
+
+    // Two fingers on a touch pad or a touch screen: what is between them stays between them.
+    void pinchingZoomsAboutThePointer_data() {
+        QTest::addColumn<bool>("onScreen");
+        QTest::newRow("touch pad") << false;
+        QTest::newRow("touch screen") << true;
+    }
+    void pinchingZoomsAboutThePointer() {
+        QFETCH(bool, onScreen);
+        LongChart program;
+        const auto date = [&] {
+            program.Hover(200);
+            return Values(program).section(QStringLiteral("Open"), 0, 0);
+        };
+        const QImage whole = program.Picture("Picture1");
+        const QString under = date();
+        program.Pinch(onScreen, 200, 1.25);
+        QVERIFY(program.Picture("Picture1") != whole);
+        const QString first = program.Label("Label60");
+        QCOMPARE(date(), under);
+        program.Pinch(onScreen, 200, 2);
+        QVERIFY(program.Label("Label60") != first);
+        QCOMPARE(date(), under);
+        // Together again, beyond the chart's own window.
+        program.Pinch(onScreen, 200, 0.1);
+        QVERIFY2(Values(program).contains(QStringLiteral("Series and studies over")),
+                 qPrintable(Values(program)));
+        program.Key(Qt::Key_0);
+        program.Choose("mnuViewFitChart");
+        const QString own = program.Label("Label60");
+        program.Pinch(onScreen, 200, 2);
+        QCOMPARE(program.Label("Label60"), own);
     }
 
     void aSpanBeyondTheOwnWindowSaysOverWhatItsStudiesAre() {

@@ -3,6 +3,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 
+#include "base/windows/readable.h"
 #include "store/table_colours.h"
 #include "store/table_files.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -92,10 +93,22 @@ class FrmQuoteGridTest : public QObject {
     void everyStyleIsReadableOnItsGround() {
         const QPalette palette = QGuiApplication::palette();
         for (std::size_t i = 0; i < kCellStyleCount; ++i) {
-            const StyleColours& colours = ColoursOf(static_cast<CellStyle>(i));
-            const QColor ground = ScreenColour(colours.background, QPalette::Base, palette);
-            const QColor text = ReadableOn(ground, ScreenColour(colours.foreground, QPalette::Text, palette));
-            QVERIFY2(ContrastRatio(ground, text) >= 4.5, std::to_string(i).c_str());
+            const auto style = static_cast<CellStyle>(i);
+            const QColor ground = ScreenColour(ColoursOf(style).background, QPalette::Base, palette);
+            QVERIFY2(ContrastRatio(ground, WordsOf(style, palette)) >= 4.5, std::to_string(i).c_str());
+        }
+    }
+
+    // A desktop that writes in light grey has no say in them.
+    void verdictsAreBlackOrWhiteOnEveryDesktop() {
+        QPalette palette = QGuiApplication::palette();
+        for (const QColor& ink : {QColor(0, 0, 0), QColor(236, 238, 240)}) {
+            palette.setColor(QPalette::Text, ink);
+            QCOMPARE(WordsOf(CellStyle::Buy, palette), QColor(Qt::black));
+            QCOMPARE(WordsOf(CellStyle::FadingBuy, palette), QColor(Qt::black));
+            QCOMPARE(WordsOf(CellStyle::Hold, palette), QColor(Qt::black));
+            QCOMPARE(WordsOf(CellStyle::RecoveringSell, palette), QColor(Qt::black));
+            QCOMPARE(WordsOf(CellStyle::Sell, palette), QColor(Qt::white));
         }
     }
 

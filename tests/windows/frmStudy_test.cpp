@@ -10,6 +10,7 @@
 #include <QTreeWidget>
 
 #include "base/numbers.h"
+#include "base/windows/readable.h"
 #include "chart/back_test.h"
 #include "chart/chart_actions.h"
 #include "chart/windows/frmGraph.h"

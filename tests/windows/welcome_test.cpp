@@ -126,6 +126,21 @@ class WelcomeTest : public QObject {
         QCOMPARE(Offered(program), QStringList(QStringLiteral("Open Jan.ddq")));
     }
 
+    void updateIsOfferedForQuoteFilesAlone() {
+        Program program;
+        program.Write("Old.dbe", EvaluationHeader() + "\r\nT1\tBuy\r\n");
+        program.Start("Jan.ddq");
+        program.session.settings.MruSettings.Set(1, Value::OfText("Old.dbe"));
+        program.session.settings.MruSettings.Set(2, Value::OfText("Jan.ddq"));
+        program.frame->OpenRecentFile(1);
+        program.frame->Run("mnuFileClose");
+        const auto* const update = Page(program).findChild<QPushButton*>(QStringLiteral("cmdWelcomeUpdate"));
+        QVERIFY(update->isVisible());
+        QCOMPARE(update->text(), QStringLiteral("&Update Jan.ddq"));
+        Press(program, "cmdWelcomeUpdate");
+        QCOMPARE(program.session.CurrentFile, std::string("Jan.ddq"));
+    }
+
     void updateOpensTheFirstTableAndFetchesItsQuotes() {
         Program program;
         program.Start("Jan.ddq");

@@ -1,6 +1,7 @@
 #include "base/windows/flow_layout.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace brantlow {
 
@@ -59,24 +60,34 @@ QSize FlowLayout::minimumSize() const {
     return size.grownBy(contentsMargins());
 }
 
-// Goes through the places within `area`; the height that they take.
+// Goes through the places within `area`; the height that they take. The items of a row stand in its middle.
 int FlowLayout::Place(const QRect& area, bool move) const {
     const QRect inner = area.marginsRemoved(contentsMargins());
     int left = inner.left();
     int top = inner.top();
     int rowHeight = 0;
+    QList<std::pair<QLayoutItem*, int>> row;
+    const auto endRow = [&] {
+        for (const auto& [item, x] : row) {
+            const QSize size = item->sizeHint();
+            if (move) item->setGeometry(QRect(QPoint(x, top + (rowHeight - size.height()) / 2), size));
+        }
+        row.clear();
+    };
     for (QLayoutItem* item : items_) {
         if (item->isEmpty()) continue;
         const QSize size = item->sizeHint();
         if (left > inner.left() && left + size.width() > inner.right() + 1) {
+            endRow();
             left = inner.left();
             top += rowHeight + gap_;
             rowHeight = 0;
         }
-        if (move) item->setGeometry(QRect(QPoint(left, top), size));
+        row.append({item, left});
         left += size.width() + gap_;
         rowHeight = std::max(rowHeight, size.height());
     }
+    endRow();
     return top + rowHeight - area.top() + contentsMargins().bottom();
 }
 

@@ -1,9 +1,11 @@
 #include "chart/windows/chart_panel.h"
 
+#include <QGestureEvent>
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPinchGesture>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <cmath>
@@ -35,6 +37,7 @@ ChartPanel::ChartPanel(Panel panel, const ChartScene& scene, QWidget* parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
+    grabGesture(Qt::PinchGesture);
 }
 
 QSize ChartPanel::OwnSize() const {
@@ -172,15 +175,30 @@ void ChartPanel::wheelEvent(QWheelEvent* event) {
     event->accept();
 }
 
+// Two fingers on a touch pad, and on a touch screen.
 bool ChartPanel::event(QEvent* event) {
-    if (event->type() == QEvent::NativeGesture && scene_.Options().fitToWindow) {
-        const auto* const gesture = static_cast<QNativeGestureEvent*>(event);
-        if (gesture->gestureType() == Qt::ZoomNativeGesture && gesture->value() > -1) {
-            Q_EMIT Zoomed(TwipsAcross(gesture->position().x()), 1 / (1 + gesture->value()));
-            return true;
-        }
-    }
+    if (!scene_.Options().fitToWindow) return QWidget::event(event);
+    if (event->type() == QEvent::NativeGesture && TakePadGesture(*static_cast<QNativeGestureEvent*>(event)))
+        return true;
+    if (event->type() == QEvent::Gesture && TakeScreenGesture(*static_cast<QGestureEvent*>(event)))
+        return true;
     return QWidget::event(event);
+}
+
+bool ChartPanel::TakePadGesture(const QNativeGestureEvent& gesture) {
+    if (gesture.gestureType() != Qt::ZoomNativeGesture || gesture.value() <= -1) return false;
+    Q_EMIT Zoomed(TwipsAcross(gesture.position().x()), 1 / (1 + gesture.value()));
+    return true;
+}
+
+bool ChartPanel::TakeScreenGesture(const QGestureEvent& event) {
+    const auto* const pinch = static_cast<QPinchGesture*>(event.gesture(Qt::PinchGesture));
+    if (!pinch || pinch->scaleFactor() <= 0) return false;
+    if (pinch->changeFlags().testFlag(QPinchGesture::ScaleFactorChanged)) {
+        const QPointF centre = mapFromGlobal(pinch->centerPoint());
+        Q_EMIT Zoomed(TwipsAcross(centre.x()), 1 / pinch->scaleFactor());
+    }
+    return true;
 }
 
 void ChartPanel::mouseReleaseEvent(QMouseEvent* event) {

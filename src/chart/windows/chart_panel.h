@@ -14,6 +14,8 @@
 #include "chart/drawing.h"
 #include "chart/windows/chart_painter.h"
 
+class QGestureEvent;
+class QNativeGestureEvent;
 class QPainter;
 
 namespace brantlow {
@@ -72,6 +74,9 @@ class ChartPanel final : public QWidget {
 
   private:
     void Drag(const QMouseEvent& event);
+    // False for a gesture that the panel has no use for.
+    bool TakePadGesture(const QNativeGestureEvent& gesture);
+    bool TakeScreenGesture(const QGestureEvent& event);
     void Render();
     void PaintGrid(QPainter& painter) const;
     void PaintCrosshair(QPainter& painter) const;

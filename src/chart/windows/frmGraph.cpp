@@ -5,28 +5,29 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFrame>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QToolButton>
+#include <QTimer>
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <span>
+#include <utility>
 
+#include "base/windows/colours.h"
 #include "base/windows/display_text.h"
-#include "base/windows/flow_layout.h"
 #include "base/windows/labels.h"
 #include "chart/chart_picture.h"
 #include "chart/scene_picture.h"
 #include "chart/ticker_walk.h"
 #include "chart/windows/chart_painter.h"
 #include "chart/windows/chart_panel.h"
+#include "chart/windows/chart_picks.h"
 #include "chart/windows/hand_desk.h"
 #include "chart/windows/panel_stack.h"
 #include "chart/windows/values_line.h"
@@ -36,47 +37,10 @@ namespace brantlow {
 
 namespace {
 
-constexpr int kSpacing = 4;
-constexpr int kGroupSpacing = 18;
-constexpr double kCaptionScale = 0.9;
 constexpr double kSmallestPoints = 5;
 constexpr double kPointStep = 0.25;
-
-// A heading and the values that stand after it.
-struct ValueGroup {
-    std::string_view header;
-    std::string_view words;
-    std::array<std::string_view, 3> values;
-};
-constexpr std::array kHeaderValues = {
-    ValueGroup{"Label3", "Symbol:", {"Label58"}},
-    ValueGroup{"Label1", "LastPrice:", {"Label59"}},
-    ValueGroup{"Label2", "Date:", {"Label60", "Label61", "Label62"}},
-    ValueGroup{"Label11", "PEG:", {"Label63"}},
-    ValueGroup{"Label12", "P/E:", {"Label64"}},
-};
-constexpr std::array kReadOuts = {
-    ValueGroup{"Label21", "Date:", {"Label68"}},
-    ValueGroup{"Label22", "Price:", {"Label69"}},
-    ValueGroup{"Label24", "Volume:", {"Label28"}},
-    ValueGroup{"Label23", "Indicator:", {"Label26"}},
-};
-
-struct PickList {
-    std::string_view control;
-    const char* words;
-    const char* accessibleName;
-    std::span<const std::string_view> items;
-    std::string ChartSession::*text;
-    void (*pick)(ChartContext& context, std::string_view item);
-};
-constexpr std::array kPickLists = {
-    PickList{"Combo1", "&Price series", "Series on the price panel", kPriceSeriesItems, &ChartSession::Combo1,
-             &PickPriceSeries},
-    PickList{"Combo2", "S&tudy", "Study", kStudyItems, &ChartSession::Combo2, &PickStudy},
-    PickList{"Combo3", "Vol&ume series", "Series on the volume panel", kVolumeSeriesItems,
-             &ChartSession::Combo3, &PickVolumeSeries},
-};
+// Whoever goes on to the next ticker at once has no use for the whole history.
+constexpr int kReadAheadMilliseconds = 100;
 
 // Shows `text` whether or not it is one of the list's items.
 // A key that would choose another item of a closed list at every press.
@@ -108,7 +72,8 @@ frmGraph::frmGraph(const ChartContext& context, ChartOptions& options)
       sheet_(new QWidget),
       scroll_(new QScrollArea),
       panels_(new PanelStack(scene_, options)),
-      desk_(new HandDesk(context, scene_, panels_->PanelAt(Panel::Price))) {
+      desk_(new HandDesk(context, scene_, panels_->PanelAt(Panel::Price))),
+      readAhead_(new QTimer(this)) {
     setObjectName(QStringLiteral("frmGraph"));
     sheet_->setObjectName(QStringLiteral("ClientArea"));
     auto* rows = new QVBoxLayout(sheet_);
@@ -129,11 +94,19 @@ frmGraph::frmGraph(const ChartContext& context, ChartOptions& options)
     whole->addWidget(scroll_);
     setFocusPolicy(Qt::ClickFocus);
     ConnectPanels();
+    readAhead_->setSingleShot(true);
+    readAhead_->setInterval(kReadAheadMilliseconds);
+    connect(readAhead_, &QTimer::timeout, this, [this] {
+        // One that was closed may be all that is left of its chart.
+        if (isVisible()) scene_.Zoom().ReadAhead();
+    });
+    readAhead_->start();
     ShowOptions();
 }
 
 // In its own size the sheet is as large as its parts; else it fills the window.
 void frmGraph::ShowOptions() {
+    LookAtDesktop();
     const bool fits = options_.fitToWindow;
     sheet_->layout()->setSizeConstraint(fits ? QLayout::SetDefaultConstraint : QLayout::SetFixedSize);
     sheet_->setMinimumSize(0, 0);
@@ -149,79 +122,7 @@ void frmGraph::ShowOptions() {
     }
     Refresh();
     sheet_->layout()->activate();
-}
-
-QLabel* frmGraph::AddLabel(std::string_view control, const QString& words) {
-    auto* label = new QLabel(words);
-    label->setObjectName(Name(control));
-    return label;
-}
-
-QPushButton* frmGraph::AddButton(std::string_view control, const QString& words, const QString& toolTip,
-                                 void (frmGraph::*pressed)()) {
-    auto* button = new QPushButton(words);
-    button->setObjectName(Name(control));
-    button->setToolTip(toolTip);
-    connect(button, &QPushButton::clicked, this, pressed);
-    return button;
-}
-
-void frmGraph::BuildValues(QBoxLayout& rows) {
-    header_.ground = new QWidget;
-    header_.gap = kGroupSpacing + kSpacing;
-    rows.addWidget(header_.ground);
-    for (const ValueGroup& group : kHeaderValues) {
-        auto* part = new QWidget(header_.ground);
-        auto* row = new QHBoxLayout(part);
-        row->setContentsMargins(0, 0, 0, 0);
-        row->setSpacing(kSpacing);
-        row->addWidget(AddLabel(group.header, Name(group.words)));
-        for (const std::string_view control : group.values) {
-            if (control.empty()) continue;
-            QLabel* const value = AddLabel(control);
-            value->setFont(Bold(font()));
-            row->addWidget(value);
-        }
-        header_.parts << part;
-    }
-    header_.atRight = header_.parts.size();
-    BuildWalk();
-}
-
-void frmGraph::LayOut(const Strip& strip) const {
-    delete strip.ground->layout();
-    if (options_.fitToWindow) {
-        auto* flow = new FlowLayout(strip.ground, kSpacing);
-        flow->setContentsMargins(0, 0, 0, 0);
-        for (QWidget* part : strip.parts) flow->addWidget(part);
-        return;
-    }
-    auto* row = new QHBoxLayout(strip.ground);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(strip.gap);
-    for (qsizetype i = 0; i < strip.parts.size(); ++i) {
-        if (i == strip.atRight) row->addStretch();
-        row->addWidget(strip.parts[i]);
-    }
-}
-
-// For the chart of another ticker: typed, or by the keys through the rows of the table.
-void frmGraph::BuildWalk() {
-    ticker_ = new QLineEdit(header_.ground);
-    ticker_->setObjectName(QStringLiteral("txtTicker"));
-    ticker_->setAccessibleName(QStringLiteral("Ticker to chart"));
-    ticker_->setPlaceholderText(QStringLiteral("Ticker"));
-    ticker_->setToolTip(QStringLiteral("Type a ticker and press Enter for its chart"));
-    ticker_->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("WWWWWWWW")));
-    connect(ticker_, &QLineEdit::returnPressed, this, &frmGraph::EnterTicker);
-    walk_ = new QComboBox(header_.ground);
-    walk_->setObjectName(QStringLiteral("cboWalk"));
-    walk_->setAccessibleName(QStringLiteral("What Page Up and Page Down go through"));
-    walk_->setToolTip(QStringLiteral("What Page Up and Page Down go through"));
-    walk_->setFocusPolicy(Qt::StrongFocus);
-    walk_->installEventFilter(this);
-    header_.parts << ticker_ << walk_;
-    OfferWalks({});
+    ArrangeReadOuts();
 }
 
 void frmGraph::OfferWalks(const std::vector<std::size_t>& conditions) {
@@ -247,130 +148,6 @@ void frmGraph::EnterTicker() {
     ticker_->clear();
     Q_EMIT TickerAsked(ticker);
     setFocus();
-}
-
-void frmGraph::BuildPicks(QBoxLayout& rows) {
-    choices_.ground = new QWidget;
-    choices_.gap = kSpacing;
-    rows.addWidget(choices_.ground);
-    for (std::size_t i = 0; i < kPickLists.size(); ++i) {
-        const PickList& pick = kPickLists[i];
-        auto* list = new QComboBox;
-        list->setObjectName(Name(pick.control));
-        list->setAccessibleName(QString::fromLatin1(pick.accessibleName));
-        list->setToolTip(list->accessibleName());
-        for (const std::string_view item : pick.items) list->addItem(Name(item));
-        list->setMaxVisibleItems(list->count());
-        // A pick draws a line: the wheel is for scrolling, and a key opens the list to choose in.
-        list->setFocusPolicy(Qt::StrongFocus);
-        list->installEventFilter(this);
-        connect(list, &QComboBox::activated, this, [this, i](int item) { Picked(i, item); });
-        auto* words = new QLabel(QString::fromLatin1(pick.words));
-        words->setBuddy(list);
-        auto* part = new QWidget(choices_.ground);
-        auto* row = new QHBoxLayout(part);
-        row->setContentsMargins(0, 0, 0, 0);
-        row->setSpacing(kSpacing);
-        row->addWidget(words);
-        row->addWidget(list);
-        choices_.parts << part;
-        picks_.append(list);
-    }
-    choices_.parts << desk_->Button();
-    choices_.atRight = choices_.parts.size();
-    choices_.parts << AddButton("CommandReturn", QStringLiteral("Test Buy and Sell Conditions"),
-                                QStringLiteral("Replay the Buy and Sell signals of this chart as trades"),
-                                &frmGraph::TestAsked);
-    choices_.parts << AddButton("Command1", QStringLiteral("Exit"), QStringLiteral("Close the chart"),
-                                &frmGraph::ExitAsked);
-}
-
-void frmGraph::BuildPanels(QBoxLayout& rows) {
-    auto* row = new QHBoxLayout;
-    row->setSpacing(kSpacing);
-    rows.addLayout(row, 1);
-    row->addWidget(panels_, 1);
-    auto* column = new QVBoxLayout;
-    column->setSpacing(2);
-    row->addLayout(column);
-    column->addSpacing(panels_->TopOf(Panel::Price));
-    BuildSlots(*column);
-    column->addSpacing(kGroupSpacing);
-    BuildReadOuts(*column);
-    column->addSpacing(kGroupSpacing);
-    BuildFrameButtons(*column);
-    column->addStretch();
-    column->addWidget(AddButton("Command4", QStringLiteral("Clear Series"),
-                                QStringLiteral("Leave only the volume on the volume panel"),
-                                &frmGraph::ClearVolume));
-    column->addSpacing(kGroupSpacing);
-    emptyPrice_ = AddEmptyText("lblEmptyPrice", Panel::Price);
-    emptyStudy_ = AddEmptyText("lblEmptyStudy", Panel::Study);
-}
-
-// What a panel says in place of a drawing.
-QLabel* frmGraph::AddEmptyText(std::string_view name, Panel panel) {
-    QLabel* const text = AddLabel(name);
-    ChartPanel& ground = panels_->PanelAt(panel);
-    text->setParent(&ground);
-    text->setAlignment(Qt::AlignCenter);
-    text->setWordWrap(true);
-    text->setAttribute(Qt::WA_TransparentForMouseEvents);
-    return text;
-}
-
-// The captions lie on the panels' ground, since they bear the colours of the lines.
-void frmGraph::BuildSlots(QBoxLayout& column) {
-    QLabel* const heading = AddLabel("Label20", QStringLiteral("    Series       "));
-    column.addWidget(heading);
-    auto* ground = new QFrame;
-    legendGround_ = ground;
-    ground->setFrameShape(QFrame::StyledPanel);
-    ground->setAutoFillBackground(true);
-    ground->setBackgroundRole(QPalette::Base);
-    auto* captions = new QVBoxLayout(ground);
-    captions->setContentsMargins(kSpacing, 2, kSpacing, 2);
-    captions->setSpacing(1);
-    QFont captionFont = Bold(font());
-    captionFont.setPointSizeF(captionFont.pointSizeF() * kCaptionScale);
-    for (const std::string_view control : kSlotControls) {
-        QLabel* const caption = AddLabel(control);
-        caption->setFont(captionFont);
-        caption->setForegroundRole(QPalette::WindowText);
-        captions->addWidget(caption);
-    }
-    column.addWidget(ground);
-    column.addWidget(AddButton("Command3", QStringLiteral("Clear Series"),
-                               QStringLiteral("Leave only the price on the price panel"),
-                               &frmGraph::ClearPrice));
-}
-
-void frmGraph::BuildReadOuts(QBoxLayout& column) {
-    for (const ValueGroup& group : kReadOuts) {
-        column.addWidget(AddLabel(group.header, Name(group.words)));
-        QLabel* const value = AddLabel(group.values.front());
-        value->setFont(Bold(font()));
-        // A read-out that comes and goes moves nothing under the pointer.
-        value->setFixedHeight(value->sizeHint().height());
-        value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        column.addWidget(value);
-    }
-}
-
-void frmGraph::BuildFrameButtons(QBoxLayout& column) {
-    Command5 = AddButton("Command5", QStringLiteral("<<"), QStringLiteral("Weekly or Monthly Display"),
-                         &frmGraph::Coarser);
-    Command6 = AddButton("Command6", QStringLiteral(">>"), QStringLiteral("Daily or Weekly Display"),
-                         &frmGraph::Finer);
-    timeFrame_ = AddLabel("lblTimeFrame");
-    timeFrame_->setAlignment(Qt::AlignCenter);
-    column.addWidget(timeFrame_);
-    auto* buttons = new QHBoxLayout;
-    for (QPushButton* button : {Command5, Command6}) {
-        button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        buttons->addWidget(button);
-    }
-    column.addLayout(buttons);
 }
 
 void frmGraph::ConnectPanels() {
@@ -478,6 +255,7 @@ void frmGraph::PaintedAgain() {
 }
 
 void frmGraph::Reloaded() {
+    readAhead_->start();
     if (options_.fitToWindow)
         scene_.Zoom().Reloaded();
     else
@@ -675,6 +453,21 @@ const frmGraph::KeyRow frmGraph::kKeys[] = {
     {Qt::Key_PageDown, Qt::NoModifier, false, &frmGraph::StepDown},
     {Qt::Key_PageUp, Qt::NoModifier, false, &frmGraph::StepUp},
 };
+
+void frmGraph::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    ArrangeReadOuts();
+}
+
+bool frmGraph::LookAtDesktop() {
+    const bool isDark = IsDark(palette().color(QPalette::Window));
+    return std::exchange(options_.isDarkDesktop, isDark) != isDark;
+}
+
+void frmGraph::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && LookAtDesktop()) Refresh();
+}
 
 void frmGraph::closeEvent(QCloseEvent* event) {
     event->ignore();

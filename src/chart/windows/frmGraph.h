@@ -23,6 +23,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QScrollArea;
+class QTimer;
 
 namespace brantlow {
 
@@ -74,17 +75,25 @@ class frmGraph final : public QWidget {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    static constexpr int kSpacing = 4;
+
     void BuildValues(QBoxLayout& rows);
     void BuildWalk();
     void BuildPicks(QBoxLayout& rows);
     void BuildPanels(QBoxLayout& rows);
     void BuildSlots(QBoxLayout& column);
     void BuildReadOuts(QBoxLayout& column);
+    // The read-outs stand under their headings, or beside them where the window is too low for that.
+    void ArrangeReadOuts();
+    // True where the desktop has turned.
+    bool LookAtDesktop();
     void BuildFrameButtons(QBoxLayout& column);
     QLabel* AddEmptyText(std::string_view name, Panel panel);
     QLabel* AddLabel(std::string_view control, const QString& words = {});
@@ -161,6 +170,8 @@ class frmGraph final : public QWidget {
     QLineEdit* ticker_ = nullptr;
     QComboBox* walk_ = nullptr;
     QWidget* legendGround_ = nullptr;
+    QList<QBoxLayout*> readOuts_;
+    QTimer* readAhead_;
     QLabel* timeFrame_ = nullptr;
     QLabel* emptyPrice_ = nullptr;
     QLabel* emptyStudy_ = nullptr;

@@ -142,6 +142,8 @@ inline constexpr std::array kMenu = {
     MenuEntry{MenuRow::CheckedEntry, "mnuViewChartWideLines", "mnuViewChart", "&Wide Lines",
               "Draw the series two pixels wide", "", "", kAlways, true},
     MenuEntry{MenuRow::Separator, "mnuViewChartBar1", "mnuViewChart", "", "", "", ""},
+    MenuEntry{MenuRow::CheckedEntry, "mnuViewChartDesktop", "mnuViewChart", "&Colours of the Desktop",
+              "The usual colours on a light desktop, the dark ones on a dark desktop", "", "", kAlways, true},
     MenuEntry{MenuRow::CheckedEntry, "mnuViewChartStandard", "mnuViewChart", "&Standard Colours",
               "The chart in its usual colours", "", "", kAlways, true},
     MenuEntry{MenuRow::CheckedEntry, "mnuViewChartDistinct", "mnuViewChart", "&Distinct Colours",

@@ -3,32 +3,17 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <algorithm>
-#include <cmath>
 
 #include "base/windows/display_text.h"
+#include "base/windows/readable.h"
 #include "store/table_figures.h"
 
 namespace brantlow {
 
 namespace {
 
-// Text of this contrast is read without effort.
-constexpr double kReadableContrast = 4.5;
-constexpr int kDarkeningPercent = 112;
-constexpr int kMostSteps = 24;
-
 // Columns of words stand at the left; all others hold numbers and dates.
 constexpr std::array<std::string_view, 4> kWordColumns = {"Ticker Symbol", "Symbol", "Name", "Exchange"};
-
-double LinearShare(double channel) {
-    constexpr double kKnee = 0.04045;
-    return channel <= kKnee ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-double Luminance(const QColor& colour) {
-    return 0.2126 * LinearShare(colour.redF()) + 0.7152 * LinearShare(colour.greenF()) +
-           0.0722 * LinearShare(colour.blueF());
-}
 
 QVariant Background(CellStyle style) {
     const Colour& ground = ColoursOf(style).background;
@@ -38,10 +23,7 @@ QVariant Background(CellStyle style) {
 
 QVariant Foreground(CellStyle style) {
     if (style == CellStyle::Plain) return {};
-    const QPalette palette = QGuiApplication::palette();
-    const StyleColours& colours = ColoursOf(style);
-    const QColor ground = ScreenColour(colours.background, QPalette::Base, palette);
-    return ReadableOn(ground, ScreenColour(colours.foreground, QPalette::Text, palette));
+    return WordsOf(style, QGuiApplication::palette());
 }
 
 QVariant Bold(CellStyle style) {
@@ -65,21 +47,13 @@ QColor ScreenColour(const Colour& colour, QPalette::ColorRole window, const QPal
     return {colour.rgb.red, colour.rgb.green, colour.rgb.blue};
 }
 
-double ContrastRatio(const QColor& a, const QColor& b) {
-    constexpr double kGlare = 0.05;
-    const auto [darker, lighter] = std::minmax({Luminance(a), Luminance(b)});
-    return (lighter + kGlare) / (darker + kGlare);
-}
-
-QColor ReadableOn(const QColor& ground, const QColor& text) {
-    const bool blackReads = ContrastRatio(ground, Qt::black) >= ContrastRatio(ground, Qt::white);
-    const QColor furthest = blackReads ? Qt::black : Qt::white;
-    QColor readable = text;
-    for (int step = 0; step < kMostSteps && ContrastRatio(ground, readable) < kReadableContrast; ++step) {
-        if (text == Qt::black || text == Qt::white) return furthest;
-        readable = blackReads ? readable.darker(kDarkeningPercent) : readable.lighter(kDarkeningPercent);
-    }
-    return ContrastRatio(ground, readable) < kReadableContrast ? furthest : readable;
+QColor WordsOf(CellStyle style, const QPalette& palette) {
+    const StyleColours& colours = ColoursOf(style);
+    const QColor ground = ScreenColour(colours.background, QPalette::Base, palette);
+    const bool isVerdict =
+        colours.background.source == ColourSource::Style && colours.foreground.source == ColourSource::Window;
+    if (isVerdict) return FurthestFrom(ground);
+    return ReadableOn(ground, ScreenColour(colours.foreground, QPalette::Text, palette));
 }
 
 QuoteGridModel::QuoteGridModel(const QuoteTable& table, QObject* parent)

@@ -20,11 +20,9 @@ namespace brantlow {
 // A colour of the table on the palette in use.
 QColor ScreenColour(const Colour& colour, QPalette::ColorRole window, const QPalette& palette);
 
-// Text on `ground`: `text` where it can be read, else the same colour as much darker or lighter as it takes.
-QColor ReadableOn(const QColor& ground, const QColor& text);
-
-// Light over dark as the eye sees it, 1 (the same) to 21 (black and white).
-double ContrastRatio(const QColor& a, const QColor& b);
+// The colour of a cell's words: that of the style as far as it can be read on its ground; a verdict is black
+// or white, whatever the desktop writes in.
+QColor WordsOf(CellStyle style, const QPalette& palette);
 
 class QuoteGridModel final : public QAbstractTableModel {
     Q_OBJECT

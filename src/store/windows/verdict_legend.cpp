@@ -47,9 +47,9 @@ void VerdictLegend::ShowColours() {
     const QPalette desktop = QApplication::palette();
     const QList<QLabel*> labels = findChildren<QLabel*>();
     for (std::size_t i = 0; i < kLegend.size() && static_cast<qsizetype>(i) < labels.size(); ++i) {
-        const StyleColours& colours = ColoursOf(kLegend[i].style);
-        const QColor ground = ScreenColour(colours.background, QPalette::Base, desktop);
-        const QColor text = ReadableOn(ground, ScreenColour(colours.foreground, QPalette::Text, desktop));
+        const CellStyle style = kLegend[i].style;
+        const QColor ground = ScreenColour(ColoursOf(style).background, QPalette::Base, desktop);
+        const QColor text = WordsOf(style, desktop);
         QLabel* const label = labels.at(static_cast<qsizetype>(i));
         QPalette palette = label->palette();
         if (palette.color(QPalette::Window) == ground && palette.color(QPalette::WindowText) == text)

@@ -102,6 +102,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuEditSelectAll", true, true, true, true, true, false, true},
         {"mnuEditFind", true, true, true, true, true, false, true},
         {"mnuEditCopyPicture", true, true, true, true, true, true, true},
+        {"mnuViewChartDesktop", true, true, true, true, true, true, true},
         {"mnuViewChartDark", true, true, true, true, true, true, true},
         {"mnuEditSplitAdjustment", true, true, true, true, true, false, false},
         {"mnuPopUpSplitAdjustmentMakeAdjustment", true, true, true, true, true, false, false},

@@ -5,11 +5,13 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "base/windows/colours.h"
 #include "base/windows/display_text.h"
 #include "base/windows/labels.h"
+#include "shell/file_kind.h"
 
 namespace brantlow {
 
@@ -148,7 +150,7 @@ void WelcomePage::AddWays(QVBoxLayout& column) {
     practice_->setIcon(Picture("chart"));
     practice_->setToolTip(QStringLiteral("Open real prices of the past, moved to the days before today"));
     update_ = AddButton(column, "cmdWelcomeUpdate", QString(), [this] {
-        if (!tables_.empty()) actions_.update(std::string(tables_.front()));
+        if (const auto table = FirstQuoteFile()) actions_.update(std::string(*table));
     });
     update_->setIcon(Picture("update"));
     addWay(kHelpWay);
@@ -179,11 +181,17 @@ void WelcomePage::Offer(const std::vector<std::string>& tables) {
             QStringLiteral("None yet. The practice table is made\nat the first press, to look around.")));
     }
     setFocusProxy(tables.empty() ? practice_ : tableColumn_->itemAt(0)->widget());
-    update_->setVisible(!tables.empty());
-    if (tables.empty()) return;
-    update_->setText(
-        QStringLiteral("&Update %1").arg(Shown(tables.front()).replace(u'&', QStringLiteral("&&"))));
+    const auto table = FirstQuoteFile();
+    update_->setVisible(table.has_value());
+    if (!table) return;
+    update_->setText(QStringLiteral("&Update %1").arg(Shown(*table).replace(u'&', QStringLiteral("&&"))));
     update_->setToolTip(QStringLiteral("Open this table and fetch its quotes of the day"));
+}
+
+std::optional<std::string> WelcomePage::FirstQuoteFile() const {
+    const auto found = std::find_if(tables_.begin(), tables_.end(),
+                                    [](const std::string& name) { return KindOf(name) == FileKind::Ddq; });
+    return found == tables_.end() ? std::nullopt : std::optional(*found);
 }
 
 // The scroll area's own ground is that of the area around it.

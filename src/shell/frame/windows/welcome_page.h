@@ -4,6 +4,7 @@
 
 #include <QScrollArea>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,8 @@ class WelcomePage final : public QScrollArea {
     void changeEvent(QEvent* event) override;
 
   private:
+    // The table whose quotes can be fetched; tables of verdicts and of fundamentals have none.
+    std::optional<std::string> FirstQuoteFile() const;
     QPushButton* AddButton(QVBoxLayout& column, const char* name, const QString& words,
                            std::function<void()> press);
     void Go(std::string_view command);
