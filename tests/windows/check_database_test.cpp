@@ -4,6 +4,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTreeWidget>
+#include <QWindow>
 
 #include "base/windows/text_editor.h"
 #include "check/windows/frmCheckDatabase.h"
@@ -183,6 +184,26 @@ class CheckDatabaseTest : public QObject {
         window.show();
         window.Check();
         QVERIFY(!window.isVisible());
+    }
+
+    void theKeysAreTheWindowsOwnAfterACheck() {
+        CheckedProgram program(Record("03/05/26") + "\r\n");
+        QTRY_VERIFY_WITH_TIMEOUT(program.window->isActiveWindow(), kPatienceMs);
+        QCOMPARE(QApplication::focusWidget(), program.List());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QTRY_VERIFY_WITH_TIMEOUT(!program.window, kPatienceMs);
+        QVERIFY(program.frame->isVisible());
+    }
+
+    void theWindowGoesWithTheFrame() {
+        CheckedProgram program(Record("03/05/26") + "\r\n");
+        QVERIFY(program.window->isVisible());
+        // The first page of the browser has the frame's native window made anew: the system no longer knows
+        // whose this one is.
+        program.window->windowHandle()->setTransientParent(nullptr);
+        program.frame->Run("mnuFileExit");
+        QVERIFY(!program.frame->isVisible());
+        QVERIFY(!program.window || !program.window->isVisible());
     }
 };
 

@@ -308,6 +308,14 @@ class FrmStudyTest : public QObject {
         QVERIFY(line->text(0) == QStringLiteral("holds") || line->text(0) == QStringLiteral("fails"));
         QVERIFY(line->text(1).startsWith(
             QStringLiteral("Close Price Broke Above MA 15\nClose against MA 15: before ")));
+        // Read in full at any width of the pane.
+        for (const int width : {400, 200}) {
+            lines->setFixedWidth(width);
+            QCoreApplication::processEvents();
+            const QRect words = lines->fontMetrics().boundingRect(
+                0, 0, lines->columnWidth(1), QWIDGETSIZE_MAX, Qt::TextWordWrap, line->text(1));
+            QVERIFY(lines->visualItemRect(line).height() >= words.height());
+        }
         view->setCurrentIndex(view->model()->index(1, 1));
         QCOMPARE(title->text(), QStringLiteral("T9: 15 bars or fewer are not judged"));
     }

@@ -137,7 +137,10 @@ void frmCheckDatabase::Run(CheckMode mode) {
     isRunning_ = false;
     ShowReport(report_);
     ShowState();
-    if (isClosing_) QDialog::reject();
+    if (isClosing_) return QDialog::reject();
+    // The end of a run gives the frame its keys back; they are for the list that has just come.
+    activateWindow();
+    list_->setFocus();
 }
 
 void frmCheckDatabase::ShowReport(const CheckReport& report) {

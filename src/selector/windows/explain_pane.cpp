@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QStyle>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -35,6 +36,19 @@ QString DifferenceWords(const std::string& verdict, const ConditionExplanation& 
 }
 
 }  // namespace
+
+// A sentence takes as many lines as the width of the pane asks for; the list itself gives it those of its
+// text.
+void ExplainPane::FitRows(int width) {
+    const int air = 2 * (lines_->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, lines_) + 1);
+    const QSize room(width - air, QWIDGETSIZE_MAX);
+    for (int row = 0; row < lines_->topLevelItemCount(); ++row) {
+        QTreeWidgetItem* const item = lines_->topLevelItem(row);
+        const QRect words =
+            lines_->fontMetrics().boundingRect({QPoint(), room}, Qt::TextWordWrap, item->text(kLine));
+        item->setSizeHint(kLine, {0, words.height() + air});
+    }
+}
 
 ExplainPane::ExplainPane(QWidget* parent)
     : QDockWidget(QStringLiteral("Why"), parent),
@@ -69,6 +83,10 @@ ExplainPane::ExplainPane(QWidget* parent)
     lines_->setAlternatingRowColors(true);
     lines_->setWordWrap(true);
     lines_->setTextElideMode(Qt::ElideNone);
+    // The header tells a width before it goes by it.
+    connect(lines_->header(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (column == kLine) FitRows(width);
+    });
     layout->addWidget(lines_, 1);
     chart_->setObjectName(QStringLiteral("ExplainChart"));
     chart_->setToolTip(
@@ -109,6 +127,7 @@ void ExplainPane::Show(const std::string& ticker, std::size_t condition, const C
         item->setText(kLine, Shown(line.text + (sentence.empty() ? "" : "\n" + sentence)));
         for (const int column : {kState, kLine}) item->setTextAlignment(column, Qt::AlignLeft | Qt::AlignTop);
     }
+    FitRows(lines_->columnWidth(kLine));
     title_->setText(
         Shown(ticker) + QStringLiteral(", condition %1 (%2): ").arg(condition).arg(Name(block.action)) +
         Name(ResultWords(explanation, analysis.series.BarCount)) + DifferenceWords(verdict, explanation));

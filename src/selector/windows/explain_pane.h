@@ -38,6 +38,8 @@ class ExplainPane final : public QDockWidget {
     void ChartAsked();
 
   private:
+    void FitRows(int width);
+
     QComboBox* interval_;
     QLabel* day_;
     QLabel* title_;

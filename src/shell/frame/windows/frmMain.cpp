@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QIcon>
 #include <QMenu>
 #include <QStatusBar>
@@ -196,6 +197,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
         SaveRecentFiles(session_);
         subjects_->hands.closeChildren();
     }
+    // A system that no longer knows whose windows they are would keep the program alive for them.
+    for (QDialog* const window : findChildren<QDialog*>()) window->close();
     subjects_->place.Keep();
     event->accept();
 }
