@@ -39,8 +39,8 @@ folder=$1
 colours=$2
 percent=$3
 programs=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/release/bin
-rm -rf "$folder/app" "$folder/home" "$folder"/*.png
-mkdir -p "$folder/home" "$folder/app"
+rm -rf "$folder/app" "$folder/home" "$folder/windows" "$folder"/*.png
+mkdir -p "$folder/home" "$folder/app" "$folder/windows"
 export HOME=$folder/home XDG_CONFIG_HOME=$folder/home/config XDG_RUNTIME_DIR=$folder/home/runtime
 mkdir -m 700 -p "$XDG_RUNTIME_DIR"
 # The colours and letters of the desktop, as one of the usual desktops keeps them.
@@ -68,29 +68,24 @@ stop() {
 trap stop EXIT
 
 station=0
-# Takes the picture of this station; the pause lets windows be drawn.
+# Takes the picture of this station, and one of the window in front alone in windows/; the pause lets windows be
+# drawn.
 picture() {
   sleep "${2:-1}"
   station=$((station + 1))
-  local file
+  local file window
   file=$folder/$(printf '%02d' "$station")-$1.png
   import -window root "$file"
+  window=$(xdotool getactivewindow 2> /dev/null || echo root)
+  import -window "$window" "$folder/windows/$1.png"
   echo "$file"
 }
 keys() { xdotool key --delay 60 "$@"; }
-# Chooses the entry of a menu that stands so many usable entries below its first.
-choose() {
-  keys "$1"
-  sleep 0.5
-  local i
-  for ((i = 0; i < $2; i++)); do keys Down; done
-  keys Return
-}
 # Runs an entry of the menu by its words, from the palette of commands.
 command_named() {
   keys ctrl+shift+p
-  sleep 0.7
-  xdotool type --delay 25 "$1"
+  wait_for window_named '^Commands and Tickers$'
+  xdotool type --delay 15 "$1"
   sleep 0.5
   keys Return
 }
@@ -114,22 +109,52 @@ wait_for() {
 window_named() { xdotool search --onlyvisible --name "$1" > /dev/null; }
 newer() { [[ $1 -nt $2 ]]; }
 
-"$programs/brantlow-batch" --app "$folder/app" practice
-"$programs/brantlow-market" --hosts "$folder/app/Data/Hosts.ini" > "$folder/market.txt" &
-started+=($!)
+# ends PROGRAM: the program has left the screen.
+ends() { wait_for bash -c "! kill -0 $1"; }
+# Presses the mouse so far right of and below a corner of the window in front; a number below 0 counts from the
+# right or from the bottom.
+press() {
+  local WINDOW WIDTH HEIGHT scale=${QT_SCALE_FACTOR:-1}
+  eval "$(xdotool getactivewindow getwindowgeometry --shell | grep -E '^(WINDOW|WIDTH|HEIGHT)=')"
+  xdotool mousemove --window "$WINDOW" \
+    $((($1 < 0 ? WIDTH : 0) + $1 * scale)) $((($2 < 0 ? HEIGHT : 0) + $2 * scale)) click 1
+}
+start() {
+  BRANTLOW_HOME=$folder/app "$programs/brantlow" &
+  program=$!
+  started+=("$program")
+}
+
 openbox > /dev/null 2>&1 &
 started+=($!)
-wait_for grep -q http "$folder/market.txt"
 
-BRANTLOW_HOME=$folder/app "$programs/brantlow" &
-started+=($!)
-program=$!
+# The very first start: no table yet, and nobody to ask.
+start
 wait_for window_named '^Brantlow$'
 picture splash 0
+wait_for window_named '^Brantlow'
+picture welcome 4
+keys ctrl+shift+n
+sleep 1
+xdotool type --delay 20 'AAPL KO NFLX BRK.B'
+picture new-list 1
+keys Escape Escape
+sleep 1
+keys ctrl+q
+ends "$program"
+
+# All else is done with the practice table and market.
+"$programs/brantlow-market" --hosts "$folder/app/Data/Hosts.ini" > "$folder/market.txt" &
+started+=($!)
+wait_for grep -q http "$folder/market.txt"
+"$programs/brantlow-batch" --app "$folder/app" practice
+"$programs/brantlow-batch" --app "$folder/app" alarm Practice.ddq AMD --high 1
+"$programs/brantlow-batch" --app "$folder/app" alarm Practice.ddq NFLX --low 9999
+start
 wait_for window_named 'Practice.ddq'
 picture start 2
 
-choose alt+f 7
+command_named "Populate Database"
 picture populate-asks 1
 keys Return
 picture populate-asks-again 1
@@ -144,6 +169,18 @@ keys F5
 picture update-begins 0.3
 wait_for newer "$folder/app/Quotes/EOD/QuoteList.ddq" "$folder/mark"
 picture updated 4
+# The first field of the status bar tells what the run did.
+press 60 -12
+picture last-run 1
+keys Escape
+keys ctrl+shift+a
+picture fired-alarms 1
+keys Escape
+keys ctrl+f
+sleep 0.5
+xdotool type --delay 20 'Change > 0 and Volume > 5M'
+picture filter 1
+keys Escape
 keys F9
 picture selector-asks 1
 keys Return
@@ -172,7 +209,9 @@ command_named "Fit Chart to Window"
 picture chart-own-size 1.5
 command_named "Fit Chart to Window"
 keys Escape
-keys Right Right Right ctrl+Return
+# The first cell of the third condition.
+press 396 127
+keys Return
 picture explained 2
 keys ctrl+w
 picture table-closed 1
@@ -181,10 +220,9 @@ picture table-again 1.5
 keys ctrl+F9
 picture study 5
 keys ctrl+w
-for station_of in 'palette:' 'new-list:New List of My Own' 'new-market:New from a Market' \
-  'import-history:Import History' 'sources:Quote Sources' 'alarm-mail:Alarm Mail' 'fired-alarms:Fired Alarms' \
-  'check:Check Database' 'delete-files:Delete File' 'split:Split Adjustment' 'keys:Keys' 'about:About' \
-  'terms:Terms, Conditions'; do
+for station_of in 'palette:' 'new-market:New from a Market' 'import-history:Import History' 'sources:Quote Sources' \
+  'alarm-mail:Alarm Mail' 'check:Check Database' 'delete-files:Delete File' 'split:Split Adjustment' 'keys:Keys' \
+  'about:About' 'terms:Terms, Conditions'; do
   if [[ ${station_of#*:} == '' ]]; then
     keys ctrl+shift+p
     picture palette 1
@@ -206,7 +244,7 @@ keys Escape
 keys shift+F9
 picture selector-settings 2
 keys Escape
-choose alt+h 4
+command_named "Setup Wizard"
 picture wizard 1
 keys Escape
 keys F1
@@ -217,5 +255,5 @@ picture view-menu 1
 keys m
 picture browser 5
 keys ctrl+q
-wait_for bash -c "! kill -0 $program"
+ends "$program"
 echo "The tour ended."

@@ -262,7 +262,7 @@ inline constexpr Command kPopulateCommand = {
     .fewestOperands = 1,
     .mostOperands = 1,
     .options = kPopulateOptions,
-    .summary = "Downloads the history of every ticker of a file from the standard source",
+    .summary = "Downloads the history of every ticker of a file",
     .help =
         R"(Replaces the tickers' histories. A ticker whose download fails keeps its own where line 1 of VTROWNset.ini
 says "Keep"; elsewhere those of an end-of-day file are deleted before the first download. Prints the count

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "batch/command_table.h"
 #include "batch_fixture.h"
 
@@ -161,6 +162,20 @@ TEST(Help, EveryCommandHasItsOwn) {
             EXPECT_THAT(help, HasSubstr("\n  " + std::string(option.name))) << command.name;
         }
     }
+}
+
+TEST(Help, ThePageOfTheBatchToolNamesEveryCommand) {
+    const std::string page = BytesOrEmpty(kAssets / "Help/batch.html");
+    std::vector<std::string> words;
+    constexpr std::string_view kCell = "<tr><td><code>";
+    for (std::size_t at = page.find(kCell); at != std::string::npos; at = page.find(kCell, at + 1)) {
+        const std::size_t begin = at + kCell.size();
+        std::string cell = page.substr(begin, page.find('<', begin) - begin);
+        std::erase(cell, ',');
+        for (const std::string_view word : SplitAt(cell, ' ')) words.emplace_back(word);
+    }
+    for (const Command& command : Commands())
+        EXPECT_THAT(words, ::testing::Contains(std::string(command.name)));
 }
 
 TEST(CommandTable, EveryRowIsWhole) {

@@ -93,6 +93,58 @@ TEST(HelpPages, EveryLinkLeadsToAPageAndAPlaceInIt) {
     }
 }
 
+// The words of an attribute of a tag; empty where it has none.
+std::string Attribute(const std::string& tag, const std::string& name) {
+    const std::vector<std::string> values = Attributes(tag, " " + name + "=\"");
+    return values.empty() ? std::string() : values.front();
+}
+
+std::vector<std::string> PictureTags(const std::string& text) {
+    std::vector<std::string> tags;
+    for (std::size_t at = text.find("<img"); at != std::string::npos; at = text.find("<img", at + 1))
+        tags.push_back(text.substr(at, text.find('>', at) - at));
+    return tags;
+}
+
+// As the first chunk of a PNG tells it; 0 for bytes that are none.
+std::size_t WidthOfPng(const std::string& bytes) {
+    constexpr std::string_view kBegin("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16);
+    if (bytes.size() < kBegin.size() + 4 || !bytes.starts_with(kBegin)) return 0;
+    std::size_t width = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        width = width * 256 + static_cast<unsigned char>(bytes[kBegin.size() + i]);
+    return width;
+}
+
+constexpr std::size_t kMostPictureBytes = 100000;
+constexpr std::size_t kMostPictureWidth = 760;
+
+TEST(HelpPages, EveryPictureIsASmallPngThatFitsThePageAndIsTold) {
+    for (const std::string& page : AllPages()) {
+        for (const std::string& tag : PictureTags(PageText(page))) {
+            const std::string bytes = PageText(Attribute(tag, "src"));
+            const std::size_t width = WidthOfPng(bytes);
+            EXPECT_GT(width, 0U) << page << ": " << tag;
+            EXPECT_LE(width, kMostPictureWidth) << page << ": " << tag;
+            EXPECT_LT(bytes.size(), kMostPictureBytes) << page << ": " << tag;
+            EXPECT_EQ(Attribute(tag, "width"), std::to_string(width)) << page << ": " << tag;
+            EXPECT_GT(Attribute(tag, "alt").size(), 20U) << page << ": " << tag;
+        }
+    }
+}
+
+TEST(HelpPages, EveryPictureIsOnAPage) {
+    std::vector<std::string> shown;
+    for (const std::string& page : AllPages())
+        for (const std::string& tag : PictureTags(PageText(page))) shown.push_back(Attribute(tag, "src"));
+    std::sort(shown.begin(), shown.end());
+    std::vector<std::string> files;
+    for (const std::string& file : FileNamesIn(SourceFolder() / "assets/Help/pictures"))
+        files.push_back("pictures/" + file);
+    EXPECT_EQ(shown, files);
+    EXPECT_GE(files.size(), 10U);
+}
+
 TEST(HelpPages, TheIndexIsInOrder) {
     std::vector<std::string> entries;
     const std::string text = PageText(kHelpIndex);

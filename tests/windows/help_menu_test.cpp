@@ -2,7 +2,9 @@
 #include <QCheckBox>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextImageFormat>
 
 #include "acquire/version/version_check.h"
 #include "acquire/version/windows/frmVersionUpdate.h"
@@ -193,6 +195,46 @@ class HelpMenuTest : public QObject {
         });
         program.frame->Run("mnuHelpDisclaimer");
         QCOMPARE(inDialog, QStringLiteral("start.html"));
+    }
+
+    // A folder that an earlier version made keeps its pages; they would tell of that version.
+    void thePagesAreThoseOfThisVersion() {
+        Program program;
+        std::filesystem::create_directories(program.session.AppPath / "Help");
+        QVERIFY(!WriteWholeFile(program.session.AppPath / "Help/contents.html", "<p>Of long ago</p>"));
+        program.Start("Jan.ddq");
+        program.frame->Run("mnuHelpFile");
+        QVERIFY(OpenHelp());
+        const QString words = OpenHelp()->findChild<QTextBrowser*>()->toPlainText();
+        QVERIFY2(words.contains(QStringLiteral("First steps")), qPrintable(words));
+    }
+
+    // All pictures of all pages: drawn at the size that the page tells, in a window of the first size.
+    void thePicturesOfThePagesAreShown() {
+        frmHelp help(SourceFolder() / "assets/Help", nullptr);
+        help.setAttribute(Qt::WA_DeleteOnClose, false);
+        auto* page = help.findChild<QTextBrowser*>();
+        int pictures = 0;
+        for (const std::string& file : FileNamesIn(SourceFolder() / "assets/Help")) {
+            if (!file.ends_with(".html")) continue;
+            help.ShowPage(file);
+            QVERIFY(QTest::qWaitForWindowExposed(&help));
+            for (QTextBlock block = page->document()->begin(); block.isValid(); block = block.next()) {
+                for (auto part = block.begin(); !part.atEnd(); ++part) {
+                    const QTextImageFormat format = part.fragment().charFormat().toImageFormat();
+                    if (!format.isValid()) continue;
+                    ++pictures;
+                    const QVariant read =
+                        page->document()->resource(QTextDocument::ImageResource, QUrl(format.name()));
+                    const QImage image = read.typeId() == QMetaType::QPixmap ? read.value<QPixmap>().toImage()
+                                                                             : read.value<QImage>();
+                    QVERIFY2(!image.isNull(), qPrintable(Shown(file) + u' ' + format.name()));
+                    QCOMPARE(static_cast<int>(format.width()), image.width());
+                }
+            }
+            QVERIFY2(page->horizontalScrollBar()->maximum() == 0, file.c_str());
+        }
+        QVERIFY(pictures >= 10);
     }
 
     void aMissingPageIsTold() {

@@ -171,7 +171,7 @@ void frmStockSelectorSettings::BuildButtons(QHBoxLayout& row) {
     auto* clear = AddButton(row, QStringLiteral("Command3"), QStringLiteral("&Clear"),
                             QStringLiteral("Empty the condition on show and save all ten (can be undone)"));
     auto* exit = AddButton(row, QStringLiteral("Command2"), QStringLiteral("E&xit"),
-                           QStringLiteral("Close; what was not applied is dropped (Esc)"));
+                           QStringLiteral("Close; asks before it drops what was not applied (Esc)"));
     connect(apply, &QPushButton::clicked, this, &frmStockSelectorSettings::Apply);
     connect(clear, &QPushButton::clicked, this, &frmStockSelectorSettings::Clear);
     connect(exit, &QPushButton::clicked, this, &QDialog::reject);

@@ -35,9 +35,9 @@ frmSelectorSelection::frmSelectorSelection(const Date& today, QWidget* parent)
     Option2 = AddOption(options, QStringLiteral("Option2"), QStringLiteral("&Daily"),
                         QStringLiteral("One bar a trading day, the recent years"));
     Option3 = AddOption(options, QStringLiteral("Option3"), QStringLiteral("&Weekly"),
-                        QStringLiteral("One bar a week, the whole history"));
+                        QStringLiteral("One bar for each five days, over the whole history"));
     Option4 = AddOption(options, QStringLiteral("Option4"), QStringLiteral("&Monthly"),
-                        QStringLiteral("One bar a month, the whole history"));
+                        QStringLiteral("One bar for each twenty days, over the whole history"));
     Option2->setChecked(true);
     layout->addWidget(frame);
     AddDay(*layout);

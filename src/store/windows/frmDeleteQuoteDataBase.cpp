@@ -38,7 +38,8 @@ frmDeleteQuoteDataBase::frmDeleteQuoteDataBase(const std::string& ticker, QWidge
     auto* buttons = new QDialogButtonBox;
     auto* remove = buttons->addButton(QStringLiteral("Delete"), QDialogButtonBox::AcceptRole);
     remove->setObjectName(QStringLiteral("Command1"));
-    remove->setToolTip(QStringLiteral("Delete the ticker's whole history; it can only be downloaded anew"));
+    remove->setToolTip(
+        QStringLiteral("Delete the ticker and its whole history; Edit, Undo brings both back"));
     auto* keep = buttons->addButton(QStringLiteral("Keep History"), QDialogButtonBox::AcceptRole);
     keep->setObjectName(QStringLiteral("Command2"));
     keep->setToolTip(QStringLiteral("Keep the history; the ticker leaves the quote file all the same"));

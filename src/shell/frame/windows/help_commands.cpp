@@ -59,12 +59,11 @@ void HelpCommands::ShowHelpIndex() {
     ShowHelp(kHelpIndex);
 }
 
-// An application folder that is older than the help has no pages; those of the installation serve.
+// The pages of the installation tell of this version; those of an application folder are as old as the folder.
 Path HelpCommands::HelpFolder() const {
-    Path folder = frame_.session.AppPath / "Help";
-    if (IsRegularFile(folder / kHelpContents)) return folder;
     const std::optional<Path> assets = FindAssets(CurrentStartPlaces().executable);
-    return assets ? *assets / "Help" : folder;
+    if (assets && IsRegularFile(*assets / "Help" / kHelpContents)) return *assets / "Help";
+    return frame_.session.AppPath / "Help";
 }
 
 // A window that a modal one shuts out could not be read in: then the help belongs to the modal one.
