@@ -42,18 +42,6 @@ bool IsLiveTicker(std::string_view symbol) {
     return isPrintable && HasDatabaseFiles(symbol) && (!hasBlank || PreferredMark(symbol));
 }
 
-// False when the person does not want to write over what another program has made of the table's file. Where
-// no file stands any more there is nothing to write over.
-bool MayReplace(Session& session, const QuoteTable& table, const Path& file) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error) || !table.SourceHasChanged(file)) return true;
-    return session.person.AskBeforeDestroying(
-        session.CurrentFile +
-            " was changed by another program since it was opened. Do you want to write "
-            "over those changes?",
-        kFileChangedTitle);
-}
-
 }  // namespace
 
 std::size_t RowOfTicker(const QuoteTable& table, std::string_view ticker) {
@@ -97,9 +85,19 @@ std::string RefusedTickerName(std::string_view symbol, const SettingsTables& set
     return shown + ": a ticker cannot hold a tab or a line end";
 }
 
+bool MayReplaceTable(Session& session, const QuoteTable& table, const Path& file) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error) || !table.SourceHasChanged(file)) return true;
+    return session.person.AskBeforeDestroying(
+        session.CurrentFile +
+            " was changed by another program since it was opened. Do you want to write "
+            "over those changes?",
+        kFileChangedTitle);
+}
+
 std::error_code SaveOpenTable(Session& session, QuoteTable& table) {
     const Path file = session.DataFile(session.CurrentFile);
-    if (!MayReplace(session, table, file)) return std::make_error_code(std::errc::operation_canceled);
+    if (!MayReplaceTable(session, table, file)) return std::make_error_code(std::errc::operation_canceled);
     const std::error_code error = SaveQuoteTable(table, file);
     if (!error) table.SetSource(file, StampOf(file));
     return error;
@@ -191,7 +189,7 @@ TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view sym
     if (edit.outcome != EditOutcome::Changed || edit.fault) return edit;
     const Path file = session.DataFile(session.CurrentFile);
     const bool saves = SavesTable(session.settings);
-    if (saves && !MayReplace(session, table, file)) {
+    if (saves && !MayReplaceTable(session, table, file)) {
         edit.fault = FailedTo(FailureKind::Write, file, std::make_error_code(std::errc::operation_canceled));
     } else if (saves) {
         session.person.ShowStatusWord(kStatusSaving);

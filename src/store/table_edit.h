@@ -64,6 +64,9 @@ std::error_code AutomaticSave(Session& session, QuoteTable& table);
 std::error_code SaveOpenTable(Session& session, QuoteTable& table);
 
 inline constexpr std::string_view kFileChangedTitle = "Replace File?";
+// The question alone: false when the person does not want to write over what another program has made of
+// `file` since `table` was read from it. Where no file stands any more there is nothing to write over.
+bool MayReplaceTable(Session& session, const QuoteTable& table, const Path& file);
 
 // A ticker to be added, as it was typed, with the texts of its alarms.
 struct NewTicker {

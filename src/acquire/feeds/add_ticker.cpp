@@ -4,6 +4,7 @@
 #include "shell/session_change.h"
 #include "shell/settings/choices.h"
 #include "shell/status_words.h"
+#include "store/file_stamp.h"
 #include "store/table_files.h"
 
 namespace brantlow {
@@ -14,10 +15,8 @@ bool WantsHistory(const Session& session) {
     return KindOf(session.CurrentFile) == FileKind::Ddq && FetchesHistory(session.settings);
 }
 
-Failure PrepareSave(const Session& session, const QuoteTable& table, TableSaving saving, FileChange& change) {
-    if (saving == TableSaving::AsSettingsSay && !SavesTable(session.settings)) return {};
-    session.person.ShowStatusWord(kStatusSaving);
-    return PrepareQuoteTable(table, session.DataFile(session.CurrentFile), change);
+bool Saves(const Session& session, TableSaving saving) {
+    return saving != TableSaving::AsSettingsSay || SavesTable(session.settings);
 }
 
 }  // namespace
@@ -37,9 +36,15 @@ AddedTicker AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable
         edit.history = PrepareTickerDownload(session, web, hosts, added, change);
         edit.fault = edit.history->error;
     }
-    if (!edit.fault) edit.fault = PrepareSave(session, table, saving, change);
+    const Path file = session.DataFile(session.CurrentFile);
+    const bool keepsOther = Saves(session, saving) && !MayReplaceTable(session, table, file);
+    const bool saves = Saves(session, saving) && !keepsOther && !edit.fault;
+    if (saves) session.person.ShowStatusWord(kStatusSaving);
+    if (saves) edit.fault = PrepareQuoteTable(table, file, change);
     if (!edit.fault) edit.fault = change.Commit();
+    if (saves && !edit.fault) table.SetSource(file, StampOf(file));
     edit.saveError = edit.fault.cause;
+    if (keepsOther && !edit.fault) edit.saveError = std::make_error_code(std::errc::operation_canceled);
     session.person.ShowTickerCount(table.TickerCount());
     session.person.ShowStatusWord(kStatusComplete);
     return edit;

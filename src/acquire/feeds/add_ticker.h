@@ -23,8 +23,10 @@ struct AddedTicker : TableEdit {
 
 // Adds the ticker (AppendTicker), sorts the table by `sortColumn`, downloads the history of a new ticker of
 // an end-of-day table when the settings name years for it, and saves by `saving`; history and table are one
-// change of files. Messages, status words and the ticker count go to the session's person. `rowAdded`, which
-// may be empty, is called once the table has its new row, before the download.
+// change of files. Where another program has changed the table's file the person is asked first, and the
+// history alone is stored when those changes are to stay (operation_canceled). Messages, status words and the
+// ticker count go to the session's person. `rowAdded`, which may be empty, is called once the table has its
+// new row, before the download.
 AddedTicker AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable& table,
                       const NewTicker& ticker, std::size_t sortColumn,
                       TableSaving saving = TableSaving::AsSettingsSay,

@@ -65,6 +65,26 @@ TEST_F(AddTickerTest, ATickerForWhichNothingComesStandsInTheTable) {
     EXPECT_TRUE(person.said.empty());
 }
 
+TEST_F(AddTickerTest, ItsOwnSaveIsNoChangeOfAnotherProgram) {
+    ASSERT_FALSE(SaveOpenTable(session, table));
+    EXPECT_FALSE(Add({"AAA"}).saveError);
+    EXPECT_FALSE(Add({"CCC"}).saveError);
+    EXPECT_FALSE(SaveOpenTable(session, table));
+    EXPECT_TRUE(person.asked.empty());
+}
+
+TEST_F(AddTickerTest, WhatAnotherProgramMadeOfTheFileStaysWhereThePersonWantsIt) {
+    ASSERT_FALSE(SaveOpenTable(session, table));
+    ASSERT_FALSE(WriteWholeFile(session.DataFile(session.CurrentFile), "somebody else's"));
+    person.answer = false;
+    EXPECT_EQ(Add({"AAA"}).saveError, std::errc::operation_canceled);
+    ASSERT_EQ(person.asked.size(), 1U);
+    EXPECT_EQ(person.asked[0].title, kFileChangedTitle);
+    EXPECT_EQ(Read("Data/Mine.ddq"), "somebody else's");
+    EXPECT_TRUE(Exists("Quotes/EOD/AAA.24"));
+    EXPECT_EQ(table.Ticker(1), "AAA");
+}
+
 TEST_F(AddTickerTest, WhatIsNotAddedFetchesAndSavesNothing) {
     for (const char* symbol : {"bbb", "NUL", "", " "}) {
         EXPECT_NE(Add({symbol}).outcome, EditOutcome::Changed) << symbol;
