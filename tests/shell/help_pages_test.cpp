@@ -5,12 +5,15 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/files.h"
 #include "base/text.h"
+#include "shell/frame/commands.h"
+#include "shell/frame/palette_rows.h"
 #include "support/source_folder.h"
 
 namespace brantlow {
@@ -145,6 +148,80 @@ TEST(HelpPages, EveryPictureIsOnAPage) {
     EXPECT_GE(files.size(), 10U);
 }
 
+// The words of a page as they are read: without tags, one blank between two.
+std::string WordsOfPage(std::string_view file) {
+    std::string words;
+    bool inTag = false;
+    for (const char c : PageText(file)) {
+        if (c == '<') inTag = true;
+        const bool isBlank = c == ' ' || c == '\n';
+        if (!inTag && !(isBlank && words.ends_with(' '))) words += isBlank ? ' ' : c;
+        if (c == '>') inTag = false;
+    }
+    return words;
+}
+
+std::string_view MenuOf(const MenuEntry& entry) {
+    const MenuEntry* above = &entry;
+    while (!above->parent.empty()) above = FindMenuEntry(above->parent);
+    return above->id;
+}
+
+// An entry's words as a page tells them.
+std::string ToldWords(const MenuEntry& entry) {
+    std::string words = PlainWords(entry.words);
+    if (words.ends_with("...")) words.resize(words.size() - 3);
+    return words;
+}
+
+// The entry of this menu whose words stand at the begin of `text`; null where none does.
+const MenuEntry* EntryToldIn(std::string_view text, std::string_view menu) {
+    const MenuEntry* told = nullptr;
+    std::size_t longest = 0;
+    for (const MenuEntry& entry : kMenu) {
+        const std::string words = ToldWords(entry);
+        if (entry.parent.empty() || MenuOf(entry) != menu || words.size() <= longest) continue;
+        if (!text.starts_with(words)) continue;
+        told = &entry;
+        longest = words.size();
+    }
+    return told;
+}
+
+// "Edit, Undo (Ctrl+Z)": menu, entry and key are those of the program.
+TEST(HelpPages, CommandsThatAPageNamesStandInTheirMenusWithTheirKeys) {
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 7> kMenus = {
+        {{"File", "mnuFile"},
+         {"Edit", "mnuEdit"},
+         {"View", "mnuView"},
+         {"Settings", "mnuSettings"},
+         {"Graphics", "mnuGraphics"},
+         {"Window", "mnuWindow"},
+         {"Help", "mnuHelp"}}};
+    std::size_t commands = 0;
+    std::size_t keys = 0;
+    for (const std::string& page : AllPages()) {
+        const std::string words = WordsOfPage(page);
+        for (const auto& [name, menu] : kMenus) {
+            const std::string before = std::string(name) + ", ";
+            for (std::size_t at = words.find(before); at != std::string::npos;
+                 at = words.find(before, at + 1)) {
+                const std::string_view told = std::string_view(words).substr(at + before.size());
+                if (told.empty() || told[0] < 'A' || told[0] > 'Z') continue;
+                ++commands;
+                const MenuEntry* const entry = EntryToldIn(told, menu);
+                ASSERT_NE(entry, nullptr) << page << ": " << before << told.substr(0, 40);
+                const std::string_view behind = told.substr(ToldWords(*entry).size());
+                if (!behind.starts_with(" (Ctrl+")) continue;
+                ++keys;
+                EXPECT_EQ(behind.substr(2, behind.find_first_of(");") - 2), entry->shortcut) << entry->id;
+            }
+        }
+    }
+    EXPECT_GT(commands, 25U);
+    EXPECT_GT(keys, 4U);
+}
+
 TEST(HelpPages, TheIndexIsInOrder) {
     std::vector<std::string> entries;
     const std::string text = PageText(kHelpIndex);
@@ -156,14 +233,34 @@ TEST(HelpPages, TheIndexIsInOrder) {
     EXPECT_TRUE(std::is_sorted(entries.begin(), entries.end()));
 }
 
-TEST(HelpPages, EveryWindowHasAPageOfTheHelp) {
+TEST(HelpPages, EveryWindowHasAPageOfTheHelpAndAPlaceOnIt) {
     const std::vector<std::string> pages = AllPages();
     for (const WindowHelp& row : kWindowHelp) {
-        EXPECT_TRUE(std::find(pages.begin(), pages.end(), row.page) != pages.end()) << row.window;
+        const std::size_t mark = row.page.find('#');
+        const std::string page(row.page.substr(0, mark));
+        EXPECT_TRUE(std::find(pages.begin(), pages.end(), page) != pages.end()) << row.window;
         EXPECT_EQ(HelpPageOf(row.window), row.page);
+        if (mark == std::string_view::npos) continue;
+        const std::vector<std::string> places = Attributes(PageText(page), "name=\"");
+        EXPECT_TRUE(std::find(places.begin(), places.end(), row.page.substr(mark + 1)) != places.end())
+            << row.page;
     }
     EXPECT_EQ(HelpPageOf("frmMain"), kHelpContents);
     EXPECT_EQ(HelpPageOf(""), kHelpContents);
+}
+
+TEST(HelpPages, NoWindowOfTheSourceIsWithoutOne) {
+    // The frame is no window to ask about, the help is there already, and the splash takes no key.
+    constexpr std::array<std::string_view, 3> kWithout = {"frmMain", "frmHelp", "frmSplash"};
+    std::size_t windows = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(SourceFolder() / "src")) {
+        const std::string name = entry.path().stem().string();
+        if (entry.path().extension() != ".h" || !name.starts_with("frm")) continue;
+        if (std::find(kWithout.begin(), kWithout.end(), name) != kWithout.end()) continue;
+        ++windows;
+        EXPECT_NE(HelpPageOf(name), kHelpContents) << name;
+    }
+    EXPECT_GT(windows, 25U);
 }
 
 }  // namespace

@@ -182,8 +182,8 @@ class FiredAlarmsWindowTest : public QObject {
         QVERIFY(mail);
         QVERIFY(mail->isModal());
         mail->reject();
-        QCOMPARE(HelpPageOf("frmFiredAlarms"), std::string_view("alarms.html"));
-        QCOMPARE(HelpPageOf("frmAlarmMail"), std::string_view("alarms.html"));
+        QCOMPARE(HelpPageOf("frmFiredAlarms"), std::string_view("alarms.html#fired"));
+        QCOMPARE(HelpPageOf("frmAlarmMail"), std::string_view("alarms.html#mail"));
     }
 };
 

@@ -197,6 +197,29 @@ class HelpMenuTest : public QObject {
         QCOMPARE(inDialog, QStringLiteral("start.html"));
     }
 
+    // The editor shows names that say little: the page opens where their families are told.
+    void f1OpensThePageAtTheWindowsPlace() {
+        Program program;
+        program.Start("Jan.ddq");
+        QString source;
+        int place = 0;
+        QString top;
+        DialogHand hand([&](QDialog& dialog) {
+            QTest::keyClick(&dialog, Qt::Key_F1);
+            if (!OpenHelp()) return dialog.reject();
+            auto* page = OpenHelp()->findChild<QTextBrowser*>();
+            source = page->source().toString();
+            place = page->verticalScrollBar()->value();
+            const QTextBlock atTop = page->cursorForPosition(QPoint(30, 30)).block();
+            top = atTop.previous().text() + u'\n' + atTop.text();
+            dialog.reject();
+        });
+        program.frame->Run("mnuSettingsStockSelector");
+        QTRY_COMPARE_WITH_TIMEOUT(source, QStringLiteral("selector.html#families"), kPatienceMs);
+        QVERIFY(place > 0);
+        QVERIFY2(top.contains(QStringLiteral("The families of tests")), qPrintable(top));
+    }
+
     // A folder that an earlier version made keeps its pages; they would tell of that version.
     void thePagesAreThoseOfThisVersion() {
         Program program;

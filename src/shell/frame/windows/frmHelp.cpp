@@ -88,12 +88,14 @@ frmHelp::frmHelp(const Path& folder, QWidget* parent)
 }
 
 void frmHelp::ShowPage(std::string_view page) {
-    if (IsRegularFile(folder_ / std::string(page))) {
+    // A place is found on a page that has its width.
+    show();
+    const Path file = folder_ / std::string(page.substr(0, page.find('#')));
+    if (IsRegularFile(file)) {
         page_->setSource(QUrl(Name(page)));
     } else {
-        page_->setPlainText(Shown("The page " + (folder_ / std::string(page)).string() + " is not there."));
+        page_->setPlainText(Shown("The page " + file.string() + " is not there."));
     }
-    show();
     raise();
     activateWindow();
     page_->setFocus();

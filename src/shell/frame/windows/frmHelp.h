@@ -19,6 +19,7 @@ class frmHelp final : public QWidget {
     // `folder` holds the pages. The window deletes itself when it is closed.
     frmHelp(const Path& folder, QWidget* parent);
 
+    // "page.html", or a place on it: "page.html#place".
     void ShowPage(std::string_view page);
 
   private:

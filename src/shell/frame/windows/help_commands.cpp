@@ -28,6 +28,14 @@ namespace {
 // The maker's public key among the files of the installation.
 constexpr const char* kPublicKeyName = "updater_key.pem";
 
+// The part of the frame that has the keyboard and a place of its own in the help, as the pane of a verdict.
+const QWidget* PartWithFocus(const QWidget& frame) {
+    const QWidget* part = QApplication::focusWidget();
+    while (part && part != &frame && HelpPageOf(part->objectName().toStdString()) == kHelpContents)
+        part = part->parentWidget();
+    return part == &frame ? nullptr : part;
+}
+
 }  // namespace
 
 HelpCommands::HelpCommands(const FrameHands& frame, UrlCache& cache) : frame_(frame), cache_(cache) {
@@ -59,7 +67,8 @@ void HelpCommands::ShowHelpIndex() {
     ShowHelp(kHelpIndex);
 }
 
-// The pages of the installation tell of this version; those of an application folder are as old as the folder.
+// The pages of the installation tell of this version; those of an application folder are as old as the
+// folder.
 Path HelpCommands::HelpFolder() const {
     const std::optional<Path> assets = FindAssets(CurrentStartPlaces().executable);
     if (assets && IsRegularFile(*assets / "Help" / kHelpContents)) return *assets / "Help";
@@ -85,6 +94,7 @@ std::string HelpCommands::WindowInFront() const {
     if (window == &frame_.window) {
         const QWidget* const child = frame_.children.FormInFront();
         if (child) window = child;
+        if (const QWidget* const part = PartWithFocus(frame_.window)) window = part;
     }
     return window ? window->objectName().toStdString() : std::string();
 }
