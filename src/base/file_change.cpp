@@ -134,14 +134,16 @@ Failure FileChange::WillGrow(const Path& path) {
     if (const Failure fault = OpenJournal()) return fault;
     struct stat status {};
     Entry entry{Entry::Was::Absent, 0, 0, path};
+    Grown grown;
     if (::stat(path.c_str(), &status) == 0) {
         entry.was = Entry::Was::Grown;
-        entry.length = static_cast<std::uintmax_t>(status.st_size);
+        grown.length = entry.length = static_cast<std::uintmax_t>(status.st_size);
+        grown.device = status.st_dev;
     } else if (errno != ENOENT) {
         return NotRead(path, LastError());
     }
     if (const Failure fault = Note(ChangeListLine(entry, place_.appPath))) return fault;
-    grown_.emplace(path.native(), entry.length);
+    grown_.emplace(path.native(), grown);
     if (grown_.size() % kGrownPerFlush == 0) ahead_.Begin(path.parent_path());
     entries_.push_back(std::move(entry));
     return {};
@@ -241,18 +243,36 @@ Failure FileChange::Note(const std::string& lines) {
 Failure FileChange::SyncStaged() {
     if (const std::error_code error = ahead_.Finish())
         return NotWritten(Path(grown_.begin()->first).parent_path(), error);
-    std::vector<Path> files;
-    for (const Staged& file : staged_) files.push_back(file.temporary);
-    for (const auto& [path, length] : grown_) files.emplace_back(path);
-    // Of many files the file systems are flushed, one each, by a file of theirs.
-    const bool oneByOne = files.size() <= kFlushedOneByOne;
-    std::set<dev_t> done;
-    for (const Path& file : files) {
+    return staged_.size() + grown_.size() <= kFlushedOneByOne ? SyncOneByOne() : SyncDevices();
+}
+
+Failure FileChange::SyncOneByOne() const {
+    const auto sync = [](const Path& file) {
+        const std::error_code error = SyncFile(file);
+        return error ? NotWritten(file, error) : Failure{};
+    };
+    for (const Staged& file : staged_)
+        if (Failure fault = sync(file.temporary)) return fault;
+    for (const auto& [path, grown] : grown_)
+        if (Failure fault = sync(path)) return fault;
+    return {};
+}
+
+// Of many files the file systems are flushed, one each, by a file of theirs.
+Failure FileChange::SyncDevices() const {
+    std::set<std::uint64_t> done;
+    const auto sync = [&done](const Path& file, const std::optional<std::uint64_t>& device) {
         struct stat status {};
-        if (::stat(file.c_str(), &status) != 0) return NotWritten(file, LastError());
-        if (!oneByOne && !done.insert(status.st_dev).second) continue;
-        const std::error_code error = oneByOne ? SyncFile(file) : SyncFileSystem(file);
-        if (error) return NotWritten(oneByOne ? file : file.parent_path(), error);
+        if (!device && ::stat(file.c_str(), &status) != 0) return NotWritten(file, LastError());
+        if (!done.insert(device.value_or(status.st_dev)).second) return Failure{};
+        const std::error_code error = SyncFileSystem(file);
+        return error ? NotWritten(file.parent_path(), error) : Failure{};
+    };
+    for (const Staged& file : staged_)
+        if (Failure fault = sync(file.temporary, std::nullopt)) return fault;
+    for (const auto& [path, grown] : grown_) {
+        if (grown.device && done.contains(*grown.device)) continue;
+        if (Failure fault = sync(path, grown.device)) return fault;
     }
     return {};
 }
@@ -266,7 +286,8 @@ Failure FileChange::Keep(const Path& path, std::string& lines) {
         if (!S_ISREG(status.st_mode)) return NotRead(path, std::make_error_code(std::errc::is_a_directory));
         entry.was = Entry::Was::Kept;
         entry.number = entries_.size() + 1;
-        entry.length = grown == grown_.end() ? static_cast<std::uintmax_t>(status.st_size) : grown->second;
+        entry.length =
+            grown == grown_.end() ? static_cast<std::uintmax_t>(status.st_size) : grown->second.length;
         // What cannot be read could not be brought back.
         const Descriptor readable(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
         if (!readable.IsOpen()) return NotRead(path, LastError());
@@ -321,7 +342,13 @@ Failure FileChange::SyncFolders() const {
     std::set<Path> folders;
     for (const Staged& file : staged_) folders.insert(file.path.parent_path());
     for (const std::string& path : deleted_) folders.insert(Path(path).parent_path());
-    for (const auto& [path, length] : grown_) folders.insert(Path(path).parent_path());
+    std::string_view before;
+    for (const auto& [path, grown] : grown_) {
+        // Most stand in one folder.
+        const std::string_view folder = std::string_view(path).substr(0, path.rfind('/') + 1);
+        if (folder != before) folders.insert(Path(path).parent_path());
+        before = folder;
+    }
     for (const Path& folder : folders) {
         if (const auto error = SyncFolder(folder)) return NotWritten(folder, error);
     }

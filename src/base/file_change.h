@@ -18,6 +18,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -104,6 +105,8 @@ class FileChange {
     Failure Note(const std::string& lines);
     Failure StageFile(const Path& path, std::string_view bytes);
     Failure SyncStaged();
+    Failure SyncOneByOne() const;
+    Failure SyncDevices() const;
     Failure Keep(const Path& path, std::string& lines);
     Failure KeepAll();
     Failure PutInPlace();
@@ -121,7 +124,11 @@ class FileChange {
     std::unordered_map<std::string, std::size_t> stagedAt_;
     std::set<std::string> deleted_;
     std::vector<Path> alsoKept_;
-    std::unordered_map<std::string, std::uintmax_t> grown_;
+    struct Grown {
+        std::uintmax_t length = 0;            // before the change
+        std::optional<std::uint64_t> device;  // that holds it, where it was there
+    };
+    std::unordered_map<std::string, Grown> grown_;
     FlushAhead ahead_;  // of grown files
     std::vector<Entry> entries_;
     Path journal_;  // its folder; empty while there is none

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "base/plain_number.h"
 #include "base/text.h"
 
 namespace brantlow {
@@ -197,7 +198,11 @@ void AppendScaled(const Scaled& scaled, const Picture& form, std::string& out) {
 
 double LeadingNumber(std::string_view text) {
     while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
-    return Convert(text.substr(0, NumberLength(text)));
+    double value = 0;
+    const char* const end = text.data() + text.size();
+    const char* const behind = ReadPlainNumber(text.data(), end, value);
+    const bool isPlain = behind != nullptr && (behind == end || (*behind != 'e' && *behind != 'E'));
+    return isPlain ? value : Convert(text.substr(0, NumberLength(text)));
 }
 
 std::optional<double> WholeNumber(std::string_view text) {

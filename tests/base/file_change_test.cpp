@@ -237,6 +237,23 @@ TEST_F(FileChangeTest, ManyFilesThatGrowAreFlushedMeanwhileAndTakenBackAllTheSam
     EXPECT_TRUE(Files().empty());
 }
 
+// A flush goes to the files, or to the file system by one of them: it fails where none of them is left.
+TEST_F(FileChangeTest, FilesThatGrewAreFlushedHoweverMany) {
+    for (const int count : {1, 16, 17, 40}) {
+        for (const bool wereThere : {false, true}) {
+            FileChange change(place, "Test", ChangeKeeps::UntilDone);
+            for (int i = 0; i < count; ++i) {
+                const std::string name = std::to_string(i);
+                if (wereThere) Put(name, "a");
+                ASSERT_FALSE(change.WillGrow(File(name)));
+                ASSERT_FALSE(AppendToFile(File(name), "b"));
+            }
+            for (int i = 0; i < count; ++i) fs::remove(File(std::to_string(i)));
+            EXPECT_TRUE(change.Commit()) << count << (wereThere ? " files" : " new files");
+        }
+    }
+}
+
 TEST_F(FileChangeTest, AccessKeysAreNeverCopied) {
     Put("Keys.ini", "secret");
     FileChange change(place, "Test");

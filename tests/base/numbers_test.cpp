@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
+#include <random>
 #include <string>
 
 namespace brantlow {
@@ -19,6 +22,26 @@ TEST(LeadingNumber, TakesTheLongestNumericFront) {
                              {"", 0},        {"inf", 0},   {"nan", 0},    {"0x1F", 0},        {"-", 0},
                              {".", 0},       {"1e999", 0}, {"12 34", 12}, {"1.231.45", 1.231}};
     for (const Row& row : kRows) EXPECT_EQ(LeadingNumber(row.text), row.value) << row.text;
+}
+
+TEST(LeadingNumber, IsTheNearestDoubleOfAnyPlainDecimal) {
+    std::mt19937_64 random(20261122);
+    for (int i = 0; i < 200000; ++i) {
+        std::string text = random() % 4 == 0 ? "-" : "";
+        for (std::size_t digits = 1 + random() % 20; digits > 0; --digits)
+            text += static_cast<char>('0' + random() % 10);
+        if (random() % 4 != 0) text += '.';
+        for (std::size_t digits = text.back() == '.' ? random() % 24 : 0; digits > 0; --digits)
+            text += static_cast<char>('0' + random() % 10);
+        const double nearest = std::strtod(text.c_str(), nullptr);
+        for (const char* behind : {"", ",7", "x", " 1", ".5", "-", "E", "e+"}) {
+            // A point ends a number that has one, and is the number's own in one that has none.
+            if (behind == std::string_view(".5") && text.find('.') == std::string::npos) continue;
+            const double value = LeadingNumber(text + behind);
+            ASSERT_EQ(std::bit_cast<std::uint64_t>(value), std::bit_cast<std::uint64_t>(nearest))
+                << text << behind;
+        }
+    }
 }
 
 TEST(FormatPicture, RoundsHalfAwayFromZeroOnTheShortestDecimalForm) {
