@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Times the study of the ten shipped conditions, one year of daily bars, over all tickers:
-#   (a) `brantlow-batch select`, one indicator pass a ticker; times the evaluated days that is the naive way
+#   (a) `brantlow-batch select`, one day; times the evaluated days that is the naive way
 #   (b) `brantlow-batch study`
 #   (c) three simple conditions in pandas, where python3-pandas is installed
 #
@@ -35,7 +35,7 @@ read -r clock cpu peak <<< "$("$programs/timed_run" "$programs/brantlow-batch" -
   study Bench.ddq --from 2026-01-15 2>&1 > "$found")"
 days=$(sed 's/.*"evaluated":\([0-9]*\).*/\1/' "$found")
 echo "study: $days evaluated days of tickers"
-printf '  (a) select  %7.2f s (%.2f s of processor), %d MB; a pass a day would take %.0f s of processor\n' \
+printf '  (a) select  %7.2f s (%.2f s of processor), %d MB; such a run a day would take %.0f s of processor\n' \
   "$select_clock" "$select_cpu" "$select_peak" "$(awk -v cpu="$select_cpu" -v days="$days" 'BEGIN { print cpu * days / 17999 }')"
 printf '  (b) study   %7.2f s (%.2f s of processor), %d MB (goal: below %d s, below %d MB)\n' \
   "$clock" "$cpu" "$peak" "$most_seconds" "$most_megabytes"
