@@ -318,7 +318,11 @@ class LiveRun {
         const std::string ticker = work_.table.Ticker(row);
         const auto found = answers_.find(ticker);
         if (found == answers_.end() || !found->second.outcome.Done()) return;
-        TakeDays(row, ticker, found->second.bars);
+        if (found->second.bars.bars.empty()) {
+            row_.TakeShown(row);
+        } else {
+            TakeDays(row, ticker, found->second.bars);
+        }
         session_.person.PumpEvents();
     }
 

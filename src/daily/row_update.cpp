@@ -140,6 +140,11 @@ void RowUpdate::TakeQuote(const LiveQuote& quote, std::size_t row, bool isShown,
     Scan(row);
 }
 
+void RowUpdate::TakeShown(std::size_t row) {
+    ReadRow(work_.table, row, work_.rows);
+    Scan(row);
+}
+
 void RowUpdate::Scan(std::size_t row) {
     Session& session = work_.session;
     if (!ScanAlarms(work_.table, row, columns_, today_, session.person)) return;

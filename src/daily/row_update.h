@@ -54,6 +54,8 @@ class RowUpdate {
     // nothing new can be computed for, stay as they are. A day that may enter the database adds its record to
     // `records`; null for one that is not over. Only a shown day changes the table and its alarms.
     void TakeQuote(const LiveQuote& quote, std::size_t row, bool isShown, std::string* records);
+    // Looks at the alarms of a row whose source has nothing newer than what the row shows.
+    void TakeShown(std::size_t row);
     // Whether the day is young enough for Import.Txt.
     bool IsYoung(std::string_view tradeDate) const;
 
