@@ -135,6 +135,8 @@ class Import {
         Failure fault;
         files_ = YearFilesByTicker(session_.settings.QuoteFolder, files.tickers, &fault);
         if (fault) return fault;
+        // A ticker that has no files yet is not looked for again, in a folder that the run fills.
+        for (const std::string& ticker : files.tickers) files_.try_emplace(ticker);
         bases_ = TickerBases::Load(session_.DataFolder(), fault);
         return fault;
     }
