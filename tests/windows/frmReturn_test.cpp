@@ -175,6 +175,21 @@ class frmReturnTest : public QObject {
         }
     }
 
+    void withLargeLettersTheReportIsWhole() {
+        const QFont usual = QApplication::font();
+        QFont large = usual;
+        large.setPointSizeF(usual.pointSizeF() * 1.5);
+        QApplication::setFont(large);
+        const OneRoundTrip trip;
+        frmReturn window(trip.Source(), nullptr);
+        window.show();
+        for (const char* control : {"Label3", "Label4", "Label9", "Label13", "Label16", "Label17"}) {
+            const auto* const label = window.findChild<QLabel*>(QString::fromLatin1(control));
+            QVERIFY2(label->height() >= label->sizeHint().height(), control);
+        }
+        QApplication::setFont(usual);
+    }
+
     void theButtonOpensTheReportWithBothConditions() {
         const OneRoundTrip trip;
         RecordingPerson person;

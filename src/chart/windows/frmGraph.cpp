@@ -136,6 +136,8 @@ void frmGraph::OfferWalks(const std::vector<std::size_t>& conditions) {
     walk_->setCurrentIndex(std::max(0, walk_->findData(QVariant::fromValue<qulonglong>(chosen))));
     // Without a condition there is nothing to choose.
     walk_->setVisible(!conditions.empty());
+    // The strip may take one row more now.
+    ArrangeReadOuts();
 }
 
 std::size_t frmGraph::WalkCondition() const {

@@ -252,6 +252,7 @@ void frmGraph::BuildFrameButtons(QBoxLayout& column) {
 }
 
 void frmGraph::ArrangeReadOuts() {
+    if (readOuts_.isEmpty()) return;
     const auto arrange = [this](QBoxLayout::Direction direction) {
         for (QBoxLayout* pair : readOuts_) pair->setDirection(direction);
         sheet_->layout()->activate();

@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 #include "base/numbers.h"
@@ -255,7 +256,9 @@ frmReturn::frmReturn(const ReturnSource& source, QWidget* parent) : QDialog(pare
 void frmReturn::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     const QRect available = screen()->availableGeometry();
-    resize(size().boundedTo(available.size()));
+    // A window opens with two thirds of a screen at most, which cuts the report where letters are large.
+    const int whole = layout()->totalHeightForWidth(width());
+    resize(QSize(width(), std::max(height(), whole)).boundedTo(available.size()));
     QRect frame = frameGeometry();
     frame.moveCenter(available.center());
     move(frame.topLeft());
