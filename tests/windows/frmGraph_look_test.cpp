@@ -268,6 +268,12 @@ class FrmGraphLookTest : public QObject {
             FittingChart roomy;
             QVERIFY(roomy.PlaceOf(*roomy.Part<QWidget>("Label68")).top() >
                     roomy.PlaceOf(*roomy.Part<QWidget>("Label21")).center().y());
+            // However tall the window, each value stands next to its heading.
+            const auto top = [&](const char* name) {
+                return roomy.PlaceOf(*roomy.Part<QWidget>(name)).top();
+            };
+            const int line = roomy.Part<QWidget>("Label21")->sizeHint().height();
+            QVERIFY2(top("Label22") - top("Label21") <= 3 * line, std::to_string(line).c_str());
             QApplication::setFont(large);
             FittingChart program({1024 - 16, 768 - 48});
             const auto* const scroll = program.Graph()->findChild<QScrollArea*>();

@@ -231,7 +231,7 @@ void frmGraph::BuildReadOuts(QBoxLayout& column) {
         // A read-out that comes and goes moves nothing under the pointer.
         value->setFixedHeight(value->sizeHint().height());
         value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        pair->addWidget(value, 1);
+        pair->addWidget(value);
     }
 }
 
@@ -254,7 +254,11 @@ void frmGraph::BuildFrameButtons(QBoxLayout& column) {
 void frmGraph::ArrangeReadOuts() {
     if (readOuts_.isEmpty()) return;
     const auto arrange = [this](QBoxLayout::Direction direction) {
-        for (QBoxLayout* pair : readOuts_) pair->setDirection(direction);
+        for (QBoxLayout* pair : readOuts_) {
+            pair->setDirection(direction);
+            // Beside its heading a value takes the rest of the width, under it no more than its height.
+            pair->setStretch(1, direction == QBoxLayout::LeftToRight ? 1 : 0);
+        }
         sheet_->layout()->activate();
     };
     arrange(QBoxLayout::TopToBottom);
