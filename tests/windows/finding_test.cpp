@@ -237,7 +237,7 @@ class FindingTest : public QObject {
     void aPauseIsAcknowledgedAtOnceAndEscapeAsks() {
         RunControl run;
         BeginRun(run);
-        frmEnable window(run, nullptr);
+        frmEnable window(run, RunStop::KeepsWhatIsDone, nullptr);
         window.show();
         auto* state = window.findChild<QLabel*>(QStringLiteral("lblState"));
         window.ShowOutlook("Updating AAPL: 40 % done, about 3 minutes left", "AAPL");

@@ -360,7 +360,7 @@ class SelectorRunTest : public QObject {
         BeginRun(run);
         QWidget frame;
         frame.setEnabled(false);
-        frmEnable window(run, &frame);
+        frmEnable window(run, RunStop::KeepsWhatIsDone, &frame);
         window.setEnabled(true);
         QCOMPARE(window.windowTitle(), QStringLiteral("Exit, Pause or Resume Process"));
         const auto button = [&](const char* name) {
