@@ -4,7 +4,7 @@
 #
 #   tools/coverage.sh [FILE]   FILE takes the figures of every source file, as CSV
 #
-# Needs the package gcovr beside what ./test installs, and about three times the time of ./test.
+# Needs the package gcovr beside what ./test installs.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -18,7 +18,7 @@ tools/run_tests.sh coverage -E '^(Commands/|All/OwnFiles|ParallelTest|ToldFaultT
 files=${1:-$build/files.csv}
 # A branch that only an exception thrown by a library takes is no decision of ours.
 gcovr --root . --filter src/ --object-directory "$build" --exclude-throw-branches --exclude-unreachable-branches \
-  --gcov-ignore-parse-errors -j "$(nproc)" --csv "$files" "$build" >&2
+  --gcov-ignore-parse-errors -j "$(nproc)" --csv "$files" "$build/src" >&2
 
 awk -F, '
   NR == 1 { for (i = 1; i <= NF; ++i) at[$i] = i; next }
