@@ -4,7 +4,6 @@
 #include <QMouseEvent>
 #include <QNativeGestureEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPinchGesture>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -21,7 +20,7 @@ namespace {
 
 // A press that trembles is no drag yet.
 constexpr double kDragBegins = 5;
-constexpr double kTextRimPixels = 4;
+constexpr int kTextRimPixels = 2;
 
 // Whole pixels that hold `twips`.
 int PixelsThatHold(double twips) {
@@ -94,15 +93,24 @@ void ChartPanel::Render() {
 void ChartPanel::PaintHand(QPainter& painter) const {
     const HandItems& drawn = scene_.Drawn();
     PaintItems(painter, drawn.lines, size(), {.scale = Scale(), .wide = true});
-    painter.setRenderHint(QPainter::Antialiasing);
     for (const HandText& text : drawn.texts) {
         const QPointF at(text.x / TwipsAcross(1), text.y / TwipsDown(1) - fontMetrics().descent());
-        QPainterPath letters;
-        letters.addText(at, font(), QString::fromStdString(text.text));
-        // A rim of the ground keeps them apart from the bars behind them.
-        painter.strokePath(letters, QPen(ColourOf(scene_.Palette().ground), kTextRimPixels));
-        painter.fillPath(letters, ColourOf(scene_.Palette().hand));
+        PaintWords(painter, at, QString::fromStdString(text.text));
     }
+}
+
+// As letters, whose pictures the font keeps: their outlines depend on what the font was asked for before, so
+// two pictures of one chart would differ by a trace.
+void ChartPanel::PaintWords(QPainter& painter, QPointF at, const QString& words) const {
+    painter.setFont(font());
+    // A rim of the ground keeps them apart from the bars behind them.
+    painter.setPen(ColourOf(scene_.Palette().ground));
+    for (int across = -kTextRimPixels; across <= kTextRimPixels; ++across) {
+        for (int down = -kTextRimPixels; down <= kTextRimPixels; ++down)
+            painter.drawText(at + QPointF(across, down), words);
+    }
+    painter.setPen(ColourOf(scene_.Palette().hand));
+    painter.drawText(at, words);
 }
 
 ChartPoint ChartPanel::PlaceOf(const QMouseEvent& event) const {

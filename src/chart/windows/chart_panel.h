@@ -81,6 +81,7 @@ class ChartPanel final : public QWidget {
     void PaintGrid(QPainter& painter) const;
     void PaintCrosshair(QPainter& painter) const;
     void PaintHand(QPainter& painter) const;
+    void PaintWords(QPainter& painter, QPointF at, const QString& words) const;
     ChartPoint PlaceOf(const QMouseEvent& event) const;
 
     Panel panel_;
