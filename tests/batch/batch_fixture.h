@@ -33,6 +33,12 @@ inline CallResult CallWith(const std::vector<std::string>& arguments, const Path
     return {status, out.str(), err.str()};
 }
 
+// A record with a close, and a range of 1 around it.
+inline std::string Record(const std::string& date, int close) {
+    return "\"" + date + "\",\"\"," + std::to_string(close) + "," + std::to_string(close - 1) + "," +
+           std::to_string(close + 1) + ",100,0,0,0,0,0,\"\",\"\",0,0,0,0,0," + std::to_string(close) + "\r\n";
+}
+
 // An application folder, and calls with it as the executable's folder.
 class BatchTest : public ::testing::Test {
   protected:

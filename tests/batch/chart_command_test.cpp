@@ -12,7 +12,7 @@ using nlohmann::json;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-constexpr std::string_view kToday = "2026-11-21";
+constexpr std::string_view kChartDay = "2026-11-21";
 
 class ChartCommand : public BatchTest {
   protected:
@@ -32,7 +32,7 @@ class ChartCommand : public BatchTest {
     }
     CallResult Chart(std::vector<std::string> arguments) const {
         arguments.insert(arguments.begin(), {"chart", "KO"});
-        arguments.insert(arguments.end(), {"--today", std::string(kToday)});
+        arguments.insert(arguments.end(), {"--today", std::string(kChartDay)});
         return Call(arguments);
     }
     json List(std::vector<std::string> arguments) const {
@@ -163,7 +163,7 @@ TEST_F(ChartCommand, APngIsTheSameEveryTimeAndAnotherForAnotherChart) {
 }
 
 TEST_F(ChartCommand, DrawsATickerWithoutHistoryAsAnEmptyChart) {
-    const CallResult result = Call({"chart", "NONE", "--out", SvgPath(), "--today", std::string(kToday)});
+    const CallResult result = Call({"chart", "NONE", "--out", SvgPath(), "--today", std::string(kChartDay)});
     EXPECT_EQ(result.status, ExitStatus::Done);
     EXPECT_THAT(BytesOrEmpty(SvgPath()), HasSubstr("Data does not exist in the Quote Database"));
 }

@@ -7,13 +7,13 @@ namespace {
 
 using ::testing::HasSubstr;
 
-constexpr const char* kTable =
+constexpr const char* kAlarmTable =
     "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm\r\nAAA\t1.000\t11\t\r\nBBB\t2.000\t\t5\r\n";
 
 class EditCommands : public BatchTest {
   protected:
     EditCommands() {
-        Write("Data/Mine.ddq", kTable);
+        Write("Data/Mine.ddq", kAlarmTable);
         Write("Data/New EOD Quotes.db", "Ticker Symbol\tLast Price\r\n");
         Write("Quotes/EOD/AAA.26", "history");
         Write("Quotes/EOD/BBB.26", "history");
@@ -151,7 +151,7 @@ TEST_F(ExchangeCommands, ExportWritesTheChosenColumns) {
     EXPECT_EQ(result.status, ExitStatus::Done);
     EXPECT_EQ(result.out, "Exported: " + (folder / "Data/Export.Txt").string() + "\n");
     EXPECT_EQ(Read("Data/Export.Txt"), "AAA,1.000\r\nBBB,2.000\r\n");
-    EXPECT_EQ(Read("Data/Mine.ddq"), kTable);
+    EXPECT_EQ(Read("Data/Mine.ddq"), kAlarmTable);
 }
 
 TEST_F(ExchangeCommands, ExportRefusesATemplateInTheProgramsWords) {
@@ -179,7 +179,7 @@ TEST_F(ExchangeCommands, TheProgramsOwnFilesAreNeitherWrittenOverNorConsumed) {
         text.replace(text.find("Import.Txt"), 10, imported);
         Write("Data/VTRIMEXset.ini", text);
     };
-    Write("Data/Two.ddq", kTable);
+    Write("Data/Two.ddq", kAlarmTable);
     SetFiles("Two.ddq", "VTRIMEXset.ini");
     ExpectRefused({"export", "Mine.ddq"}, ExitStatus::Refused,
                   ((folder / "Data/Two.ddq").string() +
@@ -240,7 +240,7 @@ TEST_F(ExchangeCommands, AnImportThatCannotBeStoredKeepsItsFileAndTheTable) {
                               " failed: " + (folder / "Quotes/EOD/CCC.26").string() +
                               ": cannot be read (Is a directory); nothing was changed\n");
     EXPECT_EQ(Read("Data/Import.Txt"), "CCC,10,11/20/2026\r\n");
-    EXPECT_EQ(Read("Data/Mine.ddq"), kTable);
+    EXPECT_EQ(Read("Data/Mine.ddq"), kAlarmTable);
 }
 
 }  // namespace

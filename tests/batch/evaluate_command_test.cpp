@@ -10,12 +10,6 @@ namespace {
 using nlohmann::ordered_json;
 using ::testing::ElementsAre;
 
-std::vector<std::string> Keys(const ordered_json& object) {
-    std::vector<std::string> keys;
-    for (const auto& [key, value] : object.items()) keys.push_back(key);
-    return keys;
-}
-
 class EvaluateCommand : public BatchTest {
   protected:
     // `count` bars of the year 2026 that rise by 1, from 101.

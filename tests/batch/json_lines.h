@@ -16,4 +16,11 @@ inline std::vector<nlohmann::ordered_json> JsonLines(const CallResult& result) {
     return lines;
 }
 
+// The names in an object, in its order.
+inline std::vector<std::string> Keys(const nlohmann::ordered_json& object) {
+    std::vector<std::string> keys;
+    for (const auto& [key, value] : object.items()) keys.push_back(key);
+    return keys;
+}
+
 }  // namespace brantlow

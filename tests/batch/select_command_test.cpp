@@ -9,11 +9,6 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-std::string Record(const std::string& date, int close) {
-    return "\"" + date + "\",\"\"," + std::to_string(close) + "," + std::to_string(close - 1) + "," +
-           std::to_string(close + 1) + ",100,0,0,0,0,0,\"\",\"\",0,0,0,0,0," + std::to_string(close) + "\r\n";
-}
-
 constexpr std::string_view kHeader = "Ticker Symbol\tLast Price\r\n";
 constexpr std::string_view kEvaluationHeader =
     "Ticker Symbol\tCondition 1\tCondition 2\tCondition 3\tCondition 4\tCondition 5\tCondition 6\t"

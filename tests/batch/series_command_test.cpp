@@ -10,18 +10,6 @@ using ::testing::ElementsAre;
 
 constexpr std::string_view kToday = "2026-11-21";
 
-std::vector<std::string> Keys(const ordered_json& object) {
-    std::vector<std::string> keys;
-    for (const auto& [key, value] : object.items()) keys.push_back(key);
-    return keys;
-}
-
-// A record with a close, and a range of 1 around it.
-std::string Record(const std::string& date, int close) {
-    return "\"" + date + "\",\"\"," + std::to_string(close) + "," + std::to_string(close - 1) + "," +
-           std::to_string(close + 1) + ",100,0,0,0,0,0,\"\",\"\",0,0,0,0,0," + std::to_string(close) + "\r\n";
-}
-
 class SeriesCommand : public BatchTest {
   protected:
     // `count` bars of the year 2026, closes 1, 2, 3 ... Their first row takes the place of the one row of an

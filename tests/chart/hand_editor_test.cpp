@@ -15,7 +15,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr std::size_t kBars = 400;
+constexpr std::size_t kHistoryBars = 400;
 
 // Bar i of the history, from 1, closes at 100 + i / 2, reaches two up and one down; one a day from January
 // 2, 2023 on. The chart's own window begins with bar 122.
@@ -26,7 +26,7 @@ class HandTest : public SessionTest {
               "\"Default\"\r\n\"Price\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"None\"\r\n\"None"
               "\"\r\n");
         std::string rows = Row(0);
-        for (std::size_t i = 1; i <= kBars; ++i) rows += Row(i);
+        for (std::size_t i = 1; i <= kHistoryBars; ++i) rows += Row(i);
         Write("Quotes/EOD/ABC.24", rows);
         StartChart(context, {"ABC"}, "");
         scene.Update(kRoom);
@@ -93,7 +93,7 @@ TEST_F(HandTest, APlaceIsTheNearestBarsDayAndPulledToItsHighLowOrClose) {
                 0.0001);
     // Left of the first bar and right of the newest one those are meant.
     EXPECT_EQ(at(0, 100, false)->day, DayOf(122));
-    EXPECT_EQ(at(12700, 100, false)->day, DayOf(kBars));
+    EXPECT_EQ(at(12700, 100, false)->day, DayOf(kHistoryBars));
 }
 
 TEST_F(HandTest, WithoutABarThereIsNoPlaceAndNothingIsDrawn) {
@@ -166,7 +166,7 @@ TEST_F(HandTest, InAnotherStretchThePlacesAreTheSameBars) {
 
 TEST_F(HandTest, ADayBeyondTheHistoryIsCountedByTheDaysOfABar) {
     // Seven days are five bars.
-    EXPECT_NEAR(scene.Sheet().PlaceOf({AddDays(DayOf(kBars), 7), 200}).x, BarX(279 + 5), 0.01);
+    EXPECT_NEAR(scene.Sheet().PlaceOf({AddDays(DayOf(kHistoryBars), 7), 200}).x, BarX(279 + 5), 0.01);
     EXPECT_NEAR(scene.Sheet().PlaceOf({AddDays(DayOf(1), -14), 200}).x, BarX(1) - (121 + 10) * kBarSpacing,
                 0.01);
 }

@@ -6,7 +6,7 @@
 namespace brantlow {
 namespace {
 
-struct Row {
+struct SeriesRow {
     std::string_view name;
     NumberSeries Indicators::*centre;
     NumberSeries Indicators::*upper;
@@ -16,7 +16,7 @@ struct Row {
     Rgb caption;
 };
 
-constexpr Row kRows[] = {
+constexpr SeriesRow kSeriesRows[] = {
     {"MA 15", &Indicators::MA15, nullptr, nullptr, 16, {0, 100, 0}, {0, 100, 0}},
     {"MA 30", &Indicators::MA30, nullptr, nullptr, 31, {0, 150, 0}, {0, 150, 0}},
     {"MA 60", &Indicators::MA60, nullptr, nullptr, 61, {0, 180, 0}, {0, 180, 0}},
@@ -125,7 +125,7 @@ class PriceSeries200 : public PaintTest {
 
     // The centre at bar i is 150 + i / 10, an upper offset 5 + i / 100, a lower one -7 - i / 50; every other
     // array of the pass holds 111 everywhere, so that a wrong array shows.
-    void Fill(const Row& row) {
+    void Fill(const SeriesRow& row) {
         for (const NamedIndicator& other : kIndicatorArrays) {
             for (std::size_t i = 0; i <= 200; ++i) (indicators.*other.array).Set(i, 111);
         }
@@ -141,7 +141,7 @@ class PriceSeries200 : public PaintTest {
     static double UpperAt(std::size_t i) { return CentreAt(i) + 5 + static_cast<double>(i) / 100; }
     static double LowerAt(std::size_t i) { return CentreAt(i) - 7 - static_cast<double>(i) / 50; }
 
-    void ExpectSegments(const Row& row, const std::vector<DrawnLine>& lines) {
+    void ExpectSegments(const SeriesRow& row, const std::vector<DrawnLine>& lines) {
         const std::string name(row.name);
         const std::size_t linesABar = row.upper == nullptr ? 1 : 2;
         ASSERT_EQ(lines.size(), (200 - row.from + 1) * linesABar) << name;
@@ -159,7 +159,7 @@ class PriceSeries200 : public PaintTest {
 };
 
 TEST_F(PriceSeries200, EverySeriesHasItsSegmentsFromItsBarInItsColour) {
-    for (const Row& row : kRows) {
+    for (const SeriesRow& row : kSeriesRows) {
         Fill(row);
         chart.Slots = {std::string(row.name)};
         const PanelDrawing drawing = PaintPrice();
@@ -170,7 +170,7 @@ TEST_F(PriceSeries200, EverySeriesHasItsSegmentsFromItsBarInItsColour) {
 }
 
 TEST_F(PriceSeries200, EverySeriesDrawsNothingOneBarTooEarlyAndKeepsTheCaptionOfTheSlotBefore) {
-    for (const Row& row : kRows) {
+    for (const SeriesRow& row : kSeriesRows) {
         Fill(row);
         series.BarCount = row.from - 1;
         chart.Slots = {std::string(row.name)};
@@ -202,7 +202,7 @@ TEST_F(PriceSeries200, WholeWindowSeriesDrawTheRegressionAndTwoLinesOnce) {
 
 TEST_F(PriceSeries200, ThePickListHoldsPriceAndEverySeriesOnce) {
     std::vector<std::string_view> names = {"Price"};
-    for (const Row& row : kRows) names.push_back(row.name);
+    for (const SeriesRow& row : kSeriesRows) names.push_back(row.name);
     for (const WholeRow& row : kWholeRows) names.push_back(row.name);
     EXPECT_EQ(std::vector<std::string_view>(kPriceSeriesItems.begin(), kPriceSeriesItems.end()), names);
 }

@@ -12,7 +12,7 @@ using testing::ElementsAre;
 
 enum class Style { Trend, Sign, TwoTests, Plain, Midline, Band };
 
-struct Row {
+struct StudyRow {
     std::string_view name;
     NumberSeries Indicators::*computed;
     NumberSeries Indicators::*subtracted;
@@ -22,7 +22,7 @@ struct Row {
     Style style;
 };
 
-constexpr Row kRows[] = {
+constexpr StudyRow kStudyRows[] = {
     {"MLR Der 15", &Indicators::MLRDer15, nullptr, nullptr, 21, 20, Style::Sign},
     {"MLR Der 30", &Indicators::MLRDer30, nullptr, nullptr, 36, 35, Style::Sign},
     {"MLR Der 60", &Indicators::MLRDer60, nullptr, nullptr, 66, 65, Style::Sign},
@@ -52,26 +52,26 @@ constexpr Row kRows[] = {
     {"Earnings To Sales", &Indicators::EarningsPerSales, nullptr, nullptr, 1, 1, Style::Plain},
 };
 
-constexpr std::size_t kBars = 120;
+constexpr std::size_t kStudyBars = 120;
 
 class StudyPanel : public PaintTest {
   protected:
-    StudyPanel() { FillBars(kBars); }
+    StudyPanel() { FillBars(kStudyBars); }
 
     // Fills the study with `value(bar)`; what is subtracted is 7 everywhere. Every other array of the pass
     // holds 1111, so that a wrong array shows.
-    void Fill(const Row& row, const std::function<double(std::size_t)>& value) {
+    void Fill(const StudyRow& row, const std::function<double(std::size_t)>& value) {
         for (const NamedIndicator& other : kIndicatorArrays) {
-            for (std::size_t i = 0; i <= kBars; ++i) (indicators.*other.array).Set(i, 1111);
+            for (std::size_t i = 0; i <= kStudyBars; ++i) (indicators.*other.array).Set(i, 1111);
         }
         NumberSeries& values = row.stored != nullptr ? series.*row.stored : indicators.*row.computed;
         const double offset = row.subtracted != nullptr ? 7 : 0;
-        for (std::size_t i = 0; i <= kBars; ++i) {
+        for (std::size_t i = 0; i <= kStudyBars; ++i) {
             values.Set(i, value(i) + offset);
             if (row.subtracted != nullptr) (indicators.*row.subtracted).Set(i, 7);
         }
     }
-    std::vector<DrawnLine> Lines(const Row& row) {
+    std::vector<DrawnLine> Lines(const StudyRow& row) {
         return LinesAfterFrame(PaintStudy(row.name), kStripFrameItems);
     }
 
@@ -104,13 +104,13 @@ std::vector<Rgb> BarColours(Style style, double before, double value) {
 }
 
 TEST_F(StudyPanel, EveryBarStudyDrawsUprightsFromZeroInItsColours) {
-    for (const Row& row : kRows) {
+    for (const StudyRow& row : kStudyRows) {
         if (row.style == Style::Midline || row.style == Style::Band) continue;
         const std::string name(row.name);
         Fill(row, Wave);
         const std::vector<DrawnLine> lines = Lines(row);
         std::size_t k = 0;
-        for (std::size_t i = row.drawFrom; i <= kBars; ++i) {
+        for (std::size_t i = row.drawFrom; i <= kStudyBars; ++i) {
             for (const Rgb colour : BarColours(row.style, Wave(i - 1), Wave(i))) {
                 ASSERT_LT(k, lines.size()) << name;
                 // The range is -4 to 4, so that 0 stands in the middle at 585.
@@ -123,10 +123,10 @@ TEST_F(StudyPanel, EveryBarStudyDrawsUprightsFromZeroInItsColours) {
 }
 
 TEST_F(StudyPanel, EveryStudysScaleCountsFromItsBarOn) {
-    for (const Row& row : kRows) {
+    for (const StudyRow& row : kStudyRows) {
         if (row.rangeFrom == 0) continue;
         const std::size_t from = row.rangeFrom;
-        Fill(row, [from](std::size_t i) { return i < from ? 50 : i == from ? 9 : i == kBars ? -3 : 1; });
+        Fill(row, [from](std::size_t i) { return i < from ? 50 : i == from ? 9 : i == kStudyBars ? -3 : 1; });
         PaintStudy(row.name);
         EXPECT_EQ(chart.StudyTop, 9) << row.name;
         EXPECT_EQ(chart.StudyBottom, -3) << row.name;
@@ -140,7 +140,7 @@ TEST_F(StudyPanel, MidlineStudiesDrawTheMidlineAndUprightsFromIt) {
         constexpr double kSteps[] = {0, 0.25, 0.5, 0.75, 1};
         return kSteps[i % 5];
     };
-    for (const Row& row : kRows) {
+    for (const StudyRow& row : kStudyRows) {
         if (row.style != Style::Midline) continue;
         const std::string name(row.name);
         Fill(row, value);
@@ -148,7 +148,7 @@ TEST_F(StudyPanel, MidlineStudiesDrawTheMidlineAndUprightsFromIt) {
         // The midline of 15 bars begins at the left axis, the others where their bars begin.
         const std::size_t midlineFrom = row.name == "Stochastics 15" ? 1 : row.drawFrom;
         std::size_t k = 0;
-        for (std::size_t i = midlineFrom; i <= kBars; ++i) {
+        for (std::size_t i = midlineFrom; i <= kStudyBars; ++i) {
             ASSERT_LT(k, lines.size()) << name;
             ExpectLine(lines[k++], X(i - 1), 585, X(i), 585, kTestBlack, name + " midline");
             if (i < row.drawFrom) continue;
@@ -161,8 +161,8 @@ TEST_F(StudyPanel, MidlineStudiesDrawTheMidlineAndUprightsFromIt) {
 }
 
 TEST_F(StudyPanel, TheMidlineOf15BarsStartsAtTheLeftAxis) {
-    Fill(kRows[14], [](std::size_t i) { return i % 2 == 0 ? 0.0 : 1.0; });
-    const std::vector<DrawnLine> lines = Lines(kRows[14]);
+    Fill(kStudyRows[14], [](std::size_t i) { return i % 2 == 0 ? 0.0 : 1.0; });
+    const std::vector<DrawnLine> lines = Lines(kStudyRows[14]);
     ExpectLine(lines.at(0), 50, 585, 95, 585, kTestBlack, "bar 1");
 }
 
@@ -176,13 +176,13 @@ TEST_F(StudyPanel, BandsDrawTheirLevelsTheLineAndWhatIsBeyond) {
         return kSteps[i % 8];
     };
     for (const Levels& levels : {Levels{"RSI 15", 70, 30}, Levels{"RSI 30", 65, 35}}) {
-        const Row& row = levels.name == "RSI 15" ? kRows[10] : kRows[11];
+        const StudyRow& row = levels.name == "RSI 15" ? kStudyRows[10] : kStudyRows[11];
         const std::string name(levels.name);
         Fill(row, value);
         const std::vector<DrawnLine> lines = Lines(row);
         const auto y = [](double v) { return StripY(v, 100, 0); };
         std::size_t k = 0;
-        for (std::size_t i = 1; i <= kBars; ++i) {
+        for (std::size_t i = 1; i <= kStudyBars; ++i) {
             ASSERT_LT(k + 1, lines.size()) << name;
             ExpectLine(lines[k++], X(i - 1), y(levels.upper), X(i), y(levels.upper), {1, 1, 1}, name);
             ExpectLine(lines[k++], X(i - 1), y(levels.lower), X(i), y(levels.lower), {1, 1, 1}, name);
@@ -203,21 +203,21 @@ TEST_F(StudyPanel, BandsDrawTheirLevelsTheLineAndWhatIsBeyond) {
 
 TEST_F(StudyPanel, ThePickListHoldsEveryStudyOnce) {
     std::vector<std::string_view> names;
-    for (const Row& row : kRows) names.push_back(row.name);
+    for (const StudyRow& row : kStudyRows) names.push_back(row.name);
     EXPECT_EQ(std::vector<std::string_view>(kStudyItems.begin(), kStudyItems.end()), names);
     EXPECT_EQ(ChartSession().Combo2, "MLR Der 30");
 }
 
 TEST_F(StudyPanel, EveryStudysReadOutIsItsSeriesButFor90Bars) {
-    for (const Row& row : kRows) {
+    for (const StudyRow& row : kStudyRows) {
         Fill(row, Wave);
         if (row.name == "Stochastics 90") {
-            for (std::size_t i = 0; i <= kBars; ++i) {
+            for (std::size_t i = 0; i <= kStudyBars; ++i) {
                 indicators.Stochastic60.Set(i, 600 + static_cast<double>(i));
             }
         }
         PaintStudy(row.name);
-        for (std::size_t i = 1; i <= kBars; ++i) {
+        for (std::size_t i = 1; i <= kStudyBars; ++i) {
             const double expected = row.name == "Stochastics 90" ? 600 + static_cast<double>(i) : Wave(i);
             ASSERT_EQ(chart.StudyReadout[i], expected) << row.name << " at bar " << i;
         }
@@ -233,14 +233,14 @@ TEST_F(StudyPanel, FrameIsTwoAxesAndTwoRules) {
 }
 
 TEST_F(StudyPanel, LabelsShowTheBoundsWithFourDecimals) {
-    Fill(kRows[4], [](std::size_t i) { return i % 2 == 0 ? -0.12345 : 12.5; });
+    Fill(kStudyRows[4], [](std::size_t i) { return i % 2 == 0 ? -0.12345 : 12.5; });
     const PanelDrawing drawing = PaintStudy("Momentum 15");
     EXPECT_EQ(LabelText(drawing, "Label54"), "12.5000");
     EXPECT_EQ(LabelText(drawing, "Label55"), "-0.1235");
 }
 
 TEST_F(StudyPanel, AFlatStudyStandsBetweenZeroAndOne) {
-    Fill(kRows[4], [](std::size_t) { return 3.0; });
+    Fill(kStudyRows[4], [](std::size_t) { return 3.0; });
     const PanelDrawing drawing = PaintStudy("Momentum 15");
     EXPECT_EQ(LabelText(drawing, "Label54"), "1.0000");
     EXPECT_EQ(LabelText(drawing, "Label55"), "0.0000");
@@ -248,28 +248,28 @@ TEST_F(StudyPanel, AFlatStudyStandsBetweenZeroAndOne) {
 }
 
 TEST_F(StudyPanel, AFallingMomentumAboveZeroIsRedAndUpward) {
-    Fill(kRows[4], [](std::size_t i) { return i == kBars ? 1.0 : 2.0; });
+    Fill(kStudyRows[4], [](std::size_t i) { return i == kStudyBars ? 1.0 : 2.0; });
     indicators.Momentum15.Set(50, -2);
-    const DrawnLine line = Lines(kRows[4]).back();
-    ExpectLine(line, X(kBars), 585, X(kBars), 317.5, {150, 10, 10}, "Momentum 15");
+    const DrawnLine line = Lines(kStudyRows[4]).back();
+    ExpectLine(line, X(kStudyBars), 585, X(kStudyBars), 317.5, {150, 10, 10}, "Momentum 15");
 }
 
 TEST_F(StudyPanel, AMcClellanThatRisesBelowZeroIsBlack) {
-    Fill(kRows[12], [](std::size_t i) { return i == kBars ? -1.0 : -2.0; });
+    Fill(kStudyRows[12], [](std::size_t i) { return i == kStudyBars ? -1.0 : -2.0; });
     indicators.McClellan15.Set(50, 2);
-    EXPECT_EQ(Lines(kRows[12]).back().colour, (Rgb{1, 1, 1}));
+    EXPECT_EQ(Lines(kStudyRows[12]).back().colour, (Rgb{1, 1, 1}));
 }
 
 TEST_F(StudyPanel, MacdWidensItsScaleBeforeItIsDrawn) {
-    Fill(kRows[18], [](std::size_t i) { return i == 17 ? 40.0 : i % 2 == 0 ? 1.0 : -1.0; });
-    const std::vector<DrawnLine> lines = Lines(kRows[18]);
+    Fill(kStudyRows[18], [](std::size_t i) { return i == 17 ? 40.0 : i % 2 == 0 ? 1.0 : -1.0; });
+    const std::vector<DrawnLine> lines = Lines(kStudyRows[18]);
     EXPECT_EQ(chart.StudyTop, 40);
-    ASSERT_EQ(lines.size(), kBars - 30);
+    ASSERT_EQ(lines.size(), kStudyBars - 30);
     EXPECT_EQ(lines.front().x1, 50 + 45 * 31);
 }
 
 TEST_F(StudyPanel, TooFewBarsLeaveTheBoundsAsTheyStart) {
-    Fill(kRows[4], Wave);
+    Fill(kStudyRows[4], Wave);
     series.BarCount = 15;
     const PanelDrawing drawing = PaintStudy("Momentum 15");
     EXPECT_EQ(LabelText(drawing, "Label54"), "-900000000000000000000.0000");
@@ -280,12 +280,12 @@ TEST_F(StudyPanel, TooFewBarsLeaveTheBoundsAsTheyStart) {
 TEST_F(StudyPanel, BarsWithoutAnyValueCollapseToALine) {
     // Sales per share are never written without fundamentals. y(0) is 50 + 1070 / 2.
     const std::vector<DrawnLine> lines = LinesAfterFrame(PaintStudy("Sales Per Share"), kStripFrameItems);
-    ASSERT_EQ(lines.size(), kBars);
+    ASSERT_EQ(lines.size(), kStudyBars);
     ExpectLine(lines[0], 95, 585, 95, 585, {1, 1, 1}, "bar 1");
 }
 
 TEST_F(StudyPanel, AnElementNeverWrittenAddsNothingToTheRangeAndIsDrawnToZero) {
-    for (std::size_t i = 2; i <= kBars; ++i) indicators.SalesPerShare.Set(i, i % 2 == 0 ? 3 : 5);
+    for (std::size_t i = 2; i <= kStudyBars; ++i) indicators.SalesPerShare.Set(i, i % 2 == 0 ? 3 : 5);
     const std::vector<DrawnLine> lines = LinesAfterFrame(PaintStudy("Sales Per Share"), kStripFrameItems);
     EXPECT_EQ(chart.StudyTop, 5);
     EXPECT_EQ(chart.StudyBottom, 3);

@@ -8,14 +8,14 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::size_t kBars = 60;
+constexpr std::size_t kVolumeBars = 60;
 
 // Volumes of 1000 at bar 1 and 2000 elsewhere, so that a volume v stands at 50 + 1.07 * (2000 - v).
 class VolumePanel : public PaintTest {
   protected:
     VolumePanel() {
-        FillBars(kBars);
-        for (std::size_t i = 2; i <= kBars; ++i) series.Volume.Set(i, 2000);
+        FillBars(kVolumeBars);
+        for (std::size_t i = 2; i <= kVolumeBars; ++i) series.Volume.Set(i, 2000);
         indicators.MaxVolume = 2000;
     }
     PanelDrawing Paint(std::vector<std::string> entries) {
@@ -44,7 +44,7 @@ TEST_F(VolumePanel, BarsStandOnTheBottomLineAndTakeTheirColourFromTheClose) {
     series.ClosePrice.Set(3, 160);
     series.ClosePrice.Set(4, 150);
     const std::vector<DrawnLine> lines = Lines({"Volume"});
-    ASSERT_EQ(lines.size(), kBars);
+    ASSERT_EQ(lines.size(), kVolumeBars);
     ExpectLine(lines[0], 95, 1120, 95, 1120, {10, 150, 10}, "bar 1 rises from nothing");
     ExpectLine(lines[1], 140, 50, 140, 1120, {10, 150, 10}, "bar 2");
     ExpectLine(lines[2], 185, 50, 185, 1120, kTestBlack, "bar 3");
@@ -61,8 +61,8 @@ TEST_F(VolumePanel, TheFirstBarComparesWithElementZeroWhateverItHolds) {
 TEST_F(VolumePanel, AverageIsALevelFromTheLeftAxis) {
     indicators.AverageVolume = 1500;
     const std::vector<DrawnLine> lines = Lines({"Average"});
-    ASSERT_EQ(lines.size(), kBars);
-    for (std::size_t i = 1; i <= kBars; ++i) {
+    ASSERT_EQ(lines.size(), kVolumeBars);
+    for (std::size_t i = 1; i <= kVolumeBars; ++i) {
         ExpectLine(lines[i - 1], X(i - 1), 585, X(i), 585, {1, 1, 1}, "bar " + std::to_string(i));
     }
 }
@@ -74,15 +74,15 @@ TEST_F(VolumePanel, RegressionLinesGoFromTheFirstToTheNewestBar) {
         Rgb colour;
     };
     indicators.LRVolume.Set(1, 1200);
-    indicators.LRVolume.Set(kBars, 1300);
+    indicators.LRVolume.Set(kVolumeBars, 1300);
     indicators.VolumeLooseUCL = 400;
     indicators.VolumeTightUCL = 250;
     for (const Row& row : {Row{"LR", 0, {255, 180, 55}}, Row{"L. UCL", 400, {55, 80, 255}},
                            Row{"T. UCL", 250, {55, 50, 125}}}) {
         const std::vector<DrawnLine> lines = Lines({row.name});
         ASSERT_EQ(lines.size(), 1U) << row.name;
-        ExpectLine(lines[0], 95, VolumeY(1200 + row.offset), X(kBars), VolumeY(1300 + row.offset), row.colour,
-                   row.name);
+        ExpectLine(lines[0], 95, VolumeY(1200 + row.offset), X(kVolumeBars), VolumeY(1300 + row.offset),
+                   row.colour, row.name);
     }
 }
 
@@ -96,10 +96,10 @@ TEST_F(VolumePanel, WeightedAveragesHaveSegmentsFromTheirBar) {
     for (const Row& row : {Row{"WMA 15", &Indicators::VolumeWMA15, 16, {255, 40, 80}},
                            Row{"WMA 30", &Indicators::VolumeWMA30, 31, {180, 70, 255}}}) {
         const auto value = [](std::size_t i) { return 1100 + 10 * static_cast<double>(i); };
-        for (std::size_t i = 0; i <= kBars; ++i) (indicators.*row.array).Set(i, value(i));
+        for (std::size_t i = 0; i <= kVolumeBars; ++i) (indicators.*row.array).Set(i, value(i));
         const std::vector<DrawnLine> lines = Lines({row.name});
-        ASSERT_EQ(lines.size(), kBars - row.from + 1) << row.name;
-        for (std::size_t i = row.from; i <= kBars; ++i) {
+        ASSERT_EQ(lines.size(), kVolumeBars - row.from + 1) << row.name;
+        for (std::size_t i = row.from; i <= kVolumeBars; ++i) {
             ExpectLine(lines[i - row.from], X(i - 1), VolumeY(value(i - 1)), X(i), VolumeY(value(i)),
                        row.colour, row.name);
         }
@@ -118,9 +118,10 @@ TEST_F(VolumePanel, FrameIsThatOfTheStudyPanel) {
 TEST_F(VolumePanel, TheFrameIsDrawnAgainOverTheBarsOfTheEntryBefore) {
     indicators.AverageVolume = 1500;
     const PanelDrawing drawing = Paint({"Volume", "Average", "", "", "", ""});
-    ASSERT_EQ(drawing.items.size(), 2 * (kStripFrameItems + kBars));
-    EXPECT_EQ(drawing.items[kStripFrameItems + kBars], DrawnItem(DrawnLine{50, 50, 50, 1170, kTestBlack}));
-    EXPECT_EQ(drawing.items[2 * kStripFrameItems + kBars - 1],
+    ASSERT_EQ(drawing.items.size(), 2 * (kStripFrameItems + kVolumeBars));
+    EXPECT_EQ(drawing.items[kStripFrameItems + kVolumeBars],
+              DrawnItem(DrawnLine{50, 50, 50, 1170, kTestBlack}));
+    EXPECT_EQ(drawing.items[2 * kStripFrameItems + kVolumeBars - 1],
               DrawnItem(DrawnLine{25, 1120, 12650, 1120, kTestBlack}));
 }
 
@@ -146,9 +147,11 @@ TEST_F(VolumePanel, AVolumeOfZeroLeavesZeroAsTheBottomOnceAndIsOneFromThenOn) {
 }
 
 TEST_F(VolumePanel, AnEmptyEntryRepeatsTheSeriesBeforeItOnItsOwnScale) {
-    EXPECT_EQ(Lines({"Volume", "", "", "", "", ""}).size(), kBars) << "the same lines are not drawn twice";
+    EXPECT_EQ(Lines({"Volume", "", "", "", "", ""}).size(), kVolumeBars)
+        << "the same lines are not drawn twice";
     series.Volume.Set(5, 0);
-    EXPECT_EQ(Lines({"Volume", "", "", "", "", ""}).size(), 2 * kBars) << "the scale changed after the first";
+    EXPECT_EQ(Lines({"Volume", "", "", "", "", ""}).size(), 2 * kVolumeBars)
+        << "the scale changed after the first";
     EXPECT_EQ(chart.Combo3, "Volume");
 }
 
@@ -167,9 +170,9 @@ TEST_F(VolumePanel, EqualVolumesStandBetweenZeroAndOne) {
 TEST_F(VolumePanel, EntriesAreDrawnInTheirOrder) {
     indicators.AverageVolume = 1500;
     indicators.LRVolume.Set(1, 1200);
-    indicators.LRVolume.Set(kBars, 1300);
+    indicators.LRVolume.Set(kVolumeBars, 1300);
     const std::vector<DrawnLine> lines = Lines({"LR", "Average", "Volume"});
-    ASSERT_EQ(lines.size(), 1 + 2 * kBars);
+    ASSERT_EQ(lines.size(), 1 + 2 * kVolumeBars);
     EXPECT_EQ(lines[0].colour, (Rgb{255, 180, 55}));
     EXPECT_EQ(lines[1].colour, (Rgb{1, 1, 1}));
     EXPECT_EQ(lines.back().y2, 1120);

@@ -22,7 +22,7 @@ constexpr std::size_t kApp = 2;
 constexpr std::size_t kTicker = 8;
 constexpr std::size_t kPrice = 9;
 
-const Date kDay = std::chrono::year{2026} / 11 / 20;
+const Date kDrawnDay = std::chrono::year{2026} / 11 / 20;
 
 int Told(const std::string& sentence) {
     std::fprintf(stderr, "%s\n", sentence.c_str());
@@ -32,7 +32,7 @@ int Told(const std::string& sentence) {
 int Draw(Session& session, const std::string& ticker, double price) {
     KeptDrawings kept = LoadHandDrawings(session.DataFolder(), ticker);
     if (kept.failure) return Told(Sentence(kept.failure));
-    const HandDrawing line{HandKind::Horizontal, {{kDay, price}}};
+    const HandDrawing line{HandKind::Horizontal, {{kDrawnDay, price}}};
     if (!kept.drawings.empty() && kept.drawings.back() == line) return 0;
     kept.drawings.push_back(line);
     const Failure failure = SaveHandDrawings(session.DataFolder(), ticker, kept.drawings, kept.bytes);
@@ -45,7 +45,7 @@ int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv, argv + argc);
     const auto price = arguments.size() > kPrice ? WholeNumber(arguments[kPrice]) : std::nullopt;
     if (!price) return Told("keep_drawings --app APP --today DAY --time HH:MM draw TICKER PRICE");
-    FixedClock clock{kDay};
+    FixedClock clock{kDrawnDay};
     RecordingPerson person;
     Session session{arguments[kApp], clock, person};
     LoadAllSettings(session.AppPath, session.settings);

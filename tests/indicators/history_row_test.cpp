@@ -6,13 +6,10 @@
 #include <random>
 
 #include "base/numbers.h"
+#include "support/bits.h"
 
 namespace brantlow {
 namespace {
-
-std::uint64_t Bits(double value) {
-    return std::bit_cast<std::uint64_t>(value);
-}
 
 void ExpectReadsAsLeadingNumber(const std::string& text) {
     const std::string line = text + ",7";

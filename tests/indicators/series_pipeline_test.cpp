@@ -10,13 +10,10 @@
 #include "indicators/year_plan.h"
 #include "random_histories.h"
 #include "store/year_files.h"
+#include "support/bits.h"
 
 namespace brantlow {
 namespace {
-
-std::uint64_t Bits(double value) {
-    return std::bit_cast<std::uint64_t>(value);
-}
 
 void ExpectSameNumbers(std::string_view name, const NumberSeries& actual, const NumberSeries& wanted,
                        std::size_t last) {

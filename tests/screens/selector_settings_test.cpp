@@ -10,6 +10,7 @@
 #include "selector/scene.h"
 #include "selector/value_slots.h"
 #include "shell/settings/settings_files.h"
+#include "support/repeated.h"
 #include "support/session_fixture.h"
 
 namespace brantlow {
@@ -19,12 +20,6 @@ constexpr const char* kFile = "Data/VTRSELset.ini";
 
 std::string Line(std::string_view text) {
     return "\"" + std::string(text) + "\"\r\n";
-}
-
-std::string Repeated(std::string_view line, std::size_t count) {
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) text += line;
-    return text;
 }
 
 // A block as the file holds it, its first slots filled.

@@ -3,13 +3,12 @@
 #include <string>
 #include <vector>
 
+#include "condition_block.h"
 #include "scene.h"
 #include "selector/evaluation.h"
 
 namespace brantlow {
 namespace {
-
-using Lines = std::vector<std::string>;
 
 SettingsTables Settings(const Lines& lines) {
     SettingsTables settings;
@@ -17,16 +16,6 @@ SettingsTables Settings(const Lines& lines) {
         settings.SelectorSettings.Set(i + 1, Value::OfText(lines[i]));
     settings.SelectorLineCount = lines.size();
     return settings;
-}
-
-// A block as the condition editor writes it: `slots` in front, the rest of the 38 empty.
-Lines Block(const std::string& action, const Lines& names, Lines slots = {}) {
-    Lines lines = {"Condition", action};
-    lines.insert(lines.end(), names.begin(), names.end());
-    lines.push_back("Value");
-    slots.resize(38);
-    lines.insert(lines.end(), slots.begin(), slots.end());
-    return lines;
 }
 
 Lines operator+(Lines a, const Lines& b) {

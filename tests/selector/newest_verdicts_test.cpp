@@ -17,7 +17,7 @@ using Lines = std::vector<std::string>;
 constexpr std::uint64_t kNeverOdd = 1000000;
 
 // A block of names and of slots with their numbers.
-Lines Block(const Lines& names, const std::vector<std::pair<std::size_t, std::string>>& slots = {}) {
+Lines BuyBlock(const Lines& names, const std::vector<std::pair<std::size_t, std::string>>& slots = {}) {
     Lines lines = {"Condition", "Buy"};
     lines.insert(lines.end(), names.begin(), names.end());
     lines.emplace_back("Value");
@@ -79,14 +79,14 @@ class NewestVerdictsTest : public RandomHistories {
     // Every name alone, every slot alone with a number on either side of the usual, and mixed blocks.
     std::vector<Lines> EveryLine() {
         std::vector<Lines> blocks;
-        for (const std::string_view name : ConditionNames()) blocks.push_back(Block({std::string(name)}));
+        for (const std::string_view name : ConditionNames()) blocks.push_back(BuyBlock({std::string(name)}));
         for (std::size_t slot = 1; slot <= kSlotCount; ++slot)
-            for (const char* number : {"-3.5", "12"}) blocks.push_back(Block({}, {{slot, number}}));
+            for (const char* number : {"-3.5", "12"}) blocks.push_back(BuyBlock({}, {{slot, number}}));
         for (int i = 0; i < 40; ++i) {
             Lines names;
             for (std::size_t count = random() % 4; count > 0; --count)
                 names.emplace_back(ConditionNames()[random() % kConditionNameCount]);
-            blocks.push_back(Block(names, {{1 + random() % kSlotCount, RandomNumber(random)}}));
+            blocks.push_back(BuyBlock(names, {{1 + random() % kSlotCount, RandomNumber(random)}}));
         }
         return blocks;
     }
@@ -142,18 +142,18 @@ TEST_F(NewestVerdictsTest, ATickerThatCannotBeReadIsNamedAndTheOthersAreJudged) 
     for (int i = 0; i < 5; ++i) MakeFullTicker("F" + std::to_string(i), kNeverOdd);
     std::filesystem::remove(quoteFolder + "F2.26");
     std::filesystem::create_directory(quoteFolder + "F2.26");
-    const WindowConditions conditions(SettingsOf({Block({"Close Price Above MA 15"})}));
+    const WindowConditions conditions(SettingsOf({BuyBlock({"Close Price Above MA 15"})}));
     NewestVerdicts verdicts(source, tickers, conditions, 0);
     for (int i = 0; i < 5; ++i) {
         const TickerVerdict verdict = verdicts.Next();
         EXPECT_EQ(static_cast<bool>(verdict.unreadable), i == 2);
         EXPECT_EQ(verdict.BarCount > 0, i != 2);
     }
-    EXPECT_NO_FATAL_FAILURE(Compare({Block({"Close Price Above MA 15"})}, 1));
+    EXPECT_NO_FATAL_FAILURE(Compare({BuyBlock({"Close Price Above MA 15"})}, 1));
 }
 
 // A relative strength cannot be computed where no bar moved.
-const Lines kStrong = Block({"RSI 15 Above 70"});
+const Lines kStrong = BuyBlock({"RSI 15 Above 70"});
 
 // The verdicts of tickers that look at leftovers, one after another, and whether the run was made over again.
 class LeftoverVerdictsTest : public NewestVerdictsTest {
@@ -194,7 +194,7 @@ TEST_F(LeftoverVerdictsTest, ShortRowsTakeWhatTheNearestWholeTickerLeft) {
     std::vector<double> closes;
     for (std::size_t i = 0; i < 400; ++i) closes.push_back(static_cast<double>(10 + random() % 50));
     WriteCloses("SHORT", closes, true);
-    EXPECT_FALSE(AsksForTheWholeRun(Block({"Hit 52 Week Low"}), 3, {400, false}));
+    EXPECT_FALSE(AsksForTheWholeRun(BuyBlock({"Hit 52 Week Low"}), 3, {400, false}));
 }
 
 TEST_F(LeftoverVerdictsTest, WithoutAWholeTickerNearTheRunIsMadeOverAgain) {
@@ -223,11 +223,11 @@ TEST(LookedAtFields, AreThoseOfTheConditionsAndTheClose) {
         for (const std::size_t place : places) set.set(place);
         return set;
     };
-    EXPECT_EQ(fields(Block({"Close Price Above MA 180"})).everyBar, of({2}));
-    EXPECT_EQ(fields(Block({"Volume Above Tight UCL"})).everyBar, of({2, 5}));
-    EXPECT_EQ(fields(Block({"Hit 52 Week Low"})).newestBars, of({3, 14}));
-    EXPECT_EQ(fields(Block({}, {{17, "3"}})).newestBars, of({6}));
-    EXPECT_EQ(fields(Block({}, {{27, "3"}})).newestBars, of({6, 7, 9, 16, 17}));
+    EXPECT_EQ(fields(BuyBlock({"Close Price Above MA 180"})).everyBar, of({2}));
+    EXPECT_EQ(fields(BuyBlock({"Volume Above Tight UCL"})).everyBar, of({2, 5}));
+    EXPECT_EQ(fields(BuyBlock({"Hit 52 Week Low"})).newestBars, of({3, 14}));
+    EXPECT_EQ(fields(BuyBlock({}, {{17, "3"}})).newestBars, of({6}));
+    EXPECT_EQ(fields(BuyBlock({}, {{27, "3"}})).newestBars, of({6, 7, 9, 16, 17}));
 }
 
 }  // namespace

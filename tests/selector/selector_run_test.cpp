@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/files.h"
+#include "condition_block.h"
 #include "store/file_names.h"
 #include "store/table_colours.h"
 #include "store/table_files.h"
@@ -22,16 +23,6 @@ constexpr const char* kReport = "Error Report.txt";
 // The oldest year that a run looks at, so that the first record is bar 1.
 constexpr const char* kOldestRecentYear = "21";
 constexpr const char* kOldestYear = "04";
-
-using Lines = std::vector<std::string>;
-
-Lines Block(const std::string& action, const Lines& names) {
-    Lines lines = {"Condition", action};
-    lines.insert(lines.end(), names.begin(), names.end());
-    lines.push_back("Value");
-    lines.resize(lines.size() + 38);
-    return lines;
-}
 
 class SelectorRun : public testing::Test {
   protected:

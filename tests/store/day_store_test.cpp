@@ -9,7 +9,7 @@ namespace {
 using namespace std::string_literals;
 
 // A record's line as the store writes it for the prices of Row below.
-std::string LineOf(const std::string& date, const std::string& time, const std::string& close) {
+std::string LineOfDay(const std::string& date, const std::string& time, const std::string& close) {
     return "\"" + date + "\",\"" + time + "\"," + close + ",9.5,13,1000,0,0,0,0,0,\"\",\"\",0,0,0,0,0,12\r\n";
 }
 
@@ -71,21 +71,21 @@ INSTANTIATE_TEST_SUITE_P(Growth, StoreDayTest, ::testing::Values(YearGrowth::Rep
 
 TEST_P(StoreDayTest, TheFirstDayStartsAFile) {
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "10.5"), DayOutcome::Appended);
-    EXPECT_EQ(File("IBM.24"), LineOf("03/15/24", "16:00", "10.5"));
+    EXPECT_EQ(File("IBM.24"), LineOfDay("03/15/24", "16:00", "10.5"));
     EXPECT_EQ(listed, "\"IBM\"\r\n");
 }
 
 TEST_P(StoreDayTest, ANewDateIsAppended) {
     Store("IBM", "03/15/24", "16:00", "10.5");
     EXPECT_EQ(Store("IBM", "03/18/24", "16:00", "9.8"), DayOutcome::Appended);
-    EXPECT_EQ(File("IBM.24"), LineOf("03/15/24", "16:00", "10.5") + LineOf("03/18/24", "16:00", "9.8"));
+    EXPECT_EQ(File("IBM.24"), LineOfDay("03/15/24", "16:00", "10.5") + LineOfDay("03/18/24", "16:00", "9.8"));
 }
 
 TEST_P(StoreDayTest, TheFirstDayOfANewYearStartsANewFile) {
     Store("IBM", "12/31/24", "16:00", "10.5");
     EXPECT_EQ(Store("IBM", "01/02/25", "16:00", "11"), DayOutcome::Appended);
-    EXPECT_EQ(File("IBM.24"), LineOf("12/31/24", "16:00", "10.5"));
-    EXPECT_EQ(File("IBM.25"), LineOf("01/02/25", "16:00", "11"));
+    EXPECT_EQ(File("IBM.24"), LineOfDay("12/31/24", "16:00", "10.5"));
+    EXPECT_EQ(File("IBM.25"), LineOfDay("01/02/25", "16:00", "11"));
 }
 
 struct SecondStore {
@@ -103,11 +103,11 @@ class SecondStoreTest : public StoreDayFixture, public ::testing::WithParamInter
 
 TEST_P(SecondStoreTest, AfterTheDayBefore) {
     const SecondStore& second = GetParam();
-    const std::string older = LineOf("03/14/24", "16:00", "10");
-    const std::string last = LineOf("03/15/24", "12:00", "10.5");
+    const std::string older = LineOfDay("03/14/24", "16:00", "10");
+    const std::string last = LineOfDay("03/15/24", "12:00", "10.5");
     Put("IBM.24", older + last);
     EXPECT_EQ(Store("IBM", second.date, second.time, second.price), second.outcome) << second.what;
-    const std::string record = LineOf(second.date, second.time, second.price);
+    const std::string record = LineOfDay(second.date, second.time, second.price);
     const std::string expected = second.outcome == DayOutcome::Replaced   ? older + record
                                  : second.outcome == DayOutcome::Appended ? older + last + record
                                                                           : older + last;
@@ -130,17 +130,17 @@ INSTANTIATE_TEST_SUITE_P(
         SecondStore{"unreadable date of the same year", "x/y/24", "09:30", "1", DayOutcome::Appended}));
 
 TEST_P(StoreDayTest, ANewDateWithoutAPriceIsNotStored) {
-    Put("IBM.24", LineOf("03/14/24", "16:00", "10"));
+    Put("IBM.24", LineOfDay("03/14/24", "16:00", "10"));
     Fill("IBM", "03/15/24", "16:00", "0");
     rows.LowPrices[1] = "0";
     EXPECT_EQ(Store(), DayOutcome::Unchanged);
     rows.LastPrices[1] = "N/A";
     EXPECT_EQ(Store(), DayOutcome::Unchanged);
-    EXPECT_EQ(File("IBM.24"), LineOf("03/14/24", "16:00", "10"));
+    EXPECT_EQ(File("IBM.24"), LineOfDay("03/14/24", "16:00", "10"));
 }
 
 TEST_P(StoreDayTest, ALaterRecordOfTheSameDayReplacesEvenWithoutAPrice) {
-    Put("IBM.24", LineOf("03/15/24", "12:00", "10"));
+    Put("IBM.24", LineOfDay("03/15/24", "12:00", "10"));
     Fill("IBM", "03/15/24", "16:00", "0");
     rows.LowPrices[1] = "0";
     EXPECT_EQ(Store(), DayOutcome::Replaced);
@@ -188,7 +188,7 @@ TEST_P(StoreDayTest, DeviceNamesAndEmptyTickersAreSkippedAndNotListed) {
 }
 
 TEST_P(StoreDayTest, ARowWithoutATradeDateIsNeverStored) {
-    Put("IBM.24", LineOf("", "", "10"));
+    Put("IBM.24", LineOfDay("", "", "10"));
     Store("IBM", "01/01/24", "", "0");
     EXPECT_EQ(Store("IBM", "", "16:00", "99"), DayOutcome::Skipped);
     EXPECT_EQ(listed, "\"IBM\"\r\n");
@@ -203,7 +203,7 @@ TEST_P(StoreDayTest, ASkippedRowLeavesTheStateOfTheRowBefore) {
 }
 
 TEST_P(StoreDayTest, ADateWithoutAYearIsComparedWithTheFileOfTheRowBefore) {
-    const std::string last = LineOf("03/15/24", "16:00", "10");
+    const std::string last = LineOfDay("03/15/24", "16:00", "10");
     Put("IBM.24", last);
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "10"), DayOutcome::Unchanged);
     // Year 00 sorts before the last date of the file before: nothing is written.
@@ -212,7 +212,7 @@ TEST_P(StoreDayTest, ADateWithoutAYearIsComparedWithTheFileOfTheRowBefore) {
     EXPECT_EQ(File("IBM.24"), last);
     // An unreadable date sorts behind it and lands in that file.
     EXPECT_EQ(Store("MSFT", "someday", "16:00", "50"), DayOutcome::Appended);
-    EXPECT_EQ(File("IBM.24"), last + LineOf("someday", "16:00", "50"));
+    EXPECT_EQ(File("IBM.24"), last + LineOfDay("someday", "16:00", "50"));
     EXPECT_EQ(folder.Files(), std::vector<std::string>{"EOD/IBM.24"});
     EXPECT_EQ(listed, "\"IBM\"\r\n\"MSFT\"\r\n\"MSFT\"\r\n");
 }
@@ -231,28 +231,29 @@ TEST_P(StoreDayTest, TheStateIsTheFileAsItWasReadBeforeTheRowWasStored) {
 }
 
 TEST_P(StoreDayTest, AFileWithoutAFinalLineEndGetsOneBeforeTheNewDay) {
-    const std::string last = LineOf("03/15/24", "16:00", "10");
+    const std::string last = LineOfDay("03/15/24", "16:00", "10");
     Put("IBM.24", last.substr(0, last.size() - 2));
     EXPECT_EQ(Store("IBM", "03/18/24", "16:00", "11"), DayOutcome::Appended);
-    EXPECT_EQ(File("IBM.24"), last + LineOf("03/18/24", "16:00", "11"));
+    EXPECT_EQ(File("IBM.24"), last + LineOfDay("03/18/24", "16:00", "11"));
     EXPECT_EQ(Store("MSFT", "someday", "16:00", "50"), DayOutcome::Appended);
-    EXPECT_EQ(File("IBM.24"), last + LineOf("03/18/24", "16:00", "11") + LineOf("someday", "16:00", "50"));
+    EXPECT_EQ(File("IBM.24"),
+              last + LineOfDay("03/18/24", "16:00", "11") + LineOfDay("someday", "16:00", "50"));
 }
 
 TEST_P(StoreDayTest, LinesThatEndInLineFeedAloneAreRead) {
-    std::string lines = LineOf("03/14/24", "16:00", "9") + LineOf("03/15/24", "16:00", "10");
+    std::string lines = LineOfDay("03/14/24", "16:00", "9") + LineOfDay("03/15/24", "16:00", "10");
     std::erase(lines, '\r');
     Put("IBM.24", lines);
     EXPECT_EQ(Store("IBM", "03/15/24", "16:30", "11"), DayOutcome::Replaced);
-    EXPECT_EQ(File("IBM.24"), LineOf("03/14/24", "16:00", "9") + LineOf("03/15/24", "16:30", "11"));
+    EXPECT_EQ(File("IBM.24"), LineOfDay("03/14/24", "16:00", "9") + LineOfDay("03/15/24", "16:30", "11"));
 }
 
 // Promise `kill`: half a line is never glued to the next record; it is told and cut. One with all its fields
 // counts as whole.
 TEST_P(StoreDayTest, AFileCutAtAnyByteLosesTheHalfLineToTheNextDay) {
-    const std::string first = LineOf("03/13/24", "16:00", "9");
-    const std::string whole = first + LineOf("03/14/24", "16:00", "10");
-    const std::string record = LineOf("03/18/24", "16:00", "11");
+    const std::string first = LineOfDay("03/13/24", "16:00", "9");
+    const std::string whole = first + LineOfDay("03/14/24", "16:00", "10");
+    const std::string record = LineOfDay("03/18/24", "16:00", "11");
     for (std::size_t length = 0; length <= whole.size(); ++length) {
         const std::string left = whole.substr(0, length);
         const std::size_t lines = left.rfind('\n') + 1;
@@ -274,9 +275,9 @@ TEST_P(StoreDayTest, AFileCutAtAnyByteLosesTheHalfLineToTheNextDay) {
 }
 
 TEST_P(StoreDayTest, AFileCutAtAnyByteStillTakesABetterRecordOfItsLastDay) {
-    const std::string first = LineOf("03/13/24", "16:00", "9");
-    const std::string whole = first + LineOf("03/14/24", "16:00", "10");
-    const std::string record = LineOf("03/14/24", "17:00", "11");
+    const std::string first = LineOfDay("03/13/24", "16:00", "9");
+    const std::string whole = first + LineOfDay("03/14/24", "16:00", "10");
+    const std::string record = LineOfDay("03/14/24", "17:00", "11");
     for (std::size_t length = first.size(); length <= whole.size(); ++length) {
         Put("IBM.24", whole.substr(0, length));
         Store("IBM", "03/14/24", "17:00", "11");
@@ -290,29 +291,29 @@ TEST_P(StoreDayTest, AFileCutAtAnyByteStillTakesABetterRecordOfItsLastDay) {
 }
 
 TEST_P(StoreDayTest, JunkInAYearFileStaysOutOfTheWay) {
-    const std::string good = LineOf("03/13/24", "16:00", "9");
+    const std::string good = LineOfDay("03/13/24", "16:00", "9");
     std::string junk = "\xFF\0\x01 junk \"\"\",,,\r\n"s;
     junk += "a,b,c\r\n" + std::string(300, ',') + "\r\n" + std::string(10'000'000, 'z') + "\r\n";
     Put("IBM.24", junk + good);
     EXPECT_EQ(Store("IBM", "03/14/24", "16:00", "10"), DayOutcome::Appended);
-    EXPECT_TRUE(File("IBM.24") == junk + good + LineOf("03/14/24", "16:00", "10"));
+    EXPECT_TRUE(File("IBM.24") == junk + good + LineOfDay("03/14/24", "16:00", "10"));
     EXPECT_EQ(Store("IBM", "03/14/24", "17:00", "11"), DayOutcome::Replaced);
-    EXPECT_TRUE(File("IBM.24").ends_with("\r\n" + good + LineOf("03/14/24", "17:00", "11")));
+    EXPECT_TRUE(File("IBM.24").ends_with("\r\n" + good + LineOfDay("03/14/24", "17:00", "11")));
 }
 
 TEST_P(StoreDayTest, OfAnEndlessFileTheFirstEighteenThousandLinesCount) {
     std::string lines;
     for (std::size_t i = 1; i < kMostRows; ++i) lines += "\n";
-    const std::string last = LineOf("03/14/24", "16:00", "10");
-    Put("IBM.24", lines + last + LineOf("03/18/24", "16:00", "12"));
+    const std::string last = LineOfDay("03/14/24", "16:00", "10");
+    Put("IBM.24", lines + last + LineOfDay("03/18/24", "16:00", "12"));
     EXPECT_EQ(Store("IBM", "03/14/24", "17:00", "11"), DayOutcome::Replaced);
     EXPECT_EQ(state.HistoryCount(), kMostRows);
     EXPECT_EQ(state.last.HistoryClose, 10);
-    EXPECT_TRUE(File("IBM.24").ends_with("\r\n" + LineOf("03/14/24", "17:00", "11")));
+    EXPECT_TRUE(File("IBM.24").ends_with("\r\n" + LineOfDay("03/14/24", "17:00", "11")));
 }
 
 TEST_P(StoreDayTest, AnEmptyLineAtTheEndIsTheLastRecord) {
-    Put("IBM.24", LineOf("03/18/24", "16:00", "10") + "\r\n");
+    Put("IBM.24", LineOfDay("03/18/24", "16:00", "10") + "\r\n");
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "11"), DayOutcome::Appended);
     EXPECT_EQ(state.HistoryCount(), 2U);
 }
@@ -347,7 +348,7 @@ TEST_P(StoreDayTest, ATickerThatNoFileNameCanHoldWritesNoFile) {
     }
     EXPECT_TRUE(folder.Files().empty());
     EXPECT_EQ(Store("*?", "03/15/24", "16:00", "10"), DayOutcome::Appended);
-    EXPECT_EQ(File("*?.24"), LineOf("03/15/24", "16:00", "10"));
+    EXPECT_EQ(File("*?.24"), LineOfDay("03/15/24", "16:00", "10"));
 }
 
 TEST_P(StoreDayTest, ADateThatNamesNoFileWritesNone) {
@@ -358,7 +359,7 @@ TEST_P(StoreDayTest, ADateThatNamesNoFileWritesNone) {
 }
 
 TEST_P(StoreDayTest, ARunThatIsNotCommittedLeavesEveryFileAsItWas) {
-    const std::string old = LineOf("03/14/24", "16:00", "9");
+    const std::string old = LineOfDay("03/14/24", "16:00", "9");
     Put("IBM.24", old);
     Put("MSFT.24", old);
     {
@@ -379,11 +380,11 @@ TEST_P(StoreDayTest, ARunThatIsNotCommittedLeavesEveryFileAsItWas) {
 }
 
 TEST_P(StoreDayTest, ADayReplacedByAnotherFileIsFoundAgainByARowWithoutAYear) {
-    const std::string last = LineOf("03/15/24", "12:00", "10");
+    const std::string last = LineOfDay("03/15/24", "12:00", "10");
     Put("IBM.24", last);
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "11"), DayOutcome::Replaced);
     EXPECT_EQ(Store("IBM", "someday", "16:00", "50"), DayOutcome::Appended);
-    EXPECT_EQ(File("IBM.24"), LineOf("03/15/24", "16:00", "11") + LineOf("someday", "16:00", "50"));
+    EXPECT_EQ(File("IBM.24"), LineOfDay("03/15/24", "16:00", "11") + LineOfDay("someday", "16:00", "50"));
 }
 
 TEST_P(StoreDayTest, EachRowUsesItsOwnEntries) {
@@ -391,7 +392,7 @@ TEST_P(StoreDayTest, EachRowUsesItsOwnEntries) {
     Fill("MSFT", "03/15/24", "16:00", "20", 2);
     EXPECT_EQ(Store(1), DayOutcome::Appended);
     EXPECT_EQ(Store(2), DayOutcome::Appended);
-    EXPECT_EQ(File("MSFT.24"), LineOf("03/15/24", "16:00", "20"));
+    EXPECT_EQ(File("MSFT.24"), LineOfDay("03/15/24", "16:00", "20"));
     EXPECT_EQ(listed, "\"IBM\"\r\n\"MSFT\"\r\n");
 }
 

@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Date kToday = 2026y / 11 / 21;
+constexpr Date kBackUpDay = 2026y / 11 / 21;
 
 class ExitBackUpTest : public ::testing::Test {
   protected:
@@ -23,7 +23,7 @@ class ExitBackUpTest : public ::testing::Test {
         Set(3, "Back Up\\Data");
         Set(4, "True");
         Set(5, (folder / "elsewhere").string());
-        LastBackUp(AddDays(kToday, -7));
+        LastBackUp(AddDays(kBackUpDay, -7));
         settings.QuoteFolder = (folder / "Quotes/EOD/").string();
         Write("Data/VTRMRUset.ini", "mru");
         Write("Data/Mine.ddq", std::string("a\tb\0c\r\n", 7));
@@ -43,7 +43,7 @@ class ExitBackUpTest : public ::testing::Test {
         ASSERT_FALSE(WriteWholeFile(folder / name, bytes, Flush::Later));
     }
     std::string Read(const std::string& name) const { return BytesOrEmpty(folder / name); }
-    ExitBackUp Leave() { return BackUpAtExit(folder.Get(), kToday, settings, person); }
+    ExitBackUp Leave() { return BackUpAtExit(folder.Get(), kBackUpDay, settings, person); }
 
     TempFolder folder;
     SettingsTables settings;
@@ -90,13 +90,13 @@ TEST_F(ExitBackUpTest, TheIntervalDecides) {
                              {"Weekly", 0, false},     {"Weekly", -1, false}};
     for (const Row& row : kRows) {
         Set(1, row.frequency);
-        LastBackUp(AddDays(kToday, -row.daysAgo));
-        EXPECT_EQ(BackUpIsDue(settings, kToday), row.due) << row.frequency << row.daysAgo;
+        LastBackUp(AddDays(kBackUpDay, -row.daysAgo));
+        EXPECT_EQ(BackUpIsDue(settings, kBackUpDay), row.due) << row.frequency << row.daysAgo;
     }
 }
 
 TEST_F(ExitBackUpTest, WithLine13SixDaysOldNothingRuns) {
-    LastBackUp(AddDays(kToday, -6));
+    LastBackUp(AddDays(kBackUpDay, -6));
     EXPECT_FALSE(Leave().Ran());
     EXPECT_FALSE(std::filesystem::exists(folder / "Back Up/Data"));
     EXPECT_FALSE(std::filesystem::exists(folder / "Data/VTRDATAset.ini"));
@@ -105,7 +105,7 @@ TEST_F(ExitBackUpTest, WithLine13SixDaysOldNothingRuns) {
 
 TEST_F(ExitBackUpTest, ManuallyDoesNothing) {
     Set(1, "Manually");
-    LastBackUp(AddDays(kToday, -900));
+    LastBackUp(AddDays(kBackUpDay, -900));
     EXPECT_FALSE(Leave().Ran());
     EXPECT_FALSE(std::filesystem::exists(folder / "Data/VTRDATAset.ini"));
 }
@@ -113,12 +113,12 @@ TEST_F(ExitBackUpTest, ManuallyDoesNothing) {
 TEST_F(ExitBackUpTest, ADateThatCannotBeReadLiesLongBack) {
     for (const char* text : {"", "soon"}) {
         Set(13, text);
-        EXPECT_TRUE(BackUpIsDue(settings, kToday)) << text;
+        EXPECT_TRUE(BackUpIsDue(settings, kBackUpDay)) << text;
     }
     settings.DataSettings.Set(13, Value::OfText("11/14/26"));
-    EXPECT_TRUE(BackUpIsDue(settings, kToday));
+    EXPECT_TRUE(BackUpIsDue(settings, kBackUpDay));
     settings.DataSettings.Set(13, Value::OfText("11/15/26"));
-    EXPECT_FALSE(BackUpIsDue(settings, kToday));
+    EXPECT_FALSE(BackUpIsDue(settings, kBackUpDay));
 }
 
 TEST_F(ExitBackUpTest, OnlyTheQuoteDatabaseIsCopiedWhenLine2IsFalse) {

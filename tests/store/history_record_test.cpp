@@ -5,7 +5,7 @@
 namespace brantlow {
 namespace {
 
-std::string LineOf(const HistoryRecord& record) {
+std::string LineOfRecord(const HistoryRecord& record) {
     std::string line;
     AppendHistoryLine(record, line);
     return line;
@@ -43,7 +43,7 @@ TEST(HistoryRecord, ALineIsReadAndWrittenByteForByte) {
         "\"12/31/99\",\"\",0.5,0.4,0.6,0,0,0,0,0,0,\"\",\"\",0,0,0,0,0,0.45\r\n",
         "\"01/02/04\",\"\",-1,0,0,12345678901,0,0,0,0,0,\"\",\"\",0,0,0,0,0.3333333333333333,0\r\n"};
     for (const std::string& line : lines) {
-        EXPECT_EQ(LineOf(ParseHistoryLine(std::string_view(line).substr(0, line.size() - 2))), line);
+        EXPECT_EQ(LineOfRecord(ParseHistoryLine(std::string_view(line).substr(0, line.size() - 2))), line);
     }
 }
 
@@ -55,7 +55,8 @@ TEST(HistoryRecord, ADownloadedRecordHasZerosAndEmptyTexts) {
     record.HistoryHigh = 13;
     record.HistoryVolume = 100;
     record.HistoryOpen = 12.25;
-    EXPECT_EQ(LineOf(record), "\"01/02/04\",\"\",12.5,12,13,100,0,0,0,0,0,\"\",\"\",0,0,0,0,0,12.25\r\n");
+    EXPECT_EQ(LineOfRecord(record),
+              "\"01/02/04\",\"\",12.5,12,13,100,0,0,0,0,0,\"\",\"\",0,0,0,0,0,12.25\r\n");
 }
 
 TEST(HistoryRecord, RoundsEveryNumberToItsForm) {
@@ -114,7 +115,7 @@ TEST(HistoryRecord, QuotesDoNotProtectACommaInALine) {
 TEST(HistoryRecord, TextOfARecordCannotBreakItsLine) {
     HistoryRecord record;
     record.HistoryDate = "01/02\"/04\r\n";
-    EXPECT_TRUE(LineOf(record).starts_with("\"01/02/04\",\"\",0,"));
+    EXPECT_TRUE(LineOfRecord(record).starts_with("\"01/02/04\",\"\",0,"));
 }
 
 TEST(HistoryRecord, YearDigitsAreTheLastTwoCharacters) {

@@ -7,7 +7,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-constexpr const char* kHeader = "Ticker Symbol\tLast Price\tTrade Date\tHigh Price\tLow Price\tVolume";
+constexpr const char* kImportHeader = "Ticker Symbol\tLast Price\tTrade Date\tHigh Price\tLow Price\tVolume";
 
 class QuoteImportTest : public SessionTest {
   protected:
@@ -31,7 +31,7 @@ class QuoteImportTest : public SessionTest {
     }
     QuoteImport Import(const Path* saveTo = nullptr) { return ImportQuotes(session, table, days, saveTo); }
 
-    QuoteTable table = TableOf({kHeader});
+    QuoteTable table = TableOf({kImportHeader});
     DayStore days;
 };
 
@@ -41,7 +41,7 @@ TEST_F(QuoteImportTest, ANewTableTakesAllThatTheFileHolds) {
     EXPECT_EQ(result.outcome, ImportOutcome::Done);
     EXPECT_EQ(result.rows, 2U);
     EXPECT_EQ(result.stored, 2U);
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "AAA\t10.500\t03/14/24\t11.000\t10.000\t1500",
+    EXPECT_EQ(LinesOf(table), (Lines{kImportHeader, "AAA\t10.500\t03/14/24\t11.000\t10.000\t1500",
                                      "BBB\t20.000\t03/15/24\t21.000\t19.000\t2500"}));
     EXPECT_EQ(Read("Quotes/EOD/AAA.24"),
               "\"03/14/24\",\"\",10.5,10,11,1500,0,0,0,0,0,\"\",\"\",0,0,0,0,0,10.5\r\n");
@@ -54,7 +54,7 @@ TEST_F(QuoteImportTest, ANewTableTakesAllThatTheFileHolds) {
 }
 
 TEST_F(QuoteImportTest, AStoppedImportLeavesTableDatabaseAndFileAsTheyWere) {
-    table = TableOf({kHeader, "OLD\t1.000\t\t\t\t"});
+    table = TableOf({kImportHeader, "OLD\t1.000\t\t\t\t"});
     File("AAA,10.5,3/14/2024,11,10,1500\r\nBBB,20,3/15/2024,21,19,2500\r\n");
     const auto before = Everything();
     const Lines rows = LinesOf(table);
@@ -83,7 +83,7 @@ TEST_F(QuoteImportTest, WithoutATableItSaysSoAndStops) {
             "Existing Quote file will import the data for the ticker sysmbols contained in the quote "
             "file. A New Quote file will accept all data in the file you wish to import.");
         EXPECT_EQ(Everything(), before);
-        EXPECT_EQ(LinesOf(table), Lines{kHeader});
+        EXPECT_EQ(LinesOf(table), Lines{kImportHeader});
     }
 }
 
@@ -98,33 +98,33 @@ TEST_F(QuoteImportTest, HeaderAndFooterAreLeftOutAndRowNumbersStayLineNumbers) {
     Frame("1", "1");
     File("Symbol,Last,Date,High,Low,Volume\r\nAAA,10,3/14/2024,11,9,1500\r\nEnd,0,0,0,0,0\r\n");
     EXPECT_EQ(Import().rows, 1U);
-    EXPECT_EQ(LinesOf(table),
-              (Lines{kHeader, "\t\t\t\t\t", "AAA\t10.000\t03/14/24\t11.000\t9.000\t1500", "\t\t\t\t\t"}));
+    EXPECT_EQ(LinesOf(table), (Lines{kImportHeader, "\t\t\t\t\t",
+                                     "AAA\t10.000\t03/14/24\t11.000\t9.000\t1500", "\t\t\t\t\t"}));
     EXPECT_FALSE(Exists("Quotes/EOD/Symbol.24"));
 }
 
 TEST_F(QuoteImportTest, TheFooterIsTheFilesNotTheAddedTickers) {
     Frame("0", "1");
-    table = TableOf({kHeader, "OLD\t5.000\t03/14/24\t6.000\t4.000\t100"});
+    table = TableOf({kImportHeader, "OLD\t5.000\t03/14/24\t6.000\t4.000\t100"});
     File("AAA,10,3/14/2024,11,9,1500\r\nTotal 1\r\n");
     Import();
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "AAA\t10.000\t03/14/24\t11.000\t9.000\t1500", "\t\t\t\t\t",
-                                     "OLD\t5.000\t03/14/24\t6.000\t4.000\t100"}));
+    EXPECT_EQ(LinesOf(table), (Lines{kImportHeader, "AAA\t10.000\t03/14/24\t11.000\t9.000\t1500",
+                                     "\t\t\t\t\t", "OLD\t5.000\t03/14/24\t6.000\t4.000\t100"}));
 }
 
 TEST_F(QuoteImportTest, ATickerAndALongerOneThatBeginsWithItAreBothImported) {
-    table = TableOf({kHeader, "ABC\t1.000\t03/13/24\t1.000\t1.000\t1"});
+    table = TableOf({kImportHeader, "ABC\t1.000\t03/13/24\t1.000\t1.000\t1"});
     File("ABC,10,3/14/2024,11,9,1500\r\nABCD,20,3/14/2024,21,19,2500\r\n");
     Import();
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "ABC\t10.000\t03/14/24\t11.000\t9.000\t1500",
+    EXPECT_EQ(LinesOf(table), (Lines{kImportHeader, "ABC\t10.000\t03/14/24\t11.000\t9.000\t1500",
                                      "ABCD\t20.000\t03/14/24\t21.000\t19.000\t2500"}));
 }
 
 TEST_F(QuoteImportTest, AnExistingTableKeepsItsTickers) {
-    table = TableOf({kHeader, "OLD\t5.000\t03/14/24\t6.000\t4.000\t100", "\t1", "AAA\t1.000"});
+    table = TableOf({kImportHeader, "OLD\t5.000\t03/14/24\t6.000\t4.000\t100", "\t1", "AAA\t1.000"});
     File("AAA,10,3/14/2024,11,9,1500\r\n");
     Import();
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "AAA\t10.000\t03/14/24\t11.000\t9.000\t1500",
+    EXPECT_EQ(LinesOf(table), (Lines{kImportHeader, "AAA\t10.000\t03/14/24\t11.000\t9.000\t1500",
                                      "OLD\t5.000\t03/14/24\t6.000\t4.000\t100"}));
 }
 
@@ -143,10 +143,10 @@ TEST_F(QuoteImportTest, ARowThatTheFileDoesNotMentionKeepsItsCellsAndStoresNothi
 }
 
 TEST_F(QuoteImportTest, ALineOfALongerTickerStandsForAShorterOne) {
-    table = TableOf({kHeader, "A\t5.000\t03/14/24\t6.000\t4.000\t100"});
+    table = TableOf({kImportHeader, "A\t5.000\t03/14/24\t6.000\t4.000\t100"});
     File("AA,10,3/14/2024,11,9,1500\r\n");
     Import();
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "AA\t10.000\t03/14/24\t11.000\t9.000\t1500"}));
+    EXPECT_EQ(LinesOf(table), (Lines{kImportHeader, "AA\t10.000\t03/14/24\t11.000\t9.000\t1500"}));
 }
 
 TEST_F(QuoteImportTest, LinesThatBeginWithADeviceNameAreDropped) {
@@ -154,7 +154,7 @@ TEST_F(QuoteImportTest, LinesThatBeginWithADeviceNameAreDropped) {
         "CON,1,3/14/2024,1,1,1\r\nconx,1,3/14/2024,1,1,1\r\nPRN\r\nAux.a,2\r\nnul\r\nCO,5,3/14/"
         "2024,5,5,5\r\n");
     Import();
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "CO\t5.000\t03/14/24\t5.000\t5.000\t5"}));
+    EXPECT_EQ(LinesOf(table), (Lines{kImportHeader, "CO\t5.000\t03/14/24\t5.000\t5.000\t5"}));
 }
 
 TEST_F(QuoteImportTest, TheFileIsGoneAfterwardsAndASecondImportReadsNothing) {
@@ -187,7 +187,7 @@ TEST_F(QuoteImportTest, DatesByTheirForm) {
                              {"20040102", "20040303", "03/03/04"}, {"20040102", "20040315", "15/15/2004"},
                              {"040102", "040303", "03/03/04"},     {"040102", "040315", "15/15/04"}};
     for (const Row& row : kRows) {
-        table = TableOf({kHeader});
+        table = TableOf({kImportHeader});
         Set(session.settings.ImExSettings, 9, row.form);
         File("AAA,10," + std::string(row.field) + ",11,9,1500\r\n");
         Import();
@@ -234,11 +234,11 @@ TEST_F(QuoteImportTest, WithoutAnImportSequenceNoFieldIsRead) {
 }
 
 TEST_F(QuoteImportTest, AShortLineLeavesTheLaterColumnsOfItsTicker) {
-    table =
-        TableOf({kHeader, "BBB\t1.000\t03/13/24\t2.000\t3.000\t4", "AAA\t5.000\t03/13/24\t6.000\t7.000\t8"});
+    table = TableOf(
+        {kImportHeader, "BBB\t1.000\t03/13/24\t2.000\t3.000\t4", "AAA\t5.000\t03/13/24\t6.000\t7.000\t8"});
     File("AAA,10,3/14/2024\r\nBBB,20,3/14/2024\r\n");
     Import();
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "AAA\t10.000\t03/14/24\t6.000\t7.000\t8",
+    EXPECT_EQ(LinesOf(table), (Lines{kImportHeader, "AAA\t10.000\t03/14/24\t6.000\t7.000\t8",
                                      "BBB\t20.000\t03/14/24\t2.000\t3.000\t4"}));
     // The database takes no old prices under a new day.
     EXPECT_EQ(Read("Quotes/EOD/AAA.24"), "\"03/14/24\",\"\",10,10,10,0,0,0,0,0,0,\"\",\"\",0,0,0,0,0,10\r\n");
@@ -282,13 +282,13 @@ TEST_F(QuoteImportTest, EighteenThousandLinesAskAndYesImportsThem) {
 TEST_F(QuoteImportTest, NoLeavesEverythingAsItWas) {
     Fields({"Ticker Symbol", "Last Price"});
     File(ManyLines(17999));
-    table = TableOf({kHeader, "OLD\t5.000"});
+    table = TableOf({kImportHeader, "OLD\t5.000"});
     person.answer = false;
     const auto before = Everything();
     EXPECT_EQ(Import().outcome, ImportOutcome::Declined);
     EXPECT_EQ(person.asked.size(), 1U);
     EXPECT_EQ(Everything(), before);
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "OLD\t5.000\t\t\t\t"}));
+    EXPECT_EQ(LinesOf(table), (Lines{kImportHeader, "OLD\t5.000\t\t\t\t"}));
 }
 
 TEST_F(QuoteImportTest, SeventeenThousandNineHundredNinetyNineLinesDoNotAsk) {
@@ -309,7 +309,7 @@ TEST_F(QuoteImportTest, TheTableIsSavedBeforeTheFileGoes) {
     const Path saveTo = session.DataFile("Mine.ddq");
     EXPECT_EQ(Import(&saveTo).outcome, ImportOutcome::Done);
     EXPECT_EQ(Read("Data/Mine.ddq"),
-              std::string(kHeader) + "\r\nAAA\t10.000\t03/14/24\t11.000\t9.000\t1500\r\n");
+              std::string(kImportHeader) + "\r\nAAA\t10.000\t03/14/24\t11.000\t9.000\t1500\r\n");
     EXPECT_FALSE(Exists("Data/Import.Txt"));
 }
 
@@ -356,7 +356,7 @@ TEST_F(QuoteImportTest, HostileFilesEndInNoFilesOutsideTheDatabase) {
 }
 
 TEST_F(QuoteImportTest, ATickerWhoseLettersBeginAnothersLineCountsAsFoundAndItsLossIsTold) {
-    table = TableOf({kHeader, "A\t5.000", "ZZ\t7.000"});
+    table = TableOf({kImportHeader, "A\t5.000", "ZZ\t7.000"});
     File("ADBE,10.5,3/14/2024,11,10,1500\r\n");
     const QuoteImport result = Import();
     EXPECT_EQ(table.Ticker(1), "ADBE");
@@ -369,7 +369,7 @@ TEST_F(QuoteImportTest, ATickerWhoseLettersBeginAnothersLineCountsAsFoundAndItsL
 }
 
 TEST_F(QuoteImportTest, ARowThatTheFileDoesNotMentionKeepsItsCellsAndIsNotStored) {
-    table = TableOf({kHeader, "ZZ\t7.000\t03/14/24\t8\t6\t9"});
+    table = TableOf({kImportHeader, "ZZ\t7.000\t03/14/24\t8\t6\t9"});
     File("AAA,10.5,3/14/2024,11,10,1500\r\n");
     EXPECT_EQ(Import().stored, 1U);
     EXPECT_EQ(LineText(table, 2), "ZZ\t7.000\t03/14/24\t8\t6\t9");
@@ -379,7 +379,7 @@ TEST_F(QuoteImportTest, ARowThatTheFileDoesNotMentionKeepsItsCellsAndIsNotStored
 TEST_F(QuoteImportTest, ARowWithoutADateGoesIntoNoFileInAnyDateForm) {
     for (const char* form : {"01/02/04", "Jan-2-2004", "20040102", "040102"}) {
         Set(session.settings.ImExSettings, 9, form);
-        table = TableOf({kHeader});
+        table = TableOf({kImportHeader});
         File("AAA,10.5,20240303,11,10,1500\r\nBBB,99,,99,99,99\r\nCCC,98,  ,98,98,98\r\n");
         Import();
         for (const auto& file : Everything()) {

@@ -7,7 +7,6 @@
 namespace brantlow {
 namespace {
 
-const Date kToday = Day(2024, 3, 15);
 constexpr RatioGuard kImport = RatioGuard::NotZero;
 constexpr RatioGuard kUpdate = RatioGuard::AboveZero;
 
@@ -85,7 +84,7 @@ TEST_F(QuoteRows, APayDateBeforeItsXDateBelongsToNextYear) {
     for (const Row& row : kRows) {
         rows.XDividendDates[1] = row.xDate;
         rows.DividendDates[1] = row.payDate;
-        MoveDividendDate(rows, 1, kToday);
+        MoveDividendDate(rows, 1, kQuoteDay);
         EXPECT_EQ(rows.DividendDates[1], row.moved) << row.xDate << ' ' << row.payDate;
     }
     rows.XDividendDates[1] = "12/20/99";
@@ -382,7 +381,7 @@ TEST_F(QuoteRows, ARowIsCalculatedInItsOrder) {
     rows.XDividendDates[1] = "Dec-20-2024";
     rows.DividendDates[1] = "1/10/2024";
     rows.TradeTimes[1] = "4:00pm";
-    CalculateRow(rows, 1, kUpdate, kToday);
+    CalculateRow(rows, 1, kUpdate, kQuoteDay);
     EXPECT_EQ(rows.XDividendDates[1], "12/20/24");
     EXPECT_EQ(rows.DividendDates[1], "01/10/25");
     EXPECT_EQ(rows.YieldPercent[1], "4");

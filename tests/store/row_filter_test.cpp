@@ -8,7 +8,7 @@
 namespace brantlow {
 namespace {
 
-QuoteTable Table() {
+QuoteTable FilteredTable() {
     QuoteTable table;
     table.AppendLine("Ticker Symbol\tLast Price\tChange\tChange (%)\tVolume\tName\tExchange");
     table.AppendLine("AA\t10.000\t2.500\t+2.5%\t900000\tAlpha Bank\tNYSE");
@@ -55,7 +55,7 @@ TEST(RowFilter, ShowsTheRowsThatItSays) {
         // "Change" is a whole header although another begins so too.
         {"Change > -2 and Change < 0", {2}},
     };
-    const QuoteTable table = Table();
+    const QuoteTable table = FilteredTable();
     for (const Row& row : rows) {
         const RowFilter filter = RowFilter::Parse(row.text, table);
         EXPECT_EQ(filter.Rows(table), row.rows) << row.text;
@@ -73,7 +73,7 @@ TEST(RowFilter, SaysWhatIsWrongAndThenShowsAll) {
         {"bank and Cap < 3", "There is no column Cap."},
         {"hit in condition 3", "Only a Stock Selector file tells the hits of a condition."},
     };
-    const QuoteTable table = Table();
+    const QuoteTable table = FilteredTable();
     for (const auto& [text, complaint] : rows) {
         const RowFilter filter = RowFilter::Parse(text, table);
         EXPECT_EQ(filter.Complaint(), complaint) << text;

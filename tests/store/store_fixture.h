@@ -66,6 +66,8 @@ inline Date Day(int year, unsigned month, unsigned day) {
     return Date{std::chrono::year{year}, std::chrono::month{month}, std::chrono::day{day}};
 }
 
+inline const Date kQuoteDay = Day(2024, 3, 15);
+
 inline void SetLines(SettingsTable& table, const std::vector<std::string>& lines) {
     for (std::size_t i = 0; i < lines.size(); ++i) table.Set(i + 1, Value::OfText(lines[i]));
 }

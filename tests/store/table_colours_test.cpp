@@ -5,14 +5,12 @@
 namespace brantlow {
 namespace {
 
-const Date kToday = Day(2024, 3, 15);
-
 // The style of the cell under `header` in a quote table of one row.
 CellStyle StyleIn(const std::string& headers, const std::string& cells, const char* header) {
     QuoteTable table;
     table.AppendLine("Ticker Symbol\t" + headers);
     table.AppendLine("IBM\t" + cells);
-    ColorChange(table, FileKind::Ddq, kToday, nullptr);
+    ColorChange(table, FileKind::Ddq, kQuoteDay, nullptr);
     return table.Style(1, *table.ColumnOf(header));
 }
 
@@ -21,14 +19,14 @@ TEST(TableColours, OneRowIsColouredAlone) {
     table.AppendLine("Ticker Symbol\tLast Price\tHigh Alarm");
     table.AppendLine("IBM\t50\t50");
     table.AppendLine("GE\t50\t50");
-    ColorQuoteRow(table, 2, kToday);
+    ColorQuoteRow(table, 2, kQuoteDay);
     EXPECT_EQ(table.Style(1, 1), CellStyle::Plain);
     EXPECT_EQ(table.Style(2, 1), CellStyle::Strong);
     table.SetText(2, 2, "51");
-    ColorQuoteRow(table, 2, kToday);
+    ColorQuoteRow(table, 2, kQuoteDay);
     EXPECT_EQ(table.Style(2, 1), CellStyle::Neutral);
-    ColorQuoteRow(table, 0, kToday);
-    ColorQuoteRow(table, 3, kToday);
+    ColorQuoteRow(table, 0, kQuoteDay);
+    ColorQuoteRow(table, 3, kQuoteDay);
     EXPECT_EQ(table.Style(0, 1), CellStyle::Plain);
 }
 
@@ -182,7 +180,7 @@ TEST(TableColours, ResultsOfARunTakeTheirGround) {
     table.AppendLine("Ticker Symbol\tCondition 1\tCondition 2\tCondition 3\tCondition 4\tCondition 5");
     table.AppendLine("IBM\tBuy\tSell\tHold\t12.5");
     table.AppendLine("Buy");
-    ColorChange(table, FileKind::Dbe, kToday, nullptr);
+    ColorChange(table, FileKind::Dbe, kQuoteDay, nullptr);
     const CellStyle styles[] = {CellStyle::Plain, CellStyle::Buy,   CellStyle::Sell,
                                 CellStyle::Hold,  CellStyle::Plain, CellStyle::EmptyResult};
     for (std::size_t c = 0; c < 6; ++c) EXPECT_EQ(table.Style(1, c), styles[c]) << c;
@@ -196,7 +194,7 @@ TEST(TableColours, FundamentalsAndTemplatesAreNotColoured) {
         QuoteTable table;
         table.AppendLine("Symbol\tLast Price\tChange");
         table.AppendLine("IBM\t1\tBuy");
-        ColorChange(table, kind, kToday, nullptr);
+        ColorChange(table, kind, kQuoteDay, nullptr);
         for (std::size_t c = 0; c < 3; ++c) EXPECT_EQ(table.Style(1, c), CellStyle::Plain);
     }
 }
@@ -206,7 +204,7 @@ TEST(TableColours, ProgressIsTheShareOfTheRows) {
     table.AppendLine("Ticker Symbol");
     for (int i = 0; i < 4; ++i) table.AppendLine("x");
     ProgressRecorder progress;
-    ColorChange(table, FileKind::Ddq, kToday, &progress);
+    ColorChange(table, FileKind::Ddq, kQuoteDay, &progress);
     EXPECT_EQ(progress.fractions, (std::vector<double>{0.25, 0.5, 0.75, 1}));
 }
 

@@ -11,7 +11,7 @@ using Lines = std::vector<std::string>;
 const AskDeleteHistory kWithHistory = [](const std::string&) { return true; };
 const AskDeleteHistory kWithoutHistory = [](const std::string&) { return false; };
 
-constexpr const char* kHeader = "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm";
+constexpr const char* kAlarmHeader = "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm";
 
 class TableEditTest : public SessionTest {
   protected:
@@ -25,18 +25,18 @@ class TableEditTest : public SessionTest {
         person.said.clear();
     }
 
-    QuoteTable table = TableOf({kHeader, "BBB\t2.000\t\t", "CCC\t3.000\t5\t1"});
+    QuoteTable table = TableOf({kAlarmHeader, "BBB\t2.000\t\t", "CCC\t3.000\t5\t1"});
 };
 
 TEST_F(TableEditTest, ATickerInLowerCaseIsStoredInUpperCase) {
     EXPECT_EQ(Append({"ddd", "50", "40"}), EditOutcome::Changed);
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "BBB\t2.000\t\t", "CCC\t3.000\t5\t1", "DDD\t\t50\t40"}));
+    EXPECT_EQ(LinesOf(table), (Lines{kAlarmHeader, "BBB\t2.000\t\t", "CCC\t3.000\t5\t1", "DDD\t\t50\t40"}));
     EXPECT_EQ(session.CurrentTicker, "DDD");
 }
 
 TEST_F(TableEditTest, TheTableIsSortedAfterwards) {
     Append({"aaa"});
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "AAA\t\t\t", "BBB\t2.000\t\t", "CCC\t3.000\t5\t1"}));
+    EXPECT_EQ(LinesOf(table), (Lines{kAlarmHeader, "AAA\t\t\t", "BBB\t2.000\t\t", "CCC\t3.000\t5\t1"}));
     AppendTicker(session, table, {"zzz"}, 1);
     EXPECT_EQ(table.Ticker(1), "AAA");
     EXPECT_EQ(table.Ticker(2), "ZZZ");
@@ -145,8 +145,8 @@ TEST_F(TableEditTest, DeletingTakesTheRowAndSaves) {
     const TableEdit edit = DeleteTicker(session, table, "bbb", kWithoutHistory);
     EXPECT_EQ(edit.outcome, EditOutcome::Changed);
     EXPECT_FALSE(edit.saveError);
-    EXPECT_EQ(LinesOf(table), (Lines{kHeader, "CCC\t3.000\t5\t1"}));
-    EXPECT_EQ(Read("Data/Mine.ddq"), std::string(kHeader) + "\r\nCCC\t3.000\t5\t1\r\n");
+    EXPECT_EQ(LinesOf(table), (Lines{kAlarmHeader, "CCC\t3.000\t5\t1"}));
+    EXPECT_EQ(Read("Data/Mine.ddq"), std::string(kAlarmHeader) + "\r\nCCC\t3.000\t5\t1\r\n");
     EXPECT_EQ(person.statusWords, (Lines{"Updating", "Saving", "Complete"}));
     EXPECT_EQ(person.tickerCounts, std::vector<std::size_t>{1});
 }
@@ -160,7 +160,7 @@ TEST_F(TableEditTest, WithManualSaveTheFileStaysAsItIs) {
 }
 
 TEST_F(TableEditTest, TheLastTickerStaysWithoutAWord) {
-    table = TableOf({kHeader, "BBB\t2.000"});
+    table = TableOf({kAlarmHeader, "BBB\t2.000"});
     Write("Quotes/EOD/BBB.24", "history");
     EXPECT_EQ(DeleteTicker(session, table, "BBB", kWithHistory).outcome, EditOutcome::Unchanged);
     EXPECT_EQ(DeleteTicker(session, table, "", kWithHistory).outcome, EditOutcome::Unchanged);
@@ -172,7 +172,7 @@ TEST_F(TableEditTest, TheLastTickerStaysWithoutAWord) {
 
 TEST_F(TableEditTest, TheHistoryGoesWhenTheAnswerSaysSo) {
     for (const bool goes : {true, false}) {
-        table = TableOf({kHeader, "BBB\t2.000", "CCC\t3.000"});
+        table = TableOf({kAlarmHeader, "BBB\t2.000", "CCC\t3.000"});
         Write("Quotes/EOD/BBB.24", "history");
         Write("Quotes/EOD/BBBB.24", "another's");
         Lines asked;

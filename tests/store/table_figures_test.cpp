@@ -5,7 +5,7 @@
 namespace brantlow {
 namespace {
 
-QuoteTable Table() {
+QuoteTable FiguredTable() {
     QuoteTable table;
     table.AppendLine("Ticker Symbol\tChange\tVolume\tName");
     table.AppendLine("AA\t2.500\t900000\tAlpha, Inc.");
@@ -39,7 +39,7 @@ TEST(TableFigures, SeparateTheThousands) {
 }
 
 TEST(TableFigures, RowsAreTextWithTheirHeader) {
-    QuoteTable table = Table();
+    QuoteTable table = FiguredTable();
     table.SetWidth(1, 0);
     const std::vector<std::size_t> columns = ShownColumns(table);
     EXPECT_EQ(columns, (std::vector<std::size_t>{0, 2, 3}));
@@ -53,7 +53,7 @@ TEST(TableFigures, RowsAreTextWithTheirHeader) {
 }
 
 TEST(TableFigures, TheLineCountsRowsAndAddsUpAColumn) {
-    const QuoteTable table = Table();
+    const QuoteTable table = FiguredTable();
     const std::vector<std::size_t> all = {1, 2, 3};
     EXPECT_EQ(RowsLine({3, 3, 1}, table, all, 2), "3 rows; Volume: sum 2,500,000, mean 1,250,000");
     EXPECT_EQ(RowsLine({3, 3, 2}, table, all, 1), "3 rows, 2 selected; Change: sum 1.5, mean 0.75");

@@ -15,8 +15,6 @@ namespace {
 
 using namespace std::string_literals;
 
-const Date kToday = Day(2024, 3, 15);
-
 SettingsTables ShowingColumns(const std::vector<std::string>& headers) {
     SettingsTables settings;
     SetLines(settings.ColumnSettings, headers);
@@ -40,13 +38,13 @@ class TableFiles : public ::testing::Test {
   protected:
     TableFiles() { folder.Folder("Data"); }
     TableLoad Load(const Path& file, Person* progress = nullptr) {
-        return LoadQuoteTable(file, KindOf(file.string()), settings, kToday, table, progress);
+        return LoadQuoteTable(file, KindOf(file.string()), settings, kQuoteDay, table, progress);
     }
 
     TestFolder folder;
     SettingsTables settings;
     QuoteTable table;
-    FixedClock clock{kToday};
+    FixedClock clock{kQuoteDay};
     RecordingPerson person;
     Session session{folder.Root(), clock, person};
 };

@@ -18,7 +18,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr Date kToday{std::chrono::year{2026}, std::chrono::month{3}, std::chrono::day{9}};
+constexpr Date kRoadDay{std::chrono::year{2026}, std::chrono::month{3}, std::chrono::day{9}};
 
 // The frame's part played by a test: one table at most, a file dialog with a prepared answer.
 class TableRoad : public testing::Test {
@@ -40,7 +40,7 @@ class TableRoad : public testing::Test {
         windows.loadQuoteForm = [this] {
             open = true;
             return LoadQuoteTable(session.DataFile(session.CurrentFile), KindOf(session.CurrentFile),
-                                  session.settings, kToday, table, &person);
+                                  session.settings, kRoadDay, table, &person);
         };
         windows.showQuoteForm = [this] { ++shown; };
         windows.openTable = [this]() -> QuoteTable* { return open ? &table : nullptr; };
@@ -64,7 +64,7 @@ class TableRoad : public testing::Test {
     }
 
     TempFolder folder;
-    FixedClock clock{kToday};
+    FixedClock clock{kRoadDay};
     RecordingPerson person;
     Session session{folder.Get(), clock, person};
     QuoteTable table;

@@ -137,5 +137,5 @@ class AlarmBusTest : public QObject {
     }
 };
 
-QTEST_MAIN(AlarmBusTest)
+WINDOW_TEST(AlarmBusTest)
 #include "alarm_bus_test.moc"

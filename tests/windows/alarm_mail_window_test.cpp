@@ -27,15 +27,15 @@ namespace {
 
 constexpr const char* kPassword = "practice-word";
 
-class Scene : public UpdateProgram {
+class MailScene : public UpdateProgram {
   public:
-    Scene() {
+    MailScene() {
         qunsetenv("BRANTLOW_KEY_SMTP");
         Write("Mine.ddq",
               "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm\r\n"
               "T1\t1.000\t\t\r\nT2\t1.000\t110\t\r\nT3\t1.000\t\t110\r\n");
     }
-    ~Scene() { qunsetenv("SSL_CERT_FILE"); }
+    ~MailScene() { qunsetenv("SSL_CERT_FILE"); }
 
     void Trust(const MailServer& server) {
         if (WriteWholeFile(folder / "trusted.pem", server.Certificate())) qFatal("no certificate");
@@ -101,7 +101,7 @@ class AlarmMailWindowTest : public QObject {
     Q_OBJECT
   private Q_SLOTS:
     void everyLineOfTheFileIsShownAndKept() {
-        Scene scene;
+        MailScene scene;
         scene.Write("VTRMAILset.ini",
                     "\"Send\"\r\n\"mail.example\"\r\n2525\r\n\"STARTTLS\"\r\n\"\"\r\n\"from@example.org\"\r\n"
                     "\"a@example.org, b@example.org\"\r\n");
@@ -131,7 +131,7 @@ class AlarmMailWindowTest : public QObject {
     }
 
     void thePasswordGoesIntoTheKeysAloneAndIsNeverShownAgain() {
-        Scene scene;
+        MailScene scene;
         scene.StartMine();
         scene.Open();
         QCOMPARE(scene.Part<QLineEdit>("txtPassword")->echoMode(), QLineEdit::Password);
@@ -169,7 +169,7 @@ class AlarmMailWindowTest : public QObject {
     }
 
     void cancelKeepsNothing() {
-        Scene scene;
+        MailScene scene;
         scene.StartMine();
         scene.Open();
         scene.EnterServer(465);
@@ -180,7 +180,7 @@ class AlarmMailWindowTest : public QObject {
     }
 
     void thePortFollowsTheEncryptionUnlessItIsOneOfTheirOwn() {
-        Scene scene;
+        MailScene scene;
         scene.StartMine();
         scene.Open();
         auto* const port = scene.Part<QSpinBox>("numPort");
@@ -210,7 +210,7 @@ class AlarmMailWindowTest : public QObject {
             {"txtPassword", "", "Enter the password of me, or leave the user empty."},
         };
         for (const Row& row : kRows) {
-            Scene scene;
+            MailScene scene;
             scene.StartMine();
             scene.Open();
             scene.EnterServer(465);
@@ -232,7 +232,7 @@ class AlarmMailWindowTest : public QObject {
 
     void theTestSendsByTheFieldsAndKeepsNothing() {
         MailServer server({});
-        Scene scene;
+        MailScene scene;
         scene.Trust(server);
         scene.StartMine();
         scene.Open();
@@ -249,7 +249,7 @@ class AlarmMailWindowTest : public QObject {
 
     void aRefusalIsToldInTheServersWordsWithoutThePassword() {
         MailServer server({.replies = {{"AUTH", "535 5.7.8 wrong practice-word"}}});
-        Scene scene;
+        MailScene scene;
         scene.Trust(server);
         scene.StartMine();
         scene.Open();
@@ -263,7 +263,7 @@ class AlarmMailWindowTest : public QObject {
 
     void aCertificateThatNobodyVouchesForEndsTheTest() {
         MailServer server({});
-        Scene scene;
+        MailScene scene;
         scene.StartMine();
         scene.Open();
         scene.EnterServer(server.port);
@@ -275,7 +275,7 @@ class AlarmMailWindowTest : public QObject {
     void theWindowStaysAtWorkWhileASilentServerIsWaitedForAndStopEndsIt() {
         QTcpServer silent;
         QVERIFY(silent.listen(QHostAddress::LocalHost));
-        Scene scene;
+        MailScene scene;
         scene.StartMine();
         scene.Open();
         scene.EnterServer(silent.serverPort());
@@ -297,7 +297,7 @@ class AlarmMailWindowTest : public QObject {
     }
 
     void theSettingsScreenLeadsHere() {
-        Scene scene;
+        MailScene scene;
         scene.StartMine();
         scene.frame->Commands().Entry("mnuSettingsApplication")->trigger();
         auto* const settings = scene.frame->findChild<frmApplicationSettings*>();
@@ -310,7 +310,7 @@ class AlarmMailWindowTest : public QObject {
 
     void aMailThatTheServerPutOffIsTriedAgainAtItsTimeAndSentOnce() {
         MailServer server({.greyConnections = 2});
-        Scene scene;
+        MailScene scene;
         scene.Trust(server);
         scene.SetMail(server.port);
         scene.SetTime(18 * 3600);
@@ -347,7 +347,7 @@ class AlarmMailWindowTest : public QObject {
 
     void aMailThatIsRefusedIsToldAndNotTriedAgainUntilTheSettingsChange() {
         MailServer server({.replies = {{"RCPT", "550 5.1.1 no such user"}}});
-        Scene scene;
+        MailScene scene;
         scene.Trust(server);
         scene.SetMail(server.port);
         scene.SetTime(18 * 3600);
@@ -376,7 +376,7 @@ class AlarmMailWindowTest : public QObject {
 
     void aTryThatIsRefusedIsToldAndTheLastOne() {
         MailServer server({.replies = {{"RCPT", "550 5.1.1 no such user"}}, .greyConnections = 1});
-        Scene scene;
+        MailScene scene;
         scene.Trust(server);
         scene.SetMail(server.port);
         scene.SetTime(18 * 3600);
@@ -396,7 +396,7 @@ class AlarmMailWindowTest : public QObject {
 
     void alarmsThatWereReadMeanwhileAreNotMailedAnyMore() {
         MailServer server({.greyConnections = 1});
-        Scene scene;
+        MailScene scene;
         scene.Trust(server);
         scene.SetMail(server.port);
         scene.SetTime(18 * 3600);
@@ -413,5 +413,5 @@ class AlarmMailWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(AlarmMailWindowTest)
+WINDOW_TEST(AlarmMailWindowTest)
 #include "alarm_mail_window_test.moc"

@@ -2,7 +2,8 @@
 #include "alerts/windows/alarm_notice.h"
 
 #include <QSystemTrayIcon>
-#include <QTest>
+
+#include "window_test.h"
 
 using namespace brantlow;
 
@@ -85,5 +86,5 @@ class AlarmNoticeTest : public QObject {
     }
 };
 
-QTEST_MAIN(AlarmNoticeTest)
+WINDOW_TEST(AlarmNoticeTest)
 #include "alarm_notice_test.moc"

@@ -693,5 +693,5 @@ class ApplicationSettingsTest : public QObject {
     }
 };
 
-QTEST_MAIN(ApplicationSettingsTest)
+WINDOW_TEST(ApplicationSettingsTest)
 #include "application_settings_test.moc"

@@ -245,5 +245,5 @@ class BadInputTest : public QObject {
     }
 };
 
-QTEST_MAIN(BadInputTest)
+WINDOW_TEST(BadInputTest)
 #include "bad_input_test.moc"

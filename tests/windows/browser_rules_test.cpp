@@ -189,5 +189,5 @@ class BrowserRulesTest : public QObject {
     }
 };
 
-QTEST_MAIN(BrowserRulesTest)
+WINDOW_TEST(BrowserRulesTest)
 #include "browser_rules_test.moc"

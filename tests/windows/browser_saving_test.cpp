@@ -163,5 +163,5 @@ class BrowserSavingTest : public QObject {
     }
 };
 
-QTEST_MAIN(BrowserSavingTest)
+WINDOW_TEST(BrowserSavingTest)
 #include "browser_saving_test.moc"

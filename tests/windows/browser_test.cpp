@@ -193,5 +193,5 @@ class BrowserTest : public QObject {
     }
 };
 
-QTEST_MAIN(BrowserTest)
+WINDOW_TEST(BrowserTest)
 #include "browser_test.moc"

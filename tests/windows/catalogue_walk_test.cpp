@@ -479,5 +479,5 @@ class CatalogueWalkTest : public QObject {
     }
 };
 
-QTEST_MAIN(CatalogueWalkTest)
+WINDOW_TEST(CatalogueWalkTest)
 #include "catalogue_walk_test.moc"

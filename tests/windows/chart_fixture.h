@@ -8,6 +8,7 @@
 #include "chart/windows/chart_panel.h"
 #include "chart/windows/frmGraph.h"
 #include "chart/windows/frmGraphNoData.h"
+#include "chart/windows/values_line.h"
 #include "shell/user_store.h"
 #include "store/history_record.h"
 #include "window_fixture.h"
@@ -86,5 +87,10 @@ class ChartProgram : public Program {
     QImage Picture(const char* panel) const { return Part<ChartPanel>(panel)->grab().toImage(); }
     std::size_t Items(Panel panel) const { return Graph()->Chart().Picture(panel).items.size(); }
 };
+
+// The line of values at the bar below the pointer.
+inline QString ValuesText(const ChartProgram& program) {
+    return program.Part<ValuesLine>("lblValues")->Text();
+}
 
 }  // namespace brantlow

@@ -3,8 +3,9 @@
 
 #include <QImage>
 #include <QPainter>
-#include <QTest>
 #include <vector>
+
+#include "window_test.h"
 
 using namespace brantlow;
 
@@ -147,5 +148,5 @@ class ChartPainterTest : public QObject {
     }
 };
 
-QTEST_MAIN(ChartPainterTest)
+WINDOW_TEST(ChartPainterTest)
 #include "chart_painter_test.moc"

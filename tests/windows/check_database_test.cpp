@@ -207,5 +207,5 @@ class CheckDatabaseTest : public QObject {
     }
 };
 
-QTEST_MAIN(CheckDatabaseTest)
+WINDOW_TEST(CheckDatabaseTest)
 #include "check_database_test.moc"

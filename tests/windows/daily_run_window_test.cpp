@@ -148,5 +148,5 @@ class DailyRunWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(DailyRunWindowTest)
+WINDOW_TEST(DailyRunWindowTest)
 #include "daily_run_window_test.moc"

@@ -165,5 +165,5 @@ class DesktopColoursTest : public QObject {
     }
 };
 
-QTEST_MAIN(DesktopColoursTest)
+WINDOW_TEST(DesktopColoursTest)
 #include "desktop_colours_test.moc"

@@ -16,8 +16,6 @@ using namespace brantlow;
 
 namespace {
 
-constexpr const char* kRecord = "\"03/06/26\",\"16:00\",12,1,2,300,1,2,3,4,5,\"\",\"\",6,7,8,9,10,11\r\n";
-
 // A program with something to lose in every place.
 class FullProgram : public Program {
   public:
@@ -118,5 +116,5 @@ class DestroyingQuestionsTest : public QObject {
     }
 };
 
-QTEST_MAIN(DestroyingQuestionsTest)
+WINDOW_TEST(DestroyingQuestionsTest)
 #include "destroying_questions_test.moc"

@@ -49,21 +49,21 @@ QPalette DarkPalette(QPalette palette) {
 }
 
 // The letters and colours of a desktop, for as long as it lives.
-class Desktop {
+class DesktopLook {
   public:
-    explicit Desktop(const DesktopRow& row)
+    explicit DesktopLook(const DesktopRow& row)
         : font_(QApplication::font()), palette_(QApplication::palette()), room(row.screen - kRoomForFrame) {
         QFont font = font_;
         font.setPointSizeF(font_.pointSizeF() * row.letters);
         QApplication::setFont(font);
         if (row.isDark) QApplication::setPalette(DarkPalette(palette_));
     }
-    ~Desktop() {
+    ~DesktopLook() {
         QApplication::setFont(font_);
         QApplication::setPalette(palette_);
     }
-    Desktop(const Desktop&) = delete;
-    Desktop& operator=(const Desktop&) = delete;
+    DesktopLook(const DesktopLook&) = delete;
+    DesktopLook& operator=(const DesktopLook&) = delete;
 
   private:
     QFont font_;
@@ -192,7 +192,7 @@ class EveryDesktopTest : public QObject {
   private Q_SLOTS:
     void everyWindowCanBeRead_data() { AddDesktops(); }
     void everyWindowCanBeRead() {
-        const Desktop desktop(Row());
+        const DesktopLook desktop(Row());
         QStringList wrong;
         for (const WindowRow& row : Windows()) {
             Ground ground;
@@ -211,7 +211,7 @@ class EveryDesktopTest : public QObject {
     // With each of its children in front.
     void theMainFrameCanBeRead_data() { AddDesktops(); }
     void theMainFrameCanBeRead() {
-        const Desktop desktop(Row());
+        const DesktopLook desktop(Row());
         SceneProgram program;
         program.frame->showNormal();
         program.frame->resize(desktop.room);
@@ -240,5 +240,5 @@ class EveryDesktopTest : public QObject {
     }
 };
 
-QTEST_MAIN(EveryDesktopTest)
+WINDOW_TEST(EveryDesktopTest)
 #include "every_desktop_test.moc"

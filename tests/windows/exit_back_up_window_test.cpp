@@ -119,5 +119,5 @@ class ExitBackUpWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(ExitBackUpWindowTest)
+WINDOW_TEST(ExitBackUpWindowTest)
 #include "exit_back_up_window_test.moc"

@@ -272,5 +272,5 @@ class FindingTest : public QObject {
     }
 };
 
-QTEST_MAIN(FindingTest)
+WINDOW_TEST(FindingTest)
 #include "finding_test.moc"

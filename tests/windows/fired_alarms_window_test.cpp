@@ -20,7 +20,7 @@ constexpr const char* kList =
     "2026-03-09 16:00\tT2\t5.000\tlow\t6\tMine.ddq\tmailed\r\n"
     "2026-03-09 16:00\tB\xe9\t7.500\thigh\t7\tOther.ddq\tto be mailed\r\n";
 
-class Scene : public UpdateProgram {
+class AlarmsScene : public UpdateProgram {
   public:
     frmFiredAlarms* Open() {
         frame->Commands().Entry("mnuViewFiredAlarms")->trigger();
@@ -49,19 +49,13 @@ class Scene : public UpdateProgram {
     QString CountText() { return Part<QLabel>("lblUnread")->text(); }
 };
 
-QStringList Words(std::initializer_list<const char*> words) {
-    QStringList list;
-    for (const char* word : words) list << QString::fromUtf8(word);
-    return list;
-}
-
 }  // namespace
 
 class FiredAlarmsWindowTest : public QObject {
     Q_OBJECT
   private Q_SLOTS:
     void unreadAlarmsStandInTheStatusBarAndInTheListNewestFirst() {
-        Scene scene;
+        AlarmsScene scene;
         scene.Write("Fired Alarms.txt", kList);
         scene.StartMine();
         QVERIFY(scene.Count()->isVisible());
@@ -84,7 +78,7 @@ class FiredAlarmsWindowTest : public QObject {
     }
 
     void whatIsMarkedAsReadLeavesTheFileAndStaysInTheWindowUntilItIsClosed() {
-        Scene scene;
+        AlarmsScene scene;
         scene.Write("Fired Alarms.txt", kList);
         scene.StartMine();
         scene.Open();
@@ -114,7 +108,7 @@ class FiredAlarmsWindowTest : public QObject {
     }
 
     void withoutAlarmsTheWindowTellsHowToSetOne() {
-        Scene scene;
+        AlarmsScene scene;
         scene.StartMine();
         QVERIFY(!scene.Count()->isVisible());
         scene.Open();
@@ -127,7 +121,7 @@ class FiredAlarmsWindowTest : public QObject {
     }
 
     void theChartOfAnAlarmOpensByTheButtonAndByAPressOnItsRow() {
-        Scene scene;
+        AlarmsScene scene;
         scene.Write("Fired Alarms.txt", kList);
         scene.WriteHistory("T2.26", "T2,3/6/2026,4:00pm,5,4,6,100\r\n");
         scene.StartMine();
@@ -146,7 +140,7 @@ class FiredAlarmsWindowTest : public QObject {
     }
 
     void anUpdateThatFiresAlarmsAddsThemToTheOpenListAndTheCount() {
-        Scene scene;
+        AlarmsScene scene;
         scene.Write("Mine.ddq",
                     "Ticker Symbol\tLast Price\tHigh Alarm\tLow Alarm\r\n"
                     "T1\t1.000\t\t\r\nT2\t1.000\t110\t\r\nT3\t1.000\t\t110\r\n");
@@ -165,7 +159,7 @@ class FiredAlarmsWindowTest : public QObject {
     }
 
     void aListThatCannotBeReadIsToldAndOneThatCannotBeWrittenStaysUnread() {
-        Scene scene;
+        AlarmsScene scene;
         std::filesystem::create_directories(scene.session.DataFile("Fired Alarms.txt") / "inside");
         scene.StartMine();
         scene.Open();
@@ -174,7 +168,7 @@ class FiredAlarmsWindowTest : public QObject {
     }
 
     void theMailSettingsOpenOverTheListAndF1HasAPage() {
-        Scene scene;
+        AlarmsScene scene;
         scene.StartMine();
         scene.Open();
         scene.PressIn("cmdMail");
@@ -187,5 +181,5 @@ class FiredAlarmsWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(FiredAlarmsWindowTest)
+WINDOW_TEST(FiredAlarmsWindowTest)
 #include "fired_alarms_window_test.moc"

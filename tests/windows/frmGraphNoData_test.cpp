@@ -189,5 +189,5 @@ class FrmGraphNoDataTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmGraphNoDataTest)
+WINDOW_TEST(FrmGraphNoDataTest)
 #include "frmGraphNoData_test.moc"

@@ -390,5 +390,5 @@ class FrmGraphDrawTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmGraphDrawTest)
+WINDOW_TEST(FrmGraphDrawTest)
 #include "frmGraph_draw_test.moc"

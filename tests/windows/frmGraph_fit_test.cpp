@@ -12,8 +12,6 @@ using namespace brantlow;
 
 namespace {
 
-constexpr int kTwips = 15;
-
 constexpr const char* kPanelNames[] = {"Picture1", "Picture2", "Picture3"};
 
 }  // namespace
@@ -183,5 +181,5 @@ class FrmGraphFitTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmGraphFitTest)
+WINDOW_TEST(FrmGraphFitTest)
 #include "frmGraph_fit_test.moc"

@@ -13,10 +13,6 @@ using namespace brantlow;
 
 namespace {
 
-QString Values(const ChartProgram& program) {
-    return program.Part<ValuesLine>("lblValues")->Text();
-}
-
 // A place over a bar, a third of the panel down.
 QPoint PlaceOver(const ChartPanel& panel, int bar) {
     return QPoint(static_cast<int>((50 + 45.0 * bar) / panel.TwipsAcross(1)), panel.height() / 3);
@@ -43,11 +39,12 @@ class FrmGraphLookTest : public QObject {
   private Q_SLOTS:
     void theValuesAreThoseOfTheNewestBarUntilThePointerIsOverAnother() {
         FittingChart program;
-        QVERIFY2(Values(program).startsWith(QStringLiteral("Date 10/28/26")), qPrintable(Values(program)));
+        QVERIFY2(ValuesText(program).startsWith(QStringLiteral("Date 10/28/26")),
+                 qPrintable(ValuesText(program)));
         for (const char* name : {"Picture1", "Picture2", "Picture3"}) {
             ChartPanel* const panel = program.PanelNamed(name);
             QTest::mouseMove(panel, PlaceOver(*panel, 100));
-            const QString values = Values(program);
+            const QString values = ValuesText(program);
             QVERIFY2(values.contains(QStringLiteral("Open 199.50")), qPrintable(values));
             QVERIFY(values.contains(QStringLiteral("High 201.00")));
             QVERIFY(values.contains(QStringLiteral("Low 199.00")));
@@ -59,7 +56,7 @@ class FrmGraphLookTest : public QObject {
             QVERIFY(values.contains(QStringLiteral("Vol. L. UCL ")));
             QEvent leave(QEvent::Leave);
             QCoreApplication::sendEvent(panel, &leave);
-            QVERIFY(Values(program).startsWith(QStringLiteral("Date 10/28/26")));
+            QVERIFY(ValuesText(program).startsWith(QStringLiteral("Date 10/28/26")));
         }
     }
 
@@ -87,16 +84,16 @@ class FrmGraphLookTest : public QObject {
         FittingChart program;
         program.Graph()->setFocus();
         QTest::keyClick(program.Graph(), Qt::Key_Left);
-        QVERIFY(Values(program).contains(QStringLiteral("Close 379.00")));
+        QVERIFY(ValuesText(program).contains(QStringLiteral("Close 379.00")));
         QTest::keyClick(program.Graph(), Qt::Key_Left);
-        QVERIFY(Values(program).contains(QStringLiteral("Close 378.00")));
+        QVERIFY(ValuesText(program).contains(QStringLiteral("Close 378.00")));
         QTest::keyClick(program.Graph(), Qt::Key_Right);
         QTest::keyClick(program.Graph(), Qt::Key_Right);
-        QVERIFY(Values(program).contains(QStringLiteral("Close 379.00")));
+        QVERIFY(ValuesText(program).contains(QStringLiteral("Close 379.00")));
         ChartPanel* const panel = program.PanelNamed("Picture1");
         QTest::mouseMove(panel, PlaceOver(*panel, 1));
         QTest::keyClick(program.Graph(), Qt::Key_Left);
-        QVERIFY(Values(program).contains(QStringLiteral("Close 101.00")));
+        QVERIFY(ValuesText(program).contains(QStringLiteral("Close 101.00")));
     }
 
     // The line keeps its height, so that nothing moves under the pointer.
@@ -356,7 +353,7 @@ class FrmGraphLookTest : public QObject {
             }
             for (const char* label : {"Label51", "Label53", "Label54", "Label55", "Label56", "Label57"})
                 QVERIFY2(!program.Part<QLabel>(label)->isVisible(), label);
-            QCOMPARE(Values(program), QString());
+            QCOMPARE(ValuesText(program), QString());
         }
     }
 
@@ -402,5 +399,5 @@ class FrmGraphLookTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmGraphLookTest)
+WINDOW_TEST(FrmGraphLookTest)
 #include "frmGraph_look_test.moc"

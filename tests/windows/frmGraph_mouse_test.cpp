@@ -5,8 +5,6 @@ using namespace brantlow;
 
 namespace {
 
-constexpr int kTwips = 15;
-
 // The middle of bar `i` in pixels: presses from 45 i up to 45 (i + 1) twips belong to it.
 int PixelOfBar(int i) {
     return (45 * i + 22) / kTwips;
@@ -111,5 +109,5 @@ class FrmGraphMouseTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmGraphMouseTest)
+WINDOW_TEST(FrmGraphMouseTest)
 #include "frmGraph_mouse_test.moc"

@@ -82,5 +82,5 @@ class FrmGraphPictureTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmGraphPictureTest)
+WINDOW_TEST(FrmGraphPictureTest)
 #include "frmGraph_picture_test.moc"

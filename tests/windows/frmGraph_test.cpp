@@ -18,8 +18,6 @@ using namespace brantlow;
 
 namespace {
 
-constexpr int kTwips = 15;
-
 std::vector<std::string> Chosen(const ChartProgram& program) {
     const auto& slots_ = program.Graph()->Chart().Slots;
     return {slots_.begin(), slots_.end()};
@@ -534,5 +532,5 @@ class FrmGraphTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmGraphTest)
+WINDOW_TEST(FrmGraphTest)
 #include "frmGraph_test.moc"

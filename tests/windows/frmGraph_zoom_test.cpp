@@ -74,10 +74,6 @@ class LongChart : public FittingChart {
     void Key(Qt::Key key) { QTest::keyClick(Graph(), key); }
 };
 
-QString Values(const ChartProgram& program) {
-    return program.Part<ValuesLine>("lblValues")->Text();
-}
-
 }  // namespace
 
 class FrmGraphZoomTest : public QObject {
@@ -109,7 +105,7 @@ class FrmGraphZoomTest : public QObject {
         LongChart program;
         const auto date = [&] {
             program.Hover(200);
-            return Values(program).section(QStringLiteral("Open"), 0, 0);
+            return ValuesText(program).section(QStringLiteral("Open"), 0, 0);
         };
         const QImage whole = program.Picture("Picture1");
         const QString under = date();
@@ -122,8 +118,8 @@ class FrmGraphZoomTest : public QObject {
         QCOMPARE(date(), under);
         // Together again, beyond the chart's own window.
         program.Pinch(onScreen, 200, 0.1);
-        QVERIFY2(Values(program).contains(QStringLiteral("Series and studies over")),
-                 qPrintable(Values(program)));
+        QVERIFY2(ValuesText(program).contains(QStringLiteral("Series and studies over")),
+                 qPrintable(ValuesText(program)));
         program.Key(Qt::Key_0);
         program.Choose("mnuViewFitChart");
         const QString own = program.Label("Label60");
@@ -133,12 +129,12 @@ class FrmGraphZoomTest : public QObject {
 
     void aSpanBeyondTheOwnWindowSaysOverWhatItsStudiesAre() {
         LongChart program;
-        QVERIFY(!Values(program).contains(QStringLiteral("Series and studies over")));
+        QVERIFY(!ValuesText(program).contains(QStringLiteral("Series and studies over")));
         program.Wheel(-2);
-        QVERIFY2(Values(program).contains(QStringLiteral("Series and studies over 436 bars")),
-                 qPrintable(Values(program)));
+        QVERIFY2(ValuesText(program).contains(QStringLiteral("Series and studies over 436 bars")),
+                 qPrintable(ValuesText(program)));
         program.Key(Qt::Key_0);
-        QVERIFY(!Values(program).contains(QStringLiteral("Series and studies over")));
+        QVERIFY(!ValuesText(program).contains(QStringLiteral("Series and studies over")));
     }
 
     void aDragPansAndAPressAloneDoesNot() {
@@ -149,7 +145,7 @@ class FrmGraphZoomTest : public QObject {
         QCOMPARE(program.Picture("Picture1"), whole);
         program.DragPanel(200);
         QVERIFY(program.Picture("Picture1") != whole);
-        QVERIFY(Values(program).contains(QStringLiteral("Series and studies over 279 bars")));
+        QVERIFY(ValuesText(program).contains(QStringLiteral("Series and studies over 279 bars")));
         QCOMPARE(program.Label("Label68"), QString());
         program.DragPanel(-300);
         QCOMPARE(program.Label("Label60"), first);
@@ -177,7 +173,7 @@ class FrmGraphZoomTest : public QObject {
         program.Key(Qt::Key_Home);
         for (int i = 0; i < 3; ++i) program.Key(Qt::Key_Right);
         // From the newest bar shown, 279, three to the right.
-        QVERIFY(Values(program).contains(QStringLiteral("382.00")));
+        QVERIFY(ValuesText(program).contains(QStringLiteral("382.00")));
     }
 
     void aPressInAZoomedChartReadsTheBarUnderThePointer() {
@@ -315,5 +311,5 @@ class FrmGraphZoomTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmGraphZoomTest)
+WINDOW_TEST(FrmGraphZoomTest)
 #include "frmGraph_zoom_test.moc"

@@ -476,5 +476,5 @@ class FrmMainTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmMainTest)
+WINDOW_TEST(FrmMainTest)
 #include "frmMain_test.moc"

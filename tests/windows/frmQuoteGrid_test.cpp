@@ -270,5 +270,5 @@ class FrmQuoteGridTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmQuoteGridTest)
+WINDOW_TEST(FrmQuoteGridTest)
 #include "frmQuoteGrid_test.moc"

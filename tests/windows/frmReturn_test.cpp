@@ -217,7 +217,8 @@ class frmReturnTest : public QObject {
     }
 };
 
+WINDOW_TEST(frmReturnTest)
+
 }  // namespace brantlow
 
-QTEST_MAIN(brantlow::frmReturnTest)
 #include "frmReturn_test.moc"

@@ -399,5 +399,5 @@ class SetupWizardTest : public QObject {
     }
 };
 
-QTEST_MAIN(SetupWizardTest)
+WINDOW_TEST(SetupWizardTest)
 #include "frmSetupWizard_test.moc"

@@ -1,10 +1,10 @@
 // The splash: version, picture, and three seconds that do not block.
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QTest>
 #include <QTimer>
 
 #include "shell/frame/windows/frmSplash.h"
+#include "window_test.h"
 
 using namespace brantlow;
 
@@ -35,5 +35,5 @@ class FrmSplashTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmSplashTest)
+WINDOW_TEST(FrmSplashTest)
 #include "frmSplash_test.moc"

@@ -609,5 +609,5 @@ class StockSelectorSettingsTest : public QObject {
     }
 };
 
-QTEST_MAIN(StockSelectorSettingsTest)
+WINDOW_TEST(StockSelectorSettingsTest)
 #include "frmStockSelectorSettings_test.moc"

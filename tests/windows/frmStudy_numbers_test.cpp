@@ -214,5 +214,5 @@ class FrmStudyNumbersTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmStudyNumbersTest)
+WINDOW_TEST(FrmStudyNumbersTest)
 #include "frmStudy_numbers_test.moc"

@@ -441,5 +441,5 @@ class FrmStudyTest : public QObject {
     }
 };
 
-QTEST_MAIN(FrmStudyTest)
+WINDOW_TEST(FrmStudyTest)
 #include "frmStudy_test.moc"

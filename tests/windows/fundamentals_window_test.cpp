@@ -294,5 +294,5 @@ class FundamentalsWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(FundamentalsWindowTest)
+WINDOW_TEST(FundamentalsWindowTest)
 #include "fundamentals_window_test.moc"

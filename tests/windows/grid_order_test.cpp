@@ -273,5 +273,5 @@ class GridOrderTest : public QObject {
     }
 };
 
-QTEST_MAIN(GridOrderTest)
+WINDOW_TEST(GridOrderTest)
 #include "grid_order_test.moc"

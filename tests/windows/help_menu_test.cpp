@@ -367,5 +367,5 @@ class HelpMenuTest : public QObject {
     }
 };
 
-QTEST_MAIN(HelpMenuTest)
+WINDOW_TEST(HelpMenuTest)
 #include "help_menu_test.moc"

@@ -51,11 +51,6 @@ class ImportProgram : public Program {
     }
 };
 
-template <class Widget>
-Widget* Part(const QDialog* dialog, const char* name) {
-    return dialog->findChild<Widget*>(QString::fromLatin1(name));
-}
-
 }  // namespace
 
 class ImportHistoryWindowTest : public QObject {
@@ -176,5 +171,5 @@ class ImportHistoryWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(ImportHistoryWindowTest)
+WINDOW_TEST(ImportHistoryWindowTest)
 #include "import_history_window_test.moc"

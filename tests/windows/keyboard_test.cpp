@@ -268,5 +268,5 @@ class KeyboardTest : public QObject {
     }
 };
 
-QTEST_MAIN(KeyboardTest)
+WINDOW_TEST(KeyboardTest)
 #include "keyboard_test.moc"

@@ -17,8 +17,6 @@ using namespace brantlow;
 
 namespace {
 
-constexpr const char* kRecord = "\"03/06/26\",\"16:00\",12,1,2,300,1,2,3,4,5,\"\",\"\",6,7,8,9,10,11\r\n";
-
 // A program with a table open and back-up folders in its settings.
 class KeptProgram : public Program {
   public:
@@ -377,5 +375,5 @@ class MaintenanceWindowsTest : public QObject {
     }
 };
 
-QTEST_MAIN(MaintenanceWindowsTest)
+WINDOW_TEST(MaintenanceWindowsTest)
 #include "maintenance_windows_test.moc"

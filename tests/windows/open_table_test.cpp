@@ -16,7 +16,7 @@ using namespace brantlow;
 namespace {
 
 // The settings of an import from and an export to the Data folder: ticker, last price and trade date.
-constexpr const char* kExchangeSettings =
+constexpr const char* kOpenedExchange =
     "\"Comma Delimited\"\r\n\"Data\"\r\n\"Out.Txt\"\r\n\"Comma Delimited\"\r\n\"Data\"\r\n\"In.Txt\"\r\n"
     "\"0\"\r\n\"0\"\r\n\"01/02/04\"\r\n\"Ticker Symbol\"\r\n\"Last Price\"\r\n\"End Export File\"\r\n"
     "\"Ticker Symbol\"\r\n\"Last Price\"\r\n\"Trade Date\"\r\n\"End Import File\"\r\n";
@@ -89,7 +89,7 @@ class OpenTableTest : public QObject {
 
     void anImportFillsTheTableAndTheDatabaseAndConsumesItsFile() {
         Program program;
-        program.Write("VTRIMEXset.ini", kExchangeSettings);
+        program.Write("VTRIMEXset.ini", kOpenedExchange);
         program.Start("Jan.ddq");
         program.Write("In.Txt", "T1,55,3/6/2026\r\nNEW,7.5,3/6/2026\r\n");
         program.Click("CommandImport");
@@ -111,7 +111,7 @@ class OpenTableTest : public QObject {
 
     void anExportWritesTheChosenColumnsWithoutHeader() {
         Program program;
-        program.Write("VTRIMEXset.ini", kExchangeSettings);
+        program.Write("VTRIMEXset.ini", kOpenedExchange);
         program.Start("Jan.ddq");
         program.Click("CommandExport");
         QCOMPARE(program.Read("Out.Txt"), std::string("T1,11.000\r\nT2,12.000\r\nT3,13.000\r\n"));
@@ -138,7 +138,7 @@ class OpenTableTest : public QObject {
 
     void moreLinesThanATableHoldsAreAskedFor() {
         Program program;
-        program.Write("VTRIMEXset.ini", kExchangeSettings);
+        program.Write("VTRIMEXset.ini", kOpenedExchange);
         program.Start("Jan.ddq");
         std::string lines;
         for (int i = 0; i < 18000; ++i) lines += "N" + std::to_string(i) + ",5,3/6/2026\r\n";
@@ -160,7 +160,7 @@ class OpenTableTest : public QObject {
 
     void whatCannotBeWrittenIsTold() {
         Program program;
-        program.Write("VTRIMEXset.ini", kExchangeSettings);
+        program.Write("VTRIMEXset.ini", kOpenedExchange);
         program.Start("Jan.ddq");
         std::filesystem::create_directory(program.session.DataFile("Out.Txt"));
         const QString told = BoxOf([&] { program.Click("CommandExport"); });
@@ -169,5 +169,5 @@ class OpenTableTest : public QObject {
     }
 };
 
-QTEST_MAIN(OpenTableTest)
+WINDOW_TEST(OpenTableTest)
 #include "open_table_test.moc"

@@ -11,8 +11,6 @@ using namespace brantlow;
 
 namespace {
 
-constexpr int kTwips = 15;
-
 QRect PlaceOf(const PlacedPanel& panel) {
     return QRect(static_cast<int>(std::lround(panel.x / kTwips)),
                  static_cast<int>(std::lround(panel.y / kTwips)), static_cast<int>(panel.width / kTwips),
@@ -131,5 +129,5 @@ class PicturePainterTest : public QObject {
     void aPictureWithoutSizeGivesNoFile() { QVERIFY(PngOf(ChartPicture{}).empty()); }
 };
 
-QTEST_MAIN(PicturePainterTest)
+WINDOW_TEST(PicturePainterTest)
 #include "picture_painter_test.moc"

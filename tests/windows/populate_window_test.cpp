@@ -41,11 +41,6 @@ class PopulateProgram : public Program {
     std::function<void()> onRequest;
 };
 
-template <class Widget>
-Widget* Part(const QDialog* dialog, const char* name) {
-    return dialog->findChild<Widget*>(QString::fromLatin1(name));
-}
-
 }  // namespace
 
 class PopulateWindowTest : public QObject {
@@ -173,5 +168,5 @@ class PopulateWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(PopulateWindowTest)
+WINDOW_TEST(PopulateWindowTest)
 #include "populate_window_test.moc"

@@ -425,5 +425,5 @@ class PrintTest : public QObject {
     }
 };
 
-QTEST_MAIN(PrintTest)
+WINDOW_TEST(PrintTest)
 #include "print_test.moc"

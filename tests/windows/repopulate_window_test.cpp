@@ -143,5 +143,5 @@ class RepopulateWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(RepopulateWindowTest)
+WINDOW_TEST(RepopulateWindowTest)
 #include "repopulate_window_test.moc"

@@ -339,5 +339,5 @@ class ResearchCommandsTest : public QObject {
     }
 };
 
-QTEST_MAIN(ResearchCommandsTest)
+WINDOW_TEST(ResearchCommandsTest)
 #include "research_commands_test.moc"

@@ -290,5 +290,5 @@ class ResponsiveRunTest : public QObject {
     }
 };
 
-QTEST_MAIN(ResponsiveRunTest)
+WINDOW_TEST(ResponsiveRunTest)
 #include "responsive_run_test.moc"

@@ -205,5 +205,5 @@ class ScheduleWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(ScheduleWindowTest)
+WINDOW_TEST(ScheduleWindowTest)
 #include "schedule_window_test.moc"

@@ -381,5 +381,5 @@ class SelectorRunTest : public QObject {
     }
 };
 
-QTEST_MAIN(SelectorRunTest)
+WINDOW_TEST(SelectorRunTest)
 #include "selector_run_test.moc"

@@ -32,9 +32,9 @@ SourceChoices From(const std::string& source) {
 }
 
 // A frame with a table of its own, everything saved by itself, and a key for every source.
-class Scene : public SourceProgram {
+class RunScene : public SourceProgram {
   public:
-    explicit Scene(const SourceChoices& choices, const std::string& tickers = "CL NFLX") {
+    explicit RunScene(const SourceChoices& choices, const std::string& tickers = "CL NFLX") {
         const char* const lines[] = {
             "Manually", "False", "", "False", "",     "2", "Automatic Save", "Automatic Save", "EOD",
             "23",       "40",    "", "",      "None", "",  "Manual",         "False",          "",
@@ -95,7 +95,7 @@ class SourceRunsTest : public QObject {
     // that the prices of the 11th that it would tell are past the split already.
     void aMissedWeekAndItsSplitAreMadeUpFromEverySource() {
         for (const char* source : {"alpaca", "massive", "yahoo", "tiingo"}) {
-            Scene scene(From(source));
+            RunScene scene(From(source));
             scene.On(11);
             scene.Populate();
             QVERIFY2(scene.Line().startsWith(QStringLiteral("2 of 2 from ")), qPrintable(scene.Line()));
@@ -131,7 +131,7 @@ class SourceRunsTest : public QObject {
     void theFallbackIsAskedForTickersThatTheFirstDoesNotKnow() {
         SourceChoices choices = From("massive");
         choices.names[kCapabilityCount] = "tiingo";
-        Scene scene(choices, "CL ZZZZ");
+        RunScene scene(choices, "CL ZZZZ");
         scene.Populate();
         QVERIFY2(scene.Line().startsWith(QStringLiteral("1 of 2 from Massive and Tiingo")),
                  qPrintable(scene.Line()));
@@ -143,7 +143,7 @@ class SourceRunsTest : public QObject {
     void fundamentalsFollowAnUpdateAndKeepUpWithThePrice() {
         SourceChoices choices = From("alpaca");
         choices.For(Capability::Fundamentals) = "sec";
-        Scene scene(choices);
+        RunScene scene(choices);
         scene.On(19);
         scene.Populate();
         scene.Click("CmdUpdateQuotes");
@@ -164,7 +164,7 @@ class SourceRunsTest : public QObject {
     void aCellThatAPersonFilledStays() {
         SourceChoices choices = From("alpaca");
         choices.For(Capability::Fundamentals) = "sec";
-        Scene scene(choices);
+        RunScene scene(choices);
         QuoteTable& table = scene.frame->QuoteForm()->Table();
         for (std::size_t column = 1; column < table.ColumnCount(); ++column) {
             if (table.Header(column) == "EPS ttm.") table.SetText(1, column, "9.87");
@@ -174,7 +174,7 @@ class SourceRunsTest : public QObject {
     }
 
     void theDailyRunAsksTheLiveSourceWhateverIsOpen() {
-        Scene scene(From("massive"));
+        RunScene scene(From("massive"));
         scene.frame->Run("mnuFileNewEODQuoteFile");
         for (double second = 23.6 * 3600; second < 23.7 * 3600; second += 20) {
             scene.clock.Set(kFriday, second);
@@ -187,7 +187,7 @@ class SourceRunsTest : public QObject {
     }
 
     void aDailyRunAsksNobodyForAgreement() {
-        Scene scene(From("yahoo"));
+        RunScene scene(From("yahoo"));
         DeleteOneFile(scene.session.DataFile("Source State.json"));
         for (double second = 23.6 * 3600; second < 23.7 * 3600; second += 20) {
             scene.clock.Set(kFriday, second);
@@ -201,7 +201,7 @@ class SourceRunsTest : public QObject {
     }
 
     void aChoiceThatDoesNotHoldStopsTheRun() {
-        Scene scene(From("massive"));
+        RunScene scene(From("massive"));
         SourceChoices choices;
         choices.For(Capability::Quotes) = "gone";
         choices.For(Capability::History) = "gone";
@@ -217,7 +217,7 @@ class SourceRunsTest : public QObject {
     void thePopulateWindowAndTheFileMenuTellWhoIsAsked() {
         SourceChoices choices = From("massive");
         choices.names[kCapabilityCount] = "yahoo";
-        Scene scene(choices);
+        RunScene scene(choices);
         scene.frame->Commands().Entry("mnuFilePopulate")->trigger();
         QCOMPARE(Part<QLabel>(scene.frame->findChild<frmPopulate*>(), "lblSource")->text(),
                  QStringLiteral(
@@ -237,5 +237,5 @@ class SourceRunsTest : public QObject {
     }
 };
 
-QTEST_MAIN(SourceRunsTest)
+WINDOW_TEST(SourceRunsTest)
 #include "source_runs_test.moc"

@@ -21,10 +21,10 @@ using namespace brantlow;
 
 namespace {
 
-class Scene : public SourceProgram {
+class StartScene : public SourceProgram {
   public:
     // As a fresh installation starts.
-    Scene() { Start("Practice.ddq"); }
+    StartScene() { Start("Practice.ddq"); }
 
     frmNewList* Open(const char* command) {
         frame->Commands().Entry(command)->trigger();
@@ -91,7 +91,7 @@ class SourceStartTest : public QObject {
         const Row rows[] = {
             {"massive", "any"}, {"alpaca", "an-id:a-secret"}, {"yahoo", ""}, {"tiingo", "any"}};
         for (const Row& row : rows) {
-            Scene scene;
+            StartScene scene;
             scene.Open("mnuFileNewMyList");
             scene.Type("nflx, brk.b\nCL");
             scene.ChooseSource("Prices", row.source);
@@ -114,7 +114,7 @@ class SourceStartTest : public QObject {
     }
 
     void historiesThatAreToStayAreKeptAndTheirChartIsShown() {
-        Scene scene;
+        StartScene scene;
         const Path folder = scene.session.AppPath / "Quotes" / "EOD";
         const std::string old = ",11/13/2026,4:00pm,150,149,151,100\r\n";
         for (const char* ticker : {"CL", "NFLX"}) {
@@ -147,7 +147,7 @@ class SourceStartTest : public QObject {
     }
 
     void aMarketsListLeadsToAChartToo() {
-        Scene scene;
+        StartScene scene;
         scene.KeepKey("massive", "any");
         scene.Open("mnuFileNewFromMarket");
         QVERIFY(Part<QRadioButton>(scene.window, "optMarket")->isChecked());
@@ -169,7 +169,7 @@ class SourceStartTest : public QObject {
 
     void aMarketsListThatTakesLongIsFetchedOnlyWhenThePersonWantsThat() {
         for (const bool wanted : {false, true}) {
-            Scene scene;
+            StartScene scene;
             const std::string hosts = scene.Read("Hosts.ini");
             scene.KeepKey("massive", "any");
             scene.Write("Hosts.ini", hosts + "Limit.massive=1/60\r\n");
@@ -197,7 +197,7 @@ class SourceStartTest : public QObject {
     }
 
     void theWizardsSecondStepLeadsToTheSameThreeWays() {
-        const auto open = [](Scene& scene, const char* way) {
+        const auto open = [](StartScene& scene, const char* way) {
             scene.frame->Commands().Entry("SetupWizard")->trigger();
             auto* const wizard = scene.frame->findChild<frmSetupWizard*>();
             if (!wizard) qFatal("no wizard");
@@ -207,18 +207,18 @@ class SourceStartTest : public QObject {
             QVERIFY(!wizard->isVisible());
         };
         {
-            Scene scene;
+            StartScene scene;
             open(scene, "cmdWayPractice");
             QCOMPARE(scene.session.CurrentFile, std::string("Practice.ddq"));
             QVERIFY(scene.frame->GraphForm());
         }
         {
-            Scene scene;
+            StartScene scene;
             open(scene, "cmdWayList");
             auto* const list = scene.frame->findChild<frmNewList*>();
             QVERIFY(list && list->isVisible());
         }
-        Scene scene;
+        StartScene scene;
         scene.WriteTable();
         QVERIFY(!WriteWholeFile(scene.session.AppPath / "Quotes" / "EOD" / "NFLX.26",
                                 "NFLX,11/20/2026,4:00pm,150,149,151,100\r\n"));
@@ -231,7 +231,7 @@ class SourceStartTest : public QObject {
     }
 
     void aMarketsListAloneIsATableWithNames() {
-        Scene scene;
+        StartScene scene;
         scene.Open("mnuFileNewFromMarket");
         Part<QLineEdit>(scene.window, "txtMatch")->setText(QStringLiteral("corporation"));
         Part<QLineEdit>(scene.window, "txtName")->setText(QStringLiteral("Corporations"));
@@ -245,7 +245,7 @@ class SourceStartTest : public QObject {
 
     // The hosts of the standard source are placeholders.
     void aFreshInstallationIsOfferedALiveSourceFirst() {
-        Scene scene;
+        StartScene scene;
         const auto offered = [&] {
             return Part<QComboBox>(Part<QWidget>(scene.Open("mnuFileNewMyList"), "Prices"), "cboSource")
                 ->currentData()
@@ -261,7 +261,7 @@ class SourceStartTest : public QObject {
     }
 
     void whatIsMissingIsToldBeforeAnythingIsWritten() {
-        Scene scene;
+        StartScene scene;
         scene.Open("mnuFileNewMyList");
         scene.ChooseSource("Prices", "massive");
         scene.Create();
@@ -289,7 +289,7 @@ class SourceStartTest : public QObject {
     }
 
     void theTimeThatAListTakesIsTold() {
-        Scene scene;
+        StartScene scene;
         scene.Write("Hosts.ini", "# practice market\r\nLimit.massive=5/60\r\n");
         scene.Open("mnuFileNewMyList");
         scene.ChooseSource("Prices", "massive");
@@ -299,7 +299,7 @@ class SourceStartTest : public QObject {
     }
 
     void aKeyThatIsRefusedIsToldAndShowsNoChart() {
-        Scene scene;
+        StartScene scene;
         scene.Open("mnuFileNewMyList");
         scene.ChooseSource("Prices", "massive");
         scene.EnterKey("wrong");
@@ -321,7 +321,7 @@ class SourceStartTest : public QObject {
     }
 
     void thePracticeTableAndAFileThatIsThereLeadToAChart() {
-        Scene scene;
+        StartScene scene;
         Part<QPushButton>(scene.frame.get(), "cmdWelcomePractice")->click();
         Wait();
         QCOMPARE(scene.session.CurrentFile, std::string("Practice.ddq"));
@@ -336,7 +336,7 @@ class SourceStartTest : public QObject {
     }
 
     void aFileWithAHistoryOpensWithItsChart() {
-        Scene scene;
+        StartScene scene;
         scene.WriteTable();
         QVERIFY(!WriteWholeFile(scene.session.AppPath / "Quotes" / "EOD" / "NFLX.26",
                                 "NFLX,11/20/2026,4:00pm,150,149,151,100\r\n"));
@@ -348,7 +348,7 @@ class SourceStartTest : public QObject {
     }
 
     void aFileFromElsewhereIsCopiedAndLeadsToAChart() {
-        Scene scene;
+        StartScene scene;
         scene.WriteTable();
         const Path elsewhere = scene.folder / "Mine.ddq";
         std::filesystem::rename(scene.session.DataFile("Mine.ddq"), elsewhere);
@@ -372,7 +372,7 @@ class SourceStartTest : public QObject {
     }
 
     void anotherKindOfFileIsToldAndNothingIsOpened() {
-        Scene scene;
+        StartScene scene;
         scene.Write("List.txt", "KO\r\n");
         QStringList said;
         DialogHand hand([&](QDialog& dialog) {
@@ -388,7 +388,7 @@ class SourceStartTest : public QObject {
     }
 
     void aFileWithoutAHistoryOffersToFetchItAndLeadsToAChart() {
-        Scene scene;
+        StartScene scene;
         scene.WriteTable();
         SourceChoices choices;
         choices.For(Capability::Quotes) = choices.For(Capability::History) = "tiingo";
@@ -403,7 +403,7 @@ class SourceStartTest : public QObject {
     }
 
     void noFetchesNothingAndLeavesTheTable() {
-        Scene scene;
+        StartScene scene;
         scene.WriteTable();
         scene.OpenFirst(QMessageBox::No);
         QVERIFY(scene.frame->QuoteForm());
@@ -412,7 +412,7 @@ class SourceStartTest : public QObject {
     }
 
     void aFileWithoutASourceLeadsOverTheChoiceOfOneToAChart() {
-        Scene scene;
+        StartScene scene;
         scene.WriteTable();
         scene.ForgetPracticeMarket();
         scene.KeepKey("tiingo", "practice");
@@ -432,7 +432,7 @@ class SourceStartTest : public QObject {
     }
 
     void withTablesToGoOnWithOpeningOneIsOpeningATable() {
-        Scene scene;
+        StartScene scene;
         scene.WriteTable();
         scene.OpenFirst(QMessageBox::No);
         scene.frame->Run("mnuFileClose");
@@ -442,5 +442,5 @@ class SourceStartTest : public QObject {
     }
 };
 
-QTEST_MAIN(SourceStartTest)
+WINDOW_TEST(SourceStartTest)
 #include "source_start_test.moc"

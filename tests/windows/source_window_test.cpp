@@ -18,9 +18,9 @@ using namespace brantlow;
 
 namespace {
 
-class Scene : public SourceProgram {
+class SourcesScene : public SourceProgram {
   public:
-    Scene() { Start("Jan.ddq"); }
+    SourcesScene() { Start("Jan.ddq"); }
 
     frmSources* Open() {
         frame->Commands().Entry("mnuSettingsSources")->trigger();
@@ -56,19 +56,13 @@ class Scene : public SourceProgram {
     frmSources* window = nullptr;
 };
 
-QStringList Words(std::initializer_list<const char*> words) {
-    QStringList list;
-    for (const char* word : words) list << QString::fromLatin1(word);
-    return list;
-}
-
 }  // namespace
 
 class SourceWindowTest : public QObject {
     Q_OBJECT
   private Q_SLOTS:
     void theListTellsHowItStandsWithEachSource() {
-        Scene scene;
+        SourcesScene scene;
         scene.KeepKey("alpaca", "an-id:a-secret");
         SourceState(scene.session.DataFolder(), SystemSourceTime())
             .Block("nasdaq", SystemSourceTime().now() + 3 * 86400, 900, "not so fast");
@@ -83,7 +77,7 @@ class SourceWindowTest : public QObject {
     }
 
     void theSelectedSourceShowsItsTermsLimitsAndField() {
-        Scene scene;
+        SourcesScene scene;
         scene.Open();
         scene.Select("alpaca");
         QVERIFY(!Part<QLineEdit>(scene.window, "txtSecret")->isHidden());
@@ -101,7 +95,7 @@ class SourceWindowTest : public QObject {
     }
 
     void aKeyGoesIntoItsFileAndIsShownNowhere() {
-        Scene scene;
+        SourcesScene scene;
         scene.Open();
         scene.Select("massive");
         QVERIFY(!scene.IsEnabled("cmdSaveKey"));
@@ -126,7 +120,7 @@ class SourceWindowTest : public QObject {
     }
 
     void aPairHasTwoPartsOrIsPastedWhole() {
-        Scene scene;
+        SourcesScene scene;
         scene.Open();
         scene.Select("alpaca");
         scene.EnterKey("only-one-part");
@@ -143,7 +137,7 @@ class SourceWindowTest : public QObject {
 
     void theTestBeginsWithTheTickerInWork() {
         for (const char* ticker : {"", "BRK.B"}) {
-            Scene scene;
+            SourcesScene scene;
             scene.session.CurrentTicker = ticker;
             scene.Open();
             const QString offered = *ticker == '\0' ? QStringLiteral("AAPL") : QString::fromLatin1(ticker);
@@ -152,7 +146,7 @@ class SourceWindowTest : public QObject {
     }
 
     void theTestShowsRowsOfEverythingThatASourceGives() {
-        Scene scene;
+        SourcesScene scene;
         scene.KeepKey("massive", "any");
         scene.Open();
         scene.Select("massive");
@@ -169,7 +163,7 @@ class SourceWindowTest : public QObject {
     }
 
     void theTestTellsARefusalInTheServersWords() {
-        Scene scene;
+        SourcesScene scene;
         scene.KeepKey("massive", "wrong");
         scene.Open();
         scene.Select("massive");
@@ -183,7 +177,7 @@ class SourceWindowTest : public QObject {
     }
 
     void aKeyThatIsStillInItsFieldIsTriedAndKept() {
-        Scene scene;
+        SourcesScene scene;
         scene.Open();
         scene.Select("tiingo");
         scene.EnterKey("a-token");
@@ -193,7 +187,7 @@ class SourceWindowTest : public QObject {
     }
 
     void termsAreAskedOnceBeforeTheFirstUse() {
-        Scene scene;
+        SourcesScene scene;
         scene.Open();
         scene.Select("yahoo");
         const auto answer = [&](QMessageBox::StandardButton button) {
@@ -218,7 +212,7 @@ class SourceWindowTest : public QObject {
     }
 
     void whoIsAskedIsKeptByApplyAlone() {
-        Scene scene;
+        SourcesScene scene;
         scene.Open();
         scene.Select("massive");
         scene.Press("cmdUse");
@@ -236,7 +230,7 @@ class SourceWindowTest : public QObject {
     }
 
     void aSourceWhoseTermsAreRefusedIsNotChosen() {
-        Scene scene;
+        SourcesScene scene;
         scene.Open();
         scene.ChooseIn("cboFallback", "yahoo");
         DialogHand hand([](QDialog& dialog) { PressButton(dialog, QMessageBox::No); });
@@ -246,7 +240,7 @@ class SourceWindowTest : public QObject {
     }
 
     void aChoiceOfASourceThatIsGoneIsShownAndStays() {
-        Scene scene;
+        SourcesScene scene;
         SourceChoices choices;
         choices.For(Capability::Quotes) = "gone";
         scene.Choose(choices);
@@ -258,7 +252,7 @@ class SourceWindowTest : public QObject {
     }
 
     void aCopyIsMadeUnderAFreeNameAndOpenedForEditing() {
-        Scene scene;
+        SourcesScene scene;
         scene.Open();
         scene.Select("massive");
         QVERIFY(!scene.IsEnabled("cmdEdit"));
@@ -289,7 +283,7 @@ class SourceWindowTest : public QObject {
     }
 
     void aDefinitionThatDoesNotFitIsListedWithPlaceAndReason() {
-        Scene scene;
+        SourcesScene scene;
         std::filesystem::create_directories(scene.session.DataFile("Sources"));
         scene.Write("Sources/bad.json", "{\"name\": \"bad\", \"title\": \"Bad\"}");
         scene.Write("Sources/worse.json", "{");
@@ -308,7 +302,7 @@ class SourceWindowTest : public QObject {
     }
 
     void theSettingsDialogLeadsThere() {
-        Scene scene;
+        SourcesScene scene;
         scene.frame->Commands().Entry("mnuSettingsApplication")->trigger();
         auto* settings = scene.frame->findChild<frmApplicationSettings*>();
         QVERIFY(settings);
@@ -317,5 +311,5 @@ class SourceWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(SourceWindowTest)
+WINDOW_TEST(SourceWindowTest)
 #include "source_window_test.moc"

@@ -195,5 +195,5 @@ class SplitWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(SplitWindowTest)
+WINDOW_TEST(SplitWindowTest)
 #include "split_window_test.moc"

@@ -575,5 +575,5 @@ class SymbolButtonsTest : public QObject {
     }
 };
 
-QTEST_MAIN(SymbolButtonsTest)
+WINDOW_TEST(SymbolButtonsTest)
 #include "symbol_buttons_test.moc"

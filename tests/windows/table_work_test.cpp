@@ -391,5 +391,5 @@ class TableWorkTest : public QObject {
     }
 };
 
-QTEST_MAIN(TableWorkTest)
+WINDOW_TEST(TableWorkTest)
 #include "table_work_test.moc"

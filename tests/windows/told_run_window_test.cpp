@@ -109,5 +109,5 @@ class ToldRunWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(ToldRunWindowTest)
+WINDOW_TEST(ToldRunWindowTest)
 #include "told_run_window_test.moc"

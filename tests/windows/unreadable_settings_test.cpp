@@ -78,5 +78,5 @@ class UnreadableSettingsTest : public QObject {
     }
 };
 
-QTEST_MAIN(UnreadableSettingsTest)
+WINDOW_TEST(UnreadableSettingsTest)
 #include "unreadable_settings_test.moc"

@@ -479,5 +479,5 @@ class UpdateWindowTest : public QObject {
     }
 };
 
-QTEST_MAIN(UpdateWindowTest)
+WINDOW_TEST(UpdateWindowTest)
 #include "update_window_test.moc"

@@ -228,5 +228,5 @@ class WelcomeTest : public QObject {
     }
 };
 
-QTEST_MAIN(WelcomeTest)
+WINDOW_TEST(WelcomeTest)
 #include "welcome_test.moc"

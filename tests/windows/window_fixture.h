@@ -31,6 +31,7 @@
 #include "store/columns.h"
 #include "store/file_names.h"
 #include "support/temp_folder.h"
+#include "window_test.h"
 
 namespace brantlow {
 
@@ -105,6 +106,24 @@ class RunWatcher {
     std::vector<std::function<bool()>> steps_;
     QTimer timer_;
 };
+
+template <class Widget>
+Widget* Part(const QDialog* dialog, const char* name) {
+    return dialog->findChild<Widget*>(QString::fromLatin1(name));
+}
+
+// The words as texts of the windows.
+inline QStringList Words(std::initializer_list<const char*> words) {
+    QStringList list;
+    for (const char* word : words) list << QString::fromUtf8(word);
+    return list;
+}
+
+// A day as a year file holds it.
+inline constexpr const char* kRecord =
+    "\"03/06/26\",\"16:00\",12,1,2,300,1,2,3,4,5,\"\",\"\",6,7,8,9,10,11\r\n";
+
+inline constexpr int kTwips = 15;
 
 void PressButton(QDialog& dialog, QMessageBox::StandardButton button);
 

@@ -1,4 +1,5 @@
 #include "acquire/web/page_text.h"
+#include "support/repeated.h"
 
 #include <gtest/gtest.h>
 
@@ -114,12 +115,6 @@ TEST(VisibleText, BrokenMarkupStillGivesItsText) {
         {"a<!--", "a"},
     };
     for (const Row& row : kRows) EXPECT_EQ(VisibleText(row.html), row.text) << row.html;
-}
-
-std::string Repeated(std::string_view piece, std::size_t times) {
-    std::string text;
-    for (std::size_t i = 0; i < times; ++i) text += piece;
-    return text;
 }
 
 TEST(VisibleText, DeepNestingCostsNoStack) {

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "base/values.h"
 #include "shell/settings/condition_set.h"
+#include "support/repeated.h"
 
 namespace brantlow {
 namespace {
@@ -23,12 +24,6 @@ SettingsTable TableOfFile(std::string_view bytes) {
     std::string_view line;
     for (std::size_t i = 1; reader.Next(line); ++i) table.Set(i, Value::Parse(line));
     return table;
-}
-
-std::string Repeated(std::string_view line, std::size_t count) {
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) text += line;
-    return text;
 }
 
 const std::string kEmptyBlock = "\"Condition\"\r\n\"Buy\"\r\n\"Value\"\r\n" + Repeated("\"\"\r\n", 38);

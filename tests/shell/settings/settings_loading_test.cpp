@@ -6,6 +6,7 @@
 
 #include "base/files.h"
 #include "shell/settings/settings_files.h"
+#include "support/repeated.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {
@@ -33,12 +34,6 @@ class SettingsLoading : public ::testing::Test {
 std::string Lines(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) text += line + "\r\n";
-    return text;
-}
-
-std::string Repeated(std::string_view line, std::size_t count) {
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) text += line;
     return text;
 }
 

@@ -6,6 +6,7 @@
 
 #include "base/files.h"
 #include "shell/settings/settings_draft.h"
+#include "support/repeated.h"
 #include "support/temp_folder.h"
 
 namespace brantlow {
@@ -31,12 +32,6 @@ class SettingsWriting : public ::testing::Test {
 
     TempFolder app_;
 };
-
-std::string Repeated(std::string_view line, std::size_t count) {
-    std::string text;
-    for (std::size_t i = 0; i < count; ++i) text += line;
-    return text;
-}
 
 const std::string kDataFile =
     "\"Weekly\"\r\n\"True\"\r\n\"Back Up\\Data\"\r\n\"False\"\r\n\"\"\r\n10\r\n\"Manual Save\"\r\n"

@@ -11,7 +11,7 @@ namespace {
 using std::chrono::sys_days;
 
 constexpr sys_days kToday{std::chrono::year{2026} / 11 / 20};
-const std::string kHead = "<TICKER>,<PER>,<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,<VOL>,<OPENINT>\r\n";
+const std::string kFileHead = "<TICKER>,<PER>,<DATE>,<TIME>,<OPEN>,<HIGH>,<LOW>,<CLOSE>,<VOL>,<OPENINT>\r\n";
 
 std::string Row(const std::string& day, const std::string& close = "187") {
     return "AAPL.US,D," + day + ",000000,185,188,183," + close + ",1000000,0\r\n";
@@ -30,8 +30,9 @@ std::vector<std::string> DaysOf(const DownloadedHistory& history) {
 }  // namespace
 
 TEST(DownloadedHistory, ReadsTheDaysOfTheArchivesForm) {
-    const DownloadedHistory history = ReadFile(
-        kHead + "AAPL.US,D,20240102,000000,185.1234567,188.5,183,187.25,1000000.375,0\r\n" + Row("20240103"));
+    const DownloadedHistory history =
+        ReadFile(kFileHead + "AAPL.US,D,20240102,000000,185.1234567,188.5,183,187.25,1000000.375,0\r\n" +
+                 Row("20240103"));
     EXPECT_EQ(history.days.refusal, "");
     EXPECT_EQ(history.symbol, "AAPL.US");
     ASSERT_EQ(DaysOf(history), (std::vector<std::string>{"2024-01-02", "2024-01-03"}));
@@ -67,7 +68,7 @@ TEST(DownloadedHistory, FindsColumnsByTheirNamesInAnyOrderWithoutTheVolume) {
 }
 
 TEST(DownloadedHistory, AnEmptyFileAndAFirstLineAloneHaveNoDays) {
-    for (const std::string& bytes : {std::string(), kHead, kHead + "\r\n"}) {
+    for (const std::string& bytes : {std::string(), kFileHead, kFileHead + "\r\n"}) {
         const DownloadedHistory history = ReadFile(bytes);
         EXPECT_EQ(history.days.refusal, "");
         EXPECT_TRUE(history.days.bars.empty());
@@ -88,31 +89,32 @@ TEST(DownloadedHistory, WhatCannotBeRightIsRefusedWithItsLine) {
         {"no close", "Date,Open,High,Low\n", 1, "it names no column CLOSE"},
         {"too many columns", "Date,Open,High,Low,Close" + std::string(40, ',') + "\n", 1,
          "it names too many columns"},
-        {"a line that is cut", kHead + Row("20240102") + "AAPL.US,D,20240103,000000,185,18", 3,
+        {"a line that is cut", kFileHead + Row("20240102") + "AAPL.US,D,20240103,000000,185,18", 3,
          "6 fields in place of 10"},
-        {"text for a price", kHead + Row("20240102", "high"), 2, "'high' is no price"},
-        {"a price with something behind it", kHead + Row("20240102", "187x"), 2, "'187x' is no price"},
-        {"no price", kHead + Row("20240102", ""), 2, "'' is no price"},
-        {"NaN", kHead + Row("20240102", "nan"), 2, "'nan' is no price"},
-        {"no end of a price", kHead + Row("20240102", "inf"), 2, "'inf' is no price"},
-        {"1e308", kHead + Row("20240102", "1e308"), 2, "'1e308' is no price"},
-        {"a number beyond all", kHead + Row("20240102", "1e999"), 2, "'1e999' is no price"},
-        {"a volume below 0", kHead + "AAPL.US,D,20240102,000000,1,1,1,1,-5,0\r\n", 2, "'-5' is no volume"},
-        {"a volume of text", kHead + "AAPL.US,D,20240102,000000,1,1,1,1,many,0\r\n", 2,
+        {"text for a price", kFileHead + Row("20240102", "high"), 2, "'high' is no price"},
+        {"a price with something behind it", kFileHead + Row("20240102", "187x"), 2, "'187x' is no price"},
+        {"no price", kFileHead + Row("20240102", ""), 2, "'' is no price"},
+        {"NaN", kFileHead + Row("20240102", "nan"), 2, "'nan' is no price"},
+        {"no end of a price", kFileHead + Row("20240102", "inf"), 2, "'inf' is no price"},
+        {"1e308", kFileHead + Row("20240102", "1e308"), 2, "'1e308' is no price"},
+        {"a number beyond all", kFileHead + Row("20240102", "1e999"), 2, "'1e999' is no price"},
+        {"a volume below 0", kFileHead + "AAPL.US,D,20240102,000000,1,1,1,1,-5,0\r\n", 2,
+         "'-5' is no volume"},
+        {"a volume of text", kFileHead + "AAPL.US,D,20240102,000000,1,1,1,1,many,0\r\n", 2,
          "'many' is no volume"},
-        {"a day to come", kHead + Row("20240102") + Row("20261121"), 3, "2026-11-21 is still to come"},
-        {"a day twice", kHead + Row("20240102") + Row("20240103") + Row("20240103"), 4,
+        {"a day to come", kFileHead + Row("20240102") + Row("20261121"), 3, "2026-11-21 is still to come"},
+        {"a day twice", kFileHead + Row("20240102") + Row("20240103") + Row("20240103"), 4,
          "2024-01-03 stands there twice"},
-        {"a day twice apart", kHead + Row("20240102") + Row("20240103") + Row("20240102"), 0,
+        {"a day twice apart", kFileHead + Row("20240102") + Row("20240103") + Row("20240102"), 0,
          "it has two rows for 2024-01-02"},
-        {"the 30th of February", kHead + Row("20240230"), 2, "'20240230' is no day"},
-        {"a day in words", kHead + Row("Jan 2"), 2, "'Jan 2' is no day"},
-        {"the rows of minutes", kHead + "AAPL.US,5,20240102,153000,1,1,1,1,5,0\r\n", 2,
+        {"the 30th of February", kFileHead + Row("20240230"), 2, "'20240230' is no day"},
+        {"a day in words", kFileHead + Row("Jan 2"), 2, "'Jan 2' is no day"},
+        {"the rows of minutes", kFileHead + "AAPL.US,5,20240102,153000,1,1,1,1,5,0\r\n", 2,
          "its period is '5', no day"},
-        {"the day of all tickers", kHead + Row("20240102") + "MSFT.US,D,20240102,000000,1,1,1,1,5,0\r\n", 3,
-         "a row of 'MSFT.US' behind those of AAPL.US"},
-        {"no ticker", kHead + ",D,20240102,000000,1,1,1,1,5,0\r\n", 2, "a row of no ticker"},
-        {"prices of 0", kHead + Row("20240102", "0") + Row("20240103"), 0,
+        {"the day of all tickers", kFileHead + Row("20240102") + "MSFT.US,D,20240102,000000,1,1,1,1,5,0\r\n",
+         3, "a row of 'MSFT.US' behind those of AAPL.US"},
+        {"no ticker", kFileHead + ",D,20240102,000000,1,1,1,1,5,0\r\n", 2, "a row of no ticker"},
+        {"prices of 0", kFileHead + Row("20240102", "0") + Row("20240103"), 0,
          "more than one row in ten has no price"},
     };
     for (const BadFile& file : files) {
@@ -124,7 +126,7 @@ TEST(DownloadedHistory, WhatCannotBeRightIsRefusedWithItsLine) {
 }
 
 TEST(DownloadedHistory, OneRowInTenWithoutAPriceIsPassedOver) {
-    std::string bytes = kHead + Row("20240102", "0");
+    std::string bytes = kFileHead + Row("20240102", "0");
     for (int day = 10; day < 20; ++day) bytes += Row("202401" + std::to_string(day));
     const DownloadedHistory history = ReadFile(bytes);
     EXPECT_EQ(history.days.refusal, "");
@@ -132,19 +134,20 @@ TEST(DownloadedHistory, OneRowInTenWithoutAPriceIsPassedOver) {
 }
 
 TEST(DownloadedHistory, DaysThatStandNewestFirstAreTurnedRound) {
-    const DownloadedHistory history = ReadFile(kHead + Row("20240104") + Row("20240103") + Row("20240102"));
+    const DownloadedHistory history =
+        ReadFile(kFileHead + Row("20240104") + Row("20240103") + Row("20240102"));
     EXPECT_EQ(DaysOf(history), (std::vector<std::string>{"2024-01-02", "2024-01-03", "2024-01-04"}));
 }
 
 TEST(DownloadedHistory, DaysBefore1930AreLeftOut) {
-    const DownloadedHistory history = ReadFile(kHead + Row("19291231") + Row("19300102"));
+    const DownloadedHistory history = ReadFile(kFileHead + Row("19291231") + Row("19300102"));
     EXPECT_EQ(history.days.refusal, "");
     EXPECT_EQ(DaysOf(history), (std::vector<std::string>{"1930-01-02"}));
 }
 
 // A file is read while it grows, or the disk was full when it came.
 TEST(DownloadedHistory, AFileThatIsCutAnywhereIsReadOrRefusedAndNeverMore) {
-    const std::string whole = kHead + Row("20240102") + Row("20240103");
+    const std::string whole = kFileHead + Row("20240102") + Row("20240103");
     const std::size_t days = ReadFile(whole).days.bars.size();
     for (std::size_t length = 0; length < whole.size(); ++length) {
         EXPECT_LE(ReadFile(whole.substr(0, length)).days.bars.size(), days) << length;
