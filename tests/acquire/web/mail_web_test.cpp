@@ -30,7 +30,7 @@ class MailWebTest : public ::testing::Test {
     }
     MailReply Send(int port, MailSecurity security = MailSecurity::Tls) {
         MailRequest request;
-        request.host = "127.0.0.1";
+        request.host = host;
         request.port = port;
         request.security = security;
         request.user = "me";
@@ -48,6 +48,7 @@ class MailWebTest : public ::testing::Test {
     WaitingPerson person;
     RunControl run;
     CurlMail mail{person};
+    std::string host = "127.0.0.1";
     double limit = 20;
 };
 
@@ -158,6 +159,15 @@ TEST_F(MailWebTest, ANobodyAtThePortIsWorthAnotherTry) {
     const MailReply reply = Send(FreePort());
     EXPECT_EQ(reply.outcome, MailOutcome::Later);
     EXPECT_THAT(reply.words, HasSubstr("127.0.0.1"));
+}
+
+// No name server is asked for such a name: a part of it is longer than one can be.
+TEST_F(MailWebTest, AHostWithoutAnAddressIsNamedAndWorthAnotherTry) {
+    host = std::string(64, 'm') + ".example";
+    const MailReply reply = Send(FreePort());
+    EXPECT_EQ(reply.outcome, MailOutcome::Later);
+    EXPECT_EQ(reply.words, "Could not resolve host: " + host);
+    EXPECT_FALSE(reply.isUnsafe);
 }
 
 TEST_F(MailWebTest, ASilentServerEndsWithTheLimitAndAStoppedRunAtOnce) {

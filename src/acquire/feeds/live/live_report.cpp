@@ -3,20 +3,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 
 namespace brantlow {
 
 namespace {
-
-struct CountWord {
-    SourceResult result;
-    std::string_view word;
-};
-
-constexpr std::array<CountWord, 3> kCountWords = {{{SourceResult::UnknownSymbol, "unknown"},
-                                                   {SourceResult::NoData, "without data"},
-                                                   {SourceResult::NotYetPublished, "not yet published"}}};
 
 bool IsFailure(const SourceOutcome& outcome) {
     return !IsAnswer(outcome.result) && outcome.result != SourceResult::Stopped;
@@ -44,10 +34,12 @@ std::size_t LiveReport::Failed() const {
 std::string ReportSummary(const LiveReport& report) {
     std::string text =
         fmt::format("{} of {} from {}", report.Answered(), report.tickers.size(), report.title);
-    for (const CountWord& row : kCountWords) {
-        if (const std::size_t count = report.Count(row.result))
-            text += fmt::format(", {} {}", count, row.word);
-    }
+    // A source that does not know a ticker and one that has nothing of it are one to a run's report.
+    const std::size_t unknown =
+        report.Count(SourceResult::UnknownSymbol) + report.Count(SourceResult::NoData);
+    if (unknown > 0) text += fmt::format(", {} unknown", unknown);
+    const std::size_t early = report.Count(SourceResult::NotYetPublished);
+    if (early > 0) text += fmt::format(", {} not yet published", early);
     if (const std::size_t failed = report.Failed()) text += fmt::format(", {} failed", failed);
     return text;
 }

@@ -34,7 +34,7 @@ struct LiveReport {
     std::size_t Failed() const;
 };
 
-// "41 of 43 from Massive, 2 unknown, 1 without data, 1 failed".
+// "41 of 43 from Massive, 2 unknown, 1 failed".
 std::string ReportSummary(const LiveReport& report);
 
 // "3 tickers from Massive failed (A, B, C): network: ..." for each kind.

@@ -254,6 +254,32 @@ TEST_F(SourceRows, OneSymbolThatCannotBeSpoilsNoList) {
     EXPECT_NE(requests[1].url.find("symbols=KO,GONE&"), std::string::npos) << requests[1].url;
 }
 
+TEST_F(SourceRows, WhereAnUnknownSymbolFailsSparksWholeListEachIsAskedAlone) {
+    constexpr const char* kFailed =
+        R"({"spark":{"result":null,"error":{"code":"Not Found","description":"No data found for spark symbols"}}})";
+    for (const int status : {404, 200}) {
+        SCOPED_TRACE(status);
+        requests.clear();
+        TickersQuestion question{Capability::Quotes, DayOf(2026, 11, 18), DayOf(2026, 11, 20), {}};
+        SourceClient client(world, Source("yahoo"));
+        Reply(
+            {Answer(status, kFailed),
+             Answer(
+                 200,
+                 R"({"spark":{"result":[{"symbol":"KO","response":[{"meta":{},"timestamp":[1795012200],"indicators":{"quote":[{"close":[70.5]}]}}]}],"error":null}})"),
+             Answer(status, kFailed)});
+        std::map<std::string, SourceResult> results;
+        AskTickers(
+            client, world, question, {"KO", "GONE"},
+            [&](const std::string& ticker, TickerAnswer answer) { results[ticker] = answer.outcome.result; });
+        EXPECT_EQ(ResultName(results["KO"]), "rows");
+        EXPECT_EQ(ResultName(results["GONE"]), "unknown symbol");
+        ASSERT_EQ(requests.size(), 3u);
+        EXPECT_NE(requests[1].url.find("symbols=KO&"), std::string::npos) << requests[1].url;
+        EXPECT_NE(requests[2].url.find("symbols=GONE&"), std::string::npos) << requests[2].url;
+    }
+}
+
 TEST_F(SourceRows, YahooIsAskedOnceMoreByAnotherNameAndThenByItsOtherHost) {
     const std::string rows =
         R"({"chart":{"result":[{"meta":{},"timestamp":[1795012200],"indicators":{"quote":[{"open":[1],"high":[1],"low":[1],"close":[1],"volume":[1]}]}}],"error":null}})";
