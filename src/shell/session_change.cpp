@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/undo_store.h"
+#include "shell/kept_folders.h"
 #include "shell/settings/choices.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_files.h"
@@ -32,8 +33,9 @@ std::vector<Path> WrittenFolders(const Session& session) {
         if (!folder.empty()) folders.push_back(FolderOfSetting(session.AppPath, folder));
     }
     const std::string& copies = Get(session.settings, kApplicationBackUpFolder);
-    for (const Path& copy : {backUp / "Data", FolderOfSetting(session.AppPath, copies)})
-        folders.push_back(copy / kDrawingsFolderName);
+    for (const Path& copy : {backUp / "Data", FolderOfSetting(session.AppPath, copies)}) {
+        for (const std::string_view kept : kKeptFolders) folders.push_back(copy / kept);
+    }
     // A table may lie in a folder of its own below Data.
     std::error_code error;
     for (auto it = std::filesystem::recursive_directory_iterator(session.DataFolder(), error);

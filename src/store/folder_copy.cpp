@@ -5,21 +5,21 @@
 #include <vector>
 
 #include "base/failure.h"
-#include "store/hand_drawings.h"
+#include "shell/kept_folders.h"
 
 namespace brantlow {
 
 namespace {
 
-// Adds the names of the files in the drawings' folder, below it; makes the folder for them.
-Failure AddDrawings(const Path& from, const Path& to, std::vector<std::string>& names) {
-    std::vector<std::string> drawings;
-    if (Failure failure = ListFiles(DrawingsFolder(from), drawings)) return failure;
-    if (drawings.empty()) return {};
+// Adds the names of the files in the kept folder, below it; makes the folder for them.
+Failure AddKept(std::string_view folder, const Path& from, const Path& to, std::vector<std::string>& names) {
+    std::vector<std::string> kept;
+    if (Failure failure = ListFiles(from / folder, kept)) return failure;
+    if (kept.empty()) return {};
     std::error_code ignored;
-    std::filesystem::create_directory(DrawingsFolder(to), ignored);
-    for (const std::string& name : drawings) {
-        if (!IsTemporaryName(name)) names.push_back((Path(kDrawingsFolderName) / name).string());
+    std::filesystem::create_directory(to / folder, ignored);
+    for (const std::string& name : kept) {
+        if (!IsTemporaryName(name)) names.push_back((Path(folder) / name).string());
     }
     return {};
 }
@@ -105,7 +105,9 @@ FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change,
     std::filesystem::create_directory(to, ignored);
     std::vector<std::string> names;
     Failure failure = ListFiles(from, names);
-    if (!failure) failure = AddDrawings(from, to, names);
+    for (const std::string_view folder : kKeptFolders) {
+        if (!failure) failure = AddKept(folder, from, to, names);
+    }
     if (failure) {
         FolderCopy nothing;
         nothing.failed = 1;

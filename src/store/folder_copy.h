@@ -30,8 +30,8 @@ enum class CopyGroups { Several, AllInOne };
 
 // Copies every regular file of `from`, hidden ones included, into `to` by `change`, each whole or not at all;
 // files of the same name there are replaced, others stay, folders, unfinished files and the access keys are
-// left out, but for kDrawingsFolderName, whose files go into one of that name. A file that cannot be read is
-// passed over. `to` is made when only its last folder is missing.
+// left out, but for kKeptFolders, whose files go into folders of the same names. A file that cannot be read
+// is passed over. `to` is made when only its last folder is missing.
 FolderCopy CopyFolderFiles(const Path& from, const Path& to, FileChange& change, CopyGroups groups,
                            const CopyRun& run = {});
 

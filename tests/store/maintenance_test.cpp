@@ -86,6 +86,19 @@ TEST_F(MaintenanceTest, DrawingsGoToTheBackUpOfTheProgramFilesAndComeBackInTheSa
     EXPECT_EQ(folder.Read("Data/Jan.ddq"), "other table");
 }
 
+TEST_F(MaintenanceTest, DefinitionsOfSourcesGoToTheBackUpAndComeBackWhereTheyAreGone) {
+    folder.Folder("Back Up");
+    folder.Write("Data/Jan.ddq", "table");
+    folder.Write("Data/Sources/mine.json", "first");
+    EXPECT_EQ(Copy(BackedUp::ProgramFiles, false).copy.copied, 2U);
+    EXPECT_EQ(folder.Read("Back Up/Data/Sources/mine.json"), "first");
+    std::filesystem::remove_all(folder.Root() / "Data/Sources");
+    EXPECT_EQ(Copy(BackedUp::ProgramFiles, true).copy.copied, 2U);
+    EXPECT_EQ(folder.Read("Data/Sources/mine.json"), "first");
+    ASSERT_FALSE(UndoChange(ChangePlaceOf(session), "").fault);
+    EXPECT_FALSE(IsRegularFile(folder.Root() / "Data/Sources/mine.json"));
+}
+
 TEST_F(MaintenanceTest, ProgramFilesGoToTheirBackUpAndComeBack) {
     folder.Folder("Back Up");
     folder.Write("Data/Jan.ddq", "first");

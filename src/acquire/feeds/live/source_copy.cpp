@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "acquire/feeds/live/source_name.h"
+#include "shell/kept_folders.h"
 
 namespace brantlow {
 

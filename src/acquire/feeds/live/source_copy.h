@@ -10,8 +10,6 @@
 
 namespace brantlow {
 
-inline constexpr std::string_view kSourcesFolder = "Sources";
-
 // Why `name` cannot be the name of a copy of `source`: characters that no source's name has, a source that is
 // there, a file that is there. Empty where it can; the name of a built-in source without a file of the user's
 // is one that can.
