@@ -1,5 +1,7 @@
 #include "alerts/alarm_edit.h"
 
+#include <fmt/format.h>
+
 #include "alerts/price_alarms.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -38,13 +40,37 @@ std::string RefusedAlarms(std::string_view high, std::string_view low) {
     return "The low alarm " + std::string(low) + " is above the high alarm " + std::string(high) + ".";
 }
 
+namespace {
+
+// The column that one of these alarms would stand in and that the table does not have; empty where each has
+// its own. An alarm that is taken away needs none.
+std::string_view MissingColumn(const QuoteTable& table, const AlarmTexts& alarms) {
+    const auto isMissing = [&](std::string_view header, const std::optional<std::string>& text) {
+        return text && !Trim(*text).empty() && !table.ColumnOf(header);
+    };
+    if (isMissing(kHighAlarmColumn, alarms.high)) return kHighAlarmColumn;
+    return isMissing(kLowAlarmColumn, alarms.low) ? kLowAlarmColumn : std::string_view();
+}
+
+}  // namespace
+
+std::string NoAlarmColumnSentence(std::string_view file, std::string_view column) {
+    return fmt::format("{} has no column {}, so the alarm cannot be kept. No alarm was changed.", file,
+                       column);
+}
+
 TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbol, const AlarmTexts& alarms) {
     if (RefuseTableEdit(session, symbol, kEditNeedsTicker)) return {.outcome = EditOutcome::Refused};
     if (KindOf(session.CurrentFile) != FileKind::Ddq) return {};
     const std::string ticker = TableSpelling(symbol);
+    const std::string_view missing = MissingColumn(table, alarms);
     TableEdit edit;
     for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
         if (table.Ticker(row) != ticker) continue;
+        if (!missing.empty()) {
+            session.person.Say(NoAlarmColumnSentence(session.CurrentFile, missing));
+            return {.outcome = EditOutcome::Refused};
+        }
         const bool high = WriteAlarm(table, row, kHighAlarmColumn, alarms.high);
         const bool low = WriteAlarm(table, row, kLowAlarmColumn, alarms.low);
         if (!high && !low) continue;

@@ -25,10 +25,12 @@ struct AlarmTexts {
 // can be; an empty text is no alarm.
 std::string RefusedAlarms(std::string_view high, std::string_view low);
 
+std::string NoAlarmColumnSentence(std::string_view file, std::string_view column);
+
 // Writes the alarms of `symbol`, in any case, in the table that the session's CurrentFile names; a table of
 // another kind than end-of-day stays as it is, and so does one without this ticker. The row takes the colours
 // that its new alarms ask for. Saved when the settings save by themselves. A refusal is said to the session's
-// person.
+// person: one of the texts is an alarm, and the table has no column for it.
 TableEdit EditAlarms(Session& session, QuoteTable& table, std::string_view symbol, const AlarmTexts& alarms);
 
 }  // namespace brantlow

@@ -124,7 +124,9 @@ inline constexpr Command kAlarmCommand = {
     .mostOperands = 2,
     .options = kAlarmOptions,
     .summary = "Sets the price alarms of a ticker",
-    .help = "An alarm that is not given stays as it is. The file is saved.\n",
+    .help =
+        "An alarm that is not given stays as it is. A file without the alarm's column is refused. The file\n"
+        "is saved.\n",
     .settings = kChangeSettings,
     .writes = AlwaysWrites,
     .run = RunAlarm,

@@ -256,6 +256,35 @@ TEST_F(AlarmEditTest, RefusesInItsWords) {
     }
 }
 
+TEST_F(AlarmEditTest, AnAlarmWithoutAColumnIsRefusedAndNothingIsChanged) {
+    struct Row {
+        const char* head;
+        AlarmTexts alarms;
+        const char* column;
+    };
+    const Row rows[] = {{"Ticker Symbol\tLast Price\tName", {"5", "6"}, "High Alarm"},
+                        {"Ticker Symbol\tLast Price\tHigh Alarm", {"5", "6"}, "Low Alarm"},
+                        {"Ticker Symbol\tLow Alarm\tName", {"5", ""}, "High Alarm"},
+                        {"Ticker Symbol\tHigh Alarm\tName", {std::nullopt, "6"}, "Low Alarm"}};
+    for (const Row& row : rows) {
+        QuoteTable bare = TableOf({row.head, "BBB\t3\t4"});
+        person.said.clear();
+        EXPECT_EQ(EditAlarms(session, bare, "BBB", row.alarms).outcome, EditOutcome::Refused);
+        ASSERT_EQ(person.said.size(), 1U) << row.head;
+        EXPECT_EQ(person.said[0].text, "Mine.ddq has no column " + std::string(row.column) +
+                                           ", so the alarm cannot be kept. No alarm was changed.");
+        EXPECT_EQ(LineText(bare, 1), "BBB\t3\t4");
+        EXPECT_FALSE(Exists("Data/Mine.ddq"));
+    }
+}
+
+TEST_F(AlarmEditTest, AnAlarmThatIsTakenAwayNeedsNoColumn) {
+    QuoteTable bare = TableOf({"Ticker Symbol\tHigh Alarm\tName", "BBB\t3\t4"});
+    EXPECT_EQ(EditAlarms(session, bare, "BBB", {"5", ""}).outcome, EditOutcome::Changed);
+    EXPECT_EQ(LineText(bare, 1), "BBB\t5\t4");
+    EXPECT_TRUE(person.said.empty());
+}
+
 TEST_F(AlarmEditTest, OtherKindsAndOtherTickersStayAsTheyAre) {
     EXPECT_EQ(EditAlarms(session, table, "XYZ", {"5", "6"}).outcome, EditOutcome::Unchanged);
     session.CurrentFile = "Evaluations.dbe";

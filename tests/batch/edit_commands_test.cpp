@@ -101,7 +101,7 @@ TEST_F(EditCommands, WithALiveSourceForQuotesAddTakesTickersThatAnAddressCannotH
 }
 
 TEST_F(EditCommands, LinesThatASaveWouldLoseAreTold) {
-    std::string lines = "Ticker Symbol\r\n";
+    std::string lines = "Ticker Symbol\tHigh Alarm\r\n";
     for (int i = 1; i <= 18000; ++i) lines += "T" + std::to_string(i) + "\r\n";
     Write("Data/Long.ddq", lines);
     const CallResult result = Call({"alarm", "Long.ddq", "T1", "--high", "3"});
@@ -126,6 +126,13 @@ TEST_F(EditCommands, AlarmSetsWhatIsGivenAndSaves) {
     EXPECT_THAT(Read("Data/Mine.ddq"), HasSubstr("BBB\t2.000\t50.5\t5\r\n"));
     Call({"alarm", "Mine.ddq", "AAA", "--high", "", "--low", "0.5"});
     EXPECT_THAT(Read("Data/Mine.ddq"), HasSubstr("AAA\t1.000\t\t0.5\r\n"));
+}
+
+TEST_F(EditCommands, AnAlarmForWhichTheTableHasNoColumnIsRefused) {
+    Write("Data/Bare.ddq", "Ticker Symbol\tLast Price\tLow Alarm\r\nAAA\t1.000\t\r\n");
+    ExpectRefused({"alarm", "Bare.ddq", "aaa", "--high", "5", "--low", "1"}, ExitStatus::Refused,
+                  "Bare.ddq has no column High Alarm, so the alarm cannot be kept. No alarm was changed.\n");
+    EXPECT_EQ(Call({"alarm", "Bare.ddq", "AAA", "--low", "1"}).out, "Alarms set: AAA\n");
 }
 
 TEST_F(EditCommands, AnAlarmThatIsNoNumberIsAnUnreadableArgument) {
