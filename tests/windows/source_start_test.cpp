@@ -260,6 +260,19 @@ class SourceStartTest : public QObject {
         QCOMPARE(offered(), QStringLiteral("tiingo"));
     }
 
+    void theListOfSourcesTellsWhichHaveTheirKey() {
+        Scene scene;
+        scene.KeepKey("tiingo", "any");
+        const auto* list =
+            Part<QComboBox>(Part<QWidget>(scene.Open("mnuFileNewMyList"), "Prices"), "cboSource");
+        const auto text = [&](const char* source) {
+            return list->itemText(list->findData(QString::fromLatin1(source)));
+        };
+        QCOMPARE(text("tiingo"), QStringLiteral("Tiingo (key present)"));
+        QCOMPARE(text("massive"), QStringLiteral("Massive (needs a key)"));
+        QCOMPARE(text("yahoo"), QStringLiteral("Yahoo (needs no key)"));
+    }
+
     void whatIsMissingIsToldBeforeAnythingIsWritten() {
         StartScene scene;
         scene.Open("mnuFileNewMyList");

@@ -9,6 +9,7 @@
 #include <QTabWidget>
 #include <QTreeWidget>
 
+#include "acquire/feeds/live/source_catalogue.h"
 #include "acquire/feeds/windows/frmSources.h"
 #include "base/windows/text_editor.h"
 #include "screens/windows/frmApplicationSettings.h"
@@ -74,6 +75,17 @@ class SourceWindowTest : public QObject {
         QCOMPARE(scene.Row("Yahoo"), Words({"Yahoo", "quotes, history", "none needed", "", "ready"}));
         const QStringList nasdaq = scene.Row("Nasdaq");
         QVERIFY2(nasdaq.at(4).startsWith(QStringLiteral("left alone until 20")), qPrintable(nasdaq.at(4)));
+    }
+
+    void theWindowOpensWithTheSourceInUse() {
+        Scene scene;
+        const auto selected = [&] {
+            return Part<QTreeWidget>(scene.Open(), "lstSources")->currentItem()->text(0);
+        };
+        QCOMPARE(selected(), QStringLiteral("Alpaca"));
+        delete scene.window;
+        scene.Choose(ChosenForPrices({}, LoadSources({}).Find("tiingo")));
+        QCOMPARE(selected(), QStringLiteral("Tiingo"));
     }
 
     void theSelectedSourceShowsItsTermsLimitsAndField() {

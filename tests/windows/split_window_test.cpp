@@ -112,7 +112,7 @@ class SplitWindowTest : public QObject {
         }
     }
 
-    void aSecondRunAndAWrongFactorChangeNothingWithoutAWord() {
+    void aSecondRunAndAWrongFactorChangeNothingAndAskNothing() {
         SplitProgram program;
         DialogHand hand([](QDialog& dialog) {
             if (auto* box = qobject_cast<QMessageBox*>(&dialog)) QFAIL(qPrintable(box->text()));
@@ -121,13 +121,15 @@ class SplitWindowTest : public QObject {
         program.Part<QRadioButton>("Option1")->click();
         program.Part<QPushButton>("Command1")->click();
         QCOMPARE(program.History("T2.26"), std::string(kBefore));
-        QCOMPARE(program.frame->statusBar()->currentMessage(), QString());
+        const QString nothing = QStringLiteral("T2: no jump of the prices fits, nothing changed");
+        QCOMPARE(program.frame->statusBar()->currentMessage(), nothing);
         for (int run = 1; run <= 2; ++run) {
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             program.Ask();
             program.Part<QRadioButton>("Option5")->click();
             program.Part<QPushButton>("Command1")->click();
             QCOMPARE(program.History("T2.26"), std::string(kAfter));
+            QCOMPARE(program.frame->statusBar()->currentMessage() == nothing, run == 2);
         }
     }
 

@@ -2,6 +2,7 @@
 // before several histories are replaced.
 #include <QHeaderView>
 #include <QRadioButton>
+#include <QStatusBar>
 #include <QTreeWidget>
 
 #include "acquire/feeds/windows/frmPopulate.h"
@@ -84,6 +85,21 @@ class ToldRunWindowTest : public QObject {
         QVERIFY(field);
         QVERIFY2(field->width() > program.Find<QLabel>("Panel4")->width(),
                  qPrintable(QString::number(field->width())));
+    }
+
+    void aNoticeCanBeReadAndTheRowsComeBackBehindIt() {
+        UpdateProgram program;
+        program.StartMine();
+        QStatusBar* const bar = program.frame->statusBar();
+        const auto seen = [&](const char* notice) {
+            bar->showMessage(QString::fromLatin1(notice));
+            QCoreApplication::processEvents();
+            return bar->grab().toImage();
+        };
+        QVERIFY(seen("T1: 2 days before the split are restated") != seen("another notice"));
+        QVERIFY(program.Find<QLabel>("Panel4")->isHidden());
+        bar->clearMessage();
+        QVERIFY(!program.Find<QLabel>("Panel4")->isHidden());
     }
 
     void populateAsksBeforeItReplacesTheHistoryOfSeveralTickers() {

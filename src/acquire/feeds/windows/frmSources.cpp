@@ -243,7 +243,9 @@ void frmSources::Refresh() {
 
 void frmSources::FillList() {
     const QTreeWidgetItem* const current = list_->currentItem();
-    const std::string selected = current ? current->data(0, kNameRole).toString().toStdString() : "";
+    // The window opens with the source that is in use.
+    const std::string selected = current ? current->data(0, kNameRole).toString().toStdString()
+                                         : desk_.Choices().For(Capability::Quotes);
     {
         const QSignalBlocker quiet(list_);
         list_->clear();

@@ -22,6 +22,11 @@ QLabel* PassedOverLabel(const char* name) {
     return label;
 }
 
+QString KeyNeed(KeyStanding key) {
+    if (key == KeyStanding::NotNeeded) return QStringLiteral("needs no key");
+    return key == KeyStanding::Missing ? QStringLiteral("needs a key") : QStringLiteral("key present");
+}
+
 }  // namespace
 
 QString TermsText(const SourceDefinition& source) {
@@ -50,8 +55,8 @@ SourceCard::SourceCard(SourceDesk& desk, Capability needed, const QString& words
     if (!none.isEmpty()) list_->addItem(none, QString());
     for (const SourceDefinition& source : desk_.Catalogue().sources) {
         if (source.Form(needed) == nullptr) continue;
-        const std::string needs = source.key.kind == KeyKind::None ? "needs no key" : "needs a key";
-        list_->addItem(Shown(source.title + " (" + needs + ")"), Shown(source.name));
+        const KeyStanding key = StandingOf(desk_.World(), source).key;
+        list_->addItem(QStringLiteral("%1 (%2)").arg(Shown(source.title), KeyNeed(key)), Shown(source.name));
     }
     row->addWidget(list_, 1);
     layout->addLayout(row);

@@ -81,6 +81,10 @@ void FrameStatusBar::AddRows() {
     rows_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     // Behind the day, which stands at 0.
     bar_.insertPermanentWidget(1, rows_, kRoomOfRows);
+    // A notice takes the place of the day. The rows would spread into it, and the bar writes a notice only as
+    // far as its permanent parts.
+    QObject::connect(&bar_, &QStatusBar::messageChanged, rows_,
+                     [this](const QString& notice) { rows_->setVisible(notice.isEmpty()); });
 }
 
 void FrameStatusBar::Notice(const std::string& text) {

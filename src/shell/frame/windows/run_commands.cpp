@@ -31,6 +31,7 @@ namespace {
 constexpr int kResultMilliseconds = 10000;
 
 QString ResultSentence(const std::string& ticker, std::size_t days) {
+    if (days == 0) return Shown(ticker) + QStringLiteral(": no jump of the prices fits, nothing changed");
     return Shown(ticker) + QStringLiteral(": %1 days before the split are restated").arg(days);
 }
 
@@ -185,7 +186,7 @@ void RunCommands::AdjustSplit() {
 }
 
 // A series of its own, so that an open chart keeps the one that it draws. A factor that does not show in the
-// prices changes nothing, without a word.
+// prices changes nothing, which the status bar tells.
 void RunCommands::RestateHistory(const std::string& ticker, double SplitFactor) {
     if (frame_.person.InRun()) return;
     frame_.person.ShowStatusWord(kStatusUpdating);
@@ -199,7 +200,7 @@ void RunCommands::RestateHistory(const std::string& ticker, double SplitFactor) 
     frame_.person.ShowStatusWord(kStatusComplete);
     if (adjustment.error) {
         frame_.person.Say(ChangeSentence("Split of " + ticker, adjustment.error));
-    } else if (adjustment.SplitIndex > 0) {
+    } else {
         frame_.window.statusBar()->showMessage(ResultSentence(ticker, adjustment.SplitIndex),
                                                kResultMilliseconds);
     }
