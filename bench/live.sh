@@ -15,6 +15,7 @@ set -euo pipefail
 folder=${1:-/var/tmp/brantlow-bench-live}
 rounds=${ROUNDS:-5}
 programs=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/release/bin
+source "$(dirname "${BASH_SOURCE[0]}")/market.sh"
 most_ratio=2
 most_megabytes=300
 market_rows=12500
@@ -37,25 +38,11 @@ mv "$folder/table" "$folder/standard/Data/Bench.ddq"
 cp -r "$folder/standard" "$folder/live"
 
 times=$(mktemp)
-market=
 stop() {
-  [[ -z $market ]] || kill "$market"
+  stop_market
   rm -rf "$times" "$folder"
 }
 trap stop EXIT
-
-start_market() {
-  [[ -z $market ]] || kill "$market"
-  local pipe
-  pipe=$(mktemp -u)
-  mkfifo "$pipe"
-  "$programs/brantlow-market" --prices "$folder/market" --today "$1" --hosts "$folder/standard/Data/Hosts.ini" \
-    > "$pipe" &
-  market=$!
-  head -n 1 < "$pipe" > /dev/null
-  rm "$pipe"
-  cp "$folder/standard/Data/Hosts.ini" "$folder/live/Data/Hosts.ini"
-}
 
 # The session is over.
 update() {
@@ -67,7 +54,8 @@ update() {
 
 for ((round = 0; round < rounds; round++)); do
   today=$(date -d "$first_day + $round days" +%F)
-  start_market "$today"
+  start_market "$folder/market" "$today" "$folder/standard/Data/Hosts.ini"
+  cp "$folder/standard/Data/Hosts.ini" "$folder/live/Data/Hosts.ini"
   echo "standard $(update "$folder/standard" "$today")"
   echo "live $(update "$folder/live" "$today" --source massive)"
 done > "$times"

@@ -20,6 +20,7 @@ work=${1:-update}
 folder=${2:-/var/tmp/brantlow-bench-${work/flush/update}}
 rounds=${ROUNDS:-5}
 programs=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/release/bin
+source "$(dirname "${BASH_SOURCE[0]}")/market.sh"
 most_megabytes=300
 first_day=2026-06-08  # a Monday
 
@@ -41,25 +42,11 @@ fi
 
 list=$(mktemp)
 times=$(mktemp)
-market=
 stop() {
-  [[ -z $market ]] || kill "$market"
+  stop_market
   rm -f "$list" "$times"
 }
 trap stop EXIT
-
-# Starts the market of a day and points the program to it.
-start_market() {
-  [[ -z $market ]] || kill "$market"
-  local pipe
-  pipe=$(mktemp -u)
-  mkfifo "$pipe"
-  "$programs/brantlow-market" --prices "$folder/market" --today "$1" --hosts "$folder/Data/Hosts.ini" \
-    > "$pipe" &
-  market=$!
-  head -n 1 < "$pipe" > /dev/null
-  rm "$pipe"
-}
 
 fetch_all() { "$programs/timed_run" curl --silent --fail --noproxy '*' --config "$list" 2>&1; }
 run_program() {
@@ -107,7 +94,7 @@ fi
 
 for ((round = 0; round < rounds; round++)); do
   today=$(date -d "$first_day + $round days" +%F)
-  start_market "$today"
+  start_market "$folder/market" "$today" "$folder/Data/Hosts.ini"
   if [[ $work == flush ]]; then compare_flushes "$today" "$round"; else compare_with_curl "$today"; fi
 done > "$times"
 awk -v work="$work" -v baseline="$baseline" -v most_ratio="$most_ratio" -v most_megabytes="$most_megabytes" '

@@ -3,11 +3,11 @@
 # series) and looks whether a test notices: a row that can be changed without a failing test is a row without a
 # test. Nothing of the checkout is touched: it works in a copy, build/mutants.
 #
-#   tools/mutate_tables.sh [COUNT [SEED]]
+#   tools/mutate_tables.sh [COUNT|all [SEED]]
 #
-# COUNT rows (20 without it) are drawn by SEED (1). In each the last letter of its first text changes, or where it
-# has no text its first digit. Built and tested are the engine and the batch tool. Exit status 1 where a change
-# went unnoticed; those rows are named.
+# COUNT rows (20 without it) or all of them are drawn by SEED (1). In each the last letter of its first text changes, or
+# where it has no text its first digit. Built, without optimisation, and tested are the engine and the batch tool; the
+# tests that noticed other rows run first. Exit status 1 where a change went unnoticed; those rows are named.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -41,16 +41,31 @@ change() {
     { print }' "${1%%:*}"
 }
 build() { cmake --build --preset release --target "${programs[@]}" > build.txt 2>&1; }
-# Whether all tests pass.
+# Whether all tests pass, or those of FILTER.
 passes() {
   local program
   for program in "${programs[@]}"; do
-    LC_ALL=C.UTF-8 TZ=UTC "build/release/bin/$program" --gtest_brief=1 --gtest_fail_fast > tests.txt 2>&1 || return 1
+    LC_ALL=C.UTF-8 TZ=UTC "build/release/bin/$program" --gtest_brief=1 --gtest_fail_fast --gtest_filter="${1:-*}" \
+      > tests.txt 2>&1 || return 1
   done
 }
+# The tests that noticed a change, the last one in front.
+noticing=()
+is_noticed() {
+  build || return 0
+  local filter
+  filter=$(IFS=:; echo "${noticing[*]}")
+  [[ -z $filter ]] || passes "$filter" || return 0
+  ! passes || return 1
+  local test
+  test=$(sed -n 's/^\[  FAILED  \] \([^ ,]*\.[^ ,]*\).*/\1/p' tests.txt | head -n 1)
+  [[ -z $test ]] || noticing=("$test" "${noticing[@]:0:30}")
+}
+
+[[ $count != all ]] || count=$(rows | wc -l)
 
 echo "Building the copy"
-cmake --preset release > build.txt
+cmake --preset release -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG= > build.txt
 build || { tail -n 20 build.txt; exit 2; }
 passes || { tail -n 20 tests.txt; echo "mutate_tables.sh: the tests fail without a change" >&2; exit 2; }
 
@@ -62,13 +77,14 @@ while read -r row; do
   cp "$file" original
   change "$row" > changed
   cp changed "$file"
-  if build && passes; then
-    echo "$number of $count: $row UNNOTICED: $(sed -n "${row##*:}p" "$file")"
-    unnoticed=$((unnoticed + 1))
-  else
+  if is_noticed; then
     echo "$number of $count: $row noticed"
+  else
+    echo "$number of $count: $row UNNOTICED: $(sed -n "${row##*:}p" original)"
+    unnoticed=$((unnoticed + 1))
   fi
   cp original "$file"
-done < <(rows | awk -v seed="$seed" 'BEGIN { srand(seed) } { print rand() "\t" $0 }' | sort -n | head -n "$count" | cut -f 2)
+done < <(rows | awk -v seed="$seed" 'BEGIN { srand(seed) } { print rand() "\t" $0 }' | sort -n | head -n "$count" | cut -f 2 |
+  sort -t : -k 1,1 -k 2,2n)
 echo "$((number - unnoticed)) of $number changed rows failed a test"
 [[ $unnoticed -eq 0 ]]
