@@ -37,7 +37,7 @@ rooms='
     sub(/^.*\.\.\//, "", file); sub("^" top "/", "", file)
     if (match(file, /[^\/]*\.dir\/Unity\/unity_.*_cxx\.cxx$/)) {
       room = substr(file, RSTART)
-      if (room ~ /unity_0_cxx/) sub(/\.dir\/.*/, "", room)
+      if (room ~ /unity_0_cxx|^[a-z]*_tests\.dir/) sub(/\.dir\/.*/, "", room)
       sub(/^.*\/unity_/, "", room); sub(/_cxx\.cxx$/, "", room); sub(/\/windows$/, "", room)
     } else if (file ~ /autogen|cmake_pch|^build\//) room = "made by the build"
     else { room = file; sub(/\/[^\/]*$/, "", room); sub(/\/windows$/, "", room); sub(/^src\//, "", room) }
