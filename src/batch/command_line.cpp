@@ -15,6 +15,9 @@ namespace {
 // shield in front of an argument keeps it as it is and an operand.
 constexpr char kShield = '\x01';
 
+// What the parser calls a command's operands: newer ones of it take no name with a blank.
+constexpr const char* kOperands = "OPERANDS";
+
 std::vector<std::string> Shielded(std::span<const std::string> arguments) {
     std::vector<std::string> shielded;
     bool onlyOperands = false;
@@ -65,7 +68,7 @@ void AddCommand(CLI::App& app, const Command& command, CommandLine& line) {
         std::min(command.mostOperands, static_cast<std::size_t>(CLI::detail::expected_max_vector_size)));
     const auto fewest = static_cast<int>(std::max<std::size_t>(command.fewestOperands, 1));
     sub->add_option_function<std::vector<std::string>>(
-           std::string(command.operand),
+           kOperands,
            [&line](const std::vector<std::string>& operands) {
                std::transform(operands.begin(), operands.end(), std::back_inserter(line.arguments.operands),
                               Bare);
@@ -89,7 +92,15 @@ void TakeGlobalOptions(const OptionValues& values, CommandLine& line) {
 // True for a command whose number of operands is not what it takes.
 bool IsWrongCount(const Command* command, const CLI::ParseError& error) {
     if (command == nullptr || dynamic_cast<const CLI::ArgumentMismatch*>(&error) == nullptr) return false;
-    return std::string_view(error.what()).starts_with(std::string(command->operand) + ":");
+    return std::string_view(error.what()).starts_with(std::string(kOperands) + ":");
+}
+
+// What the parser says, with the command's own name for its operands.
+std::string Words(const CLI::ParseError& error, const Command* command) {
+    std::string words = error.what();
+    const std::size_t at = words.find(kOperands);
+    if (command == nullptr || at == std::string::npos) return words;
+    return words.replace(at, std::string_view(kOperands).size(), command->operand);
 }
 
 // Why a call cannot be read, the argument first.
@@ -104,7 +115,7 @@ std::string Explain(const CLI::App& app, const CLI::ParseError& error) {
         return std::string(command->operand) + ": " + std::string(command->name) + " takes " +
                std::string(command->usage);
     }
-    if (unread.empty() || !(extras || missing)) return error.what();
+    if (unread.empty() || !(extras || missing)) return Words(error, command);
     const std::string first = Bare(unread.front());
     const std::string kind = first.starts_with('-') ? "option" : chosen.empty() ? "command" : "argument";
     if (chosen.empty()) return first + ": no such " + kind + "; --help lists what there is";

@@ -1,6 +1,9 @@
 #include "research/windows/web_page.h"
 
 #include <QTimer>
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+#include <QWebEnginePermission>
+#endif
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 
@@ -34,10 +37,15 @@ class WantedWindow final : public QWebEnginePage {
 }  // namespace
 
 WebPage::WebPage(QWebEngineProfile& profile, QObject* parent) : QWebEnginePage(&profile, parent) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    connect(this, &QWebEnginePage::permissionRequested, this,
+            [](const QWebEnginePermission& permission) { permission.deny(); });
+#else
     connect(this, &QWebEnginePage::featurePermissionRequested, this,
             [this](const QUrl& origin, Feature feature) {
                 setFeaturePermission(origin, feature, PermissionDeniedByUser);
             });
+#endif
     connect(this, &QWebEnginePage::renderProcessTerminated, this,
             [this](RenderProcessTerminationStatus status) {
                 if (status != NormalTerminationStatus) TellCrash();
