@@ -5,7 +5,7 @@
 #   tools/setup.sh            installs what is missing, as root or through sudo
 #   tools/setup.sh programs   the same for what the programs alone need
 #   tools/setup.sh packages   the same for the programs and for making packages of them
-#   tools/setup.sh --all      all of it
+#   tools/setup.sh --all      all of it, with what .ci/run checks and fuzzes by
 #   tools/setup.sh --list     prints all packages, one a line
 set -euo pipefail
 
@@ -22,8 +22,12 @@ packages=(
   fonts-dejavu-core qt6-base-dev qt6-svg-dev qt6-wayland qt6-webengine-dev
 )
 tests=(
-  # tests, benchmarks, checks and fuzzing
-  clang-14 clang-format dbus-daemon git libbenchmark-dev libclang-rt-14-dev libgmock-dev libgtest-dev
+  # tests and benchmarks
+  dbus-daemon git libbenchmark-dev libgmock-dev libgtest-dev
+)
+checks=(
+  # formatting and fuzzing
+  clang-14 clang-format libclang-rt-14-dev
 )
 packing=(
   # packages and what looks at them
@@ -32,7 +36,7 @@ packing=(
 case ${1:-} in
   programs) ;;
   packages) packages+=("${packing[@]}") ;;
-  --all | --list) packages+=("${tests[@]}" "${packing[@]}") ;;
+  --all | --list) packages+=("${tests[@]}" "${checks[@]}" "${packing[@]}") ;;
   *) packages+=("${tests[@]}") ;;
 esac
 
