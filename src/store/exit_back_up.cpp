@@ -46,10 +46,17 @@ std::optional<FolderCopy> RunStep(const Step& step, const Path& from, const Path
     }
     const auto proceed = [&](double share) {
         person.ShowProgress((step.done + share) / kSteps);
+        person.PumpEvents();
         return true;
     };
+    const auto commit = [&](FileChange& files) {
+        Failure fault;
+        person.DoBeside([&] { fault = files.Commit(); });
+        return fault;
+    };
     FileChange change({appPath, {}}, "Back Up", ChangeKeeps::Nothing);
-    return CopyFolderFiles(from, FolderOfSetting(appPath, folder), change, CopyGroups::Several, {proceed});
+    return CopyFolderFiles(from, FolderOfSetting(appPath, folder), change, CopyGroups::Several,
+                           {proceed, commit});
 }
 
 }  // namespace

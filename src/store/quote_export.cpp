@@ -87,7 +87,9 @@ QuoteExport ExportQuotes(Session& session, const QuoteTable& table) {
     const Path file = ExportFile(session.AppPath, session.settings);
     if (!MayExchange(session, file, ExchangeWay::Export)) return {ExportOutcome::Declined, {}, 0};
     const std::string text = ExportText(session.settings, kind, table, session.person);
-    Failure error = FailedTo(FailureKind::Write, file, WriteWholeFile(file, text));
+    std::error_code written;
+    session.person.DoBeside([&] { written = WriteWholeFile(file, text); });
+    Failure error = FailedTo(FailureKind::Write, file, written);
     const ExportOutcome outcome = error ? ExportOutcome::Failed : ExportOutcome::Done;
     return {outcome, std::move(error), LineCount(text)};
 }

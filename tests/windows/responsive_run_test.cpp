@@ -9,8 +9,10 @@
 
 #include "acquire/feeds/windows/frmImportHistory.h"
 #include "catalogue_scene.h"
+#include "chart/windows/frmGraphNoData.h"
 #include "check/windows/frmCheckDatabase.h"
 #include "shell/run_control.h"
+#include "shell/settings/lines.h"
 #include "store/windows/frmErrorReport.h"
 
 using namespace brantlow;
@@ -19,14 +21,21 @@ namespace {
 
 // Rows of the table Feb.ddq.
 constexpr int kRows = 40;
+// A table has no more lines, its header among them.
+constexpr std::size_t kManyRows = kMostRows - 1;
+
+// A run can stand still or come to its end by a word; work without rows and buttons, as opening a table, has
+// none.
+enum class Watched { Run, Work };
 
 // Takes down at every turn of the event loop how far the run is.
 class LoopWatch {
   public:
-    explicit LoopWatch(Program& program) {
-        QObject::connect(&timer_, &QTimer::timeout, [this, &program] {
+    explicit LoopWatch(Program& program, Watched what = Watched::Run) {
+        QObject::connect(&timer_, &QTimer::timeout, [this, &program, what] {
             const RunControl& run = program.session.run;
-            if (!program.person.InRun() || run.ProcessCommand != kRunning) return;
+            if (!program.person.InRun() || (what == Watched::Run && run.ProcessCommand != kRunning)) return;
+            ++turns;
             if (run.CurrentRow > 0) Look(static_cast<double>(run.CurrentRow), rows);
             if (run.ProgressFraction > 0) Look(run.ProgressFraction, shares);
         });
@@ -41,6 +50,7 @@ class LoopWatch {
     };
     Steps rows;
     Steps shares;
+    std::size_t turns = 0;
 
   private:
     static void Look(double now, Steps& steps) {
@@ -71,6 +81,20 @@ class RunProgram : public SceneProgram {
         }
         Keep(quotes / "QuoteList.ddq", list);
         Write("In.Txt", lines);
+    }
+
+    // A table of as many rows as the largest market's, each with all columns of a quote table.
+    void WriteLargeTable(const char* name) {
+        std::string line;
+        for (std::size_t column = 1; column < kQuoteColumns.size(); ++column) line += "\t12.345";
+        std::string text = QuoteHeader() + "\r\n";
+        for (std::size_t row = 1; row <= kManyRows; ++row) text += "T" + std::to_string(row) + line + "\r\n";
+        Write(name, text);
+    }
+    // Opens a table as the list of recent ones does.
+    void Open(const char* name) {
+        session.settings.MruSettings.Set(1, Value::OfText(name));
+        frame->OpenRecentFile(1);
     }
 
     Path Loads() const { return folder / "loads"; }
@@ -153,6 +177,88 @@ class ResponsiveRunTest : public QObject {
         Judge(watch, files);
     }
 
+    // The bar that tells how far it is moves by this share of a step.
+    void openingAndExportingALargeTableLookAtTheEvents() {
+        RunProgram program;
+        program.WriteLargeTable("Many.ddq");
+        LoopWatch opening(program, Watched::Work);
+        program.Open("Many.ddq");
+        QCOMPARE(program.frame->QuoteForm()->Table().TickerCount(), kManyRows);
+        JudgeWork(opening);
+        QVERIFY(program.frame->isEnabled() && !program.person.InRun());
+        LoopWatch exporting(program, Watched::Work);
+        program.RunToTheEnd("mnuFileExportQuotes");
+        JudgeWork(exporting);
+        QVERIFY2(program.Told().contains(QString::number(kManyRows) + QStringLiteral(" rows")),
+                 qPrintable(program.Told()));
+    }
+
+    // It would flicker only.
+    void aSmallTableIsOpenedAtOnce() {
+        RunProgram program;
+        LoopWatch watch(program, Watched::Work);
+        Disablings off(*program.frame);
+        program.Open("Feb.ddq");
+        QVERIFY(program.frame->QuoteForm());
+        QCOMPARE(off.count, 0);
+        QCOMPARE(watch.turns, 0U);
+    }
+
+    void aWindowThatIsClosedWhileItsTableIsOpenedGoesAfterwards() {
+        RunProgram program;
+        program.WriteLargeTable("Many.ddq");
+        QTimer close;
+        QObject::connect(&close, &QTimer::timeout, [&] {
+            if (program.person.InRun()) program.frame->close();
+        });
+        close.start(0);
+        program.Open("Many.ddq");
+        QVERIFY(program.frame->isVisible());
+        QTRY_VERIFY(!program.frame->isVisible());
+    }
+
+    // Both steps share the bar.
+    void theBackUpAtTheEndLooksAtTheEventsAfterEachFile() {
+        RunProgram program;
+        const Path target = program.session.AppPath / "Back Up" / "End";
+        std::filesystem::create_directories(target);
+        SettingsTables& settings = program.session.settings;
+        Set(settings, kBackUpFrequency, BackUpFrequency::Weekly);
+        Set(settings, kLastBackUp, AddDays(kTestDay, -7));
+        Set(settings, kBacksUpApplication, false);
+        Set(settings, kBacksUpDatabase, true);
+        Set(settings, kDatabaseBackUpFolder, target.string());
+        LoopWatch watch(program, Watched::Work);
+        // Half of the bar is that of the application's files.
+        watch.shares.last = 0.5;
+        program.frame->close();
+        QVERIFY(!program.frame->isVisible());
+        QVERIFY(IsRegularFile(target / "T40.26"));
+        Judge(watch, 2 * (kRows + 1), kRows);
+    }
+
+    // What one ticker's history takes is the web's and the disk's time.
+    void oneHistoryIsFetchedWhileTheWindowsLive() {
+        RunProgram program;
+        program.web.AnswerWith([&](const WebRequest&) {
+            program.person.PumpEvents();
+            return MemoryWeb::Page("no history");
+        });
+        LoopWatch adding(program, Watched::Work);
+        program.frame->findChild<QLineEdit*>(QStringLiteral("Text1"))->setText(QStringLiteral("NEW1"));
+        program.Click("CmdAdd");
+        QVERIFY(adding.turns > 0);
+        QVERIFY(std::filesystem::remove(program.session.AppPath / "Quotes" / "EOD" / "T5.26"));
+        program.frame->QuoteForm()->SelectTicker("T5");
+        LoopWatch charting(program, Watched::Work);
+        program.Choose("mnuGraphicsHLC");
+        auto* const offer = program.frame->findChild<frmGraphNoData*>();
+        QVERIFY(offer);
+        offer->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        QVERIFY(charting.turns > 0);
+        QVERIFY(program.frame->isEnabled() && !program.person.InRun());
+    }
+
     void aRestoringLooksAtTheEventsAfterEachFile() {
         RunProgram program;
         program.RunToTheEnd("mnuEditBackUpQuoteDatabase");
@@ -220,6 +326,16 @@ class ResponsiveRunTest : public QObject {
         QVERIFY(BytesOrEmpty(file) != before);
         QCOMPARE(offOf([&] { program.Choose("mnuEditUndo"); }), 1);
         QCOMPARE(BytesOrEmpty(file), before);
+        const auto chosen = [&](const std::vector<std::string>& names, const char* entry) {
+            std::size_t next = 0;
+            DialogHand hand(
+                [&](QDialog& dialog) { EnterFile(dialog, program.session.DataFile(names.at(next++))); });
+            program.Choose(entry);
+        };
+        QCOMPARE(offOf([&] { chosen({"Jan.ddq", "Feb.ddq", "Both.ddq"}, "mnuEditCombineQuoteFiles"); }), 1);
+        QVERIFY(IsRegularFile(program.session.DataFile("Both.ddq")));
+        QCOMPARE(offOf([&] { chosen({"All.csv"}, "mnuFileExportCsv"); }), 1);
+        QVERIFY(IsRegularFile(program.session.DataFile("All.csv")));
         QVERIFY(program.frame->isEnabled());
     }
 
@@ -281,10 +397,18 @@ class ResponsiveRunTest : public QObject {
         int count = 0;
     };
 
-    static void Judge(const LoopWatch& watch, int files) {
+    // The bar moves by fiftieths; a row more may have been read when it does.
+    static void JudgeWork(const LoopWatch& watch) {
+        constexpr std::size_t kLeast = 45;
+        constexpr double kLargest = 0.021;
+        QVERIFY2(watch.shares.turns >= kLeast, std::to_string(watch.shares.turns).c_str());
+        QVERIFY2(watch.shares.longest <= kLargest, std::to_string(watch.shares.longest).c_str());
+    }
+    // `seen` of the `files` are looked at.
+    static void Judge(const LoopWatch& watch, int files, int seen = 0) {
         // Files are not all of one length; two of them at once would be twice as much.
         constexpr double kLargest = 1.1;
-        QVERIFY2(watch.shares.turns >= static_cast<std::size_t>(files) - 1,
+        QVERIFY2(watch.shares.turns >= static_cast<std::size_t>(seen > 0 ? seen : files) - 1,
                  std::to_string(watch.shares.turns).c_str());
         QVERIFY2(watch.shares.longest <= kLargest / files, std::to_string(watch.shares.longest).c_str());
     }

@@ -41,7 +41,7 @@ AddedTicker AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable
     const bool saves = Saves(session, saving) && !keepsOther && !edit.fault;
     if (saves) session.person.ShowStatusWord(kStatusSaving);
     if (saves) edit.fault = PrepareQuoteTable(table, file, change);
-    if (!edit.fault) edit.fault = change.Commit();
+    if (!edit.fault) edit.fault = CommitBeside(session, change);
     if (saves && !edit.fault) table.SetSource(file, StampOf(file));
     edit.saveError = edit.fault.cause;
     if (keepsOther && !edit.fault) edit.saveError = std::make_error_code(std::errc::operation_canceled);

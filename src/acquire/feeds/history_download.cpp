@@ -161,8 +161,8 @@ std::string HistoryChange(std::string_view ticker) {
 }
 
 // A download of its own; what it replaces is no longer than it needs it.
-HistoryDownload Committed(HistoryDownload download, FileChange& change) {
-    if (!download.error) download.error = change.Commit();
+HistoryDownload Committed(Session& session, HistoryDownload download, FileChange& change) {
+    if (!download.error) download.error = CommitBeside(session, change);
     if (download.error) MarkFailed(download);
     return download;
 }
@@ -405,7 +405,7 @@ void TellHistory(std::string_view ticker, const HistoryDownload& download, RunRe
 HistoryDownload DownloadTickerHistory(Session& session, Web& web, const Hosts& hosts,
                                       std::string_view ticker) {
     FileChange change(ChangePlaceOf(session), HistoryChange(ticker), ChangeKeeps::UntilDone);
-    return Committed(PrepareTickerDownload(session, web, hosts, ticker, change), change);
+    return Committed(session, PrepareTickerDownload(session, web, hosts, ticker, change), change);
 }
 
 HistoryDownload PrepareTickerDownload(Session& session, Web& web, const Hosts& hosts, std::string_view ticker,

@@ -12,6 +12,7 @@
 #include "chart/windows/frmGraphNoData.h"
 #include "chart/windows/frmReturn.h"
 #include "shell/frame/windows/frame_children.h"
+#include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
 #include "store/table_edit.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -230,15 +231,17 @@ void ChartCommands::OfferHistory() {
 }
 
 void ChartCommands::DownloadHistory() {
+    frame_.person.BeginWork();
     const HistoryDownload download =
         DownloadTickerHistory(frame_.session, frame_.web, frame_.hosts, chart_.SelectorTicker);
+    const bool stays = frame_.runs.End();
     RunReport report("History of " + chart_.SelectorTicker, "histories");
     TellHistory(chart_.SelectorTicker, download, report);
     if (!report.Tickers().empty()) frame_.tell(report);
     if (download.outcome == HistoryOutcome::Failed) {
         frame_.person.Say(ChangeSentence("The history of " + chart_.SelectorTicker, download.error));
     }
-    CloseForm();
+    if (stays) CloseForm();
 }
 
 }  // namespace brantlow

@@ -24,6 +24,8 @@ namespace {
 // The companion program that makes the quote file of a whole market.
 constexpr const char* kQuoteFileTool = "BrantlowQuoteFiles";
 constexpr std::string_view kCsvExtension = ".csv";
+// Of some thousand rows.
+constexpr std::uintmax_t kLargeTableBytes = 500000;
 
 }  // namespace
 
@@ -75,8 +77,19 @@ TableLoad FileCommands::LoadForm() {
     const QSize area = frame_.children.AreaSize();
     window_->resize(std::min(PixelsOf(ScaledWidth(display_, kTableWidth)), area.width()),
                     std::min(PixelsOf(ScaledHeight(display_, kTableHeight)), area.height()));
-    const TableLoad load = form->Load();
+    const TableLoad load = Load(*form);
     frame_.children.SetOperations(*form, Operations());
+    return load;
+}
+
+// A large table takes a while, in which the windows live on; the frame is off then, and begins nothing else.
+TableLoad FileCommands::Load(frmQuoteGrid& form) {
+    std::error_code error;
+    const auto bytes = std::filesystem::file_size(frame_.session.DataFile(frame_.session.CurrentFile), error);
+    if (error || bytes < kLargeTableBytes || frame_.person.InRun()) return form.Load();
+    frame_.person.BeginWork();
+    const TableLoad load = form.Load();
+    frame_.runs.End();
     return load;
 }
 
@@ -203,8 +216,9 @@ void FileCommands::ExportQuoteFile() {
     }
     Session& session = frame_.session;
     session.run.ProgressLastShown = 0;
+    frame_.person.BeginWork();
     const QuoteExport exported = ExportQuotes(session, form_->Table());
-    frame_.person.HideProgress();
+    frame_.runs.End();
     if (exported.outcome == ExportOutcome::Done) {
         frame_.tell(
             ExportReport(session.CurrentFile, exported.rows, ExportFile(session.AppPath, session.settings)));
@@ -224,8 +238,12 @@ void FileCommands::ExportCsv() {
     if (file.empty()) return;
     if (!file.has_extension()) file += kCsvExtension;
     const std::vector<std::size_t> rows = form_->ShownRows();
-    const std::error_code error = WriteWholeFile(
-        file, RowsText(form_->Table(), rows, ShownColumns(form_->Table()), CellsBetween::Commas));
+    std::error_code error;
+    frame_.person.BeginWork();
+    frame_.person.DoBeside([&, &table = form_->Table()] {
+        error = WriteWholeFile(file, RowsText(table, rows, ShownColumns(table), CellsBetween::Commas));
+    });
+    frame_.runs.End();
     if (error) return frame_.person.Say(CannotBeSaved(file, error));
     frame_.notice(std::to_string(rows.size()) + (rows.size() == 1 ? " row" : " rows") + " exported to " +
                   file.string());

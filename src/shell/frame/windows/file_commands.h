@@ -53,6 +53,7 @@ class FileCommands final {
     void NameChanged();
     void CloseTable();
     ChildOperations Operations();
+    TableLoad Load(frmQuoteGrid& form);
     void ConnectForm(frmQuoteGrid& form);
     void CellDoubleClicked(int column);
 

@@ -123,11 +123,15 @@ void UpkeepCommands::CombineFiles() {
     }
     if (!MayDelete(names[2]))
         return frame_.person.Say(names[2] + ": a file of the program cannot be replaced");
-    const CombinedFile combined = CombineQuoteFiles(frame_.session, names[0], names[1], names[2]);
+    CombinedFile combined;
+    frame_.person.BeginWork();
+    frame_.person.DoBeside(
+        [&] { combined = CombineQuoteFiles(frame_.session, names[0], names[1], names[2]); });
+    const bool stays = frame_.runs.End();
     if (!combined.unreadable.empty())
         return frame_.person.Say(combined.unreadable + ": no such file in Data");
     if (combined.error) return frame_.person.Say(ChangeSentence("Combine", combined.error));
-    frame_.notice(names[2] + ": " + std::to_string(combined.rows) + " rows");
+    if (stays) frame_.notice(names[2] + ": " + std::to_string(combined.rows) + " rows");
 }
 
 std::string UpkeepCommands::UndoWords() const {
@@ -255,8 +259,11 @@ void UpkeepCommands::BackUpBeforeExit() {
     frame_.person.ShowStatusWord(kStatusSaving);
     frame_.session.run.ProgressLastShown = 0;
     frame_.session.ProgressAlways = true;
+    frame_.person.BeginWork();
     const ExitBackUp backUp =
         BackUpAtExit(frame_.session.AppPath, today, frame_.session.settings, frame_.person);
+    // The frame goes anyway.
+    frame_.person.EndRun();
     frame_.session.ProgressAlways = false;
     frame_.person.ShowStatusWord(kStatusComplete);
     if (backUp.settingsError) frame_.person.Say(Sentence(backUp.settingsError));

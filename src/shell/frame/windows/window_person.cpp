@@ -190,8 +190,11 @@ void WindowPerson::ShowProgress(double fraction) {
     const ProgressStep step = NextProgress(session_->run);
     frame_.progressBar->setVisible(step.visible);
     if (!step.repaint) return;
+    // Work that told nothing of how far it is until now.
+    if (frame_.progressBar->maximum() == 0) frame_.progressBar->setRange(0, kFullBar);
     frame_.progressBar->setValue(static_cast<int>(step.value));
     frame_.window->repaint();
+    if (inWork_) PumpEvents();
 }
 
 void WindowPerson::ShowRunSoFar() {
