@@ -261,7 +261,7 @@ class SourceStartTest : public QObject {
     }
 
     void theListOfSourcesTellsWhichHaveTheirKey() {
-        Scene scene;
+        StartScene scene;
         scene.KeepKey("tiingo", "any");
         const auto* list =
             Part<QComboBox>(Part<QWidget>(scene.Open("mnuFileNewMyList"), "Prices"), "cboSource");

@@ -78,7 +78,7 @@ class SourceWindowTest : public QObject {
     }
 
     void theWindowOpensWithTheSourceInUse() {
-        Scene scene;
+        SourcesScene scene;
         const auto selected = [&] {
             return Part<QTreeWidget>(scene.Open(), "lstSources")->currentItem()->text(0);
         };
