@@ -152,6 +152,27 @@ class DesktopColoursTest : public QObject {
         }
     }
 
+    // The usual style draws their rims darker than the window.
+    void boxesToTickAreSeenOnADarkDesktop() {
+        const DarkDesktop dark;
+        ProgramStyle style;
+        QRadioButton radio;
+        QCheckBox check;
+        for (QAbstractButton* button :
+             {static_cast<QAbstractButton*>(&radio), static_cast<QAbstractButton*>(&check)}) {
+            button->setStyle(&style);
+            button->resize(40, 30);
+            const QImage picture = button->grab().toImage();
+            const QColor window = button->palette().color(QPalette::Window);
+            double most = 0;
+            for (int y = 0; y < picture.height(); ++y) {
+                for (int x = 0; x < picture.width(); ++x)
+                    most = std::max(most, ContrastRatio(picture.pixelColor(x, y), window));
+            }
+            QVERIFY2(most >= 3, std::to_string(most).c_str());
+        }
+    }
+
     void theTableFollowsAtOnce() {
         Program program;
         program.Start("Jan.ddq");

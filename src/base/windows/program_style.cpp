@@ -2,8 +2,10 @@
 
 #include <QAbstractItemView>
 #include <QPalette>
+#include <QStyleOption>
 #include <algorithm>
 
+#include "base/windows/colours.h"
 #include "base/windows/readable.h"
 
 namespace brantlow {
@@ -11,6 +13,11 @@ namespace brantlow {
 namespace {
 
 constexpr int kCellMargin = 6;
+// What accessibility guidelines ask of the parts of a control.
+constexpr double kSeenContrast = 3;
+// The usual style draws a rim in the window's colour, darkened by so many percent.
+constexpr int kCheckBoxDarkens = 140;
+constexpr int kRadioButtonDarkens = 150;
 
 QColor Between(const QColor& from, const QColor& to, float part) {
     const auto mixed = [part](float a, float b) { return a + (b - a) * part; };
@@ -18,8 +25,8 @@ QColor Between(const QColor& from, const QColor& to, float part) {
                             mixed(from.blueF(), to.blueF()));
 }
 
-// As quiet as it can be and still be read, in a box and beside one.
-QColor QuietWords(const QPalette& palette, QPalette::ColorGroup group) {
+// As quiet as it can be at this contrast, in a box and beside one.
+QColor QuietColour(const QPalette& palette, QPalette::ColorGroup group, double contrast) {
     constexpr float kQuiet = 0.5F;
     constexpr float kStep = 0.05F;
     const QColor base = palette.color(group, QPalette::Base);
@@ -27,8 +34,7 @@ QColor QuietWords(const QPalette& palette, QPalette::ColorGroup group) {
     const QColor words = palette.color(group, QPalette::Text);
     for (float part = kQuiet; part < 1; part += kStep) {
         const QColor quiet = Between(base, words, part);
-        if (std::min(ContrastRatio(quiet, base), ContrastRatio(quiet, window)) >= kReadableContrast)
-            return quiet;
+        if (std::min(ContrastRatio(quiet, base), ContrastRatio(quiet, window)) >= contrast) return quiet;
     }
     return words;
 }
@@ -47,10 +53,25 @@ int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
 
+// On a dark desktop a rim that is darker than the window is not seen.
+void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                 const QWidget* widget) const {
+    const bool isTicked = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
+    const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (!isTicked || !button || !IsDark(button->palette.color(QPalette::Window)))
+        return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    QStyleOptionButton seen(*button);
+    const QColor rim = QuietColour(seen.palette, seen.palette.currentColorGroup(), kSeenContrast);
+    seen.palette.setColor(
+        QPalette::Window,
+        rim.lighter(element == PE_IndicatorCheckBox ? kCheckBoxDarkens : kRadioButtonDarkens));
+    QProxyStyle::drawPrimitive(element, &seen, painter, widget);
+}
+
 void ProgramStyle::polish(QPalette& palette) {
     QProxyStyle::polish(palette);
     for (const auto group : {QPalette::Active, QPalette::Inactive})
-        palette.setColor(group, QPalette::PlaceholderText, QuietWords(palette, group));
+        palette.setColor(group, QPalette::PlaceholderText, QuietColour(palette, group, kReadableContrast));
 }
 
 }  // namespace brantlow
