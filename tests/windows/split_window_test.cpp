@@ -8,6 +8,7 @@
 #include <QStatusBar>
 
 #include "splits/windows/frmSplitFactor.h"
+#include "store/hand_drawings.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
 #include "window_fixture.h"
@@ -110,6 +111,25 @@ class SplitWindowTest : public QObject {
                      QStringLiteral("T2: 2 days before the split are restated"));
             QCOMPARE(program.session.CurrentTicker, std::string("T2"));
         }
+    }
+
+    // Lines and words by hand before the split go along; they come back with the history.
+    void whatIsDrawnByHandIsRestatedWithTheHistory() {
+        const auto lines = [](double before) {
+            return HandDrawings{
+                {HandKind::Trend, {{*ParseDate("01/05/26"), before}, {*ParseDate("01/08/26"), 25}}},
+                {HandKind::Text, {{*ParseDate("01/06/26"), before}}, "bought"}};
+        };
+        SplitProgram program;
+        const auto kept = [&] { return LoadHandDrawings(program.session.DataFolder(), "T2").drawings; };
+        QVERIFY(!SaveHandDrawings(program.session.DataFolder(), "T2", lines(50), {}));
+        program.Ask();
+        program.Part<QRadioButton>("Option5")->click();
+        program.Part<QPushButton>("Command1")->click();
+        QCOMPARE(program.History("T2.26"), std::string(kAfter));
+        QVERIFY(kept() == lines(25));
+        program.frame->Commands().Entry("mnuEditUndo")->trigger();
+        QVERIFY(kept() == lines(50));
     }
 
     void aSecondRunAndAWrongFactorChangeNothingAndAskNothing() {
