@@ -5,6 +5,8 @@
 #include <QAbstractScrollArea>
 #include <QGroupBox>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QStyleOption>
 #include <QToolButton>
 
 #include "all_windows.h"
@@ -84,6 +86,8 @@ QString Told(const QWidget& control, const QString& what) {
 const QWidget* ScrolledBy(const QWidget& control) {
     for (const QWidget* above = control.parentWidget(); above && !above->isWindow();
          above = above->parentWidget()) {
+        // The area of the frame gives each of its windows the room that there is.
+        if (qobject_cast<const QMdiArea*>(above)) return nullptr;
         if (qobject_cast<const QAbstractScrollArea*>(above)) return above;
     }
     return nullptr;
@@ -107,18 +111,56 @@ bool IsCut(const QAbstractButton& button) {
            button.fontMetrics().height() > button.height();
 }
 
+// What is longer can be scrolled in its box.
+constexpr int kLettersOfABox = 24;
+
+bool IsCut(const QLineEdit& box) {
+    QStyleOptionFrame option;
+    option.initFrom(&box);
+    option.lineWidth = box.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &box);
+    const int room = box.style()->subElementRect(QStyle::SE_LineEditContents, &option, &box).width();
+    const bool isLong = box.text().size() > kLettersOfABox;
+    return box.fontMetrics().height() > box.height() ||
+           (!isLong && box.fontMetrics().horizontalAdvance(box.text()) > room);
+}
+
+bool IsCut(const QComboBox& list) {
+    QStyleOptionComboBox option;
+    option.initFrom(&list);
+    option.editable = list.isEditable();
+    option.frame = list.hasFrame();
+    const int room = list.style()
+                         ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &list)
+                         .width();
+    const bool isLong = list.currentText().size() > kLettersOfABox;
+    return list.fontMetrics().height() > list.height() ||
+           (!isLong && list.fontMetrics().horizontalAdvance(list.currentText()) > room);
+}
+
 // True where the text of a control is not seen whole.
 bool CutsItsText(const QWidget& control) {
     if (const auto* label = qobject_cast<const QLabel*>(&control)) return IsCut(*label);
     if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) return IsCut(*button);
     if (const auto* box = qobject_cast<const QGroupBox*>(&control))
         return box->fontMetrics().horizontalAdvance(box->title()) > box->width();
-    if (qobject_cast<const QLineEdit*>(&control) || qobject_cast<const QComboBox*>(&control))
-        return control.fontMetrics().height() > control.height();
+    if (const auto* box = qobject_cast<const QLineEdit*>(&control)) return IsCut(*box);
+    if (const auto* list = qobject_cast<const QComboBox*>(&control)) return IsCut(*list);
+    if (const auto* box = qobject_cast<const QAbstractSpinBox*>(&control))
+        return box->minimumSizeHint().width() > box->width() || box->fontMetrics().height() > box->height();
+    return false;
+}
+
+// Of the windows in the frame's area the one in front covers the others.
+bool IsCovered(const QWidget& control) {
+    for (const QWidget* above = &control; above; above = above->parentWidget()) {
+        const auto* const child = qobject_cast<const QMdiSubWindow*>(above);
+        if (child && child->mdiArea() && child->mdiArea()->activeSubWindow() != child) return true;
+    }
     return false;
 }
 
 bool IsLookedAt(const QWidget& control, const QWidget& window) {
+    if (IsCovered(control)) return false;
     return control.isVisible() && control.window() == &window &&
            !control.objectName().startsWith(QStringLiteral("qt_")) &&
            qobject_cast<const QTabBar*>(control.parentWidget()) == nullptr;
@@ -220,6 +262,30 @@ class EveryDesktopTest : public QObject {
             program.Choose(front);
             QCoreApplication::processEvents();
             LookAt(*program.frame, desktop.room, QString::fromLatin1(front) + QStringLiteral(": "), wrong);
+        }
+        Tell(wrong);
+    }
+
+    // Where it can go through hits of conditions, too; a chart that is scrolled is one that is cut.
+    void theChartFitsWithItsWalks_data() { AddDesktops(); }
+    void theChartFitsWithItsWalks() {
+        const DesktopLook desktop(Row());
+        SceneProgram program;
+        program.frame->showNormal();
+        program.frame->resize(desktop.room);
+        program.Choose("mnuGraphicsHLC");
+        auto* const chart = program.frame->findChild<frmGraph*>();
+        chart->OfferWalks({1, 10});
+        auto* const walk = chart->findChild<QComboBox*>(QStringLiteral("cboWalk"));
+        auto* const scroll = chart->findChild<QScrollArea*>();
+        QStringList wrong;
+        for (int choice = 0; choice < walk->count(); ++choice) {
+            walk->setCurrentIndex(choice);
+            QCoreApplication::processEvents();
+            LookAt(*program.frame, desktop.room, walk->currentText() + QStringLiteral(": "), wrong);
+            for (const QScrollBar* bar : {scroll->horizontalScrollBar(), scroll->verticalScrollBar()}) {
+                if (bar->isVisible()) wrong << Told(*bar, QStringLiteral("scrolls the chart"));
+            }
         }
         Tell(wrong);
     }

@@ -23,6 +23,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QScrollArea;
+class QSpacerItem;
 class QTimer;
 
 namespace brantlow {
@@ -90,7 +91,8 @@ class frmGraph final : public QWidget {
     void BuildPanels(QBoxLayout& rows);
     void BuildSlots(QBoxLayout& column);
     void BuildReadOuts(QBoxLayout& column);
-    // The read-outs stand under their headings, or beside them where the window is too low for that.
+    // The read-outs stand under their headings, or beside them where the window is too low for that, and
+    // closer together where it still is.
     void ArrangeReadOuts();
     // True where the desktop has turned.
     bool LookAtDesktop();
@@ -171,6 +173,9 @@ class frmGraph final : public QWidget {
     QComboBox* walk_ = nullptr;
     QWidget* legendGround_ = nullptr;
     QList<QBoxLayout*> readOuts_;
+    // Between the groups of the column that they stand in.
+    QList<QSpacerItem*> gaps_;
+    QBoxLayout* column_ = nullptr;
     QTimer* readAhead_;
     QLabel* timeFrame_ = nullptr;
     QLabel* emptyPrice_ = nullptr;

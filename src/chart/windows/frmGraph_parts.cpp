@@ -169,16 +169,21 @@ void frmGraph::BuildPanels(QBoxLayout& rows) {
     column->setSpacing(2);
     row->addLayout(column);
     column->addSpacing(panels_->TopOf(Panel::Price));
+    const auto addGap = [&] {
+        gaps_ << new QSpacerItem(0, kGroupSpacing, QSizePolicy::Minimum, QSizePolicy::Fixed);
+        column->addSpacerItem(gaps_.back());
+    };
+    column_ = column;
     BuildSlots(*column);
-    column->addSpacing(kGroupSpacing);
+    addGap();
     BuildReadOuts(*column);
-    column->addSpacing(kGroupSpacing);
+    addGap();
     BuildFrameButtons(*column);
     column->addStretch();
     column->addWidget(AddButton("Command4", QStringLiteral("Clear Series"),
                                 QStringLiteral("Leave only the volume on the volume panel"),
                                 &frmGraph::ClearVolume));
-    column->addSpacing(kGroupSpacing);
+    addGap();
     emptyPrice_ = AddEmptyText("lblEmptyPrice", Panel::Price);
     emptyStudy_ = AddEmptyText("lblEmptyStudy", Panel::Study);
 }
@@ -253,7 +258,9 @@ void frmGraph::BuildFrameButtons(QBoxLayout& column) {
 
 void frmGraph::ArrangeReadOuts() {
     if (readOuts_.isEmpty()) return;
-    const auto arrange = [this](QBoxLayout::Direction direction) {
+    const auto arrange = [this](QBoxLayout::Direction direction, int gap) {
+        for (QSpacerItem* item : gaps_) item->changeSize(0, gap, QSizePolicy::Minimum, QSizePolicy::Fixed);
+        column_->invalidate();
         for (QBoxLayout* pair : readOuts_) {
             pair->setDirection(direction);
             // Beside its heading a value takes the rest of the width, under it no more than its height.
@@ -261,11 +268,14 @@ void frmGraph::ArrangeReadOuts() {
         }
         sheet_->layout()->activate();
     };
-    arrange(QBoxLayout::TopToBottom);
+    arrange(QBoxLayout::TopToBottom, kGroupSpacing);
     if (!options_.fitToWindow) return;
     const QSize room = scroll_->viewport()->size();
-    if (sheet_->layout()->minimumHeightForWidth(room.width()) > room.height())
-        arrange(QBoxLayout::LeftToRight);
+    const auto isTooHigh = [&] {
+        return sheet_->layout()->minimumHeightForWidth(room.width()) > room.height();
+    };
+    if (isTooHigh()) arrange(QBoxLayout::LeftToRight, kGroupSpacing);
+    if (isTooHigh()) arrange(QBoxLayout::LeftToRight, kSpacing);
 }
 
 }  // namespace brantlow

@@ -76,7 +76,7 @@ ExplainPane::ExplainPane(QWidget* parent)
     layout->addWidget(title_);
     lines_->setObjectName(QStringLiteral("ExplainLines"));
     lines_->setAccessibleName(QStringLiteral("The lines of the condition"));
-    lines_->setHeaderLabels({QStringLiteral("Now"), QStringLiteral("Line, and what it looked at")});
+    lines_->setHeaderLabels({QStringLiteral("Now"), QStringLiteral("Line and numbers")});
     lines_->header()->setStretchLastSection(true);
     lines_->header()->setSectionResizeMode(kState, QHeaderView::ResizeToContents);
     lines_->setRootIsDecorated(false);

@@ -20,11 +20,13 @@
 #include <QTableWidget>
 #include <QTextDocument>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "base/files.h"
 #include "base/windows/colours.h"
 #include "base/windows/date_boxes.h"
 #include "base/windows/display_text.h"
+#include "base/windows/flow_layout.h"
 #include "study/windows/replay_page.h"
 #include "study/windows/signal_model.h"
 #include "study/windows/svg_view.h"
@@ -59,6 +61,18 @@ void AddBox(QHBoxLayout& row, const char* caption, QWidget* box) {
     label->setBuddy(box);
     row.addWidget(label);
     row.addWidget(box);
+}
+
+// A box behind its caption, or one that bears its own words.
+QWidget* Captioned(QWidget& ground, const char* caption, QWidget* box) {
+    auto* part = new QWidget(&ground);
+    auto* row = new QHBoxLayout(part);
+    row->setContentsMargins(0, 0, 0, 0);
+    if (*caption != '\0')
+        AddBox(*row, caption, box);
+    else
+        row->addWidget(box);
+    return part;
 }
 
 QSpinBox* CountBox(const char* name, const char* words, int value) {
@@ -127,15 +141,15 @@ void frmStudy::BuildBoxes(QVBoxLayout& layout) {
     cost_->setRange(0, kMostCost);
     cost_->setValue(terms_.cost);
     cost_->setSuffix(QStringLiteral(" %"));
-    auto* row = new QHBoxLayout;
-    AddBox(*row, "Fro&m", from_);
-    AddBox(*row, "To", to_);
-    AddBox(*row, "&Interval", interval_);
-    AddBox(*row, "Held for", horizons_);
-    AddBox(*row, "&Cost", cost_);
-    row->addWidget(everyDay_);
-    row->addWidget(run_);
-    layout.addLayout(row);
+    // With large letters they take two rows.
+    auto* boxes = new QWidget(this);
+    auto* flow = new FlowLayout(boxes, layout.spacing());
+    flow->setContentsMargins(0, 0, 0, 0);
+    const std::pair<const char*, QWidget*> parts[] = {
+        {"Fro&m", from_}, {"To", to_}, {"&Interval", interval_}, {"Held for", horizons_}, {"&Cost", cost_},
+        {"", everyDay_},  {"", run_}};
+    for (const auto& [caption, box] : parts) flow->addWidget(Captioned(*boxes, caption, box));
+    layout.addWidget(boxes);
     state_->setWordWrap(true);
     layout.addWidget(state_);
     layout.addWidget(Warning(kStudyWarnings[0]));
@@ -451,6 +465,7 @@ void frmStudy::Print(QPrinter& printer) const {
     for (std::size_t i = 0; i < pictures.size(); ++i) {
         QSvgRenderer renderer(QByteArray::fromStdString(pictures[i].svg));
         QImage image(renderer.defaultSize(), QImage::Format_ARGB32);
+        image.fill(Qt::white);
         QPainter painter(&image);
         renderer.render(&painter);
         document.addResource(QTextDocument::ImageResource, QUrl(QString::number(i)), image);
