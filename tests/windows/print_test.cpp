@@ -12,7 +12,7 @@
 
 #include "chart/windows/page_printer.h"
 #include "chart/windows/window_picture.h"
-#include "chart_fixture.h"
+#include "fitting_chart.h"
 #include "shell/frame/windows/frame_subjects.h"
 #include "shell/settings/condition_set.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -67,6 +67,24 @@ QSizeF SizeOnPage(const std::string& pdf) {
         size.rheight() *= std::abs(match.captured(2).toDouble());
     }
     return size;
+}
+
+// How light the only picture on the page is, 0 to 255.
+double LightnessOf(const std::string& pdf) {
+    const QByteArray file = QByteArray::fromStdString(pdf);
+    const qsizetype image = file.indexOf("/Subtype /Image");
+    const qsizetype start = file.indexOf("stream\n", image) + 7;
+    QByteArray bytes = file.mid(start, file.indexOf("endstream", start) - start);
+    if (bytes.startsWith("\xff\xd8")) {
+        const QImage picture = QImage::fromData(bytes).convertToFormat(QImage::Format_RGB888);
+        bytes = QByteArray(reinterpret_cast<const char*>(picture.constBits()), picture.sizeInBytes());
+    } else {
+        bytes = qUncompress(bytes.prepend(QByteArray("\0\x40\0\0", 4)));
+    }
+    if (image < 0 || bytes.isEmpty()) return -1;
+    double sum = 0;
+    for (const char byte : bytes) sum += static_cast<unsigned char>(byte);
+    return sum / static_cast<double>(bytes.size());
 }
 
 // The main frame, told to send its pages to files.
@@ -166,6 +184,49 @@ class PrintTest : public QObject {
         });
         program.frame->Run("mnuFilePrint");
         QVERIFY2(told.startsWith(ShownPath(file) + QStringLiteral(": cannot be saved (")), qPrintable(told));
+    }
+
+    // Whatever the desktop and the chart look like; what is on the screen stays as it is.
+    void aPageIsLightOnADarkDesktop_data() {
+        QTest::addColumn<QString>("front");
+        QTest::addColumn<QString>("colours");
+        QTest::newRow("table") << QStringLiteral("mnuFileSave") << QStringLiteral("mnuViewChartDesktop");
+        QTest::newRow("chart") << QStringLiteral("mnuGraphicsHLC") << QStringLiteral("mnuViewChartDesktop");
+        QTest::newRow("dark chart") << QStringLiteral("mnuGraphicsHLC") << QStringLiteral("mnuViewChartDark");
+    }
+    void aPageIsLightOnADarkDesktop() {
+        QFETCH(QString, front);
+        QFETCH(QString, colours);
+        constexpr double kDark = 90;
+        constexpr double kLight = 200;
+        const QPalette usual = QApplication::palette();
+        FittingChart program;
+        if (front == QStringLiteral("mnuFileSave")) program.Choose("mnuFileClose");
+        QPalette dark(QColor(45, 48, 52));
+        dark.setColor(QPalette::Base, QColor(30, 32, 35));
+        QApplication::setPalette(dark);
+        QCoreApplication::processEvents();
+        if (front != QStringLiteral("mnuFileSave")) program.Choose(colours.toLatin1());
+        const auto screen = [&] {
+            const QImage seen =
+                program.frame->grab().toImage().scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            return seen.pixelColor(0, 0).lightness();
+        };
+        const int before = screen();
+        program.frame->Subjects().print.Pages().LeavePrinterAlone();
+        const Path file = program.folder / "page.pdf";
+        DialogHand hand([&](QDialog& dialog) {
+            if (auto* const box = qobject_cast<QMessageBox*>(&dialog)) return box->accept();
+            EnterFile(dialog, file);
+        });
+        program.Choose("mnuFilePrint");
+        const int after = screen();
+        QApplication::setPalette(usual);
+        QCoreApplication::processEvents();
+        const double lightness = LightnessOf(BytesOrEmpty(file));
+        QVERIFY2(lightness > kLight, std::to_string(lightness).c_str());
+        QVERIFY2(before < kDark, std::to_string(before).c_str());
+        QCOMPARE(after, before);
     }
 
     void theTemplateOfNewTablesIsNotPrinted() {

@@ -237,6 +237,15 @@ QImage frmGraph::Picture() {
     return picture;
 }
 
+QImage frmGraph::PaperPicture() {
+    const ChartColours chosen = options_.colours;
+    if (chosen == ChartColours::Dark) options_.colours = ChartColours::Standard;
+    if (options_.colours != chosen) Refresh();
+    QImage picture = Picture();
+    if (std::exchange(options_.colours, chosen) != chosen) Refresh();
+    return picture;
+}
+
 std::string frmGraph::Svg() const {
     return SvgOfScene(scene_);
 }

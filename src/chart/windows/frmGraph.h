@@ -43,6 +43,8 @@ class frmGraph final : public QWidget {
     QWidget* ClientArea() const { return sheet_; }
     // What a picture or a print of the window holds: the client area without the rings of what is chosen.
     QImage Picture();
+    // The same for a page (OnPaper): a chart that was chosen to be dark is light there.
+    QImage PaperPicture();
     // Of the window where nothing else gives it a size: the panels stand in their own.
     QSize UsualSize() const;
     // The chart as it is shown now, as an SVG file.

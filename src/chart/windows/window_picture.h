@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QImage>
+#include <functional>
 #include <string>
 
 class QPagedPaintDevice;
@@ -12,6 +13,10 @@ namespace brantlow {
 
 // The window's client area as it would stand uncovered on the screen, in device pixels.
 QImage CaptureClient(QWidget& window);
+
+// What `picture` of the window gives on a light desktop, whatever the desktop is: paper is white, and ink
+// costs.
+QImage OnPaper(QWidget& window, const std::function<QImage()>& picture);
 
 // The picture in the form of a .bmp file.
 std::string BitmapBytes(const QImage& picture);

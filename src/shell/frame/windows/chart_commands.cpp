@@ -123,6 +123,7 @@ void ChartCommands::LoadForm(const ChartContext& context) {
     window_ = window;
     ChildOperations operations = frame_.pictureOperations(
         *form, [form] { return form->Picture(); }, [form] { return form->Svg(); });
+    operations.print = frame_.pictureOperations(*form, [form] { return form->PaperPicture(); }, {}).print;
     operations.close = [this] { CloseForm(); };
     frame_.children.SetOperations(*form, operations);
     QObject::connect(form, &frmGraph::TestAsked, &frame_.window, [this] {

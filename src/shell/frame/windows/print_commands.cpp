@@ -52,7 +52,7 @@ CommandRows PrintCommands::Rows() {
 ChildOperations PrintCommands::PictureOperations(QWidget& chart, std::function<QImage()> picture,
                                                  std::function<std::string()> svg) {
     return {.active = kChartActive,
-            .print = [this, &chart, picture] { PrintPicture(picture(), chart.windowTitle()); },
+            .print = [this, &chart, picture] { PrintPicture(OnPaper(chart, picture), chart.windowTitle()); },
             .save = [this, &chart, picture] { SavePicture(picture(), chart.windowTitle()); },
             .saveAs = [this, &chart, picture,
                        svg = std::move(svg)] { SavePictureAs(picture(), chart.windowTitle(), svg); },
