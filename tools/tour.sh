@@ -209,9 +209,8 @@ command_named "Fit Chart to Window"
 picture chart-own-size 1.5
 command_named "Fit Chart to Window"
 keys Escape
-# The first cell of the third condition.
-press 396 127
-keys Return
+# By the filter into the table, and there to the first cell of the third condition.
+keys ctrl+f Return Home Right Right Right Return
 picture explained 2
 keys ctrl+w
 picture table-closed 1
