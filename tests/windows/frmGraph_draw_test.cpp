@@ -127,6 +127,7 @@ class FrmGraphDrawTest : public QObject {
                      "Trend line: drag from one place to the other, or click each. Ctrl places freely"));
         program.DragFrom(program.CloseOf(100), program.CloseOf(200));
         QVERIFY(program.Kept() == program.Trend());
+        QCOMPARE(program.Notice(), QString());
         QVERIFY(program.Drawn() != before);
         // It is no drag of the chart, and no press of its read-out.
         QCOMPARE(program.Label("Label69"), QString());

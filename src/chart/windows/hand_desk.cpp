@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <utility>
 
 #include "base/windows/display_text.h"
 #include "chart/windows/chart_panel.h"
@@ -150,6 +151,8 @@ bool HandDesk::MayDraw() {
 }
 
 void HandDesk::Done() {
+    // What to do with a tool is told for as long as it is in hand.
+    if (!scene_.Hand().Tool() && std::exchange(showsHint_, false)) Q_EMIT Told({});
     Keep();
     scene_.ShowHand();
     ShowState();
@@ -221,6 +224,7 @@ void HandDesk::Take(HandKind kind) {
     scene_.Hand().TakeTool(kind);
     Done();
     Q_EMIT Told(std::string(kHints[static_cast<std::size_t>(kind)]));
+    showsHint_ = true;
     Q_EMIT FocusWanted();
 }
 

@@ -90,6 +90,7 @@ class HandDesk final : public QObject {
     QAction* undo_ = nullptr;
     QAction* redo_ = nullptr;
     QLineEdit* words_;
+    bool showsHint_ = false;
     std::function<bool()> isBusy_;
     // As the ticker's file holds them.
     std::string ticker_;
