@@ -14,6 +14,7 @@ constexpr double kTooLittle = 0.02;
 constexpr double kMinute = 60;
 constexpr double kHour = 3600;
 constexpr double kPercent = 100;
+constexpr std::string_view kLeft = " left";
 
 std::string TimeLeft(double seconds) {
     if (seconds < kMinute) return "less than a minute left";
@@ -28,6 +29,8 @@ std::string TimeLeft(double seconds) {
 
 std::string RunOutlook(const RunSight& sight) {
     std::string line = sight.what.empty() ? "Working" : sight.what;
+    // Some tell the time that is left in the status bar, which stands behind here anyway.
+    if (line.ends_with(kLeft)) line = "Working";
     // Some runs count the rows in the status bar.
     if (line.find_first_not_of("0123456789") == std::string::npos) line = "Row " + line + ",";
     if (!sight.ticker.empty()) line += " " + sight.ticker;

@@ -23,6 +23,7 @@ TEST(RunOutlook, SaysWhatHowFarAndHowLongYet) {
         {{"Updating", "AAPL", 0.999, 100}, "Updating AAPL: 99 % done, less than a minute left"},
         {{"Updating", "AAPL", 1, 100}, "Updating AAPL: 100 % done"},
         {{"Updating", "AAPL", 7, 100}, "Updating AAPL: 100 % done"},
+        {{"5 s left", "", 0.6, 8}, "Working: 60 % done, less than a minute left"},
         {{"12", "AAPL", 0.4, 120}, "Row 12, AAPL: 40 % done, about 3 minutes left"},
     };
     for (const Row& row : rows) EXPECT_EQ(RunOutlook(row.sight), row.line);
