@@ -12,6 +12,13 @@
 
 namespace brantlow {
 
+namespace {
+
+// Most names; beside it, what is set to numbers can be scrolled.
+constexpr int kLeastLetters = 36;
+
+}  // namespace
+
 NameList::NameList(const std::vector<std::string>& names, const Words& words)
     : names_(names), deleteMoves_(words.deleteMoves), count_(new QLabel), list_(new QListWidget) {
     auto* layout = new QVBoxLayout(this);
@@ -29,6 +36,7 @@ NameList::NameList(const std::vector<std::string>& names, const Words& words)
     list_->setAccessibleName(words.caption);
     list_->setToolTip(words.toolTip);
     list_->setUniformItemSizes(true);
+    list_->setMinimumWidth(fontMetrics().averageCharWidth() * kLeastLetters);
     list_->installEventFilter(this);
     layout->addWidget(list_);
     connect(list_, &QListWidget::itemDoubleClicked, this, &NameList::MoveAsked);

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "base/windows/display_text.h"
+#include "base/windows/screen_room.h"
 #include "shell/frame/commands.h"
 #include "shell/frame/own_keys.h"
 #include "shell/frame/palette_rows.h"
@@ -16,7 +17,8 @@ namespace brantlow {
 
 namespace {
 
-constexpr int kWidthInLetters = 90;
+constexpr int kWhat = 2;
+constexpr int kWhatInLetters = 60;
 constexpr int kHeightInLines = 26;
 
 QString Native(std::string_view keys) {
@@ -24,7 +26,9 @@ QString Native(std::string_view keys) {
 }
 
 void AddRow(QTreeWidget& list, const QString& keys, const QString& where, std::string_view what) {
-    new QTreeWidgetItem(&list, {keys, where, Name(what)});
+    auto* const item = new QTreeWidgetItem(&list, {keys, where, Name(what)});
+    // With large letters it may have less room than it needs.
+    item->setToolTip(kWhat, Name(what));
 }
 
 void FillList(QTreeWidget& list) {
@@ -68,7 +72,9 @@ frmKeys::frmKeys(QWidget* parent) : QDialog(parent) {
             item->setHidden(!line.contains(typed.trimmed(), Qt::CaseInsensitive));
         }
     });
-    resize(fontMetrics().averageCharWidth() * kWidthInLetters, fontMetrics().height() * kHeightInLines);
+    const int width =
+        list->columnWidth(0) + list->columnWidth(1) + fontMetrics().averageCharWidth() * kWhatInLetters;
+    resize(QSize(width, fontMetrics().height() * kHeightInLines).boundedTo(RoomOnScreen(*this)));
     find->setFocus();
 }
 
