@@ -25,7 +25,6 @@ ExitStatus ReportImport(BatchCall& call, const QuoteImport& import, const std::s
         case ImportOutcome::Done:
             break;
     }
-    TellHalfLines(call, import.halfLines);
     call.out << "Rows: " << import.rows << '\n' << "Days stored: " << import.stored << '\n';
     if (import.outcome == ImportOutcome::Done) call.out << "Saved: " << name << '\n';
     return TellRun(call, import.report);

@@ -74,7 +74,6 @@ ExitStatus FinishUpdate(BatchCall& call, SourceCall& sources, const DailyUpdate&
                         const QuoteTable& table) {
     const std::string name = call.session.CurrentFile;
     PrintUpdateOf(call, update, table, name);
-    if (update.database) TellHalfLines(call, update.database->halfLines);
     const ExitStatus told = sources.Print(*update.live, update.report);
     if (told == ExitStatus::Interrupted || told == ExitStatus::Refused) return told;
     if (!update.isSaved) call.err << "Manual Save: " << name << " stays as it is\n";

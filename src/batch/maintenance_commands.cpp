@@ -3,6 +3,7 @@
 #include <array>
 
 #include "batch/run_telling.h"
+#include "batch/table_calls.h"
 #include "store/back_up.h"
 #include "store/combine_tables.h"
 #include "store/file_deletion.h"
@@ -46,8 +47,7 @@ ExitStatus RunCombine(BatchCall& call) {
     if (!MayDelete(Path(names[2]).filename().string()))
         return RefuseUsage(call, "OUT", "'" + OneLine(names[2]) + "' is a file of the program");
     const CombinedFile combined = CombineQuoteFiles(call.session, names[0], names[1], names[2]);
-    if (!combined.unreadable.empty())
-        return Refuse(call, {.kind = FailureKind::Read, .file = combined.unreadable});
+    if (combined.unread) return Refuse(call, combined.unread);
     if (combined.error) return RefuseChange(call, "Combine", combined.error);
     call.out << "Rows: " << combined.rows << '\n';
     return ExitStatus::Done;
@@ -62,6 +62,7 @@ ExitStatus RunRemoveLastUpdate(BatchCall& call) {
         return ExitStatus::Interrupted;
     }
     call.out << "Records removed: " << result.removed << '\n';
+    TellHalfLines(call, result.halfLines);
     return ExitStatus::Done;
 }
 

@@ -54,7 +54,7 @@ inline constexpr Command kUndoCommand = {
     .help =
         R"(Changes that can be undone: populate, split, split-calendar, delete --history, import,
 import-history, remove-last-update, restore, combine over a file, fundamentals over a file,
-practice --replace.
+practice --replace, check --repair, and the splits that an update restates.
 The undoing is a change itself: a second undo brings the first change back. The newest changes are
 kept in Back Up/Undo, as many as VTROWNset.ini says (20 changes, 2 GB).
 )",

@@ -30,6 +30,7 @@ ExitStatus RunSplit(BatchCall& call) {
     } else {
         call.out << adjustment.SplitIndex << " days before "
                  << OneLine(series.QuoteDate[adjustment.SplitIndex + 1]) << " restated\n";
+        TellHalfLines(call, adjustment.halfLines);
     }
     return ExitStatus::Done;
 }

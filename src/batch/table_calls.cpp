@@ -1,6 +1,7 @@
 #include "batch/table_calls.h"
 
 #include "store/table_files.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -14,10 +15,7 @@ bool LoadTable(BatchCall& call, const std::string& name, QuoteTable& table) {
 }
 
 void TellHalfLines(BatchCall& call, const std::vector<Path>& files) {
-    if (files.empty()) return;
-    std::string sentence = files.front().string() + ": the half line at its end was taken out";
-    if (files.size() > 1) sentence += ", and those of " + std::to_string(files.size() - 1) + " further files";
-    call.err << OneLine(sentence) << '\n';
+    if (!files.empty()) call.err << OneLine(HalfLineWords(files)) << '\n';
 }
 
 std::optional<Hosts> ReadHosts(BatchCall& call) {

@@ -6,6 +6,7 @@
 #include "batch/table_commands.h"
 #include "daily/daily_update.h"
 #include "daily/live_setup.h"
+#include "shell/settings/choices.h"
 #include "store/file_names.h"
 
 namespace brantlow {
@@ -55,10 +56,10 @@ ExitStatus RunUpdate(BatchCall& call) {
     session.person.ShowTickerCount(table.TickerCount());
     const DailyUpdate update = Update(session, *hosts, table);
     PrintUpdate(call, update, table, name);
-    if (update.database) TellHalfLines(call, update.database->halfLines);
     if (update.quotes.noTemplate) return ExitStatus::Refused;
-    const ExitStatus status = TellRun(
-        call, update.report, update.isSaved ? std::string() : "Manual Save: " + name + " stays as it is");
+    const ExitStatus status =
+        TellRun(call, update.report,
+                SavesTable(session.settings) ? std::string() : "Manual Save: " + name + " stays as it is");
     if (update.stopped && call.interrupted()) return ExitStatus::Interrupted;
     if (status == ExitStatus::Refused) return status;
     if (update.stopped) return ExitStatus::Partly;

@@ -12,6 +12,7 @@
 #include "store/import_record.h"
 #include "store/table_edit.h"
 #include "store/update_list.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -61,8 +62,10 @@ RunReport ReportOf(const DailyUpdate& update, const std::string& file) {
     if (update.database && update.database->error.isHalfDone) report.MarkChanged();
     if (update.splits) report.TakeFailures(update.splits->report);
     if (update.splits && update.splits->isChanged) report.MarkChanged();
-    if (update.isSaved && !update.saveError && HasQuote(update.quotes)) report.MarkChanged();
+    if (update.isSaved && !update.saveError) report.MarkChanged();
     if (update.saveError) report.Fail(CannotBeSaved(file, update.saveError));
+    if (update.database) TellHalfLines(update.database->halfLines, report);
+    if (update.splits) TellHalfLines(update.splits->halfLines, report);
     if (update.stopped) report.Add("stopped");
     return report;
 }
@@ -98,8 +101,9 @@ DailyUpdate RunDailyUpdate(const UpdateWork& given, DayStore& days, WorkingSerie
     if (goesOn() && isStored && AdjustsSplits(session.settings)) result.splits = AdjustSplits(work, series);
     if (goesOn() && HasQuote(result.quotes)) result.fundamentals = AskFundamentals(given);
     result.alarmFailures = TellAlarms(session, result.quotes.alarms, given.post);
-    result.isSaved = SavesTable(session.settings);
-    result.saveError = AutomaticSave(session, work.table);
+    // Without a reply there is nothing to save, and the file stays as it is written.
+    result.isSaved = HasQuote(result.quotes) && SavesTable(session.settings);
+    if (result.isSaved) result.saveError = AutomaticSave(session, work.table);
     session.person.ShowStatusWord(kStatusComplete);
     result.stopped = !goesOn();
     result.selectorFollows = goesOn() && RunsSelector(session.settings);

@@ -36,7 +36,7 @@ struct DailyUpdate {
     // Why nothing was asked at all; empty for a run that began.
     std::string refusal;
     bool stopped = false;       // ended before its last step
-    bool isSaved = false;       // the settings save the quote file after each change
+    bool isSaved = false;       // quotes came, and the settings save the quote file after each change
     std::error_code saveError;  // why it could not be saved
     // The settings start the stock selector now: on daily bars, over this table.
     bool selectorFollows = false;

@@ -8,6 +8,7 @@
 #include "store/import_record.h"
 #include "store/table_edit.h"
 #include "store/update_list.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -23,6 +24,11 @@ void Store(const UpdateWork& work, LiveUpdate& live, DayStore& days, DailyUpdate
     }
     result.database = ImportEndOfDay(work.session, work.table, days);
     result.database->halfLines.insert(result.database->halfLines.end(), halfLines.begin(), halfLines.end());
+}
+
+// The days of the update before stand last in the files then, and its list stays.
+bool FoundNothingNew(const LiveUpdate& live, const DailyUpdate& result) {
+    return live.missed.empty() && result.database && result.database->lines == 0;
 }
 
 void AdjustSplits(const UpdateWork& work, LiveReport& report, DailyUpdate& result) {
@@ -45,6 +51,7 @@ RunReport ReportOf(const DailyUpdate& update, LiveReport& live, const std::strin
     for (const std::string& failure : update.alarmFailures) report.Fail(failure);
     if (!update.splitFailure.empty()) report.Fail(update.splitFailure);
     for (const AppliedSplit& split : update.liveSplits) report.Add(SplitSentence(split));
+    if (update.database) TellHalfLines(update.database->halfLines, report);
     if (update.quotes.error) report.Fail(Sentence(update.quotes.error));
     if (update.database && update.database->error) {
         report.Fail(FailedSentence("The database", update.database->error));
@@ -67,7 +74,7 @@ DailyUpdate RunLiveUpdate(const UpdateWork& work, DayStore& days) {
     const auto goesOn = [&] { return session.run.ProcessCommand != kStopRun; };
     const bool any = live.report.Answered() > 0;
     if (any && StoresInDatabase(session.settings)) Store(work, live, days, result);
-    if (!any) {
+    if (!any || FoundNothingNew(live, result)) {
         const Path list = UpdateListPath(session.settings.QuoteFolder);
         KeepFirst(result.quotes.error, FailedTo(FailureKind::Write, list, former.PutBack()));
     }

@@ -4,10 +4,12 @@
 #include "base/text.h"
 #include "indicators/history_row.h"
 #include "indicators/record_days.h"
+#include "indicators/rewritten_series.h"
 #include "indicators/series_folding.h"
 #include "indicators/whole_history.h"
 #include "indicators/year_plan.h"
 #include "store/year_files.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -16,14 +18,16 @@ namespace {
 constexpr std::size_t kYearDigits = 2;
 
 // The texts of the ticker's year files, oldest first, up to the last day looked at; a missing one is empty.
+// Half lines are left out where somebody wants to know of them.
 Failure ReadYears(const HistorySource& source, std::string_view ticker, std::size_t years,
-                  std::vector<std::string>& texts) {
+                  std::vector<Path>* halfLines, std::vector<std::string>& texts) {
     for (const std::string& year : YearTexts(source.NewestDay(), years)) {
         std::string& text = texts.emplace_back();
         const std::optional<Path> path = YearFilePath(source.QuoteFolder, ticker, year);
         if (!path) continue;
         if (Failure failure = ReadIfThere(*path, text)) return std::move(failure).Of(ticker);
-        std::size_t end = text.size();
+        std::size_t end = halfLines == nullptr ? text.size() : WithoutHalfLine(text).size();
+        if (end < text.size()) halfLines->push_back(*path);
         if (source.lastDay) DropRecordsAfter(*source.lastDay, text, 0, end);
         text.resize(end);
     }
@@ -48,9 +52,9 @@ void AppendYear(std::string_view text, WorkingSeries& series) {
 
 // Nothing is stored unless every file could be read.
 Failure LoadYears(const HistorySource& source, std::string_view ticker, std::size_t years,
-                  WorkingSeries& series) {
+                  WorkingSeries& series, std::vector<Path>* halfLines = nullptr) {
     std::vector<std::string> texts;
-    if (Failure failure = ReadYears(source, ticker, years, texts)) return failure;
+    if (Failure failure = ReadYears(source, ticker, years, halfLines, texts)) return failure;
     series.BarCount = 1;
     series.LastRowRead = 0;
     for (const std::string& text : texts) AppendYear(text, series);
@@ -78,6 +82,11 @@ Failure LoadRecentSeries(const HistorySource& source, std::string_view ticker, W
 
 Failure LoadFullSeries(const HistorySource& source, std::string_view ticker, WorkingSeries& series) {
     return LoadYears(source, ticker, kFullYears, series);
+}
+
+Failure LoadSeriesToRewrite(const HistorySource& source, std::string_view ticker, WorkingSeries& series,
+                            std::vector<Path>& halfLines) {
+    return LoadYears(source, ticker, kFullYears, series, &halfLines);
 }
 
 Failure LoadWholeHistory(const HistorySource& source, std::string_view ticker, Interval interval,

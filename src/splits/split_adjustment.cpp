@@ -3,6 +3,7 @@
 #include <array>
 
 #include "base/numbers.h"
+#include "indicators/rewritten_series.h"
 #include "splits/split_factors.h"
 #include "store/hand_drawings.h"
 #include "store/history_rewrite.h"
@@ -78,10 +79,10 @@ void RestateBars(std::size_t SplitIndex, double SplitFactor, WorkingSeries& seri
 
 SplitAdjustment PrepareSplit(const HistorySource& source, const Path& dataFolder, std::string_view ticker,
                              double SplitFactor, WorkingSeries& series, FileChange& change) {
-    if (const Failure failure = LoadFullSeries(source, ticker, series)) {
-        return {.error = failure};
-    }
-    SplitAdjustment adjustment{.SplitIndex = FindSplit(series, SplitFactor)};
+    SplitAdjustment adjustment;
+    adjustment.error = LoadSeriesToRewrite(source, ticker, series, adjustment.halfLines);
+    if (adjustment.error) return adjustment;
+    adjustment.SplitIndex = FindSplit(series, SplitFactor);
     if (adjustment.SplitIndex == 0) return adjustment;
     RestateBars(adjustment.SplitIndex, SplitFactor, series);
     Failure unread;

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
 #include "base/file_change.h"
 #include "indicators/working_series.h"
@@ -27,6 +28,9 @@ struct SplitAdjustment {
     // A file that could not be read (FailureKind::Read, List), and then nothing was prepared, or not written:
     // the caller's change is not to be committed.
     Failure error = {};
+    // Year files that had a line at their end that was cut off (store/year_growth.h). It counts as no day,
+    // and is gone where the history was restated.
+    std::vector<Path> halfLines = {};
 
     bool IsUnread() const { return error.kind == FailureKind::Read || error.kind == FailureKind::List; }
 };

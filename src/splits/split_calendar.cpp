@@ -10,6 +10,7 @@
 #include "shell/memory_status.h"
 #include "shell/session_change.h"
 #include "splits/split_adjustment.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -54,14 +55,17 @@ void TellSplit(const std::string& ticker, const SplitAdjustment& adjustment, Spl
     } else {
         check.report.Tell(ticker, TickerFate::Skipped, "no jump of its prices fits");
     }
-    check.isChanged |= isRestated;
-    if (isRestated) ++check.adjusted;
+    if (!isRestated) return;
+    check.isChanged = true;
+    ++check.adjusted;
+    check.halfLines.insert(check.halfLines.end(), adjustment.halfLines.begin(), adjustment.halfLines.end());
 }
 
 // Nothing of the check was kept.
 void TellNothingDone(FileChange& change, SplitCheck& check) {
     if (change.TakeBack()) check.error.isHalfDone = true;
     check.adjusted = 0;
+    check.halfLines.clear();
     check.isChanged = check.error.isHalfDone;
     check.report = RunReport("Split calendar", "splits");
     check.report.Fail(FailedSentence(kSplitCalendarChange, check.error));
@@ -170,6 +174,7 @@ SplitCheck CheckSplitCalendar(Session& session, std::string_view page, std::stri
     if (check.error) TellNothingDone(change, check);
     check.report.SetHeadline(
         fmt::format("{} of {} splits restated, {} in the log", check.adjusted, check.due, log.size()));
+    TellHalfLines(check.halfLines, check.report);
     return check;
 }
 

@@ -63,10 +63,11 @@ struct SplitCheck {
     // The splits of the log that were due, and how many of them showed in the prices and were restated.
     std::size_t due = 0;
     std::size_t adjusted = 0;
-    std::size_t logged = 0;  // entries of the log afterwards
-    Failure error;           // the log could not be read, or a file not written: nothing was changed
-    bool isChanged = false;  // the log or a history is another than before
-    RunReport report;        // of each split that was due
+    std::size_t logged = 0;       // entries of the log afterwards
+    Failure error;                // the log could not be read, or a file not written: nothing was changed
+    bool isChanged = false;       // the log or a history is another than before
+    std::vector<Path> halfLines;  // year files whose last line had been cut off; it is gone
+    RunReport report;             // of each split that was due
 };
 
 // The whole check over `page`, the markup of the calendar page, empty where it could not be fetched; the log

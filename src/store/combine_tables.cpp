@@ -32,6 +32,11 @@ std::string TextOf(const std::vector<std::string>& CombinedLines, bool hasHeader
     return text;
 }
 
+Failure WhyUnread(const ReadResult& read, const std::string& name) {
+    if (read.outcome == ReadOutcome::Missing) return FailedBecause(name + ": no such file in Data");
+    return FailedTo(FailureKind::Read, name, read.error);
+}
+
 }  // namespace
 
 std::string BareFileName(std::string_view path) {
@@ -47,10 +52,8 @@ CombinedFile CombineQuoteFiles(const Session& session, const std::string& first,
     std::vector<std::string> CombinedLines;
     for (const std::string& name : {first, second}) {
         const ReadResult read = ReadWholeFile(dataFolder / name);
-        if (read.outcome != ReadOutcome::Done) {
-            result.unreadable = name;
-            return result;
-        }
+        result.unread = WhyUnread(read, name);
+        if (result.unread) return result;
         TakeRows(read.bytes, std::max<std::size_t>(CombinedLines.size(), 1) - 1, CombinedLines);
     }
     result.rows = CombinedLines.size();

@@ -19,9 +19,9 @@ inline constexpr std::string_view kCombinedFileTitle = "Save As";
 std::string BareFileName(std::string_view path);
 
 struct CombinedFile {
-    std::string unreadable;  // the name of the file that could not be read; then nothing was written
     std::size_t rows = 0;
-    Failure error;  // when `output` could not be written; an old file stands
+    Failure unread;  // one of the files is missing or could not be read; nothing was written then
+    Failure error;   // `output` could not be written; an old file stands
 };
 
 // Writes the rows of `first` and then those of `second` as `output`, all three names in the session's data

@@ -45,11 +45,14 @@ void StoreEntries(Session& session, std::size_t entries, QuoteArrays& rows, DayS
     }
 }
 
-// The days come to the disk before the list says that they are stored.
+// The days come to the disk before the list says that they are stored. Where every one of them failed the
+// list of the update before stays: it is that one's days that stand last in the files.
 Failure CommitDays(Session& session, std::size_t tickers, const Path& file, const DayImport& result,
                    DayRun& run) {
     const Path list = UpdateListPath(session.settings.QuoteFolder);
-    if (Failure fault = run.change.Write(list, UpdateCountLine(tickers) + run.listed)) return fault;
+    if (result.failed == 0 || !run.listed.empty()) {
+        if (Failure fault = run.change.Write(list, UpdateCountLine(tickers) + run.listed)) return fault;
+    }
     if (result.failed == 0) {
         if (Failure fault = run.change.Delete(file)) return fault;
     }
@@ -75,6 +78,7 @@ DayImport ImportEndOfDay(Session& session, const QuoteTable& table, DayStore& da
     if (Failure fault = CommitDays(session, table.TickerCount(), file, result, run)) {
         if (TakeBackBeside(session, change)) fault.isHalfDone = true;
         result.error = std::move(fault);
+        run.halfLines.clear();
         result.stored = 0;
         result.failed = 0;
         for (auto& [ticker, day] : result.byTicker) day = {DayOutcome::Failed, result.error};

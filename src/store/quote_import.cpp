@@ -24,6 +24,7 @@
 #include "store/table_files.h"
 #include "store/update_list.h"
 #include "store/year_files.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -307,6 +308,7 @@ void TellImport(QuoteImport& result) {
     }
     result.report.SetHeadline(fmt::format("{} imported, {} stored", Counted(result.rows, "row", "rows"),
                                           Counted(result.stored, "day", "days")));
+    TellHalfLines(result.halfLines, result.report);
 }
 
 // Puts what the import prepared in place; after a failure all files are as they were.
@@ -365,8 +367,8 @@ QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, co
     } else {
         CommitImport(session, table, saveTo, run, result);
     }
+    if (result.outcome == ImportOutcome::Done) result.halfLines = std::move(run.halfLines);
     TellImport(result);
-    result.halfLines = std::move(run.halfLines);
     session.run.CurrentRow = 0;
     session.CurrentTicker = selected;
     session.person.ShowTickerCount(table.TickerCount());

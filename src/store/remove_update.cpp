@@ -11,6 +11,7 @@
 #include "store/history_record.h"
 #include "store/update_list.h"
 #include "store/year_files.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -37,13 +38,14 @@ Failure PrepareWithoutLast(const Path& file, std::vector<HistoryRecord>& records
 }
 
 // A ticker that the list names twice loses two records.
-Failure PrepareRemoval(const Path& file, FileChange& change, std::size_t& removed) {
+Failure PrepareRemoval(const Path& file, FileChange& change, RemovedUpdate& result) {
     if (change.IsDeleted(file)) return {};
     const ReadResult read = ReadWholeFile(change.Where(file));
     if (read.outcome == ReadOutcome::Failed) return FailedTo(FailureKind::Read, file, read.error);
     std::vector<HistoryRecord> records = ReadRecords(read.bytes);
     if (records.empty()) return {};
-    ++removed;
+    ++result.removed;
+    if (WithoutHalfLine(read.bytes).size() < read.bytes.size()) result.halfLines.push_back(file);
     return PrepareWithoutLast(file, records, change);
 }
 
@@ -57,7 +59,7 @@ Failure RemoveFromFiles(Session& session, const std::vector<std::string>& ticker
         if (result.stopped) return {};
         const auto file = YearFilePath(session.settings.QuoteFolder, tickers[i], YearDigits(today));
         if (file) {
-            if (Failure fault = PrepareRemoval(*file, change, result.removed)) return fault;
+            if (Failure fault = PrepareRemoval(*file, change, result)) return fault;
         }
         session.run.ProgressFraction = static_cast<double>(i + 1) / static_cast<double>(tickers.size());
         session.person.ShowProgress(session.run.ProgressFraction);
@@ -82,6 +84,7 @@ RemovedUpdate RemoveLastUpdate(Session& session) {
     session.CurrentTicker = ticker;
     if (result.error || result.stopped) {
         result.removed = 0;
+        result.halfLines.clear();
         const Failure stays = TakeBackBeside(session, change);
         if (result.error) {
             result.error.isHalfDone = static_cast<bool>(stays);

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include <vector>
+
 #include "base/file_change.h"
 #include "shell/session.h"
 
@@ -22,10 +24,11 @@ inline constexpr std::string_view kRemoveStopped = "Stopped; nothing was removed
 inline constexpr std::string_view kRemoveLastUpdateChange = "Remove Last Update";
 
 struct RemovedUpdate {
-    bool hasList = false;     // false: there is no update list, nothing was changed
-    std::size_t removed = 0;  // records
-    bool stopped = false;     // by the person: nothing was changed
-    Failure error;            // the first file that could not be read or written; nothing was changed
+    bool hasList = false;              // false: there is no update list, nothing was changed
+    std::size_t removed = 0;           // records
+    bool stopped = false;              // by the person: nothing was changed
+    std::vector<Path> halfLines = {};  // files whose last record was a line that had been cut off
+    Failure error;  // the first file that could not be read or written; nothing was changed
 };
 
 // Removes the last record of this year's file of each ticker of the list, whatever its date; a file of one

@@ -19,6 +19,18 @@ std::string_view WithoutHalfLine(std::string_view bytes) {
     return fields < kHistoryFieldCount ? bytes.substr(0, begin) : bytes;
 }
 
+std::string HalfLineWords(std::span<const Path> files) {
+    if (files.empty()) return {};
+    const std::string first = files.front().filename().string();
+    if (files.size() == 1) return "the half line at the end of " + first + " was taken out";
+    return "the half lines at the ends of " + first + " and " + std::to_string(files.size() - 1) +
+           (files.size() == 2 ? " further file" : " further files") + " were taken out";
+}
+
+void TellHalfLines(std::span<const Path> files, RunReport& report) {
+    if (!files.empty()) report.Add(HalfLineWords(files));
+}
+
 AddedLines AddLines(const Path& file, std::string_view lines, YearGrowth growth, FileChange& change) {
     const ReadResult read = ReadWholeFile(change.Where(file));
     if (read.outcome == ReadOutcome::Failed) return {FailedTo(FailureKind::Read, file, read.error), false};

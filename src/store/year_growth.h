@@ -6,9 +6,12 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
+#include <string>
 #include <string_view>
 
 #include "base/file_change.h"
+#include "shell/run_report.h"
 
 namespace brantlow {
 
@@ -21,6 +24,12 @@ YearGrowth GrowthOfRun(std::size_t tickers);
 // The text of a year file without a line that was cut off at its end: one of fewer than 19 fields without a
 // line end.
 std::string_view WithoutHalfLine(std::string_view bytes);
+
+// What is told of files that have lost such a line: "the half line at the end of NFLX.26 was taken out";
+// empty without files.
+std::string HalfLineWords(std::span<const Path> files);
+// The same in the line of a run.
+void TellHalfLines(std::span<const Path> files, RunReport& report);
 
 struct AddedLines {
     Failure fault;

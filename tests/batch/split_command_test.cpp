@@ -37,6 +37,13 @@ TEST_F(SplitCommand, RestatesTheDaysBeforeTheJump) {
     EXPECT_THAT(Read("Quotes/EOD/ACME.26"), StartsWith("\"02/25/26\",\"\",25,25,25,200,"));
 }
 
+TEST_F(SplitCommand, TellsOfALineThatWasCutOff) {
+    Write("Quotes/EOD/ACME.26", Read("Quotes/EOD/ACME.26") + "\"02/28/26\",\"\",2");
+    const CallResult result = CallOn({"split", "ACME", "2/1"});
+    EXPECT_EQ(result.out, "ACME: 2 days before 02/27/26 restated\n");
+    EXPECT_EQ(result.err, "the half line at the end of ACME.26 was taken out\n");
+}
+
 TEST_F(SplitCommand, WithoutAJumpNothingChanges) {
     const std::vector<std::string> before = Everything();
     for (const char* ratio : {"3/1", "1/2", "7/3"}) {

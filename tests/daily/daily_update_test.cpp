@@ -41,6 +41,12 @@ TEST_F(DailyUpdateTest, QuotesReachTheTableTheDatabaseAndTheFile) {
     EXPECT_EQ(person.statusWords, (Lines{"Updating", "Importing EODQ", "Complete", "Saving", "Complete"}));
 }
 
+TEST_F(DailyUpdateTest, ALineThatWasCutOffIsTakenOutAndToldInTheLineOfTheRun) {
+    Write("Quotes/EOD/T1.24", "\"03/14/24\",\"\",1");
+    EXPECT_EQ(Run().report.Line(), "2 of 2 quotes, the half line at the end of T1.24 was taken out");
+    EXPECT_EQ(Read("Quotes/EOD/T1.24").find("03/14/24"), std::string::npos);
+}
+
 TEST_F(DailyUpdateTest, WithManualSaveForTheDatabaseTheListStaysDeleted) {
     Set(session.settings.DataSettings, 8, "Manual Save");
     Write("Quotes/EOD/QuoteList.ddq", "1\r\n\"T1\"\r\n");
@@ -87,12 +93,14 @@ TEST_F(DailyUpdateTest, AfterAStopWhatCameIsKeptAndNothingFurtherBegins) {
     EXPECT_EQ(person.statusWords.back(), "Complete");
 }
 
-TEST_F(DailyUpdateTest, ARunWithoutASingleReplyEndsOnComplete) {
+TEST_F(DailyUpdateTest, ARunWithoutASingleReplyLeavesTheFileAndEndsOnComplete) {
+    Write("Data/Mine.ddq", "Last Price\tTicker Symbol\n\tT1\n");
     web.AnswerWith([](const WebRequest&) { return FailedReply(WebFailure::NoConnection, "refused"); });
     const DailyUpdate update = Run();
     EXPECT_EQ(update.quotes.failedBatches, 1U);
     EXPECT_EQ(update.database->stored, 0U);
-    EXPECT_EQ(Read("Data/Mine.ddq"), "Ticker Symbol\tLast Price\r\nT1\t\r\nT2\t\r\n");
+    EXPECT_FALSE(update.isSaved);
+    EXPECT_EQ(Read("Data/Mine.ddq"), "Last Price\tTicker Symbol\n\tT1\n");
     EXPECT_EQ(person.statusWords.back(), "Complete");
     EXPECT_TRUE(person.said.empty());
 }

@@ -68,6 +68,15 @@ TEST_F(ChosenUpdateTest, ARunThatNobodyAttendsAsksTheChosenSource) {
     for (const std::string& address : web.Addresses) EXPECT_THAT(address, HasSubstr("api.tiingo.com"));
 }
 
+TEST_F(ChosenUpdateTest, AnUpdateThatFindsNothingNewLeavesTheListOfTheOneBefore) {
+    Choose(1, "tiingo");
+    Run();
+    const std::string list = Read("Quotes/EOD/QuoteList.ddq");
+    EXPECT_EQ(list, "1\r\n\"T1\"\r\n");
+    EXPECT_EQ(TickerLine(Run().report.Tickers().at(0)), "T1: nothing new");
+    EXPECT_EQ(Read("Quotes/EOD/QuoteList.ddq"), list);
+}
+
 TEST_F(ChosenUpdateTest, FundamentalsAreAskedBehindTheQuotesOfALiveSource) {
     Choose(1, "tiingo");
     Choose(4, "sec");

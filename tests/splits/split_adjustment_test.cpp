@@ -43,6 +43,26 @@ TEST_F(SplitAdjustmentTest, ASecondRunFindsNoJumpAndChangesNothing) {
     EXPECT_EQ(Read("ACME.26"), afterFirst);
 }
 
+TEST_F(SplitAdjustmentTest, ALineThatWasCutOffIsNoDayAndGoesWhereTheHistoryIsRestated) {
+    const std::string days = LeadDay() + Day("01/05/26", "50", "1000") + Day("01/06/26", "25", "3000");
+    Write("ACME.26", days);
+    ASSERT_TRUE(Adjust(kTwoForOne).halfLines.empty());
+    const std::string restated = Read("ACME.26");
+    // A price that was cut off looks like a split of its own.
+    Write("ACME.26", days + "\"01/07/26\",\"16:00\",12");
+    const SplitAdjustment adjustment = Adjust(kTwoForOne);
+    EXPECT_EQ(adjustment.SplitIndex, 1U);
+    EXPECT_EQ(adjustment.halfLines, std::vector<Path>{File("ACME.26")});
+    EXPECT_EQ(Read("ACME.26"), restated);
+}
+
+TEST_F(SplitAdjustmentTest, ALineThatWasCutOffStaysWhereNothingIsRestated) {
+    const std::string days = LeadDay() + Day("01/05/26", "50", "1000") + "\"01/06/26\",\"16:00\",25";
+    Write("ACME.26", days);
+    EXPECT_EQ(Adjust(kTwoForOne).SplitIndex, 0U);
+    EXPECT_EQ(Read("ACME.26"), days);
+}
+
 TEST_F(SplitAdjustmentTest, TheLowerBoundBelongsToTheBandTheUpperDoesNot) {
     SetCloses({50, 28});
     EXPECT_EQ(FindSplit(series, kTwoForOne), 0U) << "0.56 is outside";

@@ -236,6 +236,15 @@ TEST_F(SplitCalendarTest, TellsWhatWasDoneInOneLine) {
     EXPECT_EQ(TickerLine(check.report.Tickers().front()), "ACME: stored");
 }
 
+TEST_F(SplitCalendarTest, TellsOfALineThatWasCutOff) {
+    WriteHalving("ACME");
+    Write("ACME.26", Read("ACME.26") + "\"03/01/26\",\"\",2");
+    const SplitCheck check = Check(PageRow("Feb 27", "ACME", "2-1"));
+    EXPECT_EQ(check.report.Line(),
+              "1 of 1 splits restated, 1 in the log, the half line at the end of ACME.26 was taken out");
+    EXPECT_EQ(Read("ACME.26").find("03/01/26"), std::string::npos);
+}
+
 TEST_F(SplitCalendarTest, ACheckThatFindsNothingNewChangesNothing) {
     WriteHalving("ACME");
     Check(PageRow("Feb 27", "ACME", "2-1"));

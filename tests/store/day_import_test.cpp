@@ -102,6 +102,15 @@ TEST_F(DayImportTest, AFileThatCannotBeWrittenLeavesImportTxtInPlace) {
     EXPECT_TRUE(Exists("Quotes/EOD/BBB.24"));
 }
 
+TEST_F(DayImportTest, WhereEveryDayFailsTheListOfTheUpdateBeforeStays) {
+    std::filesystem::create_directories(folder / "Quotes/EOD/AAA.24");
+    const std::string former = "3\r\n\"BBB\"\r\n\"CCC\"\r\n";
+    Write("Quotes/EOD/QuoteList.ddq", former);
+    Write("Import.Txt", Record("AAA", "10", "9", "11", "9"));
+    EXPECT_EQ(Import().failed, 1U);
+    EXPECT_EQ(Read("Quotes/EOD/QuoteList.ddq"), former);
+}
+
 TEST_F(DayImportTest, HostileBytesEndInNoFiles) {
     Write("Import.Txt", std::string("\0\xff\xfe,,,\r\n\"\"\"\"\r\n\"unclosed,1,2\r\n\r\n", 31));
     const DayImport result = Import();

@@ -14,6 +14,7 @@
 #include "store/file_deletion.h"
 #include "store/remove_update.h"
 #include "store/store_fixture.h"
+#include "store/year_growth.h"
 #include "support/recording_person.h"
 
 namespace brantlow {
@@ -192,6 +193,17 @@ TEST_F(MaintenanceTest, RemoveLastUpdateTakesTheLastRecordWhateverItsDate) {
     EXPECT_EQ(RemoveLastUpdate(session).removed, 0U);
 }
 
+TEST_F(MaintenanceTest, ALineThatWasCutOffIsTheLastRecordThatRemoveLastUpdateTakesAndIsTold) {
+    folder.Write("Quotes/EOD/QuoteList.ddq", "2\r\n\"AAA\"\r\n\"BBB\"\r\n");
+    folder.Write("Quotes/EOD/AAA.26", Record("03/05/26", "11") + "\"03/06/26\",\"\",1");
+    folder.Write("Quotes/EOD/BBB.26", Record("03/05/26", "5") + Record("03/06/26", "6"));
+    const RemovedUpdate removed = RemoveLastUpdate(session);
+    EXPECT_EQ(removed.removed, 2U);
+    EXPECT_EQ(HalfLineWords(removed.halfLines), "the half line at the end of AAA.26 was taken out");
+    EXPECT_EQ(folder.Read("Quotes/EOD/AAA.26"), Record("03/05/26", "11"));
+    EXPECT_EQ(folder.Read("Quotes/EOD/BBB.26"), Record("03/05/26", "5"));
+}
+
 TEST_F(MaintenanceTest, ARemovalThatIsStoppedLeavesAllAsItWas) {
     folder.Write("Quotes/EOD/QuoteList.ddq", "2\r\n\"AAA\"\r\n\"BBB\"\r\n");
     folder.Write("Quotes/EOD/AAA.26", Record("03/05/26", "11") + Record("03/06/26", "12"));
@@ -283,7 +295,14 @@ TEST_F(MaintenanceTest, CombineHoldsNoMoreThanEighteenThousandRows) {
 
 TEST_F(MaintenanceTest, CombineWithAFileThatIsNotThereWritesNothing) {
     folder.Write("Data/A.ddq", "Ticker Symbol\r\nA1\r\n");
-    EXPECT_EQ(Combine("C.ddq").unreadable, "B.ddq");
+    EXPECT_EQ(Sentence(Combine("C.ddq").unread), "B.ddq: no such file in Data");
+    EXPECT_EQ(folder.Files(), Lines{"Data/A.ddq"});
+}
+
+TEST_F(MaintenanceTest, CombineWithAFileThatCannotBeReadSaysWhyAndWritesNothing) {
+    folder.Write("Data/A.ddq", "Ticker Symbol\r\nA1\r\n");
+    folder.Folder("Data/B.ddq");
+    EXPECT_EQ(Sentence(Combine("C.ddq").unread), "B.ddq: cannot be read (Is a directory)");
     EXPECT_EQ(folder.Files(), Lines{"Data/A.ddq"});
 }
 

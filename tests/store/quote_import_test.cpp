@@ -391,6 +391,14 @@ TEST_F(QuoteImportTest, ARowWithoutADateGoesIntoNoFileInAnyDateForm) {
     }
 }
 
+TEST_F(QuoteImportTest, ALineThatWasCutOffInAYearFileIsTakenOutAndTold) {
+    Write("Quotes/EOD/AAA.24", "\"03/13/24\",\"\",1");
+    File("AAA,10.5,3/14/2024,11,10,1500\r\n");
+    EXPECT_EQ(Import().report.Line(),
+              "1 row imported, 1 day stored, the half line at the end of AAA.24 was taken out");
+    EXPECT_EQ(Read("Quotes/EOD/AAA.24").find("03/13/24"), std::string::npos);
+}
+
 TEST_F(QuoteImportTest, WithoutAFileItSaysSoInItsLine) {
     const QuoteImport result = Import();
     EXPECT_EQ(result.report.Line(), "Nothing to import in " + (folder / "Data/Import.Txt").string());

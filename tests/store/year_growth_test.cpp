@@ -27,6 +27,17 @@ TEST(WithoutHalfLine, ALineOfAllFieldsIsWholeWithoutItsEnd) {
     for (const Case& row : cases) EXPECT_EQ(WithoutHalfLine(row.bytes), row.whole) << row.bytes;
 }
 
+TEST(HalfLineWords, NameTheFirstFileAndCountTheOthers) {
+    std::vector<Path> files;
+    EXPECT_EQ(HalfLineWords(files), "");
+    files.emplace_back("/home/me/Quotes/EOD/KO.24");
+    EXPECT_EQ(HalfLineWords(files), "the half line at the end of KO.24 was taken out");
+    files.emplace_back("/home/me/Quotes/EOD/V.24");
+    EXPECT_EQ(HalfLineWords(files), "the half lines at the ends of KO.24 and 1 further file were taken out");
+    files.emplace_back("/home/me/Quotes/EOD/F.24");
+    EXPECT_EQ(HalfLineWords(files), "the half lines at the ends of KO.24 and 2 further files were taken out");
+}
+
 TEST(GrowthOfRun, APersonsFilesAreReplacedAndAMarketsGrow) {
     EXPECT_EQ(GrowthOfRun(0), YearGrowth::Replaced);
     EXPECT_EQ(GrowthOfRun(kMostReplacedYears), YearGrowth::Replaced);

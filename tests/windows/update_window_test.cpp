@@ -369,9 +369,9 @@ class UpdateWindowTest : public QObject {
         program.StartMine();
         const QStringList told = BoxesOf([&] { program.Update(); });
         QCOMPARE(told.size(), 1);
-        QVERIFY2(told.first().endsWith(
-                     QStringLiteral("/Quotes/EOD/QuoteList.ddq: cannot be saved (Not a directory)")),
-                 qPrintable(told.first()));
+        QVERIFY2(
+            told.first().endsWith(QStringLiteral("/Quotes/EOD/T1.26: cannot be saved (Not a directory)")),
+            qPrintable(told.first()));
     }
 
     void onlyQuoteTablesAreUpdated() {

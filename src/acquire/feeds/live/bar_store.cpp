@@ -194,9 +194,11 @@ Restatement RestateHistory(const std::vector<Path>& files, sys_days splitDay, do
             result.fault = FailedTo(FailureKind::Read, file, read.error);
             return result;
         }
-        const RestatedText text = Restated(WithoutHalfLine(read.bytes), splitDay, factor);
+        const std::string_view whole = WithoutHalfLine(read.bytes);
+        const RestatedText text = Restated(whole, splitDay, factor);
         if (text.days == 0) continue;
         if (result.fault = change.Write(file, text.bytes); result.fault) return result;
+        if (whole.size() < read.bytes.size()) result.halfLines.push_back(file);
         result.days += text.days;
     }
     return result;

@@ -54,6 +54,7 @@ Failure AddRecords(const std::string& quoteFolder, std::string_view ticker,
 struct Restatement {
     std::size_t days = 0;
     Failure fault;
+    std::vector<Path> halfLines;  // restated files that had such a line
 };
 Restatement RestateHistory(const std::vector<Path>& files, std::chrono::sys_days splitDay, double factor,
                            FileChange& change);

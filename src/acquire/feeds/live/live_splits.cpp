@@ -13,6 +13,7 @@
 #include "shell/session_change.h"
 #include "store/hand_drawings.h"
 #include "store/year_files.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -123,7 +124,7 @@ Failure ApplySplits(Session& session, const std::string& ticker, std::vector<Sou
         const Restatement done = RestateHistory(files, split.day, split.factor, change);
         if (done.fault) return done.fault;
         Remember(ticker, split, bases);
-        applied.push_back({ticker, split, done.days});
+        applied.push_back({ticker, split, done.days, done.halfLines});
     }
     return {};
 }
@@ -178,8 +179,10 @@ std::string SplitSentence(const AppliedSplit& applied) {
     const std::string shares = factor >= kWhole
                                    ? fmt::format("{} for 1", ShortestNumber(factor))
                                    : fmt::format("1 for {}", ShortestNumber(RoundDecimals(1 / factor, 6)));
-    return fmt::format("{}: split {} on {}, {} days restated", applied.ticker, shares,
-                       FormatIsoDate(Date{applied.split.day}), applied.days);
+    const std::string halfLines = HalfLineWords(applied.halfLines);
+    return fmt::format("{}: split {} on {}, {} days restated{}{}", applied.ticker, shares,
+                       FormatIsoDate(Date{applied.split.day}), applied.days, halfLines.empty() ? "" : ", ",
+                       halfLines);
 }
 
 std::vector<std::string> StoredTickers(const std::string& quoteFolder, Failure& failure) {

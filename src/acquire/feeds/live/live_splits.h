@@ -18,7 +18,8 @@ inline constexpr const char* kSourceSplitsName = "Source Splits.txt";
 struct AppliedSplit {
     std::string ticker;
     SourceSplit split;
-    std::size_t days = 0;  // restated
+    std::size_t days = 0;              // restated
+    std::vector<Path> halfLines = {};  // restated files whose last line had been cut off; it is gone
 };
 
 // Restates the history of `ticker` for those of `splits` that are not in it and whose day has come. A history
@@ -44,7 +45,7 @@ struct LiveSplitCheck {
 LiveSplitCheck CheckLiveSplits(SourceWorld& world, const SourceDefinition& source,
                                const std::vector<std::string>& tickers);
 
-// "KO: split 2 for 1 on 2026-11-18, 512 days restated".
+// "KO: split 2 for 1 on 2026-11-18, 512 days restated", and what was cut off before.
 std::string SplitSentence(const AppliedSplit& applied);
 
 // The tickers that have a file in the database; none where `failure` says why.

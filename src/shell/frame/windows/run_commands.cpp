@@ -23,6 +23,7 @@
 #include "store/table_files.h"
 #include "store/windows/frmErrorReport.h"
 #include "store/windows/frmQuoteGrid.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -30,9 +31,13 @@ namespace {
 
 constexpr int kResultMilliseconds = 10000;
 
-QString ResultSentence(const std::string& ticker, std::size_t days) {
-    if (days == 0) return Shown(ticker) + QStringLiteral(": no jump of the prices fits, nothing changed");
-    return Shown(ticker) + QStringLiteral(": %1 days before the split are restated").arg(days);
+QString ResultSentence(const std::string& ticker, const SplitAdjustment& adjustment) {
+    if (adjustment.SplitIndex == 0)
+        return Shown(ticker) + QStringLiteral(": no jump of the prices fits, nothing changed");
+    const QString sentence =
+        Shown(ticker) + QStringLiteral(": %1 days before the split are restated").arg(adjustment.SplitIndex);
+    const std::string halfLines = HalfLineWords(adjustment.halfLines);
+    return halfLines.empty() ? sentence : sentence + QStringLiteral("; ") + Shown(halfLines);
 }
 
 }  // namespace
@@ -201,8 +206,7 @@ void RunCommands::RestateHistory(const std::string& ticker, double SplitFactor) 
     if (adjustment.error) {
         frame_.person.Say(ChangeSentence("Split of " + ticker, adjustment.error));
     } else {
-        frame_.window.statusBar()->showMessage(ResultSentence(ticker, adjustment.SplitIndex),
-                                               kResultMilliseconds);
+        frame_.window.statusBar()->showMessage(ResultSentence(ticker, adjustment), kResultMilliseconds);
     }
 }
 

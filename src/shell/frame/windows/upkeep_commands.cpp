@@ -10,6 +10,7 @@
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/run_control.h"
+#include "shell/run_report.h"
 #include "shell/session_change.h"
 #include "shell/settings/settings_files.h"
 #include "shell/status_words.h"
@@ -20,6 +21,7 @@
 #include "store/file_stamp.h"
 #include "store/remove_update.h"
 #include "store/windows/frmDeleteFile.h"
+#include "store/year_growth.h"
 
 namespace brantlow {
 
@@ -107,8 +109,9 @@ void UpkeepCommands::RemoveUpdate() {
         return frame_.person.Say(ChangeSentence(kRemoveLastUpdateChange, result.error));
     }
     if (result.stopped) return frame_.notice(std::string(kRemoveStopped));
-    frame_.notice(std::to_string(result.removed) +
-                  (result.removed == 1 ? " record removed" : " records removed"));
+    const std::string halfLines = HalfLineWords(result.halfLines);
+    frame_.notice(Counted(result.removed, "record", "records") + " removed" +
+                  (halfLines.empty() ? "" : "; " + halfLines));
 }
 
 void UpkeepCommands::CombineFiles() {
@@ -128,8 +131,7 @@ void UpkeepCommands::CombineFiles() {
     frame_.person.DoBeside(
         [&] { combined = CombineQuoteFiles(frame_.session, names[0], names[1], names[2]); });
     const bool stays = frame_.runs.End();
-    if (!combined.unreadable.empty())
-        return frame_.person.Say(combined.unreadable + ": no such file in Data");
+    if (combined.unread) return frame_.person.Say(Sentence(combined.unread));
     if (combined.error) return frame_.person.Say(ChangeSentence("Combine", combined.error));
     if (stays) frame_.notice(names[2] + ": " + std::to_string(combined.rows) + " rows");
 }

@@ -85,6 +85,17 @@ TEST_F(LiveSplits, ASplitBehindTheHistoryRestatesEveryEarlierRecordOnce) {
     EXPECT_EQ(Read(file), kRestated);
 }
 
+TEST_F(LiveSplits, ALineThatWasCutOffGoesAndIsTold) {
+    Write(file, kStored + std::string("\"11/20/26\",\"\",2"));
+    Known(DayOf(2026, 11, 17));
+    const LiveSplitCheck check = Check();
+    ASSERT_EQ(check.applied.size(), 1u);
+    EXPECT_EQ(
+        SplitSentence(check.applied.front()),
+        "KO: split 4 for 1 on 2026-11-18, 2 days restated, the half line at the end of KO.26 was taken out");
+    EXPECT_EQ(Read(file), kRestated);
+}
+
 TEST_F(LiveSplits, AHistoryThatWasFetchedAfterTheSplitIsNotRestated) {
     Write(file, kRestated);
     Known(DayOf(2026, 11, 19));
