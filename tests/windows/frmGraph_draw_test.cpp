@@ -293,6 +293,16 @@ class FrmGraphDrawTest : public QObject {
         QVERIFY(program.Drawn() == drawn);
     }
 
+    // As after the choice of a tool from its menu.
+    void keysOfTheChartWorkFromItsButtonsToo() {
+        DrawnChart program;
+        auto* const draw = program.Part<QToolButton>("btnDraw");
+        QTest::keyClick(draw, Qt::Key_PageDown);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T2"));
+        QTest::keyClick(draw, Qt::Key_PageUp);
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T1"));
+    }
+
     void aBrokenFileIsToldAndStays() {
         DrawnChart program;
         std::filesystem::create_directories(program.File("T2").parent_path());

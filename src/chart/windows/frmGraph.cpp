@@ -92,6 +92,7 @@ frmGraph::frmGraph(const ChartContext& context, ChartOptions& options)
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(scroll_);
+    scroll_->installEventFilter(this);
     setFocusPolicy(Qt::ClickFocus);
     ConnectPanels();
     readAhead_->setSingleShot(true);
@@ -502,12 +503,20 @@ void frmGraph::keyPressEvent(QKeyEvent* event) {
     (this->*found->act)();
 }
 
+// A key that no control of the window has taken would scroll an area that has nothing to scroll.
+bool frmGraph::TakesKeyBeforeScrolling(QKeyEvent& key) {
+    key.accept();
+    keyPressEvent(&key);
+    return key.isAccepted();
+}
+
 bool frmGraph::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Wheel) {
+    if (event->type() == QEvent::Wheel && watched != scroll_) {
         event->ignore();
         return true;
     }
     if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    if (watched == scroll_) return TakesKeyBeforeScrolling(*static_cast<QKeyEvent*>(event));
     auto* const list = static_cast<QComboBox*>(watched);
     auto* const key = static_cast<QKeyEvent*>(event);
     if (list->view()->isVisible() || !MovesInAList(*key)) return QWidget::eventFilter(watched, event);

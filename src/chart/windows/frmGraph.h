@@ -85,6 +85,7 @@ class frmGraph final : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    bool TakesKeyBeforeScrolling(QKeyEvent& key);
     static constexpr int kSpacing = 4;
 
     void BuildValues(QBoxLayout& rows);
