@@ -14,6 +14,7 @@
 #include "acquire/web/curl_web.h"
 #include "acquire/web/hosts.h"
 #include "base/clock.h"
+#include "base/windows/button_keys.h"
 #include "base/windows/display_text.h"
 #include "base/windows/program_style.h"
 #include "desktop/end_signals.h"
@@ -138,6 +139,7 @@ int main(int argc, char** argv) {
     // Qt takes over the user's locale; the program's files hold numbers with a point everywhere.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setStyle(new ProgramStyle);
+    application.installEventFilter(new ButtonKeys(&application));
     QApplication::setApplicationName(QStringLiteral("Brantlow"));
     QApplication::setApplicationVersion(QStringLiteral(BRANTLOW_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/brantlow.svg")));

@@ -11,9 +11,11 @@
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTextEdit>
+#include <algorithm>
 #include <map>
 
 #include "all_windows.h"
+#include "base/windows/button_keys.h"
 
 using namespace brantlow;
 
@@ -97,6 +99,18 @@ class Letters {
   private:
     std::map<QChar, QString> takers_;
 };
+
+// Those of all pages of a window.
+QString LettersOf(const QWidget& window) {
+    QString letters;
+    for (const auto* button : window.findChildren<QAbstractButton*>()) letters += LetterOf(button->text());
+    for (const auto* label : window.findChildren<QLabel*>()) letters += LetterOf(label->text());
+    for (const auto* box : window.findChildren<QGroupBox*>()) letters += LetterOf(box->title());
+    for (const auto* tabs : window.findChildren<QTabBar*>()) {
+        for (int i = 0; i < tabs->count(); ++i) letters += LetterOf(tabs->tabText(i));
+    }
+    return letters;
+}
 
 QStringList ClashesOf(const QWidget& window) {
     Letters letters;
@@ -195,6 +209,39 @@ class KeyboardTest : public QObject {
             }
         });
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
+    }
+
+    // Where a letter of its words is free; none stands for two.
+    void everyButtonOfADialogGetsALetter() {
+        const QStringList wrong = WrongIn([](QWidget& window, const QString& state, QStringList& told) {
+            if (!qobject_cast<QDialog*>(&window)) return;
+            GiveButtonsKeys(window);
+            const QString taken = LettersOf(window);
+            for (const QPushButton* button : window.findChildren<QPushButton*>()) {
+                const QString words = button->text().toUpper();
+                // The pages of the settings have more words than the alphabet letters.
+                const bool hasFree = std::any_of(words.begin(), words.end(), [&](QChar letter) {
+                    return letter.isLetter() && !taken.contains(letter);
+                });
+                if (button->isVisible() && hasFree && LetterOf(words).isNull()) told << state + Told(*button);
+            }
+            told << ClashesOf(window);
+        });
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(u'\n')));
+    }
+
+    void aDialogGetsItsLettersAsItIsShown() {
+        ButtonKeys keys;
+        qApp->installEventFilter(&keys);
+        RunControl run;
+        frmEnable window(run, RunStop::KeepsWhatIsDone, nullptr);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QCOMPARE(window.findChild<QPushButton*>(QStringLiteral("Command2"))->text(),
+                 QStringLiteral("&Pause"));
+        QTest::keyClick(&window, Qt::Key_P, Qt::AltModifier);
+        QTRY_COMPARE(run.ProcessCommand, std::string(kPauseRun));
     }
 
     void noTwoLettersClash() {

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "base/windows/display_text.h"
+#include "base/windows/mnemonics.h"
 #include "screens/application_settings.h"
-#include "screens/windows/mnemonics.h"
 
 class QAbstractButton;
 class QButtonGroup;

@@ -1,4 +1,4 @@
-#include "screens/windows/mnemonics.h"
+#include "base/windows/mnemonics.h"
 
 namespace brantlow {
 
