@@ -6,8 +6,10 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/windows/display_text.h"
+#include "base/windows/screen_room.h"
 #include "screens/selector_settings.h"
 
 namespace brantlow {
@@ -16,6 +18,8 @@ namespace {
 
 // Most names; beside it, what is set to numbers can be scrolled.
 constexpr int kLeastLetters = 36;
+// Where large letters on a small screen leave no more.
+constexpr int kPercentOfScreen = 30;
 
 }  // namespace
 
@@ -36,7 +40,8 @@ NameList::NameList(const std::vector<std::string>& names, const Words& words)
     list_->setAccessibleName(words.caption);
     list_->setToolTip(words.toolTip);
     list_->setUniformItemSizes(true);
-    list_->setMinimumWidth(fontMetrics().averageCharWidth() * kLeastLetters);
+    list_->setMinimumWidth(std::min(fontMetrics().averageCharWidth() * kLeastLetters,
+                                    RoomOnScreen(*this).width() * kPercentOfScreen / 100));
     list_->installEventFilter(this);
     layout->addWidget(list_);
     connect(list_, &QListWidget::itemDoubleClicked, this, &NameList::MoveAsked);

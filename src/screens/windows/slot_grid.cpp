@@ -25,7 +25,7 @@ constexpr int kLettersInBox = 8;
 constexpr int kMeaningLines = 3;
 constexpr int kGapBetweenGroups = 10;
 // Of the screen's width.
-constexpr double kLargestShare = 0.72;
+constexpr double kLargestShare = 0.6;
 constexpr const char* kSlotProperty = "slot";
 
 const QString& Introduction() {

@@ -192,8 +192,8 @@ QWidget* frmStudy::BuildConditions() {
     words_->setWordWrap(true);
     words_->setAlignment(Qt::AlignTop);
     auto* told = new QHBoxLayout;
-    told->addWidget(words_, 2);
-    told->addWidget(path_, 3);
+    told->addWidget(words_, 1);
+    told->addWidget(path_, 1);
     layout->addLayout(told);
     layout->addWidget(Warning(kStudyWarnings[2]));
     connect(detail_, &QComboBox::activated, this, [this] { ShowTable(); });
