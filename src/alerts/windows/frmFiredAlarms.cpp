@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "base/windows/display_text.h"
+#include "base/windows/screen_room.h"
 
 namespace brantlow {
 
@@ -84,7 +85,7 @@ frmFiredAlarms::frmFiredAlarms(Session& session, QWidget* parent)
       list_(BuildList()) {
     setObjectName(QStringLiteral("frmFiredAlarms"));
     setWindowTitle(QStringLiteral("Fired Alarms"));
-    resize(kWindow);
+    resize(QSize(WidthForLetters(*this, kWindow.width()), kWindow.height()).boundedTo(RoomOnScreen(*this)));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(count_);
     auto* empty = PlainLabel("lblEmpty");
@@ -115,7 +116,7 @@ QTreeWidget* frmFiredAlarms::BuildList() {
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     const int widths[] = {kTimeWidth, kTickerWidth, kPriceWidth, kAlarmWidth, kTableWidth};
     for (int column = 0; column < static_cast<int>(std::size(widths)); ++column)
-        list->setColumnWidth(column, widths[column]);
+        list->setColumnWidth(column, WidthForLetters(*list, widths[column]));
     connect(list, &QTreeWidget::itemSelectionChanged, this, &frmFiredAlarms::EnableParts);
     connect(list, &QTreeWidget::itemActivated, this, &frmFiredAlarms::OpenChart);
     return list;

@@ -1,8 +1,9 @@
-// The room that a window has on its screen.
+// The room that a window has on its screen, and that letters take there.
 #pragma once
 
 #include <QScreen>
 #include <QWidget>
+#include <algorithm>
 
 namespace brantlow {
 
@@ -10,6 +11,12 @@ namespace brantlow {
 inline QSize RoomOnScreen(const QWidget& window) {
     constexpr QSize kWindowFrame(16, 48);
     return window.screen()->availableSize() - kWindowFrame;
+}
+
+// A width that holds a text in usual letters, for the letters of the widget.
+inline int WidthForLetters(const QWidget& widget, int pixels) {
+    constexpr int kUsualLetter = 6;
+    return pixels * std::max(kUsualLetter, widget.fontMetrics().averageCharWidth()) / kUsualLetter;
 }
 
 }  // namespace brantlow

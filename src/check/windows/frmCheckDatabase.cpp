@@ -13,6 +13,7 @@
 
 #include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
+#include "base/windows/screen_room.h"
 
 namespace brantlow {
 
@@ -62,7 +63,7 @@ QTreeWidget* FindingList() {
     list->setToolTip(QStringLiteral("A double click opens the file at the line"));
     const int widths[] = {kFileWidth, kLineWidth, kGradeWidth, kMendWidth, kMendWidth};
     for (int column = 0; column < static_cast<int>(std::size(widths)); ++column)
-        list->setColumnWidth(column, widths[column]);
+        list->setColumnWidth(column, WidthForLetters(*list, widths[column]));
     list->header()->setStretchLastSection(false);
     list->header()->setSectionResizeMode(kWordsColumn, QHeaderView::Stretch);
     return list;
@@ -80,7 +81,7 @@ frmCheckDatabase::frmCheckDatabase(CheckOperations operations, Path appPath, QWi
       timer_(new QTimer(this)) {
     setObjectName(QStringLiteral("frmCheckDatabase"));
     setWindowTitle(QStringLiteral("Check Database"));
-    resize(kWindow);
+    resize(QSize(WidthForLetters(*this, kWindow.width()), kWindow.height()).boundedTo(RoomOnScreen(*this)));
     told_->setObjectName(QStringLiteral("lblTold"));
     told_->setWordWrap(true);
     told_->setTextFormat(Qt::PlainText);
