@@ -98,10 +98,10 @@ Failure FileChange::Write(const Path& path, std::string_view bytes) {
         if (error == std::errc::file_exists && tried < kMostTries) continue;
         if (error) return NotWritten(path, error);
         if (found != stagedAt_.end()) {
-            staged_[found->second].temporary = temporary;
+            staged_[found->second].temporary = temporary.native();
         } else {
             stagedAt_.emplace(target.path.native(), staged_.size());
-            staged_.push_back({target.path, temporary, !target.exists});
+            staged_.push_back({target.path.native(), temporary.native(), !target.exists});
         }
         return {};
     }
@@ -126,7 +126,7 @@ Failure FileChange::Delete(const Path& path) {
 
 Path FileChange::Where(const Path& path) const {
     const auto found = stagedAt_.find(path.native());
-    return found == stagedAt_.end() ? path : staged_[found->second].temporary;
+    return found == stagedAt_.end() ? path : Path(staged_[found->second].temporary);
 }
 
 Failure FileChange::WillGrow(const Path& path) {
@@ -325,7 +325,7 @@ Failure FileChange::PutInPlace() {
     const bool hasList = !journal_.empty();
     for (Staged& file : staged_) {
         if (!hasList) {
-            const Path former = file.temporary.native() + "o";
+            const std::string former = file.temporary + "o";
             if (::link(file.path.c_str(), former.c_str()) == 0) file.former = former;
         }
         if (::rename(file.temporary.c_str(), file.path.c_str()) != 0)
@@ -340,7 +340,7 @@ Failure FileChange::PutInPlace() {
 
 Failure FileChange::SyncFolders() const {
     std::set<Path> folders;
-    for (const Staged& file : staged_) folders.insert(file.path.parent_path());
+    for (const Staged& file : staged_) folders.insert(Path(file.path).parent_path());
     for (const std::string& path : deleted_) folders.insert(Path(path).parent_path());
     std::string_view before;
     for (const auto& [path, grown] : grown_) {

@@ -93,12 +93,14 @@ class FileChange {
     };
 
   private:
+    // Names as texts: a path takes ten times the memory, and an import prepares some hundred thousand files.
     struct Staged {
-        Path path;
-        Path temporary;      // empty once the file is to be deleted instead
-        bool isNew = false;  // there was no file
+        std::string path;
+        std::string temporary;  // empty once the file is to be deleted instead
+        bool isNew = false;     // there was no file
         bool isInPlace = false;
-        Path former = {};  // without a list: a second name of the old file, until the folders are flushed
+        std::string former =
+            {};  // without a list: a second name of the old file, until the folders are flushed
     };
 
     Failure OpenJournal();

@@ -12,7 +12,7 @@ namespace brantlow {
 
 // What is worked on ahead of the caller, and with it the memory, is bounded.
 inline constexpr std::size_t kReadAhead = 16;
-// As many threads as the machine has processors, none beside the caller's for a few files.
+// As many threads as suit the machine's processors and the bundle, none beside the caller's for a few files.
 inline constexpr std::size_t kHelpersOfMachine = static_cast<std::size_t>(-1);
 
 struct BundleReading {

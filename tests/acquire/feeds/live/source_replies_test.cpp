@@ -337,6 +337,32 @@ TEST_F(SourceReplies, PagesThatRepeatEnd) {
     EXPECT_EQ(requests.size(), 2u);
 }
 
+TEST_F(SourceReplies, PagesThatNeverEndAreGivenUp) {
+    hosts = SourceHosts::Parse("Limit.massive=100000/1\n");
+    web.answer = [this](const ServiceRequest& request) {
+        requests.push_back(request);
+        const std::string next = "https://api.massive.com/v2/more?cursor=" + std::to_string(requests.size());
+        return Answer(200, R"({"status":"OK","results":[],"next_url":")" + next + "\"}");
+    };
+    const TickerAnswer answer = AskFor("massive", "KO");
+    EXPECT_EQ(answer.outcome.result, SourceResult::ChangedFormat);
+    EXPECT_EQ(answer.outcome.words, "its pages do not end");
+    EXPECT_EQ(requests.size(), 500u);
+}
+
+TEST_F(SourceReplies, AReplyThatGrowsAndGrowsIsNotRead) {
+    const std::string rows =
+        R"({"status":"OK","results":[{"v":1,"o":1,"c":2,"h":3,"l":1,"t":1795064400000}])";
+    constexpr std::size_t kMost = 6 * 1024 * 1024;
+    Reply(rows + std::string(kMost - rows.size() - 1, ' ') + "}");
+    EXPECT_TRUE(AskFor("massive", "KO").outcome.Done());
+    Reply(rows + std::string(kMost - rows.size(), ' ') + "}");
+    const TickerAnswer answer = AskFor("massive", "KO");
+    EXPECT_EQ(answer.outcome.result, SourceResult::ChangedFormat);
+    EXPECT_EQ(answer.outcome.words, "the reply is longer than 6291456 bytes");
+    EXPECT_TRUE(answer.bars.bars.empty());
+}
+
 TEST_F(SourceReplies, BehindAnOverrideThePagesStayThere) {
     hosts = SourceHosts::Parse("Source.massive=http://127.0.0.1:8080\n");
     Reply({Answer(200, R"({"status":"OK","results":[],"next_url":"http://127.0.0.1:8080/v2/more"})"),
