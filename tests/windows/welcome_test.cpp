@@ -1,5 +1,6 @@
 // The page of a frame in which no window stands: the tables to go on with and the ways to begin.
 #include <QMdiSubWindow>
+#include <QMenuBar>
 #include <QPushButton>
 
 #include "shell/frame/windows/frmHelp.h"
@@ -47,6 +48,32 @@ class WelcomeTest : public QObject {
         QCOMPARE(Offered(program), QStringList());
         QVERIFY(!program.Find<QPushButton>("cmdWelcomeUpdate")->isVisible());
         QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+    }
+
+    // Where two have one letter the first press of it chooses neither.
+    void noLetterOfThePageIsOneOfTheMenu() {
+        Program program;
+        program.Start("Practice.ddq");
+        QStringList words;
+        for (const QAction* action : program.frame->menuBar()->actions()) words << action->text();
+        for (const QPushButton* button : Page(program).findChildren<QPushButton*>()) words << button->text();
+        QStringList letters;
+        for (const QString& text : words) {
+            const QString letter = QKeySequence::mnemonic(text).toString();
+            QVERIFY2(letter.isEmpty() || !letters.contains(letter), qPrintable(text));
+            letters << letter;
+        }
+        QVERIFY(letters.contains(QStringLiteral("Alt+Q")));
+    }
+
+    void enterPressesTheButtonWithTheFocus() {
+        Program program;
+        program.Start("Practice.ddq");
+        auto* button = Page(program).findChild<QPushButton*>(QStringLiteral("cmdWelcomePractice"));
+        button->setFocus();
+        QTest::keyClick(button, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QVERIFY(program.frame->QuoteForm());
     }
 
     void anotherMissingTableIsToldStill() {

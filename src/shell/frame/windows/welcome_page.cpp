@@ -41,7 +41,7 @@ struct Way {
     const char* icon;
     std::string_view command;
 };
-constexpr Way kOpenWay = {"cmdWelcomeOpen", "&Open a Quote File...",
+constexpr Way kOpenWay = {"cmdWelcomeOpen", "Open a &Quote File...",
                           "Choose an end of day quote file (Ctrl+O)", "open-quotes", "mnuFileOpenQuotesDB"};
 constexpr Way kNewWay = {"cmdWelcomeNew", "&New Quote File", "Begin a list of tickers of your own (Ctrl+N)",
                          "new", "mnuFileNewEODQuoteFile"};
@@ -117,6 +117,8 @@ WelcomePage::WelcomePage(WelcomeActions actions, QWidget* parent)
 QPushButton* WelcomePage::AddButton(QVBoxLayout& column, const char* name, const QString& words,
                                     std::function<void()> press) {
     auto* button = new QPushButton(words);
+    // The page is no dialog, where Enter would press it by itself.
+    button->setAutoDefault(true);
     button->setObjectName(Name(name));
     button->setFlat(true);
     button->setIconSize({kButtonPixels, kButtonPixels});
