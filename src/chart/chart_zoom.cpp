@@ -128,13 +128,14 @@ void ChartZoom::ForgetHistory() {
 
 ChartZoom::Reading ChartZoom::NextReading() const {
     const HistorySource source = HistoryOf(own_.session);
-    return {source.QuoteFolder, source.clock,
+    return {source.QuoteFolder, source.clock.Today(),
             own_.chart.LastDay ? std::optional<Date>(*own_.chart.LastDay) : source.lastDay,
             own_.chart.SelectorTicker, IntervalOf(own_.chart.ChartTimeFrame)};
 }
 
 std::unique_ptr<ChartZoom::History> ChartZoom::Reading::Read() const {
     auto history = std::make_unique<History>();
+    const FixedClock clock(today);
     const HistorySource source{quoteFolder, clock, lastDay};
     history->failure = LoadWholeHistory(source, ticker, interval, history->series);
     return history;

@@ -78,10 +78,11 @@ class ChartZoom {
         WorkingSeries series;
         Failure failure;
     };
-    // What is to be read, apart from the session.
+    // What is to be read, apart from the session and its clock: a closed chart may outlive them by its
+    // reading.
     struct Reading {
         std::string quoteFolder;
-        const Clock& clock;
+        Date today;
         std::optional<Date> lastDay;
         std::string ticker;
         Interval interval;

@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+#include <thread>
+
 #include "chart/paint_fixture.h"
 #include "support/session_fixture.h"
 
@@ -214,6 +217,35 @@ TEST_F(ZoomTest, WhatWasReadAheadIsNotReadAgain) {
     EXPECT_EQ(FirstShown(), 1);
     EXPECT_EQ(LastShown(), 279);
     EXPECT_THAT(person.said, ::testing::IsEmpty());
+}
+
+// Tells when another thread asks for the day.
+class ClockOfOneThread final : public Clock {
+  public:
+    Date Today() const override {
+        if (std::this_thread::get_id() != own_) ++askedElsewhere;
+        return std::chrono::year{2024} / 3 / 15;
+    }
+    double SecondsSinceMidnight() const override { return 0; }
+    mutable std::atomic<int> askedElsewhere{0};
+
+  private:
+    std::thread::id own_ = std::this_thread::get_id();
+};
+
+TEST_F(ZoomTest, ReadingAheadAsksNothingOfTheSession) {
+    const ClockOfOneThread watched;
+    Session other{folder.Get(), watched, person};
+    other.settings = session.settings;
+    WriteBars("ABC", 1000);
+    ChartContext shown{other, analysis, chart};
+    StartChart(shown, {"ABC"}, "");
+    ChartZoom reading{shown};
+    reading.ReadAhead();
+    reading.AwaitReading();
+    EXPECT_EQ(watched.askedElsewhere, 0);
+    reading.PanToOldest();
+    EXPECT_EQ(reading.Span().back + reading.Span().count, 1000U);
 }
 
 TEST_F(ZoomTest, WhatWasReadAheadOfAnotherTickerIsForgotten) {
