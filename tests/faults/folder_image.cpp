@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <nlohmann/json.hpp>
 #include <set>
 
 #include "base/text.h"
@@ -60,10 +61,33 @@ bool IsTableBetween(const std::string& before, const std::string& after, const s
            });
 }
 
+// What is known of some of the tickers' histories: each entry is one of before or after, none is lost that
+// both have.
+bool IsTickersBetween(const std::string& before, const std::string& after, const std::string& now) {
+    const auto parse = [](const std::string& text) { return nlohmann::json::parse(text, nullptr, false); };
+    const nlohmann::json old = parse(before);
+    const nlohmann::json fresh = parse(after);
+    const nlohmann::json here = parse(now);
+    if (!here.is_object()) return false;
+    const auto holds = [](const nlohmann::json& document, const std::string& ticker) {
+        return document.is_object() && document.contains(ticker);
+    };
+    for (const auto& [ticker, entry] : here.items()) {
+        const bool isOld = holds(old, ticker) && old[ticker] == entry;
+        if (!isOld && !(holds(fresh, ticker) && fresh[ticker] == entry)) return false;
+    }
+    if (!old.is_object()) return true;
+    const auto tickers = old.items();
+    return std::all_of(tickers.begin(), tickers.end(), [&](const auto& entry) {
+        return !holds(fresh, entry.key()) || holds(here, entry.key());
+    });
+}
+
 bool IsBetween(const std::string& name, const std::string& before, const std::string& after,
                const std::string& now) {
     if (name.ends_with("QuoteList.ddq")) return IsYearFileBetween(before, after, now);
     if (name.starts_with("Quotes/")) return IsYearFileBetween(before, after, now);
+    if (name.ends_with("Source Histories.json")) return IsTickersBetween(before, after, now);
     return name.ends_with(".ddq") && IsTableBetween(before, after, now);
 }
 
