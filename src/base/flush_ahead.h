@@ -1,9 +1,8 @@
 // Flushes a file system while a run still writes to it, so that the flush at the run's end finds little left.
 #pragma once
 
-#include <atomic>
+#include <memory>
 #include <system_error>
-#include <thread>
 
 #include "base/files.h"
 
@@ -11,8 +10,8 @@ namespace brantlow {
 
 class FlushAhead {
   public:
-    FlushAhead() = default;
-    ~FlushAhead() { Finish(); }
+    FlushAhead();
+    ~FlushAhead();
     FlushAhead(const FlushAhead&) = delete;
     FlushAhead& operator=(const FlushAhead&) = delete;
 
@@ -24,9 +23,10 @@ class FlushAhead {
     std::error_code Finish();
 
   private:
-    std::thread thread_;
-    std::atomic<bool> isUnderWay_ = false;
-    std::error_code error_;  // of the thread's, while it is under way
+    // Every file that writes includes this one, and the library's threads cost a compiler more than all of
+    // it.
+    struct Work;
+    std::unique_ptr<Work> work_;
 };
 
 }  // namespace brantlow
