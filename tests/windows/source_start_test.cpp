@@ -78,6 +78,30 @@ void Wait() {
     QCoreApplication::processEvents();
 }
 
+// What the boxes say when a list of these tickers is made with a source that gives no price of them.
+QString SaidWithoutPrices(StartScene& scene, const char* key, const char* tickers) {
+    scene.Open("mnuFileNewMyList");
+    scene.ChooseSource("Prices", "massive");
+    scene.EnterKey(key);
+    scene.Type(tickers);
+    QStringList said;
+    DialogHand hand([&](QDialog& dialog) {
+        if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
+            said << box->text();
+            PressButton(dialog, QMessageBox::Ok);
+        }
+    });
+    scene.Create();
+    Wait();
+    return said.join(QLatin1Char('|'));
+}
+
+QString NoPrice(const std::string& reason) {
+    return QString::fromStdString("No price came for this table. " + reason +
+                                  ".\r\n\r\nA click on the line in the status bar shows what became of each "
+                                  "ticker. Settings, Quote Sources, tries a source.");
+}
+
 }  // namespace
 
 class SourceStartTest : public QObject {
@@ -313,24 +337,28 @@ class SourceStartTest : public QObject {
 
     void aKeyThatIsRefusedIsToldAndShowsNoChart() {
         StartScene scene;
-        scene.Open("mnuFileNewMyList");
-        scene.ChooseSource("Prices", "massive");
-        scene.EnterKey("wrong");
-        scene.Type("CL NFLX");
-        QStringList said;
-        DialogHand hand([&](QDialog& dialog) {
-            if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
-                said << box->text();
-                PressButton(dialog, QMessageBox::Ok);
-            }
-        });
-        scene.Create();
-        Wait();
-        QCOMPARE(said.size(), 1);
-        QVERIFY2(said.constFirst().startsWith(QStringLiteral("No price came for this table.")),
-                 qPrintable(said.constFirst()));
+        QCOMPARE(SaidWithoutPrices(scene, "wrong", "CL NFLX"),
+                 NoPrice("Massive: bad key: Unknown API Key; nothing was changed"));
         QVERIFY(!scene.frame->GraphForm());
         QVERIFY2(scene.Line().contains(QStringLiteral("Unknown API Key")), qPrintable(scene.Line()));
+    }
+
+    void aSourceThatWantsToBeLeftAloneIsToldWithItsTime() {
+        StartScene scene;
+        const double until = SystemSourceTime().now() + 3 * 86400;
+        SourceState(scene.session.DataFolder(), SystemSourceTime())
+            .Block("massive", until, 900, "not so fast");
+        QCOMPARE(SaidWithoutPrices(scene, "any", "CL NFLX"),
+                 NoPrice("Massive: rate limited (by the hour, not before " + MomentText(until) +
+                         "): not so fast; nothing was changed"));
+        QVERIFY(!scene.frame->GraphForm());
+    }
+
+    void tickersThatNobodyKnowsAreNamed() {
+        StartScene scene;
+        QCOMPARE(SaidWithoutPrices(scene, "any", "ZZZZ QQQQ"),
+                 NoPrice("0 of 2 from Massive, 2 tickers unknown: ZZZZ, QQQQ"));
+        QVERIFY(!scene.frame->GraphForm());
     }
 
     void thePracticeTableAndAFileThatIsThereLeadToAChart() {

@@ -129,8 +129,9 @@ struct FrameHands {
     // is asked for where there is none.
     std::function<void(const QString& title, const std::function<int(QPagedPaintDevice&)>& paint)>
         printPages = {};
-    // Fetches the histories of the open table's tickers, then their quotes of the day, each told as always.
-    std::function<Filling()> fillTable = {};
+    // Fetches the histories of the open table's tickers, then their quotes of the day, each told as always;
+    // `histories` takes what the first of the two told.
+    std::function<Filling(RunReport& histories)> fillTable = {};
     // Leads to a first table and its chart, as the welcome page does.
     std::function<void(StartWay)> begin = {};
     // Runs the entry of this name.

@@ -36,8 +36,8 @@ FrameSubjects::FrameSubjects(const Start& start)
     };
     hands.openNamed = [this](const std::string& name) { file.OpenNamed(name); };
     hands.openQuoteFile = [this](const Path& path) { drops.OpenQuoteFile(path); };
-    hands.fillTable = [this] {
-        const Filling filling = longRuns.Populate();
+    hands.fillTable = [this](RunReport& histories) {
+        const Filling filling = longRuns.Populate(histories);
         if (filling != Filling::Done) return filling;
         return updates.Update() ? Filling::Done : Filling::Ended;
     };

@@ -99,7 +99,10 @@ void RunCommands::PopulateTickers() {
         dialog->ShowSource(form->Table().TickerCount(), frame_.web);
     }
     QObject::connect(dialog, &QDialog::finished, dialog, &QObject::deleteLater);
-    QObject::connect(dialog, &frmPopulate::PopulateAsked, &frame_.window, [this] { Populate(); });
+    QObject::connect(dialog, &frmPopulate::PopulateAsked, &frame_.window, [this] {
+        RunReport report;
+        Populate(report);
+    });
     dialog->open();
 }
 
@@ -109,14 +112,15 @@ bool RunCommands::MayReplace(const std::vector<std::string>& tickers, std::strin
     return frame_.person.AskBeforeLoss(ReplaceQuestion(stored, tickers.size()), kReplaceTitle, verb);
 }
 
-Filling RunCommands::Populate() {
+Filling RunCommands::Populate(RunReport& report) {
     frmQuoteGrid* const form = frame_.table.form();
     if (!form) return Filling::Ended;
     if (!MayReplace(TickersOf(form->Table()), "Populate")) return Filling::Kept;
     frame_.runs.Begin(*form);
     const PopulateRun run = PopulateDatabase(frame_.session, frame_.web, frame_.hosts, form->Table());
     const bool stays = frame_.runs.EndOn(*form);
-    frame_.tell(run.report);
+    report = run.report;
+    frame_.tell(report);
     if (stays && run.error) frame_.person.Say(ChangeSentence("Populate", run.error));
     return stays && !run.stopped ? Filling::Done : Filling::Ended;
 }

@@ -23,8 +23,8 @@ class RunCommands final {
 
     CommandRows Rows();
     // Fills the database for the open table. A person who does not want stored histories to be replaced
-    // keeps them, and nothing is fetched.
-    Filling Populate();
+    // keeps them, and nothing is fetched; `report` takes what a run told.
+    Filling Populate(RunReport& report);
 
   private:
     void StockSelector();

@@ -37,6 +37,13 @@ std::string WhyNotFilled(const PracticeResult& result) {
 constexpr const char* kKeptHistories =
     "The stored histories stay as they are. Update Quotes (F5) fetches the days since then.";
 
+// Of a table for which its histories were asked in vain.
+std::string NoPriceSentence(const RunReport& histories) {
+    return "No price came for this table. " + histories.Line() +
+           ".\r\n\r\nA click on the line in the status bar shows what became of each ticker. Settings, Quote "
+           "Sources, tries a source.";
+}
+
 std::string FillPracticeTable(const Session& session) {
     const std::optional<Path> assets = FindAssets(CurrentStartPlaces().executable);
     if (!assets)
@@ -111,16 +118,11 @@ bool StartCommands::ShowChartOfFirst() {
     return false;
 }
 
-void StartCommands::ShowFirstChart() {
-    if (!frame_.table.form() || ShowChartOfFirst()) return;
-    frame_.person.Say(
-        "No price came for this table. The line in the status bar says why, a click on it shows each ticker. "
-        "Settings, Quote Sources, tries a source.");
-}
-
 void StartCommands::Fill() {
-    const Filling filling = frame_.fillTable();
-    if (filling == Filling::Done) ShowFirstChart();
+    RunReport histories;
+    const Filling filling = frame_.fillTable(histories);
+    const bool isEmpty = filling == Filling::Done && frame_.table.form() && !ShowChartOfFirst();
+    if (isEmpty) frame_.person.Say(NoPriceSentence(histories));
     if (filling == Filling::Kept && ShowChartOfFirst()) frame_.notice(kKeptHistories);
 }
 
@@ -169,7 +171,7 @@ void StartCommands::OpenPractice() {
         if (!failure.empty()) return frame_.person.Say(failure);
     }
     frame_.openNamed(name);
-    if (isNew) ShowFirstChart();
+    if (isNew && frame_.table.form()) ShowChartOfFirst();
 }
 
 void StartCommands::OpenAndUpdate(const std::string& name) {

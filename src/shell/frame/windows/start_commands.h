@@ -37,7 +37,6 @@ class StartCommands final {
     // Opens a table that was just made; with `fills` its histories and quotes are fetched and the chart of
     // its first ticker is shown.
     void Begin(const std::string& name, bool fills);
-    void ShowFirstChart();
     // Shows the chart of the first ticker with a history; false where there is none.
     bool ShowChartOfFirst();
     void OfferHistories();
