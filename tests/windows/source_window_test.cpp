@@ -131,6 +131,43 @@ class SourceWindowTest : public QObject {
         QVERIFY(!scene.IsEnabled("cmdRemoveKey"));
     }
 
+    void theLineBelowTheFieldFollowsTheTyping() {
+        SourcesScene scene;
+        scene.Open();
+        const auto state = [&] { return Part<QLabel>(scene.window, "lblKeyState")->text(); };
+        const auto type = [&](const char* field, const char* text) {
+            QTest::keyClicks(Part<QLineEdit>(scene.window, field), QString::fromLatin1(text));
+        };
+        const QString missing =
+            QStringLiteral("Missing: a paper-trading account at alpaca.markets gives both.");
+        const QString incomplete =
+            QStringLiteral("Cannot be kept yet: the key has two parts, written id:secret.");
+        scene.Select("alpaca");
+        QCOMPARE(state(), missing);
+        type("txtKey", "id");
+        QCOMPARE(state(), incomplete);
+        type("txtSecret", "s");
+        QCOMPARE(state(), QStringLiteral("Entered, not kept yet."));
+        Part<QLineEdit>(scene.window, "txtSecret")->clear();
+        QCOMPARE(state(), incomplete);
+        Part<QLineEdit>(scene.window, "txtKey")->clear();
+        QCOMPARE(state(), missing);
+        type("txtKey", " ");
+        QCOMPARE(state(), missing);
+        type("txtKey", "id:s");
+        scene.Press("cmdSaveKey");
+        QCOMPARE(state(), QStringLiteral("A key is kept in Data/Keys.ini; one that is entered replaces it."));
+        type("txtKey", "id:t");
+        QCOMPARE(state(), QStringLiteral("Entered, not kept yet; it will replace the one in Data/Keys.ini."));
+        scene.Select("sec");
+        QCOMPARE(state(),
+                 QStringLiteral("Missing: your e-mail address, which is sent along with each request."));
+        type("txtKey", "me");
+        QCOMPARE(state(), QStringLiteral("Cannot be kept yet: it wants to be told an e-mail address."));
+        type("txtKey", "@example.org");
+        QCOMPARE(state(), QStringLiteral("Entered, not kept yet."));
+    }
+
     void aPairHasTwoPartsOrIsPastedWhole() {
         SourcesScene scene;
         scene.Open();

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "acquire/feeds/live/source_keys.h"
 #include "base/text.h"
 #include "base/windows/display_text.h"
 
@@ -37,6 +38,15 @@ QString StateText(const SourceDefinition& source, KeyStanding standing) {
     }
 }
 
+// Of what stands in the field and is kept by a button elsewhere.
+QString EntryText(const SourceDefinition& source, KeyStanding standing, const std::string& entry) {
+    const std::string refusal = KeyRefusal(source, entry);
+    if (!refusal.empty()) return QStringLiteral("Cannot be kept yet: %1.").arg(Shown(refusal));
+    return standing == KeyStanding::InFile
+               ? QStringLiteral("Entered, not kept yet; it will replace the one in Data/Keys.ini.")
+               : QStringLiteral("Entered, not kept yet.");
+}
+
 }  // namespace
 
 SourceKeyField::SourceKeyField()
@@ -60,12 +70,15 @@ QLineEdit* SourceKeyField::AddLine(const char* name) {
     auto* line = new QLineEdit;
     line->setObjectName(QString::fromLatin1(name));
     line->setInputMethodHints(Qt::ImhSensitiveData | Qt::ImhNoPredictiveText);
+    connect(line, &QLineEdit::textChanged, this, &SourceKeyField::ShowState);
     connect(line, &QLineEdit::textEdited, this, &SourceKeyField::Entered);
     connect(line, &QLineEdit::returnPressed, this, &SourceKeyField::ReturnPressed);
     return line;
 }
 
 void SourceKeyField::ShowSource(const SourceDefinition& source, KeyStanding standing) {
+    source_ = source;
+    standing_ = standing;
     const KeyKind kind = source.key.kind;
     const KeyWords& words = kKeyWords.at(static_cast<std::size_t>(kind));
     setVisible(kind != KeyKind::None);
@@ -86,7 +99,12 @@ void SourceKeyField::ShowSource(const SourceDefinition& source, KeyStanding stan
     second_->setToolTip(first_->toolTip());
     first_->setAccessibleName(title + QLatin1Char(' ') + QString::fromLatin1(words.first));
     second_->setAccessibleName(title + QLatin1Char(' ') + QString::fromLatin1(words.second));
-    state_->setText(StateText(source, standing));
+    ShowState();
+}
+
+void SourceKeyField::ShowState() {
+    const std::string entry = Entry();
+    state_->setText(entry.empty() ? StateText(source_, standing_) : EntryText(source_, standing_, entry));
 }
 
 bool SourceKeyField::HasEntry() const {

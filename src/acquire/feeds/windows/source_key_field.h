@@ -18,6 +18,7 @@ class SourceKeyField final : public QWidget {
     SourceKeyField();
 
     // Empties the field and tells how it stands with this source's key; it hides for one that needs none.
+    // What is told follows the typing.
     void ShowSource(const SourceDefinition& source, KeyStanding standing);
     bool HasEntry() const;
     // Writes what was entered and empties the field; a sentence where it cannot be kept, else empty. Without
@@ -31,12 +32,16 @@ class SourceKeyField final : public QWidget {
 
   private:
     std::string Entry() const;
+    void ShowState();
     QLineEdit* AddLine(const char* name);
 
     QLabel* words_;
     QLineEdit* first_;
     QLineEdit* second_;
     QLabel* state_;
+    // The source that is shown: its definition may be read again while the field is typed into.
+    SourceDefinition source_;
+    KeyStanding standing_ = KeyStanding::NotNeeded;
 };
 
 }  // namespace brantlow
