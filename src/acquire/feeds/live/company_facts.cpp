@@ -218,10 +218,9 @@ namespace {
 // What a company's year says at a price, in the arrays of a row.
 void TakeYear(const CompanyYear& year, std::size_t row, QuoteArrays& rows) {
     constexpr double kMillion = 1e6;
-    constexpr int kDecimals = 5;
     const double price = LeadingNumber(rows.LastPrices[row]);
     const auto put = [&](std::string& cell, std::optional<double> value) {
-        if (cell.empty() && value) cell = ShortestNumber(RoundDecimals(*value, kDecimals));
+        if (cell.empty() && value) cell = ShortestNumber(RoundDecimals(*value, kShareDecimals));
     };
     put(rows.EpsTtm[row], year.earningsPerShare);
     put(rows.Dividends[row], year.dividends);

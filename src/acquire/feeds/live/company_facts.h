@@ -18,6 +18,9 @@ namespace brantlow {
 // What was worked out of filings is kept here for the day, with the end of its period.
 inline constexpr const char* kSourceFactsName = "Source Facts.json";
 
+// Of the figures of a share in a table's cells.
+inline constexpr int kShareDecimals = 5;
+
 struct CompanyYear {
     SourceOutcome outcome;
     std::optional<double> earningsPerShare;

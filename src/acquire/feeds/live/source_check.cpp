@@ -117,13 +117,15 @@ void CheckFundamentals(SourceWorld& world, SourceClient& client, const std::stri
     if (!year.outcome.Done()) return;
     checked.words =
         "twelve months to " + (year.end ? FormatIsoDate(*year.end) : std::string("an unknown day"));
-    const auto add = [&](std::string_view name, const std::optional<double>& value) {
-        if (value) checked.rows.push_back(fmt::format("{} {}", name, ShortestNumber(*value)));
+    const auto add = [&](std::string_view name, const std::optional<double>& value, int decimals) {
+        if (!value) return;
+        checked.rows.push_back(fmt::format("{} {}", name, ShortestNumber(RoundDecimals(*value, decimals))));
     };
-    add("earnings a share", year.earningsPerShare);
-    add("sales", year.sales);
-    add("shares", year.shares);
-    add("dividends a share", year.dividends);
+    // As the cells of a table hold them; sums of filed quarters carry the digits of their addition.
+    add("earnings a share", year.earningsPerShare, kShareDecimals);
+    add("sales", year.sales, 0);
+    add("shares", year.shares, 0);
+    add("dividends a share", year.dividends, kShareDecimals);
 }
 
 void Ask(SourceWorld& world, SourceClient& client, const std::string& ticker, SourceChecked& checked) {

@@ -1,11 +1,14 @@
 // Further replies that the services document, each in its recorded form: a whole market's day, splits, lists
 // of symbols, filings, and what every source must take for no reply at all. Numbers are made up.
+#include <gmock/gmock.h>
+
 #include <array>
 #include <map>
 
 #include "acquire/feeds/live/company_facts.h"
 #include "acquire/feeds/live/live_asking.h"
 #include "acquire/feeds/live/live_splits.h"
+#include "acquire/feeds/live/source_check.h"
 #include "acquire/feeds/live/source_fixture.h"
 #include "base/numbers.h"
 
@@ -415,6 +418,18 @@ TEST_F(Filings, TagsThatWereNeverUsedGiveWayToTheNext) {
     EXPECT_NE(std::find(requests[1].headers.begin(), requests[1].headers.end(),
                         "User-Agent: Brantlow me@example.org"),
               requests[1].headers.end());
+}
+
+// Four quarters of 796908652.8 add up to 3187634611.2, those of 0.1 to more digits than a share has.
+TEST_F(Filings, TheTrialShowsFiguresAsATableHoldsThem) {
+    pages["us-gaap/EarningsPerShareDiluted.json"] = Quarters("USD/shares", 0.1000011);
+    pages["us-gaap/Revenues.json"] = Quarters("USD", 796908652.8);
+    pages["us-gaap/CommonStockSharesOutstanding.json"] = Quarters("shares", 15000000.4);
+    SourceClient client(world, Source("sec"));
+    const SourceChecked checked = CheckCapability(world, client, Capability::Fundamentals, "AAPL");
+    EXPECT_EQ(checked.words, "twelve months to 2026-09-30");
+    EXPECT_THAT(checked.rows,
+                ::testing::ElementsAre("earnings a share 0.4", "sales 3187634611", "shares 15000000"));
 }
 
 TEST_F(Filings, ClassesAreSpelledWithADashAndShareACompany) {
