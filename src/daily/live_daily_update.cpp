@@ -23,6 +23,7 @@ void Store(const UpdateWork& work, LiveUpdate& live, DayStore& days, DailyUpdate
         return;
     }
     result.database = ImportEndOfDay(work.session, work.table, days);
+    result.database->stored += live.stored;
     result.database->halfLines.insert(result.database->halfLines.end(), halfLines.begin(), halfLines.end());
 }
 

@@ -439,13 +439,19 @@ Failure StoreMissedDays(const LiveSources& sources, LiveUpdate& update, std::vec
     FileChange added(ChangePlaceOf(session), "Missed days told by " + update.report.title,
                      ChangeKeeps::UntilDone);
     const YearGrowth growth = GrowthOfRun(update.missed.size());
+    std::size_t stored = 0;
     for (const MissedDays& missed : update.missed) {
         const std::vector<HistoryRecord> records = PricedRecords(missed.bars);
         fault = AddRecords(session.settings.QuoteFolder, missed.ticker, records, growth, added, halfLines);
         if (fault) break;
+        stored += records.size();
     }
-    if (!fault) return CommitBeside(session, added);
-    fault.isHalfDone = static_cast<bool>(added.TakeBack());
+    if (fault) {
+        fault.isHalfDone = static_cast<bool>(added.TakeBack());
+        return fault;
+    }
+    fault = CommitBeside(session, added);
+    if (!fault) update.stored = stored;
     return fault;
 }
 

@@ -38,6 +38,7 @@ struct LiveUpdate {
     UpdateOutcome outcome;
     LiveReport report;
     std::vector<MissedDays> missed;
+    std::size_t stored = 0;  // missed days that entered the files
     std::vector<AppliedSplit> applied;
 };
 

@@ -95,7 +95,7 @@ TEST_P(LiveWeek, IsPopulatedMissedAndCaughtUpWithItsSplitAndItsAlarm) {
     EXPECT_EQ(CallOn(20, {"alarm", "Mine.ddq", "AMD", "--high", "1"}).status, ExitStatus::Done);
     const CallResult updated = CallOn(20, {"update", "Mine.ddq", "--source", source});
     EXPECT_EQ(updated.status, ExitStatus::Done) << updated.err;
-    EXPECT_THAT(updated.out, StartsWith("Tickers: 4\nQuotes for the database: 3\nDays stored: 3\n"
+    EXPECT_THAT(updated.out, StartsWith("Tickers: 4\nQuotes for the database: 3\nDays stored: 15\n"
                                         "Histories adjusted: 1\nNFLX: split 7 for 1 on 2026-11-18, "));
     EXPECT_THAT(updated.out, EndsWith(line + "unknown\n"));
     EXPECT_THAT(updated.err, Not(HasSubstr("terms")));

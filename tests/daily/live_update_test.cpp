@@ -44,6 +44,7 @@ TEST_F(MissedDaysTest, EnterTheFilesOfTheirYears) {
     EXPECT_EQ(Read(lastYear), LineOfDay("12/30/25", 10) + LineOfDay("12/31/25", 11));
     EXPECT_EQ(Read(thisYear), LineOfDay("01/02/26", 12));
     EXPECT_TRUE(halfLines.empty());
+    EXPECT_EQ(update.stored, 2U);
     // They are in the database as the day behind them will be: nothing of their own to undo.
     EXPECT_TRUE(FileNamesIn(folder / "Back Up/Undo").empty());
 }
@@ -52,6 +53,7 @@ TEST_F(MissedDaysTest, ADayWithoutAPriceIsLeftOut) {
     update.missed = {{"KO", {BarOf(DayOf(2026, 1, 2), 12), BarOf(DayOf(2026, 1, 5), 0)}, {}}};
     EXPECT_FALSE(Store());
     EXPECT_EQ(Read(thisYear), LineOfDay("01/02/26", 12));
+    EXPECT_EQ(update.stored, 1U);
 }
 
 TEST_F(MissedDaysTest, AHalfLineIsCutAndTold) {
@@ -72,6 +74,7 @@ TEST_F(MissedDaysTest, OneFileThatCannotBeWrittenLeavesAllAsTheyWere) {
     EXPECT_EQ(fault.file, folder / "Quotes/EOD/PEP.25");
     EXPECT_EQ(fault.cause, std::errc::is_a_directory);
     EXPECT_FALSE(fault.isHalfDone);
+    EXPECT_EQ(update.stored, 0U);
     EXPECT_EQ(Read(lastYear), LineOfDay("12/30/25", 10));
     EXPECT_FALSE(IsRegularFile(folder / thisYear));
 }
