@@ -23,6 +23,13 @@ constexpr std::array<FailureWords, 6> kFailureWords = {{{FailureKind::Read, "can
                                                         {FailureKind::Make, "cannot be made"},
                                                         {FailureKind::Lock, "cannot be locked"}}};
 
+// Of a file that another program changed and that the person would not have written over.
+constexpr std::string_view kLeftWords = "was not saved and stays as the other program left it";
+
+bool IsLeftToOthers(const Failure& failure) {
+    return failure.kind == FailureKind::Write && failure.cause == std::errc::operation_canceled;
+}
+
 std::string_view WordsOf(FailureKind kind) {
     for (const FailureWords& row : kFailureWords) {
         if (row.kind == kind) return row.words;
@@ -59,10 +66,11 @@ std::string Sentence(const Failure& failure) {
     if (!failure) return {};
     std::string sentence = failure.file.string();
     if (failure.line > 0) sentence += ", line " + std::to_string(failure.line);
-    const std::string_view words = WordsOf(failure.kind);
+    const bool isLeft = IsLeftToOthers(failure);
+    const std::string_view words = isLeft ? kLeftWords : WordsOf(failure.kind);
     if (!sentence.empty() && !(words.empty() && failure.text.empty())) sentence += ": ";
     sentence += words;
-    if (failure.cause) sentence += " (" + failure.cause.message() + ")";
+    if (failure.cause && !isLeft) sentence += " (" + failure.cause.message() + ")";
     if (!words.empty() && !failure.text.empty()) sentence += "; ";
     return sentence + failure.text;
 }

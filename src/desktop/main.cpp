@@ -83,7 +83,10 @@ std::optional<int> WaitForOpenWindow(const Path& appPath, FolderLock& lock) {
     // It has no windows that a signal could close in order.
     for (const int end : {SIGTERM, SIGINT, SIGHUP}) std::signal(end, SIG_DFL);
     if (lock.Holder().IsWindow()) {
-        if (const std::optional<int> status = HandOverDailyRun(appPath)) return status;
+        if (const std::optional<HandoverAnswer> answer = HandOverDailyRun(appPath)) {
+            if (!answer->sentence.empty()) std::cerr << answer->sentence << std::endl;
+            return answer->status;
+        }
         CloseWindowsOnEndSignals();
         if (TakesFolder(appPath, lock)) return std::nullopt;
     }

@@ -35,6 +35,16 @@ TEST(Failure, NamesTheFileTheAttemptAndTheCause) {
     }
 }
 
+TEST(Failure, SaysOfADeclinedSaveThatTheFileStaysAsItIs) {
+    const std::error_code declined = std::make_error_code(std::errc::operation_canceled);
+    EXPECT_EQ(CannotBeSaved("Mine.ddq", declined),
+              "Mine.ddq: was not saved and stays as the other program left it");
+    EXPECT_EQ(
+        ChangeSentence("The edit", FailedTo(FailureKind::Write, "/d/Mine.ddq", declined)),
+        "The edit failed: /d/Mine.ddq: was not saved and stays as the other program left it; nothing was "
+        "changed");
+}
+
 TEST(Failure, TakesWhatTheLayersAdd) {
     const Failure failure =
         FailedTo(FailureKind::Read, "Import.Txt", kFull).Of("KO").Of("ADBE").About("it stays").About("no");

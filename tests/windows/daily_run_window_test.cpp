@@ -108,10 +108,10 @@ class DailyRunWindowTest : public QObject {
             program.clock.Set(kTestDay, kHalfPastFour - 120);
             program.StartMine();
             program.frame->Subjects().daily.WaitForDailyRun();
-            std::optional<int> status;
+            std::optional<HandoverAnswer> answer;
             std::atomic<bool> isOver = false;
             std::thread copy([&] {
-                status = HandOverDailyRun(program.session.AppPath);
+                answer = HandOverDailyRun(program.session.AppPath);
                 isOver = true;
             });
             // The copy is connected once the window has taken it in; its run comes at the minute.
@@ -121,24 +121,82 @@ class DailyRunWindowTest : public QObject {
                 program.LookAtClock(kTestDay, std::min(second += 1, kHalfPastFour + 300));
             }
             copy.join();
-            QVERIFY(status);
-            QCOMPARE(*status, fails ? 1 : 0);
+            QVERIFY(answer == HandoverAnswer{fails ? 1 : 0});
             QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
         }
+    }
+
+    // The settings stand open over the minute; the copy comes meanwhile.
+    void aCopyThatADialogHoldsUpWaitsAnHourAndTheRunIsMadeUpAfterwards() {
+        UpdateProgram program(Daily());
+        program.clock.Set(kTestDay, kHalfPastFour - 120);
+        program.StartMine();
+        program.frame->Subjects().daily.WaitForDailyRun();
+        std::optional<HandoverAnswer> answer;
+        std::atomic<bool> isOver = false;
+        std::thread copy;
+        DialogHand hand([&](QDialog& dialog) {
+            copy = std::thread([&] {
+                answer = HandOverDailyRun(program.session.AppPath);
+                isOver = true;
+            });
+            QTRY_VERIFY(program.frame->Subjects().daily.HasWaitingCopies());
+            program.LookAtClock(kTestDay, kHalfPastFour - 60, kHalfPastFour + kHeldUpSeconds);
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+            QVERIFY(!isOver);
+            program.LookAtClock(kTestDay, kHalfPastFour + kHeldUpSeconds);
+            while (!isOver) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+            QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{0});
+            dialog.reject();
+        });
+        program.frame->Run("mnuSettingsApplication");
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        if (copy.joinable()) copy.join();
+        QVERIFY((answer == HandoverAnswer{1, std::string(kRunIsHeldUp)}));
+        program.LookAtClock(kTestDay, kHalfPastFour + kHeldUpSeconds + 1,
+                            kHalfPastFour + kHeldUpSeconds + 90);
+        QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
+    }
+
+    void aCopyOverADialogThatClosesInTimeEndsWithTheStatusOfTheRun() {
+        UpdateProgram program(Daily());
+        program.clock.Set(kTestDay, kHalfPastFour - 120);
+        program.StartMine();
+        program.frame->Subjects().daily.WaitForDailyRun();
+        std::optional<HandoverAnswer> answer;
+        std::atomic<bool> isOver = false;
+        std::thread copy;
+        DialogHand hand([&](QDialog& dialog) {
+            copy = std::thread([&] {
+                answer = HandOverDailyRun(program.session.AppPath);
+                isOver = true;
+            });
+            QTRY_VERIFY(program.frame->Subjects().daily.HasWaitingCopies());
+            program.LookAtClock(kTestDay, kHalfPastFour - 60, kHalfPastFour + 1800);
+            dialog.reject();
+        });
+        program.frame->Run("mnuSettingsApplication");
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        QVERIFY(!isOver);
+        program.LookAtClock(kTestDay, kHalfPastFour + 1801, kHalfPastFour + 1900);
+        while (!isOver) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        copy.join();
+        QVERIFY(answer == HandoverAnswer{0});
+        QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
     }
 
     void aCopyWithoutAChosenMinuteEndsAtOnce() {
         UpdateProgram program;
         program.StartMine();
-        std::optional<int> status;
+        std::optional<HandoverAnswer> answer;
         std::atomic<bool> isOver = false;
         std::thread copy([&] {
-            status = HandOverDailyRun(program.session.AppPath);
+            answer = HandOverDailyRun(program.session.AppPath);
             isOver = true;
         });
         while (!isOver) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
         copy.join();
-        QCOMPARE(status, std::optional(0));
+        QVERIFY(answer == HandoverAnswer{0});
         QVERIFY(program.web.Addresses.empty());
     }
 

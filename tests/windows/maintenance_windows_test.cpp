@@ -176,6 +176,7 @@ class MaintenanceWindowsTest : public QObject {
         click();
         QCOMPARE(program.At("Quotes/EOD/AAA.26"), std::string(kRecord));
         QCOMPARE(program.Message(), QStringLiteral("Undone: Remove Last Update"));
+        QCOMPARE(program.Find<QLabel>("Panel1")->text(), QStringLiteral(" Undone: Remove Last Update"));
         QCOMPARE(words(), QStringLiteral("Redo Remove Last Update"));
         click();
         QCOMPARE(program.At("Quotes/EOD/AAA.26"), std::string());

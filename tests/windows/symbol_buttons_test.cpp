@@ -125,6 +125,29 @@ class SymbolButtonsTest : public QObject {
         QCOMPARE(program.Box("Text1")->hasFocus(), true);
     }
 
+    void aNoToWritingOverAnothersChangeSaysThatTheTableWasNotSaved() {
+        for (const char* const button : {"CmdAlarm", "CmdAdd", "CmdDelete"}) {
+            EditProgram program("5", "Automatic Save");
+            program.Write("Jan.ddq", "Ticker Symbol\r\nZZZ\r\n");
+            QStringList told;
+            DialogHand hand([&](QDialog& dialog) {
+                if (dialog.objectName() == QStringLiteral("frmDeleteQuoteDataBase"))
+                    return dialog.findChild<QPushButton*>(QStringLiteral("Command2"))->click();
+                auto* const box = qobject_cast<QMessageBox*>(&dialog);
+                QVERIFY2(box, button);
+                told << box->text();
+                PressButton(dialog, told.size() == 1 ? QMessageBox::No : QMessageBox::Ok);
+            });
+            program.Type(button == std::string_view("CmdAdd") ? "ABC" : "T2", "60");
+            program.Click(button);
+            QCOMPARE(told, QStringList({QStringLiteral("Jan.ddq was changed by another program since it was "
+                                                       "opened. Do you want to write over those changes?"),
+                                        QStringLiteral("Jan.ddq: was not saved and stays as the other "
+                                                       "program left it")}));
+            QCOMPARE(program.Read("Jan.ddq"), std::string("Ticker Symbol\r\nZZZ\r\n"));
+        }
+    }
+
     void theFrameIsShutButAliveWhileTheHistoryComes() {
         EditProgram program;
         QString word;

@@ -16,6 +16,15 @@ constexpr double kSecondsPerDay = 86400;
 
 }  // namespace
 
+Moment MomentOf(const Clock& clock) {
+    return {clock.Today(), clock.SecondsSinceMidnight()};
+}
+
+double SecondsBetween(const Moment& from, const Moment& to) {
+    const auto days = std::chrono::sys_days(to.day) - std::chrono::sys_days(from.day);
+    return static_cast<double>(days.count()) * kSecondsPerDay + to.seconds - from.seconds;
+}
+
 bool WaitsForDailyRun(const SettingsTables& settings) {
     return Known(settings, kCollection) != DataCollection::Never;
 }
@@ -34,22 +43,20 @@ bool DailyRun::Poll(const SettingsTables& settings, const Clock& clock) {
         lastLook_.reset();
         return false;
     }
-    const Moment now{clock.Today(), clock.SecondsSinceMidnight()};
+    const Moment now = MomentOf(clock);
     if (!PollStart_) {
         PollStart_ = now;
         lastLook_ = now;
         lastChosen_ = DailyRunMinute(settings);
     }
-    const auto days = std::chrono::sys_days(now.day) - std::chrono::sys_days(PollStart_->day);
-    const double elapsed =
-        static_cast<double>(days.count()) * kSecondsPerDay + now.seconds - PollStart_->seconds;
+    const double elapsed = SecondsBetween(*PollStart_, now);
     if (elapsed >= 0 && elapsed < kPollSeconds && !isAskedFor_) return false;
     PollStart_ = now;
     return CheckDailyRun(settings, clock);
 }
 
 bool DailyRun::CheckDailyRun(const SettingsTables& settings, const Clock& clock) {
-    const Moment now{clock.Today(), clock.SecondsSinceMidnight()};
+    const Moment now = MomentOf(clock);
     const std::optional<int> chosen = DailyRunMinute(settings);
     const std::optional<Moment> before = std::exchange(lastLook_, now);
     const bool isSameChoice = std::exchange(lastChosen_, chosen) == chosen;
@@ -70,8 +77,14 @@ DailyRun::Today DailyRun::AskForToday(const SettingsTables& settings, const Cloc
     const std::optional<int> chosen = DailyRunMinute(settings);
     if (!chosen) return Today::NotChosen;
     if (lastRun_ == Minute{clock.Today(), *chosen}) return Today::Over;
-    isAskedFor_ = clock.SecondsSinceMidnight() >= *chosen * kSecondsPerMinute;
+    isAskedFor_ = IsDue(settings, clock);
     return Today::Comes;
+}
+
+bool DailyRun::IsDue(const SettingsTables& settings, const Clock& clock) const {
+    const std::optional<int> chosen = DailyRunMinute(settings);
+    return chosen && clock.SecondsSinceMidnight() >= *chosen * kSecondsPerMinute &&
+           lastRun_ != Minute{clock.Today(), *chosen};
 }
 
 bool TurnOnDailyRun(std::string_view hour, std::string_view minute, SettingsTables& settings) {

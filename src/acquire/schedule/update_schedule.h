@@ -22,6 +22,16 @@ bool WaitsForDailyRun(const SettingsTables& settings);
 // hold an hour and a minute. "09", "9" and " 9" are one hour.
 std::optional<int> DailyRunMinute(const SettingsTables& settings);
 
+// A day and the seconds since its midnight.
+struct Moment {
+    Date day;
+    double seconds;
+    auto operator<=>(const Moment&) const = default;
+};
+Moment MomentOf(const Clock& clock);
+// Below 0 where `to` is the earlier one.
+double SecondsBetween(const Moment& from, const Moment& to);
+
 class DailyRun {
   public:
     // To be called about once a second while a run could begin. True when it is to begin now: in the chosen
@@ -41,13 +51,10 @@ class DailyRun {
         Comes,      // it begins in its minute, or at the next look where that has passed
     };
     Today AskForToday(const SettingsTables& settings, const Clock& clock);
+    // Whether the minute of today has come and its run has not begun.
+    bool IsDue(const SettingsTables& settings, const Clock& clock) const;
 
   private:
-    struct Moment {
-        Date day;
-        double seconds;
-        auto operator<=>(const Moment&) const = default;
-    };
     struct Minute {
         Date day;
         int minute;

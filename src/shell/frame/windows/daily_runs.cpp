@@ -14,8 +14,9 @@ namespace {
 constexpr int kLookMilliseconds = 1000;
 
 // As the batch tool's exit status has it.
+constexpr int kNothing = 1;
+
 int StatusOf(RunExtent extent) {
-    constexpr int kNothing = 1;
     constexpr int kPartly = 3;
     if (extent == RunExtent::Whole) return 0;
     return extent == RunExtent::Partly ? kPartly : kNothing;
@@ -35,8 +36,23 @@ void DailyRuns::StartClock() {
 
 void DailyRuns::WaitForDailyRun() {
     if (frame_.person.InRun() || QApplication::activeModalWidget() || QApplication::activePopupWidget())
-        return;
+        return KeepCopiesWaiting();
+    heldUpSince_.reset();
     if (today_.Poll(frame_.session.settings, frame_.session.clock)) Run();
+}
+
+void DailyRuns::KeepCopiesWaiting() {
+    const Session& session = frame_.session;
+    if (!HasWaitingCopies()) return heldUpSince_.reset();
+    const Moment now = MomentOf(session.clock);
+    if (!heldUpSince_ && today_.IsDue(session.settings, session.clock)) heldUpSince_ = now;
+    if (!heldUpSince_) return;
+    const double seconds = SecondsBetween(*heldUpSince_, now);
+    // A clock that was set back begins the wait anew.
+    if (seconds < 0) heldUpSince_ = now;
+    if (seconds < kHeldUpSeconds) return;
+    copies_->Done({kNothing, std::string(kRunIsHeldUp)});
+    heldUpSince_.reset();
 }
 
 void DailyRuns::Run() {
@@ -44,7 +60,7 @@ void DailyRuns::Run() {
     lastStatus_ = StatusOf(run_().Extent());
     const std::vector<std::string> unheard = frame_.person.EndUnattended();
     if (!unheard.empty()) frame_.notice(unheard.front());
-    if (copies_) copies_->Done(lastStatus_);
+    if (copies_) copies_->Done({lastStatus_});
 }
 
 std::optional<int> DailyRuns::StatusOfToday() {

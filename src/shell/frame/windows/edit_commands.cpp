@@ -129,7 +129,8 @@ void EditCommands::EditAlarm() {
 }
 
 void EditCommands::TellEdit(const TableEdit& edit) {
-    if (edit.fault) {
+    // The person's own No is no failure of the edit.
+    if (edit.fault && edit.saveError != std::errc::operation_canceled) {
         frame_.person.Say(ChangeSentence("The edit", edit.fault));
     } else if (edit.saveError) {
         frame_.person.Say(CannotBeSaved(frame_.session.CurrentFile, edit.saveError));

@@ -3,6 +3,8 @@
 #include <QCryptographicHash>
 #include <QLocalSocket>
 #include <QStandardPaths>
+#include <algorithm>
+#include <utility>
 
 #include "base/windows/display_text.h"
 
@@ -24,8 +26,9 @@ QString SocketName(const Path& appPath) {
            QString::fromLatin1(hash.left(kHashLetters));
 }
 
-void Answer(QLocalSocket& copy, int status) {
-    copy.write(QByteArray::number(status) + '\n');
+// One line: the status, a blank, the sentence.
+void Answer(QLocalSocket& copy, const HandoverAnswer& answer) {
+    copy.write(QByteArray::number(answer.status) + ' ' + QByteArray::fromStdString(answer.sentence) + '\n');
     copy.flush();
     copy.disconnectFromServer();
 }
@@ -45,27 +48,34 @@ void HandoverServer::TakeCopies() {
     while (QLocalSocket* copy = server_.nextPendingConnection()) {
         connect(copy, &QLocalSocket::disconnected, copy, &QObject::deleteLater);
         if (const std::optional<int> status = status_()) {
-            Answer(*copy, *status);
+            Answer(*copy, {*status});
         } else {
             waiting_.append(copy);
         }
     }
 }
 
-void HandoverServer::Done(int status) {
+void HandoverServer::Done(const HandoverAnswer& answer) {
     for (const QPointer<QLocalSocket>& copy : std::exchange(waiting_, {})) {
-        if (copy) Answer(*copy, status);
+        if (copy) Answer(*copy, answer);
     }
 }
 
-std::optional<int> HandOverDailyRun(const Path& appPath) {
+bool HandoverServer::HasWaiting() const {
+    return std::any_of(waiting_.begin(), waiting_.end(), [](const auto& copy) { return !copy.isNull(); });
+}
+
+std::optional<HandoverAnswer> HandOverDailyRun(const Path& appPath) {
     QLocalSocket window;
     window.connectToServer(SocketName(appPath), QIODevice::ReadOnly);
     if (!window.waitForConnected(kConnectMilliseconds)) return std::nullopt;
     while (!window.canReadLine() && window.waitForReadyRead(-1)) continue;
     bool isNumber = false;
-    const int status = window.readLine().trimmed().toInt(&isNumber);
-    return isNumber ? std::optional(status) : std::nullopt;
+    const QByteArray line = window.readLine().trimmed();
+    const qsizetype end = line.indexOf(' ');
+    const int status = line.first(end < 0 ? line.size() : end).toInt(&isNumber);
+    if (!isNumber) return std::nullopt;
+    return HandoverAnswer{status, end < 0 ? std::string() : line.mid(end + 1).toStdString()};
 }
 
 }  // namespace brantlow

@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "base/files.h"
 
@@ -19,14 +20,22 @@ namespace brantlow {
 // for.
 using DailyRunStatus = std::function<std::optional<int>()>;
 
+// How a copy ends: the exit status, and what is to be said where it was started; empty for nothing.
+struct HandoverAnswer {
+    int status = 0;
+    std::string sentence = {};
+    bool operator==(const HandoverAnswer&) const = default;
+};
+
 class HandoverServer final : public QObject {
   public:
     // Listens for copies on `appPath`; a socket that a dead window left is taken over. Without a socket,
     // copies find nobody and try to take the folder themselves.
     HandoverServer(const Path& appPath, DailyRunStatus status, QObject* parent);
 
-    // The run is over: the copies that wait for it get its status.
-    void Done(int status);
+    // The copies that wait get this answer: the run is over, or cannot begin.
+    void Done(const HandoverAnswer& answer);
+    bool HasWaiting() const;
 
   private:
     void TakeCopies();
@@ -36,8 +45,8 @@ class HandoverServer final : public QObject {
     QList<QPointer<QLocalSocket>> waiting_;
 };
 
-// Waits for the daily run of the window that holds `appPath` and gives its exit status; nothing when no
-// window listens or it was closed before the run.
-std::optional<int> HandOverDailyRun(const Path& appPath);
+// Waits for the daily run of the window that holds `appPath` and gives its answer; nothing when no window
+// listens or it was closed before the run.
+std::optional<HandoverAnswer> HandOverDailyRun(const Path& appPath);
 
 }  // namespace brantlow

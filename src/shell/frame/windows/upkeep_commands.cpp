@@ -156,7 +156,11 @@ void UpkeepCommands::Undo() {
         return frame_.person.Say(ChangeSentence(NameOfUndoing(result.change.what), result.fault));
     }
     ShowUndone(result.files);
-    frame_.notice("Undone: " + result.change.what);
+    // In place of the line of the run that is undone.
+    RunReport report("Undo", "files");
+    report.SetHeadline("Undone: " + result.change.what);
+    frame_.tell(report);
+    frame_.notice(report.Line());
 }
 
 // It cannot be stopped, and has no rows.
