@@ -42,6 +42,16 @@ TEST_F(StockAlertTest, AFailedRequestIsNotRepeated) {
     EXPECT_EQ(web.Addresses.size(), 1U);
 }
 
+TEST_F(StockAlertTest, IsWaitedForTenSecondsAtMost) {
+    std::optional<double> limit;
+    web.AnswerWith([&](const WebRequest& request) {
+        limit = request.limitSeconds;
+        return MemoryWeb::Page("sent");
+    });
+    Send("AAA");
+    EXPECT_EQ(limit, std::optional(10.0));
+}
+
 TEST_F(StockAlertTest, NothingIsAskedWhileAlertsAreOff) {
     for (const char* word : {"None", "", "e-mail alerts"}) {
         Set(session.settings.DataSettings, 14, word);

@@ -223,6 +223,9 @@ TEST(BackTestGuard, AsksForBothConditions) {
     EXPECT_EQ(RefuseBackTest(SignalSettings({}, "Condition 1", "None")), kSentence);
     EXPECT_EQ(RefuseBackTest(SignalSettings({}, "None", "Condition 2")), kSentence);
     EXPECT_EQ(RefuseBackTest(SettingsTables{}), kSentence);
+    // An empty line counts as "None".
+    EXPECT_EQ(RefuseBackTest(SignalSettings({}, "", "Condition 2")), kSentence);
+    EXPECT_EQ(RefuseBackTest(SignalSettings({}, "Condition 1", "")), kSentence);
     EXPECT_EQ(RefuseBackTest(SignalSettings({}, "Condition 1", "Condition 2")), std::nullopt);
 }
 

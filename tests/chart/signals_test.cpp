@@ -235,12 +235,15 @@ TEST_F(SignalOverlay, EveryNameAgreesWithTheSelectorAtTheNewestBar) {
     }
 }
 
-TEST(ChosenConditions, NoneAndAMissingLineChooseNothing) {
+TEST(ChosenConditions, NoneAndAnEmptyOrMissingLineChooseNothing) {
     const SettingsTables settings = SignalSettings({}, "None", "Condition 3");
     EXPECT_FALSE(HasCondition(settings, kBuySide));
     EXPECT_TRUE(HasCondition(settings, kSellSide));
     EXPECT_FALSE(HasBothConditions(settings));
     EXPECT_FALSE(HasCondition(SettingsTables{}, kBuySide));
+    const SettingsTables empty = SignalSettings({}, "", "");
+    EXPECT_FALSE(HasCondition(empty, kBuySide));
+    EXPECT_FALSE(HasCondition(empty, kSellSide));
     EXPECT_TRUE(HasBothConditions(SignalSettings({}, "Condition 1", "Condition 1")));
 }
 
