@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "research/research_catalogue.h"
+#include "selector/windows/frmSelectorSelection.h"
 #include "shell/frame/windows/frmForumLogin.h"
 #include "shell/user_store.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -206,6 +207,19 @@ class ResearchCommandsTest : public QObject {
         QVERIFY(!program.frame->BrowserForm());
         QCOMPARE(program.Browsers(), 0);
         QVERIFY(program.frame->QuoteForm());
+    }
+
+    void aSelectorRunClosesTheBrowser() {
+        BrowsingProgram program;
+        program.Start("Jan.ddq");
+        program.frame->Run("mnuViewIPOs");
+        QVERIFY(program.frame->BrowserForm());
+        program.frame->Run("mnuEvaluatePickStocks");
+        auto* const interval = program.frame->findChild<frmSelectorSelection*>();
+        QVERIFY(interval);
+        interval->findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+        QVERIFY(!program.frame->BrowserForm());
+        QCOMPARE(program.session.CurrentFile, std::string("Evaluations.dbe"));
     }
 
     void theFileMenuWorksOnTheBrowserInFront() {
