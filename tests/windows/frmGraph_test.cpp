@@ -383,6 +383,28 @@ class FrmGraphTest : public QObject {
         }
     }
 
+    // Whatever had the keys before.
+    void aClosedChartGivesTheKeysToTheTablesRow() {
+        for (const char* before : {"MSHFlexGrid1", "Text1"}) {
+            for (const char* way : {"Escape", "Exit"}) {
+                ChartProgram program;
+                program.frame->activateWindow();
+                program.frame->QuoteForm()->SelectTicker("T1");
+                program.frame->QuoteForm()->findChild<QWidget*>(QLatin1String(before))->setFocus();
+                program.Choose("mnuGraphicsHLC");
+                QVERIFY(program.Graph());
+                if (qstrcmp(way, "Exit") == 0) {
+                    program.Press("Command1");
+                } else {
+                    QTest::keyClick(program.Graph(), Qt::Key_Escape);
+                }
+                QCoreApplication::processEvents();
+                QCOMPARE(program.frame->focusWidget(), program.frame->QuoteForm()->View());
+                QCOMPARE(program.frame->QuoteForm()->SelectedTicker(), std::string("T1"));
+            }
+        }
+    }
+
     void theTableTakesTheWholeAreaAgainBehindAClosedChart() {
         ChartProgram program;
         program.Choose("mnuGraphicsHLC");

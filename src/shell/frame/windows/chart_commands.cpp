@@ -115,7 +115,7 @@ void ChartCommands::LoadForm(const ChartContext& context) {
     QObject::connect(form, &frmGraph::Told, &frame_.window, frame_.notice);
     QObject::connect(form, &frmGraph::OptionsChosen, &frame_.window, [this] { KeepOptions(); });
     QObject::connect(form, &frmGraph::ExitAsked, &frame_.window, [this] {
-        if (!frame_.person.InRun()) CloseForm();
+        if (!frame_.person.InRun()) CloseForPerson();
     });
     form->AskBeforeDrawing([this] { return frame_.person.InRun(); });
     form_ = form;
@@ -124,7 +124,7 @@ void ChartCommands::LoadForm(const ChartContext& context) {
     ChildOperations operations = frame_.pictureOperations(
         *form, [form] { return form->Picture(); }, [form] { return form->Svg(); });
     operations.print = frame_.pictureOperations(*form, [form] { return form->PaperPicture(); }, {}).print;
-    operations.close = [this] { CloseForm(); };
+    operations.close = [this] { CloseForPerson(); };
     frame_.children.SetOperations(*form, operations);
     QObject::connect(form, &frmGraph::TestAsked, &frame_.window, [this] {
         TestConditions({frame_.session.settings, analysis_.series, chart_}, frame_.person, &frame_.window);
@@ -192,6 +192,13 @@ void ChartCommands::CloseForm() {
     window_ = nullptr;
     form_ = nullptr;
     frame_.applyRules();
+}
+
+// The keys go on where the chart was asked for.
+void ChartCommands::CloseForPerson() {
+    CloseForm();
+    const frmQuoteGrid* const table = frame_.table.form();
+    if (table && frame_.children.FormInFront() == table) table->View()->setFocus();
 }
 
 void ChartCommands::LoadOptions() {

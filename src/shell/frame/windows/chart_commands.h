@@ -26,6 +26,7 @@ class ChartCommands final {
     // The chart's window, null when none is open.
     frmGraph* Form() const;
     void CloseForm();
+    void CloseForPerson();
     // The open chart's alarm lines become those of the table's selected row.
     void FollowRow();
     // The chart of a ticker, whatever row is selected.
