@@ -4,10 +4,12 @@
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyleOption>
 #include <QToolButton>
+#include <QTreeView>
 
 #include "all_windows.h"
 #include "base/windows/elided_label.h"
@@ -137,6 +139,30 @@ bool IsCut(const QComboBox& list) {
            (!isLong && list.fontMetrics().horizontalAdvance(list.currentText()) > room);
 }
 
+// The texts in a list's columns, and above them, that end in dots. A list without columns breaks its lines or
+// scrolls to their ends.
+QStringList CutIn(const QTreeView& list) {
+    QStringList cut;
+    const QAbstractItemModel& model = *list.model();
+    const int margin = 2 * (list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &list) + 1);
+    for (int column = 0; column < model.columnCount(); ++column) {
+        const QString heading = model.headerData(column, Qt::Horizontal).toString();
+        const int room = list.columnWidth(column) - margin;
+        if (!list.isHeaderHidden() && list.header()->fontMetrics().horizontalAdvance(heading) > room)
+            cut << heading;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const QModelIndex index = model.index(row, column);
+            const QString words = index.data().toString();
+            const int height = list.visualRect(index).height();
+            const QRect space(0, 0, list.wordWrap() ? room : QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+            const QSize needed = list.fontMetrics().boundingRect(space, Qt::TextWordWrap, words).size();
+            // Of what is broken a word alone can be too wide, or the lines too many.
+            if (height > 0 && (needed.width() > room || needed.height() > height)) cut << words;
+        }
+    }
+    return cut;
+}
+
 // True where the text of a control is not seen whole.
 bool CutsItsText(const QWidget& control) {
     if (const auto* label = qobject_cast<const QLabel*>(&control)) return IsCut(*label);
@@ -212,6 +238,9 @@ void LookAt(QWidget& window, QSize room, const QString& state, QStringList& told
                                                     : button ? button->text()
                                                              : QString()));
         }
+        const auto* const list = qobject_cast<const QTreeView*>(control);
+        for (const QString& words : list ? CutIn(*list) : QStringList())
+            told << state + Told(*control, QStringLiteral("cuts the line \"%1\"").arg(words));
         if (ContrastOf(*control) < kLegibleContrast)
             told << state + Told(*control, QStringLiteral("can hardly be read"));
         const QRect place(control->mapTo(&window, QPoint()), control->size());
@@ -247,6 +276,24 @@ class EveryDesktopTest : public QObject {
             ForEachState(*window, [&](const QString& state) { LookAt(*window, desktop.room, state, wrong); });
             window->hide();
         }
+        Tell(wrong);
+    }
+
+    // What is scrolled is scrolled in one direction.
+    void noPageOfTheSettingsIsScrolledSideways_data() { AddDesktops(); }
+    void noPageOfTheSettingsIsScrolledSideways() {
+        const DesktopLook desktop(Row());
+        Ground ground;
+        frmApplicationSettings window(ground.session, ground.hosts, ground.Frame());
+        window.show();
+        window.resize(desktop.room);
+        QStringList wrong;
+        ForEachState(window, [&](const QString& state) {
+            for (QScrollArea* area : window.findChildren<QScrollArea*>()) {
+                if (area->isVisible() && area->horizontalScrollBar()->maximum() > 0)
+                    wrong << state + Told(*area->widget(), QStringLiteral("is scrolled sideways"));
+            }
+        });
         Tell(wrong);
     }
 

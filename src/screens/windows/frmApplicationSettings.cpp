@@ -25,6 +25,21 @@ constexpr std::array kMarkedCaptions = {"&Import / Export", "Data && A&utomation
                                         "&Network and Web Settings"};
 static_assert(kMarkedCaptions.size() == kSettingsTabs.size());
 
+// A page in the width that there is; a screen too low for it scrolls it.
+class PageArea final : public QScrollArea {
+  protected:
+    void resizeEvent(QResizeEvent* event) override {
+        if (const int width = viewport()->width(); width != fitted_) {
+            fitted_ = width;
+            FitColumns(*widget(), width);
+        }
+        QScrollArea::resizeEvent(event);
+    }
+
+  private:
+    int fitted_ = 0;
+};
+
 }  // namespace
 
 frmApplicationSettings::frmApplicationSettings(Session& session, const Hosts& hosts, QWidget* parent)
@@ -49,13 +64,12 @@ frmApplicationSettings::frmApplicationSettings(Session& session, const Hosts& ho
     TabStrip1->setFocus();
 }
 
-// A screen too small for a page scrolls it.
 void frmApplicationSettings::AddPages() {
     for (std::size_t i = 0; i < kSettingsTabs.size(); ++i) {
         const TabRow& row = kSettingsTabs[i];
         QWidget* page = SettingsPage(row.tab, binder_);
         page->setObjectName(Name(row.control));
-        auto* area = new QScrollArea;
+        auto* area = new PageArea;
         area->setWidget(page);
         area->setWidgetResizable(true);
         area->setFrameShape(QFrame::NoFrame);

@@ -120,6 +120,14 @@ void SettingsBinder::Show(std::string_view control, QWidget* widget,
     });
 }
 
+QPushButton* SettingsBinder::Button(const char* name, std::string_view words, const QString& toolTip) {
+    auto* button = new QPushButton(Mark(words));
+    button->setObjectName(QLatin1String(name));
+    button->setToolTip(toolTip);
+    button->setAutoDefault(false);
+    return button;
+}
+
 // Options of one line exclude each other; so do the markets.
 QButtonGroup* SettingsBinder::GroupOf(std::string_view control) {
     QString key;

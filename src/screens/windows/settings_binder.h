@@ -34,6 +34,11 @@ class SettingsBinder final : public QObject {
     // A new page: its letters are free but for those of the tabs and of the buttons below them.
     void BeginPage() { mnemonics_ = Mnemonics(Name(kLettersOfDialog)); }
 
+    // A button that opens a window of its own; it has no line of the settings. A page makes its buttons
+    // before its other controls: a page has more words than there are letters, and nothing else presses a
+    // button.
+    QPushButton* Button(const char* name, std::string_view words, const QString& toolTip);
+
     // Each makes the control of this name with its words.
     QRadioButton* Option(std::string_view control);
     QCheckBox* Check(std::string_view control);

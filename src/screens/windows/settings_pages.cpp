@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "base/windows/display_text.h"
+#include "base/windows/flow_layout.h"
 #include "screens/windows/folder_picker.h"
 #include "screens/windows/settings_binder.h"
 
@@ -23,6 +24,9 @@ namespace {
 using Controls = std::initializer_list<std::string_view>;
 
 constexpr int kMarketColumns = 2;
+constexpr int kFlowGap = 6;
+// The name of the layouts whose parts stand beside each other or one below another.
+constexpr const char* kColumnsLayout = "columns";
 
 // A frame with its words; its layout stands in it.
 template <class Layout>
@@ -38,13 +42,21 @@ void AddOptions(SettingsBinder& binder, QBoxLayout* layout, Controls options) {
     layout->addStretch();
 }
 
-// A button that opens a window of its own.
-QPushButton* WindowButton(const char* name, const QString& words, const QString& toolTip) {
-    auto* button = new QPushButton(words);
-    button->setObjectName(QLatin1String(name));
-    button->setToolTip(toolTip);
-    button->setAutoDefault(false);
-    return button;
+// Columns side by side, which FitColumns puts one below another where a page is too wide.
+QBoxLayout* Columns(QBoxLayout* in) {
+    auto* columns = new QHBoxLayout;
+    columns->setObjectName(QLatin1String(kColumnsLayout));
+    in->addLayout(columns, 1);
+    return columns;
+}
+
+// Controls with their words in a row, which goes on in the next one where the width ends.
+FlowLayout* Flow(QBoxLayout* in) {
+    auto* row = new QWidget;
+    auto* flow = new FlowLayout(row, kFlowGap);
+    flow->setContentsMargins(0, 0, 0, 0);
+    in->addWidget(row);
+    return flow;
 }
 
 // Options side by side in a frame of their own.
@@ -79,10 +91,14 @@ void FilePlace(SettingsBinder& binder, QBoxLayout* in, const FileNames& names) {
     in->addLayout(form);
 }
 
-void AddDropDown(SettingsBinder& binder, QBoxLayout* row, const QString& words, std::string_view control) {
+void AddDropDown(SettingsBinder& binder, FlowLayout* row, const QString& words, std::string_view control) {
+    auto* both = new QWidget;
+    auto* layout = new QHBoxLayout(both);
+    layout->setContentsMargins(0, 0, 0, 0);
     QComboBox* list = binder.DropDown(control);
-    row->addWidget(binder.Label(words, list));
-    row->addWidget(list);
+    layout->addWidget(binder.Label(words, list));
+    layout->addWidget(list);
+    row->addWidget(both);
 }
 
 void ExportFrame(SettingsBinder& binder, QBoxLayout* in) {
@@ -97,19 +113,16 @@ void ImportFrame(SettingsBinder& binder, QBoxLayout* in) {
     auto* frame = Frame<QVBoxLayout>(QStringLiteral("Import a File to Quote Database and Grid"), in, 1);
     FileTypes(binder, frame, {"Option33", "Option34", "Option28", "Option31"});
     FilePlace(binder, frame, {"Dir2", "Text8", "Text31", QStringLiteral("Import File Name:")});
-    auto* form = new QHBoxLayout;
+    auto* form = Flow(frame);
     AddDropDown(binder, form, QStringLiteral("Headers:"), "Combo7");
     AddDropDown(binder, form, QStringLiteral("Footers:"), "Combo8");
     AddDropDown(binder, form, QStringLiteral("Date:"), "Combo10");
-    form->addStretch();
-    frame->addLayout(form);
     frame->addWidget(
         binder.Lists("List4", QStringLiteral("Available:"), QStringLiteral("Selected Input Sequence:")), 2);
 }
 
 void ImportExportPage(SettingsBinder& binder, QBoxLayout* page) {
-    auto* columns = new QHBoxLayout;
-    page->addLayout(columns, 1);
+    QBoxLayout* const columns = Columns(page);
     ExportFrame(binder, columns);
     ImportFrame(binder, columns);
 }
@@ -133,7 +146,7 @@ void AddTime(SettingsBinder& binder, QBoxLayout* row, std::string_view control, 
     row->addWidget(list);
 }
 
-void CollectionFrame(SettingsBinder& binder, QBoxLayout* in) {
+void CollectionFrame(SettingsBinder& binder, QBoxLayout* in, QPushButton* schedule) {
     auto* frame = Frame<QVBoxLayout>(QStringLiteral("Automatic Data Collection"), in);
     frame->addWidget(binder.Option("Option16"));
     auto* time = new QHBoxLayout;
@@ -143,10 +156,7 @@ void CollectionFrame(SettingsBinder& binder, QBoxLayout* in) {
     time->addStretch();
     frame->addLayout(time);
     frame->addWidget(binder.Option("Option36"));
-    frame->addWidget(
-        WindowButton(kScheduleButton, QStringLiteral("&Schedule..."),
-                     QStringLiteral("Choose the days on which the system starts Brantlow for the run")),
-        0, Qt::AlignLeft);
+    frame->addWidget(schedule, 0, Qt::AlignLeft);
 }
 
 void HistoryFrame(SettingsBinder& binder, QBoxLayout* in) {
@@ -158,7 +168,7 @@ void HistoryFrame(SettingsBinder& binder, QBoxLayout* in) {
     frame->addWidget(binder.Note(kYearsNote.label));
 }
 
-void AlertsFrame(SettingsBinder& binder, QBoxLayout* in) {
+void AlertsFrame(SettingsBinder& binder, QBoxLayout* in, QPushButton* mail) {
     auto* frame = Frame<QVBoxLayout>(QStringLiteral("E-mail Alerts"), in);
     auto* row = new QHBoxLayout;
     row->addWidget(binder.Check("Check2"));
@@ -166,14 +176,16 @@ void AlertsFrame(SettingsBinder& binder, QBoxLayout* in) {
     row->addWidget(binder.Label(QStringLiteral("Address:"), address));
     row->addWidget(address, 1);
     frame->addLayout(row);
-    frame->addWidget(WindowButton(kMailButton, QStringLiteral("Mail by Your Own Server..."),
-                                  QStringLiteral("Have fired alarms mailed by a server of yours")),
-                     0, Qt::AlignLeft);
+    frame->addWidget(mail, 0, Qt::AlignLeft);
 }
 
 void DataPage(SettingsBinder& binder, QBoxLayout* page) {
-    auto* columns = new QHBoxLayout;
-    page->addLayout(columns, 1);
+    QPushButton* const schedule =
+        binder.Button(kScheduleButton, "Schedule...",
+                      QStringLiteral("Choose the days on which the system starts Brantlow for the run"));
+    QPushButton* const mail = binder.Button(kMailButton, "Mail by Your Own Server...",
+                                            QStringLiteral("Have fired alarms mailed by a server of yours"));
+    QBoxLayout* const columns = Columns(page);
     auto* left = new QVBoxLayout;
     auto* middle = new QVBoxLayout;
     auto* right = new QVBoxLayout;
@@ -183,8 +195,8 @@ void DataPage(SettingsBinder& binder, QBoxLayout* page) {
                 {"Check1", "Drive1", "Dir3", "Text2"});
     FolderFrame(binder, QStringLiteral("Back Up Quote Database"), left,
                 {"Check3", "Drive2", "Dir4", "Text3"});
-    CollectionFrame(binder, middle);
-    AlertsFrame(binder, middle);
+    CollectionFrame(binder, middle, schedule);
+    AlertsFrame(binder, middle, mail);
     FolderFrame(binder, QStringLiteral("LAN Location of Quote Database"), middle,
                 {"Check4", "Drive3", "Dir5", "Text4"});
     HistoryFrame(binder, right);
@@ -200,10 +212,10 @@ void GraphicsPage(SettingsBinder& binder, QBoxLayout* page) {
     auto* top = new QHBoxLayout;
     page->addLayout(top);
     OptionsFrame(binder, QStringLiteral("Graph Type"), top, {"Option21", "Option25"});
-    auto* conditions = Frame<QHBoxLayout>(QStringLiteral("Stock Selector Buy or Sell Conditions"), top, 1);
+    FlowLayout* const conditions =
+        Flow(Frame<QVBoxLayout>(QStringLiteral("Stock Selector Buy or Sell Conditions"), top, 1));
     AddDropDown(binder, conditions, QStringLiteral("Buy:"), "Combo14");
     AddDropDown(binder, conditions, QStringLiteral("Sell:"), "Combo15");
-    conditions->addStretch();
     auto* lists = Frame<QVBoxLayout>(QStringLiteral("Variables of the Graph"), page, 1);
     lists->addWidget(binder.Lists("List5", QStringLiteral("Available:"), QStringLiteral("Selected:")), 1);
     lists->addWidget(binder.Note(kVariablesNote.label));
@@ -214,14 +226,11 @@ void ColumnsPage(SettingsBinder& binder, QBoxLayout* page) {
         ->addWidget(binder.Lists("List7", QStringLiteral("Available:"), QStringLiteral("Selected:")));
 }
 
-void DownloadsFrame(SettingsBinder& binder, QBoxLayout* in) {
+void DownloadsFrame(SettingsBinder& binder, QBoxLayout* in, QPushButton* sources) {
     auto* frame = Frame<QVBoxLayout>(QStringLiteral("Quote Downloads:"), in);
-    auto* options = new QHBoxLayout;
-    AddOptions(binder, options, {"Option7", "Option8"});
-    options->addWidget(
-        WindowButton(kSourcesButton, QStringLiteral("Live Sources..."),
-                     QStringLiteral("Choose a service of today for quotes, histories, splits and more")));
-    frame->addLayout(options);
+    FlowLayout* const options = Flow(frame);
+    for (const char* const option : {"Option7", "Option8"}) options->addWidget(binder.Option(option));
+    options->addWidget(sources);
     auto* addresses = new QFormLayout;
     QLineEdit* eod = binder.Text("Text11");
     addresses->addRow(binder.Label(QStringLiteral("EOD Quote URL String:"), eod), eod);
@@ -232,21 +241,18 @@ void DownloadsFrame(SettingsBinder& binder, QBoxLayout* in) {
 
 void FormatsFrame(SettingsBinder& binder, QBoxLayout* in) {
     auto* frame = Frame<QVBoxLayout>(QStringLiteral("Formats:"), in, 1);
-    auto* lists = new QHBoxLayout;
-    frame->addLayout(lists, 1);
+    QBoxLayout* const lists = Columns(frame);
     const QString available = QStringLiteral("Available:");
     const QString sequence = QStringLiteral("Supplier Sequence:");
     Frame<QVBoxLayout>(QStringLiteral("End Of Day Quotes"), lists, 6)
         ->addWidget(binder.Lists("List12", available, sequence));
     Frame<QVBoxLayout>(QStringLiteral("Historical Quotes"), lists, 5)
         ->addWidget(binder.Lists("List16", available, sequence));
-    auto* numbers = new QHBoxLayout;
+    FlowLayout* const numbers = Flow(frame);
     AddDropDown(binder, numbers, QStringLiteral("Quotes per String:"), "Combo6");
     AddDropDown(binder, numbers, QStringLiteral("Headers:"), "Combo11");
     AddDropDown(binder, numbers, QStringLiteral("Footers:"), "Combo12");
     AddDropDown(binder, numbers, QStringLiteral("Date:"), "Combo9");
-    numbers->addStretch();
-    frame->addLayout(numbers);
     auto* separators = new QHBoxLayout;
     AddOptions(binder, separators, {"Option14", "Option15"});
     frame->addLayout(separators);
@@ -272,13 +278,15 @@ void MarketFrame(SettingsBinder& binder, QBoxLayout* in) {
 }
 
 void NetworkPage(SettingsBinder& binder, QBoxLayout* page) {
-    auto* columns = new QHBoxLayout;
-    page->addLayout(columns, 1);
+    QPushButton* const sources =
+        binder.Button(kSourcesButton, "Live Sources...",
+                      QStringLiteral("Choose a service of today for quotes, histories, splits and more"));
+    QBoxLayout* const columns = Columns(page);
     auto* left = new QVBoxLayout;
     auto* right = new QVBoxLayout;
     columns->addLayout(left, 3);
     columns->addLayout(right, 1);
-    DownloadsFrame(binder, left);
+    DownloadsFrame(binder, left, sources);
     FormatsFrame(binder, left);
     OptionsFrame(binder, QStringLiteral("Web Content Links"), right, {"Option1", "Option22"});
     BrokerageFrame(binder, right);
@@ -305,6 +313,26 @@ QWidget* SettingsPage(SettingsTab tab, SettingsBinder& binder) {
         if (row.tab == tab) row.fill(binder, layout);
     }
     return page;
+}
+
+// What the parts of a page have remembered of their sizes is out of date.
+static void ForgetSizes(QWidget& page) {
+    for (QLayout* layout : page.findChildren<QLayout*>()) layout->invalidate();
+    for (QWidget* part : page.findChildren<QWidget*>()) {
+        if (part->layout()) part->updateGeometry();
+    }
+    page.layout()->invalidate();
+}
+
+void FitColumns(QWidget& page, int width) {
+    const QList<QBoxLayout*> all = page.findChildren<QBoxLayout*>(QLatin1String(kColumnsLayout));
+    for (QBoxLayout* columns : all) columns->setDirection(QBoxLayout::LeftToRight);
+    ForgetSizes(page);
+    for (QBoxLayout* columns : all) {
+        if (page.layout()->minimumSize().width() <= width) return;
+        columns->setDirection(QBoxLayout::TopToBottom);
+        ForgetSizes(page);
+    }
 }
 
 }  // namespace brantlow

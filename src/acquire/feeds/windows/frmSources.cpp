@@ -25,6 +25,7 @@
 #include "base/windows/screen_room.h"
 #include "base/windows/text_editor.h"
 #include "base/windows/wheel_guard.h"
+#include "base/windows/wrapped_cells.h"
 #include "shell/run_control.h"
 
 namespace brantlow {
@@ -133,9 +134,13 @@ QWidget* frmSources::BuildList() {
     list_->setHeaderLabels({QStringLiteral("Source"), QStringLiteral("Gives"), QStringLiteral("Key"),
                             QStringLiteral("Chosen for"), QStringLiteral("State")});
     list_->setRootIsDecorated(false);
-    list_->setUniformRowHeights(true);
     list_->setAllColumnsShowFocus(true);
-    list_->header()->setStretchLastSection(true);
+    // The two that list much share what the others leave.
+    list_->header()->setStretchLastSection(false);
+    list_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    for (const int column : {kGives, kChosenFor})
+        list_->header()->setSectionResizeMode(column, QHeaderView::Stretch);
+    WrapCells(*list_, {kGives, kChosenFor});
     connect(list_, &QTreeWidget::currentItemChanged, this, &frmSources::ShowSelected);
     return list_;
 }
@@ -267,11 +272,11 @@ void frmSources::FillList() {
             row->setData(0, kRefusalRole, Shown(refusal));
         }
     }
-    for (int column = kTitle; column < kState; ++column) list_->resizeColumnToContents(column);
     // Large letters on a small screen leave room for fewer rows, which scroll.
     const int around = list_->header()->sizeHint().height() + 2 * list_->frameWidth();
-    list_->setMinimumHeight(around + kFewestListRows * list_->sizeHintForRow(0));
-    list_->setMaximumHeight(around + kListRows * list_->sizeHintForRow(0));
+    const int line = list_->sizeHintForIndex(list_->model()->index(0, kTitle)).height();
+    list_->setMinimumHeight(around + kFewestListRows * line);
+    list_->setMaximumHeight(around + kListRows * line);
     SelectSource(selected);
 }
 

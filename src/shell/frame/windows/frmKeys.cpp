@@ -6,9 +6,11 @@
 #include <QLineEdit>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/windows/display_text.h"
 #include "base/windows/screen_room.h"
+#include "base/windows/wrapped_cells.h"
 #include "shell/frame/commands.h"
 #include "shell/frame/own_keys.h"
 #include "shell/frame/palette_rows.h"
@@ -17,6 +19,7 @@ namespace brantlow {
 
 namespace {
 
+constexpr int kWhere = 1;
 constexpr int kWhat = 2;
 constexpr int kWhatInLetters = 60;
 constexpr int kHeightInLines = 26;
@@ -26,9 +29,7 @@ QString Native(std::string_view keys) {
 }
 
 void AddRow(QTreeWidget& list, const QString& keys, const QString& where, std::string_view what) {
-    auto* const item = new QTreeWidgetItem(&list, {keys, where, Name(what)});
-    // With large letters it may have less room than it needs.
-    item->setToolTip(kWhat, Name(what));
+    new QTreeWidgetItem(&list, {keys, where, Name(what)});
 }
 
 void FillList(QTreeWidget& list) {
@@ -57,10 +58,10 @@ frmKeys::frmKeys(QWidget* parent) : QDialog(parent) {
     list->setHeaderLabels(
         {QStringLiteral("Key"), QStringLiteral("Command or place"), QStringLiteral("What it does")});
     list->setRootIsDecorated(false);
-    list->setUniformRowHeights(true);
     FillList(*list);
     list->setCurrentItem(list->topLevelItem(0));
     for (const int column : {0, 1}) list->resizeColumnToContents(column);
+    WrapCells(*list, {0, kWhere, kWhat});
     layout->addWidget(list, 1);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     layout->addWidget(buttons);
@@ -75,6 +76,9 @@ frmKeys::frmKeys(QWidget* parent) : QDialog(parent) {
     const int width =
         list->columnWidth(0) + list->columnWidth(1) + fontMetrics().averageCharWidth() * kWhatInLetters;
     resize(QSize(width, fontMetrics().height() * kHeightInLines).boundedTo(RoomOnScreen(*this)));
+    // The keys and the places may take so many parts of it; the rest tells what the keys do.
+    list->setColumnWidth(0, std::min(list->columnWidth(0), this->width() / 4));
+    list->setColumnWidth(kWhere, std::min(list->columnWidth(kWhere), this->width() / 3));
     find->setFocus();
 }
 
