@@ -98,7 +98,8 @@ bool MayReplaceTable(Session& session, const QuoteTable& table, const Path& file
 std::error_code SaveOpenTable(Session& session, QuoteTable& table) {
     const Path file = session.DataFile(session.CurrentFile);
     if (!MayReplaceTable(session, table, file)) return std::make_error_code(std::errc::operation_canceled);
-    const std::error_code error = SaveQuoteTable(table, file);
+    std::error_code error;
+    session.person.DoBeside([&] { error = SaveQuoteTable(table, file); });
     if (!error) table.SetSource(file, StampOf(file));
     return error;
 }

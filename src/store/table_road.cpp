@@ -86,7 +86,13 @@ bool WriteOpenTable(Session& session, const TableWindows& windows) {
     QuoteTable* const table = windows.openTable();
     if (!table) return false;
     session.person.ShowStatusWord(kStatusSaving);
-    const std::error_code error = SaveOpenTable(session, *table);
+    std::error_code error;
+    const auto save = [&] { error = SaveOpenTable(session, *table); };
+    if (windows.saving) {
+        windows.saving(*table, save);
+    } else {
+        save();
+    }
     session.person.ShowStatusWord(kStatusComplete);
     if (error == std::errc::operation_canceled) return false;
     if (error) {

@@ -42,6 +42,8 @@ struct TableWindows {
     std::function<QuoteTable*()> openTable;
     // The open file goes by Session::CurrentFile from now on.
     std::function<void()> nameChanged;
+    // Does what saves the table, as work where it takes a while; it is just done without this.
+    std::function<void(const QuoteTable&, const std::function<void()>&)> saving = nullptr;
 };
 
 // Opens a table: closes the children, asks for a file where one is needed, loads and shows it. A cancelled

@@ -13,6 +13,7 @@
 #include "check/windows/frmCheckDatabase.h"
 #include "shell/run_control.h"
 #include "shell/settings/lines.h"
+#include "store/table_files.h"
 #include "store/windows/frmErrorReport.h"
 
 using namespace brantlow;
@@ -191,6 +192,52 @@ class ResponsiveRunTest : public QObject {
         JudgeWork(exporting);
         QVERIFY2(program.Told().contains(QString::number(kManyRows) + QStringLiteral(" rows")),
                  qPrintable(program.Told()));
+    }
+
+    // The disk's time is not that of the windows: the frame is off once, and has its focus again.
+    void savingALargeTableIsDoneBesideTheWindows() {
+        RunProgram program;
+        program.WriteLargeTable("Many.ddq");
+        program.Open("Many.ddq");
+        const Path file = program.session.DataFile("Many.ddq");
+        const Path other = program.session.DataFile("Other.ddq");
+        QVERIFY(!SaveQuoteTable(program.frame->QuoteForm()->Table(), other));
+        auto* const view = program.frame->QuoteForm()->View();
+        view->setFocus();
+        QVERIFY(std::filesystem::remove(file));
+        Disablings saving(*program.frame);
+        LoopWatch watch(program, Watched::Work);
+        program.Choose("mnuFileSave");
+        QCOMPARE(saving.count, 1);
+        QVERIFY(watch.turns > 0);
+        QVERIFY(!BytesOrEmpty(file).empty() && BytesOrEmpty(file) == BytesOrEmpty(other));
+        QVERIFY(program.frame->isEnabled() && !program.person.InRun());
+        QCOMPARE(program.frame->focusWidget(), static_cast<QWidget*>(view));
+    }
+
+    void aLargeTableThatCannotBeSavedIsToldAndStays() {
+        RunProgram program;
+        program.WriteLargeTable("Many.ddq");
+        program.Open("Many.ddq");
+        const Path file = program.session.DataFile("Many.ddq");
+        QVERIFY(std::filesystem::remove(file));
+        std::filesystem::create_directory(file);
+        QString told;
+        DialogHand hand([&](QDialog& dialog) {
+            if (const auto* box = qobject_cast<QMessageBox*>(&dialog)) told = box->text();
+            dialog.reject();
+        });
+        program.Choose("mnuFileSave");
+        QVERIFY2(told.startsWith(QStringLiteral("Many.ddq")), qPrintable(told));
+        QVERIFY(program.frame->isEnabled() && !program.person.InRun());
+        QCOMPARE(program.frame->QuoteForm()->Table().TickerCount(), kManyRows);
+    }
+
+    void aSmallTableIsSavedAtOnce() {
+        RunProgram program;
+        Disablings off(*program.frame);
+        program.Choose("mnuFileSave");
+        QCOMPARE(off.count, 0);
     }
 
     // It would flicker only.

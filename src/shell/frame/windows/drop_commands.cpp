@@ -8,6 +8,7 @@
 
 #include "base/windows/display_text.h"
 #include "shell/file_kind.h"
+#include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
 #include "store/dropped_tickers.h"
 #include "store/file_names.h"
@@ -109,7 +110,8 @@ void DropCommands::AddTickers(const std::string& text, const std::string& from) 
     for (const std::string& ticker : fresh) added += table.AppendLine(ticker) ? 1U : 0U;
     SortTable(table, form->CurrentColumn(), SortOrder::Ascending);
     form->TableChanged();
-    const std::error_code error = AutomaticSave(frame_.session, table);
+    std::error_code error;
+    frame_.runs.Saving(table, [&] { error = AutomaticSave(frame_.session, table); });
     frame_.person.ShowStatusWord("Complete");
     frame_.person.ShowTickerCount(table.TickerCount());
     form->SelectTicker(fresh.front());

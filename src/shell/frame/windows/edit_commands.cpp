@@ -119,8 +119,10 @@ void EditCommands::EditAlarm() {
     if (!form) return;
     const NewTicker typed = form->Typed();
     if (RefusesAlarms(typed)) return;
-    const TableEdit edit =
-        EditAlarms(frame_.session, form->Table(), typed.symbol, {typed.highAlarm, typed.lowAlarm});
+    TableEdit edit;
+    frame_.runs.Saving(form->Table(), [&] {
+        edit = EditAlarms(frame_.session, form->Table(), typed.symbol, {typed.highAlarm, typed.lowAlarm});
+    });
     if (edit.outcome == EditOutcome::Changed) {
         form->CellsChanged();
         frame_.rowChosen();

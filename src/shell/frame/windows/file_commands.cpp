@@ -66,6 +66,9 @@ TableWindows FileCommands::Windows() {
     windows.showQuoteForm = [this] { ShowForm(); };
     windows.openTable = [this]() -> QuoteTable* { return form_ ? &form_->Table() : nullptr; };
     windows.nameChanged = [this] { NameChanged(); };
+    windows.saving = [this](const QuoteTable& table, const std::function<void()>& save) {
+        frame_.runs.Saving(table, save);
+    };
     return windows;
 }
 

@@ -5,9 +5,17 @@
 #include <utility>
 
 #include "shell/frame/windows/window_person.h"
+#include "store/quote_table.h"
 #include "store/windows/frmQuoteGrid.h"
 
 namespace brantlow {
+
+namespace {
+
+// A smaller table is on the disk before the eye sees a bar.
+constexpr std::size_t kManyRows = 2000;
+
+}  // namespace
 
 FrameRuns::FrameRuns(QWidget& window, Session& session, WindowPerson& person,
                      std::function<void()> applyRules)
@@ -46,6 +54,13 @@ bool FrameRuns::EndOn(frmQuoteGrid& table) {
     session_.CurrentTicker = table.TickerMeant();
     table.ShowFirstRow();
     return stays;
+}
+
+void FrameRuns::Saving(const QuoteTable& table, const std::function<void()>& save) {
+    if (table.TickerCount() < kManyRows || person_.InRun()) return save();
+    person_.BeginWork();
+    save();
+    End();
 }
 
 bool FrameRuns::TableMayClose() const {

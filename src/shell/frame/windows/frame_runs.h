@@ -14,6 +14,7 @@ class QWidget;
 
 namespace brantlow {
 
+class QuoteTable;
 class WindowPerson;
 class frmQuoteGrid;
 
@@ -31,6 +32,8 @@ class FrameRuns final {
     // Ends either, and work as WindowPerson has it. False when the frame was closed meanwhile and goes now.
     bool End();
     bool EndOn(frmQuoteGrid& table);
+    // Does what saves `table`; of a large one it is work, beside which the windows live.
+    void Saving(const QuoteTable& table, const std::function<void()>& save);
 
     // Whether the open table may be closed.
     bool TableMayClose() const;

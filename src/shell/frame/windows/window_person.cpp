@@ -81,6 +81,7 @@ void WindowPerson::BeginRun(std::function<void()> showRow, RunStop stop) {
 
 void WindowPerson::BeginWork() {
     inWork_ = true;
+    focus_ = frame_.window ? frame_.window->focusWidget() : nullptr;
     if (pauseChanged) pauseChanged();
     if (frame_.window) frame_.window->setEnabled(false);
     if (!frame_.progressBar) return;
@@ -97,7 +98,10 @@ void WindowPerson::EndRun() {
     if (frame_.window) {
         frame_.window->setEnabled(true);
         frame_.window->activateWindow();
+        // A window that is off loses its focus.
+        if (focus_ && !frame_.window->focusWidget()) focus_->setFocus();
     }
+    focus_ = nullptr;
     if (frame_.progressBar) {
         frame_.progressBar->setRange(0, kFullBar);
         frame_.progressBar->hide();

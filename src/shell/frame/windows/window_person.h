@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QString>
+#include <QWidget>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -20,7 +21,6 @@
 
 class QLabel;
 class QProgressBar;
-class QWidget;
 
 namespace brantlow {
 
@@ -102,6 +102,8 @@ class WindowPerson final : public Person {
     // What was said while nobody was there; nothing while somebody is.
     std::optional<std::vector<std::string>> unheard_;
     bool inWork_ = false;
+    // What had the focus before work began.
+    QPointer<QWidget> focus_;
     bool wasPaused_ = false;
 };
 
