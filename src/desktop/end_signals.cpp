@@ -6,6 +6,8 @@
 
 #include <QApplication>
 #include <QSocketNotifier>
+#include <QWidget>
+#include <algorithm>
 
 namespace brantlow {
 
@@ -29,6 +31,10 @@ void CloseWindowsOnEndSignals() {
         char bytes[16];
         while (::read(signalEnds[1], bytes, sizeof bytes) > 0) continue;
         QApplication::closeAllWindows();
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const bool isOpen = std::any_of(windows.begin(), windows.end(),
+                                        [](const QWidget* window) { return window->isVisible(); });
+        if (!isOpen) QApplication::quit();
     });
     struct sigaction action {};
     action.sa_handler = Tell;

@@ -1,5 +1,6 @@
 // The desktop program: finds or makes the application folder, shows the splash and then the main frame.
 #include <QApplication>
+#include <QEvent>
 #include <QIcon>
 #include <QTimer>
 #include <chrono>
@@ -116,6 +117,19 @@ void DoAsAsked(const StartOptions& options, frmMain& frame, Session& session) {
     if (options.select) frame.Run("mnuEvaluatePickStocks");
 }
 
+// Ends the program with its frame. The toolkit does so by itself, but for one that counts another window as
+// open at that moment; a program without windows would keep the folder for itself.
+class EndsWithFrame final : public QObject {
+  public:
+    using QObject::QObject;
+    bool eventFilter(QObject* frame, QEvent* event) override {
+        // A frame that is made an icon is hidden by the system.
+        if (event->type() == QEvent::Hide && !event->spontaneous())
+            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        return QObject::eventFilter(frame, event);
+    }
+};
+
 // Takes back what a killed program left half done, and tells it where this one was started.
 FolderRecovery Recover(Session& session) {
     LoadAllSettings(session.AppPath, session.settings);
@@ -178,6 +192,7 @@ int main(int argc, char** argv) {
     Browser browser;
     frmMain frame(session, *analysis, person, web, hosts,
                   UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home), browser.Operations());
+    frame.installEventFilter(new EndsWithFrame(&frame));
     splash.close();
     // Other machines take a lock for forgotten that shows no life for a day.
     QTimer alive;
