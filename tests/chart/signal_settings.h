@@ -8,20 +8,9 @@
 #include "shell/settings/condition_set.h"
 #include "shell/settings/lines.h"
 #include "shell/settings/settings_tables.h"
+#include "support/condition_block.h"
 
 namespace brantlow {
-
-using Lines = std::vector<std::string>;
-
-// A block as the condition editor writes it: `slots` in front, the rest of the 38 empty.
-inline Lines Block(const std::string& action, const Lines& names, Lines slots = {}) {
-    Lines lines = {"Condition", action};
-    lines.insert(lines.end(), names.begin(), names.end());
-    lines.push_back("Value");
-    slots.resize(kSlotCount);
-    lines.insert(lines.end(), slots.begin(), slots.end());
-    return lines;
-}
 
 // The slots of a block with one of them filled.
 inline Lines Slot(std::size_t slot, const std::string& text) {

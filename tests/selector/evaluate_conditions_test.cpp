@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "condition_block.h"
 #include "scene.h"
 #include "selector/evaluation.h"
+#include "support/condition_block.h"
 
 namespace brantlow {
 namespace {

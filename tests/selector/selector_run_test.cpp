@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "base/files.h"
-#include "condition_block.h"
 #include "store/file_names.h"
 #include "store/table_colours.h"
 #include "store/table_files.h"
+#include "support/condition_block.h"
 #include "support/recording_person.h"
 #include "support/table_lines.h"
 #include "support/temp_folder.h"

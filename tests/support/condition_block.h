@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "shell/settings/condition_set.h"
+
 namespace brantlow {
 
 using Lines = std::vector<std::string>;
@@ -13,7 +15,7 @@ inline Lines Block(const std::string& action, const Lines& names, Lines slots = 
     Lines lines = {"Condition", action};
     lines.insert(lines.end(), names.begin(), names.end());
     lines.push_back("Value");
-    slots.resize(38);
+    slots.resize(kSlotCount);
     lines.insert(lines.end(), slots.begin(), slots.end());
     return lines;
 }
