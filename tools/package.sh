@@ -6,7 +6,8 @@
 #   tools/package.sh --built DIR  packs what is built in DIR and checks that; its programs have no debug symbols
 #   tools/package.sh --twice      builds once more in another folder and compares the bytes
 #   tools/package.sh --try ROOT   as root: makes a bare Debian 12 in ROOT by debootstrap, installs the package there by
-#                                 apt, works with it, removes it, and looks that the user's files are still there
+#                                 apt under a lower version, upgrades it, works with it, removes it, and looks that the
+#                                 user's files are still there
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -77,12 +78,17 @@ check_package() {
   start_programs "$root"
 }
 
-# What a person does with an installed package, up to its removal. It runs in the tried system.
+# What a person does with an installed package, from its upgrade up to its removal. It runs in the tried system.
 tried_there() {
   set -e
   local market window tries
-  brantlow --version
   brantlow-batch --app /root/Brantlow practice
+  sha256sum /root/Brantlow/Data/*.ddq /root/Brantlow/Quotes/EOD/* >/root/before
+  apt-get install -y -qq --no-install-recommends /tmp/brantlow.deb
+  dpkg-query -W -f '${Version} in the place of 0.9.0\n' brantlow
+  dpkg --verify brantlow
+  sha256sum -c --quiet /root/before
+  brantlow --version
   brantlow-market --hosts /root/Brantlow/Data/Hosts.ini >/tmp/market.txt &
   market=$!
   for ((tries = 0; tries < 300; tries++)); do
@@ -100,13 +106,16 @@ tried_there() {
   apt-get remove -y -qq --purge brantlow
   [[ ! -e /usr/bin/brantlow ]]
   sha256sum -c --quiet /root/before
-  echo "installed, used and removed; the user's files are as they were"
+  echo "installed, upgraded, used and removed; the user's files are as they were"
 }
 
 try_in_root() {
   local package=$1 root=$2
   [[ -e $root/bin/bash ]] || debootstrap --variant=minbase bookworm "$root"
   cp "$package" "$root/tmp/brantlow.deb"
+  dpkg-deb -R "$package" "$scratch/lower"
+  sed -i 's/^Version: .*/Version: 0.9.0/' "$scratch/lower/DEBIAN/control"
+  dpkg-deb -b --root-owner-group "$scratch/lower" "$root/tmp/lower.deb" >/dev/null
   cp /etc/resolv.conf "$root/etc/"
   mkdir -p -m 700 "$root/tmp/runtime"
   mount --bind /proc "$root/proc"
@@ -117,7 +126,7 @@ try_in_root() {
     XDG_RUNTIME_DIR=/tmp/runtime bash -c "
       $(declare -f end_in_order tried_there)
       rm -rf /root/Brantlow
-      apt-get update -qq && apt-get install -y -qq --no-install-recommends /tmp/brantlow.deb && tried_there"
+      apt-get update -qq && apt-get install -y -qq --no-install-recommends /tmp/lower.deb && tried_there"
 }
 
 if [[ ${1:-} == --built ]]; then
