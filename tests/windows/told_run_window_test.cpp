@@ -87,6 +87,23 @@ class ToldRunWindowTest : public QObject {
                  qPrintable(QString::number(field->width())));
     }
 
+    void theTipOfTheEntryThatBeganARunMakesRoomForItsLine() {
+        UpdateProgram program;
+        program.StartMine();
+        QStatusBar* const bar = program.frame->statusBar();
+        QAction* const entry = program.frame->Commands().Entry("mnuFileUpdateQuotes");
+        // As the mouse over the entry does it; the run shuts the entry, and no mouse leaves it.
+        QVERIFY(entry->showStatusText(program.frame.get()));
+        QCOMPARE(bar->currentMessage(), entry->statusTip());
+        program.Update();
+        QCOMPARE(bar->currentMessage(), QString());
+        QVERIFY(program.Find<QLabel>("Panel1")->isVisible());
+
+        program.frame->ShowNotice("the company files are old");
+        program.Update();
+        QCOMPARE(bar->currentMessage(), QStringLiteral("the company files are old"));
+    }
+
     void aNoticeCanBeReadAndTheRowsComeBackBehindIt() {
         UpdateProgram program;
         program.StartMine();

@@ -88,7 +88,8 @@ void FrameStatusBar::AddRows() {
 }
 
 void FrameStatusBar::Notice(const std::string& text) {
-    bar_.showMessage(Shown(text), kNoticeMilliseconds);
+    notice_ = Shown(text);
+    bar_.showMessage(notice_, kNoticeMilliseconds);
 }
 
 void FrameStatusBar::ShowRows(const std::string& line) {
@@ -98,6 +99,8 @@ void FrameStatusBar::ShowRows(const std::string& line) {
 void FrameStatusBar::Tell(const RunReport& report) {
     if (report.What().empty()) return;
     told_->Tell(report);
+    // The tip of the entry that began the run: no mouse leaves an entry that is shut.
+    if (bar_.currentMessage() != notice_) bar_.clearMessage();
     if (report.Tickers().empty()) return;
     const std::error_code error = KeepLastRun(session_.DataFolder(), report, session_.clock);
     if (error) session_.person.Say(CannotBeSaved(kLastRunName, error));

@@ -2,6 +2,7 @@
 // table, the progress of a run, its status word and the ticker count.
 #pragma once
 
+#include <QString>
 #include <memory>
 #include <string>
 
@@ -45,6 +46,8 @@ class FrameStatusBar final {
     FrameParts parts_;
     ElidedLabel* rows_ = nullptr;
     std::unique_ptr<ToldRuns> told_;
+    // The newest line of Notice.
+    QString notice_;
 };
 
 }  // namespace brantlow
