@@ -11,6 +11,7 @@
 #include "base/failure.h"
 #include "base/numbers.h"
 #include "base/text.h"
+#include "shell/file_kind.h"
 #include "shell/run_control.h"
 #include "shell/session_change.h"
 #include "shell/settings/field_lists.h"
@@ -358,6 +359,9 @@ QuoteImport ImportQuotes(Session& session, QuoteTable& table, DayStore& days, co
     result.report = RunReport("Import into " + session.CurrentFile, "rows");
     FileChange change(ChangePlaceOf(session), "Import " + session.CurrentFile);
     change.AlsoKeep(session.DataFile(kLastRunName));
+    // A window leaves the table's saving to its person.
+    if (!saveTo && KindOf(session.CurrentFile) == FileKind::Ddq)
+        change.AlsoKeep(session.DataFile(session.CurrentFile));
     DayRun run{change, YearGrowth::Replaced, {}, {}};
     result.outcome = ReadAndTake(session, table, days, run, result);
     if (result.outcome == ImportOutcome::Declined) return result;

@@ -139,6 +139,21 @@ TEST_F(UndoCommand, AnOlderChangeIsUndoneByItsId) {
     EXPECT_EQ(Everything(), before);
 }
 
+// The letters of A begin the line of ADBE: A counts as found, and its row makes room for that line's.
+TEST_F(UndoCommand, BringsTheRowBackThatWentBecauseItsNameBeginsAnImportedLine) {
+    Write("Data/Mine.ddq", "Ticker Symbol\tLast Price\tTrade Date\r\nA\t5\t\r\nZZ\t7\t\r\n");
+    Write("Data/In.txt", "ADBE,10.5,03/02/26\r\n");
+    const auto before = Everything();
+    const CallResult done = CallOn({"import", "Mine.ddq"});
+    EXPECT_EQ(done.err,
+              "1 row imported, 1 day stored, 1 ticker left the table, because the letters of its name begin "
+              "another line of the file: A\n");
+    EXPECT_EQ(Read("Data/Mine.ddq"),
+              "Ticker Symbol\tLast Price\tTrade Date\r\nADBE\t10.500\t03/02/26\r\nZZ\t7\t\r\n");
+    EXPECT_THAT(CallOn({"undo"}).out, HasSubstr("Undone: Import Mine.ddq\n"));
+    EXPECT_EQ(Everything(), before);
+}
+
 TEST_F(UndoCommand, AsManyChangesAreKeptAsTheSettingsSay) {
     Write("Data/VTROWNset.ini", "\"Keep\"\r\n2\r\n2048\r\n");
     for (int i = 0; i < 4; ++i) {

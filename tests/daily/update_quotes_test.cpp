@@ -450,6 +450,32 @@ TEST_F(UpdateQuotesTest, TwoUpdatesWithTheAlarmStillMetBeepTwiceAndAskForOneMail
     EXPECT_EQ(table.Style(1, 1), CellStyle::Rising);
 }
 
+TEST_F(UpdateQuotesTest, LaterBatchesMayBeAskedForBeforeTheAlertOfAnEarlierOne) {
+    Set(session.settings.DataSettings, 14, "E-mail Alerts");
+    Set(session.settings.DataSettings, 15, "me@home.test");
+    table = TableOf({"Ticker Symbol\tLast Price\tHigh Alarm"});
+    for (int row = 1; row <= 40; ++row)
+        table.AppendLine("T" + std::to_string(row) + "\t\t" + (row == 1 || row == 40 ? "110" : ""));
+    const auto alert = [](const char* ticker) {
+        return "http://vendor.test/send_stock_alert.asp?EA=me@home.test&TS=" + std::string(ticker);
+    };
+    web.Answer(alert("T1"), MemoryWeb::Page("sent"));
+    web.Answer(alert("T40"), MemoryWeb::Page("sent"));
+    EXPECT_EQ(Update().accepted, 40U);
+    ASSERT_EQ(web.Addresses.size(), 5U);
+    // Each alert once, in the order of the rows; all three batches, in theirs.
+    Lines alerts, batches;
+    for (const std::string& address : web.Addresses)
+        (address.find("alert") != std::string::npos ? alerts : batches).push_back(address);
+    EXPECT_EQ(alerts, (Lines{alert("T1"), alert("T40")}));
+    ASSERT_EQ(batches.size(), 3U);
+    EXPECT_EQ(web.Addresses.front(), batches.front());
+    for (std::size_t i = 0; i < batches.size(); ++i)
+        EXPECT_EQ(AskedTickers(batches[i]).front(), "T" + std::to_string(i * 15 + 1));
+    EXPECT_EQ(table.Text(1, 1), "110.000");
+    EXPECT_EQ(table.Text(40, 1), "110.000");
+}
+
 TEST_F(UpdateQuotesTest, TheMemoryWatchStopsAfterTheBatch) {
     table = Tickers(40);
     work.memoryInfo = LittleMemory;

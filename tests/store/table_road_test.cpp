@@ -215,6 +215,19 @@ TEST_F(TableRoad, CloseSavesTheRecentFilesAndEmptiesTheFrame) {
     EXPECT_THAT(person.asked, IsEmpty());
 }
 
+TEST_F(TableRoad, TheRecentListIsUpdatedBeforeItIsSaved) {
+    const std::string asOpened = "\"Old.ddq\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n";
+    Write("VTRMRUset.ini", asOpened);
+    session.settings.MruSettings.Set(1, Value::OfText("Old.ddq"));
+    Open("Jan.ddq");
+    EXPECT_THAT(Recent(), ElementsAre("Jan.ddq", "Old.ddq", "", ""));
+    EXPECT_EQ(Read("VTRMRUset.ini"), asOpened);
+    answer = session.DataFile("Mine.ddq");
+    SaveTableFileAs(session, windows);
+    EXPECT_THAT(Recent(), ElementsAre("Mine.ddq", "Jan.ddq", "Old.ddq", ""));
+    EXPECT_EQ(Read("VTRMRUset.ini"), "\"Mine.ddq\"\r\n\"Jan.ddq\"\r\n\"Old.ddq\"\r\n\"\"\r\n");
+}
+
 TEST_F(TableRoad, CloseWithNothingOpenDoesNothing) {
     CloseTableFile(session, windows);
     EXPECT_THAT(person.statusWords, IsEmpty());

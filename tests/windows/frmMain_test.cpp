@@ -273,6 +273,29 @@ class FrmMainTest : public QObject {
         QCOMPARE(second->text(), QStringLiteral("&2 Jan.ddq"));
     }
 
+    void wordsAddedToRecentEntriesAndTipsStay() {
+        Program program;
+        program.Start("Jan.ddq");
+        const auto entry = [&](int number) {
+            return program.frame->findChild<QAction*>(QStringLiteral("mnuFileMRU%1").arg(number))->text();
+        };
+        auto* open = program.Find<QAbstractButton>("Command5");
+        const auto standAsAdded = [&](const char* first) {
+            return entry(1) == QStringLiteral("&1 ") + Name(first) &&
+                   open->toolTip() == QStringLiteral("Open EOD Quote File (Ctrl+O)");
+        };
+        QVERIFY2(standAsAdded("Jan.ddq"), qPrintable(entry(1) + open->toolTip()));
+        program.session.settings.MruSettings.Set(2, Value::OfText("Feb.ddq"));
+        program.frame->OpenRecentFile(2);
+        QVERIFY2(standAsAdded("Feb.ddq"), qPrintable(entry(1) + open->toolTip()));
+        QCOMPARE(entry(2), QStringLiteral("&2 Jan.ddq"));
+        program.frame->Run("mnuFileClose");
+        QVERIFY2(standAsAdded("Feb.ddq"), qPrintable(entry(1) + open->toolTip()));
+        // What the number stands before is the name alone.
+        QCOMPARE(program.Read("VTRMRUset.ini"),
+                 std::string("\"Feb.ddq\"\r\n\"Jan.ddq\"\r\n\"\"\r\n\"\"\r\n"));
+    }
+
     void theNewButtonMakesAnEmptyTableAndCloseAsks() {
         Program program;
         program.Start("Jan.ddq");

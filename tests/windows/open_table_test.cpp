@@ -34,6 +34,12 @@ QString BoxOf(const std::function<void()>& act) {
     return text;
 }
 
+std::vector<std::string> TickersOf(const QuoteTable& table) {
+    std::vector<std::string> tickers;
+    for (std::size_t row = 1; row <= table.TickerCount(); ++row) tickers.push_back(table.Ticker(row));
+    return tickers;
+}
+
 void Open(Program& program, const char* name) {
     program.session.settings.MruSettings.Set(1, Value::OfText(name));
     program.frame->OpenRecentFile(1);
@@ -107,6 +113,67 @@ class OpenTableTest : public QObject {
         QVERIFY(BytesOrEmpty(year).find("7.5") != std::string::npos);
         program.Click("CommandImport");
         QCOMPARE(program.frame->QuoteForm()->Table().TickerCount(), std::size_t{4});
+    }
+
+    void undoBringsTheRowBackThatWentBecauseItsNameBeginsAnImportedLine() {
+        for (const char* save : {"Automatic Save", "Manual Save"}) {
+            Program program;
+            program.Write("VTRIMEXset.ini", kOpenedExchange);
+            program.Start("Jan.ddq");
+            program.session.settings.DataSettings.Set(7, Value::OfText(save));
+            const std::string before = program.Read("Jan.ddq");
+            program.Write("In.Txt", "T11,55,3/6/2026\r\n");
+            program.Click("CommandImport");
+            const auto tickers = [&] { return TickersOf(program.frame->QuoteForm()->Table()); };
+            QCOMPARE(tickers(), (std::vector<std::string>{"T11", "T2", "T3"}));
+            const QString told = program.Find<QLabel>("Panel1")->text();
+            QVERIFY2(told.endsWith(QStringLiteral("1 ticker left the table, because the letters of its name "
+                                                  "begin another line of the file: T1")),
+                     qPrintable(told));
+            program.frame->Run("mnuEditUndo");
+            QCOMPARE(tickers(), (std::vector<std::string>{"T1", "T2", "T3"}));
+            QCOMPARE(program.Read("Jan.ddq"), before);
+            QCOMPARE(program.Read("In.Txt"), std::string("T11,55,3/6/2026\r\n"));
+            program.frame->Run("mnuEditUndo");
+            QCOMPARE(tickers(), (std::vector<std::string>{"T11", "T2", "T3"}));
+            // Also once the table was saved with the row gone.
+            program.frame->Run("mnuFileSave");
+            QVERIFY(program.Read("Jan.ddq") != before);
+            program.frame->Run("mnuEditUndo");
+            QCOMPARE(tickers(), (std::vector<std::string>{"T1", "T2", "T3"}));
+        }
+    }
+
+    void anUndoneImportLeavesWhatWasNotSavedBeforeIt() {
+        Program program;
+        program.Write("VTRIMEXset.ini", kOpenedExchange);
+        program.Start("Jan.ddq");
+        program.session.settings.DataSettings.Set(7, Value::OfText("Manual Save"));
+        program.frame->QuoteForm()->Table().SetText(3, 1, "77");
+        const auto price = [&] { return program.frame->QuoteForm()->Table().Text(3, 1); };
+        program.Write("In.Txt", "T3,55,3/6/2026\r\n");
+        program.Click("CommandImport");
+        QCOMPARE(program.frame->QuoteForm()->Table().Ticker(1), std::string("T3"));
+        program.frame->Run("mnuEditUndo");
+        QCOMPARE(price(), std::string("77"));
+        // No question comes for a file that an undoing brought back.
+        QCOMPARE(BoxOf([&] { program.frame->Run("mnuFileSave"); }), QString());
+        QVERIFY(program.Read("Jan.ddq").find("T3\t77") != std::string::npos);
+    }
+
+    void anUndoneImportOfATableThatWasClosedBringsItsFileBack() {
+        Program program;
+        program.Write("VTRIMEXset.ini", kOpenedExchange);
+        program.Start("Jan.ddq");
+        const std::string before = program.Read("Jan.ddq");
+        program.Write("In.Txt", "T11,55,3/6/2026\r\n");
+        program.Click("CommandImport");
+        program.frame->Run("mnuFileSave");
+        Open(program, "Feb.ddq");
+        const std::vector<std::string> other = TickersOf(program.frame->QuoteForm()->Table());
+        program.frame->Run("mnuEditUndo");
+        QCOMPARE(program.Read("Jan.ddq"), before);
+        QCOMPARE(TickersOf(program.frame->QuoteForm()->Table()), other);
     }
 
     void anExportWritesTheChosenColumnsWithoutHeader() {

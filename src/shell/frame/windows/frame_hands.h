@@ -125,6 +125,8 @@ struct FrameHands {
     // and the putting back.
     std::function<std::string()> rowToRestore = {};
     std::function<void()> restoreRow = {};
+    // Does `show` after the change of this number was undone; the rows of an import go with its files.
+    std::function<void(std::size_t change, const std::function<void()>& show)> showUndone = {};
     // Prints pages that `paint` draws, which tells how many there were: on the printer, or into a file that
     // is asked for where there is none.
     std::function<void(const QString& title, const std::function<int(QPagedPaintDevice&)>& paint)>

@@ -52,6 +52,9 @@ FrameSubjects::FrameSubjects(const Start& start)
     };
     hands.rowToRestore = [this] { return edit.RowToRestore(); };
     hands.restoreRow = [this] { edit.RestoreDeletedRow(); };
+    hands.showUndone = [this](std::size_t change, const std::function<void()>& show) {
+        updates.ShowUndone(change, show);
+    };
     hands.rowChosen = [this] { chart.FollowRow(); };
     hands.forgetRows = [this] { updates.ForgetRows(); };
     hands.openChart = [this](const ChartWish& wish) { chart.Show(wish); };

@@ -4,13 +4,16 @@
 #include <memory>
 
 #include "alerts/alarm_mail.h"
+#include "base/undo_store.h"
 #include "daily/daily_update.h"
 #include "daily/live_setup.h"
 #include "daily/unattended_run.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/session_change.h"
 #include "splits/windows/frmAdjustSplits.h"
 #include "store/file_names.h"
+#include "store/file_stamp.h"
 #include "store/quote_import.h"
 #include "store/windows/frmQuoteGrid.h"
 
@@ -157,8 +160,10 @@ void UpdateCommands::ImportQuoteFile() {
     if (frame_.person.InRun()) return;
     frame_.runs.Begin(*form, RunStop::TakesAllBack);
     BeginRun(frame_.session.run);
+    QuoteTable before = form->Table();
     const QuoteImport import = ImportQuotes(frame_.session, form->Table(), days_, nullptr);
     form->TableChanged();
+    if (import.outcome == ImportOutcome::Done) beforeImport_ = {NewestChange(), form, std::move(before)};
     const bool stays = frame_.runs.EndOn(*form);
     frame_.person.HideProgress();
     frame_.tell(import.report);
@@ -167,6 +172,27 @@ void UpdateCommands::ImportQuoteFile() {
         const std::string file = ImportFile(frame_.session.AppPath, frame_.session.settings).string();
         frame_.person.Say(ChangeSentence("The import of " + file, import.error));
     }
+}
+
+std::size_t UpdateCommands::NewestChange() const {
+    const std::vector<KeptChange> changes = KeptChanges(ChangePlaceOf(frame_.session));
+    return changes.empty() ? 0 : changes.front().number;
+}
+
+void UpdateCommands::ShowUndone(std::size_t change, const std::function<void()>& show) {
+    frmQuoteGrid* form = frame_.table.form();
+    if (!form || beforeImport_.form != form || beforeImport_.change != change) return show();
+    const std::string name = frame_.session.CurrentFile;
+    QuoteTable present = form->Table();
+    show();
+    form = frame_.table.form();
+    if (!form || frame_.session.CurrentFile != name) return;
+    form->Table() = std::move(beforeImport_.table);
+    const Path file = frame_.session.DataFile(name);
+    form->Table().SetSource(file, StampOf(file));
+    form->TableChanged();
+    frame_.person.ShowTickerCount(form->Table().TickerCount());
+    beforeImport_ = {NewestChange(), form, std::move(present)};
 }
 
 }  // namespace brantlow

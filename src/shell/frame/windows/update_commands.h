@@ -2,6 +2,8 @@
 // another program.
 #pragma once
 
+#include <QPointer>
+#include <cstddef>
 #include <functional>
 #include <string>
 
@@ -12,6 +14,7 @@
 #include "shell/run_report.h"
 #include "store/day_store.h"
 #include "store/quote_rows.h"
+#include "store/quote_table.h"
 
 namespace brantlow {
 
@@ -32,10 +35,22 @@ class UpdateCommands final {
     RunReport UpdateNewest();
     // What runs keep of each row: rows of another table would show in their place.
     void ForgetRows() { rows_ = {}; }
+    // Does `show`, which shows what files say after the change of this number was undone. Where that was the
+    // import into the open table, or its undoing, the table gets the rows back that it had then, saved or
+    // not.
+    void ShowUndone(std::size_t change, const std::function<void()>& show);
 
   private:
+    // The rows on the other side of the newest import, as long as its table is open.
+    struct OtherRows {
+        std::size_t change = 0;  // whose undoing brings them
+        QPointer<frmQuoteGrid> form;
+        QuoteTable table;
+    };
+
     void CmdUpdateQuotes();
     void ImportQuoteFile();
+    std::size_t NewestChange() const;
     // The update of the open table with what follows it; false when the frame goes now.
     bool UpdateOpenTable(frmQuoteGrid& form, bool isDaily, RunReport& report);
     RunReport UpdateFile();
@@ -50,6 +65,7 @@ class UpdateCommands final {
     AlertedTickers alerted_;
     MailTold mail_;  // of the newest update of the open table
     DayStore days_;
+    OtherRows beforeImport_;
 };
 
 }  // namespace brantlow

@@ -155,7 +155,7 @@ void UpkeepCommands::Undo() {
     if (result.fault) {
         return frame_.person.Say(ChangeSentence(NameOfUndoing(result.change.what), result.fault));
     }
-    ShowUndone(result.files);
+    frame_.showUndone(result.change.number, [&] { ShowUndone(result.files); });
     // In place of the line of the run that is undone.
     RunReport report("Undo", "files");
     report.SetHeadline("Undone: " + result.change.what);
