@@ -215,6 +215,18 @@ TEST_F(TableRoad, CloseSavesTheRecentFilesAndEmptiesTheFrame) {
     EXPECT_THAT(person.asked, IsEmpty());
 }
 
+TEST_F(TableRoad, LinesThatASaveWouldLoseAreToldAtTheOpening) {
+    std::string lines = "Ticker Symbol\r\n";
+    for (int row = 1; row <= 18000; ++row) lines += "T" + std::to_string(row) + "\r\n";
+    Write("Long.ddq", lines);
+    Open("Long.ddq");
+    EXPECT_EQ(table.TickerCount(), 17999U);
+    ASSERT_EQ(person.said.size(), 1U);
+    EXPECT_EQ(person.said[0].text,
+              "Long.ddq: the file has more than 18,000 lines; those behind are not shown, and a save would "
+              "lose them");
+}
+
 TEST_F(TableRoad, TheRecentListIsUpdatedBeforeItIsSaved) {
     const std::string asOpened = "\"Old.ddq\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n";
     Write("VTRMRUset.ini", asOpened);

@@ -123,6 +123,8 @@ class BrowserRulesTest : public QObject {
         QVERIFY(window.ClickUntil({60, 100}, [&] { return refused.count() > 0; }));
         QCOMPARE(window.Script(QStringLiteral("document.getElementById('file').files.length")).toInt(), 0);
         QCOMPARE(dialogs, 0);
+        QCOMPARE(window.notices.back(), std::string("The page asked for a file of this computer. Pages are "
+                                                    "given none."));
     }
 
     void aLinkForAnotherWindowOpensInThisOne() {

@@ -2,8 +2,11 @@
 // of the program that the system started.
 #include <QStatusBar>
 #include <atomic>
+#include <functional>
+#include <memory>
 #include <thread>
 
+#include "acquire/version/windows/frmVersionUpdate.h"
 #include "shell/frame/windows/scheduled_handover.h"
 #include "store/windows/frmErrorReport.h"
 #include "update_window_fixture.h"
@@ -17,6 +20,49 @@ Switches Daily(const std::string& selector = "Manual") {
     switches.collection = "EOD";
     switches.selector = selector;
     return switches;
+}
+
+// A copy that the system started: it hands the run of the day to the window that is open.
+class ScheduledCopy final {
+  public:
+    explicit ScheduledCopy(const Path& appPath)
+        : thread_([this, appPath] {
+              answer_ = HandOverDailyRun(appPath);
+              isOver_ = true;
+          }) {}
+    ~ScheduledCopy() { thread_.join(); }
+
+    bool IsOver() const { return isOver_; }
+    // The window answers while its events are looked at.
+    const std::optional<HandoverAnswer>& Answer() const {
+        while (!isOver_) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        return answer_;
+    }
+
+  private:
+    std::optional<HandoverAnswer> answer_;
+    std::atomic<bool> isOver_ = false;
+    std::thread thread_;
+};
+
+// The settings stand open over the minute, a copy comes meanwhile, and the person closes them behind
+// `meanwhile`.
+std::unique_ptr<ScheduledCopy> CopyOverADialog(UpdateProgram& program,
+                                               const std::function<void(ScheduledCopy&)>& meanwhile) {
+    program.clock.Set(kTestDay, kHalfPastFour - 120);
+    program.StartMine();
+    program.frame->Subjects().daily.WaitForDailyRun();
+    std::unique_ptr<ScheduledCopy> copy;
+    DialogHand hand([&](QDialog& dialog) {
+        copy = std::make_unique<ScheduledCopy>(program.session.AppPath);
+        while (!program.frame->Subjects().daily.HasWaitingCopies())
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        meanwhile(*copy);
+        dialog.reject();
+    });
+    program.frame->Run("mnuSettingsApplication");
+    while (QApplication::activeModalWidget()) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    return copy;
 }
 
 void LookAroundTheMinute(UpdateProgram& program, const Date& day) {
@@ -101,6 +147,23 @@ class DailyRunWindowTest : public QObject {
                     .startsWith(QStringLiteral("Go to Settings")));
     }
 
+    void aVersionThatTheStartOffersHoldsNothingUp() {
+        UpdateProgram program(Daily());
+        std::string data = program.Read("VTRDATAset.ini");
+        const std::string minute = "\"30\"\r\n\"";
+        data.insert(data.find(minute) + minute.size(), "Automatic Updates");
+        program.Write("VTRDATAset.ini", data);
+        program.web.Answer("https://www.brantlow.example/Updates/brantlow/updateme.htm",
+                           MemoryWeb::Page("Version: 99.0.0"));
+        program.StartMine();
+        auto* offer = program.frame->findChild<frmVersionUpdate*>();
+        QVERIFY(offer && offer->isVisible());
+        LookAroundTheMinute(program, kTestDay);
+        QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
+        QVERIFY(program.Read("Mine.ddq").find("T3\t110.000") != std::string::npos);
+        QVERIFY(offer->isVisible());
+    }
+
     void aCopyThatTheSystemStartedEndsWithTheStatusOfTheRun() {
         for (const bool fails : {false, true}) {
             UpdateProgram program(Daily());
@@ -108,51 +171,29 @@ class DailyRunWindowTest : public QObject {
             program.clock.Set(kTestDay, kHalfPastFour - 120);
             program.StartMine();
             program.frame->Subjects().daily.WaitForDailyRun();
-            std::optional<HandoverAnswer> answer;
-            std::atomic<bool> isOver = false;
-            std::thread copy([&] {
-                answer = HandOverDailyRun(program.session.AppPath);
-                isOver = true;
-            });
+            const ScheduledCopy copy(program.session.AppPath);
             // The copy is connected once the window has taken it in; its run comes at the minute.
             double second = kHalfPastFour - 120;
-            while (!isOver) {
+            while (!copy.IsOver()) {
                 QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
                 program.LookAtClock(kTestDay, std::min(second += 1, kHalfPastFour + 300));
             }
-            copy.join();
-            QVERIFY(answer == HandoverAnswer{fails ? 1 : 0});
+            QVERIFY(copy.Answer() == HandoverAnswer{fails ? 1 : 0});
             QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
         }
     }
 
-    // The settings stand open over the minute; the copy comes meanwhile.
     void aCopyThatADialogHoldsUpWaitsAnHourAndTheRunIsMadeUpAfterwards() {
         UpdateProgram program(Daily());
-        program.clock.Set(kTestDay, kHalfPastFour - 120);
-        program.StartMine();
-        program.frame->Subjects().daily.WaitForDailyRun();
-        std::optional<HandoverAnswer> answer;
-        std::atomic<bool> isOver = false;
-        std::thread copy;
-        DialogHand hand([&](QDialog& dialog) {
-            copy = std::thread([&] {
-                answer = HandOverDailyRun(program.session.AppPath);
-                isOver = true;
-            });
-            QTRY_VERIFY(program.frame->Subjects().daily.HasWaitingCopies());
+        const auto copy = CopyOverADialog(program, [&](ScheduledCopy& waiting) {
             program.LookAtClock(kTestDay, kHalfPastFour - 60, kHalfPastFour + kHeldUpSeconds);
             QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-            QVERIFY(!isOver);
+            QVERIFY(!waiting.IsOver());
             program.LookAtClock(kTestDay, kHalfPastFour + kHeldUpSeconds);
-            while (!isOver) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+            QVERIFY((waiting.Answer() == HandoverAnswer{1, std::string(kRunIsHeldUp)}));
             QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{0});
-            dialog.reject();
         });
-        program.frame->Run("mnuSettingsApplication");
-        QTRY_VERIFY(!QApplication::activeModalWidget());
-        if (copy.joinable()) copy.join();
-        QVERIFY((answer == HandoverAnswer{1, std::string(kRunIsHeldUp)}));
+        QVERIFY(copy && copy->IsOver());
         program.LookAtClock(kTestDay, kHalfPastFour + kHeldUpSeconds + 1,
                             kHalfPastFour + kHeldUpSeconds + 90);
         QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
@@ -160,43 +201,20 @@ class DailyRunWindowTest : public QObject {
 
     void aCopyOverADialogThatClosesInTimeEndsWithTheStatusOfTheRun() {
         UpdateProgram program(Daily());
-        program.clock.Set(kTestDay, kHalfPastFour - 120);
-        program.StartMine();
-        program.frame->Subjects().daily.WaitForDailyRun();
-        std::optional<HandoverAnswer> answer;
-        std::atomic<bool> isOver = false;
-        std::thread copy;
-        DialogHand hand([&](QDialog& dialog) {
-            copy = std::thread([&] {
-                answer = HandOverDailyRun(program.session.AppPath);
-                isOver = true;
-            });
-            QTRY_VERIFY(program.frame->Subjects().daily.HasWaitingCopies());
+        const auto copy = CopyOverADialog(program, [&](ScheduledCopy&) {
             program.LookAtClock(kTestDay, kHalfPastFour - 60, kHalfPastFour + 1800);
-            dialog.reject();
         });
-        program.frame->Run("mnuSettingsApplication");
-        QTRY_VERIFY(!QApplication::activeModalWidget());
-        QVERIFY(!isOver);
+        QVERIFY(copy && !copy->IsOver());
         program.LookAtClock(kTestDay, kHalfPastFour + 1801, kHalfPastFour + 1900);
-        while (!isOver) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        copy.join();
-        QVERIFY(answer == HandoverAnswer{0});
+        QVERIFY(copy->Answer() == HandoverAnswer{0});
         QCOMPARE(program.Asked("/d/quotes.txt"), std::size_t{1});
     }
 
     void aCopyWithoutAChosenMinuteEndsAtOnce() {
         UpdateProgram program;
         program.StartMine();
-        std::optional<HandoverAnswer> answer;
-        std::atomic<bool> isOver = false;
-        std::thread copy([&] {
-            answer = HandOverDailyRun(program.session.AppPath);
-            isOver = true;
-        });
-        while (!isOver) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        copy.join();
-        QVERIFY(answer == HandoverAnswer{0});
+        const ScheduledCopy copy(program.session.AppPath);
+        QVERIFY(copy.Answer() == HandoverAnswer{0});
         QVERIFY(program.web.Addresses.empty());
     }
 

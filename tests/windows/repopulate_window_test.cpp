@@ -3,6 +3,7 @@
 #include <QPushButton>
 #include <utility>
 
+#include "acquire/feeds/windows/frmPopulate.h"
 #include "shell/frame/windows/frmEnable.h"
 #include "store/windows/frmErrorReport.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -79,6 +80,21 @@ class RepopulateWindowTest : public QObject {
         QVERIFY(!program.frame->findChild<frmEnable*>());
         QVERIFY(!program.Find<QProgressBar>("ProgressBar1")->isVisible());
         QCOMPARE(program.session.CurrentFile, std::string("Evaluations.dbe"));
+    }
+
+    void tipsSayThatTheStoredHistoryIsReplaced() {
+        ReportProgram program;
+        const QString replaces = QStringLiteral("it replaces the stored one");
+        QVERIFY(program.Report()
+                    ->findChild<QPushButton*>(QStringLiteral("Command3"))
+                    ->toolTip()
+                    .endsWith(replaces));
+        QVERIFY(program.frame->Commands().Entry("mnuFilePopulate")->toolTip().endsWith(replaces));
+        program.session.settings.MruSettings.Set(1, Value::OfText("Jan.ddq"));
+        program.frame->OpenRecentFile(1);
+        program.frame->Run("mnuFilePopulate");
+        auto* populate = program.frame->findChild<frmPopulate*>();
+        QVERIFY(populate->findChild<QPushButton*>(QStringLiteral("Command1"))->toolTip().endsWith(replaces));
     }
 
     void exitStopsAfterTheTickerInWork() {
