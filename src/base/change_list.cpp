@@ -1,6 +1,7 @@
 #include "base/change_list.h"
 
 #include <fcntl.h>
+#include <fmt/compile.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
 
@@ -131,7 +132,7 @@ std::string ChangeListLine(const Entry& entry, const Path& appPath) {
     const bool isBelow = !near.empty() && *near.begin() != "..";
     const auto row = std::find_if(kWasWords.begin(), kWasWords.end(),
                                   [&](const WasWord& word) { return word.was == entry.was; });
-    return fmt::format("{}\t{}\t{}\t{}\n", row->word, entry.number, entry.length,
+    return fmt::format(FMT_COMPILE("{}\t{}\t{}\t{}\n"), row->word, entry.number, entry.length,
                        Escaped((isBelow ? near : entry.path).native()));
 }
 

@@ -1,5 +1,6 @@
 #include "base/dates.h"
 
+#include <fmt/compile.h>
 #include <fmt/format.h>
 
 #include <array>
@@ -96,15 +97,15 @@ std::optional<Date> ParseDate(std::string_view text) {
 }
 
 std::string FormatDate(const Date& date) {
-    return fmt::format("{:02}/{:02}/{:02}", MonthOf(date), DayOf(date), YearOf(date) % 100);
+    return fmt::format(FMT_COMPILE("{:02}/{:02}/{:02}"), MonthOf(date), DayOf(date), YearOf(date) % 100);
 }
 
 std::string FormatLongDate(const Date& date) {
-    return fmt::format("{:02}/{:02}/{:04}", MonthOf(date), DayOf(date), YearOf(date));
+    return fmt::format(FMT_COMPILE("{:02}/{:02}/{:04}"), MonthOf(date), DayOf(date), YearOf(date));
 }
 
 std::string FormatIsoDate(const Date& date) {
-    return fmt::format("{:04}-{:02}-{:02}", YearOf(date), MonthOf(date), DayOf(date));
+    return fmt::format(FMT_COMPILE("{:04}-{:02}-{:02}"), YearOf(date), MonthOf(date), DayOf(date));
 }
 
 std::string ReformatDate(std::string_view text) {
@@ -141,7 +142,7 @@ std::optional<int> ParseTime(std::string_view text) {
 }
 
 std::string FormatTime(int minutes) {
-    return fmt::format("{:02}:{:02}", minutes / 60, minutes % 60);
+    return fmt::format(FMT_COMPILE("{:02}:{:02}"), minutes / 60, minutes % 60);
 }
 
 std::string ReformatTime(std::string_view text) {

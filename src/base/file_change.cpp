@@ -134,19 +134,42 @@ Failure FileChange::WillGrow(const Path& path) {
     if (const Failure fault = OpenJournal()) return fault;
     struct stat status {};
     Entry entry{Entry::Was::Absent, 0, 0, path};
-    Grown grown;
+    std::optional<std::uint64_t> device;
     if (::stat(path.c_str(), &status) == 0) {
         entry.was = Entry::Was::Grown;
-        grown.length = entry.length = static_cast<std::uintmax_t>(status.st_size);
-        grown.device = status.st_dev;
+        entry.length = static_cast<std::uintmax_t>(status.st_size);
+        device = status.st_dev;
     } else if (errno != ENOENT) {
         return NotRead(path, LastError());
     }
     if (const Failure fault = Note(ChangeListLine(entry, place_.appPath))) return fault;
-    grown_.emplace(path.native(), grown);
-    if (grown_.size() % kGrownPerFlush == 0) ahead_.Begin(path.parent_path());
-    entries_.push_back(std::move(entry));
+    TakeGrown(std::move(entry), device);
     return {};
+}
+
+Failure FileChange::WillGrow(std::span<const Growth> files) {
+    if (files.empty()) return {};
+    if (const Failure fault = OpenJournal()) return fault;
+    std::string lines;
+    for (const auto& [path, before] : files) {
+        lines += ChangeListLine({Entry::Was::Grown, 0, before.length, *path}, place_.appPath);
+    }
+    if (const Failure fault = Note(lines)) return fault;
+    for (const auto& [path, before] : files) {
+        TakeGrown({Entry::Was::Grown, 0, before.length, *path}, before.device);
+    }
+    return {};
+}
+
+bool FileChange::Touches(const Path& path) const {
+    const std::string& name = path.native();
+    return stagedAt_.contains(name) || grown_.contains(name) || deleted_.contains(name);
+}
+
+void FileChange::TakeGrown(Entry entry, std::optional<std::uint64_t> device) {
+    grown_.emplace(entry.path.native(), Grown{entry.length, device});
+    if (grown_.size() % kGrownPerFlush == 0) ahead_.Begin(entry.path.parent_path());
+    entries_.push_back(std::move(entry));
 }
 
 Failure FileChange::Commit() {

@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -72,6 +73,14 @@ class FileChange {
     bool IsDeleted(const Path& path) const { return deleted_.contains(path.native()); }
     // To be called before lines are added in place to the file Where(path).
     Failure WillGrow(const Path& path);
+    // The same of several files at once that this change has not touched, each as long as it says.
+    struct Growth {
+        const Path* path;
+        FileExtent before;
+    };
+    Failure WillGrow(std::span<const Growth> files);
+    // Whether the file is written, deleted or lengthened by this change.
+    bool Touches(const Path& path) const;
 
     // What stays once the change is done, where that shows only in its course.
     void KeepFor(ChangeKeeps keeps) { keeps_ = keeps; }
@@ -105,6 +114,7 @@ class FileChange {
 
     Failure OpenJournal();
     Failure Note(const std::string& lines);
+    void TakeGrown(Entry entry, std::optional<std::uint64_t> device);
     Failure StageFile(const Path& path, std::string_view bytes);
     Failure SyncStaged();
     Failure SyncOneByOne() const;

@@ -263,6 +263,12 @@ std::error_code GrowingFile::Append(std::string_view bytes) {
     return {};
 }
 
+std::optional<FileExtent> GrowingFile::Extent() const {
+    struct stat status {};
+    if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return std::nullopt;
+    return FileExtent{static_cast<std::uintmax_t>(status.st_size), status.st_dev};
+}
+
 std::error_code GrowingFile::Close() {
     if (descriptor_ < 0) return {};
     return ::close(std::exchange(descriptor_, -1)) == 0 ? std::error_code{} : LastError();

@@ -3,7 +3,9 @@
 // nothing is read or written for it.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -52,6 +54,12 @@ std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush f
 // Adds whole lines to the end of `path` in one write, creating it when it is missing.
 std::error_code AppendToFile(const Path& path, std::string_view bytes);
 
+// How long a file is, and what holds it.
+struct FileExtent {
+    std::uintmax_t length = 0;
+    std::uint64_t device = 0;
+};
+
 // A file that is read and grows by whole lines while it is kept open: for writers of one line after another,
 // and for those that look at a file before they add to it. Nothing is opened before it is needed. Nobody else
 // may replace or delete the file meanwhile.
@@ -66,6 +74,8 @@ class GrowingFile {
     ReadOutcome ReadIntoBuffer(std::string& buffer, std::size_t& used);
     // Adds whole lines to the end in one write; creates the file when it is missing.
     std::error_code Append(std::string_view bytes);
+    // As it is now; nothing while it is not open.
+    std::optional<FileExtent> Extent() const;
     // Tells a write error that the system reports late.
     std::error_code Close();
 

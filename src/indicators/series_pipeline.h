@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "indicators/ahead_of_turn.h"
+#include "base/ahead_of_turn.h"
 #include "indicators/analysis.h"
 #include "indicators/leftover_replay.h"
 #include "indicators/leftovers.h"

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "indicators/ahead_of_turn.h"
+#include "base/ahead_of_turn.h"
 #include "selector/leftover_verdicts.h"
 #include "selector/newest_window.h"
 #include "selector/ticker_verdict.h"

@@ -1,11 +1,13 @@
 #include "store/day_import.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "base/failure.h"
 #include "base/text.h"
 #include "shell/session_change.h"
 #include "shell/status_words.h"
+#include "store/days_ahead.h"
 #include "store/import_record.h"
 #include "store/update_list.h"
 
@@ -33,10 +35,14 @@ void ShowEntry(Session& session, std::size_t entry, std::size_t entries) {
 
 void StoreEntries(Session& session, std::size_t entries, QuoteArrays& rows, DayStore& days, DayRun& run,
                   DayImport& result) {
+    const std::string& folder = session.settings.QuoteFolder;
+    std::optional<DaysAhead> ahead;
+    if (run.growth == YearGrowth::InPlace) ahead.emplace(folder, rows, entries, run);
     for (std::size_t entry = 1; entry <= entries; ++entry) {
         ShowEntry(session, entry, entries);
+        ReadYear* const read = ahead ? ahead->Of(entry) : nullptr;
         if (!rows.HasRow(entry)) continue;
-        const StoredDay stored = StoreDay(session.settings.QuoteFolder, rows, entry, days, run);
+        const StoredDay stored = StoreDay(folder, rows, entry, days, run, read);
         if (stored.outcome == DayOutcome::Appended || stored.outcome == DayOutcome::Replaced) ++result.stored;
         if (stored.outcome != DayOutcome::Skipped) result.byTicker[rows.Symbols[entry]] = stored;
         if (!stored.error) continue;

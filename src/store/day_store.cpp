@@ -164,14 +164,38 @@ HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row) {
     return record;
 }
 
+void ReadYearAhead(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, ReadYear& read) {
+    read.isRead = false;
+    read.opened.reset();
+    if (!rows.HasRow(row) || !IsStored(rows, row)) return;
+    const std::string_view year = YearDigits(rows.TradeDates[row]);
+    if (!(LeadingNumber(year) > 0)) return;
+    read.year.file = YearFilePath(quoteFolder, rows.Symbols[row], year);
+    if (!read.year.file) return;
+    read.opened.emplace(*read.year.file);
+    if (ReadYearFile(read.opened, read.year)) return;
+    const std::optional<FileExtent> extent = read.opened->Extent();
+    read.isRead = extent.has_value();
+    if (extent) read.extent = *extent;
+}
+
+bool WillGrow(const QuoteArrays& rows, std::size_t row, const ReadYear& read) {
+    return !read.year.hadHalfLine && !ReplacesLast(rows, row, read.year.last) &&
+           FollowsLast(rows, row, read.year.last);
+}
+
 StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state,
-                   DayRun& run) {
+                   DayRun& run, ReadYear* ahead) {
     if (!IsStored(rows, row)) return {};
     RepairRow(rows, row);
     RepairOpenPrice(rows, row);
-    std::optional<GrowingFile> opened;
-    Failure fault = OpenYearFile(quoteFolder, rows, row, run.change, opened, state);
-    if (fault) return {DayOutcome::Failed, std::move(fault)};
+    std::optional<GrowingFile> openedNow;
+    std::optional<GrowingFile>& opened = ahead != nullptr ? ahead->opened : openedNow;
+    if (ahead != nullptr) {
+        std::swap(state, ahead->year);
+    } else if (Failure fault = OpenYearFile(quoteFolder, rows, row, run.change, opened, state)) {
+        return {DayOutcome::Failed, std::move(fault)};
+    }
     StoredDay stored = StoreRow(rows, row, opened, run, state);
     if (!stored.error) run.listed += UpdatedTickerLine(rows.Symbols[row]);
     return stored;

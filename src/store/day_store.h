@@ -65,11 +65,27 @@ struct DayRun {
     std::vector<Path> halfLines;
 };
 
+// A row's year file as it was read before the row's turn.
+struct ReadYear {
+    DayStore year;
+    std::optional<GrowingFile> opened;
+    FileExtent extent;
+    // False where the row is to be read in its turn: it names no file, or the file could not be read.
+    bool isRead = false;
+};
+
+// Reads the year file of row `row`, which no change has touched. The row's ticker and date are looked at,
+// nothing else of `rows`.
+void ReadYearAhead(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, ReadYear& read);
+// Whether the row's day goes behind the last one of the file, in place.
+bool WillGrow(const QuoteArrays& rows, std::size_t row, const ReadYear& read);
+
 // Stores row `row` of `rows`, for which room was made; its missing prices are filled in first. The ticker
 // enters the run's list unless the row is skipped. A line that a lost connection to the disk cut off at the
 // end of the file, one of fewer than 19 fields without a line end, is left out when the file is written.
+// `ahead`, unless null, is the row's year file, read since it was last touched; it is used up.
 StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state,
-                   DayRun& run);
+                   DayRun& run, ReadYear* ahead = nullptr);
 
 // The row as a record of its year file, rounded.
 HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row);

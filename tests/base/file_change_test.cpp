@@ -237,6 +237,41 @@ TEST_F(FileChangeTest, ManyFilesThatGrowAreFlushedMeanwhileAndTakenBackAllTheSam
     EXPECT_TRUE(Files().empty());
 }
 
+TEST_F(FileChangeTest, FilesNotedTogetherGoBackToTheirLengths) {
+    Put("a", "one");
+    Put("b", "two!");
+    const Path a = File("a");
+    const Path b = File("b");
+    FileChange change(place, "Test");
+    EXPECT_FALSE(change.Touches(a));
+    ASSERT_FALSE(change.WillGrow(std::vector<FileChange::Growth>{{&a, {3, 1}}, {&b, {4, 1}}}));
+    EXPECT_TRUE(change.Touches(a));
+    EXPECT_TRUE(change.Touches(b));
+    EXPECT_FALSE(change.Touches(File("c")));
+    ASSERT_FALSE(AppendToFile(a, "+"));
+    ASSERT_FALSE(AppendToFile(b, "++"));
+    ASSERT_FALSE(change.TakeBack());
+    EXPECT_THAT(Files(), ElementsAre("a=one", "b=two!"));
+    EXPECT_FALSE(change.Touches(a));
+}
+
+TEST_F(FileChangeTest, NotingNoFileBeginsNoChange) {
+    FileChange change(place, "Test");
+    ASSERT_FALSE(change.WillGrow(std::vector<FileChange::Growth>{}));
+    EXPECT_FALSE(change.HasWork());
+    EXPECT_EQ(UndoFolders(), 0U);
+}
+
+TEST_F(FileChangeTest, AChangeTouchesWhatItWritesAndDeletes) {
+    Put("gone", "x");
+    FileChange change(place, "Test");
+    ASSERT_FALSE(change.Write(File("new"), "NEW"));
+    ASSERT_FALSE(change.Delete(File("gone")));
+    EXPECT_TRUE(change.Touches(File("new")));
+    EXPECT_TRUE(change.Touches(File("gone")));
+    EXPECT_FALSE(change.Touches(File("else")));
+}
+
 // A flush goes to the files, or to the file system by one of them: it fails where none of them is left.
 TEST_F(FileChangeTest, FilesThatGrewAreFlushedHoweverMany) {
     for (const int count : {1, 16, 17, 40}) {

@@ -1,5 +1,8 @@
 #include "store/day_store.h"
 
+#include <optional>
+
+#include "store/days_ahead.h"
 #include "store/store_fixture.h"
 #include "store/update_list.h"
 
@@ -33,7 +36,10 @@ class StoreDayFixture : public ::testing::Test {
     DayOutcome Store(std::size_t row = 1) {
         FileChange change(Place(), "Test", ChangeKeeps::UntilDone);
         DayRun run{change, growth, {}, {}};
-        const DayOutcome outcome = StoreDay(quotes, rows, row, state, run).outcome;
+        std::optional<DaysAhead> ahead;
+        if (isReadAhead && row == 1) ahead.emplace(quotes, rows, 1, run);
+        const DayOutcome outcome =
+            StoreDay(quotes, rows, row, state, run, ahead ? ahead->Of(1) : nullptr).outcome;
         EXPECT_FALSE(change.Commit());
         listed += run.listed;
         halfLines += run.halfLines.size();
@@ -52,22 +58,31 @@ class StoreDayFixture : public ::testing::Test {
     QuoteArrays rows;
     DayStore state;
     YearGrowth growth = YearGrowth::Replaced;
+    bool isReadAhead = false;
     std::string listed;
     std::size_t halfLines = 0;
 };
 
-// The bytes are the same whichever way a file grows.
-class StoreDayTest : public StoreDayFixture, public ::testing::WithParamInterface<YearGrowth> {
+struct StoreWay {
+    const char* name;
+    YearGrowth growth;
+    bool isReadAhead;
+};
+
+// The bytes are the same whichever way a file is read and grows.
+class StoreDayTest : public StoreDayFixture, public ::testing::WithParamInterface<StoreWay> {
   protected:
     void SetUp() override {
         StoreDayFixture::SetUp();
-        growth = GetParam();
+        growth = GetParam().growth;
+        isReadAhead = GetParam().isReadAhead;
     }
 };
-INSTANTIATE_TEST_SUITE_P(Growth, StoreDayTest, ::testing::Values(YearGrowth::Replaced, YearGrowth::InPlace),
-                         [](const auto& test) {
-                             return test.param == YearGrowth::Replaced ? "Replaced" : "InPlace";
-                         });
+INSTANTIATE_TEST_SUITE_P(Growth, StoreDayTest,
+                         ::testing::Values(StoreWay{"Replaced", YearGrowth::Replaced, false},
+                                           StoreWay{"InPlace", YearGrowth::InPlace, false},
+                                           StoreWay{"InPlaceReadAhead", YearGrowth::InPlace, true}),
+                         [](const auto& test) { return test.param.name; });
 
 TEST_P(StoreDayTest, TheFirstDayStartsAFile) {
     EXPECT_EQ(Store("IBM", "03/15/24", "16:00", "10.5"), DayOutcome::Appended);

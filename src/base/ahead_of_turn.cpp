@@ -1,4 +1,4 @@
-#include "indicators/ahead_of_turn.h"
+#include "base/ahead_of_turn.h"
 
 namespace brantlow {
 
