@@ -4,15 +4,16 @@
 # test. Nothing of the checkout is touched: it works in a copy, build/mutants.
 #
 #   tools/mutate_tables.sh [COUNT|all [SEED]]
+#   tools/mutate_tables.sh FILE:LINE...
 #
-# COUNT rows (20 without it) or all of them are drawn by SEED (1). In each the last letter of its first text changes, or
-# where it has no text its first digit. Built, without optimisation, and tested are the engine and the batch tool; the
-# tests that noticed other rows run first. Exit status 1 where a change went unnoticed; those rows are named.
+# COUNT rows (20 without it) or all of them are drawn by SEED (1), or the named ones are taken. In each the last letter
+# of its first text changes, or where it has no text its first digit. Built, without optimisation, and tested are the
+# engine and the batch tool; the tests that noticed other rows run first. Exit status 1 where a change went unnoticed;
+# those rows are named.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-count=${1:-20}
-seed=${2:-1}
+if [[ ${1:-} == *:* ]]; then named=("$@") count=$# seed=1; else named=() count=${1:-20} seed=${2:-1}; fi
 tables=(src/store/columns.cpp src/store/columns.h src/selector/catalogue.cpp src/selector/test_table.cpp
   src/chart/series_tables.h src/chart/pick_lists.h src/acquire/feeds/fundamental_labels.h)
 copy=build/mutants/source
@@ -24,6 +25,7 @@ cd "$copy"
 
 # Lines within braces or quotes that hold a text or a number, as "file:line".
 rows() {
+  if ((${#named[@]} > 0)); then printf '%s\n' "${named[@]}"; return; fi
   awk '/^ *(\/\/|#|namespace|return|if|for|using)/ { next }
        /^ +.*"[^"]*[A-Za-z][^"]*"/ || /^ +\{[^}]*[0-9]/ { print FILENAME ":" FNR }' "${tables[@]}"
 }
@@ -33,7 +35,8 @@ change() {
     match($0, /"[^"]*[A-Za-z][^"]*"/) {
       text = substr($0, RSTART, RLENGTH)
       for (i = length(text); i > 0; --i) if (substr(text, i, 1) ~ /[A-Za-z]/ && substr(text, i - 1, 1) != "\\") break
-      letter = substr(text, i, 1) == "Q" ? "X" : "Q"
+      # Some readers of these texts pass over case.
+      letter = toupper(substr(text, i, 1)) == "Q" ? "X" : "Q"
       print substr($0, 1, RSTART - 1) substr(text, 1, i - 1) letter substr(text, i + 1) substr($0, RSTART + RLENGTH)
       next
     }
