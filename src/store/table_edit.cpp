@@ -104,6 +104,14 @@ std::error_code SaveOpenTable(Session& session, QuoteTable& table) {
     return error;
 }
 
+Failure PrepareSavedTable(Session& session, const QuoteTable& table, FileChange& change) {
+    session.person.ShowStatusWord(kStatusSaving);
+    const Path file = session.DataFile(session.CurrentFile);
+    Failure fault;
+    session.person.DoBeside([&] { fault = PrepareQuoteTable(table, file, change); });
+    return fault;
+}
+
 std::error_code AutomaticSave(Session& session, QuoteTable& table) {
     if (!SavesTable(session.settings)) return {};
     session.person.ShowStatusWord(kStatusSaving);
@@ -184,19 +192,19 @@ bool RestoreRow(QuoteTable& table, const RemovedRow& removed) {
 }
 
 TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
-                       const AskDeleteHistory& deletesHistory) {
+                       const AskDeleteHistory& deletesHistory, const std::function<void()>& rowTaken) {
     FileChange change(ChangePlaceOf(session), "Delete " + TableSpelling(symbol));
     TableEdit edit = PrepareDeletion(session, table, symbol, deletesHistory, change);
     if (edit.outcome != EditOutcome::Changed || edit.fault) return edit;
+    if (rowTaken) rowTaken();
     const Path file = session.DataFile(session.CurrentFile);
     const bool saves = SavesTable(session.settings);
     if (saves && !MayReplaceTable(session, table, file)) {
         edit.fault = FailedTo(FailureKind::Write, file, std::make_error_code(std::errc::operation_canceled));
     } else if (saves) {
-        session.person.ShowStatusWord(kStatusSaving);
-        edit.fault = PrepareQuoteTable(table, file, change);
+        edit.fault = PrepareSavedTable(session, table, change);
     }
-    if (!edit.fault) edit.fault = change.Commit();
+    if (!edit.fault) edit.fault = CommitBeside(session, change);
     if (!edit.fault && saves) table.SetSource(file, StampOf(file));
     edit.saveError = edit.fault.cause;
     session.person.ShowStatusWord(kStatusComplete);

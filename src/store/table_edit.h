@@ -63,6 +63,9 @@ std::error_code AutomaticSave(Session& session, QuoteTable& table);
 // Saves the open table, with the same question.
 std::error_code SaveOpenTable(Session& session, QuoteTable& table);
 
+// The open table's file as a part of a change of files, while the windows of a run live on.
+Failure PrepareSavedTable(Session& session, const QuoteTable& table, FileChange& change);
+
 inline constexpr std::string_view kFileChangedTitle = "Replace File?";
 // The question alone: false when the person does not want to write over what another program has made of
 // `file` since `table` was read from it. Where no file stands any more there is nothing to write over.
@@ -87,8 +90,9 @@ using AskDeleteHistory = std::function<std::optional<bool>(const std::string& ti
 // Takes the row of `symbol`, in any case, out of the table; of an end-of-day table `deletesHistory` is asked
 // first whether the ticker's history goes too. The last ticker of a table stays, and so does the history of a
 // ticker that the table does not hold. What is saved, and what goes with a history, can be undone.
+// `rowTaken`, which may be empty, is called once the row is out of the table, before any file is written.
 TableEdit DeleteTicker(Session& session, QuoteTable& table, std::string_view symbol,
-                       const AskDeleteHistory& deletesHistory);
+                       const AskDeleteHistory& deletesHistory, const std::function<void()>& rowTaken = {});
 
 // A row that was taken out, with its place and its cells under their headers.
 struct RemovedRow {

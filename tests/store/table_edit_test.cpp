@@ -151,6 +151,30 @@ TEST_F(TableEditTest, DeletingTakesTheRowAndSaves) {
     EXPECT_EQ(person.tickerCounts, std::vector<std::size_t>{1});
 }
 
+// A new file beside the table's, then all into their places.
+TEST_F(TableEditTest, ADeletionWritesAndDeletesBesideTheWindowsAlone) {
+    Write("Data/Mine.ddq", "old");
+    Write("Quotes/EOD/BBB.24", "history");
+    EXPECT_EQ(FilesChangedBesideBy([&] { DeleteTicker(session, table, "BBB", kWithHistory); }), 2);
+    EXPECT_FALSE(Exists("Quotes/EOD/BBB.24"));
+    EXPECT_EQ(Read("Data/Mine.ddq"), std::string(kAlarmHeader) + "\r\nCCC\t3.000\t5\t1\r\n");
+}
+
+TEST_F(TableEditTest, TheRowIsOutOfTheTableBeforeAFileIsWritten) {
+    Write("Data/Mine.ddq", "old");
+    int calls = 0;
+    const auto rowTaken = [&] {
+        ++calls;
+        EXPECT_EQ(LinesOf(table), (Lines{kAlarmHeader, "CCC\t3.000\t5\t1"}));
+        EXPECT_EQ(Read("Data/Mine.ddq"), "old");
+        EXPECT_EQ(person.beside, 0);
+    };
+    EXPECT_EQ(DeleteTicker(session, table, "ZZZ", kWithoutHistory, rowTaken).outcome, EditOutcome::Unchanged);
+    EXPECT_EQ(calls, 0);
+    DeleteTicker(session, table, "BBB", kWithoutHistory, rowTaken);
+    EXPECT_EQ(calls, 1);
+}
+
 TEST_F(TableEditTest, WithManualSaveTheFileStaysAsItIs) {
     Set(session.settings.DataSettings, 7, "Manual Save");
     Write("Data/Mine.ddq", "old");

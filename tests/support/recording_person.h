@@ -38,7 +38,9 @@ class RecordingPerson final : public Person {
     }
     void DoBeside(const std::function<void()>& work) override {
         ++beside;
+        if (aroundBeside) aroundBeside();
         work();
+        if (aroundBeside) aroundBeside();
     }
     void Beep() override { ++beeps; }
 
@@ -48,6 +50,8 @@ class RecordingPerson final : public Person {
     std::vector<std::size_t> tickerCounts;
     std::vector<double> progress;
     std::deque<std::function<void()>> events;
+    // Called before and after what is done beside the windows.
+    std::function<void()> aroundBeside;
     bool answer = true;
     int pumps = 0;
     int beside = 0;

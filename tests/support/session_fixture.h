@@ -50,6 +50,27 @@ class SessionTest : public ::testing::Test {
         return files;
     }
 
+    // What `act` does to files it does beside the windows; how often it did.
+    int FilesChangedBesideBy(const std::function<void()>& act) {
+        std::vector<std::string> last = Everything();
+        bool isBeside = false;
+        int changes = 0;
+        person.aroundBeside = [&] {
+            std::vector<std::string> now = Everything();
+            if (isBeside) {
+                changes += now == last ? 0 : 1;
+            } else {
+                EXPECT_EQ(now, last);
+            }
+            isBeside = !isBeside;
+            last = std::move(now);
+        };
+        act();
+        EXPECT_EQ(Everything(), last);
+        person.aroundBeside = nullptr;
+        return changes;
+    }
+
     void Set(SettingsTable& table, std::size_t line, std::string_view text) const {
         table.Set(line, Value::OfRawLine(text));
     }

@@ -85,11 +85,11 @@ class RunProgram : public SceneProgram {
     }
 
     // A table of as many rows as the largest market's, each with all columns of a quote table.
-    void WriteLargeTable(const char* name) {
+    void WriteLargeTable(const char* name, std::size_t rows = kManyRows) {
         std::string line;
         for (std::size_t column = 1; column < kQuoteColumns.size(); ++column) line += "\t12.345";
         std::string text = QuoteHeader() + "\r\n";
-        for (std::size_t row = 1; row <= kManyRows; ++row) text += "T" + std::to_string(row) + line + "\r\n";
+        for (std::size_t row = 1; row <= rows; ++row) text += "T" + std::to_string(row) + line + "\r\n";
         Write(name, text);
     }
     // Opens a table as the list of recent ones does.
@@ -213,6 +213,90 @@ class ResponsiveRunTest : public QObject {
         QVERIFY(!BytesOrEmpty(file).empty() && BytesOrEmpty(file) == BytesOrEmpty(other));
         QVERIFY(program.frame->isEnabled() && !program.person.InRun());
         QCOMPARE(program.frame->focusWidget(), static_cast<QWidget*>(view));
+    }
+
+    // The frame is off once for each; the loop turns while the table's bytes are made and flushed.
+    void aLargeTableGainsAndLosesARowBesideTheWindows() {
+        RunProgram program;
+        program.WriteLargeTable("Many.ddq", kManyRows - 1);
+        program.Open("Many.ddq");
+        // Without a download, which has turns of its own.
+        program.session.settings.DataSettings.Set(6, Value::OfText(""));
+        int turns = 0;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            if (!program.frame->isEnabled() && program.StatusWord() == QStringLiteral("Saving")) ++turns;
+        });
+        watch.start(0);
+        DialogHand hand(
+            [](QDialog& dialog) { dialog.findChild<QPushButton*>(QStringLiteral("Command2"))->click(); });
+        for (const char* button : {"CmdAdd", "CmdDelete"}) {
+            turns = 0;
+            Disablings saving(*program.frame);
+            program.frame->findChild<QLineEdit*>(QStringLiteral("Text1"))->setText(QStringLiteral("NEW1"));
+            program.Click(button);
+            QCOMPARE(saving.count, 1);
+            QVERIFY2(turns > 0, button);
+            const bool isThere = program.Read("Many.ddq").find("\r\nNEW1\t") != std::string::npos;
+            QCOMPARE(isThere, button == std::string_view("CmdAdd"));
+            QVERIFY(program.frame->isEnabled() && !program.person.InRun());
+        }
+        QCOMPARE(program.frame->QuoteForm()->Table().TickerCount(), kManyRows - 1);
+    }
+
+    void aWindowThatIsClosedWhileARowGoesIsClosedAfterTheSave() {
+        RunProgram program;
+        program.WriteLargeTable("Many.ddq");
+        program.Open("Many.ddq");
+        DialogHand hand(
+            [](QDialog& dialog) { dialog.findChild<QPushButton*>(QStringLiteral("Command2"))->click(); });
+        int asked = 0;
+        QTimer close;
+        QObject::connect(&close, &QTimer::timeout, [&] {
+            if (!program.person.InRun()) return;
+            ++asked;
+            program.frame->close();
+            QVERIFY(program.frame->isVisible());
+        });
+        close.start(0);
+        program.frame->findChild<QLineEdit*>(QStringLiteral("Text1"))->setText(QStringLiteral("T7"));
+        program.Click("CmdDelete");
+        QVERIFY(asked > 0);
+        QTRY_VERIFY(!program.frame->isVisible());
+        QVERIFY(program.Read("Many.ddq").find("\r\nT7\t") == std::string::npos);
+        QVERIFY(program.Read("Many.ddq").find("\r\nT8\t") != std::string::npos);
+    }
+
+    // Its folder is gone: the sentence comes before a closed window goes.
+    void aRowWhoseTableCannotBeSavedIsToldBeforeTheWindowGoes() {
+        for (const char* button : {"CmdAdd", "CmdDelete"}) {
+            RunProgram program;
+            program.WriteLargeTable("Many.ddq", kManyRows - 1);
+            program.Open("Many.ddq");
+            const Path file = program.session.DataFile("Many.ddq");
+            QVERIFY(std::filesystem::remove(file));
+            std::filesystem::create_directory(file);
+            QStringList told;
+            DialogHand hand([&](QDialog& dialog) {
+                if (auto* const keep = dialog.findChild<QPushButton*>(QStringLiteral("Command2")))
+                    return keep->click();
+                told << qobject_cast<QMessageBox*>(&dialog)->text();
+                QVERIFY(program.frame->isVisible());
+                dialog.accept();
+            });
+            QTimer close;
+            QObject::connect(&close, &QTimer::timeout, [&] {
+                if (program.person.InRun()) program.frame->close();
+            });
+            close.start(0);
+            const bool adds = button == std::string_view("CmdAdd");
+            program.frame->findChild<QLineEdit*>(QStringLiteral("Text1"))
+                ->setText(adds ? QStringLiteral("NEW1") : QStringLiteral("T7"));
+            program.Click(button);
+            QCOMPARE(told.size(), 1);
+            QVERIFY2(told.front().contains(QStringLiteral("Many.ddq")), qPrintable(told.front()));
+            QTRY_VERIFY(!program.frame->isVisible());
+        }
     }
 
     void aLargeTableThatCannotBeSavedIsToldAndStays() {

@@ -39,8 +39,7 @@ AddedTicker AddTicker(Session& session, Web& web, const Hosts& hosts, QuoteTable
     const Path file = session.DataFile(session.CurrentFile);
     const bool keepsOther = Saves(session, saving) && !MayReplaceTable(session, table, file);
     const bool saves = Saves(session, saving) && !keepsOther && !edit.fault;
-    if (saves) session.person.ShowStatusWord(kStatusSaving);
-    if (saves) edit.fault = PrepareQuoteTable(table, file, change);
+    if (saves) edit.fault = PrepareSavedTable(session, table, change);
     if (!edit.fault) edit.fault = CommitBeside(session, change);
     if (saves && !edit.fault) table.SetSource(file, StampOf(file));
     edit.saveError = edit.fault.cause;

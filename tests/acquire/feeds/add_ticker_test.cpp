@@ -38,6 +38,13 @@ TEST_F(AddTickerTest, FetchesTheHistoryAndSaves) {
     EXPECT_EQ(person.tickerCounts, std::vector<std::size_t>{2});
 }
 
+// A new file, then into its place.
+TEST_F(AddTickerTest, TheTableIsWrittenBesideTheWindowsAlone) {
+    Set(session.settings.DataSettings, 6, "");
+    EXPECT_EQ(FilesChangedBesideBy([&] { Add({"AAA"}); }), 2);
+    EXPECT_TRUE(Exists("Data/Mine.ddq"));
+}
+
 TEST_F(AddTickerTest, WithoutYearsNoHistoryIsFetched) {
     Set(session.settings.DataSettings, 6, "");
     EXPECT_EQ(Add({"AAA"}).outcome, EditOutcome::Changed);

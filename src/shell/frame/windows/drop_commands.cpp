@@ -5,6 +5,8 @@
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
+#include <string_view>
+#include <unordered_set>
 
 #include "base/windows/display_text.h"
 #include "shell/file_kind.h"
@@ -96,9 +98,11 @@ void DropCommands::AddTickers(const std::string& text, const std::string& from) 
     if (!form || KindOf(frame_.session.CurrentFile) != FileKind::Ddq)
         return frame_.person.Say("Tickers can be dropped onto an open End of Day Quote File.");
     QuoteTable& table = form->Table();
+    const std::vector<std::string> rows = table.Tickers();
+    const std::unordered_set<std::string_view> known(rows.begin(), rows.end());
     std::vector<std::string> fresh;
     for (const std::string& ticker : TickersIn(text)) {
-        if (RowOfTicker(table, ticker) == 0 && RefusedTickerName(ticker, frame_.session.settings).empty())
+        if (!known.contains(ticker) && RefusedTickerName(ticker, frame_.session.settings).empty())
             fresh.push_back(ticker);
     }
     if (fresh.empty()) return frame_.notice("No new ticker in " + from);

@@ -39,13 +39,14 @@ void EditCommands::AddSymbol() {
                                        form->CurrentColumn(), TableSaving::AsSettingsSay, rowAdded);
     if (edit.outcome == EditOutcome::Unchanged) form->ClearSymbolBox();
     if (edit.outcome != EditOutcome::Changed) return;
+    // Told before the work ends: a frame that was closed meanwhile goes then.
+    TellEdit(edit);
     const bool stays = frame_.runs.End();
     TellAdded(edit);
     if (!stays) return;
     const std::string ticker = frame_.session.CurrentTicker;
     form->ClearBoxes();
     form->SelectTicker(ticker);
-    TellEdit(edit);
 }
 
 // Its row was added, whatever became of its history.
@@ -61,18 +62,24 @@ void EditCommands::DeleteSymbol() {
     frmQuoteGrid* const form = frame_.table.form();
     if (!form || form->Table().TickerCount() == 1) return;
     RemovedRow removed;
-    const TableEdit edit =
-        DeleteTicker(frame_.session, form->Table(), form->Typed().symbol, [&](const std::string& ticker) {
-            removed = KeepRow(form->Table(), RowOfTicker(form->Table(), ticker));
-            return frmDeleteQuoteDataBase(ticker, &frame_.window).Ask();
-        });
+    bool isWork = false;
+    const auto ask = [&](const std::string& ticker) {
+        removed = KeepRow(form->Table(), RowOfTicker(form->Table(), ticker));
+        return frmDeleteQuoteDataBase(ticker, &frame_.window).Ask();
+    };
+    const auto rowTaken = [&] {
+        form->TableChanged();
+        isWork = frame_.runs.BeginSaving(form->Table());
+    };
+    const TableEdit edit = DeleteTicker(frame_.session, form->Table(), form->Typed().symbol, ask, rowTaken);
     if (edit.outcome == EditOutcome::Refused) return;
     // One that was saved comes back with its file.
     removed_ = SavesTable(frame_.session.settings) ? RemovedRow() : removed;
     removedFrom_ = frame_.session.CurrentFile;
-    form->TableChanged();
-    form->ClearBoxes();
+    // Told before the work ends: a frame that was closed meanwhile goes then.
     TellEdit(edit);
+    if (isWork) frame_.runs.End();
+    form->ClearBoxes();
 }
 
 std::string EditCommands::RowToRestore() const {

@@ -56,11 +56,16 @@ bool FrameRuns::EndOn(frmQuoteGrid& table) {
     return stays;
 }
 
-void FrameRuns::Saving(const QuoteTable& table, const std::function<void()>& save) {
-    if (table.TickerCount() < kManyRows || person_.InRun()) return save();
+bool FrameRuns::BeginSaving(const QuoteTable& table) {
+    if (table.TickerCount() < kManyRows || person_.InRun()) return false;
     person_.BeginWork();
+    return true;
+}
+
+void FrameRuns::Saving(const QuoteTable& table, const std::function<void()>& save) {
+    const bool isWork = BeginSaving(table);
     save();
-    End();
+    if (isWork) End();
 }
 
 bool FrameRuns::TableMayClose() const {

@@ -34,6 +34,9 @@ class FrameRuns final {
     bool EndOn(frmQuoteGrid& table);
     // Does what saves `table`; of a large one it is work, beside which the windows live.
     void Saving(const QuoteTable& table, const std::function<void()>& save);
+    // For what asks before it saves: begins that work once nothing more is asked. True where it is work and
+    // has to End.
+    bool BeginSaving(const QuoteTable& table);
 
     // Whether the open table may be closed.
     bool TableMayClose() const;
