@@ -14,6 +14,7 @@ inline constexpr std::string_view kStatusUpdating = "Updating";
 inline constexpr std::string_view kStatusSelecting = "Selecting";
 inline constexpr std::string_view kStatusPopulating = "Populating";
 inline constexpr std::string_view kStatusStudying = "Studying";
+inline constexpr std::string_view kStatusPrinting = "Printing";
 inline constexpr std::string_view kStatusRemoving = "Removing";
 inline constexpr std::string_view kStatusCopying = "Copying";
 inline constexpr std::string_view kStatusUndoing = "Undoing";

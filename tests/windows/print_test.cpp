@@ -151,7 +151,7 @@ class PrintTest : public QObject {
             QCOMPARE(dialog.windowTitle(), QStringLiteral("Print"));
             auto* question = qobject_cast<QFileDialog*>(&dialog);
             QCOMPARE(question->directory().dirName(), QStringLiteral("Images"));
-            QCOMPARE(question->selectedFiles().constFirst().section(u'/', -1), QStringLiteral("Feb.ddq"));
+            QCOMPARE(question->selectedFiles().constFirst().section(u'/', -1), QStringLiteral("Feb.pdf"));
             QCOMPARE(question->nameFilters(), QStringList(QStringLiteral("All Files (*.pdf)")));
             EnterFile(dialog, program.folder / "table");
         });

@@ -98,6 +98,25 @@ class RunProgram : public SceneProgram {
         frame->OpenRecentFile(1);
     }
 
+    void ShowAllColumns() {
+        frmQuoteGrid& grid = *frame->QuoteForm();
+        for (std::size_t i = 1; i < grid.Table().ColumnCount(); ++i)
+            session.settings.ColumnSettings.Set(i, Value::OfText(grid.Table().Header(i)));
+        grid.RebuildColumns();
+    }
+    // Prints the table to a file of this name; what a box says afterwards.
+    QString PrintTo(const char* name) {
+        QString told;
+        DialogHand hand([&](QDialog& dialog) {
+            auto* const box = qobject_cast<QMessageBox*>(&dialog);
+            if (!box) return EnterFile(dialog, folder / name);
+            told = box->text();
+            box->accept();
+        });
+        Choose("mnuFilePrintTable");
+        return told;
+    }
+
     Path Loads() const { return folder / "loads"; }
 
     // Goes on wherever a dialog asks whether to; in a turn of its own, since it can lead to the next
@@ -315,6 +334,48 @@ class ResponsiveRunTest : public QObject {
         QVERIFY2(told.startsWith(QStringLiteral("Many.ddq")), qPrintable(told));
         QVERIFY(program.frame->isEnabled() && !program.person.InRun());
         QCOMPARE(program.frame->QuoteForm()->Table().TickerCount(), kManyRows);
+    }
+
+    // Its columns do not fit on one page; each page is a step of the run.
+    void printingALargeTableLooksAtTheEventsAfterEachPage() {
+        RunProgram program;
+        program.WriteLargeTable("Many.ddq", 600);
+        program.Open("Many.ddq");
+        program.ShowAllColumns();
+        LoopWatch watch(program);
+        const QString told = program.PrintTo("table.pdf");
+        QCOMPARE(told, QStringLiteral("There is no printer. The pages were written to ") +
+                           ShownPath(program.folder / "table.pdf"));
+        const std::string pdf = BytesOrEmpty(program.folder / "table.pdf");
+        const int pages = static_cast<int>(QByteArray::fromStdString(pdf).count("/Type /Page\n"));
+        QVERIFY2(pages > 10, std::to_string(pages).c_str());
+        Judge(watch, pages);
+        QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+        QVERIFY(program.frame->isEnabled() && !program.person.InRun());
+    }
+
+    void aPrintingThatIsStoppedWritesNothing() {
+        RunProgram program;
+        program.WriteLargeTable("Many.ddq", 600);
+        program.Open("Many.ddq");
+        program.ShowAllColumns();
+        QTimer stop;
+        QObject::connect(&stop, &QTimer::timeout, [&] {
+            if (program.session.run.ProgressFraction > 0.3) program.session.run.ProcessCommand = kStopRun;
+        });
+        stop.start(0);
+        QCOMPARE(program.PrintTo("table.pdf"), QString());
+        QVERIFY(!std::filesystem::exists(program.folder / "table.pdf"));
+        QVERIFY2(program.Told().contains(QStringLiteral("Stopped; nothing was printed")),
+                 qPrintable(program.Told()));
+        QVERIFY(program.frame->isEnabled() && !program.person.InRun());
+    }
+
+    void aSmallTableIsPrintedAtOnce() {
+        RunProgram program;
+        Disablings off(*program.frame);
+        QVERIFY(program.PrintTo("table.pdf").startsWith(QStringLiteral("There is no printer.")));
+        QCOMPARE(off.count, 0);
     }
 
     void aSmallTableIsSavedAtOnce() {

@@ -59,12 +59,18 @@ int PagePrinter::PrintPages(const PaintPages& paint, const QString& title) {
     return paint(Printer());
 }
 
-std::error_code PagePrinter::WritePdf(const Path& file, const QImage& picture, const QString& title) {
-    return WritePdfPages(
-        file, [&](QPagedPaintDevice& writer) { return PrintPictureToFit(writer, picture) ? 1 : 0; }, title);
+void PagePrinter::Abort() {
+    Printer().abort();
 }
 
-std::error_code PagePrinter::WritePdfPages(const Path& file, const PaintPages& paint, const QString& title) {
+std::error_code PagePrinter::WritePdf(const Path& file, const QImage& picture, const QString& title) {
+    const std::string bytes =
+        PdfOf([&](QPagedPaintDevice& writer) { return PrintPictureToFit(writer, picture) ? 1 : 0; }, title);
+    if (bytes.empty()) return std::make_error_code(std::errc::io_error);
+    return WriteWholeFile(file, bytes);
+}
+
+std::string PagePrinter::PdfOf(const PaintPages& paint, const QString& title) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -73,8 +79,8 @@ std::error_code PagePrinter::WritePdfPages(const Path& file, const PaintPages& p
     writer.setResolution(Printer().resolution());
     writer.setTitle(title);
     writer.setCreator(QStringLiteral("Brantlow"));
-    if (paint(writer) == 0) return std::make_error_code(std::errc::io_error);
-    return WriteWholeFile(file, bytes.toStdString());
+    if (paint(writer) == 0) return {};
+    return bytes.toStdString();
 }
 
 }  // namespace brantlow

@@ -39,12 +39,14 @@ class PagePrinter {
     // The same page as a PDF file that replaces `file`.
     std::error_code WritePdf(const Path& file, const QImage& picture, const QString& title);
 
-    // Pages that `paint` draws, as many as it tells; it draws on no other device. Either gives the count, 0
-    // when the printer takes none.
+    // Pages that `paint` draws, as many as it tells; it draws on no other device. 0 when the printer takes
+    // none.
     using PaintPages = std::function<int(QPagedPaintDevice&)>;
     int PrintPages(const PaintPages& paint, const QString& title);
-    // Into a PDF file that replaces `file`.
-    std::error_code WritePdfPages(const Path& file, const PaintPages& paint, const QString& title);
+    // While `paint` draws: what was drawn is not printed.
+    void Abort();
+    // The bytes of a PDF file of such pages; empty where there are none.
+    std::string PdfOf(const PaintPages& paint, const QString& title);
 
   private:
     QPrinter& Printer();

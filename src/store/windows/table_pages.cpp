@@ -15,6 +15,7 @@ namespace {
 constexpr double kPointSize = 8;
 constexpr double kPointsAnInch = 72;
 constexpr int kLongestShown = 40;
+constexpr QChar kDots(0x2026);
 
 // What the painting of a page needs beside the table.
 struct Sheet {
@@ -30,17 +31,22 @@ struct Sheet {
 QString CellText(const TableOnPaper& paper, std::size_t row, std::size_t column) {
     const std::string& text = paper.table.Text(row, column);
     const bool separated = row > 0 && ShowsSeparators(paper.table.Header(column));
-    return Shown(separated ? WithSeparators(text) : text).left(kLongestShown);
+    const QString shown = Shown(separated ? WithSeparators(text) : text);
+    return shown.size() > kLongestShown ? shown.left(kLongestShown - 1) + kDots : shown;
 }
 
 // The longest text by its letters stands for the widest: measuring each would take seconds in a large table.
 int WidthOf(const TableOnPaper& paper, std::size_t column, const QFontMetrics& plain,
             const QFontMetrics& bold) {
-    QString longest;
+    std::size_t longestRow = 0;
+    std::size_t most = 0;
     for (const std::size_t row : paper.rows) {
-        if (paper.table.Text(row, column).size() < static_cast<std::size_t>(longest.size())) continue;
-        longest = CellText(paper, row, column);
+        const std::size_t size = paper.table.Text(row, column).size();
+        if (size <= most) continue;
+        most = size;
+        longestRow = row;
     }
+    const QString longest = longestRow > 0 ? CellText(paper, longestRow, column) : QString();
     constexpr int kSlackPercent = 108;
     return std::max(plain.horizontalAdvance(longest) * kSlackPercent / 100,
                     bold.horizontalAdvance(CellText(paper, 0, column)));
@@ -107,7 +113,7 @@ std::vector<std::vector<std::size_t>> ColumnParts(const std::vector<int>& widths
     return parts;
 }
 
-int PaintTablePages(QPagedPaintDevice& device, const TableOnPaper& paper) {
+int PaintTablePages(QPagedPaintDevice& device, const TableOnPaper& paper, const PageDone& pageDone) {
     QPainter painter;
     if (!painter.begin(&device)) return 0;
     const Sheet sheet = MakeSheet(device, paper);
@@ -130,6 +136,7 @@ int PaintTablePages(QPagedPaintDevice& device, const TableOnPaper& paper) {
                 PaintLine(painter, paper, sheet, part, paper.rows[place], sheet.lineHeight * (line + 1));
             }
             PaintFoot(painter, paper, sheet, page, pages);
+            if (pageDone && !pageDone(static_cast<double>(page) / pages)) return 0;
         }
     }
     return painter.end() ? pages : 0;

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 #include "store/quote_table.h"
@@ -24,7 +25,9 @@ struct TableOnPaper {
 // at least. `widths` are theirs, `gap` stands behind each, `across` is the page's width.
 std::vector<std::vector<std::size_t>> ColumnParts(const std::vector<int>& widths, int gap, int across);
 
-// The pages; 0 when the device takes none.
-int PaintTablePages(QPagedPaintDevice& device, const TableOnPaper& paper);
+// Told the share of the pages that is painted, after each; false ends the painting.
+using PageDone = std::function<bool(double share)>;
+// The pages; 0 when the device takes none, or `pageDone`, which may be empty, ended them.
+int PaintTablePages(QPagedPaintDevice& device, const TableOnPaper& paper, const PageDone& pageDone = {});
 
 }  // namespace brantlow

@@ -257,7 +257,7 @@ void FileCommands::PrintWholeTable() {
     const Date today = frame_.session.clock.Today();
     const TableOnPaper paper{form_->Table(), form_->ShownRows(), ShownColumns(form_->Table()),
                              Shown(frame_.session.CurrentFile), Shown(FormatDate(today))};
-    frame_.printPages(paper.title, [&](QPagedPaintDevice& device) { return PaintTablePages(device, paper); });
+    frame_.printTable(paper);
 }
 
 void FileCommands::ExportHistoricalQuotes() {

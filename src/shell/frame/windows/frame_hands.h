@@ -20,7 +20,6 @@
 
 class QImage;
 class QMainWindow;
-class QPagedPaintDevice;
 class QPoint;
 class QString;
 class QWidget;
@@ -32,6 +31,7 @@ class FrameRuns;
 class WindowPerson;
 struct FiredAlarm;
 struct MailTold;
+struct TableOnPaper;
 class frmQuoteGrid;
 
 // The routine behind one entry of the menu table.
@@ -127,10 +127,8 @@ struct FrameHands {
     std::function<void()> restoreRow = {};
     // Does `show` after the change of this number was undone; the rows of an import go with its files.
     std::function<void(std::size_t change, const std::function<void()>& show)> showUndone = {};
-    // Prints pages that `paint` draws, which tells how many there were: on the printer, or into a file that
-    // is asked for where there is none.
-    std::function<void(const QString& title, const std::function<int(QPagedPaintDevice&)>& paint)>
-        printPages = {};
+    // Prints a table: on the printer, or into a file that is asked for where there is none.
+    std::function<void(const TableOnPaper& paper)> printTable = {};
     // Fetches the histories of the open table's tickers, then their quotes of the day, each told as always;
     // `histories` takes what the first of the two told.
     std::function<Filling(RunReport& histories)> fillTable = {};

@@ -47,9 +47,7 @@ FrameSubjects::FrameSubjects(const Start& start)
                                      std::function<std::string()> svg) {
         return print.PictureOperations(chartForm, std::move(picture), std::move(svg));
     };
-    hands.printPages = [this](const QString& title, const std::function<int(QPagedPaintDevice&)>& paint) {
-        print.PrintPages(title, paint);
-    };
+    hands.printTable = [this](const TableOnPaper& paper) { print.PrintTable(paper); };
     hands.rowToRestore = [this] { return edit.RowToRestore(); };
     hands.restoreRow = [this] { edit.RestoreDeletedRow(); };
     hands.showUndone = [this](std::size_t change, const std::function<void()>& show) {

@@ -10,19 +10,34 @@
 #include "base/windows/display_text.h"
 #include "chart/picture_files.h"
 #include "chart/windows/window_picture.h"
+#include "shell/file_kind.h"
 #include "shell/frame/windows/frame_children.h"
+#include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/run_control.h"
+#include "shell/status_words.h"
+#include "store/windows/table_pages.h"
 
 namespace brantlow {
 
 namespace {
 
 constexpr std::string_view kPdfExtension = ".pdf";
+// Fewer are painted before the eye sees a bar.
+constexpr std::size_t kManyCells = 20000;
+constexpr std::string_view kPrintStopped = "Stopped; nothing was printed";
 constexpr std::string_view kCopyNeedsChart = "To copy a picture, you will need to open a chart";
 
 // The name that a save dialog proposes.
 std::string ProposedName(const QString& caption) {
     return ImageFile({}, caption.toStdString(), "").filename().string();
+}
+
+// A table's file under its name, without that of its kind.
+QString PdfCaption(const QString& caption) {
+    const std::string name = caption.toStdString();
+    const bool isTable = KindOf(name) != FileKind::None;
+    return Shown((isTable ? Path(name).stem().string() : name) + std::string(kPdfExtension));
 }
 
 std::string FilterFor(std::string_view extension) {
@@ -79,26 +94,68 @@ void PrintCommands::PrintPicture(const QImage& picture, const QString& caption) 
 }
 
 void PrintCommands::PrintToFile(const QImage& picture, const QString& caption) {
-    const Path file = AskImageFile("Print", caption, kPdfExtension);
+    const Path file = AskImageFile("Print", PdfCaption(caption), kPdfExtension);
     if (file.empty()) return;
     const std::error_code error = pages_.WritePdf(file, picture, caption);
     frame_.person.Say(error ? CannotBeSaved(file, error)
                             : "There is no printer. The page was written to " + file.string());
 }
 
-void PrintCommands::PrintPages(const QString& title, const PagePrinter::PaintPages& paint) {
-    if (pages_.HasPrinter()) {
-        const std::string printer = pages_.PrinterName().toStdString();
-        const int count = pages_.PrintPages(paint, title);
-        if (count == 0) return frame_.person.Say("The printer " + printer + " takes no page.");
-        return frame_.notice(
-            fmt::format("Printed {} {} on {}", count, count == 1 ? "page" : "pages", printer));
-    }
-    const Path file = AskImageFile("Print Whole Table", title, kPdfExtension);
+void PrintCommands::PrintTable(const TableOnPaper& paper) {
+    pages_.HasPrinter() ? PrintOnPrinter(paper) : PrintToFile(paper);
+}
+
+void PrintCommands::PrintOnPrinter(const TableOnPaper& paper) {
+    const std::string printer = pages_.PrinterName().toStdString();
+    int count = 0;
+    const auto print = [&](const PagePrinter::PaintPages& paint) {
+        count = pages_.PrintPages(paint, paper.title);
+    };
+    if (!PrintsAll(paper, print)) return frame_.notice(std::string(kPrintStopped));
+    if (count == 0) return frame_.person.Say("The printer " + printer + " takes no page.");
+    frame_.notice(fmt::format("Printed {} {} on {}", count, count == 1 ? "page" : "pages", printer));
+}
+
+void PrintCommands::PrintToFile(const TableOnPaper& paper) {
+    const Path file = AskImageFile("Print Whole Table", PdfCaption(paper.title), kPdfExtension);
     if (file.empty()) return;
-    const std::error_code error = pages_.WritePdfPages(file, paint, title);
+    std::error_code error;
+    const auto print = [&](const PagePrinter::PaintPages& paint) {
+        const std::string bytes = pages_.PdfOf(paint, paper.title);
+        if (bytes.empty()) return static_cast<void>(error = std::make_error_code(std::errc::io_error));
+        frame_.person.DoBeside([&] { error = WriteWholeFile(file, bytes); });
+    };
+    if (!PrintsAll(paper, print)) return frame_.notice(std::string(kPrintStopped));
     frame_.person.Say(error ? CannotBeSaved(file, error)
                             : "There is no printer. The pages were written to " + file.string());
+}
+
+// False when the person stopped it, and nothing was printed.
+bool PrintCommands::PrintsAll(const TableOnPaper& paper,
+                              const std::function<void(const PagePrinter::PaintPages&)>& print) {
+    if (paper.rows.size() * paper.columns.size() < kManyCells || frame_.person.InRun()) {
+        print([&](QPagedPaintDevice& device) { return PaintTablePages(device, paper); });
+        return true;
+    }
+    bool goesOn = true;
+    BeginRun(frame_.session.run);
+    frame_.runs.BeginWithoutTable(RunStop::TakesAllBack);
+    frame_.person.ShowStatusWord(kStatusPrinting);
+    print([&](QPagedPaintDevice& device) {
+        return PaintTablePages(device, paper, [&](double share) { return goesOn = GoesOn(share); });
+    });
+    frame_.person.ShowStatusWord(kStatusComplete);
+    frame_.runs.End();
+    frame_.person.HideProgress();
+    return goesOn;
+}
+
+bool PrintCommands::GoesOn(double share) {
+    frame_.person.ShowProgress(share);
+    frame_.person.PumpEvents();
+    const bool stops = ShouldStop(frame_.session.run, frame_.person);
+    if (stops && pages_.HasPrinter()) pages_.Abort();
+    return !stops;
 }
 
 void PrintCommands::CopyPicture() {

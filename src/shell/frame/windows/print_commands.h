@@ -26,8 +26,8 @@ class PrintCommands final {
     ChildOperations PictureOperations(QWidget& chart, std::function<QImage()> picture,
                                       std::function<std::string()> svg);
 
-    // Pages that `paint` draws, called `title`.
-    void PrintPages(const QString& title, const PagePrinter::PaintPages& paint);
+    // All rows of a table; a large one is a run, which can be stopped.
+    void PrintTable(const TableOnPaper& paper);
 
   private:
     void Print();
@@ -35,6 +35,11 @@ class PrintCommands final {
     void PageSetUp();
     void PrintPicture(const QImage& picture, const QString& caption);
     void PrintToFile(const QImage& picture, const QString& caption);
+    void PrintOnPrinter(const TableOnPaper& paper);
+    void PrintToFile(const TableOnPaper& paper);
+    bool PrintsAll(const TableOnPaper& paper,
+                   const std::function<void(const PagePrinter::PaintPages&)>& print);
+    bool GoesOn(double share);
     void SavePicture(const QImage& picture, const QString& caption);
     void SavePictureAs(const QImage& picture, const QString& caption,
                        const std::function<std::string()>& svg);
