@@ -36,6 +36,16 @@ constexpr std::size_t kSeparatorEvery = 3;
 // Distance of the empty table's sentence from the header.
 constexpr int kEmptyMargin = 48;
 
+// The bytes of the longest text in each column, row by row as they lie in memory.
+std::vector<std::size_t> LongestTexts(const QuoteTable& table) {
+    std::vector<std::size_t> longest(table.ColumnCount());
+    for (std::size_t row = 1; row <= table.TickerCount(); ++row) {
+        for (std::size_t column = 0; column < longest.size(); ++column)
+            longest[column] = std::max(longest[column], table.Text(row, column).size());
+    }
+    return longest;
+}
+
 }  // namespace
 
 frmQuoteGrid::frmQuoteGrid(Session& session)
@@ -185,25 +195,21 @@ QString frmQuoteGrid::EmptySentence() const {
 
 // A header has to be read whole, whatever font the desktop uses and with the mark of a sorted column beside
 // it, and so has every number: one that is cut would be taken for another.
-int frmQuoteGrid::ShownWidth(std::size_t column) const {
+int frmQuoteGrid::ShownWidth(std::size_t column, std::size_t longest) const {
     const int twips = table_.Width(column);
     if (twips <= 0) return 0;
     const QHeaderView& header = *view_->horizontalHeader();
     const int mark = style()->pixelMetric(QStyle::PM_HeaderMarkSize, nullptr, &header) +
                      style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, view_);
     const int words = header.fontMetrics().horizontalAdvance(Shown(table_.Header(column))) + mark;
-    return std::max({PixelsOf(twips), words + kCellPadding, NumberWidth(column) + kCellPadding});
+    return std::max({PixelsOf(twips), words + kCellPadding, NumberWidth(column, longest) + kCellPadding});
 }
 
 // Of the longest number in a column, 0 for a column of words.
-int frmQuoteGrid::NumberWidth(std::size_t column) const {
+int frmQuoteGrid::NumberWidth(std::size_t column, std::size_t longest) const {
     const QVariant alignment =
         model_->headerData(static_cast<int>(column), Qt::Horizontal, Qt::TextAlignmentRole);
     if (!alignment.value<Qt::Alignment>().testFlag(Qt::AlignRight)) return 0;
-    std::size_t longest = 0;
-    for (std::size_t row = 1; row <= table_.TickerCount(); ++row) {
-        longest = std::max(longest, table_.Text(row, column).size());
-    }
     if (ShowsSeparators(table_.Header(column))) longest += longest / kSeparatorEvery;
     QFont bold = view_->font();
     bold.setBold(true);
@@ -212,9 +218,9 @@ int frmQuoteGrid::NumberWidth(std::size_t column) const {
 }
 
 void frmQuoteGrid::ApplyWidths() {
-    for (std::size_t column = 0; column < table_.ColumnCount(); ++column) {
-        view_->SetColumnWidth(static_cast<int>(column), ShownWidth(column));
-    }
+    const std::vector<std::size_t> longest = LongestTexts(table_);
+    for (std::size_t column = 0; column < table_.ColumnCount(); ++column)
+        view_->SetColumnWidth(static_cast<int>(column), ShownWidth(column, longest[column]));
 }
 
 void frmQuoteGrid::MoveColumn(int from, int to) {

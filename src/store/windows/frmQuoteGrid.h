@@ -111,8 +111,8 @@ class frmQuoteGrid final : public QWidget {
     void ShowTable();
     void ShowEmptySentence();
     void ApplyWidths();
-    int ShownWidth(std::size_t column) const;
-    int NumberWidth(std::size_t column) const;
+    int ShownWidth(std::size_t column, std::size_t longest) const;
+    int NumberWidth(std::size_t column, std::size_t longest) const;
     void ConnectBoxes();
     void ConnectView();
     void MoveColumn(int from, int to);

@@ -24,7 +24,7 @@ class FrozenTableView final : public QTableView {
     void ShowSorted(int column, Qt::SortOrder order);
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
     // What the cells in sight need, in pixels.
-    int ContentWidth(int column) const { return sizeHintForColumn(column); }
+    int ContentWidth(int column) const;
     // The view over the first column, for tests of the mouse.
     QTableView* FrozenView() const { return frozen_; }
 

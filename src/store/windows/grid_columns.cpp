@@ -46,9 +46,13 @@ void frmQuoteGrid::ShowColumnMenu(int column, const QPoint& place) {
     const int right = column > 0 ? NextShown(table_, column, 1) : 0;
     if (left > 0) actions.moveLeft = [this, column, left] { MoveColumn(column, left); };
     if (right > 0) actions.moveRight = [this, column, right] { MoveColumn(column, right); };
-    actions.fit = [this, column] { FitColumn(static_cast<std::size_t>(column)); };
+    actions.fit = [this, column] {
+        FitColumn(static_cast<std::size_t>(column));
+        ApplyWidths();
+    };
     actions.fitAll = [this] {
         for (std::size_t i = 0; i < table_.ColumnCount(); ++i) FitColumn(i);
+        ApplyWidths();
     };
     if (column > 0) actions.hide = [this, column] { ToggleColumn(static_cast<std::size_t>(column)); };
     actions.toggle = [this](std::size_t toggled) { ToggleColumn(toggled); };
@@ -69,8 +73,9 @@ void frmQuoteGrid::ToggleColumn(std::size_t column) {
     if (IsQuoteFile(KindOf(session_.CurrentFile))) {
         KeepChosenColumns();
         RebuildColumns();
+    } else {
+        ApplyWidths();
     }
-    ApplyWidths();
     view_->SetCurrentColumn(static_cast<int>(std::min(current, table_.ColumnCount() - 1)));
 }
 
@@ -89,7 +94,6 @@ void frmQuoteGrid::KeepChosenColumns() {
 void frmQuoteGrid::FitColumn(std::size_t column) {
     if (table_.Width(column) <= 0) return;
     table_.SetWidth(column, TwipsOf(view_->ContentWidth(static_cast<int>(column)) + kCellAir));
-    ApplyWidths();
 }
 
 }  // namespace brantlow
