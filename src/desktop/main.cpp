@@ -25,6 +25,7 @@
 #include "research/windows/web_sandbox.h"
 #include "shell/app_folder.h"
 #include "shell/folder_lock.h"
+#include "shell/frame/frame_choices.h"
 #include "shell/frame/windows/frmMain.h"
 #include "shell/frame/windows/frmSplash.h"
 #include "shell/frame/windows/scheduled_handover.h"
@@ -161,13 +162,19 @@ int main(int argc, char** argv) {
     QApplication::setApplicationVersion(QStringLiteral(BRANTLOW_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/brantlow.svg")));
 
+    const StartPlaces places = CurrentStartPlaces();
+    const Path userStore = UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home);
+    const bool waits = !LoadFrameChoice(userStore, kOpensWithoutWaiting);
     frmSplash splash(QStringLiteral(BRANTLOW_VERSION));
-    splash.ShowFor(kSplashMilliseconds);
+    if (waits) {
+        splash.ShowFor(kSplashMilliseconds);
+    } else {
+        splash.ShowUntilClosed();
+    }
     CloseWindowsOnEndSignals();
     // A file that may grow no further is an error with a sentence, not the end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
 
-    const StartPlaces places = CurrentStartPlaces();
     const Path appPath = ResolveAppPath(places);
     WindowPerson person;
     const std::string failure = MakeWhereMissing(places.executable, appPath);
@@ -190,15 +197,14 @@ int main(int argc, char** argv) {
     const Hosts hosts = LoadHosts(session.DataFolder(), &unread);
     if (unread) return Refuse(splash, person, Sentence(unread));
     Browser browser;
-    frmMain frame(session, *analysis, person, web, hosts,
-                  UserStoreFile(Environment("XDG_CONFIG_HOME"), places.home), browser.Operations());
+    frmMain frame(session, *analysis, person, web, hosts, userStore, browser.Operations());
     frame.installEventFilter(new EndsWithFrame(&frame));
-    splash.close();
+    if (waits) splash.close();
     // Other machines take a lock for forgotten that shows no life for a day.
     QTimer alive;
     QObject::connect(&alive, &QTimer::timeout, [&lock] { lock.Refresh(); });
     alive.start(std::chrono::hours(1));
-    frame.Load();
+    frame.Load([&splash] { splash.close(); });
     if (!recovery.sentences.empty()) frame.ShowNotice(recovery.sentences.front());
     DoAsAsked(*options, frame, session);
     return frame.isVisible() ? QApplication::exec() : EXIT_SUCCESS;

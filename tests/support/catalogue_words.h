@@ -58,6 +58,7 @@ inline constexpr MenuWords kMenuWords[] = {
     {"mnuView", "mnuViewFitChart", "&Fit Chart to Window"},
     {"mnuView", "mnuViewRememberWindowSize", "Remember &Window Size"},
     {"mnuView", "mnuViewDoubleClickChart", "&Double Click Opens Chart"},
+    {"mnuView", "mnuViewOpenWithoutWaiting", "&Open Without Waiting"},
     {"mnuView", "mnuViewChart", "C&hart"},
     {"mnuViewChart", "mnuViewChartTimeAxis", "&Time Axis"},
     {"mnuViewChart", "mnuViewChartRoundPrices", "&Round Prices"},

@@ -120,6 +120,7 @@ const std::vector<Walk>& Walks() {
         {"mnuViewFitChart", L({"+config/Brantlow.ini"})},
         {"mnuViewRememberWindowSize", L({"+config/Brantlow.ini"})},
         {"mnuViewDoubleClickChart", L({"+config/Brantlow.ini"})},
+        {"mnuViewOpenWithoutWaiting", L({"+config/Brantlow.ini"})},
         {"mnuViewChartTimeAxis", L({"+config/Brantlow.ini"})},
         {"mnuViewChartRoundPrices", L({"+config/Brantlow.ini"})},
         {"mnuViewChartGrid", L({"+config/Brantlow.ini"})},

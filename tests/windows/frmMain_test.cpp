@@ -65,6 +65,18 @@ class FrmMainTest : public QObject {
         QCOMPARE(practising.frame->windowTitle(), QStringLiteral("Brantlow - Practice Market - [Jan.ddq]"));
     }
 
+    void theLoadTellsWhenTheTableIsThere() {
+        Program program;
+        program.SetRecent("Jan.ddq");
+        int told = 0;
+        program.frame->Load([&] {
+            ++told;
+            QVERIFY(program.frame->QuoteForm());
+            QCOMPARE(program.frame->QuoteForm()->windowTitle(), QStringLiteral("Jan.ddq"));
+        });
+        QCOMPARE(told, 1);
+    }
+
     void offTheFrameStartsInItsSizeOrAsMuchAsTheScreenHas() {
         Program program;
         QVERIFY(!SaveSetting(program.store, "Settings", "RememberWindowSize", "False"));

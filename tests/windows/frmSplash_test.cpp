@@ -1,6 +1,8 @@
 // The splash: version, picture, and three seconds that do not block.
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QScreen>
 #include <QTimer>
 
 #include "shell/frame/windows/frmSplash.h"
@@ -26,6 +28,29 @@ class FrmSplashTest : public QObject {
         QTimer::singleShot(0, &splash, [&] { ran = splash.isVisible(); });
         splash.ShowFor(20);
         QVERIFY(ran);
+    }
+
+    void withoutWaitingItIsShownUntilItIsClosed() {
+        frmSplash splash(QStringLiteral("1.2.3"));
+        splash.ShowUntilClosed();
+        QVERIFY(splash.isVisible());
+        QVERIFY(splash.screen()->availableGeometry().contains(splash.geometry().center()));
+        QCoreApplication::processEvents();
+        QVERIFY(splash.isVisible());
+        splash.close();
+        QVERIFY(!splash.isVisible());
+    }
+
+    void aQuestionThatOpensMeanwhileIsNotHiddenByIt() {
+        frmSplash splash(QStringLiteral("1.2.3"));
+        splash.ShowUntilClosed();
+        QWidget window;
+        window.show();
+        QVERIFY(splash.isVisible());
+        QDialog question(&window);
+        question.setModal(true);
+        question.show();
+        QVERIFY(!splash.isVisible());
     }
 
     void thePictureIsDrawn() {

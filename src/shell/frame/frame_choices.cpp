@@ -27,7 +27,7 @@ std::error_code SaveFrameFlag(const Path& storeFile, std::string_view key, bool 
 }
 
 bool LoadFrameChoice(const Path& storeFile, const FrameChoice& choice) {
-    return LoadFrameFlag(storeFile, choice.key, !WasClosedOnce(storeFile));
+    return LoadFrameFlag(storeFile, choice.key, choice.isOnWhenNew && !WasClosedOnce(storeFile));
 }
 
 std::error_code SaveFrameChoice(const Path& storeFile, const FrameChoice& choice, bool on) {

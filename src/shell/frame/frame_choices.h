@@ -1,5 +1,5 @@
-// The choices of the View menu that last: each an entry of the menu and a key of the per-user store. All are
-// on in a new installation; one that was made before a choice existed goes on as it was, with the choice off.
+// The choices of the View menu that last: each an entry of the menu and a key of the per-user store. An
+// installation that was made before a choice existed goes on as it was, with the choice off.
 #pragma once
 
 #include <array>
@@ -12,14 +12,18 @@ namespace brantlow {
 
 struct FrameChoice {
     std::string_view command;
-    std::string_view key;  // in the section "Settings": "True" or "False"
+    std::string_view key;     // in the section "Settings": "True" or "False"
+    bool isOnWhenNew = true;  // in a new installation
 };
 
 inline constexpr FrameChoice kRemembersWindowSize{"mnuViewRememberWindowSize", "RememberWindowSize"};
 // Off, a double click on a cell sorts by its column, as one on a header does always.
 inline constexpr FrameChoice kDoubleClickCharts{"mnuViewDoubleClickChart", "DoubleClickOpensChart"};
 
-inline constexpr std::array kFrameChoices = {kRemembersWindowSize, kDoubleClickCharts};
+// On, the start picture goes when the table is there; off, after three seconds.
+inline constexpr FrameChoice kOpensWithoutWaiting{"mnuViewOpenWithoutWaiting", "OpenWithoutWaiting", false};
+
+inline constexpr std::array kFrameChoices = {kRemembersWindowSize, kDoubleClickCharts, kOpensWithoutWaiting};
 
 // Whether an installation was closed once.
 bool WasClosedOnce(const Path& storeFile);

@@ -96,6 +96,7 @@ TEST(EnablingRules, HoldForEveryKindOfTable) {
         {"mnuViewFitChart", true, true, true, true, true, true, true},
         {"mnuViewRememberWindowSize", true, true, true, true, true, true, true},
         {"mnuViewDoubleClickChart", true, true, true, true, true, true, true},
+        {"mnuViewOpenWithoutWaiting", true, true, true, true, true, true, true},
         {"mnuFileExportCsv", true, true, true, true, true, false, false},
         {"mnuFilePrintTable", true, true, true, true, true, false, true},
         {"mnuEditCopy", true, true, true, true, true, false, true},

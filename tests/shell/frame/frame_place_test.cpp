@@ -87,10 +87,17 @@ TEST(KeptFrame, ComesBackAsItWasClosed) {
     EXPECT_FALSE(LoadKeptFrame(store).remembers);
 }
 
-TEST(FrameChoices, AreOnInANewInstallationAndOffInOneFromBefore) {
+TEST(FrameChoices, ANewInstallationRemembersItsSizeAndShowsItsStartPictureForThreeSeconds) {
     const TempFolder folder;
     const Path store = folder / "Brantlow.ini";
-    for (const FrameChoice& choice : kFrameChoices) EXPECT_TRUE(LoadFrameChoice(store, choice)) << choice.key;
+    EXPECT_TRUE(LoadFrameChoice(store, kRemembersWindowSize));
+    EXPECT_TRUE(LoadFrameChoice(store, kDoubleClickCharts));
+    EXPECT_FALSE(LoadFrameChoice(store, kOpensWithoutWaiting));
+}
+
+TEST(FrameChoices, AreOffInAnInstallationFromBeforeUntilTheyAreChosen) {
+    const TempFolder folder;
+    const Path store = folder / "Brantlow.ini";
     ASSERT_FALSE(SaveFramePlace(store, {{1, 2, 300, 400}}));
     for (const FrameChoice& choice : kFrameChoices) {
         EXPECT_FALSE(LoadFrameChoice(store, choice)) << choice.key;

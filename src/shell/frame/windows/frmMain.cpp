@@ -131,7 +131,7 @@ frmGraph* frmMain::GraphForm() const {
     return subjects_->chart.Form();
 }
 
-void frmMain::Load() {
+void frmMain::Load(const std::function<void()>& tableIsThere) {
     const FrameGeometry geometry = LoadFrameGeometry(subjects_->userStore);
     setGeometry(PixelsOf(geometry.MainLeft), PixelsOf(geometry.MainTop), PixelsOf(geometry.MainWidth),
                 PixelsOf(geometry.MainHeight));
@@ -146,6 +146,7 @@ void frmMain::Load() {
     subjects_->place.Open();
     OpenNewestFile();
     status_->HideProgress();
+    if (tableIsThere) tableIsThere();
     subjects_->help.LookForNewVersion();
     subjects_->alarms.Start();
     subjects_->daily.StartClock();

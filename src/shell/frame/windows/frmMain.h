@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -35,8 +36,9 @@ class frmMain final : public QMainWindow {
             Path userStore, BrowserOperations browser = {});
     ~frmMain() override;
 
-    // The load: settings, display, size, the most recent file, as the program starts.
-    void Load();
+    // The load: settings, display, size, the most recent file, as the program starts. `tableIsThere`, where
+    // it is given, is called once that file or the welcome page shows.
+    void Load(const std::function<void()>& tableIsThere = {});
     // Runs the entry of this name; unknown names do nothing.
     void Run(std::string_view command);
     // Opens the recent file 1 to 4 without a dialog.

@@ -1,5 +1,8 @@
 #include "shell/frame/windows/frmSplash.h"
 
+#include <QCoreApplication>
+#include <QDialog>
+#include <QEvent>
 #include <QEventLoop>
 #include <QLabel>
 #include <QPainter>
@@ -54,6 +57,20 @@ frmSplash::frmSplash(const QString& version)
         QStringLiteral("For your own research only. Nothing that this program shows is investment advice; "
                        "quotes may be late or wrong, and all decisions are your own."),
         kNoticePixels, false);
+}
+
+void frmSplash::ShowUntilClosed() {
+    move(screen()->availableGeometry().center() - rect().center());
+    show();
+    QCoreApplication::instance()->installEventFilter(this);
+    // It is painted before whatever keeps the program busy next.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
+    const auto* const dialog = event->type() == QEvent::Show ? qobject_cast<QDialog*>(watched) : nullptr;
+    if (dialog != nullptr && dialog->isModal()) close();
+    return false;
 }
 
 void frmSplash::ShowFor(int milliseconds) {

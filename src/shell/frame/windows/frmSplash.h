@@ -1,5 +1,5 @@
 // The picture that greets the user while the program starts: name, version, legal notice. main() shows it for
-// three seconds without blocking.
+// three seconds without blocking, or until the table is there.
 #pragma once
 
 #include <QWidget>
@@ -16,8 +16,11 @@ class frmSplash final : public QWidget {
 
     // Shows the window in the middle of its screen and lets window events run for `milliseconds`.
     void ShowFor(int milliseconds);
+    // Shows it there until it is closed. A question that opens meanwhile closes it: it would lie behind.
+    void ShowUntilClosed();
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
