@@ -135,7 +135,7 @@ inline constexpr std::array kMenu = {
               "Open the chart by a double click on a cell, or sort by its column", "", "", kAlways, true},
     MenuEntry{MenuRow::CheckedEntry, "mnuViewOpenWithoutWaiting", "mnuView", "&Open Without Waiting",
               "Close the start picture as soon as the table is there, not after three seconds", "", "",
-              kAlways, false},
+              kAlways, true},
     MenuEntry{MenuRow::Menu, "mnuViewChart", "mnuView", "C&hart", "", "", "chart"},
     MenuEntry{MenuRow::CheckedEntry, "mnuViewChartTimeAxis", "mnuViewChart", "&Time Axis",
               "Show months and years under the chart that fits its window", "", "", kAlways, true},
