@@ -19,6 +19,8 @@ tables=(src/store/columns.cpp src/store/columns.h src/selector/catalogue.cpp src
 copy=build/mutants/source
 programs=(engine_tests batch_tests)
 
+# Made anew: a file that is older than what a former run built of it would not be built again.
+rm -rf "$copy"
 mkdir -p "$copy"
 git ls-files -z --cached --others --exclude-standard | tar -c --null --files-from=- | tar -x -C "$copy"
 cd "$copy"
