@@ -322,7 +322,7 @@ class FrmGraphLookTest : public QObject {
         program.Pick("Combo1", "WMA 60");
         const QString sentence = QStringLiteral("Six series are drawn. Clear Series first.");
         QCOMPARE(program.frame->statusBar()->currentMessage(), sentence);
-        QCOMPARE(QToolTip::text(), sentence);
+        QTRY_COMPARE(QToolTip::text(), sentence);
         QVERIFY(program.Graph()->Chart().Slots == slotsBefore);
     }
 

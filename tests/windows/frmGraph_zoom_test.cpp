@@ -95,6 +95,15 @@ class FrmGraphZoomTest : public QObject {
     }
 
     // Two fingers on a touch pad or a touch screen: what is between them stays between them.
+    void theCrosshairStaysUnderThePointerWhileTheWheelZooms() {
+        LongChart program;
+        program.Hover(140);
+        const QString before = ValuesText(program);
+        program.Wheel(3);
+        QCOMPARE(ValuesText(program), before);
+        QVERIFY(!before.startsWith(QStringLiteral("Date ") + program.Label("Label62")));
+    }
+
     void pinchingZoomsAboutThePointer_data() {
         QTest::addColumn<bool>("onScreen");
         QTest::newRow("touch pad") << false;
@@ -270,6 +279,26 @@ class FrmGraphZoomTest : public QObject {
         walk->setCurrentIndex(0);
         program.Key(Qt::Key_PageDown);
         QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T2"));
+    }
+
+    void afterAConditionIsChosenInTheListTheKeysGoThroughItsHits() {
+        LongChart program;
+        program.Write("Hits.dbe",
+                      "Ticker Symbol\tCondition 1\tCondition 2\r\nT1\t\tBuy\r\nT2\tSell\t\r\nT3\t\tHold\r\n");
+        program.SetRecent("Hits.dbe");
+        program.Start("Hits.dbe");
+        program.SelectTicker("T1");
+        program.Choose("mnuGraphicsHLC");
+        auto* const walk = program.Part<QComboBox>("cboWalk");
+        walk->setFocus();
+        QTest::keyClick(walk, Qt::Key_Down);
+        QVERIFY(walk->view()->isVisible());
+        walk->view()->setCurrentIndex(walk->model()->index(2, 0));
+        QTest::keyClick(walk->view(), Qt::Key_Return);
+        QCOMPARE(program.Graph()->WalkCondition(), std::size_t{2});
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown);
+        QVERIFY(!walk->view()->isVisible());
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T3"));
     }
 
     void aTypedTickerIsCharted() {

@@ -179,7 +179,10 @@ void ChartPanel::Drag(const QMouseEvent& event) {
 void ChartPanel::wheelEvent(QWheelEvent* event) {
     const double notches = event->angleDelta().y() / static_cast<double>(QWheelEvent::DefaultDeltasPerStep);
     if (!scene_.Options().fitToWindow || notches == 0) return event->ignore();
-    Q_EMIT Zoomed(TwipsAcross(event->position().x()), std::pow(kZoomStep, -notches));
+    const double x = TwipsAcross(event->position().x());
+    Q_EMIT Zoomed(x, std::pow(kZoomStep, -notches));
+    // Another stretch has taken the crosshair away, and the pointer has not moved.
+    Q_EMIT Hovered(x, TwipsDown(event->position().y()));
     event->accept();
 }
 

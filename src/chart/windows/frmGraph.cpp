@@ -41,6 +41,8 @@ constexpr double kSmallestPoints = 5;
 constexpr double kPointStep = 0.25;
 // Whoever goes on to the next ticker at once has no use for the whole history.
 constexpr int kReadAheadMilliseconds = 100;
+// The pointer's and the focus's way back from a list that closes would hide a tip again.
+constexpr int kTipAfterMilliseconds = 300;
 
 // Shows `text` whether or not it is one of the list's items.
 // A key that would choose another item of a closed list at every press.
@@ -188,18 +190,20 @@ void frmGraph::ConnectPanels() {
 
 void frmGraph::Picked(std::size_t list, int item) {
     const PickList& pick = kPickLists[list];
-    if (list == 0 && !HasFreeSlot(context_.chart)) TellNoFreeSlot();
+    const bool isRefused = list == 0 && !HasFreeSlot(context_.chart);
     pick.pick(context_, pick.items[static_cast<std::size_t>(item)]);
     PaintedAgain();
     setFocus();
+    if (isRefused) TellNoFreeSlot();
 }
 
 // In the status bar, and at the button that it names.
 void frmGraph::TellNoFreeSlot() {
-    const auto* const clear = findChild<QPushButton*>(QStringLiteral("Command3"));
-    QToolTip::showText(clear->mapToGlobal(clear->rect().bottomLeft()), Name(kNoFreeSlot),
-                       findChild<QPushButton*>(QStringLiteral("Command3")));
     Q_EMIT Told(std::string(kNoFreeSlot));
+    QTimer::singleShot(kTipAfterMilliseconds, this, [this] {
+        auto* const clear = findChild<QPushButton*>(QStringLiteral("Command3"));
+        QToolTip::showText(clear->mapToGlobal(clear->rect().bottomLeft()), Name(kNoFreeSlot), clear);
+    });
 }
 
 void frmGraph::ClearPrice() {

@@ -118,6 +118,8 @@ void frmGraph::BuildWalk() {
     walk_->setToolTip(QStringLiteral("What Page Up and Page Down go through"));
     walk_->setFocusPolicy(Qt::StrongFocus);
     walk_->installEventFilter(this);
+    // Page Down goes to the first of what was chosen, and not through the list again.
+    connect(walk_, &QComboBox::activated, this, [this] { setFocus(); });
     header_.parts << ticker_ << walk_;
     OfferWalks({});
 }
