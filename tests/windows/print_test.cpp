@@ -376,6 +376,8 @@ class PrintTest : public QObject {
         QCOMPARE(picture, CaptureClient(*program.Graph()->ClientArea()));
         DialogHand hand([&](QDialog& dialog) {
             if (auto* box = qobject_cast<QMessageBox*>(&dialog)) return box->accept();
+            auto* question = qobject_cast<QFileDialog*>(&dialog);
+            QCOMPARE(question->selectedFiles().constFirst().section(u'/', -1), QStringLiteral("T1.pdf"));
             EnterFile(dialog, program.folder / "chart.pdf");
         });
         program.frame->Run("mnuFilePrint");
