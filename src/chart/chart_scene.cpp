@@ -29,7 +29,7 @@ void ChartScene::Update(const AxisRoom& room) {
     ticks_.clear();
     levels_.clear();
     if (options_.timeAxis || options_.grid) {
-        ticks_ = TimeAxisOf(Data().series.QuoteDate, BarCount(), View(), room.leastGap);
+        ticks_ = TimeAxisOf(Data().series.QuoteDate, BarCount(), View(), room.leastGap, room.leastWeekGap);
     }
     if ((options_.roundPrices || options_.grid) && HasScale(Panel::Price)) {
         const ValueAxis& axis = Axis(Panel::Price);

@@ -21,10 +21,12 @@
 
 namespace brantlow {
 
-// What there is room for: twips of the panel between two marks of the time axis, and marks at round prices.
+// What there is room for: twips of the panel between two marks of the time axis, marks at round prices, and
+// twips between the marks of two weeks, not below `leastGap`.
 struct AxisRoom {
     double leastGap = 0;
     std::size_t mostLevels = 0;
+    double leastWeekGap = leastGap;
 };
 
 enum class HandRings : unsigned char { OfChosen, None };

@@ -78,14 +78,14 @@ bool HaveRoom(const std::vector<AxisTick>& ticks, const ChartView& view, double 
 }  // namespace
 
 std::vector<AxisTick> TimeAxisOf(const TextSeries& dates, std::size_t barCount, const ChartView& view,
-                                 double leastGap) {
+                                 double leastGap, double leastWeekGap) {
     Days days;
     for (std::size_t bar = view.first; bar <= std::min(view.Last(), barCount); ++bar) {
         days.push_back(ParseDate(dates[bar]));
     }
     for (const Span span : kSpans) {
         std::vector<AxisTick> ticks = TicksOf(days, view.first, span);
-        if (HaveRoom(ticks, view, leastGap)) return ticks;
+        if (HaveRoom(ticks, view, span.months == 0 ? leastWeekGap : leastGap)) return ticks;
     }
     return {};
 }

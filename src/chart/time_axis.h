@@ -19,9 +19,9 @@ struct AxisTick {
     bool operator==(const AxisTick&) const = default;
 };
 
-// The marks of the bars that `view` shows, `leastGap` twips of the panel apart at least. Bars whose date is
-// none have no mark.
+// The marks of the bars that `view` shows, `leastGap` twips of the panel apart at least, and weeks, whose
+// texts are longer, `leastWeekGap`. Bars whose date is none have no mark.
 std::vector<AxisTick> TimeAxisOf(const TextSeries& dates, std::size_t barCount, const ChartView& view,
-                                 double leastGap);
+                                 double leastGap, double leastWeekGap);
 
 }  // namespace brantlow

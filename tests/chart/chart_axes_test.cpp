@@ -29,7 +29,7 @@ class TimeAxis : public PaintTest {
         }
     }
     std::string Marks(const ChartView& view, double leastGap) {
-        return Joined(TimeAxisOf(series.QuoteDate, series.BarCount, view, leastGap));
+        return Joined(TimeAxisOf(series.QuoteDate, series.BarCount, view, leastGap, leastGap));
     }
 };
 
@@ -50,6 +50,16 @@ TEST_F(TimeAxis, MarksWeeksWhereThereIsRoom) {
     // The first week of a year bears the year.
     FillDates(20, DayOf(2025, 12, 20));
     EXPECT_EQ(Marks({1, 20}, 1000), "3:Dec 22 10:Dec 29 17:Jan 5");
+}
+
+TEST_F(TimeAxis, MarksMonthsWhereOnlyTheLongerTextsOfWeeksHaveNoRoom) {
+    // A week is 969 twips wide.
+    FillDates(90, DayOf(2025, 11, 10));
+    const auto marks = [&](double leastWeekGap) {
+        return Joined(TimeAxisOf(series.QuoteDate, series.BarCount, {1, 90}, 900, leastWeekGap));
+    };
+    EXPECT_EQ(marks(1000), "22:Dec 53:2026! 84:Feb");
+    EXPECT_EQ(marks(960).substr(0, 18), "8:Nov 17 15:Nov 24");
 }
 
 TEST_F(TimeAxis, TakesQuartersYearsAndDecadesAsTheSpanGrows) {

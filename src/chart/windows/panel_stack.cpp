@@ -29,7 +29,11 @@ constexpr QSize kSmallestPanels(320, 240);
 constexpr double kNearlyFull = 1.02;
 // Between two words of the time axis, and lines of text from one round price to the next.
 constexpr int kTickGap = 16;
-const char* const kLongestTick = "May 28";
+const char* const kLongestTick = "2026";
+const char* const kLongestWeekTick = "May 28";
+// The room at the right that usual round prices take, so that the panels keep their place from ticker to
+// ticker.
+const char* const kUsualRoundPrice = "00000";
 constexpr int kTickLengthPixels = 4;
 constexpr int kLinesALevel = 3;
 
@@ -94,9 +98,13 @@ int PanelStack::TimeAxisHeight() const {
     return labels_.constFirst()->fontMetrics().height() + kTickLengthPixels;
 }
 
-// Right of the panels stand numbers of the same kind as on their left.
 int PanelStack::RoundPriceRoom() const {
-    return options_.fitToWindow && options_.roundPrices ? LabelRoom() : 0;
+    if (!options_.fitToWindow || !options_.roundPrices) return 0;
+    const QFontMetrics metrics = labels_.constFirst()->fontMetrics();
+    int room = metrics.horizontalAdvance(QString::fromLatin1(kUsualRoundPrice));
+    for (const RoundLevel& level : scene_.Levels())
+        room = std::max(room, metrics.horizontalAdvance(Shown(level.text)));
+    return kTickLengthPixels + kLabelGap + room;
 }
 
 QSize PanelStack::SizeAround(QSize panels) const {
@@ -161,8 +169,12 @@ void PanelStack::PlacePanels(int room) {
 AxisRoom PanelStack::RoomOnAxes() const {
     const QFontMetrics metrics = labels_.constFirst()->fontMetrics();
     const ChartPanel& price = PanelAt(Panel::Price);
-    return {price.TwipsAcross(metrics.horizontalAdvance(QString::fromLatin1(kLongestTick)) + kTickGap),
-            static_cast<std::size_t>(std::max(1, price.height() / (kLinesALevel * metrics.height())))};
+    const auto gap = [&](const char* text) {
+        return price.TwipsAcross(metrics.horizontalAdvance(QString::fromLatin1(text)) + kTickGap);
+    };
+    return {gap(kLongestTick),
+            static_cast<std::size_t>(std::max(1, price.height() / (kLinesALevel * metrics.height()))),
+            gap(kLongestWeekTick)};
 }
 
 void PanelStack::Arrange() {
