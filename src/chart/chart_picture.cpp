@@ -33,7 +33,6 @@ constexpr double kNameSpacing = 300;
 constexpr double kLetterWidth = 0.6;
 constexpr double kBaseLineDrop = 0.36;
 
-constexpr Rgb kQuiet = {90, 90, 90};
 constexpr std::string_view kNoHistoryText =
     "Data does not exist in the Quote Database for this Ticker Symbol.";
 
@@ -59,7 +58,7 @@ struct HeaderLabel {
 constexpr std::array<HeaderLabel, 5> kHeaderLabels = {{
     {"LastPrice:", "Label59", 2850, 3850},
     {"Date:", "Label60", 5150, 5700},
-    {"-", "Label62", 6510, 6620},
+    {"-", "Label62", 6560, 6680},
     {"PEG:", "Label63", 8050, 8550},
     {"P/E:", "Label64", 9550, 10000},
 }};
@@ -133,7 +132,7 @@ void PlaceHeader(const ChartSession& chart, Sheet& sheet) {
         const HeaderLabel& label = kHeaderLabels[i];
         const double end = i + 1 < kHeaderLabels.size() ? kHeaderLabels[i + 1].x : kTimeFrameX;
         sheet.Place({std::string(label.heading), sheet.panelsX + label.x, 0, TextAlign::Left, kTextSize,
-                     false, kQuiet},
+                     false, kQuietText},
                     kHeaderY, label.valueX - label.x);
         sheet.Place({LabelText(chart, label.control), sheet.panelsX + label.valueX, 0, TextAlign::Left,
                      kTextSize, true},
@@ -191,10 +190,10 @@ void PlaceDates(const ChartSession& chart, const WorkingSeries& series, Sheet& s
     if (series.BarCount == 0) return;
     const double oldestX = sheet.panelsX + BarX(1);
     const double newestX = sheet.panelsX + BarX(series.BarCount);
-    sheet.Place({LabelText(chart, "Label60"), oldestX, 0, TextAlign::Left, kTextSize, false, kQuiet},
+    sheet.Place({LabelText(chart, "Label60"), oldestX, 0, TextAlign::Left, kTextSize, false, kQuietText},
                 kFooterY, kDateRoom);
     if (newestX - oldestX < 2 * kDateRoom) return;
-    sheet.Place({LabelText(chart, "Label62"), newestX, 0, TextAlign::Right, kTextSize, false, kQuiet},
+    sheet.Place({LabelText(chart, "Label62"), newestX, 0, TextAlign::Right, kTextSize, false, kQuietText},
                 kFooterY, kDateRoom);
 }
 
@@ -204,9 +203,9 @@ void PlaceMessage(const std::optional<std::string>& text, Panel panel, Sheet& sh
     // Between two rules, so that none crosses it.
     const double y = PanelY(panel) + form.topY + form.Height() * (panel == Panel::Price ? 0.375 : 0.5);
     const double size = panel == Panel::Price ? kMessageSize : kTextSize;
-    sheet.Place(
-        {*text, sheet.panelsX + (kPanelLeft + kPanelRight) / 2, 0, TextAlign::Centre, size, false, kQuiet}, y,
-        kPanelRight - kPanelLeft);
+    sheet.Place({*text, sheet.panelsX + (kPanelLeft + kPanelRight) / 2, 0, TextAlign::Centre, size, false,
+                 kQuietText},
+                y, kPanelRight - kPanelLeft);
 }
 
 }  // namespace

@@ -21,9 +21,14 @@ struct PlacedPanel {
     double x = 0, y = 0;
     // What lies outside of it is not shown.
     double width = 0, height = 0;
+    // Which of the drawing's items are two pixels wide in an SVG file; none where it is empty.
+    std::vector<bool> wide = {};
 };
 
 enum class TextAlign : unsigned char { Left, Centre, Right };
+
+// The colour of words that matter less.
+inline constexpr Rgb kQuietText = {90, 90, 90};
 
 // One line of text. `x` is its left end, its middle or its right end, `y` its base line, `size` the height of
 // its font.

@@ -1,5 +1,8 @@
 #include "chart/chart_scene.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "base/numbers.h"
 #include "chart/chart_picture.h"
 #include "chart/panel_paint.h"
@@ -56,6 +59,34 @@ std::string ChartScene::ScaleText(Panel panel, double share) const {
     const double value = Axis(panel).ValueAt(form.topY + share * form.Height());
     if (panel == Panel::Volume) return ShortNumber(value);
     return FormatPicture(panel == Panel::Study ? kStudyPicture : kPricePicture, value);
+}
+
+std::vector<DrawnItem> ChartScene::GridLines(Panel panel) const {
+    std::vector<DrawnItem> lines;
+    if (!options_.grid || !options_.fitToWindow) return lines;
+    const Rgb colour = Palette().grid;
+    const PanelForm& form = FormOf(panel);
+    for (const AxisTick& tick : Ticks()) {
+        const double x = View().X(static_cast<double>(tick.bar));
+        lines.emplace_back(LineBetween({x, form.topY}, {x, form.bottomY}, colour));
+    }
+    if (panel != Panel::Price) return lines;
+    for (const RoundLevel& level : Levels()) {
+        const double y = Axis(panel).Y(level.value);
+        lines.emplace_back(LineBetween({kPanelLeft, y}, {kPanelRight, y}, colour));
+    }
+    return lines;
+}
+
+std::string ChartScene::HeaderText(const PanelLabel& label) const {
+    static constexpr std::array<std::string_view, 6> kOfBars = {"Label59", "Label60", "Label61",
+                                                                "Label62", "Label63", "Label64"};
+    if (std::find(kOfBars.begin(), kOfBars.end(), label.control) == kOfBars.end()) return label.text;
+    if (BarCount() == 0) return {};
+    const TextSeries& dates = Data().series.QuoteDate;
+    if (!IsOwnWindow() && label.control == "Label60") return dates[View().first];
+    if (!IsOwnWindow() && label.control == "Label62") return dates[std::min(View().Last(), BarCount())];
+    return label.text;
 }
 
 bool ChartScene::HasScale(Panel panel) const {

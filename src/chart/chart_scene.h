@@ -56,6 +56,8 @@ class ChartScene {
 
     std::span<const DrawnItem> Items(Panel panel) const;
     const ValueAxis& Axis(Panel panel) const { return axes_[static_cast<std::size_t>(panel)]; }
+    // The lines of the grid on a panel, in its colour; none where the options want none.
+    std::vector<DrawnItem> GridLines(Panel panel) const;
     // Empty where the options want none.
     const std::vector<AxisTick>& Ticks() const { return ticks_; }
     const std::vector<RoundLevel>& Levels() const { return levels_; }
@@ -69,6 +71,9 @@ class ChartScene {
 
     // The text of a label of a scale; `share` is where its line is, from 0 at the top to 1 at the bottom.
     std::string ScaleText(Panel panel, double share) const;
+    // The text of a label over the panels: the dates are those of the bars that are seen, and without a bar
+    // there is neither date nor price, as the series then hold what another ticker left.
+    std::string HeaderText(const PanelLabel& label) const;
     // What the panels say of themselves in place of a scale: nothing where they have one.
     bool HasScale(Panel panel) const;
 

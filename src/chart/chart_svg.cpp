@@ -27,12 +27,18 @@ std::string LengthOf(double twips) {
     return fmt::format("{}", std::round(twips * kParts) / kParts);
 }
 
-// The lines of one colour that follow one another become one path. What lies off the panel is left out here,
-// since not every viewer of such files can clip.
+// The lines of one colour and width that follow one another become one path. What lies off the panel is left
+// out here, since not every viewer of such files can clip.
 class ItemWriter {
   public:
     ItemWriter(const PlacedPanel& panel, std::string& svg)
         : panel_{0, 0, panel.width, panel.height}, svg_(svg) {}
+
+    // What is written from here on is two pixels wide, or one.
+    void Widen(bool isWide) {
+        if (isWide != isWide_) ClosePath();
+        isWide_ = isWide;
+    }
 
     void operator()(const DrawnLine& whole) {
         const std::optional<DrawnLine> seen = CutTo(panel_, whole);
@@ -60,7 +66,9 @@ class ItemWriter {
   private:
     void OpenPath(Rgb colour) {
         ClosePath();
-        svg_ += fmt::format("<path stroke=\"{}\" d=\"", HexOf(colour));
+        svg_ += fmt::format("<path stroke=\"{}\"", HexOf(colour));
+        if (isWide_) svg_ += fmt::format(" stroke-width=\"{}\"", 2 * kTwipsPerPixel);
+        svg_ += " d=\"";
         pathIsOpen_ = true;
     }
     void AppendPoint(char command, float x, float y) {
@@ -70,6 +78,7 @@ class ItemWriter {
     const ChartBox panel_;
     std::string& svg_;
     bool pathIsOpen_ = false;
+    bool isWide_ = false;
     DrawnLine last_;
 };
 
@@ -79,7 +88,11 @@ void WritePanel(const PlacedPanel& panel, std::string& svg) {
         "shape-rendering=\"crispEdges\">\n",
         LengthOf(panel.x), LengthOf(panel.y), kTwipsPerPixel);
     ItemWriter writer(panel, svg);
-    for (const DrawnItem& item : panel.drawing->items) std::visit(writer, item);
+    const std::vector<DrawnItem>& items = panel.drawing->items;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        writer.Widen(!panel.wide.empty() && panel.wide[i]);
+        std::visit(writer, items[i]);
+    }
     writer.ClosePath();
     svg += "</g>\n";
 }
@@ -115,10 +128,11 @@ void WriteText(const PlacedText& text, std::string& svg) {
 }  // namespace
 
 std::string SvgOf(const ChartPicture& picture) {
+    // Not every viewer of such files knows a width of 100%.
     std::string svg = fmt::format(
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{}\" height=\"{}\" viewBox=\"0 0 {} {}\">\n"
-        "<rect width=\"100%\" height=\"100%\" fill=\"{}\"/>\n",
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{0}\" height=\"{1}\" viewBox=\"0 0 {2} {3}\">\n"
+        "<rect width=\"{2}\" height=\"{3}\" fill=\"{4}\"/>\n",
         LengthOf(picture.width / kTwipsPerPixel), LengthOf(picture.height / kTwipsPerPixel),
         LengthOf(picture.width), LengthOf(picture.height), HexOf(picture.ground));
     for (const PlacedPanel& panel : picture.panels) WritePanel(panel, svg);

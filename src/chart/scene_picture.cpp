@@ -13,18 +13,39 @@ namespace {
 
 constexpr double kTickTextSize = 165;
 constexpr double kTickDrop = 300;
+// How far letters reach below their line, and the room of round prices, in sizes and in twips.
+constexpr double kDescent = 0.3;
+constexpr double kLevelRoom = 900;
+constexpr double kLevelGap = 60;
 
-// What is on a panel, in the colours in which it is painted.
-std::vector<DrawnItem> PaintedItems(const ChartScene& scene, Panel panel) {
-    const std::span<const DrawnItem> items = scene.Items(panel);
-    std::vector<DrawnItem> painted(items.begin(), items.end());
-    for (DrawnItem& item : painted) {
-        std::visit([&](auto& drawn) { drawn.colour = scene.Colours()(panel, drawn.colour).colour; }, item);
+// What is on a panel, in the colours in which it is painted, and which of it is wide (PlacedPanel).
+struct PaintedItems {
+    std::vector<DrawnItem> items;
+    std::vector<bool> wide;
+
+    void Add(const DrawnItem& item, bool isWide) {
+        items.push_back(item);
+        wide.push_back(isWide);
+    }
+};
+
+PaintedItems PaintedItemsOf(const ChartScene& scene, Panel panel) {
+    PaintedItems painted;
+    for (const DrawnItem& line : scene.GridLines(panel)) painted.Add(line, false);
+    for (DrawnItem item : scene.Items(panel)) {
+        MappedColour mapped;
+        std::visit(
+            [&](auto& drawn) {
+                mapped = scene.Colours()(panel, drawn.colour);
+                drawn.colour = mapped.colour;
+            },
+            item);
+        painted.Add(item, mapped.isSeries && scene.Options().wideLines);
     }
     if (panel != Panel::Price) return painted;
     // The rings of the chosen one belong to the window.
     for (const DrawnItem& item : scene.Drawn().lines) {
-        if (std::holds_alternative<DrawnLine>(item)) painted.push_back(item);
+        if (std::holds_alternative<DrawnLine>(item)) painted.Add(item, true);
     }
     return painted;
 }
@@ -33,6 +54,7 @@ std::vector<DrawnItem> PaintedItems(const ChartScene& scene, Panel panel) {
 void ShowLabels(const ChartScene& scene, Panel panel, std::vector<PanelLabel>& labels) {
     const auto legend = SlotLegend(scene.Chart(), scene.BarCount(), scene.Palette());
     for (PanelLabel& label : labels) {
+        label.text = scene.HeaderText(label);
         const auto slot = std::find(kSlotControls.begin(), kSlotControls.end(), label.control);
         if (slot != kSlotControls.end())
             label.colour = legend[static_cast<std::size_t>(slot - kSlotControls.begin())].colour;
@@ -49,13 +71,14 @@ void ShowLabels(const ChartScene& scene, Panel panel, std::vector<PanelLabel>& l
     }
 }
 
-// Names of series have their colours by now; the rest is ink, in the standard palette as it was laid out.
+// Names of series have their colours by now; the rest is ink, or quiet.
 Rgb TextColour(const ChartScene& scene, const PlacedText& text, const std::vector<LegendEntry>& volume) {
     const ChartPalette& palette = scene.Palette();
     for (const LegendEntry& entry : volume) {
         if (entry.text == text.text) return entry.colour;
     }
     if (text.colour == kBlack) return palette.ink;
+    if (text.colour == kQuietText) return palette.quiet;
     return palette.ownColours ? Legible(text.colour, palette.ground) : text.colour;
 }
 
@@ -74,8 +97,26 @@ void PlaceTicks(const ChartScene& scene, ChartPicture& picture) {
 void PlaceHandTexts(const ChartScene& scene, ChartPicture& picture) {
     const PlacedPanel& price = picture.panels.front();
     for (const HandText& text : scene.Drawn().texts) {
-        picture.texts.push_back({text.text, price.x + text.x, price.y + text.y, TextAlign::Left,
-                                 kTickTextSize, false, scene.Palette().hand});
+        // On its place, and not through it.
+        const double y = price.y + text.y - kTickTextSize * kDescent;
+        picture.texts.push_back(
+            {text.text, price.x + text.x, y, TextAlign::Left, kTickTextSize, false, scene.Palette().hand});
+    }
+}
+
+// Between the price panel and the names of the series, which make room.
+void PlaceLevels(const ChartScene& scene, ChartPicture& picture) {
+    if (!scene.Options().fitToWindow || !scene.Options().roundPrices || scene.Levels().empty()) return;
+    const PlacedPanel& price = picture.panels.front();
+    const double right = price.x + price.width;
+    for (PlacedText& text : picture.texts) {
+        if (text.align == TextAlign::Left && text.x > right) text.x += kLevelRoom;
+    }
+    picture.width += kLevelRoom;
+    for (const RoundLevel& level : scene.Levels()) {
+        const double y = price.y + scene.Axis(Panel::Price).Y(level.value) + kTickTextSize * kDescent;
+        picture.texts.push_back(
+            {level.text, right + kLevelGap, y, TextAlign::Left, kTickTextSize, false, scene.Palette().ink});
     }
 }
 
@@ -83,17 +124,22 @@ void PlaceHandTexts(const ChartScene& scene, ChartPicture& picture) {
 
 std::string SvgOfScene(const ChartScene& scene) {
     ChartSession shown = scene.Chart();
+    std::vector<std::vector<bool>> wide;
     for (const Panel panel : {Panel::Price, Panel::Study, Panel::Volume}) {
         PanelDrawing& drawing = shown.Picture(panel);
-        drawing.items = PaintedItems(scene, panel);
+        PaintedItems painted = PaintedItemsOf(scene, panel);
+        drawing.items = std::move(painted.items);
+        wide.push_back(std::move(painted.wide));
         ShowLabels(scene, panel, drawing.labels);
     }
     ChartPicture picture = LayOutPicture(shown, scene.Data().series);
+    for (std::size_t i = 0; i < wide.size(); ++i) picture.panels[i].wide = std::move(wide[i]);
     picture.ground = scene.Palette().ground;
     const std::vector<LegendEntry> volume = VolumeLegend(scene.Chart(), scene.BarCount(), scene.Palette());
     for (PlacedText& text : picture.texts) text.colour = TextColour(scene, text, volume);
     if (scene.Options().fitToWindow && scene.Options().timeAxis) PlaceTicks(scene, picture);
     PlaceHandTexts(scene, picture);
+    PlaceLevels(scene, picture);
     return SvgOf(picture);
 }
 

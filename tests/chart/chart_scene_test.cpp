@@ -86,6 +86,21 @@ TEST_F(SceneTest, AnEmptyChartHasNoScale) {
     EXPECT_THAT(SvgOfScene(scene), Not(HasSubstr("00000000000")));
 }
 
+TEST_F(SceneTest, AnEmptyChartShowsNoDateAndNoPriceOfTheTickerBefore) {
+    const std::string before = SvgOfScene(scene);
+    // The series keep what they held, so the lists of the empty chart do too.
+    EXPECT_THAT(before, HasSubstr(">200<"));
+    EXPECT_THAT(before, HasSubstr(">02/06/24<"));
+    StartChart(context, {"NONE"}, "");
+    scene.Update(kRoom);
+    const std::string empty = SvgOfScene(scene);
+    EXPECT_THAT(empty, HasSubstr(">NONE<"));
+    EXPECT_THAT(empty, HasSubstr(">LastPrice:<"));
+    EXPECT_THAT(empty, Not(HasSubstr(">200<")));
+    EXPECT_THAT(empty, Not(HasSubstr("/24<")));
+    EXPECT_THAT(empty, Not(HasSubstr(">0.00<")));
+}
+
 TEST_F(SceneTest, ThePictureHasTheLegendAndTheAxis) {
     const std::string svg = SvgOfScene(scene);
     for (const char* text : {">ABC<", ">Price<", ">MA 15<", ">MLR 120<", ">L. UCL<", ">7.38M<", ">2024<"})
@@ -100,10 +115,32 @@ TEST_F(SceneTest, ThePictureHasThePaletteAndTheListsKeepTheirColours) {
     options.colours = ChartColours::Dark;
     scene.Update(kRoom);
     const std::string svg = SvgOfScene(scene);
-    EXPECT_THAT(svg, HasSubstr("<rect width=\"100%\" height=\"100%\" fill=\"#181c22\"/>"));
+    EXPECT_THAT(svg, HasSubstr("<rect width=\"16550\" height=\"10240\" fill=\"#181c22\"/>"));
+    // The headings over the panels.
+    EXPECT_THAT(svg, HasSubstr("fill=\"#a0a8b2\">LastPrice:<"));
+    EXPECT_THAT(svg, Not(HasSubstr("#5a5a5a")));
     EXPECT_THAT(svg, HasSubstr("stroke=\"#ff8c50\""));
     EXPECT_THAT(svg, Not(HasSubstr("#000000")));
     EXPECT_EQ(chart.Picture(Panel::Price).items, items);
+}
+
+TEST_F(SceneTest, ThePictureHasGridRoundPricesAndWideLinesWhereTheWindowHasThem) {
+    const std::string plain = SvgOfScene(scene);
+    EXPECT_THAT(plain, Not(HasSubstr("#dee2e6")));
+    EXPECT_THAT(plain, Not(HasSubstr("stroke-width=\"30\"")));
+    EXPECT_THAT(plain, Not(HasSubstr(">180<")));
+    options.grid = options.roundPrices = options.wideLines = true;
+    scene.Update(kRoom);
+    const std::string svg = SvgOfScene(scene);
+    EXPECT_THAT(svg, HasSubstr("<path stroke=\"#dee2e6\" d=\"M"));
+    EXPECT_THAT(svg, HasSubstr("<path stroke=\"#006400\" stroke-width=\"30\" d=\"M"));
+    // Bars and frame stay thin.
+    EXPECT_THAT(svg, Not(HasSubstr("<path stroke=\"#000000\" stroke-width=\"30\"")));
+    ASSERT_FALSE(scene.Levels().empty());
+    for (const RoundLevel& level : scene.Levels()) EXPECT_THAT(svg, HasSubstr(">" + level.text + "<"));
+    // The names of the series stand behind the prices.
+    EXPECT_THAT(svg, HasSubstr("viewBox=\"0 0 17450 10240\""));
+    EXPECT_THAT(plain, HasSubstr("viewBox=\"0 0 16550 10240\""));
 }
 
 TEST_F(SceneTest, ThePictureShowsTheStretchThatTheWindowShows) {
@@ -112,6 +149,10 @@ TEST_F(SceneTest, ThePictureShowsTheStretchThatTheWindowShows) {
     scene.Update(kRoom);
     EXPECT_NE(SvgOfScene(scene), whole);
     EXPECT_LT(SvgOfScene(scene).size(), whole.size());
+    const TextSeries& dates = analysis.series.QuoteDate;
+    EXPECT_THAT(SvgOfScene(scene), HasSubstr(">" + dates[scene.View().first] + "<"));
+    EXPECT_THAT(SvgOfScene(scene), HasSubstr(">" + dates[scene.View().Last()] + "<"));
+    EXPECT_THAT(SvgOfScene(scene), Not(HasSubstr(">" + dates[1] + "<")));
 }
 
 }  // namespace

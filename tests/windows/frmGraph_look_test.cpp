@@ -357,6 +357,21 @@ class FrmGraphLookTest : public QObject {
         }
     }
 
+    void aTickerWithoutHistoryShowsNoPriceOfTheOneBefore() {
+        FittingChart program;
+        QCOMPARE(program.Label("Label59"), QStringLiteral("379"));
+        auto* const box = program.Part<QLineEdit>("txtTicker");
+        box->setText(QStringLiteral("T2"));
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(program.Label("Label58"), QStringLiteral("T2"));
+        for (const char* label : {"Label59", "Label60", "Label61", "Label62", "Label63", "Label64"})
+            QVERIFY2(program.Label(label).isEmpty(), label);
+        box->setText(QStringLiteral("T1"));
+        QTest::keyClick(box, Qt::Key_Return);
+        QCOMPARE(program.Label("Label59"), QStringLiteral("379"));
+        QCOMPARE(program.Label("Label62"), QStringLiteral("10/28/26"));
+    }
+
     void aStudyWithoutValuesShowsNoScale() {
         for (const bool fits : {true, false}) {
             ChartProgram program(20, fits);

@@ -83,7 +83,7 @@ void ChartPanel::Render() {
     picture_.setDevicePixelRatio(devicePixelRatio());
     picture_.fill(ColourOf(scene_.Palette().ground));
     QPainter painter(&picture_);
-    PaintGrid(painter);
+    PaintItems(painter, scene_.GridLines(panel_), size(), {.scale = Scale()});
     const ChartOptions& options = scene_.Options();
     PaintItems(painter, scene_.Items(panel_), size(),
                {Scale(), &scene_.Colours(), panel_, options.wideLines});
@@ -115,25 +115,6 @@ void ChartPanel::PaintWords(QPainter& painter, QPointF at, const QString& words)
 
 ChartPoint ChartPanel::PlaceOf(const QMouseEvent& event) const {
     return {TwipsAcross(event.position().x()), TwipsDown(event.position().y())};
-}
-
-void ChartPanel::PaintGrid(QPainter& painter) const {
-    const ChartOptions& options = scene_.Options();
-    if (!options.grid || !options.fitToWindow) return;
-    std::vector<DrawnItem> lines;
-    const Rgb colour = scene_.Palette().grid;
-    const PanelForm& form = FormOf(panel_);
-    for (const AxisTick& tick : scene_.Ticks()) {
-        const double x = scene_.View().X(static_cast<double>(tick.bar));
-        lines.emplace_back(LineBetween({x, form.topY}, {x, form.bottomY}, colour));
-    }
-    if (panel_ == Panel::Price) {
-        for (const RoundLevel& level : scene_.Levels()) {
-            const double y = scene_.Axis(panel_).Y(level.value);
-            lines.emplace_back(LineBetween({kPanelLeft, y}, {kPanelRight, y}, colour));
-        }
-    }
-    PaintItems(painter, lines, size(), {.scale = Scale()});
 }
 
 void ChartPanel::PaintCrosshair(QPainter& painter) const {

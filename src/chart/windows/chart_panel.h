@@ -78,7 +78,6 @@ class ChartPanel final : public QWidget {
     bool TakePadGesture(const QNativeGestureEvent& gesture);
     bool TakeScreenGesture(const QGestureEvent& event);
     void Render();
-    void PaintGrid(QPainter& painter) const;
     void PaintCrosshair(QPainter& painter) const;
     void PaintHand(QPainter& painter) const;
     void PaintWords(QPainter& painter, QPointF at, const QString& words) const;

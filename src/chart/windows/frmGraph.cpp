@@ -347,14 +347,9 @@ void frmGraph::ShowLabels() {
     for (const PanelDrawing& picture : context_.chart.Pictures) {
         for (const PanelLabel& text : picture.labels) {
             QLabel* const label = labels_.value(Name(text.control));
-            label->setText(Shown(text.text));
+            label->setText(Shown(scene_.HeaderText(text)));
         }
     }
-    if (scene_.IsOwnWindow() || scene_.BarCount() == 0) return;
-    const TextSeries& dates = scene_.Data().series.QuoteDate;
-    labels_.value(QStringLiteral("Label60"))->setText(Shown(dates[scene_.View().first]));
-    labels_.value(QStringLiteral("Label62"))
-        ->setText(Shown(dates[std::min(scene_.View().Last(), scene_.BarCount())]));
 }
 
 // On the ground of the panels, since they bear the colours of the lines.

@@ -147,7 +147,9 @@ void ChartCommands::ShowTicker(const std::string& ticker) {
     ChartContext context{frame_.session, analysis_, chart_};
     const ChartStart start = ChangeTicker(context, selection);
     form_->TickerChanged();
-    if (start == ChartStart::NoHistory) frame_.notice(ticker + ": no history in the Quote Database");
+    // What was told of the ticker before is over.
+    frame_.notice(start == ChartStart::NoHistory ? ticker + ": no history in the Quote Database"
+                                                 : std::string());
 }
 
 // The row of the table goes along, so that its commands mean the ticker that is charted.
