@@ -110,6 +110,26 @@ class FrmGraphLookTest : public QObject {
         }
     }
 
+    void everyValueHasRoomInANarrowWindow() {
+        for (const int width : {480, 640, 1000}) {
+            FittingChart program({width, 700});
+            for (const char* item : {"MA 30", "MLR 15 L.CL", "MLR 30 T.CL", "LR T.CL", "LR MINMAX CL"})
+                program.Pick("Combo1", item);
+            QCoreApplication::processEvents();
+            auto* const values = program.Graph()->findChild<ValuesLine*>();
+            const int height = values->height();
+            // What is painted below the room that it has would be cut.
+            values->setFixedHeight(height + 100);
+            QCoreApplication::processEvents();
+            const QImage image = values->grab().toImage();
+            const QColor ground = image.pixelColor(0, 0);
+            for (int y = height * image.height() / values->height(); y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x)
+                    QVERIFY2(image.pixelColor(x, y) == ground, qPrintable(QString::number(width)));
+            }
+        }
+    }
+
     void inItsOwnSizeTheChartHasNeitherCrosshairNorValuesNorAxis() {
         ChartProgram program;
         program.Choose("mnuGraphicsHLC");

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "base/windows/display_text.h"
 #include "base/windows/labels.h"
@@ -55,19 +56,45 @@ QString ValuesLine::Text() const {
     return words.join(QStringLiteral("  "));
 }
 
-// By the number of values and not by their digits, so that the panels below keep their place from bar to bar.
+template <typename Place>
+int ValuesLine::WalkPairs(const Place& place) const {
+    const QFontMetrics names = fontMetrics();
+    const QFontMetrics values(Bold(font()));
+    const int gap = names.horizontalAdvance(QString::fromLatin1(kGap));
+    const int blank = names.horizontalAdvance(u' ');
+    int x = kMargin;
+    int lines = 1;
+    for (const Pair& pair : pairs_) {
+        const int name = names.horizontalAdvance(pair.name);
+        const int value = pair.value.isEmpty() ? 0 : blank + values.horizontalAdvance(pair.value);
+        if (x > kMargin && x + name + value > width() - kMargin) {
+            x = kMargin;
+            ++lines;
+        }
+        place(pair, QPoint(x, kMargin + names.ascent() + (lines - 1) * names.lineSpacing()), name + blank);
+        x += name + value + gap;
+    }
+    return lines;
+}
+
+// By the number of values and not by their digits, so that the panels below keep their place from bar to bar;
+// but once the values of a bar have taken another line, it stays.
 void ValuesLine::TakeRoom() {
     const qsizetype all = static_cast<qsizetype>(pairs_.size()) *
                           fontMetrics().horizontalAdvance(QString::fromLatin1(kUsualPair));
-    const auto lines =
-        static_cast<int>((all + std::max(width(), kNarrowest) - 1) / std::max(width(), kNarrowest));
-    const int height =
-        std::clamp(lines, kFewestLines, kMostLines) * fontMetrics().lineSpacing() + 2 * kMargin;
+    const int room = std::max(width(), kNarrowest);
+    const auto usual = std::clamp(static_cast<int>((all + room - 1) / room), kFewestLines, kMostLines);
+    QString names = QString::number(width());
+    for (const Pair& pair : pairs_) names += u'|' + pair.name;
+    if (std::exchange(names_, names) != names) lines_ = 0;
+    if (isLaidOut_) lines_ = std::max(lines_, WalkPairs([](const Pair&, QPoint, int) {}));
+    const int height = std::max(usual, lines_) * fontMetrics().lineSpacing() + 2 * kMargin;
     if (height != minimumHeight()) setFixedHeight(height);
 }
 
 void ValuesLine::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    isLaidOut_ = true;
     TakeRoom();
 }
 
@@ -75,27 +102,14 @@ void ValuesLine::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), ground_);
     const QFont bold = Bold(font());
-    const QFontMetrics names = fontMetrics();
-    const QFontMetrics values(bold);
-    const int gap = names.horizontalAdvance(QString::fromLatin1(kGap));
-    const int blank = names.horizontalAdvance(u' ');
-    int x = kMargin;
-    int y = kMargin + names.ascent();
-    for (const Pair& pair : pairs_) {
-        const int name = names.horizontalAdvance(pair.name);
-        const int value = pair.value.isEmpty() ? 0 : blank + values.horizontalAdvance(pair.value);
-        if (x > kMargin && x + name + value > width() - kMargin) {
-            x = kMargin;
-            y += names.lineSpacing();
-        }
+    WalkPairs([&](const Pair& pair, QPoint at, int toValue) {
         painter.setFont(font());
         painter.setPen(pair.nameColour);
-        painter.drawText(x, y, pair.name);
+        painter.drawText(at, pair.name);
         painter.setFont(bold);
         painter.setPen(pair.valueColour);
-        painter.drawText(x + name + blank, y, pair.value);
-        x += name + value + gap;
-    }
+        painter.drawText(at + QPoint(toValue, 0), pair.value);
+    });
 }
 
 }  // namespace brantlow

@@ -1,4 +1,4 @@
-// What the chart shows at one bar, in one or two lines over the panels: that under the crosshair, else the
+// What the chart shows at one bar, in a few lines over the panels: that under the crosshair, else the
 // newest. It is painted word by word: it changes with every step of the pointer, and a text that is laid out
 // as a document would take longer than all else of such a step.
 #pragma once
@@ -35,9 +35,18 @@ class ValuesLine final : public QWidget {
         QColor valueColour;
     };
     void TakeRoom();
+    // Hands each pair with the base line of its name and the way from there to its value to `place`, in as
+    // many lines as it gives.
+    template <typename Place>
+    int WalkPairs(const Place& place) const;
 
     std::vector<Pair> pairs_;
     QColor ground_;
+    // The most lines that were needed since width and names are these.
+    int lines_ = 0;
+    QString names_;
+    // Before that the width is no measure.
+    bool isLaidOut_ = false;
 };
 
 }  // namespace brantlow
