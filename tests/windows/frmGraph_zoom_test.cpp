@@ -259,6 +259,25 @@ class FrmGraphZoomTest : public QObject {
         QVERIFY(program.Label("Label60") != Shown(ChartProgram::Bar(400 - 278).HistoryDate));
     }
 
+    void styleSeriesAndTimeFrameStayFromTickerToTicker() {
+        LongChart program;
+        program.Choose("mnuGraphicsCandleStick");
+        program.Pick("Combo1", "MA 60");
+        program.Pick("Combo2", "RSI 15");
+        program.Pick("Combo3", "WMA 30");
+        program.Press("Command5");
+        const auto slots = program.Graph()->Chart().Slots;
+        const auto volumes = program.Graph()->Chart().VolumeSeriesList;
+        program.Key(Qt::Key_PageDown);
+        const ChartSession& chart = program.Graph()->Chart();
+        QCOMPARE(program.Graph()->windowTitle(), QStringLiteral("T2"));
+        QCOMPARE(chart.ChartStyle, std::string("CandleStick"));
+        QVERIFY(chart.Slots == slots);
+        QVERIFY(chart.VolumeSeriesList == volumes);
+        QCOMPARE(chart.Combo2, std::string("RSI 15"));
+        QCOMPARE(chart.ChartTimeFrame, 2);
+    }
+
     void pageDownGoesThroughTheHitsOfACondition() {
         LongChart program;
         program.Write("Hits.dbe",
