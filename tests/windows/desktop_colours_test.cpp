@@ -173,6 +173,45 @@ class DesktopColoursTest : public QObject {
         }
     }
 
+    void theButtonsOfChildWindowsAreSeenOnADarkDesktop() {
+        const ProgramStyle style;
+        QStyleOptionTitleBar bar;
+        bar.palette = Dark();
+        bar.titleBarFlags = Qt::SubWindow | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
+                            Qt::WindowCloseButtonHint;
+        bar.subControls = QStyle::SC_All;
+        bar.rect = QRect(0, 0, 200, 24);
+        QStyleOptionComplex corner;
+        corner.palette = bar.palette;
+        corner.subControls = QStyle::SC_MdiMinButton | QStyle::SC_MdiNormalButton | QStyle::SC_MdiCloseButton;
+        corner.rect = QRect(0, 0, 60, 20);
+        struct Place {
+            QStyle::ComplexControl control;
+            const QStyleOptionComplex& option;
+            QStyle::SubControl button;
+        };
+        for (const Place& place : {Place{QStyle::CC_TitleBar, bar, QStyle::SC_TitleBarMinButton},
+                                   Place{QStyle::CC_TitleBar, bar, QStyle::SC_TitleBarMaxButton},
+                                   Place{QStyle::CC_TitleBar, bar, QStyle::SC_TitleBarCloseButton},
+                                   Place{QStyle::CC_MdiControls, corner, QStyle::SC_MdiMinButton},
+                                   Place{QStyle::CC_MdiControls, corner, QStyle::SC_MdiNormalButton},
+                                   Place{QStyle::CC_MdiControls, corner, QStyle::SC_MdiCloseButton}}) {
+            const QColor ground = bar.palette.color(QPalette::Window);
+            QImage picture(place.option.rect.size(), QImage::Format_RGB32);
+            picture.fill(ground);
+            QPainter painter(&picture);
+            style.drawComplexControl(place.control, &place.option, &painter, nullptr);
+            painter.end();
+            const QRect rect = style.subControlRect(place.control, &place.option, place.button, nullptr);
+            int seen = 0;
+            for (int y = rect.top(); y <= rect.bottom(); ++y) {
+                for (int x = rect.left(); x <= rect.right(); ++x)
+                    seen += ContrastRatio(picture.pixelColor(x, y), ground) >= 4.5 ? 1 : 0;
+            }
+            QVERIFY2(seen >= 12, std::to_string(place.button).c_str());
+        }
+    }
+
     void theTableFollowsAtOnce() {
         Program program;
         program.Start("Jan.ddq");

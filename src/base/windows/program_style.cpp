@@ -1,9 +1,11 @@
 #include "base/windows/program_style.h"
 
 #include <QAbstractItemView>
+#include <QPainter>
 #include <QPalette>
 #include <QStyleOption>
 #include <algorithm>
+#include <array>
 
 #include "base/windows/colours.h"
 #include "base/windows/readable.h"
@@ -18,6 +20,52 @@ constexpr double kSeenContrast = 3;
 // The usual style draws a rim in the window's colour, darkened by so many percent.
 constexpr int kCheckBoxDarkens = 140;
 constexpr int kRadioButtonDarkens = 150;
+
+// Of a title bar and of the corner of the menu, beside the edge of a button of their own.
+struct WindowButton {
+    QStyle::SubControl inTitle;
+    QStyle::SubControl inMenu;
+};
+constexpr std::array kWindowButtons = {
+    WindowButton{QStyle::SC_TitleBarMinButton, QStyle::SC_MdiMinButton},
+    WindowButton{QStyle::SC_TitleBarMaxButton, QStyle::SC_None},
+    WindowButton{QStyle::SC_TitleBarNormalButton, QStyle::SC_MdiNormalButton},
+    WindowButton{QStyle::SC_TitleBarCloseButton, QStyle::SC_MdiCloseButton},
+};
+constexpr int kSignPixels = 9;
+constexpr int kAroundSign = 3;
+constexpr int kSmallSquare = 5;
+
+// The sign of a button of a window over that of the usual style.
+void PaintSign(QPainter& painter, QStyle::SubControl button, const QRect& rect) {
+    const QRect sign(rect.center() - QPoint(kSignPixels / 2, kSignPixels / 2),
+                     QSize(kSignPixels, kSignPixels));
+    painter.fillRect(sign.adjusted(-kAroundSign, -kAroundSign, kAroundSign, kAroundSign),
+                     painter.background());
+    const QRect small(QPoint(), QSize(kSmallSquare, kSmallSquare));
+    switch (button) {
+        case QStyle::SC_TitleBarMinButton:
+            return painter.fillRect(sign.left(), sign.bottom() - 1, kSignPixels, 2, painter.pen().color());
+        case QStyle::SC_TitleBarMaxButton:
+            return painter.drawRect(sign.adjusted(0, 0, -1, -1));
+        case QStyle::SC_TitleBarNormalButton:
+            painter.drawRect(small.translated(sign.topRight() - QPoint(kSmallSquare, 0)));
+            return painter.drawRect(small.translated(sign.bottomLeft() - QPoint(0, kSmallSquare)));
+        default:
+            painter.drawLine(sign.topLeft(), sign.bottomRight());
+            painter.drawLine(sign.topRight(), sign.bottomLeft());
+    }
+}
+
+// Of the two that share a place only one is.
+bool IsShown(const QStyleOptionTitleBar& bar, QStyle::SubControl button) {
+    const bool isMaximised = bar.titleBarState & Qt::WindowMaximized;
+    const bool isMinimised = bar.titleBarState & Qt::WindowMinimized;
+    if (button == QStyle::SC_TitleBarMinButton) return !isMinimised;
+    if (button == QStyle::SC_TitleBarMaxButton) return !isMaximised;
+    if (button == QStyle::SC_TitleBarNormalButton) return isMaximised || isMinimised;
+    return true;
+}
 
 QColor Between(const QColor& from, const QColor& to, float part) {
     const auto mixed = [part](float a, float b) { return a + (b - a) * part; };
@@ -66,6 +114,27 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
         QPalette::Window,
         rim.lighter(element == PE_IndicatorCheckBox ? kCheckBoxDarkens : kRadioButtonDarkens));
     QProxyStyle::drawPrimitive(element, &seen, painter, widget);
+}
+
+// The signs on the buttons of a child window are black, and cannot be seen on the bars of a dark desktop.
+void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                      QPainter* painter, const QWidget* widget) const {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    const auto* const bar = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+    const bool isMenu = control == CC_MdiControls;
+    const bool isTitle = control == CC_TitleBar && bar && !(bar->titleBarState & State_Active);
+    if ((!isMenu && !isTitle) || !IsDark(option->palette.color(QPalette::Window))) return;
+    painter->save();
+    painter->setPen(option->palette.color(QPalette::WindowText));
+    painter->setBackground(option->palette.color(QPalette::Window));
+    for (const WindowButton& button : kWindowButtons) {
+        const SubControl part = isMenu ? button.inMenu : button.inTitle;
+        const QRect rect = part == SC_None || !(option->subControls & part)
+                               ? QRect()
+                               : proxy()->subControlRect(control, option, part, widget);
+        if (rect.isValid() && (isMenu || IsShown(*bar, part))) PaintSign(*painter, button.inTitle, rect);
+    }
+    painter->restore();
 }
 
 void ProgramStyle::polish(QPalette& palette) {
