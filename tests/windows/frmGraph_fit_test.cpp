@@ -122,6 +122,23 @@ class FrmGraphFitTest : public QObject {
         }
     }
 
+    void whatAnEmptyChartSaysStandsInItsMiddleAtEverySize() {
+        ChartProgram program(ChartProgram::kBars, true);
+        program.SelectTicker("T2");
+        DialogHand hand([](QDialog& dialog) { dialog.reject(); });
+        program.Choose("mnuGraphicsHLC");
+        for (const QSize size : {QSize(1400, 950), QSize(1024, 768), QSize(1900, 1000)}) {
+            program.frame->resize(size);
+            QCoreApplication::processEvents();
+            const auto* const panel = program.Part<ChartPanel>("Picture1");
+            const QRect text = program.Part<QLabel>("lblEmptyPrice")->geometry();
+            QCOMPARE(text.width(), panel->width());
+            // Its middle is half way between the rules at a quarter and at the half of the panel.
+            QVERIFY2(std::abs(text.center().y() - panel->height() * 3 / 8) <= 3,
+                     qPrintable(QString::number(text.center().y())));
+        }
+    }
+
     void aBorderIsDraggedAndItsPlaceIsKept() {
         FittingChart program;
         const int price = program.PanelNamed("Picture1")->height();

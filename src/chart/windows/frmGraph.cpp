@@ -432,10 +432,6 @@ void frmGraph::ShowEmptyTexts() {
     const std::optional<std::string> noHistory = EmptyPriceText(context_.analysis.series);
     const std::optional<std::string> noStudy = noHistory ? std::nullopt : EmptyStudyText(context_.chart);
     for (QLabel* text : {emptyPrice_, emptyStudy_}) GiveColour(*text, scene_.Palette().quiet);
-    // Between two rules, so that none crosses it.
-    const QSize price = panels_->PanelAt(Panel::Price).size();
-    emptyPrice_->setGeometry(0, 0, price.width(), price.height() * 3 / 4);
-    emptyStudy_->setGeometry(QRect(QPoint(), panels_->PanelAt(Panel::Study).size()));
     emptyPrice_->setText(Shown(noHistory.value_or("")));
     emptyPrice_->setVisible(noHistory.has_value());
     emptyStudy_->setText(Shown(noStudy.value_or("")));

@@ -193,8 +193,11 @@ void frmGraph::BuildPanels(QBoxLayout& rows) {
 // What a panel says in place of a drawing.
 QLabel* frmGraph::AddEmptyText(std::string_view name, Panel panel) {
     QLabel* const text = AddLabel(name);
-    ChartPanel& ground = panels_->PanelAt(panel);
-    text->setParent(&ground);
+    auto* rows = new QVBoxLayout(&panels_->PanelAt(panel));
+    rows->setContentsMargins(0, 0, 0, 0);
+    // Between two rules of the price panel, so that none crosses it.
+    rows->addWidget(text, 3);
+    if (panel == Panel::Price) rows->addStretch(1);
     text->setAlignment(Qt::AlignCenter);
     text->setWordWrap(true);
     text->setAttribute(Qt::WA_TransparentForMouseEvents);
