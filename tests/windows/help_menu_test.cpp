@@ -136,6 +136,25 @@ class HelpMenuTest : public QObject {
         QTRY_VERIFY_WITH_TIMEOUT(!OpenHelp(), kPatienceMs);
     }
 
+    void theFieldsOfTheHelpShowAllTheirWords() {
+        Program program;
+        CopyHelp(program);
+        program.Start("Jan.ddq");
+        program.frame->Run("mnuHelpFile");
+        frmHelp* help = OpenHelp();
+        QVERIFY(help);
+        QVERIFY(QTest::qWaitForWindowExposed(help));
+        for (const char* name : {"txtFind", "txtSearch"}) {
+            const auto* const field = help->findChild<QLineEdit*>(QString::fromLatin1(name));
+            QVERIFY2(field->isVisible(), name);
+            // Beside the words stand a rim and, once something was typed, a button.
+            QVERIFY2(field->width() > field->fontMetrics().horizontalAdvance(field->placeholderText()) + 10,
+                     name);
+        }
+        QTest::keyClick(help, Qt::Key_Escape);
+        QTRY_VERIFY_WITH_TIMEOUT(!OpenHelp(), kPatienceMs);
+    }
+
     void allPagesAreSearchedAndWhatIsFoundIsAPageLikeTheOthers() {
         Program program;
         CopyHelp(program);

@@ -140,6 +140,15 @@ class PopulateWindowTest : public QObject {
         }
     }
 
+    void theWindowOfARunIsWideEnoughForItsTitle() {
+        RunControl run;
+        const frmEnable window(run, RunStop::KeepsWhatIsDone, nullptr);
+        QFont title = window.font();
+        title.setBold(true);
+        QVERIFY(window.sizeHint().width() >
+                QFontMetrics(title).horizontalAdvance(window.windowTitle()) + 100);
+    }
+
     void exitOfTheRunStopsAfterTheTickerInWork() {
         PopulateProgram program("5");
         bool frameShut = false;

@@ -19,7 +19,7 @@ namespace brantlow {
 
 namespace {
 
-constexpr QSize kWindow(860, 480);
+constexpr QSize kWindow(980, 480);
 constexpr int kFileWidth = 180;
 constexpr int kLineWidth = 60;
 constexpr int kGradeWidth = 60;

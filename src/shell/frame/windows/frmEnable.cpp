@@ -6,9 +6,11 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
+#include "base/windows/labels.h"
 #include "shell/run_outlook.h"
 
 namespace brantlow {
@@ -18,6 +20,8 @@ namespace {
 constexpr int kSmallestButtonWidth = 96;
 constexpr int kCornerDistance = 36;
 constexpr int kStateLetters = 46;
+// Icon and buttons of a title bar, beside its words.
+constexpr int kBesideTitle = 130;
 
 struct StopWords {
     std::string_view toolTip;
@@ -47,7 +51,10 @@ frmEnable::frmEnable(RunControl& run, RunStop stop, QWidget* frame)
     state_->setAlignment(Qt::AlignCenter);
     state_->setTextFormat(Qt::PlainText);
     state_->setWordWrap(true);
-    state_->setFixedWidth(fontMetrics().averageCharWidth() * kStateLetters);
+    // A title bar that is too short would cut the words that tell what the buttons are for.
+    state_->setFixedWidth(
+        std::max(fontMetrics().averageCharWidth() * kStateLetters,
+                 QFontMetrics(Bold(font())).horizontalAdvance(windowTitle()) + kBesideTitle));
     state_->setMinimumHeight(fontMetrics().lineSpacing() * 2);
     layout->addWidget(state_);
     auto* row = new QHBoxLayout;

@@ -17,7 +17,8 @@ namespace brantlow {
 namespace {
 
 constexpr QSize kHelpSize(820, 640);
-constexpr int kFindWidth = 190;
+// Rims and the button that clears, beside the words of a field.
+constexpr int kBesideWords = 40;
 
 // A field of the bar that does something at Enter and takes the focus at a key.
 QLineEdit* AddField(QToolBar& bar, const char* name, const char* words, const QKeySequence& key) {
@@ -28,7 +29,7 @@ QLineEdit* AddField(QToolBar& bar, const char* name, const char* words, const QK
     field->setToolTip(field->placeholderText());
     field->setAccessibleName(QString::fromLatin1(words));
     field->setClearButtonEnabled(true);
-    field->setMaximumWidth(kFindWidth);
+    field->setMaximumWidth(field->fontMetrics().horizontalAdvance(field->placeholderText()) + kBesideWords);
     bar.addWidget(field);
     auto* shortcut = new QShortcut(key, bar.parentWidget());
     QObject::connect(shortcut, &QShortcut::activated, field, [field] {
