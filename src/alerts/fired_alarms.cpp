@@ -13,8 +13,8 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::string_view kMailedMark = "mailed";
-constexpr std::string_view kNotMailedMark = "to be mailed";
+// In the order of AlarmMailing.
+constexpr std::array<std::string_view, 3> kMailingMarks = {"to be mailed", "mailed", "no mail"};
 constexpr std::size_t kDayLength = 10;
 
 constexpr std::array<std::string_view, 2> kKindWords = {"high", "low"};
@@ -26,6 +26,13 @@ std::string Field(std::string_view text) {
     return field;
 }
 
+// What is none of the marks is one that an update is still to take along.
+AlarmMailing MailingOf(std::string_view mark) {
+    const auto found = std::find(kMailingMarks.begin(), kMailingMarks.end(), mark);
+    if (found == kMailingMarks.end()) return AlarmMailing::Due;
+    return static_cast<AlarmMailing>(found - kMailingMarks.begin());
+}
+
 std::string LineOf(const FiredAlarm& alarm) {
     std::string line;
     for (const std::string_view text :
@@ -33,7 +40,7 @@ std::string LineOf(const FiredAlarm& alarm) {
           AlarmKindWord(alarm.kind), std::string_view(alarm.limit), std::string_view(alarm.table)}) {
         line.append(Field(text)).append("\t");
     }
-    return line.append(alarm.isMailed ? kMailedMark : kNotMailedMark).append(kLineEnd);
+    return line.append(kMailingMarks[static_cast<std::size_t>(alarm.mailing)]).append(kLineEnd);
 }
 
 std::optional<FiredAlarm> AlarmOfLine(std::string_view line) {
@@ -47,7 +54,7 @@ std::optional<FiredAlarm> AlarmOfLine(std::string_view line) {
     alarm.kind = fields[3] == kKindWords.back() ? AlarmKind::Low : AlarmKind::High;
     alarm.limit = fields[4];
     alarm.table = fields[5];
-    alarm.isMailed = fields[6] == kMailedMark;
+    alarm.mailing = MailingOf(fields[6]);
     return alarm;
 }
 
@@ -127,7 +134,7 @@ Failure KeepFiredAlarms(const Path& dataFolder, const std::vector<FiredAlarm>& a
 
 std::vector<FiredAlarm> AlarmsToMail(const Path& dataFolder, Failure& failure) {
     std::vector<FiredAlarm> due = LoadFiredAlarms(dataFolder, failure);
-    std::erase_if(due, [](const FiredAlarm& alarm) { return alarm.isMailed; });
+    std::erase_if(due, [](const FiredAlarm& alarm) { return alarm.mailing != AlarmMailing::Due; });
     return due;
 }
 
@@ -135,7 +142,9 @@ Failure MarkAlarmsMailed(const Path& dataFolder, const std::vector<FiredAlarm>& 
     Failure failure;
     std::vector<FiredAlarm> alarms = LoadFiredAlarms(dataFolder, failure);
     if (failure || alarms.empty()) return failure;
-    for (FiredAlarm& alarm : alarms) alarm.isMailed |= IsOneOf(mailed, alarm);
+    for (FiredAlarm& alarm : alarms) {
+        if (IsOneOf(mailed, alarm)) alarm.mailing = AlarmMailing::Sent;
+    }
     return WriteList(dataFolder / kFiredAlarmsName, alarms);
 }
 

@@ -17,6 +17,13 @@ namespace brantlow {
 
 inline constexpr std::string_view kFiredAlarmsName = "Fired Alarms.txt";
 
+// How an alarm stands with the mail.
+enum class AlarmMailing {
+    Due,
+    Sent,
+    Unwanted,  // no mail was set up when it fired, and none goes later
+};
+
 enum class AlarmKind { High, Low };
 // "high", "low".
 std::string_view AlarmKindWord(AlarmKind kind);
@@ -27,8 +34,8 @@ struct FiredAlarm {
     std::string price;  // as the table shows it
     AlarmKind kind = AlarmKind::High;
     std::string limit;
-    std::string table;      // the file that holds the alarm
-    bool isMailed = false;  // or nobody wanted a mail
+    std::string table;  // the file that holds the alarm
+    AlarmMailing mailing = AlarmMailing::Due;
 };
 
 // The alarm of row `row` that its last price has reached; the high one where both are. Nothing where none is.

@@ -16,7 +16,7 @@ std::string JsonOf(const FiredAlarm& alarm) {
     json["kind"] = AlarmKindWord(alarm.kind);
     json["limit"] = DisplayUtf8(alarm.limit);
     json["table"] = DisplayUtf8(alarm.table);
-    json["mailed"] = alarm.isMailed;
+    json["mailed"] = alarm.mailing == AlarmMailing::Sent;
     return json.dump();
 }
 

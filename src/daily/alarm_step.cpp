@@ -10,7 +10,7 @@ std::vector<std::string> TellAlarms(Session& session, const std::vector<FiredAla
     };
     const bool mails = MailsAlarms(session.settings);
     std::vector<FiredAlarm> noticed = alarms;
-    for (FiredAlarm& alarm : noticed) alarm.isMailed = !mails;
+    for (FiredAlarm& alarm : noticed) alarm.mailing = mails ? AlarmMailing::Due : AlarmMailing::Unwanted;
     keep(KeepFiredAlarms(session.DataFolder(), noticed));
     if (!mails || post == nullptr || session.run.ProcessCommand == kStopRun) return failures;
     Failure unread;

@@ -32,7 +32,7 @@ class MemoryMail final : public MailWeb {
 };
 
 FiredAlarm AlarmOf(const std::string& ticker, const std::string& price = "72.000") {
-    return {"2024-03-15 16:00", ticker, price, AlarmKind::High, "70", "Mine.ddq", false};
+    return {"2024-03-15 16:00", ticker, price, AlarmKind::High, "70", "Mine.ddq", AlarmMailing::Due};
 }
 
 class AlarmMailTest : public SessionTest {
@@ -82,7 +82,7 @@ TEST_F(AlarmMailTest, AllAlarmsOfARunAreOneMail) {
                 HasSubstr("KO: 72.000 reached the high alarm 70\r\n  2024-03-15 16:00, Mine.ddq\r\n"));
     EXPECT_THAT(sent.text, HasSubstr("PEP: 72.000"));
     ASSERT_EQ(List().size(), 2U);
-    EXPECT_TRUE(List()[0].isMailed);
+    EXPECT_EQ(List()[0].mailing, AlarmMailing::Sent);
     EXPECT_EQ(Read("Data/Fired Alarms.txt"),
               "2024-03-15 16:00\tKO\t72.000\thigh\t70\tMine.ddq\tmailed\r\n"
               "2024-03-15 16:00\tPEP\t72.000\thigh\t70\tMine.ddq\tmailed\r\n");
@@ -98,7 +98,9 @@ TEST_F(AlarmMailTest, WhereNobodyWantsMailTheListIsKeptAlone) {
     Set(session.settings.MailSettings, 1, "None");
     EXPECT_THAT(Tell({AlarmOf("KO")}), IsEmpty());
     EXPECT_THAT(mail.sent, IsEmpty());
-    EXPECT_EQ(List().size(), 1U);
+    EXPECT_EQ(Read("Data/Fired Alarms.txt"), "2024-03-15 16:00\tKO\t72.000\thigh\t70\tMine.ddq\tno mail\r\n");
+    ASSERT_EQ(List().size(), 1U);
+    EXPECT_EQ(List()[0].mailing, AlarmMailing::Unwanted);
     // It is not mailed later either.
     Set(session.settings.MailSettings, 1, "Send");
     EXPECT_THAT(Tell({}), IsEmpty());
@@ -197,14 +199,14 @@ TEST_F(AlarmMailTest, WhatCouldNotBeMailedGoesWithTheNextRun) {
     mail.replies = {{MailOutcome::Later, "451 later"}};
     EXPECT_THAT(Tell({AlarmOf("KO")}), ElementsAre("The mail was not sent by mail.example:587: 451 later"));
     EXPECT_EQ(mail.sent.size(), 3U);
-    EXPECT_FALSE(List()[0].isMailed);
+    EXPECT_EQ(List()[0].mailing, AlarmMailing::Due);
     mail.replies.clear();
     mail.sent.clear();
     EXPECT_THAT(Tell({AlarmOf("PEP")}), IsEmpty());
     ASSERT_EQ(mail.sent.size(), 1U);
     EXPECT_THAT(mail.sent[0].text, HasSubstr("KO: "));
     EXPECT_THAT(mail.sent[0].text, HasSubstr("PEP: "));
-    EXPECT_TRUE(List()[0].isMailed && List()[1].isMailed);
+    for (const FiredAlarm& alarm : List()) EXPECT_EQ(alarm.mailing, AlarmMailing::Sent) << alarm.ticker;
 }
 
 TEST_F(AlarmMailTest, ARefusalIsToldOnceAndNotTriedAgain) {
@@ -225,7 +227,7 @@ TEST_F(AlarmMailTest, AStoppedRunKeepsItsAlarmsAndSendsNothing) {
     session.run.ProcessCommand = kStopRun;
     EXPECT_THAT(Tell({AlarmOf("KO")}), IsEmpty());
     EXPECT_THAT(mail.sent, IsEmpty());
-    EXPECT_FALSE(List()[0].isMailed);
+    EXPECT_EQ(List()[0].mailing, AlarmMailing::Due);
 }
 
 TEST_F(AlarmMailTest, WhatIsWrongWithTheSettingsIsToldBeforeAnythingIsSent) {

@@ -35,6 +35,11 @@ TEST_F(AlarmsCommand, ListsWhatFiredAndLeavesItUntilItIsRead) {
     EXPECT_EQ(Call({"alarms", "--read"}).status, ExitStatus::Done);
 }
 
+TEST_F(AlarmsCommand, AnAlarmForWhichNoMailWasSetUpIsNotMailed) {
+    Write("Data/Fired Alarms.txt", "2026-11-19 16:00\tKO\t72.000\thigh\t70\tMine.ddq\tno mail\r\n");
+    EXPECT_THAT(Call({"alarms"}).out, HasSubstr("\"mailed\":false}\n"));
+}
+
 TEST_F(AlarmsCommand, RefusesAListThatCannotBeRead) {
     std::filesystem::create_directories(folder / "Data/Fired Alarms.txt/inside");
     const CallResult result = Call({"alarms", "--read"});

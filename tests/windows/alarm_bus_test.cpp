@@ -86,7 +86,8 @@ class AlarmBusTest : public QObject {
         NoticeDoors doors = notices.Doors();
         std::vector<Notice> tray;
         doors.tray = [&tray](const Notice& notice) { tray.push_back(notice); };
-        ShowAlarms({{"2026-11-20 16:00", "KO", "72", AlarmKind::High, "70", "Mine.ddq", true}}, doors);
+        ShowAlarms({{"2026-11-20 16:00", "KO", "72", AlarmKind::High, "70", "Mine.ddq", AlarmMailing::Sent}},
+                   doors);
         QTRY_COMPARE_WITH_TIMEOUT(tray.size(), std::size_t{1}, kPatienceMs);
         QCOMPARE(tray[0].title, QStringLiteral("A price alarm fired"));
         QCOMPARE(tray[0].body, QStringLiteral("KO: 72 reached the high alarm 70"));

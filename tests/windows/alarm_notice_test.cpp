@@ -25,7 +25,7 @@ struct Desktop {
 };
 
 FiredAlarm AlarmOf(const std::string& ticker) {
-    return {"2026-11-20 16:00", ticker, "72", AlarmKind::High, "70", "Mine.ddq", false};
+    return {"2026-11-20 16:00", ticker, "72", AlarmKind::High, "70", "Mine.ddq", AlarmMailing::Due};
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ bool IsSameRow(const FiredAlarm& a, const FiredAlarm& b) {
 
 QString StateText(const FiredAlarm& alarm, bool isRead) {
     QString text = isRead ? QStringLiteral("read") : QStringLiteral("unread");
-    if (!isRead && !alarm.isMailed) text += QStringLiteral(", not mailed yet");
+    if (!isRead && alarm.mailing == AlarmMailing::Due) text += QStringLiteral(", not mailed yet");
     return text;
 }
 
