@@ -36,8 +36,14 @@ std::string CountedTickers(std::size_t count) {
     return Counted(count, "ticker", "tickers");
 }
 
+// The words of a server may end with a stop, which ends no line that goes on; dots are none.
+void DropStop(std::string& line) {
+    if (line.ends_with('.') && !line.ends_with("..")) line.pop_back();
+}
+
 void AppendWith(std::string_view separator, std::string_view text, std::string& line) {
     if (text.empty()) return;
+    DropStop(line);
     if (!line.empty()) line += separator;
     line += text;
 }
@@ -131,7 +137,8 @@ std::string RunReport::NothingLine() const {
         AppendWith("; ", failures_[i].sentence, line);
     }
     AppendWith("; ", MoreFailures(), line);
-    return line.append("; ").append(kNothingChanged);
+    AppendWith("; ", kNothingChanged, line);
+    return line;
 }
 
 std::string RunReport::Line() const {
@@ -145,8 +152,10 @@ std::vector<std::string> RunReport::Lines() const {
         const Group& failure = failures_[i];
         std::string line = failure.sentence;
         if (!failure.tickers.empty()) {
-            line +=
-                fmt::format(" ({}: {})", CountedTickers(failure.tickers.size()), NameList(failure.tickers));
+            AppendWith(
+                " ",
+                fmt::format("({}: {})", CountedTickers(failure.tickers.size()), NameList(failure.tickers)),
+                line);
         }
         if (lines.size() < kMostLines) {
             lines.push_back(std::move(line));

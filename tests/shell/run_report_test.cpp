@@ -66,6 +66,20 @@ TEST(RunReport, ARunDoneInPartHasALineForEachKindOfFailureAndThreeAtMost) {
                             "device)"));
 }
 
+TEST(RunReport, AStopOfTheServersWordsEndsNoLineThatGoesOn) {
+    RunReport report = Quotes();
+    report.Tell("A", TickerFate::Failed, "Alpaca: bad key: forbidden.");
+    EXPECT_THAT(report.Lines(), ElementsAre("Alpaca: bad key: forbidden; nothing was changed"));
+    report.Tell("B", TickerFate::Failed, "the host says: wait ...");
+    EXPECT_THAT(report.Lines(),
+                ElementsAre("Alpaca: bad key: forbidden; the host says: wait ...; nothing was changed"));
+    report.Tell("C", TickerFate::Stored);
+    EXPECT_THAT(report.Lines(), ElementsAre("1 of 3 quotes", "Alpaca: bad key: forbidden (1 ticker: A)",
+                                            "the host says: wait ... (1 ticker: B)"));
+    report.Fail("Mine.ddq stays.");
+    EXPECT_EQ(report.Lines().back(), "the host says: wait ... (1 ticker: B); Mine.ddq stays.");
+}
+
 TEST(RunReport, AChangeWithoutATickerIsAPart) {
     RunReport report = Quotes();
     report.Fail("No reply from http://x : could not connect");
