@@ -13,6 +13,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "daily/row_update.h"
+#include "shell/session_change.h"
 #include "shell/settings/lines.h"
 #include "store/import_record.h"
 
@@ -52,7 +53,7 @@ class QuoteUpdate {
           lastRow_(work.table.TickerCount()),
           fates_(lastRow_ + 1),
           row_(work, outcome_),
-          tempFile_(work.session.AppPath / "Temp.txt") {}
+          tempFile_(work.session.AppPath / kReplyName) {}
 
     UpdateOutcome Run() {
         if (lastRow_ == 0) return outcome_;

@@ -67,6 +67,7 @@ FolderRecovery RecoverFolder(const Session& session) {
     }
     const std::vector<Path> folders = WrittenFolders(session);
     SweepTemporaries(folders);
+    DeleteOneFile(session.AppPath / kReplyName);
     return recovery;
 }
 

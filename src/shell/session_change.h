@@ -16,6 +16,9 @@ ChangePlace ChangePlaceOf(const Session& session);
 // What is drawn by hand lies in this folder of the data folder, and of its back-up.
 inline constexpr std::string_view kDrawingsFolderName = "Drawings";
 
+// A reply on its way, in the application folder; whoever wrote it deletes it.
+inline constexpr std::string_view kReplyName = "Temp.txt";
+
 // The application folder and the folders of the settings into which the program writes.
 std::vector<Path> WrittenFolders(const Session& session);
 
@@ -25,7 +28,7 @@ Failure CommitBeside(Session& session, FileChange& change);
 Failure TakeBackBeside(Session& session, FileChange& change);
 
 // What a killed program left behind in the application folder and in the folders of the settings: open
-// changes are taken back, unfinished files go.
+// changes are taken back, unfinished files and the reply that was being read go.
 struct FolderRecovery {
     std::vector<std::string> sentences;  // one for each change that was cut off, for a person
     bool tookUndoBack = false;           // one of them was an undoing

@@ -147,6 +147,14 @@ TEST_F(ToldFaultTest, UnfinishedFilesGoFromFoldersBelowDataToo) {
 }
 
 // Promise `full`: a scratch name that the system does not let go of is gone after the next writing command.
+TEST_F(ToldFaultTest, TheReplyOfAKilledUpdateGoesWithTheNextWritingCommand) {
+    const FaultedCall call = CallWithFault(app, {"update", "Mine.ddq"}, {"unlink", "KILL", 2, "Temp.txt"});
+    EXPECT_EQ(call.signal, SIGKILL) << call.Told();
+    EXPECT_TRUE(IsRegularFile(app / "Temp.txt"));
+    EXPECT_EQ(CallWithFault(app, {"alarm", "Mine.ddq", "NFLX", "--high", "300"}, {}).status, 0);
+    EXPECT_FALSE(IsRegularFile(app / "Temp.txt"));
+}
+
 TEST_F(ToldFaultTest, AScratchNameThatStaysGoesWithTheNextWritingCommand) {
     const FaultedCall call = CallWithFault(app, {"alarm", "Mine.ddq", "NFLX", "--high", "300"},
                                            {"unlink", "EIO", 1, ".brantlow-"});

@@ -5,13 +5,12 @@
 #include "acquire/web/downloads.h"
 #include "base/text.h"
 #include "base/values.h"
+#include "shell/session_change.h"
 #include "shell/settings/choices.h"
 
 namespace brantlow {
 
 namespace {
-
-constexpr const char* kScratchName = "Temp.txt";
 
 std::string FirstValueOf(const Path& file) {
     const std::string bytes = BytesOrEmpty(file);
@@ -22,7 +21,7 @@ std::string FirstValueOf(const Path& file) {
 }
 
 std::string PublishedVersion(Web& web, const std::string& address, const Path& appPath) {
-    const Path scratch = appPath / kScratchName;
+    const Path scratch = appPath / kReplyName;
     WriteTextFile(scratch, FetchPageText(web, address, kPageSeconds).value_or(""));
     std::string version = FirstValueOf(scratch);
     DeleteOneFile(scratch);
