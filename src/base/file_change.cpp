@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <set>
 
 #include "base/change_list.h"
@@ -75,6 +76,13 @@ std::error_code RenameTo(const Path& undoFolder, const std::string& name, Path& 
     return std::make_error_code(std::errc::file_exists);
 }
 
+// Makes the folder of `path` where it is `own` and missing; what hinders that is told by who writes there.
+void MakeOwnFolder(const Path& path, const Path& own) {
+    if (own.empty() || path.parent_path() != own) return;
+    std::error_code ignored;
+    std::filesystem::create_directories(own, ignored);
+}
+
 }  // namespace
 
 FileChange::FileChange(ChangePlace place, std::string what, ChangeKeeps keeps)
@@ -85,6 +93,7 @@ FileChange::~FileChange() {
 }
 
 Failure FileChange::Write(const Path& path, std::string_view bytes) {
+    MakeOwnFolder(path, place_.ownFolder);
     WriteTarget target;
     if (const auto error = FindWriteTarget(path, target)) return NotWritten(path, error);
     deleted_.erase(target.path.native());
@@ -141,6 +150,8 @@ Failure FileChange::WillGrow(const Path& path) {
         device = status.st_dev;
     } else if (errno != ENOENT) {
         return NotRead(path, LastError());
+    } else {
+        MakeOwnFolder(path, place_.ownFolder);
     }
     if (const Failure fault = Note(ChangeListLine(entry, place_.appPath))) return fault;
     TakeGrown(std::move(entry), device);

@@ -49,6 +49,9 @@ struct ChangePlace {
     Path appPath;
     std::string when;  // "YYYY-MM-DD HH:MM:SS"
     UndoLimits limits = {};
+    // This folder is made where it is missing and a file of it is to be written. Any other has to be there: a
+    // share that is not mounted is no empty folder.
+    Path ownFolder = {};
 
     Path UndoFolder() const { return appPath / "Back Up" / "Undo"; }
 };

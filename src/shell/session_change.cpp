@@ -18,6 +18,7 @@ ChangePlace ChangePlaceOf(const Session& session) {
     ChangePlace place;
     place.appPath = session.AppPath;
     place.limits = UndoLimitsOf(session.settings);
+    place.ownFolder = session.AppPath / kOwnDatabaseFolder;
     place.when = fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", static_cast<int>(today.year()),
                              static_cast<unsigned>(today.month()), static_cast<unsigned>(today.day()),
                              seconds / kSecondsAnHour, seconds / kSixty % kSixty, seconds % kSixty);

@@ -99,6 +99,22 @@ TEST_F(FileChangeTest, ACommitChangesEveryFileAndKeepsTheChange) {
     EXPECT_EQ(changes[0].folder.filename(), "2024-03-15 160005-Populate Practice.ddq");
 }
 
+TEST_F(FileChangeTest, OnlyItsOwnFolderIsMadeWhereItIsMissing) {
+    place.ownFolder = folder / "own/eod";
+    FileChange change(place, "Test");
+    ASSERT_FALSE(change.Write(folder / "own/eod/KO.26", "new"));
+    EXPECT_EQ(change.Write(folder / "share/KO.26", "new").cause, std::errc::no_such_file_or_directory);
+    EXPECT_FALSE(fs::exists(folder / "share"));
+    ASSERT_FALSE(change.Commit());
+    EXPECT_EQ(BytesOrEmpty(folder / "own/eod/KO.26"), "new");
+
+    fs::remove_all(folder / "own");
+    FileChange growing(place, "Test");
+    ASSERT_FALSE(growing.WillGrow(folder / "own/eod/KO.26"));
+    EXPECT_FALSE(AppendToFile(folder / "own/eod/KO.26", "+"));
+    ASSERT_FALSE(growing.Commit());
+}
+
 TEST_F(FileChangeTest, AnUndoBringsEveryFileBackAndASecondOneTheChange) {
     PutAll();
     FileChange change(place, "Test");

@@ -92,6 +92,16 @@ TEST_F(HistoryCommand, AUsersSourceWithoutAnAddressIsToldOnce) {
     EXPECT_EQ(result.out, "KO: not downloaded\n");
 }
 
+TEST_F(HistoryCommand, AMissingFolderOfTheDatabaseIsMade) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"populate", "Mine.ddq"}, {"history", "KO", "BRK.B"}}) {
+        std::filesystem::remove_all(folder / "Quotes");
+        const CallResult result = CallOn(arguments);
+        EXPECT_EQ(result.status, ExitStatus::Done) << result.err;
+        EXPECT_TRUE(IsRegularFile(folder / "Quotes/EOD/KO.26"));
+    }
+}
+
 TEST_F(HistoryCommand, PopulateFillsTheDatabaseForEveryTicker) {
     Write("Quotes/EOD/KO.24", "old");
     Write("Quotes/EOD/NONE.25", "old");
