@@ -10,6 +10,11 @@ namespace {
 
 using std::chrono::sys_days;
 
+// The index of the practice prices, and how tables that follow a live source name it; the sources' own
+// spellings lead to that name.
+constexpr std::string_view kPractisedIndex = "SPX";
+constexpr std::string_view kIndexOfTables = "^GSPC";
+
 MarketDay DayOf(const PracticeDay& row) {
     const HistoryRecord& record = row.record;
     return {sys_days{row.day}, record.HistoryOpen,  record.HistoryHigh,
@@ -45,7 +50,7 @@ MarketData MarketData::Read(const Path& practiceFolder, std::optional<Date> week
 }
 
 const MarketTicker* MarketData::Find(std::string_view ticker) const {
-    const auto found = tickers_.find(ticker);
+    const auto found = tickers_.find(ticker == kIndexOfTables ? kPractisedIndex : ticker);
     return found == tickers_.end() ? nullptr : &found->second;
 }
 

@@ -43,7 +43,7 @@ class MarketData {
     // `weeksOf` the prices go on from day to day up to it, where they would repeat a week on Thursdays.
     static MarketData Read(const Path& practiceFolder, std::optional<Date> weeksOf = {});
 
-    // Null for a ticker that the market does not know. Case counts.
+    // Null for a ticker that the market does not know. Case counts. ^GSPC is the index SPX.
     const MarketTicker* Find(std::string_view ticker) const;
     const std::map<std::string, MarketTicker, std::less<>>& Tickers() const { return tickers_; }
 

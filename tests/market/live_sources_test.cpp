@@ -493,6 +493,23 @@ TEST(LiveSources, SymbolsOfTheDirectoriesMakeATable) {
     EXPECT_EQ(table.Ticker(1), "BRK.B");
 }
 
+TEST(LiveSources, TheIndexIsKnownByTheSpellingOfEachSource) {
+    MarketFolder live(DayOfDate(2026, 11, 20));
+    live.table = QuoteTable();
+    for (const char* line : {"Ticker Symbol\tLast Price", "SPX\t", "^GSPC\t"}) live.table.AppendLine(line);
+    live.Update(&MarketFolder::Source("yahoo"));
+    EXPECT_EQ(live.table.Text(1, 1), live.table.Text(2, 1));
+    EXPECT_NE(live.table.Text(2, 1), "");
+
+    const auto days = [](const std::string& symbol) {
+        return Ask("/v2/aggs/ticker/" + symbol + "/range/1/day/2026-11-02/2026-11-13?apiKey=any").body;
+    };
+    std::string index = days("I:SPX");
+    EXPECT_NE(index.find("\"results\""), std::string::npos) << index;
+    index.replace(index.find("I:SPX"), 5, "SPX");
+    EXPECT_EQ(index, days("SPX"));
+}
+
 TEST(LiveSources, FilingsFillWhatARowLacks) {
     MarketFolder live(DayOfDate(2026, 11, 20));
     live.Update(&MarketFolder::Source("alpaca"));

@@ -141,6 +141,13 @@ TEST(Quotes, TellAnIndexWithoutTheFiguresOfACompany) {
     }
 }
 
+TEST(Quotes, TellTheIndexByTheNameOfTablesThatFollowALiveSourceToo) {
+    auto row = Quotes("%5EGSPC")[0];
+    EXPECT_EQ(row[kTicker], "\"^GSPC\"");
+    row[kTicker] = "\"SPX\"";
+    EXPECT_EQ(row, Quotes("SPX")[0]);
+}
+
 TEST(Quotes, ArePlausible) {
     std::string tickers;
     for (const auto& [ticker, rest] : ShippedData().Tickers()) tickers += ticker + ',';
