@@ -33,7 +33,7 @@ for command in $(section 'Commands:' <<< "$help" | awk 'NF { print $1 }'); do
   sed -n '1s/^Usage: brantlow-batch //p' <<< "$text" | escape
   sed -n '3,/^Options:/p' <<< "$text" | sed '$d' | escape
   echo '.nf'
-  section 'Options:' <<< "$text" | grep -vE '^  --(app|today|time|help) ' | sed '/^$/d' | escape || true
+  section 'Options:' <<< "$text" | grep -vE '^  --(app|today|time|wait|help) ' | sed '/^$/d' | escape || true
   echo '.fi'
 done
 echo '.SH EXIT STATUS'
