@@ -1,6 +1,5 @@
 // The desktop program: finds or makes the application folder, shows the splash and then the main frame.
 #include <QApplication>
-#include <QEvent>
 #include <QIcon>
 #include <QTimer>
 #include <chrono>
@@ -8,6 +7,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -17,8 +17,8 @@
 #include "base/clock.h"
 #include "base/windows/button_keys.h"
 #include "base/windows/display_text.h"
+#include "base/windows/program_end.h"
 #include "base/windows/program_style.h"
-#include "desktop/end_signals.h"
 #include "desktop/start_options.h"
 #include "indicators/analysis.h"
 #include "research/windows/browser.h"
@@ -104,32 +104,16 @@ std::string Environment(const char* name) {
 // What a wrong call ends with, as the batch tool's.
 constexpr int kWrongUsage = 2;
 
-// What the command line asks for beyond the start itself, once the window is open.
-void DoAsAsked(const StartOptions& options, frmMain& frame, Session& session) {
-    if (!options.file.empty()) {
-        const ChosenFile file = CutCurrentFile(session.AppPath, session.DataFile(options.file));
-        if (!file.refusal.empty()) return session.person.Say(file.refusal);
-        session.PickedFile = file.CurrentFile;
-        session.OpenWithoutDialog = true;
-        frame.Run("mnuFileOpenQuotesDB");
-        session.OpenWithoutDialog = false;
-    }
+// Shows the frame with the table that the command line names, and does what else it asks for.
+void StartAsAsked(const StartOptions& options, frmMain& frame, Session& session,
+                  const std::function<void()>& tableIsThere) {
+    ChosenFile file;
+    if (!options.file.empty()) file = CutCurrentFile(session.AppPath, session.DataFile(options.file));
+    frame.Load(tableIsThere, file.CurrentFile);
+    if (!file.refusal.empty()) session.person.Say(file.refusal);
     if (options.update) frame.Run("mnuFileUpdateQuotes");
     if (options.select) frame.Run("mnuEvaluatePickStocks");
 }
-
-// Ends the program with its frame. The toolkit does so by itself, but for one that counts another window as
-// open at that moment; a program without windows would keep the folder for itself.
-class EndsWithFrame final : public QObject {
-  public:
-    using QObject::QObject;
-    bool eventFilter(QObject* frame, QEvent* event) override {
-        // A frame that is made an icon is hidden by the system.
-        if (event->type() == QEvent::Hide && !event->spontaneous())
-            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
-        return QObject::eventFilter(frame, event);
-    }
-};
 
 // Takes back what a killed program left half done, and tells it where this one was started.
 FolderRecovery Recover(Session& session) {
@@ -198,14 +182,13 @@ int main(int argc, char** argv) {
     if (unread) return Refuse(splash, person, Sentence(unread));
     Browser browser;
     frmMain frame(session, *analysis, person, web, hosts, userStore, browser.Operations());
-    frame.installEventFilter(new EndsWithFrame(&frame));
+    EndWithFrame(frame);
     if (waits) splash.close();
     // Other machines take a lock for forgotten that shows no life for a day.
     QTimer alive;
     QObject::connect(&alive, &QTimer::timeout, [&lock] { lock.Refresh(); });
     alive.start(std::chrono::hours(1));
-    frame.Load([&splash] { splash.close(); });
+    StartAsAsked(*options, frame, session, [&splash] { splash.close(); });
     if (!recovery.sentences.empty()) frame.ShowNotice(recovery.sentences.front());
-    DoAsAsked(*options, frame, session);
     return frame.isVisible() ? QApplication::exec() : EXIT_SUCCESS;
 }

@@ -8,6 +8,8 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include "shell/frame/windows/welcome_page.h"
+#include "shell/recent_files.h"
 #include "shell/user_store.h"
 #include "store/windows/frmQuoteGrid.h"
 #include "store/windows/frozen_table_view.h"
@@ -53,6 +55,41 @@ class FrmMainTest : public QObject {
         QVERIFY(!program.frame->QuoteForm());
         QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
         QVERIFY(!program.Find<QLabel>("Panel3")->isVisible());
+    }
+
+    void aTableNamedAtTheStartOpensInPlaceOfTheNewest() {
+        for (const char* recent : {"Jan.ddq", ""}) {
+            Program program;
+            program.SetRecent(recent);
+            DialogHand hand([](QDialog& dialog) { dialog.reject(); });
+            program.frame->Load({}, "Feb.ddq");
+            QCOMPARE(program.session.CurrentFile, std::string("Feb.ddq"));
+            QCOMPARE(RecentFiles(program.session.settings).front(), std::string("Feb.ddq"));
+            QCOMPARE(hand.seen, 0);
+        }
+    }
+
+    void aTableNamedAtTheStartThatIsNotThereIsToldAndNoOtherAskedFor() {
+        struct Row {
+            const char *recent, *named;
+        };
+        for (const Row& row :
+             {Row{"", "None.ddq"}, {"Jan.ddq", "None.ddq"}, {"Practice.ddq", "Practice.ddq"}}) {
+            Program program;
+            program.SetRecent(row.recent);
+            QStringList told;
+            DialogHand hand([&](QDialog& dialog) {
+                auto* box = qobject_cast<QMessageBox*>(&dialog);
+                told << (box ? box->text() : dialog.windowTitle());
+                dialog.reject();
+            });
+            program.frame->Load({}, row.named);
+            QCOMPARE(told, QStringList(Name(row.named) + QStringLiteral(": no such file in Data")));
+            QVERIFY(!program.frame->QuoteForm());
+            QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+            const auto* welcome = program.frame->findChild<WelcomePage*>();
+            QVERIFY(welcome && welcome->isVisible());
+        }
     }
 
     void theTitleTellsQuotesOfThePracticeMarket() {

@@ -1,11 +1,13 @@
-#include "desktop/end_signals.h"
+#include "base/windows/program_end.h"
 
 #include <signal.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <QApplication>
+#include <QEvent>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <QWidget>
 #include <algorithm>
 
@@ -21,6 +23,17 @@ void Tell(int) {
     const char byte = 1;
     [[maybe_unused]] const ssize_t written = ::write(signalEnds[0], &byte, sizeof byte);
 }
+
+class EndsWithFrame final : public QObject {
+  public:
+    using QObject::QObject;
+    bool eventFilter(QObject* frame, QEvent* event) override {
+        // A frame that is made an icon is hidden by the system.
+        if (event->type() == QEvent::Hide && !event->spontaneous())
+            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        return QObject::eventFilter(frame, event);
+    }
+};
 
 }  // namespace
 
@@ -40,6 +53,10 @@ void CloseWindowsOnEndSignals() {
     action.sa_handler = Tell;
     action.sa_flags = SA_RESTART;
     for (const int end : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(end, &action, nullptr);
+}
+
+void EndWithFrame(QWidget& frame) {
+    frame.installEventFilter(new EndsWithFrame(&frame));
 }
 
 }  // namespace brantlow

@@ -131,7 +131,7 @@ frmGraph* frmMain::GraphForm() const {
     return subjects_->chart.Form();
 }
 
-void frmMain::Load(const std::function<void()>& tableIsThere) {
+void frmMain::Load(const std::function<void()>& tableIsThere, const std::string& named) {
     const FrameGeometry geometry = LoadFrameGeometry(subjects_->userStore);
     setGeometry(PixelsOf(geometry.MainLeft), PixelsOf(geometry.MainTop), PixelsOf(geometry.MainWidth),
                 PixelsOf(geometry.MainHeight));
@@ -141,10 +141,10 @@ void frmMain::Load(const std::function<void()>& tableIsThere) {
     subjects_->chart.LoadOptions();
     ShowTitle();
     status_->Tell(StartReport(session_));
-    session_.PickedFile = RecentFiles(session_.settings).front();
+    session_.PickedFile = named.empty() ? RecentFiles(session_.settings).front() : named;
     commands_->ShowRecentFiles(RecentFiles(session_.settings));
     subjects_->place.Open();
-    OpenNewestFile();
+    OpenFirstFile(!named.empty());
     status_->HideProgress();
     if (tableIsThere) tableIsThere();
     subjects_->help.LookForNewVersion();
@@ -153,14 +153,16 @@ void frmMain::Load(const std::function<void()>& tableIsThere) {
 }
 
 // A first start begins on the welcome page: there is no table to open yet.
-void frmMain::OpenNewestFile() {
-    if (NamesUnmadeTable(session_)) {
-        person_.ShowStatusWord(kStatusComplete);
-        return area_->ShowWelcome();
+void frmMain::OpenFirstFile(bool isNamed) {
+    const bool hasTable = !NamesUnmadeTable(session_);
+    if (hasTable || isNamed) {
+        session_.OpenWithoutDialog = true;
+        subjects_->file.OpenQuotesFile();
+        session_.OpenWithoutDialog = false;
     }
-    session_.OpenWithoutDialog = true;
-    subjects_->file.OpenQuotesFile();
-    session_.OpenWithoutDialog = false;
+    if (hasTable || QuoteForm()) return;
+    person_.ShowStatusWord(kStatusComplete);
+    area_->ShowWelcome();
 }
 
 void frmMain::Run(std::string_view command) {

@@ -36,9 +36,10 @@ class frmMain final : public QMainWindow {
             Path userStore, BrowserOperations browser = {});
     ~frmMain() override;
 
-    // The load: settings, display, size, the most recent file, as the program starts. `tableIsThere`, where
+    // The load: settings, display, size, the most recent file, as the program starts; in its place the table
+    // `named` of the data folder, unless that is empty. One that is not there is told. `tableIsThere`, where
     // it is given, is called once that file or the welcome page shows.
-    void Load(const std::function<void()>& tableIsThere = {});
+    void Load(const std::function<void()>& tableIsThere = {}, const std::string& named = {});
     // Runs the entry of this name; unknown names do nothing.
     void Run(std::string_view command);
     // Opens the recent file 1 to 4 without a dialog.
@@ -62,7 +63,7 @@ class frmMain final : public QMainWindow {
     void LendHands();
     // The entries that fetch prices tell where from, where that is a live source.
     void ShowWhoIsAsked();
-    void OpenNewestFile();
+    void OpenFirstFile(bool isNamed);
     void ShowTitle();
     void ApplyRules();
 
