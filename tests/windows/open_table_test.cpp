@@ -104,6 +104,7 @@ class OpenTableTest : public QObject {
         QCOMPARE(LineText(table, 1).substr(0, 9), std::string("T1\t55.000"));
         QCOMPARE(table.Ticker(2), std::string("NEW"));
         QCOMPARE(program.TickerCount(), QStringLiteral("4"));
+        QCOMPARE(program.Find<QLabel>("Panel4")->text(), QStringLiteral("4 rows"));
         QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
         auto* model = program.frame->QuoteForm()->View()->model();
         QCOMPARE(model->rowCount(), 4);

@@ -53,6 +53,8 @@ bool FrameRuns::EndOn(frmQuoteGrid& table) {
     // The person may have selected another row while the run stood still.
     session_.CurrentTicker = table.TickerMeant();
     table.ShowFirstRow();
+    // What the run did to rows and cells is told in the status bar once it is over.
+    if (stays) Q_EMIT table.RowsLineChanged();
     return stays;
 }
 
