@@ -2,6 +2,7 @@
 #include <QAction>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QStatusBar>
 #include <QToolTip>
 
@@ -108,6 +109,26 @@ class FrmGraphLookTest : public QObject {
             QCoreApplication::processEvents();
             QCOMPARE(program.PlaceOf(*program.PanelNamed("Picture1")), place);
         }
+    }
+
+    void valuesThatTakeAnotherLineSaySoAndKeepIt() {
+        ValuesLine values;
+        values.resize(300, 100);
+        values.show();
+        const ChartPalette& palette = PaletteOf(ChartColours::Standard);
+        const auto valued = [](const char* text) {
+            return std::vector<HoverValue>(6, HoverValue{"MA 30", text, {}});
+        };
+        values.ShowValues(valued("1.00"), palette, {});
+        const int least = values.height();
+        QSignalSpy changed(&values, &ValuesLine::RoomChanged);
+        values.ShowValues(valued("1234567.00 / 12345678.00"), palette, {});
+        QCOMPARE(changed.size(), 1);
+        const int most = values.height();
+        QVERIFY(most > least);
+        values.ShowValues(valued("1.00"), palette, {});
+        QCOMPARE(values.height(), most);
+        QCOMPARE(changed.size(), 1);
     }
 
     void everyValueHasRoomInANarrowWindow() {
@@ -300,6 +321,15 @@ class FrmGraphLookTest : public QObject {
                     program.PlaceOf(*program.Part<QWidget>("Label21")).bottom());
             for (const char* panel : {"Picture1", "Picture2", "Picture3"})
                 QVERIFY2(program.PanelNamed(panel)->height() >= 40, panel);
+            // Nor does it scroll where the values of a bar take another line.
+            for (const char* item :
+                 {"MLR 120 L.CL", "MLR 90 L.CL", "MLR 60 L.CL", "MLR 30 L.CL", "MLR 15 L.CL"})
+                program.Pick("Combo1", item);
+            for (const int bar : {30, 150, 279}) {
+                QTest::mouseMove(program.PanelNamed("Picture1"), QPoint(2 * bar, 40));
+                QCoreApplication::processEvents();
+                QCOMPARE(scroll->verticalScrollBar()->maximum(), 0);
+            }
         }
         QApplication::setFont(usual);
     }

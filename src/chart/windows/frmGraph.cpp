@@ -158,6 +158,8 @@ void frmGraph::EnterTicker() {
 void frmGraph::ConnectPanels() {
     connect(panels_, &PanelStack::SharesChosen, this, &frmGraph::OptionsChosen);
     connect(panels_, &PanelStack::AxisDoubleClicked, this, &frmGraph::ResetView);
+    // Not while the values are laid out themselves.
+    connect(values_, &ValuesLine::RoomChanged, this, &frmGraph::ArrangeReadOuts, Qt::QueuedConnection);
     connect(desk_, &HandDesk::Told, this, &frmGraph::Told);
     connect(desk_, &HandDesk::FocusWanted, this, [this] { setFocus(); });
     for (std::size_t i = 0; i < kPanels.size(); ++i) {

@@ -89,7 +89,9 @@ void ValuesLine::TakeRoom() {
     if (std::exchange(names_, names) != names) lines_ = 0;
     if (isLaidOut_) lines_ = std::max(lines_, WalkPairs([](const Pair&, QPoint, int) {}));
     const int height = std::max(usual, lines_) * fontMetrics().lineSpacing() + 2 * kMargin;
-    if (height != minimumHeight()) setFixedHeight(height);
+    if (height == minimumHeight()) return;
+    setFixedHeight(height);
+    Q_EMIT RoomChanged();
 }
 
 void ValuesLine::resizeEvent(QResizeEvent* event) {

@@ -22,6 +22,10 @@ class ValuesLine final : public QWidget {
     // All of it: a name, a blank and a value, two blanks between them. Screen readers are told the same.
     QString Text() const;
 
+  Q_SIGNALS:
+    // It takes more lines than before, or fewer.
+    void RoomChanged();
+
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
