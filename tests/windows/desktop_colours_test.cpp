@@ -3,6 +3,7 @@
 #include <QTextBlock>
 #include <QTextTable>
 
+#include "base/windows/desktop_picture.h"
 #include "base/windows/program_style.h"
 #include "base/windows/readable.h"
 #include "shell/frame/windows/frmHelp.h"
@@ -210,6 +211,37 @@ class DesktopColoursTest : public QObject {
             }
             QVERIFY2(seen >= 12, std::to_string(place.button).c_str());
         }
+    }
+
+    void picturesOfCommandsAreSeenOnADarkDesktopAndTurnWithIt() {
+        const QIcon chart = DesktopPicture(QStringLiteral("chart"));
+        const QImage light = chart.pixmap(24).toImage();
+        {
+            const DarkDesktop dark;
+            const QColor ground = QApplication::palette().color(QPalette::Window);
+            for (const char* name :
+                 {"chart", "sort-ascending", "sort-descending", "update", "refresh", "back"}) {
+                QImage picture(48, 48, QImage::Format_RGB32);
+                picture.fill(ground);
+                QPainter painter(&picture);
+                DesktopPicture(QString::fromLatin1(name)).paint(&painter, picture.rect());
+                painter.end();
+                int drawn = 0;
+                int seen = 0;
+                for (int y = 0; y < picture.height(); ++y) {
+                    for (int x = 0; x < picture.width(); ++x) {
+                        const double contrast = ContrastRatio(picture.pixelColor(x, y), ground);
+                        drawn += contrast > 1.2 ? 1 : 0;
+                        seen += contrast >= 3 ? 1 : 0;
+                    }
+                }
+                // The rest are the smoothed edges of the lines.
+                QVERIFY2(drawn > 100 && seen > drawn / 2, (name + std::to_string(seen)).c_str());
+            }
+            QVERIFY(chart.pixmap(24).toImage() != light);
+            QVERIFY(chart.pixmap(24, QIcon::Disabled).toImage() != chart.pixmap(24).toImage());
+        }
+        QCOMPARE(chart.pixmap(24).toImage(), light);
     }
 
     void theTableFollowsAtOnce() {

@@ -19,6 +19,7 @@
 #include <functional>
 
 #include "base/failure.h"
+#include "base/windows/desktop_picture.h"
 #include "base/windows/display_text.h"
 #include "research/saved_page.h"
 #include "research/windows/page_printing.h"
@@ -99,8 +100,8 @@ void frmBrowser::BuildView(QWebEngineProfile& profile) {
 
 QAction* frmBrowser::AddButton(const char* key, const char* icon, const char* toolTip,
                                const QKeySequence& shortcut) {
-    QAction* button = tbToolBar->addAction(QIcon(QStringLiteral(":/icons/%1.svg").arg(QLatin1String(icon))),
-                                           QString::fromLatin1(key));
+    QAction* button =
+        tbToolBar->addAction(DesktopPicture(QString::fromLatin1(icon)), QString::fromLatin1(key));
     button->setObjectName(QString::fromLatin1(key));
     button->setShortcut(shortcut);
     button->setShortcutContext(Qt::WidgetWithChildrenShortcut);

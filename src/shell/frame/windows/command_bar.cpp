@@ -10,6 +10,7 @@
 
 #include <algorithm>
 
+#include "base/windows/desktop_picture.h"
 #include "base/windows/display_text.h"
 
 namespace brantlow {
@@ -18,7 +19,7 @@ namespace {
 
 QIcon Picture(std::string_view name) {
     if (name.empty()) return {};
-    return QIcon(QStringLiteral(":/icons/%1.svg").arg(Name(name)));
+    return DesktopPicture(Name(name));
 }
 
 // The tool tip of a button or an entry with its shortcut, as desktop programs show it.

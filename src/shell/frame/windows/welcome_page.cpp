@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/windows/colours.h"
+#include "base/windows/desktop_picture.h"
 #include "base/windows/display_text.h"
 #include "base/windows/labels.h"
 #include "shell/file_kind.h"
@@ -66,7 +67,7 @@ QVBoxLayout* AddColumn(QHBoxLayout& columns) {
 }
 
 QIcon Picture(const char* name) {
-    return QIcon(QStringLiteral(":/icons/%1.svg").arg(Name(name)));
+    return DesktopPicture(Name(name));
 }
 
 }  // namespace
