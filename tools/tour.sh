@@ -78,7 +78,8 @@ picture() {
   import -window root "$file"
   window=$(xdotool getactivewindow 2> /dev/null || echo root)
   # A window that went meanwhile, as that of a short run, has no picture of its own.
-  import -window "$window" "$folder/windows/$1.png" 2> /dev/null || cp "$file" "$folder/windows/$1.png"
+  timeout 15 import -window "$window" "$folder/windows/$1.png" 2> /dev/null ||
+    cp "$file" "$folder/windows/$1.png"
   echo "$file"
 }
 keys() { xdotool key --delay 60 "$@"; }
