@@ -5,14 +5,22 @@
 #include <QAbstractScrollArea>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QListView>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyleOption>
+#include <QTableView>
 #include <QToolButton>
+#include <QToolTip>
 #include <QTreeView>
+#include <sstream>
+#include <string_view>
+#include <utility>
 
 #include "all_windows.h"
 #include "base/windows/elided_label.h"
+#include "base/windows/program_style.h"
 #include "chart/chart_palette.h"
 
 using namespace brantlow;
@@ -139,8 +147,7 @@ bool IsCut(const QComboBox& list) {
            (!isLong && list.fontMetrics().horizontalAdvance(list.currentText()) > room);
 }
 
-// The texts in a list's columns, and above them, that end in dots. A list without columns breaks its lines or
-// scrolls to their ends.
+// The texts in a list's columns, and above them, that end in dots.
 QStringList CutIn(const QTreeView& list) {
     QStringList cut;
     const QAbstractItemModel& model = *list.model();
@@ -161,6 +168,69 @@ QStringList CutIn(const QTreeView& list) {
         }
     }
     return cut;
+}
+
+// The texts of a list without columns that end in dots, or whose end cannot be scrolled to.
+QStringList CutIn(const QListView& list) {
+    QStringList cut;
+    const QAbstractItemModel& model = *list.model();
+    const int margin = 2 * (list.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &list) + 1);
+    for (int row = 0; row < model.rowCount(); ++row) {
+        const QModelIndex index = model.index(row, 0);
+        const QRect line = list.visualRect(index);
+        const QString words = index.data().toString();
+        const bool isScrolled = list.horizontalScrollBarPolicy() != Qt::ScrollBarAlwaysOff;
+        const int room = (isScrolled ? line.width() : list.viewport()->width()) - margin;
+        const QRect space(0, 0, list.wordWrap() ? room : QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+        const QSize needed = list.fontMetrics().boundingRect(space, Qt::TextWordWrap, words).size();
+        if (needed.width() > room || needed.height() > line.height()) cut << words;
+    }
+    return cut;
+}
+
+// What the tool tip of a cell shows.
+QString TipOf(const QTableView& grid, const QModelIndex& cell) {
+    QToolTip::hideText();
+    const QPoint place = grid.visualRect(cell).center();
+    QHelpEvent help(QEvent::ToolTip, place, grid.viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(grid.viewport(), &help);
+    return QToolTip::text();
+}
+
+// The headers of a grid that are not read whole, the numbers that are not, and the words that end in dots
+// without a tool tip that has them.
+QStringList CutIn(QTableView& grid) {
+    QStringList cut;
+    const QAbstractItemModel& model = *grid.model();
+    const QHeaderView& header = *grid.horizontalHeader();
+    const int margin = 2 * (grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &grid) + 1);
+    for (int column = 0; column < model.columnCount(); ++column) {
+        if (grid.isColumnHidden(column)) continue;
+        const QString heading = model.headerData(column, Qt::Horizontal).toString();
+        // Some have a line break.
+        const int wide = header.fontMetrics().size(0, heading).width();
+        if (wide + margin > header.sectionSize(column)) cut << heading;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const QModelIndex cell = model.index(row, column);
+            const QVariant font = cell.data(Qt::FontRole);
+            const QFontMetrics metrics =
+                font.isValid() ? QFontMetrics(font.value<QFont>()) : grid.fontMetrics();
+            const QString words = cell.data().toString();
+            if (metrics.height() > grid.rowHeight(row)) cut << words;
+            if (metrics.horizontalAdvance(words) + margin <= grid.columnWidth(column)) continue;
+            grid.scrollTo(cell);
+            const bool isNumber = cell.data(Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignRight;
+            if (isNumber || TipOf(grid, cell) != words) cut << words;
+        }
+    }
+    return cut;
+}
+
+QStringList CutIn(QWidget& control) {
+    if (const auto* list = qobject_cast<const QTreeView*>(&control)) return CutIn(*list);
+    if (const auto* list = qobject_cast<const QListView*>(&control)) return CutIn(*list);
+    if (auto* grid = qobject_cast<QTableView*>(&control)) return CutIn(*grid);
+    return {};
 }
 
 // True where the text of a control is not seen whole.
@@ -238,8 +308,7 @@ void LookAt(QWidget& window, QSize room, const QString& state, QStringList& told
                                                     : button ? button->text()
                                                              : QString()));
         }
-        const auto* const list = qobject_cast<const QTreeView*>(control);
-        for (const QString& words : list ? CutIn(*list) : QStringList())
+        for (const QString& words : CutIn(*control))
             told << state + Told(*control, QStringLiteral("cuts the line \"%1\"").arg(words));
         if (ContrastOf(*control) < kLegibleContrast)
             told << state + Told(*control, QStringLiteral("can hardly be read"));
@@ -254,6 +323,28 @@ void LookAt(QWidget& window, QSize room, const QString& state, QStringList& told
         }
         controls << control;
     }
+}
+
+// A window that goes on changing is compared as it is then.
+constexpr int kMostTurns = 50;
+// Twips.
+constexpr int kNarrowColumn = 300;
+
+// A row with the longest text of each column: a name of forty letters, the numbers of the dearest share.
+std::string WideLine(const std::string& header) {
+    std::string line;
+    std::istringstream columns(header);
+    for (std::string column; std::getline(columns, column, '\t');) {
+        if (!line.empty()) line += '\t';
+        if (column == "Name") {
+            line += "The Western Alliance Bancorporation Trust";
+        } else if (column == "Exchange") {
+            line += "NasdaqGS";
+        } else {
+            line += line.empty() ? "BRK.PRA" : column == "Volume" ? "1234567890" : "-123456.789";
+        }
+    }
+    return line;
 }
 
 }  // namespace
@@ -276,6 +367,67 @@ class EveryDesktopTest : public QObject {
             ForEachState(*window, [&](const QString& state) { LookAt(*window, desktop.room, state, wrong); });
             window->hide();
         }
+        Tell(wrong);
+    }
+
+    // A window that is open while the desktop turns dark, or light, looks like one that is opened then.
+    void everyWindowFollowsTheDesktopAtOnce_data() {
+        QTest::addColumn<bool>("turnsDark");
+        QTest::newRow("dark") << true;
+        QTest::newRow("light") << false;
+    }
+    void everyWindowFollowsTheDesktopAtOnce() {
+        QFETCH(bool, turnsDark);
+        const QPalette usual = QApplication::palette();
+        const QPalette dark = DarkPalette(usual);
+        QStringList wrong;
+        const QPalette& then = turnsDark ? dark : usual;
+        // Laid out to its end: a folder's list widens its page when it is read.
+        const auto settled = [](QWidget& window) {
+            QImage before;
+            QImage picture = window.grab().toImage();
+            for (int turn = 0; turn < kMostTurns && picture != before; ++turn) {
+                QTest::qWait(1);
+                before = std::exchange(picture, window.grab().toImage());
+            }
+            return picture;
+        };
+        const auto seen = [&](QWidget& window) {
+            window.setAttribute(Qt::WA_DeleteOnClose, false);
+            window.show();
+            if (QWidget* const focus = window.focusWidget()) focus->clearFocus();
+            settled(window);
+            QApplication::setPalette(then);
+            return settled(window);
+        };
+        // Made in these colours, and seen in those of `then`.
+        const auto windowSeen = [&](const WindowRow& row, Ground& ground, const QPalette& colours) {
+            QApplication::setPalette(colours);
+            const std::unique_ptr<QWidget> window(row.make(ground));
+            const QImage picture = seen(*window);
+            window->hide();
+            return picture;
+        };
+        const auto welcomeSeen = [&](const QPalette& colours) {
+            QApplication::setPalette(colours);
+            Ground ground;
+            ground.frame->Run("mnuFileClose");
+            return seen(*ground.frame);
+        };
+        const QPalette& before = turnsDark ? usual : dark;
+        const QString style = QApplication::style()->name();
+        QApplication::setStyle(new ProgramStyle);
+        for (const WindowRow& row : Windows()) {
+            // The folders of its pages are read by another thread, and lay them out as they come.
+            if (std::string_view(row.name) == "frmApplicationSettings") continue;
+            Ground ground;
+            if (windowSeen(row, ground, then) != windowSeen(row, ground, before))
+                wrong << QString::fromLatin1(row.name) + QStringLiteral(" keeps colours of before");
+        }
+        if (welcomeSeen(then) != welcomeSeen(before))
+            wrong << QStringLiteral("The welcome page keeps colours");
+        QApplication::setStyle(style);
+        QApplication::setPalette(usual);
         Tell(wrong);
     }
 
@@ -309,6 +461,30 @@ class EveryDesktopTest : public QObject {
             program.Choose(front);
             QCoreApplication::processEvents();
             LookAt(*program.frame, desktop.room, QString::fromLatin1(front) + QStringLiteral(": "), wrong);
+        }
+        Tell(wrong);
+    }
+
+    // All columns of all kinds of tables, with the longest that such a column holds.
+    void theGridOfATableCanBeRead_data() { AddDesktops(); }
+    void theGridOfATableCanBeRead() {
+        const DesktopLook desktop(Row());
+        SceneProgram program;
+        program.frame->showNormal();
+        program.frame->resize(desktop.room);
+        QStringList wrong;
+        for (const auto& [name, header] : {std::pair{"Wide.ddq", QuoteHeader()},
+                                           {"Wide.dbe", EvaluationHeader()},
+                                           {"Wide.efq", EfqHeader()}}) {
+            program.Write(name, header + "\r\n" + WideLine(header) + "\r\n");
+            program.Open(name);
+            frmQuoteGrid& grid = *program.frame->QuoteForm();
+            for (std::size_t i = 1; i < grid.Table().ColumnCount(); ++i) {
+                if (grid.Table().Width(i) == 0) grid.Table().SetWidth(i, kNarrowColumn);
+            }
+            grid.TableChanged();
+            QCoreApplication::processEvents();
+            LookAt(*program.frame, desktop.room, QString::fromLatin1(name) + QStringLiteral(": "), wrong);
         }
         Tell(wrong);
     }

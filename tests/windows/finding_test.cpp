@@ -157,6 +157,10 @@ class FindingTest : public QObject {
             QVERIFY2(line.startsWith(caption + QStringLiteral(": ")), qPrintable(line + u'|' + caption));
         }
         QVERIFY(!finder->Find(QStringLiteral("nothing is called so")));
+        QTRY_VERIFY((settings.activateWindow(), QApplication::activeWindow() == &settings));
+        QVERIFY(!finder->hasFocus());
+        QTest::keyClick(settings.focusWidget(), Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(finder->hasFocus());
         // Words that a person would look for.
         for (const char* word : {"Weekly", "20 Years", "MetaStock 7", "Candle"}) {
             const QStringList found = finder->Lines().filter(QString::fromLatin1(word), Qt::CaseInsensitive);

@@ -217,6 +217,54 @@ class TableWorkTest : public QObject {
         QCOMPARE(program.RowsLine(), QString());
     }
 
+    // Beside a short day the sums are read whole; beside the line of a run both end with dots.
+    void theStatusBarHasRoomForTheSums() {
+        WorkProgram program;
+        program.Click(0, 3);
+        auto* const rows = program.Find<QLabel>("Panel4");
+        const auto needed = [](const QLabel* label) {
+            return label->fontMetrics().horizontalAdvance(label->text());
+        };
+        for (const int width : {900, 1400}) {
+            program.frame->showNormal();
+            program.frame->resize(width, 600);
+            QCoreApplication::processEvents();
+            QVERIFY2(rows->width() >= needed(rows), std::to_string(rows->width()).c_str());
+        }
+        RunReport report("Updating Work.ddq", std::string(200, 'x'));
+        program.frame->Subjects().hands.tell(report);
+        program.frame->resize(900, 600);
+        QCoreApplication::processEvents();
+        QVERIFY(program.frame->width() == 900);
+        QVERIFY(rows->width() < needed(rows));
+        QVERIFY(program.Find<QLabel>("Panel1")->width() > rows->width());
+    }
+
+    // The key is the box's while something was typed there, and the table's after a deletion.
+    void theUndoKeyBringsADeletedRowBackFromTheSymbolBox() {
+        WorkProgram program;
+        program.frame->activateWindow();
+        QLineEdit* const box = program.Box("Text1");
+        box->setFocus();
+        QTest::keyClicks(box, QStringLiteral("T2"));
+        QTest::keyClick(box, Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(box->text() != QStringLiteral("T2"));
+        QCOMPARE(program.Shown(), (Column{"T1", "T2", "T3", "T4"}));
+        box->selectAll();
+        QTest::keyClicks(box, QStringLiteral("T2"));
+        {
+            DialogHand hand(
+                [](QDialog& dialog) { dialog.findChild<QPushButton*>(QStringLiteral("Command2"))->click(); });
+            program.Program::Click("CmdDelete");
+        }
+        QCOMPARE(program.Shown(), (Column{"T1", "T3", "T4"}));
+        program.frame->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(program.frame.get()));
+        QCOMPARE(program.frame->focusWidget(), static_cast<QWidget*>(box));
+        QTest::keyClick(box, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(program.Shown(), (Column{"T1", "T2", "T3", "T4"}));
+    }
+
     void volumesAreShownWithSeparatorsAndKeptWithout() {
         WorkProgram program;
         QCOMPARE(program.View().model()->index(2, 3).data().toString(), QStringLiteral("12,345,678"));
@@ -235,6 +283,8 @@ class TableWorkTest : public QObject {
         QVERIFY(program.View().isColumnHidden(static_cast<int>(*program.Grid().Table().ColumnOf("Change"))));
         program.ChooseInHeader(2, "actMoveLeft");
         QCOMPARE(program.ShownHeaders(), (Column{"Ticker Symbol", "Volume", "Last Price", "Name"}));
+        QCOMPARE(program.Read("VTRCOLset.ini"),
+                 std::string("\"Volume\"\r\n\"Last Price\"\r\n\"Name\"\r\n\"\"\r\n"));
         program.ChooseInHeader(1, "actMoveRight");
         QCOMPARE(program.ShownHeaders(), (Column{"Ticker Symbol", "Last Price", "Volume", "Name"}));
 

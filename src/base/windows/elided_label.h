@@ -1,5 +1,5 @@
 // A label of one line that is shortened with dots where its space ends, and whose tool tip has all of it. It
-// takes the space that there is and never asks its window to be wider.
+// wants the space of its text and never asks its window to be wider.
 #pragma once
 
 #include <QLabel>
@@ -9,10 +9,9 @@ namespace brantlow {
 
 class ElidedLabel final : public QLabel {
   public:
-    explicit ElidedLabel(QWidget* parent = nullptr) : QLabel(parent) {
-        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-        setTextFormat(Qt::PlainText);
-    }
+    explicit ElidedLabel(QWidget* parent = nullptr) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+
+    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
 
     void ShowLine(const QString& line) {
         setText(line);

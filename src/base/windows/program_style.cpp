@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QPainter>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QStyleOption>
 #include <algorithm>
 #include <array>
@@ -139,6 +140,8 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
 
 void ProgramStyle::polish(QPalette& palette) {
     QProxyStyle::polish(palette);
+    // Pictures of what is off are made of the window's colours, and were kept with those of before.
+    QPixmapCache::clear();
     for (const auto group : {QPalette::Active, QPalette::Inactive})
         palette.setColor(group, QPalette::PlaceholderText, QuietColour(palette, group, kReadableContrast));
 }

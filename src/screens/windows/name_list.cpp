@@ -39,7 +39,6 @@ NameList::NameList(const std::vector<std::string>& names, const Words& words)
     list_->setObjectName(words.listName);
     list_->setAccessibleName(words.caption);
     list_->setToolTip(words.toolTip);
-    list_->setUniformItemSizes(true);
     list_->setMinimumWidth(std::min(fontMetrics().averageCharWidth() * kLeastLetters,
                                     RoomOnScreen(*this).width() * kPercentOfScreen / 100));
     list_->installEventFilter(this);

@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QStringListModel>
 #include <QTabWidget>
 
@@ -48,7 +49,7 @@ QWidget& Meant(QWidget& control) {
 
 SettingsFinder::SettingsFinder(QTabWidget& tabs) : tabs_(tabs) {
     setObjectName(QStringLiteral("txtFindSetting"));
-    setPlaceholderText(QStringLiteral("Find a setting"));
+    setPlaceholderText(QStringLiteral("Find a setting (Ctrl+F)"));
     setAccessibleName(QStringLiteral("Find a setting by its words"));
     setToolTip(QStringLiteral("Type a word of the setting and choose it in the list"));
     setClearButtonEnabled(true);
@@ -58,6 +59,11 @@ SettingsFinder::SettingsFinder(QTabWidget& tabs) : tabs_(tabs) {
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     completer->setMaxVisibleItems(kFoundRows);
     setCompleter(completer);
+    auto* const find = new QShortcut(QKeySequence(QKeySequence::Find), this);
+    connect(find, &QShortcut::activated, this, [this] {
+        setFocus();
+        selectAll();
+    });
     connect(completer, qOverload<const QString&>(&QCompleter::activated), this,
             [this](const QString& line) { Find(line); });
 }

@@ -41,6 +41,7 @@ inline constexpr std::array kOwnKeys = {
     OwnKey{"Ctrl+Z, Ctrl+Y", "Chart", "Undo what was drawn, and do it again"},
     OwnKey{"Escape", "Chart", "Gives up what is being drawn, then the choice, then closes the chart"},
     OwnKey{"Return", "Study, fired alarms", "Opens the chart of the row"},
+    OwnKey{"Ctrl+F", "Settings", "Goes to the box that finds a setting by its words"},
     OwnKey{"Ctrl+F", "Condition editor", "Goes to the filter of the names"},
     OwnKey{"Enter, Delete", "Condition editor, a name", "Selects the name, takes it out"},
     OwnKey{"Ctrl+S, Ctrl+Z", "Condition editor", "Applies the ten conditions, takes the last edit back"},

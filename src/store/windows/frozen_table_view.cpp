@@ -1,10 +1,12 @@
 #include "store/windows/frozen_table_view.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <algorithm>
 #include <utility>
 
@@ -20,6 +22,18 @@ constexpr int kRowPadding = 7;
 class CellDelegate final : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    // A text that ends with dots is read whole in a tool tip.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override {
+        const QString text = index.data().toString();
+        const bool isCut =
+            event->type() == QEvent::ToolTip && sizeHint(option, index).width() > option.rect.width();
+        if (!isCut || !index.data(Qt::ToolTipRole).isNull())
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        QToolTip::showText(event->globalPos(), text, view, option.rect);
+        return true;
+    }
 
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {

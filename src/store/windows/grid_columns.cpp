@@ -44,8 +44,12 @@ void frmQuoteGrid::ShowColumnMenu(int column, const QPoint& place) {
     actions.sortDescending = [this, column] { SortBy(column, SortOrder::Descending); };
     const int left = column > 0 ? NextShown(table_, column, -1) : 0;
     const int right = column > 0 ? NextShown(table_, column, 1) : 0;
-    if (left > 0) actions.moveLeft = [this, column, left] { MoveColumn(column, left); };
-    if (right > 0) actions.moveRight = [this, column, right] { MoveColumn(column, right); };
+    const auto moveTo = [this, column](int to) {
+        MoveColumn(column, to);
+        if (IsQuoteFile(KindOf(session_.CurrentFile))) KeepChosenColumns();
+    };
+    if (left > 0) actions.moveLeft = [moveTo, left] { moveTo(left); };
+    if (right > 0) actions.moveRight = [moveTo, right] { moveTo(right); };
     actions.fit = [this, column] {
         FitColumn(static_cast<std::size_t>(column));
         ApplyWidths();

@@ -2,6 +2,7 @@
 
 #include <QDoubleValidator>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -28,6 +29,22 @@ QDoubleValidator* PriceValidator(QWidget* owner) {
     return validator;
 }
 
+// Where a box has nothing left to undo, the key is that of the menu, as behind a deleted row.
+class UndoKeyOfMenu final : public QObject {
+  public:
+    explicit UndoKeyOfMenu(QLineEdit& box) : QObject(&box), box_(box) { box.installEventFilter(this); }
+    bool eventFilter(QObject* object, QEvent* event) override {
+        const bool isUndo = event->type() == QEvent::ShortcutOverride &&
+                            static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo);
+        if (!isUndo || box_.isUndoAvailable()) return QObject::eventFilter(object, event);
+        event->ignore();
+        return true;
+    }
+
+  private:
+    const QLineEdit& box_;
+};
+
 }  // namespace
 
 QuoteStrip::QuoteStrip(QWidget* parent) : QWidget(parent) {
@@ -52,6 +69,7 @@ void QuoteStrip::AddBox(std::size_t index) {
     if (isAlarm) box->setValidator(PriceValidator(box));
     auto* words = new QLabel(Name(rule.words));
     words->setBuddy(box);
+    new UndoKeyOfMenu(*box);
     row->addWidget(words);
     row->addWidget(box);
     layout()->addWidget(frame);
@@ -67,7 +85,8 @@ void QuoteStrip::AddButton(const StripButton& rule) {
 }
 
 void QuoteStrip::ClearBoxes() {
-    for (QLineEdit* box : {Symbol(), HighAlarm(), LowAlarm()}) box->clear();
+    // Not clear(), which the box could undo.
+    for (QLineEdit* box : {Symbol(), HighAlarm(), LowAlarm()}) box->setText({});
     Symbol()->setFocus();
 }
 

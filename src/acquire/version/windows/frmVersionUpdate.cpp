@@ -7,6 +7,7 @@
 
 #include "acquire/version/updater.h"
 #include "base/windows/display_text.h"
+#include "base/windows/labels.h"
 
 namespace brantlow {
 
@@ -25,7 +26,7 @@ frmVersionUpdate::frmVersionUpdate(QWidget* parent) : QDialog(parent) {
     text->setWordWrap(true);
     text->setFixedWidth(kTextWidth);
     layout->addWidget(text);
-    auto* link = new QLabel(QStringLiteral("<a href=\"about\">About</a>"));
+    auto* link = new LinkLabel(QStringLiteral("<a href=\"about\">About</a>"));
     link->setObjectName(QStringLiteral("Label2"));
     link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     link->setToolTip(QStringLiteral("What is new in this version"));

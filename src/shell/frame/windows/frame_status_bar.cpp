@@ -22,9 +22,6 @@ constexpr int kCountPanelWidth = 80;
 constexpr int kProgressWidth = 180;
 constexpr int kPercent = 100;
 constexpr int kNoticeMilliseconds = 8000;
-// How the day, or the line of a run, and the rows share the room; the line is the longer one.
-constexpr int kRoomOfDay = 3;
-constexpr int kRoomOfRows = 2;
 
 QLabel* AddPanel(QStatusBar& bar, const QString& name, const QString& toolTip, int width) {
     auto* panel = new QLabel;
@@ -57,10 +54,13 @@ FrameStatusBar::~FrameStatusBar() = default;
 
 void FrameStatusBar::AddDay(QMainWindow& window) {
     auto* field = new ElidedLabel;
+    field->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     field->setText(
         QLocale::c().toString(Shown(session_.clock.Today()), QStringLiteral(" dddd, MMMM d, yyyy")));
     field->setObjectName(QStringLiteral("Panel1"));
-    bar_.addWidget(field, kRoomOfDay);
+    // The day, or the line of a run, and the rows have the room that they need; where it is too small for
+    // both each gives the same of it.
+    bar_.addWidget(field);
     told_ = std::make_unique<ToldRuns>(*field, window);
 }
 
@@ -80,7 +80,7 @@ void FrameStatusBar::AddRows() {
     rows_->setObjectName(QStringLiteral("Panel4"));
     rows_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     // Behind the day, which stands at 0.
-    bar_.insertPermanentWidget(1, rows_, kRoomOfRows);
+    bar_.insertPermanentWidget(1, rows_);
     // A notice takes the place of the day. The rows would spread into it, and the bar writes a notice only as
     // far as its permanent parts.
     QObject::connect(&bar_, &QStatusBar::messageChanged, rows_,

@@ -197,7 +197,8 @@ std::optional<std::string> WelcomePage::FirstQuoteFile() const {
     return found == tables_.end() ? std::nullopt : std::optional(*found);
 }
 
-// The scroll area's own ground is that of the area around it.
+// The scroll area's own ground is that of the area around it. A look of its own keeps the colours that it was
+// given with, so the buttons are given theirs anew.
 void WelcomePage::ShowColours() {
     const QColor ground = AreaGround(QPalette());
     if (palette().color(QPalette::Window) == ground) return;
@@ -205,6 +206,10 @@ void WelcomePage::ShowColours() {
     colours.setColor(QPalette::Window, ground);
     setPalette(colours);
     setAutoFillBackground(true);
+    for (QPushButton* button : findChildren<QPushButton*>()) {
+        button->setStyleSheet({});
+        button->setStyleSheet(QString::fromLatin1(kButtonLook));
+    }
 }
 
 void WelcomePage::changeEvent(QEvent* event) {
