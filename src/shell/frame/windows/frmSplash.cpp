@@ -60,8 +60,7 @@ frmSplash::frmSplash(const QString& version)
 }
 
 void frmSplash::ShowUntilClosed() {
-    move(screen()->availableGeometry().center() - rect().center());
-    show();
+    ShowCentred();
     QCoreApplication::instance()->installEventFilter(this);
     // It is painted before whatever keeps the program busy next.
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -73,9 +72,19 @@ bool frmSplash::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-void frmSplash::ShowFor(int milliseconds) {
+// The program goes on without it for hours.
+void frmSplash::hideEvent(QHideEvent* event) {
+    QCoreApplication::instance()->removeEventFilter(this);
+    QWidget::hideEvent(event);
+}
+
+void frmSplash::ShowCentred() {
     move(screen()->availableGeometry().center() - rect().center());
     show();
+}
+
+void frmSplash::ShowFor(int milliseconds) {
+    ShowCentred();
     QEventLoop wait;
     QTimer::singleShot(milliseconds, &wait, &QEventLoop::quit);
     wait.exec();

@@ -21,9 +21,12 @@ class frmSplash final : public QWidget {
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    void ShowCentred();
+
     QSvgRenderer* picture_;
 };
 
