@@ -131,6 +131,24 @@ TEST_F(DaysAheadTest, ATickerOfALaterBlockIsReadAgain) {
               std::string(kOld) + "\"03/15/24\",\"17:00\",11" + rest + "\"03/18/24\",\"17:00\",13" + rest);
 }
 
+TEST_F(DaysAheadTest, AFileThatIsToBeReplacedIsReadFromItsNewBytes) {
+    const std::string rest = ",9.5,13,1000,0,0,0,0,0,\"\",\"\",0,0,0,0,0,12\r\n";
+    // In the same block, and in a later one.
+    for (const std::size_t last : {2U, 40U}) {
+        for (std::size_t row = 1; row <= last; ++row) {
+            PutOld(TickerOf(row));
+            Fill(row, TickerOf(row), "03/15/24", "11");
+        }
+        Fill(1, "T1", "03/14/24", "12");
+        Fill(last, "T1", "03/18/24", "13");
+        const std::vector<DayOutcome> outcomes = Store(last, true);
+        EXPECT_EQ(outcomes.front(), DayOutcome::Replaced);
+        EXPECT_EQ(outcomes.back(), DayOutcome::Appended);
+        EXPECT_EQ(File("T1"), "\"03/14/24\",\"17:00\",12" + rest + "\"03/18/24\",\"17:00\",13" + rest)
+            << last;
+    }
+}
+
 TEST_F(DaysAheadTest, ASecondNameOfAFileThatGrewIsReadAgain) {
     PutOld("T1");
     fs::create_symlink(Path(quotes) / "T1.24", Path(quotes) / "T2.24");
