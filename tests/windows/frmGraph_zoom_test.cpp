@@ -27,7 +27,7 @@ class LongChart : public FittingChart {
     }
     void Wheel(int notches, int bar = 140) {
         ChartPanel* const panel = PanelNamed("Picture1");
-        const QPointF place((50 + 45.0 * bar) / panel->TwipsAcross(1), 40);
+        const QPointF place = PlaceOver(bar);
         QWheelEvent wheel(place, panel->mapToGlobal(place), {}, {0, 120 * notches}, Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(panel, &wheel);
@@ -73,6 +73,17 @@ class LongChart : public FittingChart {
     }
     void Key(Qt::Key key) { QTest::keyClick(Graph(), key); }
 };
+
+// The chart of T1, and the list of what Page Down goes through; T1 and T3 are hits of the second condition.
+QComboBox* WalkThroughHits(LongChart& program) {
+    program.Write("Hits.dbe",
+                  "Ticker Symbol\tCondition 1\tCondition 2\r\nT1\t\tBuy\r\nT2\tSell\t\r\nT3\t\tHold\r\n");
+    program.SetRecent("Hits.dbe");
+    program.Start("Hits.dbe");
+    program.SelectTicker("T1");
+    program.Choose("mnuGraphicsHLC");
+    return program.Part<QComboBox>("cboWalk");
+}
 
 }  // namespace
 
@@ -280,13 +291,7 @@ class FrmGraphZoomTest : public QObject {
 
     void pageDownGoesThroughTheHitsOfACondition() {
         LongChart program;
-        program.Write("Hits.dbe",
-                      "Ticker Symbol\tCondition 1\tCondition 2\r\nT1\t\tBuy\r\nT2\tSell\t\r\nT3\t\tHold\r\n");
-        program.SetRecent("Hits.dbe");
-        program.Start("Hits.dbe");
-        program.SelectTicker("T1");
-        program.Choose("mnuGraphicsHLC");
-        auto* const walk = program.Part<QComboBox>("cboWalk");
+        auto* const walk = WalkThroughHits(program);
         QVERIFY(walk->isVisible());
         QCOMPARE(walk->count(), 3);
         QCOMPARE(walk->itemText(2), QStringLiteral("Hits of Condition 2"));
@@ -302,13 +307,7 @@ class FrmGraphZoomTest : public QObject {
 
     void afterAConditionIsChosenInTheListTheKeysGoThroughItsHits() {
         LongChart program;
-        program.Write("Hits.dbe",
-                      "Ticker Symbol\tCondition 1\tCondition 2\r\nT1\t\tBuy\r\nT2\tSell\t\r\nT3\t\tHold\r\n");
-        program.SetRecent("Hits.dbe");
-        program.Start("Hits.dbe");
-        program.SelectTicker("T1");
-        program.Choose("mnuGraphicsHLC");
-        auto* const walk = program.Part<QComboBox>("cboWalk");
+        auto* const walk = WalkThroughHits(program);
         walk->setFocus();
         QTest::keyClick(walk, Qt::Key_Down);
         QVERIFY(walk->view()->isVisible());

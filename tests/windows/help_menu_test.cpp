@@ -32,6 +32,14 @@ frmHelp* OpenHelp() {
     return nullptr;
 }
 
+// The program with its help on show.
+frmHelp* StartWithHelp(Program& program) {
+    CopyHelp(program);
+    program.Start("Jan.ddq");
+    program.frame->Run("mnuHelpFile");
+    return OpenHelp();
+}
+
 // Presses the button of this name in the dialog that opens, and takes down the words of message boxes.
 class Reader {
   public:
@@ -138,10 +146,7 @@ class HelpMenuTest : public QObject {
 
     void theFieldsOfTheHelpShowAllTheirWords() {
         Program program;
-        CopyHelp(program);
-        program.Start("Jan.ddq");
-        program.frame->Run("mnuHelpFile");
-        frmHelp* help = OpenHelp();
+        frmHelp* help = StartWithHelp(program);
         QVERIFY(help);
         QVERIFY(QTest::qWaitForWindowExposed(help));
         for (const char* name : {"txtFind", "txtSearch"}) {
@@ -157,10 +162,7 @@ class HelpMenuTest : public QObject {
 
     void allPagesAreSearchedAndWhatIsFoundIsAPageLikeTheOthers() {
         Program program;
-        CopyHelp(program);
-        program.Start("Jan.ddq");
-        program.frame->Run("mnuHelpFile");
-        frmHelp* help = OpenHelp();
+        frmHelp* help = StartWithHelp(program);
         QVERIFY(help);
         QVERIFY(QTest::qWaitForWindowActive(help));
         auto* page = help->findChild<QTextBrowser*>();
