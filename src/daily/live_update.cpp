@@ -10,6 +10,7 @@
 #include "acquire/feeds/live/live_asking.h"
 #include "base/text.h"
 #include "daily/row_update.h"
+#include "shell/kept_ticker.h"
 #include "shell/session_change.h"
 #include "shell/status_words.h"
 #include "store/import_record.h"
@@ -316,6 +317,7 @@ class LiveRun {
     void TakeRow(std::size_t row) {
         session_.run.CurrentRow = row;
         const std::string ticker = work_.table.Ticker(row);
+        session_.CurrentTicker = ticker;
         const auto found = answers_.find(ticker);
         if (found == answers_.end() || !found->second.outcome.Done()) return;
         if (found->second.bars.bars.empty()) {
@@ -415,6 +417,7 @@ std::vector<HistoryRecord> PricedRecords(const std::vector<SourceBar>& bars) {
 }  // namespace
 
 LiveUpdate UpdateFromSource(const UpdateWork& work) {
+    const KeptTicker selected(work.session);
     BeginUpdate(work);
     LiveUpdate update = LiveRun(work).Run();
     CopySymbols(work.table, work.rows);

@@ -13,6 +13,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "daily/row_update.h"
+#include "shell/kept_ticker.h"
 #include "shell/session_change.h"
 #include "shell/settings/lines.h"
 #include "store/import_record.h"
@@ -207,6 +208,7 @@ class QuoteUpdate {
     void ShowRow(std::size_t row, std::size_t batchRow) {
         Session& session = work_.session;
         session.run.CurrentRow = row;
+        session.CurrentTicker = work_.table.Ticker(row);
         if (batchRow > step_) session.run.TopRow = batchRow - step_;
         session.run.ProgressFraction = static_cast<double>(row) / static_cast<double>(lastRow_);
         session.person.ShowProgress(session.run.ProgressFraction);
@@ -238,6 +240,7 @@ void BeginUpdate(const UpdateWork& work) {
 UpdateOutcome UpdateQuotes(const UpdateWork& work) {
     Session& session = work.session;
     if (KindOf(session.CurrentFile) != FileKind::Ddq) return {};
+    const KeptTicker selected(session);
     BeginUpdate(work);
     const UpdateOutcome outcome = QuoteUpdate(work).Run();
     CopySymbols(work.table, work.rows);

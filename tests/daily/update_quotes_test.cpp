@@ -500,6 +500,16 @@ TEST_F(UpdateQuotesTest, AStopEndsTheRunAtTheNextBatch) {
     EXPECT_FALSE(Exists("Temp.txt"));
 }
 
+TEST_F(UpdateQuotesTest, NamesTheTickerInWorkAndThenTheSelectedOneAgain) {
+    table = Tickers(40);
+    session.CurrentTicker = "T7";
+    std::vector<std::string> inWork;
+    for (int i = 0; i < 3; ++i) person.events.push_back([&] { inWork.push_back(session.CurrentTicker); });
+    Update();
+    EXPECT_EQ(inWork, (std::vector<std::string>{"T15", "T30", "T40"}));
+    EXPECT_EQ(session.CurrentTicker, "T7");
+}
+
 TEST_F(UpdateQuotesTest, AStopOfAnEarlierRunDoesNotCount) {
     session.run.ProcessCommand = "True";
     EXPECT_EQ(Update().accepted, 1U);

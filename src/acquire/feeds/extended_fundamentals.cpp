@@ -9,6 +9,7 @@
 #include "acquire/web/giving_up_web.h"
 #include "base/askable_ticker.h"
 #include "base/text.h"
+#include "shell/kept_ticker.h"
 #include "shell/memory_status.h"
 #include "shell/session_change.h"
 #include "shell/status_words.h"
@@ -72,6 +73,7 @@ class Collection {
     FundamentalsOutcome Run() {
         for (std::size_t row = 1; row < table_.RowCount() && !outcome_.stopped; ++row) {
             session_.run.CurrentRow = row;
+            session_.CurrentTicker = table_.Ticker(row);
             if (row > kRowsAbove) session_.run.TopRow = row - kRowsAbove;
             if (HasPages(table_.Ticker(row))) {
                 CollectRow(row);
@@ -177,6 +179,7 @@ Failure Save(const Session& session, const QuoteTable& table, ChangeKeeps keeps)
 
 FundamentalsOutcome CollectExtendedFundamentals(Session& session, const FundamentalSources& sources,
                                                 QuoteTable& table, const FundamentalsEnd& end) {
+    const KeptTicker selected(session);
     BeginRun(session.run);
     PurgeUrlCache(sources.cache);
     FundamentalsOutcome outcome = Collection(session, sources, table).Run();

@@ -264,14 +264,19 @@ TEST_F(ExtendedFundamentalsTest, PauseHoldsTheRunUntilResume) {
     Rows({"IBM", "MSFT"});
     AnswerPages("MSFT", "0.9", "30");
     std::size_t rowWhilePaused = 0;
+    std::string tickerWhilePaused;
+    session.CurrentTicker = "MSFT";
     person.events.push_back([this] { session.run.ProcessCommand = kPauseRun; });
     person.events.push_back([&] {
         EXPECT_EQ(session.run.ProcessCommand, "");
         rowWhilePaused = session.run.CurrentRow;
+        tickerWhilePaused = session.CurrentTicker;
         session.run.ProcessCommand = kResumeRun;
     });
     const FundamentalsOutcome outcome = Collect();
     EXPECT_EQ(rowWhilePaused, 1U);
+    EXPECT_EQ(tickerWhilePaused, "IBM");
+    EXPECT_EQ(session.CurrentTicker, "MSFT");
     EXPECT_FALSE(outcome.stopped);
     EXPECT_EQ(table.Text(2, 30), "0.9");
 }
