@@ -1,10 +1,12 @@
 #include "selector/selector_run.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "indicators/series_pipeline.h"
 #include "selector/newest_verdicts.h"
 #include "selector/window_conditions.h"
+#include "shell/kept_ticker.h"
 #include "shell/status_words.h"
 #include "store/error_report.h"
 #include "store/table_colours.h"
@@ -89,6 +91,7 @@ class SelectorWalk {
 
     void ShowRow(std::size_t row, std::size_t rows) {
         session_.run.CurrentRow = row;
+        session_.CurrentTicker = evaluations_.Ticker(row);
         session_.run.ProgressFraction = static_cast<double>(row) / static_cast<double>(rows);
         session_.person.ShowProgress(session_.run.ProgressFraction);
         session_.person.ShowStatusWord(std::to_string(row));
@@ -145,6 +148,17 @@ TableOrigin OriginOfRun(const Session& session, Interval interval, std::string s
     return {day, std::string(WordOf(interval)), std::move(source)};
 }
 
+RunReport ReportOf(const SelectorOutcome& outcome, const std::string& source, std::size_t rows) {
+    RunReport report("Stock Selector over " + source, "tickers");
+    const auto& hits = outcome.hitsPerCondition;
+    std::string line = outcome.stopped ? std::to_string(outcome.tickers) + " of " : "";
+    line += Counted(rows, "ticker", "tickers") + ", ";
+    line += Counted(std::accumulate(hits.begin(), hits.end(), std::size_t{0}), "hit", "hits");
+    report.SetHeadline(std::move(line));
+    if (outcome.stopped) report.Add("stopped");
+    return report;
+}
+
 std::size_t MinimumHistory(Interval interval) {
     return RowOf(interval).minimumBars;
 }
@@ -156,6 +170,7 @@ std::string_view ShortHistoryReason(Interval interval) {
 void RunSelector(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
                  SelectorOutcome& outcome, std::optional<Date> lastDay, Leftovers leftovers) {
     outcome = {};
+    const KeptTicker selected(session);
     BeginRun(session.run);
     session.person.ShowStatusWord(kStatusSelecting);
     SelectorWalk(session, analysis, interval, evaluations, outcome, lastDay, leftovers).WalkRows();

@@ -13,6 +13,7 @@
 
 #include "indicators/analysis.h"
 #include "indicators/leftovers.h"
+#include "shell/run_report.h"
 #include "shell/session.h"
 #include "shell/settings/condition_set.h"
 #include "store/quote_table.h"
@@ -53,14 +54,19 @@ struct SelectorOutcome {
 
 // Walks rows 1 to the last of `evaluations`, whose column c takes the action of condition c where it holds;
 // other cells stay as they are. Status words, row numbers and progress go to the session's person, the row in
-// work to session.run.CurrentRow (0 again at the end); a stop ends the run before the next row and keeps what
-// was found. `analysis` holds the last ticker afterwards, and above it what `leftovers` says. "Error
-// Report.txt" is written when a ticker was short, unless the run looks back, and left alone otherwise.
+// work to session.run.CurrentRow (0 again at the end) and meanwhile its ticker to session.CurrentTicker; a
+// stop ends the run before the next row and keeps what was found. `analysis` holds the last ticker
+// afterwards, and above it what `leftovers` says. "Error Report.txt" is written when a ticker was short,
+// unless the run looks back, and left alone otherwise.
 //
 // With `lastDay` history after that day counts as not there, as for a session that looks back.
 void RunSelector(Session& session, Analysis& analysis, Interval interval, QuoteTable& evaluations,
                  SelectorOutcome& outcome, std::optional<Date> lastDay = std::nullopt,
                  Leftovers leftovers = Leftovers::Kept);
+
+// What a run did in a line: "43 tickers, 61 hits", of one that was ended "26 of 43 tickers, 30 hits,
+// stopped". `source` is the quote file, `rows` the tickers of its table.
+RunReport ReportOf(const SelectorOutcome& outcome, const std::string& source, std::size_t rows);
 
 // What a run leaves behind beside the verdicts: the day up to which it looked, its interval and the quote
 // file `source`.

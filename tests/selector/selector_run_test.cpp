@@ -189,6 +189,37 @@ TEST_F(SelectorRun, ShowsItsRowsAndProgress) {
     EXPECT_TRUE(person_.said.empty());
 }
 
+TEST_F(SelectorRun, NamesTheTickerInWorkAndThenTheSelectedOneAgain) {
+    Conditions({Block("Buy", kHit)});
+    Table({"AAA", "BBB", "CCC"});
+    session_.CurrentTicker = "CCC";
+    Lines inWork;
+    for (int i = 0; i < 3; ++i)
+        person_.events.push_back([this, &inWork] { inWork.push_back(session_.CurrentTicker); });
+    Run();
+    EXPECT_EQ(inWork, (Lines{"AAA", "BBB", "CCC"}));
+    EXPECT_EQ(session_.CurrentTicker, "CCC");
+    person_.events = {[this] { session_.run.ProcessCommand = kStopRun; }};
+    Run();
+    EXPECT_EQ(session_.CurrentTicker, "CCC");
+}
+
+TEST_F(SelectorRun, ItsReportCountsTickersAndHitsAndTellsAStop) {
+    SelectorOutcome outcome;
+    outcome.tickers = 43;
+    outcome.hitsPerCondition[1] = 12;
+    outcome.hitsPerCondition[10] = 1;
+    EXPECT_EQ(ReportOf(outcome, "Mine.ddq", 43).Line(), "43 tickers, 13 hits");
+    EXPECT_EQ(ReportOf(outcome, "Mine.ddq", 43).What(), "Stock Selector over Mine.ddq");
+    EXPECT_TRUE(ReportOf(outcome, "Mine.ddq", 43).Tickers().empty());
+    outcome.hitsPerCondition[1] = 0;
+    EXPECT_EQ(ReportOf(outcome, "Mine.ddq", 1).Line(), "1 ticker, 1 hit");
+    outcome.stopped = true;
+    outcome.tickers = 26;
+    EXPECT_EQ(ReportOf(outcome, "Mine.ddq", 43).Line(), "26 of 43 tickers, 1 hit, stopped");
+    EXPECT_EQ(ReportOf({}, "Mine.ddq", 0).Line(), "0 tickers, 0 hits");
+}
+
 TEST_F(SelectorRun, AStopEndsItAtTheNextRowAndKeepsTheCellsSoFar) {
     Conditions({Block("Buy", kHit)});
     for (const char* ticker : {"AAA", "BBB", "CCC"}) History(ticker, 50);

@@ -117,6 +117,31 @@ class SelectorRunTest : public QObject {
         QVERIFY(!program.Buttons());
         QVERIFY(!program.frame->findChild<frmErrorReport*>());
         QVERIFY(!program.frame->Commands().Entry("mnuEvaluatePickStocks")->isEnabled());
+        QCOMPARE(program.Find<QLabel>("Panel1")->text(), QStringLiteral(" 60 tickers, 60 hits"));
+    }
+
+    void pauseNamesTheTickerInWork() {
+        SelectorProgram program;
+        QString said;
+        std::string inWork;
+        RunWatcher watcher({
+            [&] {
+                if (program.session.run.CurrentRow < 10) return false;
+                inWork = program.session.CurrentTicker;
+                program.Press("Command2");
+                said = program.Buttons()->findChild<QLabel*>(QStringLiteral("lblState"))->text();
+                return true;
+            },
+            [&] {
+                if (!program.person.Paused()) return false;
+                program.Press("Command3");
+                return true;
+            },
+        });
+        program.RunIt();
+        QVERIFY(inWork.starts_with("T") && inWork != "T1");
+        QCOMPARE(said, QStringLiteral("Pausing after ") + QString::fromStdString(inWork));
+        QCOMPARE(program.session.CurrentTicker, std::string("T1"));
     }
 
     void aPastDayGivesTheVerdictsOfThatEvening() {
@@ -256,6 +281,8 @@ class SelectorRunTest : public QObject {
         QCOMPARE(program.Cell(static_cast<int>(lastRow), 1), QString());
         QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
         QVERIFY(program.frame->isEnabled());
+        QCOMPARE(program.Find<QLabel>("Panel1")->text(),
+                 QStringLiteral(" %1 of 60 tickers, %1 hits, stopped").arg(lastRow));
     }
 
     void closingTheFrameInMidRunStopsTheRunFirst() {
@@ -322,6 +349,8 @@ class SelectorRunTest : public QObject {
         program.frame->Run("mnuEvaluatePickStocks");
         QCOMPARE(program.session.CurrentFile, std::string("Evaluations.dbe"));
         QCOMPARE(program.Cell(0, 1), QStringLiteral("Buy"));
+        // What the update before it did stays told.
+        QVERIFY(!program.Find<QLabel>("Panel1")->text().contains(QStringLiteral("hits")));
     }
 
     void shortHistoriesAreReported() {

@@ -77,6 +77,15 @@ class ToldRunWindowTest : public QObject {
         }
     }
 
+    void aRunWithoutSingleTickersShowsItsLineAlone() {
+        RunReport report("Stock Selector over Mine.ddq", "tickers");
+        report.SetHeadline("43 tickers, 61 hits");
+        const frmLastRun window(report, nullptr);
+        QCOMPARE(window.findChild<QLabel*>(QStringLiteral("lblLines"))->text(),
+                 QStringLiteral("43 tickers, 61 hits"));
+        QVERIFY(!window.findChild<QTreeWidget*>());
+    }
+
     void aLongLineIsShortenedWithDotsInMostOfTheBar() {
         UpdateProgram program;
         program.StartMine();

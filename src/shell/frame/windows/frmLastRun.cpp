@@ -55,7 +55,13 @@ frmLastRun::frmLastRun(const RunReport& report, QWidget* parent) : QDialog(paren
     told->setWordWrap(true);
     told->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     layout->addWidget(told);
-    layout->addWidget(TickerList(report), 1);
+    // Not every run tells of single tickers.
+    if (report.Tickers().empty()) {
+        adjustSize();
+        layout->addStretch();
+    } else {
+        layout->addWidget(TickerList(report), 1);
+    }
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -90,7 +90,11 @@ void RunCommands::RunStockSelector(Interval interval, std::optional<Date> lastDa
     frame_.runs.Begin(form);
     SelectorOutcome outcome;
     RunSelector(frame_.session, analysis_, interval, form.Table(), outcome, lastDay);
-    if (frame_.runs.EndOn(form)) TellOutcome(outcome);
+    const bool stays = frame_.runs.EndOn(form);
+    // The line of the update that it follows by itself says more.
+    if (outcome.stopped || !RunsSelector(frame_.session.settings))
+        frame_.tell(ReportOf(outcome, origin.source, form.Table().TickerCount()));
+    if (stays) TellOutcome(outcome);
 }
 
 void RunCommands::PopulateTickers() {
