@@ -45,4 +45,8 @@ std::string PausingSentence(const std::string& ticker) {
     return ticker.empty() ? "Pausing" : "Pausing after " + ticker;
 }
 
+std::string EndingSentence(const std::string& ticker) {
+    return ticker.empty() ? "Ending" : "Ending after " + ticker;
+}
+
 }  // namespace brantlow

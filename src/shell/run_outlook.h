@@ -17,5 +17,7 @@ std::string RunOutlook(const RunSight& sight);
 
 // What is said from the press of Pause until the run stands still: the ticker in work is finished first.
 std::string PausingSentence(const std::string& ticker);
+// The same from the press of Exit until the run has ended.
+std::string EndingSentence(const std::string& ticker);
 
 }  // namespace brantlow

@@ -32,6 +32,8 @@ TEST(RunOutlook, SaysWhatHowFarAndHowLongYet) {
 TEST(RunOutlook, APauseIsAcknowledgedAtOnce) {
     EXPECT_EQ(PausingSentence("AAPL"), "Pausing after AAPL");
     EXPECT_EQ(PausingSentence(""), "Pausing");
+    EXPECT_EQ(EndingSentence("AAPL"), "Ending after AAPL");
+    EXPECT_EQ(EndingSentence(""), "Ending");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // the settings by their words, drops onto the window, and the small window of a long run.
 #include <QDropEvent>
 #include <QListWidget>
+#include <QMainWindow>
 #include <QMimeData>
 #include <QPushButton>
 #include <QStatusBar>
@@ -70,6 +71,20 @@ class Presser {
             if (button->text().remove(u'&') == words_) return button->click();
         }
         dialog.reject();
+    }};
+};
+
+// Presses Enter in the next box; the word of the button that it meant.
+class EnterPresser {
+  public:
+    QString word;
+
+  private:
+    DialogHand hand_{[this](QDialog& dialog) {
+        for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
+            if (button->isDefault()) word = button->text().remove(u'&');
+        }
+        QTest::keyClick(&dialog, Qt::Key_Return);
     }};
 };
 
@@ -161,6 +176,17 @@ class FindingTest : public QObject {
         QVERIFY(!finder->hasFocus());
         QTest::keyClick(settings.focusWidget(), Qt::Key_F, Qt::ControlModifier);
         QVERIFY(finder->hasFocus());
+        // Enter takes the first of what a word finds; a word that finds nothing leads nowhere.
+        finder->setText(QStringLiteral("manual split"));
+        QTest::keyClick(finder, Qt::Key_Return);
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), QStringLiteral("Data && A&utomation Settings"));
+        auto* found = qobject_cast<QAbstractButton*>(settings.focusWidget());
+        QVERIFY(found && found->text().remove(u'&') == QStringLiteral("Manual Split"));
+        finder->setFocus();
+        finder->setText(QStringLiteral("zzz"));
+        QTest::keyClick(finder, Qt::Key_Return);
+        QVERIFY(finder->hasFocus());
+        QVERIFY(settings.isVisible());
         // Words that a person would look for.
         for (const char* word : {"Weekly", "20 Years", "MetaStock 7", "Candle"}) {
             const QStringList found = finder->Lines().filter(QString::fromLatin1(word), Qt::CaseInsensitive);
@@ -187,6 +213,26 @@ class FindingTest : public QObject {
         QCOMPARE(program.TickerCount(), QStringLiteral("5"));
         QCOMPARE(program.frame->QuoteForm()->SelectedTicker(), std::string("AAPL"));
         QCOMPARE(add.told.size(), 1);
+    }
+
+    void enterTakesADropThatCostsNothingAndKeepsWhatItWouldReplace() {
+        Program program;
+        program.Start("Jan.ddq");
+        QMimeData data;
+        data.setText(QStringLiteral("AAPL"));
+        EnterPresser enter;
+        Drop(program, data);
+        QCOMPARE(enter.word, QStringLiteral("Add"));
+        QCOMPARE(program.TickerCount(), QStringLiteral("4"));
+        const Path elsewhere = program.folder / "Mine.ddq";
+        QVERIFY(!WriteWholeFile(elsewhere, Program::QuoteTableText(2)));
+        DropFile(program, elsewhere);
+        QCOMPARE(enter.word, QStringLiteral("Copy"));
+        QCOMPARE(program.Read("Mine.ddq"), Program::QuoteTableText(2));
+        QVERIFY(!WriteWholeFile(elsewhere, Program::QuoteTableText(7)));
+        DropFile(program, elsewhere);
+        QCOMPARE(enter.word, QStringLiteral("Cancel"));
+        QCOMPARE(program.Read("Mine.ddq"), Program::QuoteTableText(2));
     }
 
     void aDroppedTextFileAddsTheFirstOfEachLine() {
@@ -259,6 +305,20 @@ class FindingTest : public QObject {
         QCOMPARE(run.ProcessCommand, std::string(kResumeRun));
 
         run.ProcessCommand = kRunning;
+        window.ShowOutlook("Updating KO: 50 % done", "KO");
+        // The second press of an impatient thumb takes the pause back; it never ends the run.
+        QTRY_VERIFY((window.activateWindow(), window.focusWidget() && window.focusWidget()->hasFocus()));
+        QTest::keyClick(window.focusWidget(), Qt::Key_Space);
+        QCOMPARE(state->text(), QStringLiteral("Pausing after KO"));
+        QTest::keyClick(window.focusWidget(), Qt::Key_Space);
+        QCOMPARE(run.ProcessCommand, std::string(kResumeRun));
+        QVERIFY(window.isVisible());
+        QCOMPARE(state->text(), QStringLiteral("The process is running."));
+        window.ShowOutlook("Updating KO: 51 % done", "KO");
+        QCOMPARE(state->text(), QStringLiteral("Updating KO: 51 % done"));
+        QCOMPARE(window.focusWidget(), window.findChild<QPushButton*>(QStringLiteral("Command2")));
+
+        run.ProcessCommand = kRunning;
         QTest::keyClick(&window, Qt::Key_Escape);
         auto* question = window.findChild<QMessageBox*>();
         QVERIFY(question && question->isVisible() && window.isVisible());
@@ -273,6 +333,19 @@ class FindingTest : public QObject {
         }
         QCOMPARE(run.ProcessCommand, std::string(kStopRun));
         QVERIFY(!window.isVisible());
+    }
+
+    void exitIsAcknowledgedUntilTheTickerInWorkIsDone() {
+        QMainWindow frame;
+        RunControl run;
+        BeginRun(run);
+        {
+            frmEnable window(run, RunStop::KeepsWhatIsDone, &frame);
+            window.ShowOutlook("Populating KO: 2 % done", "KO");
+            window.findChild<QPushButton*>(QStringLiteral("Command1"))->click();
+            QCOMPARE(frame.statusBar()->currentMessage(), QStringLiteral("Ending after KO"));
+        }
+        QCOMPARE(frame.statusBar()->currentMessage(), QString());
     }
 };
 

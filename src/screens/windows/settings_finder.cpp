@@ -66,6 +66,14 @@ SettingsFinder::SettingsFinder(QTabWidget& tabs) : tabs_(tabs) {
     });
     connect(completer, qOverload<const QString&>(&QCompleter::activated), this,
             [this](const QString& line) { Find(line); });
+    connect(this, &QLineEdit::returnPressed, this, &SettingsFinder::FindTyped);
+}
+
+// Enter behind a word without a choice in the list means the first that it offers.
+void SettingsFinder::FindTyped() {
+    if (text().isEmpty() || Find(text())) return;
+    const QStringList found = lines_.filter(text(), Qt::CaseInsensitive);
+    if (!found.isEmpty()) Find(found.constFirst());
 }
 
 void SettingsFinder::Collect(int tab) {

@@ -24,6 +24,7 @@ class SettingsFinder final : public QLineEdit {
 
   private:
     void Collect(int tab);
+    void FindTyped();
 
     QTabWidget& tabs_;
     QStringList lines_;

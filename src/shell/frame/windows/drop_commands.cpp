@@ -85,7 +85,9 @@ void DropCommands::OpenQuoteFile(const Path& file) {
                                                 " stands in the data folder already. Replace it by the file "
                                                 "from elsewhere?"
                                           : "Copy " + name + " into the data folder and open it?";
-    if (!frame_.person.AskBeforeLoss(question, "Open", replaces ? "Replace" : "Copy")) return;
+    const bool goesOn = replaces ? frame_.person.AskBeforeLoss(question, "Open", "Replace")
+                                 : frame_.person.AskToGoOn(question, "Open", "Copy");
+    if (!goesOn) return;
     std::string bytes;
     if (const Failure failure = ReadNeeded(file, bytes)) return frame_.person.Say(Sentence(failure));
     if (const std::error_code failure = WriteWholeFile(target, bytes))
@@ -109,7 +111,7 @@ void DropCommands::AddTickers(const std::string& text, const std::string& from) 
     const std::string question = "Add " + CountOf(fresh.size()) + " of " + from + " to " +
                                  frame_.session.CurrentFile + "? (" + fresh.front() +
                                  (fresh.size() > 1 ? " ... " + fresh.back() : "") + ")";
-    if (!frame_.person.AskBeforeLoss(question, "Add Symbols", "Add")) return;
+    if (!frame_.person.AskToGoOn(question, "Add Symbols", "Add")) return;
     std::size_t added = 0;
     for (const std::string& ticker : fresh) added += table.AppendLine(ticker) ? 1U : 0U;
     SortTable(table, form->CurrentColumn(), SortOrder::Ascending);

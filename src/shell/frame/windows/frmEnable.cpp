@@ -3,8 +3,10 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -85,20 +87,37 @@ void frmEnable::ShowPaused(bool paused) {
     state_->setText(paused ? QStringLiteral("The process is paused.")
                            : QStringLiteral("The process is running."));
     paused_ = paused;
-    pause_->setEnabled(!paused);
-    resume_->setEnabled(paused);
-    (paused ? resume_ : pause_)->setFocus();
+    QPushButton* const next = paused ? resume_ : pause_;
+    next->setEnabled(true);
+    next->setFocus();
+    (paused ? pause_ : resume_)->setEnabled(false);
 }
 
+frmEnable::~frmEnable() {
+    QStatusBar* const bar = StatusBar();
+    if (bar && !ending_.isEmpty() && bar->currentMessage() == ending_) bar->clearMessage();
+}
+
+QStatusBar* frmEnable::StatusBar() const {
+    auto* const frame = qobject_cast<QMainWindow*>(mainFrame_);
+    return frame ? frame->statusBar() : nullptr;
+}
+
+// The ticker in work is finished first, which this window is not there to tell any more.
 void frmEnable::Exit() {
     run_.ProcessCommand = kStopRun;
+    ending_ = Shown(EndingSentence(ticker_));
+    if (QStatusBar* const bar = StatusBar()) bar->showMessage(ending_);
     if (mainFrame_) mainFrame_->setEnabled(true);
     close();
 }
 
-// The ticker in work is finished first, which can take a while.
+// The ticker in work is finished first, which can take a while. The keys go on to Resume meanwhile: a second
+// press of the same key must not find Exit in place of Pause.
 void frmEnable::Pause() {
     run_.ProcessCommand = kPauseRun;
+    resume_->setEnabled(true);
+    resume_->setFocus();
     pause_->setEnabled(false);
     state_->setText(Shown(PausingSentence(ticker_)));
 }
@@ -106,7 +125,8 @@ void frmEnable::Pause() {
 // Neither while the run stands still nor between the press of Pause and that.
 void frmEnable::ShowOutlook(const std::string& line, const std::string& ticker) {
     ticker_ = ticker;
-    if (!paused_ && run_.ProcessCommand == kRunning) state_->setText(Shown(line));
+    const bool goesOn = run_.ProcessCommand == kRunning || run_.ProcessCommand == kResumeRun;
+    if (!paused_ && goesOn) state_->setText(Shown(line));
 }
 
 void frmEnable::keyPressEvent(QKeyEvent* event) {
@@ -129,8 +149,10 @@ void frmEnable::AskExit() {
     question->setEnabled(true);
 }
 
+// A pause that has not begun yet is only taken back.
 void frmEnable::Resume() {
     run_.ProcessCommand = kResumeRun;
+    if (!paused_) ShowPaused(false);
 }
 
 }  // namespace brantlow

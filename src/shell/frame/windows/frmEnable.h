@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QPointer>
+#include <QString>
 #include <string>
 
 #include "shell/run_control.h"
@@ -11,6 +12,7 @@
 class QLabel;
 class QMessageBox;
 class QPushButton;
+class QStatusBar;
 
 namespace brantlow {
 
@@ -19,6 +21,7 @@ class frmEnable final : public QDialog {
   public:
     // `run` outlives the window; `frame` is enabled again by Exit.
     frmEnable(RunControl& run, RunStop stop, QWidget* frame);
+    ~frmEnable() override;
 
     // Tells whether the run stands still, which decides the buttons that make sense.
     void ShowPaused(bool paused);
@@ -32,6 +35,7 @@ class frmEnable final : public QDialog {
   private:
     void AskExit();
     void StandInCorner();
+    QStatusBar* StatusBar() const;
     void Exit();
     void Pause();
     void Resume();
@@ -44,6 +48,8 @@ class frmEnable final : public QDialog {
     QPushButton* resume_;
     QPointer<QMessageBox> question_;
     std::string ticker_;
+    // What the frame's status bar tells behind Exit.
+    QString ending_;
     bool paused_ = false;
 };
 

@@ -148,14 +148,24 @@ bool WindowPerson::AskBeforeDestroying(std::string_view text, std::string_view t
     return AskYesOrNo(text, title, false);
 }
 
-bool WindowPerson::AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes) {
+bool WindowPerson::AskOrCancel(std::string_view text, std::string_view title, std::string_view yes,
+                               bool yesIsDefault) {
     if (unheard_) return false;
     QMessageBox box(DialogParent());
     FillBox(box, text, title, "question");
-    const QAbstractButton* const goesOn = box.addButton(Shown(yes), QMessageBox::AcceptRole);
-    box.setDefaultButton(box.addButton(QMessageBox::Cancel));
+    QPushButton* const goesOn = box.addButton(Shown(yes), QMessageBox::AcceptRole);
+    QPushButton* const cancel = box.addButton(QMessageBox::Cancel);
+    box.setDefaultButton(yesIsDefault ? goesOn : cancel);
     box.exec();
     return box.clickedButton() == goesOn;
+}
+
+bool WindowPerson::AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes) {
+    return AskOrCancel(text, title, yes, false);
+}
+
+bool WindowPerson::AskToGoOn(std::string_view text, std::string_view title, std::string_view yes) {
+    return AskOrCancel(text, title, yes, true);
 }
 
 void WindowPerson::ShowStatusWord(std::string_view word) {

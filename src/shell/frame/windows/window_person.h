@@ -69,6 +69,8 @@ class WindowPerson final : public Person {
     bool Ask(std::string_view text, std::string_view title = {}) override;
     bool AskBeforeDestroying(std::string_view text, std::string_view title = {}) override;
     bool AskBeforeLoss(std::string_view text, std::string_view title, std::string_view yes) override;
+    // The same before something that costs nothing: Enter goes on.
+    bool AskToGoOn(std::string_view text, std::string_view title, std::string_view yes);
     void ShowStatusWord(std::string_view word) override;
     void ShowTickerCount(std::size_t count) override;
     void ShowProgress(double fraction) override;
@@ -86,6 +88,7 @@ class WindowPerson final : public Person {
     void ShowRunSoFar();
     QWidget* DialogParent() const;
     bool AskYesOrNo(std::string_view text, std::string_view title, bool yesIsDefault);
+    bool AskOrCancel(std::string_view text, std::string_view title, std::string_view yes, bool yesIsDefault);
 
     FrameParts frame_;
     Session* session_ = nullptr;
