@@ -483,6 +483,27 @@ class StockSelectorSettingsTest : public QObject {
         QCOMPARE(program.Read(kFile), Block("Sell", {"Shaven Head"}, {"7"}) + EmptyBlocks(9));
     }
 
+    void theUndoKeyWorksFromABoxThatHasNothingToUndo() {
+        EditorProgram program(Block("Sell", {"Shaven Head"}, {"7"}) + EmptyBlocks(9));
+        program.Activate();
+        // Where the editor opens.
+        auto* filter = qobject_cast<QLineEdit*>(program.window->focusWidget());
+        QVERIFY(filter);
+        program.Press("Command3");
+        filter->setFocus();
+        QTest::keyClick(filter, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(Names(program.Selected()), QStringList{QStringLiteral("Shaven Head")});
+        // What was typed into the box goes first.
+        program.Press("Command3");
+        filter->setFocus();
+        QTest::keyClicks(filter, QStringLiteral("ma"));
+        QTest::keyClick(filter, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(filter->text(), QString());
+        QCOMPARE(program.Selected()->count(), 0);
+        QTest::keyClick(filter, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(Names(program.Selected()), QStringList{QStringLiteral("Shaven Head")});
+    }
+
     void aConditionIsCopiedToAnother() {
         EditorProgram program(Block("Sell", {"Shaven Head"}, {"7"}) + EmptyBlocks(9));
         auto* menu = program.window->findChild<QPushButton*>(QStringLiteral("CopyTo"))->menu();

@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QProxyStyle>
 #include <QPushButton>
@@ -15,6 +16,7 @@
 #include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
 #include "base/windows/screen_room.h"
+#include "base/windows/undo_key.h"
 #include "indicators/analysis.h"
 #include "screens/windows/condition_overview.h"
 #include "screens/windows/hit_counter.h"
@@ -184,6 +186,7 @@ void frmStockSelectorSettings::AddKeys() {
     connect(save, &QShortcut::activated, this, &frmStockSelectorSettings::Apply);
     auto* undo = new QShortcut(QKeySequence(QKeySequence::Undo), this);
     connect(undo, &QShortcut::activated, this, &frmStockSelectorSettings::Undo);
+    for (QLineEdit* const box : findChildren<QLineEdit*>()) LeaveUndoToWindow(*box);
     const std::pair<Qt::Key, int> steps[] = {{Qt::Key_PageDown, 1},
                                              {Qt::Key_PageUp, static_cast<int>(kConditionCount) - 1}};
     for (const auto& [key, step] : steps) {

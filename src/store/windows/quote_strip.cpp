@@ -2,7 +2,6 @@
 
 #include <QDoubleValidator>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -10,6 +9,7 @@
 
 #include "base/windows/display_text.h"
 #include "base/windows/flow_layout.h"
+#include "base/windows/undo_key.h"
 
 namespace brantlow {
 
@@ -28,22 +28,6 @@ QDoubleValidator* PriceValidator(QWidget* owner) {
     validator->setLocale(plain);
     return validator;
 }
-
-// Where a box has nothing left to undo, the key is that of the menu, as behind a deleted row.
-class UndoKeyOfMenu final : public QObject {
-  public:
-    explicit UndoKeyOfMenu(QLineEdit& box) : QObject(&box), box_(box) { box.installEventFilter(this); }
-    bool eventFilter(QObject* object, QEvent* event) override {
-        const bool isUndo = event->type() == QEvent::ShortcutOverride &&
-                            static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo);
-        if (!isUndo || box_.isUndoAvailable()) return QObject::eventFilter(object, event);
-        event->ignore();
-        return true;
-    }
-
-  private:
-    const QLineEdit& box_;
-};
 
 }  // namespace
 
@@ -69,7 +53,7 @@ void QuoteStrip::AddBox(std::size_t index) {
     if (isAlarm) box->setValidator(PriceValidator(box));
     auto* words = new QLabel(Name(rule.words));
     words->setBuddy(box);
-    new UndoKeyOfMenu(*box);
+    LeaveUndoToWindow(*box);
     row->addWidget(words);
     row->addWidget(box);
     layout()->addWidget(frame);
