@@ -152,7 +152,7 @@ class PrintTest : public QObject {
             auto* question = qobject_cast<QFileDialog*>(&dialog);
             QCOMPARE(question->directory().dirName(), QStringLiteral("Images"));
             QCOMPARE(question->selectedFiles().constFirst().section(u'/', -1), QStringLiteral("Feb.pdf"));
-            QCOMPARE(question->nameFilters(), QStringList(QStringLiteral("All Files (*.pdf)")));
+            QCOMPARE(question->nameFilters(), QStringList(QStringLiteral("PDF Files (*.pdf)")));
             EnterFile(dialog, program.folder / "table");
         });
         program.Click("Command10");

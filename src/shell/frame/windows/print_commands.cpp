@@ -40,12 +40,19 @@ QString PdfCaption(const QString& caption) {
     return Shown((isTable ? Path(name).stem().string() : name) + std::string(kPdfExtension));
 }
 
-std::string FilterFor(std::string_view extension) {
-    return fmt::format("All Files (*{0})|*{0}", extension);
-}
+struct KindWords {
+    std::string_view extension;
+    std::string_view words;
+};
 
-std::string_view KindOfPicture(std::string_view extension) {
-    return extension == kPngExtension ? "PNG Pictures" : "SVG Pictures";
+// The entry of a save dialog's list for files of this kind.
+std::string FilterFor(std::string_view extension) {
+    static constexpr KindWords kKinds[] = {
+        {kPdfExtension, "PDF Files"}, {kPngExtension, "PNG Pictures"}, {kSvgExtension, "SVG Pictures"}};
+    const auto* const kind = std::find_if(std::begin(kKinds), std::end(kKinds),
+                                          [&](const KindWords& row) { return row.extension == extension; });
+    const std::string_view words = kind == std::end(kKinds) ? "All Files" : kind->words;
+    return fmt::format("{0} (*{1})|*{1}", words, extension);
 }
 
 bool EndsIn(const Path& file, std::string_view extension) {
@@ -195,8 +202,7 @@ Path PrintCommands::AskImageFile(const std::string& title, const QString& captio
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);
     std::string filter = FilterFor(extension);
-    for (const std::string_view other : more)
-        filter += fmt::format("|{} (*{})|*{}", KindOfPicture(other), other, other);
+    for (const std::string_view other : more) filter += "|" + FilterFor(other);
     const Path chosen = frame_.askFile({title, folder, ProposedName(caption), filter, true});
     if (chosen.empty()) return {};
     const bool isOther =
