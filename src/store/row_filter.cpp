@@ -12,7 +12,8 @@ namespace brantlow {
 namespace {
 
 constexpr std::string_view kAnd = " AND ";
-constexpr std::string_view kInCondition = " IN CONDITION ";
+constexpr std::string_view kIn = " IN ";
+constexpr std::string_view kCondition = "CONDITION ";
 
 char Capital(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -63,6 +64,14 @@ std::optional<std::size_t> ColumnNamed(std::string_view name, const QuoteTable& 
     return several ? std::nullopt : begun;
 }
 
+// The number in "CONDITION 3" or "3"; nothing in other words, which are a text to look for.
+std::optional<std::string> ConditionNumber(std::string_view words) {
+    const bool isNamed = UpperCase(words).starts_with(kCondition);
+    const std::string_view number = Trim(isNamed ? words.substr(kCondition.size()) : words);
+    const bool isNumber = !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
+    return isNamed || isNumber ? std::optional<std::string>(number) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<double> CellNumber(std::string_view cell) {
@@ -104,17 +113,18 @@ bool RowFilter::AddVerdict(std::string_view words, const QuoteTable& table, bool
     static const std::array<Verdict, 4> kVerdicts = {
         {{"HIT", {"BUY", "SELL"}}, {"BUY", {"BUY"}}, {"SELL", {"SELL"}}, {"HOLD", {"HOLD"}}}};
     const std::string capitals = UpperCase(words);
-    const std::size_t at = capitals.find(kInCondition);
+    const std::size_t at = capitals.find(kIn);
+    if (at == std::string::npos) return true;
+    const std::optional<std::string> number = ConditionNumber(Trim(words.substr(at + kIn.size())));
     const auto verdict = std::find_if(kVerdicts.begin(), kVerdicts.end(), [&](const Verdict& row) {
-        return at != std::string::npos && Trim(std::string_view(capitals).substr(0, at)) == row.word;
+        return Trim(std::string_view(capitals).substr(0, at)) == row.word;
     });
-    isVerdict = verdict != kVerdicts.end();
+    isVerdict = number && verdict != kVerdicts.end();
     if (!isVerdict) return true;
-    const std::string number(Trim(words.substr(at + kInCondition.size())));
-    const auto column = table.ColumnOf("Condition " + number);
+    const auto column = table.ColumnOf("Condition " + *number);
     if (!column) {
         complaint_ = table.ColumnOf(kEvaluationColumns[1])
-                         ? "There is no condition " + number + "."
+                         ? "There is no condition " + *number + "."
                          : "Only a Stock Selector file tells the hits of a condition.";
         return false;
     }

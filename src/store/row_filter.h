@@ -3,7 +3,8 @@
 //     Change > 2                     a column and a number; > < >= <= = !=
 //     Volume > 1,000,000             separators may stand in it, and K, M or B behind it
 //     Exchange = NYSE                a column and a text, which the cell is, in any case
-//     hit in condition 3             a Buy or a Sell of that condition; "buy in", "sell in", "hold in"
+//     hit in condition 3             a Buy or a Sell of that condition; "buy in", "sell in", "hold in";
+//                                    "hit in 3" is the same
 //     bank                           any cell holds the text, in any case
 //     Change > 2 and Volume > 1M     all of them
 //

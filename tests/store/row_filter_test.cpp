@@ -71,6 +71,7 @@ TEST(RowFilter, SaysWhatIsWrongAndThenShowsAll) {
         {"Change > two", "two is no number."},
         {"Change >", "A number is missing behind >."},
         {"bank and Cap < 3", "There is no column Cap."},
+        {"hit in 3", "Only a Stock Selector file tells the hits of a condition."},
         {"hit in condition 3", "Only a Stock Selector file tells the hits of a condition."},
     };
     const QuoteTable table = FilteredTable();
@@ -95,11 +96,19 @@ TEST(RowFilter, FindsTheHitsOfACondition) {
         {"buy in condition 1", {1}},
         {"sell in condition 1", {3}},
         {"hold in condition 1", {2}},
+        {"buy in 1", {1}},
+        {"Hit in 10", {1, 2}},
+        {"hit in 1 and sell in 2", {}},
+        // Words that name no condition are looked for as they stand.
+        {"buy in bulk", {}},
+        {"hit in", {}},
         {"hit in condition 1 and hit in condition 10", {1}},
     };
     for (const auto& [text, shown] : rows)
         EXPECT_EQ(RowFilter::Parse(text, table).Rows(table), shown) << text;
     EXPECT_EQ(RowFilter::Parse("hit in condition 3", table).Complaint(), "There is no condition 3.");
+    EXPECT_EQ(RowFilter::Parse("buy in 11", table).Complaint(), "There is no condition 11.");
+    EXPECT_EQ(RowFilter::Parse("hit in condition two", table).Complaint(), "There is no condition two.");
 }
 
 TEST(RowFilter, ReadsTheNumbersOfCells) {
