@@ -1,6 +1,7 @@
 // Adding and deleting tickers and setting alarms with the buttons and keys above the quote table.
 #include <QAction>
 #include <QMenu>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -396,11 +397,42 @@ class SymbolButtonsTest : public QObject {
             HistoryHand hand(button);
             program.Click("CmdDelete");
             QCOMPARE(program.Tickers(), (Tickers{"T1", "T3"}));
+            const QPointer<frmQuoteGrid> form = program.frame->QuoteForm();
             program.frame->Run("mnuEditUndo");
             QCOMPARE(program.Read("Jan.ddq"), before);
             QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3"}));
             QVERIFY(!program.History("T2.26").empty());
+            // In the window that it went from.
+            QCOMPARE(program.frame->QuoteForm(), form.data());
+            QCOMPARE(form->SelectedTicker(), std::string("T2"));
+            QCOMPARE(program.session.CurrentTicker, std::string("T2"));
+            QCOMPARE(program.TickerCount(), QStringLiteral("3"));
+            QCOMPARE(program.Find<QLabel>("Panel4")->text(), QStringLiteral("3 rows"));
+            program.frame->Run("mnuEditUndo");
+            QCOMPARE(program.Tickers(), (Tickers{"T1", "T3"}));
+            QCOMPARE(program.frame->QuoteForm(), form.data());
+            QCOMPARE(form->SelectedTicker(), std::string("T1"));
         }
+    }
+
+    void anUndoneRowKeepsTheFilterThatHidesNoneOfIt() {
+        EditProgram program;
+        program.Find<QLineEdit>("txtFilter")->setText(QStringLiteral("T"));
+        program.Type("T2");
+        HistoryHand hand("Command2");
+        program.Click("CmdDelete");
+        program.frame->Run("mnuEditUndo");
+        QCOMPARE(program.Find<QLineEdit>("txtFilter")->text(), QStringLiteral("T"));
+        QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3"}));
+    }
+
+    void aTableThatCannotBeReadAgainStaysAsItIsShown() {
+        EditProgram program;
+        const Path file = program.session.DataFile("Jan.ddq");
+        std::filesystem::remove(file);
+        std::filesystem::create_directory(file);
+        QVERIFY(!program.frame->QuoteForm()->Reload().Done());
+        QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3"}));
     }
 
     void undoBringsARowBackThatWasNotSaved() {

@@ -323,6 +323,18 @@ class TableWorkTest : public QObject {
         menu->close();
     }
 
+    void columnsThatWereDraggedStandThereAtTheNextStart() {
+        WorkProgram program;
+        program.View().horizontalHeader()->moveSection(3, 1);
+        QCoreApplication::processEvents();
+        QCOMPARE(program.ShownHeaders(), (Column{"Ticker Symbol", "Volume", "Last Price", "Change", "Name"}));
+        const std::string kept = "\"Volume\"\r\n\"Last Price\"\r\n\"Change\"\r\n\"Name\"\r\n\"\"\r\n";
+        QCOMPARE(program.Read("VTRCOLset.ini"), kept);
+        LoadAllSettings(program.session.AppPath, program.session.settings);
+        program.frame->OpenRecentFile(1);
+        QCOMPARE(program.ShownHeaders(), (Column{"Ticker Symbol", "Volume", "Last Price", "Change", "Name"}));
+    }
+
     void aColumnChoiceThatCannotBeKeptIsTold() {
         WorkProgram program;
         std::filesystem::remove(program.session.DataFile("VTRCOLset.ini"));

@@ -11,6 +11,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <unordered_set>
 
 #include "base/text.h"
 #include "base/windows/display_text.h"
@@ -35,6 +36,19 @@ constexpr std::size_t kLongestNumber = 20;
 constexpr std::size_t kSeparatorEvery = 3;
 // Distance of the empty table's sentence from the header.
 constexpr int kEmptyMargin = 48;
+
+// The one ticker that `now` has and `before` had not; empty where there is none or are several.
+std::string OnlyFurtherTicker(const QuoteTable& before, const QuoteTable& now) {
+    const std::vector<std::string> known = before.Tickers();
+    const std::unordered_set<std::string_view> tickers(known.begin(), known.end());
+    std::string further;
+    for (std::size_t row = 1; row <= now.TickerCount(); ++row) {
+        if (tickers.contains(now.Ticker(row))) continue;
+        if (!further.empty()) return {};
+        further = now.Ticker(row);
+    }
+    return further;
+}
 
 // The bytes of the longest text in each column, row by row as they lie in memory.
 std::vector<std::size_t> LongestTexts(const QuoteTable& table) {
@@ -107,12 +121,30 @@ void frmQuoteGrid::ConnectView() {
     });
 }
 
+TableLoad frmQuoteGrid::Read(QuoteTable& table) const {
+    return LoadQuoteTable(session_.DataFile(session_.CurrentFile), KindOf(session_.CurrentFile),
+                          session_.settings, session_.clock.Today(), table, &session_.person);
+}
+
 TableLoad frmQuoteGrid::Load() {
-    const FileKind kind = KindOf(session_.CurrentFile);
-    const TableLoad load = LoadQuoteTable(session_.DataFile(session_.CurrentFile), kind, session_.settings,
-                                          session_.clock.Today(), table_, &session_.person);
+    const TableLoad load = Read(table_);
     ReloadModel();
     ShowTable();
+    return load;
+}
+
+TableLoad frmQuoteGrid::Reload() {
+    QuoteTable table;
+    TableLoad load = Read(table);
+    if (!load.Done()) return load;
+    const std::string back = OnlyFurtherTicker(table_, table);
+    table_ = std::move(table);
+    if (RowOfTicker(table_, selectedTicker_) == 0)
+        selectedTicker_ = table_.TickerCount() > 0 ? table_.Ticker(1) : std::string();
+    Mean(selectedTicker_);
+    NameChanged();
+    TableChanged();
+    if (!back.empty()) SelectTicker(back);
     return load;
 }
 
@@ -230,6 +262,7 @@ void frmQuoteGrid::MoveColumn(int from, int to) {
     model_->CellsChanged();
     view_->ShowSorted(-1, Qt::AscendingOrder);
     view_->SetCurrentColumn(to);
+    if (ShowsChosenColumns()) KeepChosenColumns();
 }
 
 void frmQuoteGrid::Sort(SortOrder order) {

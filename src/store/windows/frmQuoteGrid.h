@@ -34,6 +34,9 @@ class frmQuoteGrid final : public QWidget {
 
     // Reads Session::CurrentFile, with progress, and shows what was read.
     TableLoad Load();
+    // Reads it again: columns, filter and what is selected stay, a ticker that has come back is selected.
+    // What is shown stays as it is where the file cannot be read.
+    TableLoad Reload();
 
     QuoteTable& Table() { return table_; }
     const QuoteTable& Table() const { return table_; }
@@ -107,6 +110,7 @@ class frmQuoteGrid final : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    TableLoad Read(QuoteTable& table) const;
     void ReloadModel();
     void ShowTable();
     void ShowEmptySentence();
@@ -126,6 +130,7 @@ class frmQuoteGrid final : public QWidget {
     void ForgetShownAlarms();
     void ShowColumnMenu(int column, const QPoint& place);
     void ToggleColumn(std::size_t column);
+    bool ShowsChosenColumns() const;
     void KeepChosenColumns();
     void FitColumn(std::size_t column);
     void ShowTableRowAtTop(std::size_t row);

@@ -18,10 +18,6 @@ namespace {
 
 constexpr int kCellAir = 24;
 
-bool IsQuoteFile(FileKind kind) {
-    return kind == FileKind::Ddq || kind == FileKind::Db;
-}
-
 // The next column that is shown, to the left (-1) or right (1) of one; 0 where there is none.
 int NextShown(const QuoteTable& table, int column, int step) {
     for (int next = column + step; next > 0 && next < static_cast<int>(table.ColumnCount()); next += step) {
@@ -44,12 +40,8 @@ void frmQuoteGrid::ShowColumnMenu(int column, const QPoint& place) {
     actions.sortDescending = [this, column] { SortBy(column, SortOrder::Descending); };
     const int left = column > 0 ? NextShown(table_, column, -1) : 0;
     const int right = column > 0 ? NextShown(table_, column, 1) : 0;
-    const auto moveTo = [this, column](int to) {
-        MoveColumn(column, to);
-        if (IsQuoteFile(KindOf(session_.CurrentFile))) KeepChosenColumns();
-    };
-    if (left > 0) actions.moveLeft = [moveTo, left] { moveTo(left); };
-    if (right > 0) actions.moveRight = [moveTo, right] { moveTo(right); };
+    if (left > 0) actions.moveLeft = [this, column, left] { MoveColumn(column, left); };
+    if (right > 0) actions.moveRight = [this, column, right] { MoveColumn(column, right); };
     actions.fit = [this, column] {
         FitColumn(static_cast<std::size_t>(column));
         ApplyWidths();
@@ -74,13 +66,19 @@ void frmQuoteGrid::ToggleColumn(std::size_t column) {
         const int width = KindOf(session_.CurrentFile) == FileKind::Dbe ? kConditionWidth : kFundamentalWidth;
         table_.SetWidth(column, known ? known->width : width);
     }
-    if (IsQuoteFile(KindOf(session_.CurrentFile))) {
+    if (ShowsChosenColumns()) {
         KeepChosenColumns();
         RebuildColumns();
     } else {
         ApplyWidths();
     }
     view_->SetCurrentColumn(static_cast<int>(std::min(current, table_.ColumnCount() - 1)));
+}
+
+// Of quote tables; the columns of results are those of their file.
+bool frmQuoteGrid::ShowsChosenColumns() const {
+    const FileKind kind = KindOf(session_.CurrentFile);
+    return kind == FileKind::Ddq || kind == FileKind::Db;
 }
 
 void frmQuoteGrid::KeepChosenColumns() {

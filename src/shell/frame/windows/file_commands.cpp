@@ -54,6 +54,7 @@ CommandRows FileCommands::Rows() {
 TableHands FileCommands::Table() {
     return {.form = [this] { return form_.data(); },
             .show = [this](std::string_view name) { return ShowFile(name); },
+            .reload = [this] { return ReloadFile(); },
             .nameChanged = [this] { NameChanged(); },
             .close = [this] { CloseTable(); }};
 }
@@ -80,18 +81,18 @@ TableLoad FileCommands::LoadForm() {
     const QSize area = frame_.children.AreaSize();
     window_->resize(std::min(PixelsOf(ScaledWidth(display_, kTableWidth)), area.width()),
                     std::min(PixelsOf(ScaledHeight(display_, kTableHeight)), area.height()));
-    const TableLoad load = Load(*form);
+    const TableLoad load = Load([form] { return form->Load(); });
     frame_.children.SetOperations(*form, Operations());
     return load;
 }
 
 // A large table takes a while, in which the windows live on; the frame is off then, and begins nothing else.
-TableLoad FileCommands::Load(frmQuoteGrid& form) {
+TableLoad FileCommands::Load(const std::function<TableLoad()>& read) {
     std::error_code error;
     const auto bytes = std::filesystem::file_size(frame_.session.DataFile(frame_.session.CurrentFile), error);
-    if (error || bytes < kLargeTableBytes || frame_.person.InRun()) return form.Load();
+    if (error || bytes < kLargeTableBytes || frame_.person.InRun()) return read();
     frame_.person.BeginWork();
-    const TableLoad load = form.Load();
+    const TableLoad load = read();
     frame_.runs.End();
     return load;
 }
@@ -140,6 +141,19 @@ bool FileCommands::ShowFile(std::string_view name) {
     frame_.closeChildren();
     frame_.session.CurrentFile = name;
     return ShowCurrentFile(frame_.session, Windows());
+}
+
+bool FileCommands::ReloadFile() {
+    if (!form_) return false;
+    const TableLoad load = Load([this] { return form_->Reload(); });
+    // Told, and the window of a table that is none any more goes.
+    if (!load.Done()) return ShowFile(std::string(frame_.session.CurrentFile));
+    frame_.session.CurrentTicker = form_->TickerMeant();
+    frame_.person.ShowTickerCount(form_->Table().TickerCount());
+    frame_.showRows(form_->RowsLine());
+    const std::string sentence = TableLoadSentence(load, frame_.session.CurrentFile);
+    if (!sentence.empty()) frame_.person.Say(sentence);
+    return true;
 }
 
 void FileCommands::NameChanged() {

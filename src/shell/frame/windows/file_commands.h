@@ -53,7 +53,8 @@ class FileCommands final {
     void NameChanged();
     void CloseTable();
     ChildOperations Operations();
-    TableLoad Load(frmQuoteGrid& form);
+    TableLoad Load(const std::function<TableLoad()>& read);
+    bool ReloadFile();
     void ConnectForm(frmQuoteGrid& form);
     void CellDoubleClicked(int column);
 

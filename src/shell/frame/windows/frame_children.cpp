@@ -49,6 +49,10 @@ void FrameChildren::Remove(QMdiSubWindow* child) {
     if (filled && !left.isEmpty()) left.constLast()->showMaximized();
 }
 
+bool FrameChildren::HasOneAtMost() const {
+    return area_.subWindowList().size() <= 1;
+}
+
 QSize FrameChildren::AreaSize() const {
     return area_.size();
 }

@@ -29,6 +29,8 @@ class FrameChildren final {
     // The room that children share.
     QSize AreaSize() const;
     QSize ViewSize() const;
+    // Whether there is one child at most.
+    bool HasOneAtMost() const;
     // The form of the child in front, null without one.
     QWidget* FormInFront() const;
 

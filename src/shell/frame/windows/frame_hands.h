@@ -62,6 +62,8 @@ struct TableHands {
     // Closes every child and opens this file of the data folder; false when that failed, which the person has
     // been told.
     std::function<bool(std::string_view name)> show;
+    // Reads the open file again in its own window; the other children stay. False as above.
+    std::function<bool()> reload;
     // The open file goes by Session::CurrentFile from now on.
     std::function<void()> nameChanged;
     std::function<void()> close;

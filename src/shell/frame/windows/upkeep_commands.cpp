@@ -7,6 +7,7 @@
 #include "base/windows/display_text.h"
 #include "base/windows/text_editor.h"
 #include "check/windows/frmCheckDatabase.h"
+#include "shell/frame/windows/frame_children.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/run_control.h"
@@ -181,7 +182,11 @@ void UpkeepCommands::ShowUndone(const std::vector<Path>& files) {
     const std::string name = frame_.session.CurrentFile;
     const Path open = frame_.session.DataFile(name);
     if (name.empty() || std::find(files.begin(), files.end(), open) == files.end()) return;
-    if (IsRegularFile(open)) {
+    // What else was changed may be what another child shows.
+    const bool inPlace = frame_.table.form() && (files.size() == 1 || frame_.children.HasOneAtMost());
+    if (IsRegularFile(open) && inPlace) {
+        frame_.table.reload();
+    } else if (IsRegularFile(open)) {
         frame_.table.show(name);
     } else {
         frame_.table.close();
