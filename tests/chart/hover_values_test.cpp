@@ -66,6 +66,18 @@ TEST_F(HoverTest, SeriesHaveNoValueBeforeTheirFirstBar) {
     EXPECT_NE(Texts(15)[8], "MA 15 -");
 }
 
+TEST_F(HoverTest, TheVolumesLinesHaveTheirValueInAWindowOfOneBar) {
+    FillBars(1);
+    indicators.LRVolume.Set(1, 1000);
+    indicators.VolumeLooseUCL = 30;
+    indicators.VolumeTightUCL = 20;
+    chart.VolumeSeriesList = {"Volume", "Average", "LR", "L. UCL", "T. UCL", "WMA 15"};
+    std::vector<std::string> texts = Texts(1);
+    texts.erase(texts.begin(), texts.end() - 5);
+    EXPECT_EQ(texts, (std::vector<std::string>{"Vol. Average 1,234,567", "Vol. LR 1,000", "Vol. L. UCL 1,030",
+                                               "Vol. T. UCL 1,020", "Vol. WMA 15 -"}));
+}
+
 TEST_F(HoverTest, TheFirstBarHasNoChange) {
     EXPECT_EQ(Texts(1)[5], "Change -");
     SetBar(49, 0, 0, 0, 0);
