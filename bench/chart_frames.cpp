@@ -103,7 +103,10 @@ int main(int argc, char** argv) {
         };
         drag("pan over 279 bars");
         Wheel(*panel, {width / 2, 100}, -20);
-        drag("pan over all bars");
+        // With all bars in sight there is nowhere to go.
+        Wheel(*panel, {width / 2, 100}, 1);
+        drag("pan over four fifths of all bars");
+        Wheel(*panel, {width / 2, 100}, -20);
         Measure("zoom beyond the own window", [&](int i) {
             Wheel(*panel, {width / 2, 100}, i % 8 < 4 ? 1 : -1);
         });

@@ -1,6 +1,7 @@
 #include "chart/chart_view.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 
@@ -10,17 +11,23 @@ namespace brantlow {
 
 namespace {
 
-std::vector<DrawnItem> FrameOf(Panel panel) {
-    PanelDrawing drawing;
-    const ValueAxis axis;
-    DrawFrame(panel, PanelPen(drawing, axis));
-    return drawing.items;
+using Items = std::vector<DrawnItem>;
+
+// The same at every scale, and drawn anew with every step of a drag.
+const Items& FrameOf(Panel panel) {
+    static const auto kFrames = [] {
+        std::array<PanelDrawing, kPanels.size()> drawings;
+        const ValueAxis axis;
+        for (const Panel of : {Panel::Price, Panel::Study, Panel::Volume})
+            DrawFrame(of, PanelPen(drawings[static_cast<std::size_t>(of)], axis));
+        return drawings;
+    }();
+    return kFrames[static_cast<std::size_t>(panel)].items;
 }
 
-// The items but for the frame, which the volume panel draws before each of its series.
-std::vector<DrawnItem> WithoutFrame(std::span<const DrawnItem> items, std::span<const DrawnItem> frame) {
-    std::vector<DrawnItem> left;
-    left.reserve(items.size());
+// Hands the items to `take` but for the frame, which the volume panel draws before each of its series.
+template <typename Take>
+void WithoutFrame(std::span<const DrawnItem> items, const Items& frame, const Take& take) {
     for (std::size_t i = 0; i < items.size();) {
         const bool isFrame =
             items.size() - i >= frame.size() &&
@@ -28,14 +35,13 @@ std::vector<DrawnItem> WithoutFrame(std::span<const DrawnItem> items, std::span<
         if (isFrame) {
             i += frame.size();
         } else {
-            left.push_back(items[i++]);
+            take(items[i++]);
         }
     }
-    return left;
 }
 
 // A line with x of the panel and y of the list, cut at the two axes; nothing where it lies beyond one.
-std::optional<DrawnLine> Across(const DrawnLine& line, const ChartView& view) {
+std::optional<DrawnLine> Across(const DrawnLine& line, ChartView view) {
     ChartPoint from{view.FromList(double{line.x1}), double{line.y1}};
     ChartPoint to{view.FromList(double{line.x2}), double{line.y2}};
     // What only touches an axis belongs to the bar beyond it.
@@ -89,19 +95,11 @@ bool IsCursor(const DrawnLine& line, const PanelForm& form) {
            double{line.y2} == form.bottomY + kAxisOverrun;
 }
 
-// What is seen, with the scale across that of the view and the other one still the list's.
-std::vector<DrawnItem> SeenOf(std::span<const DrawnItem> items, const ChartView& view) {
-    std::vector<DrawnItem> seen;
-    for (const DrawnItem& item : items) {
-        if (const auto* line = std::get_if<DrawnLine>(&item)) {
-            if (const std::optional<DrawnLine> cut = Across(*line, view)) seen.emplace_back(*cut);
-            continue;
-        }
-        DrawnCircle circle = std::get<DrawnCircle>(item);
-        if (double{circle.x} != kAlarmX) circle.x = static_cast<float>(view.FromList(double{circle.x}));
-        if (double{circle.x} >= kPanelLeft && double{circle.x} <= kPanelRight) seen.emplace_back(circle);
-    }
-    return seen;
+// A circle with x of the panel; nothing where it lies beyond an axis.
+std::optional<DrawnCircle> Across(DrawnCircle circle, const ChartView& view) {
+    if (double{circle.x} != kAlarmX) circle.x = static_cast<float>(view.FromList(double{circle.x}));
+    if (double{circle.x} < kPanelLeft || double{circle.x} > kPanelRight) return std::nullopt;
+    return circle;
 }
 
 void StretchItem(DrawnItem& item, const Stretch& stretch, const PanelForm& form) {
@@ -129,16 +127,25 @@ std::size_t ChartView::BarAt(double x, std::size_t barCount) const {
 ViewedPanel ViewOf(std::span<const DrawnItem> items, Panel panel, const ValueAxis& axis,
                    const ChartView& view) {
     const PanelForm& form = FormOf(panel);
-    ViewedPanel viewed{FrameOf(panel), axis};
-    std::vector<DrawnItem> seen = SeenOf(WithoutFrame(items, viewed.items), view);
+    const Items& frame = FrameOf(panel);
+    ViewedPanel viewed{{}, axis};
+    viewed.items.reserve(frame.size() + items.size());
+    viewed.items.assign(frame.begin(), frame.end());
     SeenHeight height(form);
-    for (const DrawnItem& item : seen) {
-        const auto* line = std::get_if<DrawnLine>(&item);
-        if (line != nullptr && !IsCursor(*line, form)) height.Take(*line);
-    }
+    // What is seen has the scale across that of the view; the other one is still the list's.
+    WithoutFrame(items, frame, [&](const DrawnItem& item) {
+        if (const auto* circle = std::get_if<DrawnCircle>(&item)) {
+            if (const auto seen = Across(*circle, view)) viewed.items.emplace_back(*seen);
+            return;
+        }
+        const std::optional<DrawnLine> seen = Across(std::get<DrawnLine>(item), view);
+        if (!seen) return;
+        if (!IsCursor(*seen, form)) height.Take(*seen);
+        viewed.items.emplace_back(*seen);
+    });
     const Stretch stretch = height.Stretched();
-    for (DrawnItem& item : seen) StretchItem(item, stretch, form);
-    viewed.items.insert(viewed.items.end(), seen.begin(), seen.end());
+    std::for_each(viewed.items.begin() + static_cast<std::ptrdiff_t>(frame.size()), viewed.items.end(),
+                  [&](DrawnItem& item) { StretchItem(item, stretch, form); });
     viewed.axis.top = axis.ValueAt(stretch.from);
     viewed.axis.scale = axis.scale * stretch.scale;
     return viewed;

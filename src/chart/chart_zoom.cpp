@@ -95,9 +95,12 @@ void ChartZoom::ZoomAbout(double x, double factor) {
     Show(span);
 }
 
-void ChartZoom::PanBy(std::ptrdiff_t bars) {
+bool ChartZoom::PanBy(std::ptrdiff_t bars) {
     const auto back = static_cast<std::ptrdiff_t>(span_.back) + bars;
-    Show({static_cast<std::size_t>(std::max<std::ptrdiff_t>(back, 0)), span_.count});
+    const ChartSpan span = Within({static_cast<std::size_t>(std::max<std::ptrdiff_t>(back, 0)), span_.count});
+    if (span == span_) return false;
+    Show(span);
+    return true;
 }
 
 void ChartZoom::PanToOldest() {
@@ -211,16 +214,19 @@ void ChartZoom::ShowWhole() {
     view_ = {};
 }
 
-void ChartZoom::Show(ChartSpan span) {
+ChartSpan ChartZoom::Within(ChartSpan span) {
     span.count = std::max(span.count, kClosestView);
-    const bool isNear = span.back + span.count <= OwnBars();
-    if (!isNear) {
-        const std::size_t all = AllBars();
-        span.count = std::clamp(span.count, kClosestView, std::max(all, kWholeView));
-        if (span.count >= all && all <= kWholeView) return ShowWhole();
-        span.count = std::min(span.count, std::max(all, kClosestView));
-        span.back = std::min(span.back, all - std::min(all, span.count));
-    }
+    if (span.back + span.count <= OwnBars()) return span;
+    const std::size_t all = AllBars();
+    span.count = std::clamp(span.count, kClosestView, std::max(all, kWholeView));
+    if (span.count >= all && all <= kWholeView) return {};
+    span.count = std::min(span.count, std::max(all, kClosestView));
+    span.back = std::min(span.back, all - std::min(all, span.count));
+    return span;
+}
+
+void ChartZoom::Show(ChartSpan wanted) {
+    const ChartSpan span = Within(wanted);
     if (span == ChartSpan{}) return ShowWhole();
     span_ = span;
     isWide_ = span.back + span.count > OwnBars();

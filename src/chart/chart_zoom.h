@@ -41,8 +41,8 @@ class ChartZoom {
 
     // Zooms by `factor`, above 1 to more bars, about the bar at `x` twips of the panel.
     void ZoomAbout(double x, double factor);
-    // Moves the stretch by so many bars, to older ones above 0.
-    void PanBy(std::ptrdiff_t bars);
+    // Moves the stretch by so many bars, to older ones above 0. False where there are no bars to go to.
+    bool PanBy(std::ptrdiff_t bars);
     // To the oldest bar and to the newest.
     void PanToOldest();
     void PanToNewest();
@@ -104,6 +104,8 @@ class ChartZoom {
     std::size_t NewerThanLists() const;
     // Bars of the history that are older than the first one of the lists; 0 where it cannot be read.
     std::size_t OlderThanLists();
+    // What of `span` there is.
+    ChartSpan Within(ChartSpan span);
     void Show(ChartSpan span);
     void ShowWhole();
     // Fills the stretch's session with the bars up to `newest` of the history and paints it.

@@ -33,6 +33,11 @@ ChartPoint WithinReach(ChartPoint point) {
     return {WithinReach(point.x), WithinReach(point.y)};
 }
 
+// As nearly all are.
+bool IsWithinReach(ChartPoint point) {
+    return std::abs(point.x) <= kFarthestTwip && std::abs(point.y) <= kFarthestTwip;
+}
+
 // Moves `end` along the line to `other` until its `main` coordinate is within reach. Where no point of the
 // line is, it stays.
 void CutEnd(ChartPoint& end, ChartPoint other, double ChartPoint::*main, double ChartPoint::*side) {
@@ -89,12 +94,14 @@ struct ItemHash {
 }  // namespace
 
 DrawnLine LineBetween(ChartPoint from, ChartPoint to, Rgb colour) {
-    from = Finite(from);
-    to = Finite(to);
-    CutEnd(from, to);
-    CutEnd(to, from);
-    from = WithinReach(from);
-    to = WithinReach(to);
+    if (!IsWithinReach(from) || !IsWithinReach(to)) {
+        from = Finite(from);
+        to = Finite(to);
+        CutEnd(from, to);
+        CutEnd(to, from);
+        from = WithinReach(from);
+        to = WithinReach(to);
+    }
     return {static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(to.x),
             static_cast<float>(to.y), colour};
 }

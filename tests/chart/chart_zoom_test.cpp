@@ -141,6 +141,39 @@ TEST_F(ZoomTest, PansToOlderBarsAndBack) {
     EXPECT_EQ(FirstShown(), 1);
 }
 
+TEST_F(ZoomTest, APanTellsWhetherThereWereBarsToGoTo) {
+    Start(1000);
+    EXPECT_FALSE(zoom.PanBy(-5)) << "newer than the newest";
+    EXPECT_TRUE(zoom.PanBy(5));
+    EXPECT_TRUE(zoom.PanBy(-8)) << "as far as there are bars";
+    EXPECT_TRUE(zoom.View().IsWhole());
+    zoom.PanToOldest();
+    const std::vector<DrawnItem> drawn = zoom.Shown().chart.Picture(Panel::Price).items;
+    EXPECT_FALSE(zoom.PanBy(1));
+    EXPECT_EQ(FirstShown(), 1);
+    EXPECT_EQ(zoom.Shown().chart.Picture(Panel::Price).items, drawn);
+    for (int step = 0; step < 60; ++step) zoom.ZoomAbout(kMiddle, 1.25);
+    EXPECT_FALSE(zoom.PanBy(50)) << "all bars are in sight";
+    EXPECT_FALSE(zoom.PanBy(-50));
+}
+
+// The stretch stays, but not what was computed of it.
+TEST_F(ZoomTest, AStretchThatStaysIsComputedAnewAfterALoad) {
+    Start(1000);
+    zoom.PanToOldest();
+    ASSERT_EQ(LastShown(), 279);
+    std::string rows = DayRow(0);
+    for (std::size_t i = 1; i <= 1000; ++i) rows += DayRow(i + 5000);
+    Write("Quotes/EOD/ABC.24", rows);
+    ASSERT_FALSE(ReloadChart(context, Signals::Compute));
+    PaintAllPanels(context);
+    const ChartSpan before = zoom.Span();
+    zoom.Reloaded();
+    EXPECT_EQ(zoom.Span(), before);
+    EXPECT_EQ(FirstShown(), 5001);
+    EXPECT_EQ(LastShown(), 5279);
+}
+
 TEST_F(ZoomTest, AFewOldBarsHaveTheStudiesOfTheBarsBeforeThem) {
     Start(1000);
     for (int step = 0; step < 40; ++step) zoom.ZoomAbout(kMiddle, 0.8);

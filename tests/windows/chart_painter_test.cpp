@@ -3,6 +3,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <random>
 #include <vector>
 
 #include "window_test.h"
@@ -22,6 +23,42 @@ QImage Painted(const std::vector<DrawnItem>& items, double ratio = 1) {
     image.fill(Qt::white);
     QPainter painter(&image);
     PaintItems(painter, items, size);
+    return image;
+}
+
+// Lines of all directions and lengths, many along an axis, dashes and rings, one over the other and beyond
+// every edge of 40 x 20 logical pixels.
+std::vector<DrawnItem> Thicket() {
+    std::mt19937 dice(7);
+    const auto up = [&dice](unsigned to) { return static_cast<float>(dice() % to); };
+    std::vector<DrawnItem> items;
+    for (int i = 0; i < 400; ++i) {
+        const Rgb colour = i % 5 == 0 ? kGreen : Rgb{static_cast<unsigned char>(dice() % 256), 20, 90};
+        const float x = up(900) - 150;
+        const float y = up(600) - 150;
+        const float along = up(300);
+        if (i % 40 == 0) items.emplace_back(DrawnCircle{x, y, 25, colour});
+        if (i % 4 == 0) items.emplace_back(DrawnLine{x, y, x, y + along, colour});
+        if (i % 4 == 1) items.emplace_back(DrawnLine{x + along, y, x, y, colour});
+        if (i % 4 == 2) items.emplace_back(DrawnLine{x, y, x + up(90) - 45, y + up(90) - 45, colour});
+        if (i % 4 == 3) items.emplace_back(DrawnLine{x, y, x + 10, y, colour});
+    }
+    return items;
+}
+
+// A painter that clips is asked for every line; the pixels of another one are written straight.
+enum class Way { Pixels, Painter };
+
+QImage Grown(const std::vector<DrawnItem>& items, double ratio, const PaintStyle& style, Way way,
+             QPointF origin = {}) {
+    const QSize size(40, 20);
+    QImage image(size * ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    if (way == Way::Painter) painter.setClipRect(QRect(QPoint(), size));
+    painter.translate(origin);
+    PaintItems(painter, items, size, style);
     return image;
 }
 
@@ -134,6 +171,70 @@ class ChartPainterTest : public QObject {
     }
 
     void aCircleFarAwayIsNotDrawn() { QCOMPARE(Covered(Painted({DrawnCircle{-1e7F, 1e7F, 40, kGreen}})), 0); }
+
+    void pixelsWrittenStraightAreThoseOfThePainter_data() {
+        QTest::addColumn<double>("ratio");
+        QTest::addColumn<bool>("isWide");
+        for (const double ratio : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+            for (const bool isWide : {false, true})
+                QTest::addRow("%g%s", ratio, isWide ? " wide" : "") << ratio << isWide;
+        }
+    }
+    void pixelsWrittenStraightAreThoseOfThePainter() {
+        QFETCH(double, ratio);
+        QFETCH(bool, isWide);
+        const std::vector<DrawnItem> items = Thicket();
+        for (const PaintScale scale : {PaintScale{1, 1}, PaintScale{1.37, 0.83}}) {
+            const PaintStyle style{.scale = scale, .wide = isWide};
+            const QImage straight = Grown(items, ratio, style, Way::Pixels);
+            QVERIFY(Covered(straight) > 200);
+            QCOMPARE(straight, Grown(items, ratio, style, Way::Painter));
+        }
+    }
+
+    // Also where the area does not begin at the corner of the picture, or between two of its pixels.
+    void anAreaFurtherOnKeepsToItsEdges() {
+        const std::vector<DrawnItem> items = Thicket();
+        for (const QPointF origin : {QPointF(7, 5), QPointF(-6, -9), QPointF(7.5, 5.25)}) {
+            const QImage straight = Grown(items, 1, {}, Way::Pixels, origin);
+            QVERIFY(Covered(straight) > 50);
+            QCOMPARE(straight, Grown(items, 1, {}, Way::Painter, origin));
+        }
+    }
+
+    // What writing pixels cannot do: mixing, turning, smoothing, pictures of other forms.
+    void whatAPainterDoesToItsLinesIsDone() {
+        const std::vector<DrawnItem> line = {DrawnLine{30, 45, 150, 45, kRed}};
+        QImage mixed(40, 20, QImage::Format_RGB32);
+        mixed.fill(Qt::white);
+        {
+            QPainter painter(&mixed);
+            painter.setOpacity(0.5);
+            PaintItems(painter, line, QSizeF(40, 20));
+        }
+        const int green = mixed.pixelColor(5, 3).green();
+        QVERIFY2(green > 100 && green < 155, qPrintable(QString::number(green)));
+
+        QImage turned(20, 40, QImage::Format_RGB32);
+        turned.fill(Qt::white);
+        {
+            QPainter painter(&turned);
+            painter.translate(20, 0);
+            painter.rotate(90);
+            PaintItems(painter, line, QSizeF(40, 20));
+        }
+        QVERIFY(Is(turned, 16, 5, kRed) || Is(turned, 17, 5, kRed));
+        QVERIFY(!Is(turned, 5, 3, kRed));
+
+        QImage small(40, 20, QImage::Format_RGB16);
+        small.fill(Qt::white);
+        {
+            QPainter painter(&small);
+            PaintItems(painter, line, QSizeF(40, 20));
+        }
+        QCOMPARE(Covered(small), 9);
+        QVERIFY(small.pixelColor(5, 3).red() > 190 && small.pixelColor(5, 3).green() < 10);
+    }
 
     void thePaintersStateIsWhatItWas() {
         QImage image(40, 20, QImage::Format_RGB32);

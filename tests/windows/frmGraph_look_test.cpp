@@ -131,6 +131,44 @@ class FrmGraphLookTest : public QObject {
         QCOMPARE(changed.size(), 1);
     }
 
+    // The widths of the names are kept from bar to bar; a line that was made anew knows of none.
+    void theValuesStandAsInALineThatIsMadeAnew() {
+        const ChartPalette& palette = PaletteOf(ChartColours::Standard);
+        const auto valued = [](const char* name, const char* text) {
+            return std::vector<HoverValue>(6, HoverValue{name, text, {}});
+        };
+        const auto anew = [&](const std::vector<HoverValue>& shown, QFont font, QSize size) {
+            ValuesLine fresh;
+            fresh.setFont(font);
+            fresh.ShowValues(shown, palette, {});
+            fresh.resize(size);
+            return fresh.grab().toImage();
+        };
+        ValuesLine values;
+        values.resize(700, 60);
+        values.ShowValues(valued("MA 30", "1.00"), palette, {});
+        const auto looksAnew = [&](const std::vector<HoverValue>& shown) {
+            return values.grab().toImage() == anew(shown, values.font(), values.size());
+        };
+        const auto other = valued("MA 30", "99999.00");
+        values.ShowValues(other, palette, {});
+        QVERIFY2(looksAnew(other), "other values");
+        const auto named = valued("MLR 120 L.CL", "99999.00");
+        values.ShowValues(named, palette, {});
+        QVERIFY2(looksAnew(named), "names that are longer");
+        values.resize(380, values.height());
+        QVERIFY2(looksAnew(named), "a narrower line");
+        QFont large = values.font();
+        large.setPointSizeF(2 * large.pointSizeF());
+        values.setFont(large);
+        QVERIFY2(looksAnew(named), "larger letters");
+        const auto fewer = std::vector<HoverValue>(2, HoverValue{"MLR 120 L.CL", "5", {}});
+        values.ShowValues(fewer, palette, {});
+        QVERIFY2(looksAnew(fewer), "fewer values");
+        values.ShowValues({}, palette, {});
+        QVERIFY2(looksAnew({}), "none");
+    }
+
     void everyValueHasRoomInANarrowWindow() {
         for (const int width : {480, 640, 1000}) {
             FittingChart program({width, 700});

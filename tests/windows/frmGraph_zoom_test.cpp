@@ -6,6 +6,7 @@
 #include <QPointingDevice>
 #include <QStatusBar>
 #include <QWheelEvent>
+#include <functional>
 
 #include "chart/windows/panel_stack.h"
 #include "chart/windows/values_line.h"
@@ -70,6 +71,11 @@ class LongChart : public FittingChart {
             QCoreApplication::sendEvent(panel, &move);
         }
         QTest::mouseRelease(panel, Qt::LeftButton, {}, start + QPoint(pixels, 0));
+    }
+    // The pointer goes, and the crosshair with it.
+    void Leave() {
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(PanelNamed("Picture1"), &leave);
     }
     void Key(Qt::Key key) { QTest::keyClick(Graph(), key); }
 };
@@ -169,6 +175,62 @@ class FrmGraphZoomTest : public QObject {
         QCOMPARE(program.Label("Label68"), QString());
         program.DragPanel(-300);
         QCOMPARE(program.Label("Label60"), first);
+    }
+
+    // What a panel was painted on serves the next picture too.
+    void nothingOfThePictureBeforeIsLeft() {
+        LongChart program;
+        const auto pictures = [&] {
+            QCoreApplication::processEvents();
+            return QList<QImage>{program.Picture("Picture1"), program.Picture("Picture2"),
+                                 program.Picture("Picture3")};
+        };
+        const QList<QImage> whole = pictures();
+        const auto away = {
+            std::function<void()>([&] { program.DragPanel(200); }),
+            std::function<void()>([&] { program.Key(Qt::Key_Minus); }),
+            std::function<void()>([&] { program.Choose("mnuViewChartDark"); }),
+            std::function<void()>([&] {
+                program.SetFrame({1399, 949});
+            }),
+            std::function<void()>([&] { program.Choose("mnuViewChartWideLines"); }),
+        };
+        QList<QList<QImage>> seen = {whole};
+        for (const auto& step : away) {
+            step();
+            QVERIFY2(!seen.contains(pictures()), qPrintable(QString::number(seen.size())));
+            seen << pictures();
+        }
+        program.Choose("mnuViewChartWideLines");
+        QCOMPARE(pictures(), seen.at(4));
+        program.SetFrame({1400, 950});
+        QCOMPARE(pictures(), seen.at(3));
+        program.Choose("mnuViewChartDesktop");
+        QCOMPARE(pictures(), seen.at(2));
+        program.Key(Qt::Key_0);
+        QCOMPARE(pictures(), whole);
+    }
+
+    void aDragAtTheEndOfTheHistoryLeavesThePictureAlone() {
+        LongChart program;
+        const auto draggedPicture = [&](int pixels) {
+            program.DragPanel(pixels);
+            program.Leave();
+            return program.Picture("Picture1");
+        };
+        for (int i = 0; i < 12; ++i) program.Key(Qt::Key_Minus);
+        const QImage all = program.Picture("Picture1");
+        const QString values = ValuesText(program);
+        QCOMPARE(draggedPicture(200), all);
+        QCOMPARE(ValuesText(program), values);
+        program.Key(Qt::Key_Plus);
+        program.Key(Qt::Key_Home);
+        const QImage oldest = program.Picture("Picture1");
+        QCOMPARE(draggedPicture(200), oldest);
+        // Back, where these bars look alike, but for their days.
+        const QString first = program.Label("Label60");
+        draggedPicture(-200);
+        QVERIFY(program.Label("Label60") != first);
     }
 
     void keysZoomPanAndReset() {

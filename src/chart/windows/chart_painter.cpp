@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "chart/windows/image_pixels.h"
 #include "shell/display.h"
 
 namespace brantlow {
@@ -24,6 +25,7 @@ struct Span {
 
 // Narrows `span`, a part of a line, to where start + part * run lies within 0 and `end`. False when nowhere.
 bool Narrow(Span& span, double start, double run, double end) {
+    if (std::min(start, start + run) >= 0 && std::max(start, start + run) <= end) return true;
     if (run == 0) return start >= 0 && start <= end;
     const auto [enter, leave] = std::minmax({-start / run, (end - start) / run});
     span.from = std::max(span.from, enter);
@@ -42,7 +44,8 @@ class DevicePainter {
           onePixel_(std::max(1, static_cast<int>(std::lround(painter.device()->devicePixelRatioF())))),
           penWidth_(onePixel_),
           width_(size.width() * kTwipsPerPixel / style.scale.across),
-          height_(size.height() * kTwipsPerPixel / style.scale.down) {
+          height_(size.height() * kTwipsPerPixel / style.scale.down),
+          pixels_(ImagePixels::Of(painter, size)) {
         const double pixel = 1 / painter.device()->devicePixelRatioF();
         painter_.save();
         painter_.setClipRect(QRectF(QPointF(), size), Qt::IntersectClip);
@@ -110,16 +113,22 @@ class DevicePainter {
         const double halfPixel = 0.5 / across_;
         const QPoint start = Device({double{line.x1} + halfPixel, double{line.y1}});
         const QPoint end = Device({double{line.x2} + halfPixel, double{line.y2}});
-        if (start.x() < end.x()) bars_.emplace_back(start, QSize(end.x() - start.x(), penWidth_));
+        if (start.x() < end.x()) AddBar({start, QSize(end.x() - start.x(), penWidth_)});
     }
 
-    // A pen of one pixel is fast by itself; a wider one is not, and most lines run along an axis.
+    // Most lines run along an axis. A painter draws those one pixel wide faster as lines.
     void AddLine(const QLine& line) {
-        if (penWidth_ == 1) return lines_.push_back(line);
-        if (line.dx() != 0 && line.dy() != 0)
+        if ((line.dx() != 0 && line.dy() != 0) || (penWidth_ == 1 && !pixels_))
             return lines_.push_back(line.translated(penWidth_ / 2, penWidth_ / 2));
-        bars_.emplace_back(std::min(line.x1(), line.x2()), std::min(line.y1(), line.y2()),
-                           std::abs(line.dx()) + penWidth_, std::abs(line.dy()) + penWidth_);
+        AddBar({std::min(line.x1(), line.x2()), std::min(line.y1(), line.y2()),
+                std::abs(line.dx()) + penWidth_, std::abs(line.dy()) + penWidth_});
+    }
+
+    void AddBar(const QRect& bar) {
+        if (pixels_)
+            pixels_->Fill(bar, ColourOf(colour_).rgb());
+        else
+            bars_.push_back(bar);
     }
 
     void SetPen(Rgb colour) {
@@ -151,8 +160,11 @@ class DevicePainter {
     bool hasColour_ = false;
     Rgb listed_;
     Rgb colour_;
+    // What waits for the painter. A bar does not where the pixels are at hand; those of one colour may
+    // overtake its lines.
     std::vector<QLine> lines_;
     std::vector<QRect> bars_;
+    std::optional<ImagePixels> pixels_;
 };
 
 }  // namespace

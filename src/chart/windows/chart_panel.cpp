@@ -57,7 +57,7 @@ double ChartPanel::TwipsDown(double pixels) const {
 }
 
 void ChartPanel::Redraw() {
-    picture_ = {};
+    isStale_ = true;
     update();
 }
 
@@ -70,16 +70,19 @@ void ChartPanel::ShowCrosshair(std::optional<double> x, std::optional<double> y)
 
 void ChartPanel::paintEvent(QPaintEvent*) {
     // A scale of the screen that is no whole number rounds, so only whole pixels can be compared.
-    if (picture_.size() != size() * devicePixelRatio() || picture_.devicePixelRatio() != devicePixelRatio()) {
-        Render();
+    const QSize pixels = size() * devicePixelRatio();
+    if (picture_.size() != pixels) {
+        picture_ = QImage(pixels, QImage::Format_RGB32);
+        isStale_ = true;
     }
+    if (isStale_ || picture_.devicePixelRatio() != devicePixelRatio()) Render();
     QPainter painter(this);
-    painter.drawPixmap(0, 0, picture_);
+    painter.drawImage(0, 0, picture_);
     PaintCrosshair(painter);
 }
 
 void ChartPanel::Render() {
-    picture_ = QPixmap(size() * devicePixelRatio());
+    isStale_ = false;
     picture_.setDevicePixelRatio(devicePixelRatio());
     picture_.fill(ColourOf(scene_.Palette().ground));
     QPainter painter(&picture_);

@@ -5,7 +5,7 @@
 // What is under the crosshair is painted once and kept until it changes, so that the crosshair moves at once.
 #pragma once
 
-#include <QPixmap>
+#include <QImage>
 #include <QWidget>
 #include <functional>
 #include <optional>
@@ -85,8 +85,9 @@ class ChartPanel final : public QWidget {
 
     Panel panel_;
     const ChartScene& scene_;
-    // Null when it is to be painted anew.
-    QPixmap picture_;
+    // All but the crosshair. What it was painted on serves the next one too.
+    QImage picture_;
+    bool isStale_ = true;
     std::optional<double> crosshairX_;
     std::optional<double> crosshairY_;
     // Where the drag has come to in pixels, nothing while no button is held; it begins a few pixels on.

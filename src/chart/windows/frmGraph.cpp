@@ -318,13 +318,12 @@ void frmGraph::Drag(double twips) {
     const auto bars = static_cast<std::ptrdiff_t>(dragged_);
     if (bars == 0) return;
     dragged_ -= static_cast<double>(bars);
-    scene_.Zoom().PanBy(bars);
-    ShowView();
+    if (scene_.Zoom().PanBy(bars)) ShowView();
 }
 
 // Another stretch has other bars under the crosshair.
 void frmGraph::ShowView() {
-    ShowCrosshair(0);
+    PlaceCrosshair(0);
     Refresh();
 }
 
@@ -381,6 +380,11 @@ void frmGraph::ShowValues() {
 
 void frmGraph::ShowCrosshair(std::size_t bar, std::optional<Panel> over, double y) {
     const bool isOther = bar != crosshair_;
+    PlaceCrosshair(bar, over, y);
+    if (isOther) ShowValues();
+}
+
+void frmGraph::PlaceCrosshair(std::size_t bar, std::optional<Panel> over, double y) {
     crosshair_ = bar;
     const std::optional<double> x =
         bar > 0 ? std::optional(scene_.View().X(static_cast<double>(bar))) : std::nullopt;
@@ -388,7 +392,6 @@ void frmGraph::ShowCrosshair(std::size_t bar, std::optional<Panel> over, double 
         const auto panel = static_cast<Panel>(i);
         panels_->PanelAt(panel).ShowCrosshair(x, over == panel ? std::optional(y) : std::nullopt);
     }
-    if (isOther) ShowValues();
 }
 
 // From the newest bar where there is no crosshair yet.

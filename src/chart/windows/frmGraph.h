@@ -151,6 +151,8 @@ class frmGraph final : public QWidget {
     void ShowValues();
     // The crosshair at this bar, 0 for none; `y` twips of `over` where the pointer is there.
     void ShowCrosshair(std::size_t bar, std::optional<Panel> over = {}, double y = 0);
+    // The same, and the line of values stays what it is.
+    void PlaceCrosshair(std::size_t bar, std::optional<Panel> over = {}, double y = 0);
     void MoveCrosshair(int bars);
     void ShowReadOut();
     // All of `text`, in a smaller font where the label is too narrow for it.

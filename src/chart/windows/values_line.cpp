@@ -1,5 +1,6 @@
 #include "chart/windows/values_line.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <algorithm>
 #include <utility>
@@ -56,25 +57,28 @@ QString ValuesLine::Text() const {
     return words.join(QStringLiteral("  "));
 }
 
-template <typename Place>
-int ValuesLine::WalkPairs(const Place& place) const {
+// Measured here once, and not again by every paint.
+void ValuesLine::Place() {
     const QFontMetrics names = fontMetrics();
     const QFontMetrics values(Bold(font()));
     const int gap = names.horizontalAdvance(QString::fromLatin1(kGap));
     const int blank = names.horizontalAdvance(u' ');
-    int x = kMargin;
-    int lines = 1;
-    for (const Pair& pair : pairs_) {
-        const int name = names.horizontalAdvance(pair.name);
-        const int value = pair.value.isEmpty() ? 0 : blank + values.horizontalAdvance(pair.value);
-        if (x > kMargin && x + name + value > width() - kMargin) {
-            x = kMargin;
-            ++lines;
-        }
-        place(pair, QPoint(x, kMargin + names.ascent() + (lines - 1) * names.lineSpacing()), name + blank);
-        x += name + value + gap;
+    QPoint at(kMargin, kMargin + names.ascent());
+    for (std::size_t i = 0; i < pairs_.size(); ++i) {
+        Pair& pair = pairs_[i];
+        if (i == nameWidths_.size()) nameWidths_.push_back(names.horizontalAdvance(pair.name));
+        pair.nameWidth = nameWidths_[i] + blank;
+        pair.valueWidth = pair.value.isEmpty() ? 0 : values.horizontalAdvance(pair.value);
+        const int width = nameWidths_[i] + (pair.value.isEmpty() ? 0 : blank + pair.valueWidth);
+        if (at.x() > kMargin && at.x() + width > this->width() - kMargin)
+            at = QPoint(kMargin, at.y() + names.lineSpacing());
+        pair.at = at;
+        at.rx() += width + gap;
     }
-    return lines;
+}
+
+int ValuesLine::Lines() const {
+    return pairs_.empty() ? 1 : (pairs_.back().at.y() - kMargin) / fontMetrics().lineSpacing() + 1;
 }
 
 // By the number of values and not by their digits, so that the panels below keep their place from bar to bar;
@@ -86,8 +90,12 @@ void ValuesLine::TakeRoom() {
     const auto usual = std::clamp(static_cast<int>((all + room - 1) / room), kFewestLines, kMostLines);
     QString names = QString::number(width());
     for (const Pair& pair : pairs_) names += u'|' + pair.name;
-    if (std::exchange(names_, names) != names) lines_ = 0;
-    if (isLaidOut_) lines_ = std::max(lines_, WalkPairs([](const Pair&, QPoint, int) {}));
+    if (std::exchange(names_, names) != names) {
+        lines_ = 0;
+        nameWidths_.clear();
+    }
+    Place();
+    if (isLaidOut_) lines_ = std::max(lines_, Lines());
     const int height = std::max(usual, lines_) * fontMetrics().lineSpacing() + 2 * kMargin;
     if (height == minimumHeight()) return;
     setFixedHeight(height);
@@ -100,18 +108,25 @@ void ValuesLine::resizeEvent(QResizeEvent* event) {
     TakeRoom();
 }
 
+void ValuesLine::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::FontChange) return;
+    names_.clear();
+    TakeRoom();
+}
+
 void ValuesLine::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), ground_);
     const QFont bold = Bold(font());
-    WalkPairs([&](const Pair& pair, QPoint at, int toValue) {
+    for (const Pair& pair : pairs_) {
         painter.setFont(font());
         painter.setPen(pair.nameColour);
-        painter.drawText(at, pair.name);
+        painter.drawText(pair.at, pair.name);
         painter.setFont(bold);
         painter.setPen(pair.valueColour);
-        painter.drawText(at + QPoint(toValue, 0), pair.value);
-    });
+        painter.drawText(pair.at + QPoint(pair.nameWidth, 0), pair.value);
+    }
 }
 
 }  // namespace brantlow

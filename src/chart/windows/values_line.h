@@ -28,6 +28,7 @@ class ValuesLine final : public QWidget {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
@@ -37,18 +38,24 @@ class ValuesLine final : public QWidget {
         QString value;
         QColor nameColour;
         QColor valueColour;
+        // Of the name's base line, and how wide name and value are, as Place left them.
+        QPoint at = {};
+        int nameWidth = 0;
+        int valueWidth = 0;
     };
     void TakeRoom();
-    // Hands each pair with the base line of its name and the way from there to its value to `place`, in as
-    // many lines as it gives.
-    template <typename Place>
-    int WalkPairs(const Place& place) const;
+    // Gives the pairs their places in this width and this font.
+    void Place();
+    // The lines that the pairs take there.
+    int Lines() const;
 
     std::vector<Pair> pairs_;
     QColor ground_;
     // The most lines that were needed since width and names are these.
     int lines_ = 0;
     QString names_;
+    // Widths of the names in `names_`: these do not change from bar to bar.
+    std::vector<int> nameWidths_;
     // Before that the width is no measure.
     bool isLaidOut_ = false;
 };
