@@ -46,23 +46,31 @@ QString MeaningOf(std::size_t slot, const SlotRow& row, const std::string& text)
 
 }  // namespace
 
-SlotGrid::SlotGrid(Slots& slotsOfPanel) : slots_(slotsOfPanel), meaning_(new QLabel(Introduction())) {
+SlotGrid::SlotGrid(Slots& slotsOfPanel)
+    : slots_(slotsOfPanel),
+      area_(new QScrollArea),
+      grid_(new QGridLayout),
+      meaning_(new QLabel(Introduction())) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
-    auto* area = new QScrollArea;
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
-    QWidget* rows = BuildRows();
-    area->setWidget(rows);
+    area_->setWidgetResizable(true);
+    area_->setFocusPolicy(Qt::NoFocus);
+    auto* rows = new QWidget;
+    rows->setLayout(grid_);
+    BuildCells();
+    PlaceCells(Rows::OfOne);
+    const int widthOfOne = rows->minimumSizeHint().width();
+    PlaceCells(Rows::OfTwo);
+    widthOfTwo_ = rows->minimumSizeHint().width();
+    area_->setWidget(rows);
     // All of the tab's own colour.
-    area->viewport()->setAutoFillBackground(false);
+    area_->viewport()->setAutoFillBackground(false);
     rows->setAutoFillBackground(false);
     // All of a row is seen, but where large letters on a small screen leave no room for the names beside it.
-    const int whole = rows->minimumSizeHint().width() + 2 * area->frameWidth() +
-                      style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    area->setMinimumWidth(
-        std::min(whole, static_cast<int>(screen()->availableSize().width() * kLargestShare)));
-    layout->addWidget(area);
+    const auto largest = static_cast<int>(screen()->availableSize().width() * kLargestShare);
+    const bool haveRoom = widthOfTwo_ + WidthAround() <= largest;
+    area_->setMinimumWidth((haveRoom ? widthOfTwo_ : widthOfOne) + WidthAround());
+    layout->addWidget(area_);
     meaning_->setObjectName(QStringLiteral("Meaning"));
     meaning_->setWordWrap(true);
     meaning_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
@@ -70,33 +78,29 @@ SlotGrid::SlotGrid(Slots& slotsOfPanel) : slots_(slotsOfPanel), meaning_(new QLa
     layout->addWidget(meaning_);
 }
 
-QWidget* SlotGrid::BuildRows() {
-    auto* rows = new QWidget;
-    auto* grid = new QGridLayout(rows);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(kColumnsPerCell, 1);
-    std::string_view group;
-    int line = 0;
-    for (const SlotRow& row : kSlotRows) {
-        if (row.group != group) AddHeading(*grid, line++, group = row.group);
-        AddCell(*grid, line, 0, row.atLeast, row);
-        if (row.atMost != 0) AddCell(*grid, line, kColumnsPerCell, row.atMost, row);
-        ++line;
-    }
-    grid->setRowStretch(line, 1);
-    return rows;
+int SlotGrid::WidthAround() const {
+    return 2 * area_->frameWidth() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
 }
 
-void SlotGrid::AddHeading(QGridLayout& grid, int line, std::string_view words) {
+void SlotGrid::BuildCells() {
+    std::string_view group;
+    for (const SlotRow& row : kSlotRows) {
+        if (row.group != group) headings_.push_back(BuildHeading(group = row.group));
+        BuildCell(row.atLeast, row);
+        if (row.atMost != 0) BuildCell(row.atMost, row);
+    }
+}
+
+QLabel* SlotGrid::BuildHeading(std::string_view words) {
     auto* heading = new QLabel(Name(words));
     QFont font = heading->font();
     font.setBold(true);
     heading->setFont(font);
-    if (line > 0) heading->setContentsMargins(0, kGapBetweenGroups, 0, 0);
-    grid.addWidget(heading, line, 0, 1, 2 * kColumnsPerCell);
+    if (!headings_.empty()) heading->setContentsMargins(0, kGapBetweenGroups, 0, 0);
+    return heading;
 }
 
-void SlotGrid::AddCell(QGridLayout& grid, int line, int column, std::size_t slot, const SlotRow& row) {
+void SlotGrid::BuildCell(std::size_t slot, const SlotRow& row) {
     Cell& cell = cells_[slot];
     const QString number = QString::number(slot);
     cell = {new QCheckBox(Name(ValueSlotLabel(slot))), new QLineEdit, &row};
@@ -109,11 +113,41 @@ void SlotGrid::AddCell(QGridLayout& grid, int line, int column, std::size_t slot
         widget->setProperty(kSlotProperty, QVariant::fromValue(static_cast<qulonglong>(slot)));
         widget->installEventFilter(this);
     }
-    grid.addWidget(cell.tick, line, column);
-    grid.addWidget(cell.text, line, column + 1);
     connect(cell.tick, &QCheckBox::toggled, this, [this, slot](bool on) { Ticked(slot, on); });
     connect(cell.text, &QLineEdit::textChanged, this,
             [this, slot](const QString& text) { TextEntered(slot, text); });
+}
+
+// Their order is the same both ways, and so is that of the Tab key.
+void SlotGrid::PlaceCells(Rows rows) {
+    rows_ = rows;
+    while (QLayoutItem* item = grid_->takeAt(0)) delete item;
+    const bool areTwo = rows == Rows::OfTwo;
+    grid_->setColumnStretch(0, 1);
+    grid_->setColumnStretch(kColumnsPerCell, areTwo ? 1 : 0);
+    std::string_view group;
+    auto heading = headings_.begin();
+    int line = 0;
+    for (const SlotRow& row : kSlotRows) {
+        if (row.group != group) grid_->addWidget(*heading++, line++, 0, 1, 2 * kColumnsPerCell);
+        group = row.group;
+        PlaceCell(line, 0, row.atLeast);
+        if (row.atMost != 0) PlaceCell(areTwo ? line : ++line, areTwo ? kColumnsPerCell : 0, row.atMost);
+        ++line;
+    }
+    for (int i = 0; i < grid_->rowCount(); ++i) grid_->setRowStretch(i, i == line ? 1 : 0);
+    grid_->setRowStretch(line, 1);
+}
+
+void SlotGrid::PlaceCell(int line, int column, std::size_t slot) {
+    grid_->addWidget(cells_[slot].tick, line, column);
+    grid_->addWidget(cells_[slot].text, line, column + 1);
+}
+
+void SlotGrid::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const Rows rows = width() >= widthOfTwo_ + WidthAround() ? Rows::OfTwo : Rows::OfOne;
+    if (rows != rows_) PlaceCells(rows);
 }
 
 void SlotGrid::Ticked(std::size_t slot, bool on) {

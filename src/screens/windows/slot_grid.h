@@ -1,10 +1,11 @@
 // The 38 value slots of one condition: for each a tick box with the slot's label and a box for X, two to a
-// row where a quantity can be wanted at least and at most X, and a line that says what the slot in hand
-// means.
+// row where a quantity can be wanted at least and at most X, or one below the other where the room is too
+// narrow for both, and a line that says what the slot in hand means.
 #pragma once
 
 #include <QWidget>
 #include <array>
+#include <vector>
 
 #include "screens/selector_settings.h"
 #include "screens/slot_rows.h"
@@ -13,6 +14,7 @@ class QCheckBox;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
+class QScrollArea;
 
 namespace brantlow {
 
@@ -32,6 +34,7 @@ class SlotGrid final : public QWidget {
     void Edited();
 
   protected:
+    void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -42,9 +45,14 @@ class SlotGrid final : public QWidget {
         const SlotRow* row = nullptr;
     };
 
-    QWidget* BuildRows();
-    void AddHeading(QGridLayout& grid, int line, std::string_view words);
-    void AddCell(QGridLayout& grid, int line, int column, std::size_t slot, const SlotRow& row);
+    void BuildCells();
+    QLabel* BuildHeading(std::string_view words);
+    void BuildCell(std::size_t slot, const SlotRow& row);
+    enum class Rows : unsigned char { OfTwo, OfOne };
+    void PlaceCells(Rows rows);
+    void PlaceCell(int line, int column, std::size_t slot);
+    // That the scroll area takes beside the rows.
+    int WidthAround() const;
     void Ticked(std::size_t slot, bool on);
     void TextEntered(std::size_t slot, const QString& text);
     void ShowSlot(std::size_t slot);
@@ -53,6 +61,12 @@ class SlotGrid final : public QWidget {
     Slots& slots_;
     // Element 0 is not used.
     std::array<Cell, kSlotCount + 1> cells_;
+    // Of the groups, in the order of their first rows.
+    std::vector<QLabel*> headings_;
+    QScrollArea* area_;
+    QGridLayout* grid_;
+    Rows rows_ = Rows::OfTwo;
+    int widthOfTwo_ = 0;
     QLabel* meaning_;
 };
 

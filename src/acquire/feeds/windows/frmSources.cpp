@@ -48,13 +48,15 @@ struct ChoiceRow {
     const char* label;
     const char* toolTip;
     const char* none;
+    // Its words take a row of their own.
+    bool isLong = false;
 };
 constexpr std::array<ChoiceRow, kSourceLines> kChoiceRows = {{
     {"cboQuotes", "&Quotes of the day:", "Who is asked by Update Quotes", "Standard source"},
     {"cboHistory", "&History:", "Who is asked by Populate Database and for the history of a new ticker",
      "Standard source"},
     {"cboSplits", "S&plits:", "Who tells the splits after an update",
-     "Source of the quotes, else the standard source"},
+     "Source of the quotes, else the standard source", true},
     {"cboFundamentals",
      "F&undamentals:", "Who fills earnings, sales and dividends that the quotes come without", "Nobody"},
     {"cboSymbols", "S&ymbols:", "Whose list of symbols makes a table of a market", "Nobody"},
@@ -203,7 +205,8 @@ QWidget* frmSources::BuildChoices() {
     auto* frame = new QGroupBox(QStringLiteral("Who is asked"));
     frame->setObjectName(QStringLiteral("fraChoices"));
     auto* grid = new QGridLayout(frame);
-    constexpr int kColumns = 2;
+    int row = 0;
+    int column = 0;
     for (std::size_t i = 0; i < kSourceLines; ++i) {
         auto* list = new QComboBox;
         GuardWheel(*list);
@@ -214,10 +217,12 @@ QWidget* frmSources::BuildChoices() {
         list->setToolTip(QString::fromLatin1(kChoiceRows[i].toolTip));
         auto* words = new QLabel(QString::fromLatin1(kChoiceRows[i].label));
         words->setBuddy(list);
-        const int place = static_cast<int>(i);
-        grid->addWidget(words, place / kColumns, place % kColumns * 2);
-        grid->addWidget(list, place / kColumns, place % kColumns * 2 + 1);
-        grid->setColumnStretch(place % kColumns * 2 + 1, 1);
+        const bool isLong = kChoiceRows[i].isLong;
+        grid->addWidget(words, row, column);
+        grid->addWidget(list, row, column + 1, 1, isLong ? 3 : 1);
+        grid->setColumnStretch(column + 1, 1);
+        column = isLong || column > 0 ? 0 : 2;
+        if (column == 0) ++row;
         choices_[i] = list;
         connect(list, &QComboBox::currentIndexChanged, outcome_, &QLabel::clear);
     }
