@@ -8,6 +8,13 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
+# shellcheck source=tools/scratch.sh
+source tools/scratch.sh
+scratch=$(new_scratch)
+trap 'rm -rf "$scratch"' EXIT
+# Some tests look at their files as another user.
+chmod 711 "$scratch"
+mkdir -m 1777 "$scratch/files"
 build=build/coverage
 [[ -f $build/build.ninja ]] || cmake --preset coverage --log-level=WARNING >&2
 cmake --build --preset coverage >&2
@@ -15,7 +22,7 @@ find "$build" -name '*.gcda' -delete
 # The tests of a program run in one process, since each process adds its counts to those of every file. Left out are
 # those that disturb a program at its n-th file call: the counting is such calls as well.
 for program in engine_tests batch_tests market_tests; do
-  LC_ALL=C.UTF-8 TZ=UTC "$build/bin/$program" --gtest_brief=1 >&2
+  LC_ALL=C.UTF-8 TZ=UTC TMPDIR=$scratch/files "$build/bin/$program" --gtest_brief=1 >&2
 done
 tools/run_tests.sh coverage -R '^(windows|Desktop|BatchProgram|MarketProgram)\.' >&2
 

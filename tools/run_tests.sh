@@ -9,21 +9,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 preset=$1
 shift
 
-# The tests flush thousands of small files: where the system's memory has a folder with room, and programs may be
-# started from there, their files lie in it.
-scratch_in_memory() {
-  local folder room
-  room=$(df --output=avail --block-size=M /dev/shm 2>/dev/null | tail -n 1 | tr -dc 0-9)
-  ((${room:-0} >= 1024)) || return 1
-  folder=$(mktemp -d -p /dev/shm 2>/dev/null) || return 1
-  printf '#!/bin/sh\n' >"$folder/probe"
-  chmod +x "$folder/probe"
-  if "$folder/probe" 2>/dev/null; then echo "$folder"; else
-    rm -rf "$folder"
-    return 1
-  fi
-}
-scratch=$(scratch_in_memory || mktemp -d)
+# shellcheck source=tools/scratch.sh
+source tools/scratch.sh
+scratch=$(new_scratch)
 trap 'rm -rf "$scratch"' EXIT
 mkdir -m 700 "$scratch/runtime"
 # Some tests look at their files as another user.

@@ -12,7 +12,12 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-work=$(mktemp -d)
+# shellcheck source=tools/scratch.sh
+source tools/scratch.sh
+work=$(new_scratch)
+# Some tests look at their files as another user.
+chmod 711 "$work"
+mkdir -m 1777 "$work/files"
 trap 'rm -rf "$work"' EXIT
 sysroot=$PWD/build/arm64-root
 day=2026-11-21
@@ -36,13 +41,23 @@ print_all() {
 # The emulation of arm64 says of a program that is not there that it was started, and has it end at once.
 emulation_lacks=RunSystemCommand.AMissingProgramIsNotStarted
 
+# A share of the tests on each processor.
 run_tests() {
   echo "$name: the engine's tests"
-  if ! LC_ALL=C.UTF-8 TZ=UTC "$@" --gtest_brief=1 --gtest_filter="-$left_out" > "$work/tests.txt" 2>&1; then
-    tail -n 30 "$work/tests.txt"
-    failed=1
-  fi
-  tail -n 2 "$work/tests.txt"
+  local share shares running=()
+  shares=$(nproc)
+  for ((share = 0; share < shares; share++)); do
+    LC_ALL=C.UTF-8 TZ=UTC TMPDIR=$work/files GTEST_TOTAL_SHARDS=$shares GTEST_SHARD_INDEX=$share \
+      "$@" --gtest_brief=1 --gtest_filter="-$left_out" > "$work/tests$share.txt" 2>&1 &
+    running+=($!)
+  done
+  for ((share = 0; share < shares; share++)); do
+    if ! wait "${running[share]}"; then
+      tail -n 30 "$work/tests$share.txt"
+      failed=1
+    fi
+    tail -n 2 "$work/tests$share.txt"
+  done
 }
 
 # NAME PROGRAM TESTS COMMAND...: runs the engine's tests, unless TESTS is empty, and compares what the program
