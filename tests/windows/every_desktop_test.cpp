@@ -403,6 +403,12 @@ class EveryDesktopTest : public QObject {
         const auto seen = [&](QWidget& window) {
             window.setAttribute(Qt::WA_DeleteOnClose, false);
             window.show();
+            // The keys come to a window that is active, and their place blinks.
+            const bool isActive = QTest::qWaitFor([&window] {
+                window.activateWindow();
+                return window.isActiveWindow();
+            });
+            if (!isActive) wrong << window.objectName() + QStringLiteral(" does not become active");
             if (QWidget* const focus = window.focusWidget()) focus->clearFocus();
             settled(window);
             QApplication::setPalette(then);
@@ -414,6 +420,8 @@ class EveryDesktopTest : public QObject {
             const std::unique_ptr<QWidget> window(row.make(ground));
             const QImage picture = seen(*window);
             window->hide();
+            // Another window becomes active in its place, which is not to happen while the next one is seen.
+            QCoreApplication::processEvents();
             return picture;
         };
         const auto welcomeSeen = [&](const QPalette& colours) {
