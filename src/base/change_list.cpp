@@ -72,7 +72,7 @@ bool ParseEntry(std::string_view line, const Path& appPath, Entry& entry) {
     if (row == kWasWords.end()) return false;
     entry.was = row->was;
     // An absolute path stands for itself.
-    entry.path = appPath / Unescaped(parts[3]);
+    entry.path = (appPath / Unescaped(parts[3])).native();
     return ReadNumber(parts[1], entry.number) && ReadNumber(parts[2], entry.length);
 }
 
@@ -121,6 +121,19 @@ std::error_code PutEntryBack(const Entry& entry, const Path& folder) {
     return CutTo(entry.path, status, entry.length);
 }
 
+// The path below the application folder, or the whole one where it lies elsewhere.
+std::string_view NearName(std::string_view path, const Path& appPath) {
+    std::string_view folder = appPath.native();
+    while (folder.ends_with('/')) folder.remove_suffix(1);
+    const bool isBelow = !folder.empty() && path.size() > folder.size() && path.starts_with(folder) &&
+                         path[folder.size()] == '/';
+    if (!isBelow) return path;
+    std::string_view name = path.substr(folder.size());
+    name.remove_prefix(std::min(name.find_first_not_of('/'), name.size()));
+    const bool leadsOut = name == ".." || name.starts_with("../");
+    return name.empty() || leadsOut ? path : name;
+}
+
 }  // namespace
 
 std::string ChangeListHead(std::string_view when, std::string_view what) {
@@ -128,12 +141,10 @@ std::string ChangeListHead(std::string_view when, std::string_view what) {
 }
 
 std::string ChangeListLine(const Entry& entry, const Path& appPath) {
-    const Path near = entry.path.lexically_relative(appPath);
-    const bool isBelow = !near.empty() && *near.begin() != "..";
     const auto row = std::find_if(kWasWords.begin(), kWasWords.end(),
                                   [&](const WasWord& word) { return word.was == entry.was; });
     return fmt::format(FMT_COMPILE("{}\t{}\t{}\t{}\n"), row->word, entry.number, entry.length,
-                       Escaped((isBelow ? near : entry.path).native()));
+                       Escaped(NearName(entry.path, appPath)));
 }
 
 ChangeList ParseChangeList(std::string_view text, const Path& appPath) {
@@ -204,7 +215,7 @@ Failure PutBack(const std::vector<Entry>& entries, const Path& folder) {
     std::set<Path> folders;
     for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
         KeepFirst(first, FailedTo(FailureKind::Write, entry->path, PutEntryBack(*entry, folder)));
-        folders.insert(entry->path.parent_path());
+        folders.insert(Path(entry->path).parent_path());
     }
     first.isHalfDone = static_cast<bool>(first);
     // The files are back; a folder that cannot be flushed was told when the change failed.

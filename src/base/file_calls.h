@@ -54,7 +54,10 @@ class Descriptor {
 // The system reads a path up to a NUL and would take another file for it.
 bool NamesNoFile(const Path& path);
 
-std::error_code WriteAll(int descriptor, std::string_view bytes);
+// `written`, unless null, counts the bytes that were written, after an error too.
+std::error_code WriteAll(int descriptor, std::string_view bytes, std::size_t* written = nullptr);
+// Reads `count` bytes from `offset`; false where the file has become shorter or cannot be read.
+bool ReadPart(int descriptor, char* to, std::size_t count, std::size_t offset);
 
 // Where a file is written: the file itself, behind a link, and the permissions that it has or will have.
 struct WriteTarget {

@@ -142,7 +142,7 @@ Failure FileChange::WillGrow(const Path& path) {
     if (stagedAt_.contains(path.native()) || grown_.contains(path.native())) return {};
     if (const Failure fault = OpenJournal()) return fault;
     struct stat status {};
-    Entry entry{Entry::Was::Absent, 0, 0, path};
+    Entry entry{Entry::Was::Absent, 0, 0, path.native()};
     std::optional<std::uint64_t> device;
     if (::stat(path.c_str(), &status) == 0) {
         entry.was = Entry::Was::Grown;
@@ -161,14 +161,13 @@ Failure FileChange::WillGrow(const Path& path) {
 Failure FileChange::WillGrow(std::span<const Growth> files) {
     if (files.empty()) return {};
     if (const Failure fault = OpenJournal()) return fault;
+    const auto entryOf = [](const Growth& file) {
+        return Entry{Entry::Was::Grown, 0, file.before.length, file.path->native()};
+    };
     std::string lines;
-    for (const auto& [path, before] : files) {
-        lines += ChangeListLine({Entry::Was::Grown, 0, before.length, *path}, place_.appPath);
-    }
+    for (const Growth& file : files) lines += ChangeListLine(entryOf(file), place_.appPath);
     if (const Failure fault = Note(lines)) return fault;
-    for (const auto& [path, before] : files) {
-        TakeGrown({Entry::Was::Grown, 0, before.length, *path}, before.device);
-    }
+    for (const Growth& file : files) TakeGrown(entryOf(file), file.before.device);
     return {};
 }
 
@@ -178,8 +177,8 @@ bool FileChange::Touches(const Path& path) const {
 }
 
 void FileChange::TakeGrown(Entry entry, std::optional<std::uint64_t> device) {
-    grown_.emplace(entry.path.native(), Grown{entry.length, device});
-    if (grown_.size() % kGrownPerFlush == 0) ahead_.Begin(entry.path.parent_path());
+    grown_.emplace(entry.path, Grown{entry.length, device});
+    if (grown_.size() % kGrownPerFlush == 0) ahead_.Begin(Path(entry.path).parent_path());
     entries_.push_back(std::move(entry));
 }
 
@@ -314,7 +313,7 @@ Failure FileChange::SyncDevices() const {
 Failure FileChange::Keep(const Path& path, std::string& lines) {
     if (path.filename() == kKeysFileName) return {};
     const auto grown = grown_.find(path.native());
-    Entry entry{Entry::Was::Absent, 0, 0, path};
+    Entry entry{Entry::Was::Absent, 0, 0, path.native()};
     struct stat status {};
     if (::lstat(path.c_str(), &status) == 0) {
         if (!S_ISREG(status.st_mode)) return NotRead(path, std::make_error_code(std::errc::is_a_directory));

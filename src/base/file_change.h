@@ -95,17 +95,17 @@ class FileChange {
     // Everything as it was before the change; for a caller whose work failed elsewhere.
     Failure TakeBack();
 
-    // One line of a change's list.
+    // One line of a change's list. Names as texts, here and below: a path takes ten times the memory, and an
+    // import changes some hundred thousand files.
     struct Entry {
         enum class Was { Kept, Absent, Grown };
         Was was = Was::Absent;
         std::size_t number = 0;     // Kept: the name of the copy
         std::uintmax_t length = 0;  // Kept and Grown: bytes of the file before the change
-        Path path;
+        std::string path;           // absolute, or as the caller named it
     };
 
   private:
-    // Names as texts: a path takes ten times the memory, and an import prepares some hundred thousand files.
     struct Staged {
         std::string path;
         std::string temporary;  // empty once the file is to be deleted instead

@@ -10,23 +10,6 @@
 
 namespace brantlow {
 
-namespace {
-
-// Reads `count` bytes from `offset`; false where the file has become shorter or cannot be read.
-bool ReadPart(int descriptor, char* to, std::size_t count, std::size_t offset) {
-    while (count > 0) {
-        const ssize_t got = ::pread(descriptor, to, count, static_cast<off_t>(offset));
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) return false;
-        to += got;
-        count -= static_cast<std::size_t>(got);
-        offset += static_cast<std::size_t>(got);
-    }
-    return true;
-}
-
-}  // namespace
-
 ReadOutcome ReadEndIntoBuffer(const Path& path, std::size_t most, std::string& buffer, std::size_t& used,
                               bool& isWhole) {
     if (NamesNoFile(path)) return ReadOutcome::Missing;

@@ -1,10 +1,12 @@
 #include "base/files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <charconv>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -34,11 +36,15 @@ std::error_code ReadAll(int descriptor, std::string& bytes, std::size_t& used) {
 
 constexpr int kToAppend = O_APPEND | O_CLOEXEC | O_NONBLOCK;
 
-// Opens a regular file for reading and tells its size; closed, with the reason, where there is none.
-Descriptor OpenToRead(const Path& path, std::size_t& size, ReadResult& result,
+bool HoldsNul(const std::string& name) {
+    return name.find('\0') != std::string::npos;
+}
+
+// Opens a regular file for reading and tells its extent; closed, with the reason, where there is none.
+Descriptor OpenToRead(const std::string& name, FileExtent& extent, ReadResult& result,
                       int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK) {
-    if (NamesNoFile(path)) return Descriptor(-1);
-    Descriptor file(::open(path.c_str(), flags));
+    if (HoldsNul(name)) return Descriptor(-1);
+    Descriptor file(::open(name.c_str(), flags));
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0) {
         result.error = LastError();
@@ -55,7 +61,7 @@ Descriptor OpenToRead(const Path& path, std::size_t& size, ReadResult& result,
                                                                     : std::errc::invalid_argument);
         file.Close();
     }
-    size = static_cast<std::size_t>(status.st_size);
+    extent = {static_cast<std::uintmax_t>(status.st_size), status.st_dev};
     return file;
 }
 
@@ -108,19 +114,34 @@ std::error_code TakePlace(const Path& temporary, const WriteTarget& target, Flus
 }  // namespace
 
 bool NamesNoFile(const Path& path) {
-    return path.native().find('\0') != std::string::npos;
+    return HoldsNul(path.native());
 }
 
-std::error_code WriteAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-        if (written < 0) {
-            if (errno == EINTR) continue;
-            return LastError();
+std::error_code WriteAll(int descriptor, std::string_view bytes, std::size_t* written) {
+    std::size_t done = 0;
+    std::error_code error;
+    while (!error && done < bytes.size()) {
+        const ssize_t count = ::write(descriptor, bytes.data() + done, bytes.size() - done);
+        if (count >= 0) {
+            done += static_cast<std::size_t>(count);
+        } else if (errno != EINTR) {
+            error = LastError();
         }
-        bytes.remove_prefix(static_cast<std::size_t>(written));
     }
-    return {};
+    if (written != nullptr) *written = done;
+    return error;
+}
+
+bool ReadPart(int descriptor, char* to, std::size_t count, std::size_t offset) {
+    while (count > 0) {
+        const ssize_t got = ::pread(descriptor, to, count, static_cast<off_t>(offset));
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) return false;
+        to += got;
+        count -= static_cast<std::size_t>(got);
+        offset += static_cast<std::size_t>(got);
+    }
+    return true;
 }
 
 std::error_code FindWriteTarget(const Path& path, WriteTarget& target) {
@@ -171,11 +192,10 @@ pid_t OwnerOfTemporary(std::string_view name) {
 
 std::vector<std::string> TemporaryNamesIn(const Path& folder) {
     std::vector<std::string> names;
-    std::error_code error;
-    for (auto it = std::filesystem::directory_iterator(folder, error);
-         !error && it != std::filesystem::directory_iterator(); it.increment(error)) {
-        std::string name = it->path().filename().string();
-        if (IsTemporaryName(name)) names.push_back(std::move(name));
+    // The standard library's iterator makes a path of each name, which takes longer than the listing.
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.c_str()), ::closedir);
+    while (const dirent* const entry = listing ? ::readdir(listing.get()) : nullptr) {
+        if (IsTemporaryName(entry->d_name)) names.emplace_back(entry->d_name);
     }
     return names;
 }
@@ -194,11 +214,11 @@ std::error_code SyncFileSystem(const Path& folder) {
 
 ReadResult ReadWholeFile(const Path& path) {
     ReadResult result;
-    std::size_t size = 0;
-    const Descriptor file = OpenToRead(path, size, result);
+    FileExtent extent;
+    const Descriptor file = OpenToRead(path.native(), extent, result);
     if (!file.IsOpen()) return result;
     // One byte more than the file holds, so that a single further read meets its end.
-    result.bytes.resize(size + 1);
+    result.bytes.resize(extent.length + 1);
     std::size_t used = 0;
     result.error = ReadAll(file.Number(), result.bytes, used);
     result.bytes.resize(result.error ? 0 : used);
@@ -208,9 +228,9 @@ ReadResult ReadWholeFile(const Path& path) {
 
 ReadOutcome ReadIntoBuffer(const Path& path, std::string& buffer, std::size_t& used) {
     ReadResult result;
-    std::size_t size = 0;
-    const Descriptor file = OpenToRead(path, size, result);
-    return file.IsOpen() ? ReadBehind(file.Number(), size, buffer, used) : result.outcome;
+    FileExtent extent;
+    const Descriptor file = OpenToRead(path.native(), extent, result);
+    return file.IsOpen() ? ReadBehind(file.Number(), extent.length, buffer, used) : result.outcome;
 }
 
 std::string BytesOrEmpty(const Path& path) {
@@ -229,6 +249,13 @@ std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush f
     return error;
 }
 
+std::error_code WriteScratchFile(const Path& path, std::string_view bytes) {
+    if (NamesNoFile(path)) return NoSuchName();
+    if (::unlink(path.c_str()) != 0 && errno != ENOENT) return LastError();
+    constexpr mode_t kDefaultMode = 0666;
+    return WriteNewFile(path, bytes, Flush::Later, kDefaultMode);
+}
+
 std::error_code AppendToFile(const Path& path, std::string_view bytes) {
     GrowingFile file(path);
     if (const auto error = file.Append(bytes)) return error;
@@ -238,29 +265,48 @@ std::error_code AppendToFile(const Path& path, std::string_view bytes) {
 ReadOutcome GrowingFile::ReadIntoBuffer(std::string& buffer, std::size_t& used) {
     Close();
     ReadResult result;
-    std::size_t size = 0;
-    Descriptor file = OpenToRead(path_, size, result, O_RDWR | kToAppend);
+    FileExtent extent;
+    Descriptor file = OpenToRead(path_, extent, result, O_RDWR | kToAppend);
     // A file that may not grow can be read all the same.
     if (!file.IsOpen()) {
         const bool isMissing = result.outcome == ReadOutcome::Missing;
         return isMissing ? result.outcome : brantlow::ReadIntoBuffer(path_, buffer, used);
     }
     descriptor_ = file.Release();
-    return ReadBehind(descriptor_, size, buffer, used);
+    return ReadBehind(descriptor_, extent.length, buffer, used);
+}
+
+ReadOutcome GrowingFile::ReadEndIntoBuffer(std::size_t least, std::size_t most, std::string& buffer,
+                                           std::size_t& used, FileEnd& end) {
+    Close();
+    ReadResult result;
+    Descriptor file = OpenToRead(path_, end.extent, result, O_RDWR | kToAppend);
+    if (!file.IsOpen()) return result.outcome;
+    descriptor_ = file.Release();
+    const auto size = static_cast<std::size_t>(end.extent.length);
+    end.leftOut = std::min(size - std::min(size, least), most);
+    const std::size_t count = size - end.leftOut;
+    if (buffer.size() < used + count) buffer.resize(used + count);
+    if (!ReadPart(descriptor_, buffer.data() + used, count, end.leftOut)) return ReadOutcome::Failed;
+    used += count;
+    return ReadOutcome::Done;
 }
 
 std::error_code GrowingFile::Append(std::string_view bytes) {
-    if (NamesNoFile(path_)) return NoSuchName();
+    if (HoldsNul(path_)) return NoSuchName();
     constexpr mode_t kDefaultMode = 0666;
     if (descriptor_ < 0) descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | kToAppend, kDefaultMode);
-    struct stat status {};
-    if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return LastError();
-    if (const auto error = WriteAll(descriptor_, bytes)) {
-        // A disk that filled up in mid-write: what was there before stands alone again.
-        if (::ftruncate(descriptor_, status.st_size) != 0) return LastError();
-        return error;
+    if (descriptor_ < 0) return LastError();
+    std::size_t written = 0;
+    const std::error_code error = WriteAll(descriptor_, bytes, &written);
+    // A disk that filled up in mid-write: what was there before stands alone again.
+    if (error && written > 0) {
+        struct stat status {};
+        const bool isCut = ::fstat(descriptor_, &status) == 0 &&
+                           ::ftruncate(descriptor_, status.st_size - static_cast<off_t>(written)) == 0;
+        if (!isCut) return LastError();
     }
-    return {};
+    return error;
 }
 
 std::optional<FileExtent> GrowingFile::Extent() const {

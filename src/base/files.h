@@ -51,6 +51,10 @@ enum class Flush { ToDisk, Later };
 // returned.
 std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush flush = Flush::ToDisk);
 
+// The same for a work file of this process alone, which nobody reads before it is whole: quicker, and after a
+// failure it is gone.
+std::error_code WriteScratchFile(const Path& path, std::string_view bytes);
+
 // Adds whole lines to the end of `path` in one write, creating it when it is missing.
 std::error_code AppendToFile(const Path& path, std::string_view bytes);
 
@@ -60,18 +64,28 @@ struct FileExtent {
     std::uint64_t device = 0;
 };
 
+// What was read of a file's end: how long the file was, and how many bytes at its front were left out.
+struct FileEnd {
+    FileExtent extent;
+    std::size_t leftOut = 0;
+};
+
 // A file that is read and grows by whole lines while it is kept open: for writers of one line after another,
 // and for those that look at a file before they add to it. Nothing is opened before it is needed. Nobody else
 // may replace or delete the file meanwhile.
 class GrowingFile {
   public:
-    explicit GrowingFile(Path path) : path_(std::move(path)) {}
+    explicit GrowingFile(const Path& path) : path_(path.native()) {}
     ~GrowingFile() { Close(); }
     GrowingFile(const GrowingFile&) = delete;
     GrowingFile& operator=(const GrowingFile&) = delete;
 
     // As the routine of this name above.
     ReadOutcome ReadIntoBuffer(std::string& buffer, std::size_t& used);
+    // The same without the first bytes of a file that holds more than `least`: as many as that allows are
+    // left out, `most` of them at the most. Failed too where the file may not grow.
+    ReadOutcome ReadEndIntoBuffer(std::size_t least, std::size_t most, std::string& buffer, std::size_t& used,
+                                  FileEnd& end);
     // Adds whole lines to the end in one write; creates the file when it is missing.
     std::error_code Append(std::string_view bytes);
     // As it is now; nothing while it is not open.
@@ -80,7 +94,7 @@ class GrowingFile {
     std::error_code Close();
 
   private:
-    Path path_;
+    std::string path_;
     int descriptor_ = -1;  // open for appending
 };
 

@@ -37,7 +37,7 @@ bool IsOpenChange(const Path& folder) {
 // Prepares that the file of `entry` is what it was.
 Failure PrepareUndo(const Entry& entry, const Path& folder, FileChange& change) {
     if (entry.was == Entry::Was::Absent) return change.Delete(entry.path);
-    const Path source = entry.was == Entry::Was::Kept ? CopyOf(entry, folder) : entry.path;
+    const Path source = entry.was == Entry::Was::Kept ? CopyOf(entry, folder) : Path(entry.path);
     const ReadResult read = ReadWholeFile(source);
     const auto notRead = [&](const std::error_code& cause) {
         return FailedTo(FailureKind::Read, source, cause);

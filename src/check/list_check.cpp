@@ -100,7 +100,7 @@ std::vector<Finding> CheckKeptChange(const Path& folder, const ChangeList& list,
     for (const FileChange::Entry& entry : list.entries) {
         const bool isKept = entry.was == FileChange::Entry::Was::Kept;
         if (isKept && !IsRegularFile(CopyOf(entry, folder)))
-            found.Add(FindingKind::ChangeWithoutCopy, 0, entry.path.filename().string());
+            found.Add(FindingKind::ChangeWithoutCopy, 0, Path(entry.path).filename().string());
     }
     return found.Take();
 }

@@ -36,6 +36,7 @@ void ShowEntry(Session& session, std::size_t entry, std::size_t entries) {
 void StoreEntries(Session& session, std::size_t entries, QuoteArrays& rows, DayStore& days, DayRun& run,
                   DayImport& result) {
     const std::string& folder = session.settings.QuoteFolder;
+    result.byTicker.reserve(entries);
     std::optional<DaysAhead> ahead;
     if (run.growth == YearGrowth::InPlace) ahead.emplace(folder, rows, entries, run);
     for (std::size_t entry = 1; entry <= entries; ++entry) {

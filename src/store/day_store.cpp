@@ -12,6 +12,9 @@ namespace brantlow {
 
 namespace {
 
+// Bytes at the end of a year file that hold its last line many times over.
+constexpr std::size_t kEndBytes = 4096;
+
 bool IsStored(const QuoteArrays& rows, std::size_t row) {
     const std::string& ticker = rows.Symbols[row];
     return !ticker.empty() && !IsDeviceName(ticker) && !rows.TradeDates[row].empty();
@@ -26,6 +29,10 @@ std::string_view LastLine(std::string_view bytes) {
     return line;
 }
 
+bool NamesYear(const QuoteArrays& rows, std::size_t row) {
+    return LeadingNumber(YearDigits(rows.TradeDates[row])) > 0;
+}
+
 // Where line `number`, counted from 1, of a text with at least as many lines ends, its line end included.
 std::size_t EndOfLine(std::string_view bytes, std::size_t number) {
     std::size_t end = 0;
@@ -36,14 +43,8 @@ std::size_t EndOfLine(std::string_view bytes, std::size_t number) {
     return end;
 }
 
-// Missing is an empty file; one that cannot be read is not.
-Failure ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
-    state.used = 0;
-    if (opened && opened->ReadIntoBuffer(state.buffer, state.used) == ReadOutcome::Failed) {
-        const std::error_code error = ReadWholeFile(*state.file).error;
-        return FailedTo(FailureKind::Read, *state.file,
-                        error ? error : std::make_error_code(std::errc::io_error));
-    }
+// Takes the bytes that were read apart.
+void TakeBytes(DayStore& state) {
     const std::string_view bytes = state.Bytes();
     state.endsInsideLine = !bytes.empty() && bytes.back() != '\n';
     state.used = WithoutHalfLine(bytes).size();
@@ -52,15 +53,41 @@ Failure ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
     state.hasMoreLines = bytes.size() > kMostRows && LineCount(bytes) > kMostRows;
     if (state.hasMoreLines) state.used = EndOfLine(bytes, kMostRows);
     state.last = state.used == 0 ? HistoryRecord{} : ParseHistoryLine(LastLine(state.Bytes()));
+}
+
+// Missing is an empty file; one that cannot be read is not.
+Failure ReadYearFile(std::optional<GrowingFile>& opened, DayStore& state) {
+    state.used = 0;
+    if (opened && opened->ReadIntoBuffer(state.buffer, state.used) == ReadOutcome::Failed) {
+        const std::error_code error = ReadWholeFile(*state.file).error;
+        return FailedTo(FailureKind::Read, *state.file,
+                        error ? error : std::make_error_code(std::errc::io_error));
+    }
+    TakeBytes(state);
     return {};
+}
+
+// The same of the end of a file that may grow. False where the end does not tell what the whole file would.
+bool ReadYearEnd(ReadYear& read) {
+    // What is left out and the lines behind it have to be no more lines than count.
+    constexpr std::size_t kMostLeftOut = kMostRows - kEndBytes;
+    DayStore& year = read.year;
+    year.used = 0;
+    const ReadOutcome outcome =
+        read.opened->ReadEndIntoBuffer(kEndBytes, kMostLeftOut, year.buffer, year.used, read.end);
+    if (outcome != ReadOutcome::Done) return false;
+    const std::string_view bytes = year.Bytes();
+    const bool isCut = read.end.leftOut > 0;
+    if (isCut && read.end.leftOut + LineCount(bytes) > kMostRows) return false;
+    TakeBytes(year);
+    return !isCut || (!year.hadHalfLine && LastLine(bytes).data() != bytes.data());
 }
 
 // A date without a year leaves the file and the records of the row before in force.
 Failure OpenYearFile(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row,
                      const FileChange& change, std::optional<GrowingFile>& opened, DayStore& state) {
-    const std::string_view year = YearDigits(rows.TradeDates[row]);
-    if (!(LeadingNumber(year) > 0)) return {};
-    state.file = YearFilePath(quoteFolder, rows.Symbols[row], year);
+    if (!NamesYear(rows, row)) return {};
+    state.file = YearFilePath(quoteFolder, rows.Symbols[row], YearDigits(rows.TradeDates[row]));
     if (state.file) opened.emplace(change.Where(*state.file));
     return ReadYearFile(opened, state);
 }
@@ -164,19 +191,33 @@ HistoryRecord RecordOfRow(const QuoteArrays& rows, std::size_t row) {
     return record;
 }
 
-void ReadYearAhead(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, ReadYear& read) {
+std::vector<YearPart> YearPartsOf(const QuoteArrays& rows, std::size_t entries) {
+    std::vector<YearPart> parts(entries + 1, YearPart::Whole);
+    YearPart part = YearPart::Whole;
+    for (std::size_t row = entries; row >= 1; --row) {
+        parts[row] = part;
+        if (rows.HasRow(row) && IsStored(rows, row))
+            part = NamesYear(rows, row) ? YearPart::End : YearPart::Whole;
+    }
+    return parts;
+}
+
+void ReadYearAhead(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, YearPart part,
+                   ReadYear& read) {
     read.isRead = false;
     read.opened.reset();
-    if (!rows.HasRow(row) || !IsStored(rows, row)) return;
-    const std::string_view year = YearDigits(rows.TradeDates[row]);
-    if (!(LeadingNumber(year) > 0)) return;
-    read.year.file = YearFilePath(quoteFolder, rows.Symbols[row], year);
+    if (!rows.HasRow(row) || !IsStored(rows, row) || !NamesYear(rows, row)) return;
+    read.year.file = YearFilePath(quoteFolder, rows.Symbols[row], YearDigits(rows.TradeDates[row]));
     if (!read.year.file) return;
     read.opened.emplace(*read.year.file);
+    if (part == YearPart::End) {
+        read.isRead = ReadYearEnd(read);
+        return;
+    }
     if (ReadYearFile(read.opened, read.year)) return;
     const std::optional<FileExtent> extent = read.opened->Extent();
     read.isRead = extent.has_value();
-    if (extent) read.extent = *extent;
+    if (extent) read.end = {*extent, 0};
 }
 
 bool WillGrow(const QuoteArrays& rows, std::size_t row, const ReadYear& read) {
@@ -189,6 +230,9 @@ StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_
     if (!IsStored(rows, row)) return {};
     RepairRow(rows, row);
     RepairOpenPrice(rows, row);
+    // A file that is written anew is read whole.
+    const bool isCut = ahead != nullptr && ahead->end.leftOut > 0;
+    if (isCut && ReplacesLast(rows, row, ahead->year.last)) ahead = nullptr;
     std::optional<GrowingFile> openedNow;
     std::optional<GrowingFile>& opened = ahead != nullptr ? ahead->opened : openedNow;
     if (ahead != nullptr) {

@@ -69,14 +69,23 @@ struct DayRun {
 struct ReadYear {
     DayStore year;
     std::optional<GrowingFile> opened;
-    FileExtent extent;
-    // False where the row is to be read in its turn: it names no file, or the file could not be read.
+    FileEnd end;
+    // False where the row is to be read in its turn: it names no file, or what was read of it does not do.
     bool isRead = false;
 };
 
+// How much of a year file is read ahead: a day that comes behind the last one needs that one alone.
+enum class YearPart { Whole, End };
+
+// The part of each row's file, by row number, from 1 to `entries`. A row whose date names no year goes on
+// with the file of the row before it, the first one of the next run with the last file of this: those are
+// Whole.
+std::vector<YearPart> YearPartsOf(const QuoteArrays& rows, std::size_t entries);
+
 // Reads the year file of row `row`, which no change has touched. The row's ticker and date are looked at,
 // nothing else of `rows`.
-void ReadYearAhead(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, ReadYear& read);
+void ReadYearAhead(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, YearPart part,
+                   ReadYear& read);
 // Whether the row's day goes behind the last one of the file, in place.
 bool WillGrow(const QuoteArrays& rows, std::size_t row, const ReadYear& read);
 

@@ -1,7 +1,6 @@
 #include "store/days_ahead.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace brantlow {
 
@@ -10,12 +9,13 @@ DaysAhead::DaysAhead(const std::string& quoteFolder, const QuoteArrays& rows, st
     : rows_(rows),
       entries_(entries),
       run_(run),
+      parts_(YearPartsOf(rows, entries)),
       blocks_((entries + kRowsPerBlock - 1) / kRowsPerBlock, 1,
               [this, quoteFolder](std::size_t place, Block& block) {
                   const std::size_t first = place * kRowsPerBlock + 1;
                   const std::size_t count = std::min(kRowsPerBlock, entries_ + 1 - first);
                   for (std::size_t i = 0; i < count; ++i)
-                      ReadYearAhead(quoteFolder, rows_, first + i, block[i]);
+                      ReadYearAhead(quoteFolder, rows_, first + i, parts_[first + i], block[i]);
               }) {}
 
 ReadYear* DaysAhead::Of(std::size_t row) {
@@ -25,7 +25,7 @@ ReadYear* DaysAhead::Of(std::size_t row) {
     if (!read.isRead) return nullptr;
     // Another name of a file that has grown by now.
     const std::optional<FileExtent> extent = read.opened->Extent();
-    return extent && extent->length == read.extent.length ? &read : nullptr;
+    return extent && extent->length == read.end.extent.length ? &read : nullptr;
 }
 
 // What has been touched since it was read is read again in its turn. The lengths of the others are noted with
@@ -40,12 +40,12 @@ void DaysAhead::BeginBlock(std::size_t first) {
         if (!read.isRead) continue;
         const Path& file = *read.year.file;
         const auto isThisFile = [&](const ReadYear& other) {
-            return other.isRead && other.year.file == file;
+            return other.isRead && other.year.file->native() == file.native();
         };
         read.isRead =
             !run_.change.Touches(file) &&
             std::none_of(block_->begin(), block_->begin() + static_cast<std::ptrdiff_t>(i), isThisFile);
-        if (read.isRead && WillGrow(rows_, first + i, read)) growing.push_back({&file, read.extent});
+        if (read.isRead && WillGrow(rows_, first + i, read)) growing.push_back({&file, read.end.extent});
     }
     static_cast<void>(run_.change.WillGrow(growing));
 }

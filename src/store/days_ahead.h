@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "base/ahead_of_turn.h"
 #include "store/day_store.h"
@@ -31,6 +32,7 @@ class DaysAhead {
     const QuoteArrays& rows_;
     std::size_t entries_;
     DayRun& run_;
+    std::vector<YearPart> parts_;
     AheadOfTurn<Block> blocks_;
     Block* block_ = nullptr;
 };

@@ -420,5 +420,29 @@ TEST(ChangeList, ALineThatIsCutDoesNotCount) {
     EXPECT_EQ(ParseChangeList(text, "/app").entries[0].path, "/app/Quotes/KO.24");
 }
 
+TEST(ChangeList, APathBelowTheFolderIsNamedFromThereOn) {
+    struct Case {
+        const char* path;
+        const char* folder;
+        const char* named;
+    };
+    constexpr std::array<Case, 8> kCases = {{{"/app/EOD/KO.24", "/app", "EOD/KO.24"},
+                                             {"/app/EOD/KO.24", "/app/", "EOD/KO.24"},
+                                             {"/app//EOD/KO.24", "/app", "EOD/KO.24"},
+                                             {"/app2/KO.24", "/app", "/app2/KO.24"},
+                                             {"/app/../KO.24", "/app", "/app/../KO.24"},
+                                             {"/app/..KO.24", "/app", "..KO.24"},
+                                             {"/KO.24", "/", "/KO.24"},
+                                             {"./EOD/KO.24", ".", "EOD/KO.24"}}};
+    for (const Case& one : kCases) {
+        const FileChange::Entry entry{FileChange::Entry::Was::Absent, 0, 0, one.path};
+        const std::string line = ChangeListLine(entry, one.folder);
+        EXPECT_EQ(line, "absent\t0\t0\t" + std::string(one.named) + "\n");
+        const ChangeList list = ParseChangeList(ChangeListHead("now", "Test") + line, one.folder);
+        ASSERT_EQ(list.entries.size(), 1U);
+        EXPECT_EQ(Path(list.entries[0].path).lexically_normal(), Path(one.path).lexically_normal());
+    }
+}
+
 }  // namespace
 }  // namespace brantlow

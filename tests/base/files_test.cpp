@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <thread>
 
 #include "support/temp_folder.h"
@@ -238,6 +239,32 @@ TEST(AppendToFile, AFullDiskLeavesTheFileAsItWas) {
     EXPECT_EQ(BytesOrEmpty(path), "old line\r\n");
 }
 
+TEST(WriteScratchFile, TakesThePlaceOfWhatWasThere) {
+    const TempFolder folder;
+    const Path file = folder / "Temp.txt";
+    EXPECT_FALSE(WriteScratchFile(file, "long text"));
+    EXPECT_FALSE(WriteScratchFile(file, "text"));
+    EXPECT_EQ(BytesOrEmpty(file), "text");
+    EXPECT_EQ(FileNamesIn(folder.Get()), std::vector<std::string>{"Temp.txt"});
+    // A link goes, and not the file behind it.
+    ASSERT_FALSE(WriteWholeFile(folder / "own", "own"));
+    fs::create_symlink(folder / "own", folder / "link");
+    EXPECT_FALSE(WriteScratchFile(folder / "link", "text"));
+    EXPECT_EQ(BytesOrEmpty(folder / "own"), "own");
+    EXPECT_EQ(BytesOrEmpty(folder / "link"), "text");
+    fs::create_directory(folder / "in the way");
+    EXPECT_EQ(WriteScratchFile(folder / "in the way", "text"), std::errc::is_a_directory);
+}
+
+TEST(WriteScratchFile, LeavesNothingOnAFullDisk) {
+    const TempFolder folder;
+    const Path file = folder / "Temp.txt";
+    EXPECT_EQ(OnAFullDisk(
+                  [&] { return static_cast<bool>(WriteScratchFile(file, std::string(2 * kDiskSize, 'x'))); }),
+              0);
+    EXPECT_FALSE(IsRegularFile(file));
+}
+
 TEST(GrowingFile, IsReadAndGrowsWhileItIsOpen) {
     const TempFolder folder;
     const Path file = folder / "year.24";
@@ -252,6 +279,39 @@ TEST(GrowingFile, IsReadAndGrowsWhileItIsOpen) {
     EXPECT_FALSE(growing.Append("three\r\n"));
     EXPECT_FALSE(growing.Close());
     EXPECT_EQ(BytesOrEmpty(file), "one\r\ntwo\r\nthree\r\n");
+}
+
+TEST(GrowingFile, AsMuchOfItsBeginningAsMayBeIsLeftOut) {
+    const TempFolder folder;
+    const Path file = folder / "year.24";
+    ASSERT_FALSE(WriteWholeFile(file, "one two three"));
+    struct Case {
+        std::size_t least, most, leftOut;
+    };
+    constexpr std::array<Case, 5> kCases = {
+        {{5, 100, 8}, {5, 3, 3}, {13, 100, 0}, {14, 100, 0}, {0, 100, 13}}};
+    for (const Case& one : kCases) {
+        GrowingFile growing(file);
+        std::string buffer = "before";
+        std::size_t used = buffer.size();
+        FileEnd end;
+        EXPECT_EQ(growing.ReadEndIntoBuffer(one.least, one.most, buffer, used, end), ReadOutcome::Done);
+        EXPECT_EQ(end.leftOut, one.leftOut);
+        EXPECT_EQ(end.extent.length, 13U);
+        EXPECT_EQ(end.extent.device, growing.Extent()->device);
+        EXPECT_EQ(buffer.substr(0, used), "before" + std::string("one two three").substr(one.leftOut));
+    }
+}
+
+TEST(GrowingFile, TheEndOfWhatIsMissingOrNoFileIsNotRead) {
+    const TempFolder folder;
+    std::string buffer;
+    std::size_t used = 0;
+    FileEnd end;
+    EXPECT_EQ(GrowingFile(folder / "year.24").ReadEndIntoBuffer(5, 5, buffer, used, end),
+              ReadOutcome::Missing);
+    EXPECT_EQ(GrowingFile(folder.Get()).ReadEndIntoBuffer(5, 5, buffer, used, end), ReadOutcome::Failed);
+    EXPECT_EQ(used, 0U);
 }
 
 TEST(GrowingFile, AMissingFileIsMadeByItsFirstLine) {

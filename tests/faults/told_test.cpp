@@ -148,7 +148,7 @@ TEST_F(ToldFaultTest, UnfinishedFilesGoFromFoldersBelowDataToo) {
 
 // Promise `full`: a scratch name that the system does not let go of is gone after the next writing command.
 TEST_F(ToldFaultTest, TheReplyOfAKilledUpdateGoesWithTheNextWritingCommand) {
-    const FaultedCall call = CallWithFault(app, {"update", "Mine.ddq"}, {"unlink", "KILL", 2, "Temp.txt"});
+    const FaultedCall call = CallWithFault(app, {"update", "Mine.ddq"}, {"unlink", "KILL", 3, "Temp.txt"});
     EXPECT_EQ(call.signal, SIGKILL) << call.Told();
     EXPECT_TRUE(IsRegularFile(app / "Temp.txt"));
     EXPECT_EQ(CallWithFault(app, {"alarm", "Mine.ddq", "NFLX", "--high", "300"}, {}).status, 0);

@@ -78,29 +78,100 @@ class DaysAheadTest : public ::testing::Test {
     std::vector<Path> halfLines;
 };
 
+// Lines of days long past.
+std::string Days(std::size_t count) {
+    std::string days;
+    for (std::size_t i = 0; i < count; ++i)
+        days += "\"01/02/24\",\"16:00\",10,9.5,13,1000,0,0,0,0,0,\"\",\"\",0,0,0,0,0," + std::to_string(i) +
+                "\r\n";
+    return days;
+}
+// None; as many that the file's end is read alone; as many that more than its end is read.
+constexpr std::array<std::size_t, 3> kDaysBefore = {0, 90, 300};
+
 TEST_F(DaysAheadTest, EveryKindOfDayIsStoredAsInItsTurn) {
     constexpr std::size_t kRows = 200;
-    std::array<std::vector<std::string>, 2> files;
-    std::array<std::vector<DayOutcome>, 2> outcomes;
-    std::array<std::string, 2> lists;
-    for (const bool isAhead : {false, true}) {
-        for (std::size_t row = 1; row <= kRows; ++row) {
-            // Neighbours differ from one block to the next.
-            const Scene& scene = kScenes[(row * row + row / 16) % kScenes.size()];
-            const Path file = Path(quotes) / (TickerOf(row) + ".24");
-            fs::remove(file);
-            if (scene.before != nullptr) folder.Write("EOD/" + TickerOf(row) + ".24", scene.before);
-            Fill(row, TickerOf(row), scene.date, scene.price);
+    for (const std::size_t count : kDaysBefore) {
+        std::array<std::vector<std::string>, 2> files;
+        std::array<std::vector<DayOutcome>, 2> outcomes;
+        std::array<std::string, 2> lists;
+        const std::string days = Days(count);
+        readAhead = 0;
+        for (const bool isAhead : {false, true}) {
+            for (std::size_t row = 1; row <= kRows; ++row) {
+                // Neighbours differ from one block to the next.
+                const Scene& scene = kScenes[(row * row + row / 16) % kScenes.size()];
+                const Path file = Path(quotes) / (TickerOf(row) + ".24");
+                fs::remove(file);
+                if (scene.before != nullptr)
+                    folder.Write("EOD/" + TickerOf(row) + ".24", days + scene.before);
+                Fill(row, TickerOf(row), scene.date, scene.price);
+            }
+            outcomes[isAhead] = Store(kRows, isAhead);
+            lists[isAhead] = listed;
+            EXPECT_FALSE(halfLines.empty());
+            for (std::size_t row = 1; row <= kRows; ++row) files[isAhead].push_back(File(TickerOf(row)));
         }
-        outcomes[isAhead] = Store(kRows, isAhead);
-        lists[isAhead] = listed;
-        EXPECT_FALSE(halfLines.empty());
-        for (std::size_t row = 1; row <= kRows; ++row) files[isAhead].push_back(File(TickerOf(row)));
+        EXPECT_GT(readAhead, kRows / 2) << count;
+        EXPECT_EQ(outcomes[true], outcomes[false]) << count;
+        EXPECT_EQ(lists[true], lists[false]) << count;
+        EXPECT_EQ(files[true], files[false]) << count;
     }
-    EXPECT_GT(readAhead, kRows / 2);
-    EXPECT_EQ(outcomes[true], outcomes[false]);
-    EXPECT_EQ(lists[true], lists[false]);
-    EXPECT_EQ(files[true], files[false]);
+}
+
+TEST_F(DaysAheadTest, ARowWithoutAYearGoesOnWithTheWholeFileBeforeIt) {
+    for (const std::size_t count : kDaysBefore) {
+        std::array<std::string, 2> files;
+        for (const bool isAhead : {false, true}) {
+            folder.Write("EOD/T1.24", Days(count) + std::string(kOld).replace(0, 10, "\"x\""));
+            Fill(1, "T1", "03/13/24", "11");
+            Fill(2, "", "03/15/24", "11");
+            // Its text is that of the last day, its price higher: it takes that day's place.
+            Fill(3, "T3", "x", "11");
+            Fill(4, "T4", "03/15/24", "11");
+            PutOld("T4");
+            EXPECT_EQ(Store(4, isAhead),
+                      (std::vector<DayOutcome>{DayOutcome::Unchanged, DayOutcome::Skipped,
+                                               DayOutcome::Replaced, DayOutcome::Appended}))
+                << count;
+            files[isAhead] = File("T1");
+        }
+        EXPECT_EQ(files[true], files[false]) << count;
+        EXPECT_THAT(files[true], ::testing::StartsWith(Days(count)));
+    }
+}
+
+TEST_F(DaysAheadTest, TheLastFileOfARunIsKeptWhole) {
+    const std::string before = Days(200) + std::string(kOld);
+    for (const char* ticker : {"T1", "T2"}) folder.Write("EOD/" + std::string(ticker) + ".24", before);
+    Fill(1, "T1", "03/15/24", "11");
+    Fill(2, "T2", "03/15/24", "11");
+    Fill(3, "T3", "", "11");
+    FileChange change({folder.Root(), "2024-03-15 17:00:00"}, "Test", ChangeKeeps::UntilDone);
+    DayRun run{change, YearGrowth::InPlace, {}, {}};
+    DayStore state;
+    std::size_t firstRead = 0;
+    DaysAhead ahead(quotes, rows, 3, run);
+    for (std::size_t row = 1; row <= 3; ++row) {
+        ReadYear* const read = ahead.Of(row);
+        EXPECT_EQ(read != nullptr, row < 3);
+        StoreDay(quotes, rows, row, state, run, read);
+        if (row == 1) firstRead = state.used;
+    }
+    EXPECT_LT(firstRead, before.size());
+    EXPECT_EQ(state.Bytes(), before);
+    EXPECT_EQ(state.HistoryCount(), 201U);
+}
+
+TEST_F(DaysAheadTest, AFileOfMoreLinesThanCountIsReadInItsTurn) {
+    // 18,001 lines, most of them empty.
+    const std::string before = std::string(kMostRows, '\n') + std::string(kOld);
+    for (const char* ticker : {"T1", "T2"}) folder.Write("EOD/" + std::string(ticker) + ".24", before);
+    Fill(1, "T1", "03/15/24", "11");
+    Fill(2, "T2", "03/15/24", "11");
+    const std::array<std::vector<DayOutcome>, 2> outcomes = {Store(2, false), Store(2, true)};
+    EXPECT_EQ(readAhead, 1U);
+    EXPECT_EQ(outcomes[1], outcomes[0]);
 }
 
 TEST_F(DaysAheadTest, ATickerOfTheSameBlockIsReadAgain) {

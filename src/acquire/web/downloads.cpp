@@ -65,7 +65,7 @@ std::optional<std::string> TextOfReply(const WebReply& reply) {
 std::error_code WriteTextFile(const Path& path, std::string_view text) {
     std::string bytes(text);
     bytes += kLineEnd;
-    return WriteWholeFile(path, bytes, Flush::Later);
+    return WriteScratchFile(path, bytes);
 }
 
 }  // namespace brantlow
