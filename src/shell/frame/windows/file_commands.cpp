@@ -144,13 +144,14 @@ bool FileCommands::ShowFile(std::string_view name) {
 }
 
 bool FileCommands::ReloadFile() {
-    if (!form_) return false;
-    const TableLoad load = Load([this] { return form_->Reload(); });
+    frmQuoteGrid* const form = form_;
+    if (form == nullptr) return false;
+    const TableLoad load = Load([form] { return form->Reload(); });
     // Told, and the window of a table that is none any more goes.
     if (!load.Done()) return ShowFile(std::string(frame_.session.CurrentFile));
-    frame_.session.CurrentTicker = form_->TickerMeant();
-    frame_.person.ShowTickerCount(form_->Table().TickerCount());
-    frame_.showRows(form_->RowsLine());
+    frame_.session.CurrentTicker = form->TickerMeant();
+    frame_.person.ShowTickerCount(form->Table().TickerCount());
+    frame_.showRows(form->RowsLine());
     const std::string sentence = TableLoadSentence(load, frame_.session.CurrentFile);
     if (!sentence.empty()) frame_.person.Say(sentence);
     return true;
