@@ -110,6 +110,7 @@ wait_for() {
 }
 window_named() { xdotool search --onlyvisible --name "$1" > /dev/null; }
 newer() { [[ $1 -nt $2 ]]; }
+run_ended() { ! window_named 'Exit, Pause or Resume Process'; }
 
 # ends PROGRAM: the program has left the screen.
 ends() { wait_for bash -c "! kill -0 $1"; }
@@ -163,13 +164,14 @@ picture populate-asks-again 1
 # Cancel is the default of the question.
 keys Left Return
 picture populating 0.5
-wait_for bash -c "! xdotool search --onlyvisible --name 'Exit, Pause or Resume Process'"
+wait_for run_ended
 picture populated 1
 
 touch "$folder/mark"
 keys F5
 picture update-begins 0.3
 wait_for newer "$folder/app/Quotes/EOD/QuoteList.ddq" "$folder/mark"
+wait_for run_ended
 picture updated 4
 # The first field of the status bar tells what the run did.
 press 60 -12
@@ -187,6 +189,8 @@ keys F9
 picture selector-asks 1
 keys Return
 wait_for newer "$folder/app/Data/Evaluations.dbe" "$folder/mark"
+# A slow machine is still at its rows then.
+wait_for run_ended
 picture selected 3
 keys ctrl+g
 picture chart 2

@@ -13,6 +13,7 @@
 #include "check/windows/frmCheckDatabase.h"
 #include "shell/run_control.h"
 #include "shell/settings/lines.h"
+#include "shell/settings/settings_files.h"
 #include "store/table_files.h"
 #include "store/windows/frmErrorReport.h"
 
@@ -45,6 +46,8 @@ class LoopWatch {
 
     struct Steps {
         std::size_t turns = 0;
+        // Seen at a turn.
+        std::size_t places = 0;
         // Between two turns.
         double longest = 0;
         double last = 0;
@@ -56,6 +59,7 @@ class LoopWatch {
   private:
     static void Look(double now, Steps& steps) {
         ++steps.turns;
+        if (now > steps.last) ++steps.places;
         if (now > steps.last) steps.longest = std::max(steps.longest, now - steps.last);
         steps.last = now;
     }
@@ -485,6 +489,38 @@ class ResponsiveRunTest : public QObject {
         DialogHand hand(RunProgram::GoOn);
         auto* const report = program.frame->findChild<frmErrorReport*>();
         report->findChild<QPushButton*>(QStringLiteral("Command3"))->click();
+        QVERIFY(QTest::qWaitFor([&] { return !program.person.InRun(); }, kPatienceMs));
+        Judge(watch, kRows);
+    }
+
+    // Of many lengths: the settings, the tables and what else lies beside them.
+    void programFilesAreCopiedBothWaysWithATurnAfterEach() {
+        RunProgram program;
+        for (const char* entry : {"mnuEditBackUpProgramFiles", "mnuEditRestoreProgramFiles"}) {
+            LoopWatch watch(program);
+            program.RunToTheEnd(entry);
+            std::vector<std::string> names;
+            QVERIFY(!ListFiles(FolderOfSetting(program.session.AppPath,
+                                               Get(program.session.settings, kApplicationBackUpFolder)),
+                               names));
+            QVERIFY2(names.size() > 3 && watch.shares.places + 1 >= names.size(),
+                     qPrintable(QStringLiteral("%1: %2 places, %3 files")
+                                    .arg(QString::fromLatin1(entry))
+                                    .arg(watch.shares.places)
+                                    .arg(names.size())));
+        }
+    }
+
+    void aReplayOfTheChartsPairLooksAtTheEventsAfterEachTicker() {
+        RunProgram program;
+        program.Write("VTRGRAPHset.ini",
+                      "\"Default\"\r\n\"Price\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
+                      "\"Condition 1\"\r\n\"Condition 2\"\r\n");
+        LoadSettingsFile(SettingsFile::Graph, program.session.AppPath, program.session.settings);
+        program.Choose("mnuEvaluateStudy");
+        QVERIFY(QTest::qWaitFor([&] { return !program.person.InRun(); }, kPatienceMs));
+        LoopWatch watch(program);
+        program.frame->findChild<QPushButton*>(QStringLiteral("Replay"))->click();
         QVERIFY(QTest::qWaitFor([&] { return !program.person.InRun(); }, kPatienceMs));
         Judge(watch, kRows);
     }

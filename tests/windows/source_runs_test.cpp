@@ -3,6 +3,8 @@
 #include <QAction>
 #include <QMenu>
 #include <QPushButton>
+#include <QTimer>
+#include <set>
 
 #include "acquire/feeds/windows/frmPopulate.h"
 #include "shell/frame/windows/frame_subjects.h"
@@ -91,6 +93,26 @@ std::size_t CountOf(const std::string& text, const std::string& part) {
 class SourceRunsTest : public QObject {
     Q_OBJECT
   private Q_SLOTS:
+    // What is counted is at which rows the loop turned.
+    void populatingAndUpdatingFromASourceTurnTheLoopAtEachTicker() {
+        RunScene scene(From("tiingo"), "A AMD CL KO NFLX");
+        std::set<std::size_t> rows;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            if (scene.person.InRun()) rows.insert(scene.session.run.CurrentRow);
+        });
+        watch.start(0);
+        scene.On(11);
+        scene.Populate();
+        rows.erase(0);
+        QCOMPARE(rows, (std::set<std::size_t>{1, 2, 3, 4, 5}));
+        rows.clear();
+        scene.On(20);
+        scene.Click("CmdUpdateQuotes");
+        rows.erase(0);
+        QCOMPARE(rows, (std::set<std::size_t>{1, 2, 3, 4, 5}));
+    }
+
     // NFLX splits 7 for 1 on the 18th, in the week that is missed. The market plays the 20th all the time, so
     // that the prices of the 11th that it would tell are past the split already.
     void aMissedWeekAndItsSplitAreMadeUpFromEverySource() {
