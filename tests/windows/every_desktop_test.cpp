@@ -14,6 +14,8 @@
 #include <QToolButton>
 #include <QToolTip>
 #include <QTreeView>
+#include <QTreeWidget>
+#include <algorithm>
 #include <sstream>
 #include <utility>
 
@@ -21,6 +23,7 @@
 #include "base/windows/elided_label.h"
 #include "base/windows/program_style.h"
 #include "chart/chart_palette.h"
+#include "check/windows/frmCheckDatabase.h"
 
 using namespace brantlow;
 
@@ -481,6 +484,28 @@ class EveryDesktopTest : public QObject {
             QCoreApplication::processEvents();
             LookAt(*program.frame, desktop.room, QString::fromLatin1(front) + QStringLiteral(": "), wrong);
         }
+        Tell(wrong);
+    }
+
+    // With a finding of many words.
+    void theCheckOfTheDatabaseCanBeRead_data() { AddDesktops(); }
+    void theCheckOfTheDatabaseCanBeRead() {
+        const DesktopLook desktop(Row());
+        SceneProgram program;
+        std::string history;
+        for (const char* day : {"03/04/26", "03/05/26", "03/06/26"})
+            history += "\"" + std::string(day) +
+                       "\",\"\",120.125,9.5,11.25,1000,0,0,0,0,0,\"\",\"\",0,0,0,0,0,120.125\r\n";
+        QVERIFY(!WriteWholeFile(program.session.AppPath / "Quotes" / "EOD" / "T1.26", history));
+        program.frame->Run("mnuEditCheckDatabase");
+        auto* const window = program.frame->findChild<frmCheckDatabase*>();
+        QVERIFY(window && QTest::qWaitFor([&] { return !program.person.InRun(); }));
+        const auto found = window->findChild<QTreeWidget*>()->findItems(QStringLiteral("further lines"),
+                                                                        Qt::MatchContains, 3);
+        QVERIFY(std::any_of(found.begin(), found.end(),
+                            [](const QTreeWidgetItem* row) { return row->text(3).size() > 55; }));
+        QStringList wrong;
+        LookAt(*window, desktop.room, {}, wrong);
         Tell(wrong);
     }
 

@@ -14,6 +14,7 @@
 #include "base/windows/buttons.h"
 #include "base/windows/display_text.h"
 #include "base/windows/screen_room.h"
+#include "base/windows/wrapped_cells.h"
 
 namespace brantlow {
 
@@ -58,7 +59,6 @@ QTreeWidget* FindingList() {
     list->setHeaderLabels({QStringLiteral("File"), QStringLiteral("Line"), QStringLiteral("Kind"),
                            QStringLiteral("What is wrong"), QStringLiteral("Repair")});
     list->setRootIsDecorated(false);
-    list->setUniformRowHeights(true);
     list->setAlternatingRowColors(true);
     list->setToolTip(QStringLiteral("A double click opens the file at the line"));
     const int widths[] = {kFileWidth, kLineWidth, kGradeWidth, kMendWidth, kMendWidth};
@@ -66,6 +66,7 @@ QTreeWidget* FindingList() {
         list->setColumnWidth(column, WidthForLetters(*list, widths[column]));
     list->header()->setStretchLastSection(false);
     list->header()->setSectionResizeMode(kWordsColumn, QHeaderView::Stretch);
+    WrapCells(*list, {kWordsColumn});
     return list;
 }
 
@@ -152,6 +153,10 @@ void frmCheckDatabase::ShowReport(const CheckReport& report) {
     QList<QTreeWidgetItem*> rows;
     for (const Finding& finding : report.findings) rows.append(RowOfFinding(finding, appPath_));
     list_->addTopLevelItems(rows);
+    // The words take what the others leave.
+    for (int column = 0; !rows.isEmpty() && column < list_->columnCount(); ++column) {
+        if (column != kWordsColumn) list_->resizeColumnToContents(column);
+    }
 }
 
 void frmCheckDatabase::ShowState() {
