@@ -4,7 +4,9 @@
 #include <QPushButton>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextFrame>
 #include <QTextImageFormat>
+#include <QTextTable>
 
 #include "acquire/version/version_check.h"
 #include "acquire/version/windows/frmVersionUpdate.h"
@@ -279,6 +281,25 @@ class HelpMenuTest : public QObject {
             QVERIFY2(page->horizontalScrollBar()->maximum() == 0, file.c_str());
         }
         QVERIFY(pictures >= 10);
+    }
+
+    void tablesHaveLinesAndStandApartFromTheText() {
+        frmHelp help(SourceFolder() / "assets/Help", nullptr);
+        help.setAttribute(Qt::WA_DeleteOnClose, false);
+        auto* browser = help.findChild<QTextBrowser*>();
+        int tables = 0;
+        for (const char* page :
+             {"batch", "chart", "files", "glossary", "selector", "start", "studies", "tables", "values"}) {
+            help.ShowPage(std::string(page) + ".html");
+            for (const QTextFrame* frame : browser->document()->rootFrame()->childFrames()) {
+                if (!qobject_cast<const QTextTable*>(frame)) continue;
+                const QTextFrameFormat format = frame->frameFormat();
+                QVERIFY2(format.topMargin() >= 8 && format.bottomMargin() >= 8, page);
+                QVERIFY2(format.border() >= 1, page);
+                ++tables;
+            }
+        }
+        QCOMPARE(tables, 11);
     }
 
     void aMissingPageIsTold() {

@@ -180,6 +180,7 @@ class MaintenanceWindowsTest : public QObject {
         QCOMPARE(words(), QStringLiteral("Redo Remove Last Update"));
         click();
         QCOMPARE(program.At("Quotes/EOD/AAA.26"), std::string());
+        QCOMPARE(program.Message(), QStringLiteral("Redone: Remove Last Update"));
         QCOMPARE(words(), QStringLiteral("Undo Remove Last Update"));
     }
 

@@ -335,6 +335,19 @@ class TableWorkTest : public QObject {
         QCOMPARE(program.ShownHeaders(), (Column{"Ticker Symbol", "Volume", "Last Price", "Change", "Name"}));
     }
 
+    void aTableWithFewColumnsLeavesTheOthersChosen() {
+        WorkProgram program;
+        program.Write("Few.ddq", "Ticker Symbol\tName\tLast Price\tSPS\tPEG\r\nT1\tAlpha\t10.000\t1\t2\r\n");
+        program.session.settings.MruSettings.Set(1, Value::OfText("Few.ddq"));
+        program.frame->OpenRecentFile(1);
+        QCOMPARE(program.ShownHeaders(), (Column{"Ticker Symbol", "Last Price", "Name"}));
+        const auto name = static_cast<int>(*program.Grid().Table().ColumnOf("Name"));
+        program.View().horizontalHeader()->moveSection(name, 1);
+        QCoreApplication::processEvents();
+        QCOMPARE(program.Read("VTRCOLset.ini"),
+                 std::string("\"Name\"\r\n\"Last Price\"\r\n\"Change\"\r\n\"Volume\"\r\n\"\"\r\n"));
+    }
+
     void aColumnChoiceThatCannotBeKeptIsTold() {
         WorkProgram program;
         std::filesystem::remove(program.session.DataFile("VTRCOLset.ini"));

@@ -81,13 +81,19 @@ bool frmQuoteGrid::ShowsChosenColumns() const {
     return kind == FileKind::Ddq || kind == FileKind::Db;
 }
 
+// A chosen column that this table has not stays chosen for the others.
 void frmQuoteGrid::KeepChosenColumns() {
-    SettingsTables draft = session_.settings;
-    draft.ColumnSettings.Clear();
-    std::size_t line = 0;
+    std::vector<std::string> chosen;
     for (std::size_t i = 1; i < table_.ColumnCount(); ++i) {
-        if (table_.Width(i) > 0) draft.ColumnSettings.Set(++line, Value::OfText(table_.Header(i)));
+        if (table_.Width(i) > 0) chosen.push_back(table_.Header(i));
     }
+    SettingsTables draft = session_.settings;
+    for (std::size_t line = 1; line <= draft.ColumnSettings.Size(); ++line) {
+        const std::string& header = draft.ColumnSettings.Text(line);
+        if (!header.empty() && !table_.ColumnOf(header)) chosen.push_back(header);
+    }
+    draft.ColumnSettings.Clear();
+    for (std::size_t i = 0; i < chosen.size(); ++i) draft.ColumnSettings.Set(i + 1, Value::OfText(chosen[i]));
     const Failure failure =
         ApplySettings(draft, SettingsFile::Columns, OrdinaryChange(session_.AppPath), session_.settings);
     if (failure) session_.person.Say(Sentence(failure));

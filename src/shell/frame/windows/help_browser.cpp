@@ -24,8 +24,9 @@ constexpr std::array kPageColours = {
     PageColour{"#dbe5f1", "#33465c"},  // the ground of a table's head
     PageColour{"#eef2f7", "#2b333d"},  // that of code
 };
-constexpr const char* kLightLink = "a { color: #1a5fb4; }";
-constexpr const char* kDarkLink = "a { color: #8ab8ee; }";
+// Beside what a page says of itself: tables stand apart from the lines around them.
+constexpr const char* kLightStyle = "a { color: #1a5fb4; } table { margin-top: 8px; margin-bottom: 8px; }";
+constexpr const char* kDarkStyle = "a { color: #8ab8ee; } table { margin-top: 8px; margin-bottom: 8px; }";
 
 // The page of what was found; the words stand behind the question mark of its address.
 constexpr const char* kHitsPage = "search.html";
@@ -54,7 +55,7 @@ QString PageOfHits(const Path& folder, const QString& words) {
 
 HelpBrowser::HelpBrowser(const Path& folder, QWidget* parent) : QTextBrowser(parent), folder_(folder) {
     setSearchPaths({ShownPath(folder)});
-    document()->setDefaultStyleSheet(QString::fromLatin1(kLightLink));
+    document()->setDefaultStyleSheet(QString::fromLatin1(kLightStyle));
 }
 
 bool HelpBrowser::IsDark() const {
@@ -75,7 +76,7 @@ QVariant HelpBrowser::loadResource(int type, const QUrl& name) {
                      .toUtf8()
                : QTextBrowser::loadResource(type, name);
     shownDark_ = IsDark();
-    document()->setDefaultStyleSheet(QString::fromLatin1(shownDark_ ? kDarkLink : kLightLink));
+    document()->setDefaultStyleSheet(QString::fromLatin1(shownDark_ ? kDarkStyle : kLightStyle));
     if (!shownDark_) return resource;
     QByteArray page = resource.toByteArray();
     for (const PageColour& colour : kPageColours) page.replace(colour.light, colour.dark);

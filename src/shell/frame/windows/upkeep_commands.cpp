@@ -159,7 +159,8 @@ void UpkeepCommands::Undo() {
     frame_.showUndone(result.change.number, [&] { ShowUndone(result.files); });
     // In place of the line of the run that is undone.
     RunReport report("Undo", "files");
-    report.SetHeadline("Undone: " + result.change.what);
+    const std::string& what = result.change.what;
+    report.SetHeadline(IsUndoing(what) ? "Redone: " + NameOfUndoing(what) : "Undone: " + what);
     frame_.tell(report);
     frame_.notice(report.Line());
 }
