@@ -82,6 +82,8 @@ TableLoad FileCommands::LoadForm() {
     window_->resize(std::min(PixelsOf(ScaledWidth(display_, kTableWidth)), area.width()),
                     std::min(PixelsOf(ScaledHeight(display_, kTableHeight)), area.height()));
     const TableLoad load = Load([form] { return form->Load(); });
+    // Nothing was told of the rows while a large table was read, as in any run.
+    if (load.Done() && !frame_.person.InRun()) frame_.showRows(form->RowsLine());
     frame_.children.SetOperations(*form, Operations());
     return load;
 }
