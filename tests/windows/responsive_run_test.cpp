@@ -210,7 +210,8 @@ class ResponsiveRunTest : public QObject {
         QCOMPARE(program.frame->QuoteForm()->Table().TickerCount(), kManyRows);
         JudgeWork(opening);
         QVERIFY(program.frame->isEnabled() && !program.person.InRun());
-        QCOMPARE(program.Find<QLabel>("Panel4")->text(), QString::number(kManyRows) + QStringLiteral(" rows"));
+        QCOMPARE(program.Find<QLabel>("Panel4")->text(),
+                 QString::number(kManyRows) + QStringLiteral(" rows"));
         LoopWatch exporting(program, Watched::Work);
         program.RunToTheEnd("mnuFileExportQuotes");
         JudgeWork(exporting);
