@@ -542,6 +542,28 @@ class ResponsiveRunTest : public QObject {
         }
     }
 
+    void aRepairOfTheDatabaseLooksAtTheEvents() {
+        RunProgram program;
+        const Path quotes = program.session.AppPath / "Quotes" / "EOD";
+        const std::string whole = BytesOrEmpty(quotes / "T1.26");
+        for (int row = 1; row <= kRows; ++row)
+            QVERIFY(!WriteWholeFile(quotes / ("T" + std::to_string(row) + ".26"), "\r\n" + whole));
+        program.Choose("mnuEditCheckDatabase");
+        QVERIFY(QTest::qWaitFor([&] { return !program.person.InRun(); }, kPatienceMs));
+        std::size_t turns = 0;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            if (program.person.InRun()) ++turns;
+        });
+        watch.start(0);
+        auto* const window = program.frame->findChild<frmCheckDatabase*>();
+        window->findChild<QPushButton*>(QStringLiteral("cmdRepair"))->click();
+        QVERIFY(QTest::qWaitFor([&] { return !program.person.InRun(); }, kPatienceMs));
+        QVERIFY(turns > 0);
+        for (int row = 1; row <= kRows; ++row)
+            QCOMPARE(BytesOrEmpty(quotes / ("T" + std::to_string(row) + ".26")), whole);
+    }
+
     // A split by hand and an undoing are one piece each: the frame is off, and the work beside it.
     void aSplitAndItsUndoingAreDoneBesideTheWindows() {
         RunProgram program;
