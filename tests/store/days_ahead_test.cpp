@@ -163,6 +163,18 @@ TEST_F(DaysAheadTest, TheLastFileOfARunIsKeptWhole) {
     EXPECT_EQ(state.HistoryCount(), 201U);
 }
 
+TEST_F(DaysAheadTest, AFileWhoseLastLineBeginsBeforeItsEndIsReadInItsTurn) {
+    const std::string time(5000, '1');
+    const std::string before = Days(1) + "\"03/14/24\",\"" + time +
+                               std::string(kOld).substr(std::string_view("\"03/14/24\",\"16:00").size());
+    for (const char* ticker : {"T1", "T2"}) folder.Write("EOD/" + std::string(ticker) + ".24", before);
+    Fill(1, "T1", "03/15/24", "11");
+    Fill(2, "T2", "03/15/24", "11");
+    EXPECT_EQ(Store(2, true), (std::vector<DayOutcome>{DayOutcome::Appended, DayOutcome::Appended}));
+    EXPECT_EQ(readAhead, 1U);
+    EXPECT_THAT(File("T1"), ::testing::StartsWith(before));
+}
+
 TEST_F(DaysAheadTest, AFileOfMoreLinesThanCountIsReadInItsTurn) {
     // 18,001 lines, most of them empty.
     const std::string before = std::string(kMostRows, '\n') + std::string(kOld);
