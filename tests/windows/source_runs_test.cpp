@@ -97,9 +97,12 @@ class SourceRunsTest : public QObject {
     void populatingAndUpdatingFromASourceTurnTheLoopAtEachTicker() {
         RunScene scene(From("tiingo"), "A AMD CL KO NFLX");
         std::set<std::size_t> rows;
+        std::set<std::string> tickers;
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, [&] {
-            if (scene.person.InRun()) rows.insert(scene.session.run.CurrentRow);
+            if (!scene.person.InRun()) return;
+            rows.insert(scene.session.run.CurrentRow);
+            tickers.insert(scene.session.CurrentTicker);
         });
         watch.start(0);
         scene.On(11);
@@ -107,10 +110,15 @@ class SourceRunsTest : public QObject {
         rows.erase(0);
         QCOMPARE(rows, (std::set<std::size_t>{1, 2, 3, 4, 5}));
         rows.clear();
+        tickers.clear();
+        const std::string selected = scene.session.CurrentTicker;
         scene.On(20);
         scene.Click("CmdUpdateQuotes");
         rows.erase(0);
         QCOMPARE(rows, (std::set<std::size_t>{1, 2, 3, 4, 5}));
+        // Each is named in its turn, and the selected one again afterwards.
+        QCOMPARE(tickers, (std::set<std::string>{"A", "AMD", "CL", "KO", "NFLX"}));
+        QCOMPARE(scene.session.CurrentTicker, selected);
     }
 
     // NFLX splits 7 for 1 on the 18th, in the week that is missed. The market plays the 20th all the time, so
