@@ -140,6 +140,8 @@ TEST_F(CurlWebTest, AServicesRefusalIsAnAnswerAndItsRedirectIsNotFollowed) {
 }
 
 TEST_F(CurlWebTest, AServicesReplyHasItsLimitOfBytesAndItsLimitOfTime) {
+    std::atomic<bool> sent = false;
+    RawServer slow(NeverCompletes(sent));
     site.server.Get("/long", [&](const httplib::Request&, httplib::Response& response) {
         response.set_content(std::string(5000, 'x'), "text/plain");
     });
@@ -154,6 +156,7 @@ TEST_F(CurlWebTest, AServicesReplyHasItsLimitOfBytesAndItsLimitOfTime) {
     EXPECT_EQ(large.bytes, "");
     request.limitBytes = 5000;
     EXPECT_EQ(services.Ask(request).bytes.size(), 5000U);
+    request.url = slow.Url();
     request.limitSeconds = 0;
     const ServiceReply late = services.Ask(request);
     EXPECT_EQ(late.failure, WebFailure::TimedOut);
