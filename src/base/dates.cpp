@@ -69,6 +69,21 @@ std::optional<Date> ValidDate(std::optional<int> year, std::optional<int> month,
     return date;
 }
 
+// The number that two digits at `at` are; nothing where they are none.
+std::optional<int> TwoDigits(std::string_view text, std::size_t at) {
+    constexpr int kTen = 10;
+    const int tens = text[at] - '0';
+    const int ones = text[at + 1] - '0';
+    const bool areDigits = tens >= 0 && tens < kTen && ones >= 0 && ones < kTen;
+    return areDigits ? std::optional(tens * kTen + ones) : std::nullopt;
+}
+
+void PutTwoDigits(unsigned number, std::string& text, std::size_t at) {
+    constexpr unsigned kTen = 10;
+    text[at] = static_cast<char>('0' + number / kTen % kTen);
+    text[at + 1] = static_cast<char>('0' + number % kTen);
+}
+
 int YearOf(const Date& date) {
     return static_cast<int>(date.year());
 }
@@ -79,9 +94,23 @@ unsigned DayOf(const Date& date) {
     return static_cast<unsigned>(date.day());
 }
 
+// Since midnight; nothing where a day has no such time.
+std::optional<int> MinutesOf(int hour, int minute) {
+    if (hour > 23 || minute > 59) return std::nullopt;
+    return hour * 60 + minute;
+}
+
 }  // namespace
 
 std::optional<Date> ParseDate(std::string_view text) {
+    // "mm/dd/yy", which nearly all are.
+    constexpr std::size_t kPlainSize = 8;
+    if (text.size() == kPlainSize && text[2] == '/' && text[5] == '/') {
+        const auto month = TwoDigits(text, 0);
+        const auto day = TwoDigits(text, 3);
+        const auto year = TwoDigits(text, 6);
+        if (month && day && year) return ValidDate(year, month, day, 2);
+    }
     const auto found = DateParts(text);
     if (!found) return std::nullopt;
     const auto& parts = *found;
@@ -97,7 +126,11 @@ std::optional<Date> ParseDate(std::string_view text) {
 }
 
 std::string FormatDate(const Date& date) {
-    return fmt::format(FMT_COMPILE("{:02}/{:02}/{:02}"), MonthOf(date), DayOf(date), YearOf(date) % 100);
+    std::string text = "00/00/00";
+    PutTwoDigits(MonthOf(date), text, 0);
+    PutTwoDigits(DayOf(date), text, 3);
+    PutTwoDigits(static_cast<unsigned>(YearOf(date)) % 100, text, 6);
+    return text;
 }
 
 std::string FormatLongDate(const Date& date) {
@@ -119,6 +152,13 @@ Date AddDays(const Date& date, int days) {
 
 std::optional<int> ParseTime(std::string_view text) {
     text = Trim(text);
+    // "hh:mm", which nearly all are.
+    constexpr std::size_t kPlainSize = 5;
+    if (text.size() == kPlainSize && text[2] == ':') {
+        const auto hour = TwoDigits(text, 0);
+        const auto minute = TwoDigits(text, 3);
+        if (hour && minute) return MinutesOf(*hour, *minute);
+    }
     constexpr std::size_t kSuffix = 2;
     std::optional<bool> afternoon;
     if (text.size() > kSuffix) {
@@ -136,13 +176,16 @@ std::optional<int> ParseTime(std::string_view text) {
         values[i] = *value;
     }
     int hour = values[0];
-    if (hour > 23 || (afternoon && (hour < 1 || hour > 12))) return std::nullopt;
+    if (afternoon && (hour < 1 || hour > 12)) return std::nullopt;
     if (afternoon) hour = hour % 12 + (*afternoon ? 12 : 0);
-    return hour * 60 + values[1];
+    return MinutesOf(hour, values[1]);
 }
 
 std::string FormatTime(int minutes) {
-    return fmt::format(FMT_COMPILE("{:02}:{:02}"), minutes / 60, minutes % 60);
+    std::string text = "00:00";
+    PutTwoDigits(static_cast<unsigned>(minutes) / 60, text, 0);
+    PutTwoDigits(static_cast<unsigned>(minutes) % 60, text, 3);
+    return text;
 }
 
 std::string ReformatTime(std::string_view text) {

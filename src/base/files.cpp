@@ -40,11 +40,21 @@ bool HoldsNul(const std::string& name) {
     return name.find('\0') != std::string::npos;
 }
 
+// Opens a file without its time of access, which the disk would have to keep; only its owner may.
+int OpenQuietly(const char* name, int flags) {
+    const int descriptor = ::open(name, flags | O_NOATIME);
+    return descriptor < 0 && errno == EPERM ? ::open(name, flags) : descriptor;
+}
+
+FileExtent ExtentOf(const struct stat& status) {
+    return {static_cast<std::uintmax_t>(status.st_size), status.st_dev, status.st_ino};
+}
+
 // Opens a regular file for reading and tells its extent; closed, with the reason, where there is none.
 Descriptor OpenToRead(const std::string& name, FileExtent& extent, ReadResult& result,
                       int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK) {
     if (HoldsNul(name)) return Descriptor(-1);
-    Descriptor file(::open(name.c_str(), flags));
+    Descriptor file(OpenQuietly(name.c_str(), flags));
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0) {
         result.error = LastError();
@@ -61,7 +71,7 @@ Descriptor OpenToRead(const std::string& name, FileExtent& extent, ReadResult& r
                                                                     : std::errc::invalid_argument);
         file.Close();
     }
-    extent = {static_cast<std::uintmax_t>(status.st_size), status.st_dev};
+    extent = ExtentOf(status);
     return file;
 }
 
@@ -312,7 +322,7 @@ std::error_code GrowingFile::Append(std::string_view bytes) {
 std::optional<FileExtent> GrowingFile::Extent() const {
     struct stat status {};
     if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) return std::nullopt;
-    return FileExtent{static_cast<std::uintmax_t>(status.st_size), status.st_dev};
+    return ExtentOf(status);
 }
 
 std::error_code GrowingFile::Close() {

@@ -62,6 +62,7 @@ std::error_code AppendToFile(const Path& path, std::string_view bytes);
 struct FileExtent {
     std::uintmax_t length = 0;
     std::uint64_t device = 0;
+    std::uint64_t number = 0;  // on its device, whatever the name
 };
 
 // What was read of a file's end: how long the file was, and how many bytes at its front were left out.

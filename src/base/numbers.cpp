@@ -131,14 +131,13 @@ struct Picture {
 
 Picture ParsePicture(std::string_view text) {
     Picture picture;
-    const std::size_t start = std::min(text.find_first_of("0#."), text.size());
-    picture.prefix = text.substr(0, start);
-    const std::size_t point = std::min(text.find('.', start), text.size());
-    const std::string_view whole = text.substr(start, point - start);
-    const std::string_view fraction = text.substr(std::min(point + 1, text.size()));
-    picture.wholeZeros = static_cast<std::size_t>(std::count(whole.begin(), whole.end(), '0'));
-    picture.fractionZeros = static_cast<std::size_t>(std::count(fraction.begin(), fraction.end(), '0'));
-    picture.fractionPlaces = fraction.size();
+    std::size_t at = 0;
+    while (at < text.size() && text[at] != '0' && text[at] != '#' && text[at] != '.') ++at;
+    picture.prefix = text.substr(0, at);
+    for (; at < text.size() && text[at] != '.'; ++at) picture.wholeZeros += text[at] == '0' ? 1U : 0U;
+    if (at == text.size()) return picture;
+    picture.fractionPlaces = text.size() - at - 1;
+    for (++at; at < text.size(); ++at) picture.fractionZeros += text[at] == '0' ? 1U : 0U;
     return picture;
 }
 
@@ -168,30 +167,32 @@ std::optional<Scaled> ScaledTo(double value, std::size_t places) {
     return std::nullopt;
 }
 
+char DigitOf(std::uint64_t value) {
+    return static_cast<char>('0' + value);
+}
+
 // Adds the number's digits to `out`, at least so many before and behind the point, after the minus sign and
-// `prefix`.
+// `prefix`. The form asks for no more places than the number has.
 void AppendScaled(const Scaled& scaled, const Picture& form, std::string& out) {
+    constexpr std::uint64_t kTen = 10;
     constexpr std::size_t kMostDigits = 24;
-    std::array<char, kMostDigits> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(),
-                                   static_cast<std::int64_t>(std::abs(scaled.whole)))
-                         .ptr;
-    std::string_view digits(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    if (digits == "0") digits = {};
-    const std::size_t wholeDigits = digits.size() - std::min(digits.size(), scaled.places);
-    const std::string_view whole = digits.substr(0, wholeDigits);
-    const std::string_view fraction = digits.substr(wholeDigits);
-    const std::size_t leadingZeros = digits.empty() ? 0 : scaled.places - fraction.size();
-    const std::size_t kept = fraction.find_last_not_of('0') + 1;
-    const std::size_t fractionSize = kept == 0 ? 0 : leadingZeros + kept;
+    std::array<char, kMostDigits> buffer;
+    char* const end = buffer.data() + buffer.size();
+    auto digits = static_cast<std::uint64_t>(std::abs(scaled.whole));
+    std::size_t places = scaled.places;
+    for (; places > form.fractionZeros && digits % kTen == 0; digits /= kTen) --places;
+
+    char* begin = end;
+    for (std::size_t i = 0; i < places; ++i, digits /= kTen) *--begin = DigitOf(digits % kTen);
+    if (places > 0) *--begin = '.';
+    const char* const point = begin;
+    for (; digits != 0; digits /= kTen) *--begin = DigitOf(digits % kTen);
+    const auto wholeSize = static_cast<std::size_t>(point - begin);
 
     if (scaled.whole < 0) out += '-';
     out += form.prefix;
-    out.append(form.wholeZeros - std::min(form.wholeZeros, whole.size()), '0').append(whole);
-    if (std::max(fractionSize, form.fractionZeros) == 0) return;
-    out += '.';
-    if (kept > 0) out.append(leadingZeros, '0').append(fraction.substr(0, kept));
-    out.append(form.fractionZeros - std::min(form.fractionZeros, fractionSize), '0');
+    if (form.wholeZeros > wholeSize) out.append(form.wholeZeros - wholeSize, '0');
+    out.append(begin, end);
 }
 
 }  // namespace
@@ -207,6 +208,9 @@ double LeadingNumber(std::string_view text) {
 
 std::optional<double> WholeNumber(std::string_view text) {
     text = Trim(text);
+    double value = 0;
+    const char* const end = text.data() + text.size();
+    if (ReadPlainNumber(text.data(), end, value) == end && !text.empty()) return value;
     if (text.empty() || NumberLength(text) != text.size()) return std::nullopt;
     return Convert(text);
 }

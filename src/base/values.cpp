@@ -100,7 +100,11 @@ void TakeValueText(std::string_view field, std::string& text) {
 
 void AppendQuoted(std::string_view text, std::string& out) {
     out += '"';
-    std::remove_copy_if(text.begin(), text.end(), std::back_inserter(out), IsUnwritable);
+    if (std::none_of(text.begin(), text.end(), IsUnwritable)) {
+        out += text;
+    } else {
+        std::remove_copy_if(text.begin(), text.end(), std::back_inserter(out), IsUnwritable);
+    }
     out += '"';
 }
 

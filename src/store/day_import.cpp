@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/ahead_of_turn.h"
 #include "base/failure.h"
 #include "base/text.h"
 #include "shell/session_change.h"
@@ -15,15 +16,27 @@ namespace brantlow {
 
 namespace {
 
+// Record i goes to row i + 1; threads share the work in pieces of neighbours.
+void TakeRecords(const std::vector<std::string_view>& records, QuoteArrays& rows) {
+    constexpr std::size_t kPerPiece = 256;
+    struct Nothing {};
+    const auto takePiece = [&](std::size_t piece, Nothing&) {
+        const std::size_t end = std::min(records.size(), (piece + 1) * kPerPiece);
+        for (std::size_t i = piece * kPerPiece; i < end; ++i) TakeImportRecord(records[i], i + 1, rows);
+    };
+    AheadOfTurn<Nothing> pieces((records.size() + kPerPiece - 1) / kPerPiece, kThreadsOfMachine, takePiece);
+    for (; !pieces.IsDone(); pieces.Advance()) pieces.Await();
+}
+
 Failure ReadRecords(const Path& file, QuoteArrays& rows, std::size_t& lines) {
     std::string bytes;
     if (Failure failure = ReadIfThere(file, bytes)) return failure;
+    std::vector<std::string_view> records;
     LineReader reader(bytes);
-    std::string_view line;
-    const std::size_t count = std::min(LineCount(bytes), kMostRows);
-    if (count > 0) rows.MakeRoom(count);
-    for (std::size_t i = 1; i <= count && reader.Next(line); ++i) TakeImportRecord(line, i, rows);
-    lines = count;
+    for (std::string_view line; records.size() < kMostRows && reader.Next(line);) records.push_back(line);
+    if (!records.empty()) rows.MakeRoom(records.size());
+    TakeRecords(records, rows);
+    lines = records.size();
     return {};
 }
 

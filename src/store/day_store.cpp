@@ -13,7 +13,7 @@ namespace brantlow {
 namespace {
 
 // Bytes at the end of a year file that hold its last line many times over.
-constexpr std::size_t kEndBytes = 4096;
+constexpr std::size_t kEndBytes = 1024;
 
 bool IsStored(const QuoteArrays& rows, std::size_t row) {
     const std::string& ticker = rows.Symbols[row];
@@ -92,6 +92,11 @@ Failure OpenYearFile(const std::string& quoteFolder, const QuoteArrays& rows, st
     return ReadYearFile(opened, state);
 }
 
+void RepairPrices(QuoteArrays& rows, std::size_t row) {
+    RepairRow(rows, row);
+    RepairOpenPrice(rows, row);
+}
+
 bool ReplacesLast(const QuoteArrays& rows, std::size_t row, const HistoryRecord& last) {
     if (rows.TradeDates[row] != last.HistoryDate) return false;
     return rows.TradeTimes[row] > last.HistoryTime || LeadingNumber(rows.LastPrices[row]) > last.HistoryClose;
@@ -122,10 +127,14 @@ Failure AppendInPlace(const std::string& bytes, std::optional<GrowingFile>& open
     return FailedTo(FailureKind::Write, file, error);
 }
 
-Failure Append(const HistoryRecord& record, std::optional<GrowingFile>& opened, DayRun& run,
-               DayStore& state) {
+// What goes to the end of the file for a row's day.
+std::string DayLineOf(const QuoteArrays& rows, std::size_t row) {
     std::string line;
-    AppendHistoryLine(record, line);
+    AppendHistoryLine(RecordOfRow(rows, row), line);
+    return line;
+}
+
+Failure Append(std::string line, std::optional<GrowingFile>& opened, DayRun& run, DayStore& state) {
     if (state.hadHalfLine) return run.change.Write(*state.file, std::string(state.Bytes()) + line);
     if (state.endsInsideLine) line.insert(0, kLineEnd);
     // What was not read in this call, or not wholly, is not written anew.
@@ -148,15 +157,31 @@ StoredDay Stored(DayOutcome outcome, Failure fault, DayRun& run, DayStore& state
 StoredDay StoreRow(const QuoteArrays& rows, std::size_t row, std::optional<GrowingFile>& opened, DayRun& run,
                    DayStore& state) {
     if (!state.file) return {DayOutcome::Unchanged, {}};
-    const HistoryRecord record = RecordOfRow(rows, row);
     if (ReplacesLast(rows, row, state.last)) {
         opened.reset();
-        return Stored(DayOutcome::Replaced, ReplaceLast(record, run, state), run, state);
+        return Stored(DayOutcome::Replaced, ReplaceLast(RecordOfRow(rows, row), run, state), run, state);
     }
     if (FollowsLast(rows, row, state.last)) {
-        return Stored(DayOutcome::Appended, Append(record, opened, run, state), run, state);
+        return Stored(DayOutcome::Appended, Append(DayLineOf(rows, row), opened, run, state), run, state);
     }
     return {DayOutcome::Unchanged, {}};
+}
+
+// A row whose file is to be read now, or holds the row's day already.
+StoredDay StoreInTurn(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state,
+                      DayRun& run, ReadYear* ahead) {
+    RepairPrices(rows, row);
+    // A file that is written anew is read whole.
+    const bool isCut = ahead != nullptr && ahead->end.leftOut > 0;
+    if (isCut && ReplacesLast(rows, row, ahead->year.last)) ahead = nullptr;
+    std::optional<GrowingFile> openedNow;
+    std::optional<GrowingFile>& opened = ahead != nullptr ? ahead->opened : openedNow;
+    if (ahead != nullptr) {
+        std::swap(state, ahead->year);
+    } else if (Failure fault = OpenYearFile(quoteFolder, rows, row, run.change, opened, state)) {
+        return {DayOutcome::Failed, std::move(fault)};
+    }
+    return StoreRow(rows, row, opened, run, state);
 }
 
 }  // namespace
@@ -202,45 +227,40 @@ std::vector<YearPart> YearPartsOf(const QuoteArrays& rows, std::size_t entries) 
     return parts;
 }
 
-void ReadYearAhead(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, YearPart part,
+void ReadYearAhead(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, YearPart part,
                    ReadYear& read) {
     read.isRead = false;
     read.opened.reset();
+    read.line.clear();
     if (!rows.HasRow(row) || !IsStored(rows, row) || !NamesYear(rows, row)) return;
     read.year.file = YearFilePath(quoteFolder, rows.Symbols[row], YearDigits(rows.TradeDates[row]));
     if (!read.year.file) return;
     read.opened.emplace(*read.year.file);
     if (part == YearPart::End) {
         read.isRead = ReadYearEnd(read);
-        return;
+    } else if (!ReadYearFile(read.opened, read.year)) {
+        const std::optional<FileExtent> extent = read.opened->Extent();
+        read.isRead = extent.has_value();
+        if (extent) read.end = {*extent, 0};
     }
-    if (ReadYearFile(read.opened, read.year)) return;
-    const std::optional<FileExtent> extent = read.opened->Extent();
-    read.isRead = extent.has_value();
-    if (extent) read.end = {*extent, 0};
-}
-
-bool WillGrow(const QuoteArrays& rows, std::size_t row, const ReadYear& read) {
-    return !read.year.hadHalfLine && !ReplacesLast(rows, row, read.year.last) &&
-           FollowsLast(rows, row, read.year.last);
+    if (!read.isRead) return;
+    RepairPrices(rows, row);
+    const HistoryRecord& last = read.year.last;
+    const bool isBehind = !ReplacesLast(rows, row, last) && FollowsLast(rows, row, last);
+    if (isBehind && !read.year.hadHalfLine) read.line = DayLineOf(rows, row);
 }
 
 StoredDay StoreDay(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, DayStore& state,
                    DayRun& run, ReadYear* ahead) {
     if (!IsStored(rows, row)) return {};
-    RepairRow(rows, row);
-    RepairOpenPrice(rows, row);
-    // A file that is written anew is read whole.
-    const bool isCut = ahead != nullptr && ahead->end.leftOut > 0;
-    if (isCut && ReplacesLast(rows, row, ahead->year.last)) ahead = nullptr;
-    std::optional<GrowingFile> openedNow;
-    std::optional<GrowingFile>& opened = ahead != nullptr ? ahead->opened : openedNow;
-    if (ahead != nullptr) {
+    StoredDay stored;
+    if (ahead != nullptr && !ahead->line.empty()) {
         std::swap(state, ahead->year);
-    } else if (Failure fault = OpenYearFile(quoteFolder, rows, row, run.change, opened, state)) {
-        return {DayOutcome::Failed, std::move(fault)};
+        Failure fault = Append(std::move(ahead->line), ahead->opened, run, state);
+        stored = Stored(DayOutcome::Appended, std::move(fault), run, state);
+    } else {
+        stored = StoreInTurn(quoteFolder, rows, row, state, run, ahead);
     }
-    StoredDay stored = StoreRow(rows, row, opened, run, state);
     if (!stored.error) run.listed += UpdatedTickerLine(rows.Symbols[row]);
     return stored;
 }

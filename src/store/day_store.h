@@ -70,6 +70,8 @@ struct ReadYear {
     DayStore year;
     std::optional<GrowingFile> opened;
     FileEnd end;
+    // Of the row's day, where it comes behind the last one in place; else empty.
+    std::string line;
     // False where the row is to be read in its turn: it names no file, or what was read of it does not do.
     bool isRead = false;
 };
@@ -82,12 +84,10 @@ enum class YearPart { Whole, End };
 // Whole.
 std::vector<YearPart> YearPartsOf(const QuoteArrays& rows, std::size_t entries);
 
-// Reads the year file of row `row`, which no change has touched. The row's ticker and date are looked at,
-// nothing else of `rows`.
-void ReadYearAhead(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t row, YearPart part,
+// Reads the year file of row `row`, which no change has touched. Where it could be read the row's missing
+// prices are filled in; nothing of another row is looked at.
+void ReadYearAhead(const std::string& quoteFolder, QuoteArrays& rows, std::size_t row, YearPart part,
                    ReadYear& read);
-// Whether the row's day goes behind the last one of the file, in place.
-bool WillGrow(const QuoteArrays& rows, std::size_t row, const ReadYear& read);
 
 // Stores row `row` of `rows`, for which room was made; its missing prices are filled in first. The ticker
 // enters the run's list unless the row is skipped. A line that a lost connection to the disk cut off at the

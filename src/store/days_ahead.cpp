@@ -4,8 +4,7 @@
 
 namespace brantlow {
 
-DaysAhead::DaysAhead(const std::string& quoteFolder, const QuoteArrays& rows, std::size_t entries,
-                     DayRun& run)
+DaysAhead::DaysAhead(const std::string& quoteFolder, QuoteArrays& rows, std::size_t entries, DayRun& run)
     : rows_(rows),
       entries_(entries),
       run_(run),
@@ -22,10 +21,17 @@ ReadYear* DaysAhead::Of(std::size_t row) {
     const std::size_t at = (row - 1) % kRowsPerBlock;
     if (at == 0) BeginBlock(row);
     ReadYear& read = (*block_)[at];
-    if (!read.isRead) return nullptr;
-    // Another name of a file that has grown by now.
-    const std::optional<FileExtent> extent = read.opened->Extent();
-    return extent && extent->length == read.end.extent.length ? &read : nullptr;
+    if (read.isRead && MayHaveGrown(read.end.extent)) {
+        const std::optional<FileExtent> now = read.opened->Extent();
+        read.isRead = now && now->length == read.end.extent.length;
+    }
+    anyInTurn_ |= !read.isRead;
+    return read.isRead ? &read : nullptr;
+}
+
+// By another name, in the turn of a row before.
+bool DaysAhead::MayHaveGrown(const FileExtent& extent) {
+    return !taken_.insert(extent.number).second || anyInTurn_;
 }
 
 // What has been touched since it was read is read again in its turn. The lengths of the others are noted with
@@ -45,7 +51,7 @@ void DaysAhead::BeginBlock(std::size_t first) {
         read.isRead =
             !run_.change.Touches(file) &&
             std::none_of(block_->begin(), block_->begin() + static_cast<std::ptrdiff_t>(i), isThisFile);
-        if (read.isRead && WillGrow(rows_, first + i, read)) growing.push_back({&file, read.end.extent});
+        if (read.isRead && !read.line.empty()) growing.push_back({&file, read.end.extent});
     }
     static_cast<void>(run_.change.WillGrow(growing));
 }

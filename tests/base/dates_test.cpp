@@ -1,5 +1,6 @@
 #include "base/dates.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 namespace brantlow {
@@ -76,6 +77,26 @@ TEST(ParseDate, RefusesWhatIsNoDate) {
     }
 }
 
+// The form of nearly every date takes a road of its own.
+TEST(ParseDate, ADateOfTwoDigitsEachReadsAlikeWhateverParts) {
+    for (int month = 0; month <= 13; ++month) {
+        for (int day = 0; day <= 32; ++day) {
+            for (const int year : {0, 23, 24, 29, 30, 99}) {
+                const std::string slashes = fmt::format("{:02}/{:02}/{:02}", month, day, year);
+                const std::string lines = fmt::format("{:02}-{:02}-{:02}", month, day, year);
+                const auto date = ParseDate(slashes);
+                EXPECT_EQ(date, ParseDate(lines)) << slashes;
+                if (date) {
+                    EXPECT_EQ(FormatDate(*date), slashes);
+                }
+            }
+        }
+    }
+    EXPECT_EQ(ParseDate("1a/02/24"), std::nullopt);
+    EXPECT_EQ(ParseDate("+1/02/24"), std::nullopt);
+    EXPECT_EQ(ParseDate("01/-2/24"), ParseDate("01-2/24"));
+}
+
 TEST(ReformatDate, WritesTheShortFormAndPassesTheRestUnchanged) {
     struct Row {
         const char* text;
@@ -132,6 +153,18 @@ TEST(ParseTime, RefusesWhatIsNoTime) {
                              ":30", "1:2:3:4", "16:00pm", "0:30am", "13:00am", "9.30", "009:30", "9 : 30"}) {
         EXPECT_FALSE(ParseTime(text)) << text;
     }
+}
+
+TEST(ParseTime, HoursAndMinutesReadAlikeWithAndWithoutSeconds) {
+    for (int hour = 0; hour <= 25; ++hour) {
+        for (int minute = 0; minute <= 61; ++minute) {
+            const std::string text = fmt::format("{:02}:{:02}", hour, minute);
+            EXPECT_EQ(ParseTime(text), ParseTime(text + ":00")) << text;
+        }
+    }
+    EXPECT_EQ(ParseTime("24:00"), std::nullopt);
+    EXPECT_EQ(ParseTime("12:60"), std::nullopt);
+    EXPECT_EQ(ParseTime("1a:00"), std::nullopt);
 }
 
 TEST(ReformatTime, WritesTwentyFourHoursAndPassesTheRestUnchanged) {

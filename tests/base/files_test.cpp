@@ -1,5 +1,6 @@
 #include "base/files.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
@@ -55,6 +56,25 @@ TEST(ReadWholeFile, GivesEveryByte) {
         EXPECT_EQ(read.bytes, content);
         EXPECT_FALSE(read.error);
     }
+}
+
+// The time of access would be written to the disk for each of ten thousand files.
+TEST(ReadWholeFile, LeavesTheTimeOfAccessOfAFileOfOnesOwn) {
+    const TempFolder folder;
+    const Path path = folder / "file";
+    ASSERT_FALSE(WriteWholeFile(path, "bytes"));
+    constexpr timespec kLongAgo{1'000'000'000, 0};
+    const timespec times[2] = {kLongAgo, {0, UTIME_NOW}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    EXPECT_EQ(ReadWholeFile(path).bytes, "bytes");
+    std::string buffer;
+    std::size_t used = 0;
+    EXPECT_EQ(ReadIntoBuffer(path, buffer, used), ReadOutcome::Done);
+    FileEnd end;
+    EXPECT_EQ(GrowingFile(path).ReadEndIntoBuffer(1, 1, buffer, used, end), ReadOutcome::Done);
+    struct stat status {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_atim.tv_sec, kLongAgo.tv_sec);
 }
 
 TEST(ReadWholeFile, TellsMissingFromUnreadable) {

@@ -1,5 +1,9 @@
 #include "store/day_import.h"
 
+#include <fmt/format.h>
+
+#include "base/text.h"
+#include "store/history_record.h"
 #include "support/session_fixture.h"
 
 namespace brantlow {
@@ -52,6 +56,36 @@ TEST_F(DayImportTest, EntriesCarryTheirOwnTickers) {
     Import();
     EXPECT_TRUE(Exists("Quotes/EOD/CCC.24"));
     EXPECT_FALSE(Exists("Quotes/EOD/AAA.24"));
+}
+
+// So many that threads share them.
+TEST_F(DayImportTest, EveryRecordOfAMarketGoesToItsTickersFileInTheOrderOfTheLines) {
+    constexpr std::size_t kTickers = 18;
+    constexpr std::size_t kDays = 250;
+    constexpr std::size_t kDaysAMonth = 21;
+    std::string records;
+    for (std::size_t day = 0; day < kDays; ++day) {
+        const std::string date = fmt::format("{:02}/{:02}/24", day / kDaysAMonth + 1, day % kDaysAMonth + 1);
+        for (std::size_t ticker = 0; ticker < kTickers; ++ticker) {
+            const std::string price = std::to_string(1 + day * kTickers + ticker);
+            records += Record(fmt::format("T{}", ticker), price, price, price, price, date);
+        }
+    }
+    while (table.TickerCount() < kTickers * kDays) table.AppendLine("MORE");
+    Write("Import.Txt", records);
+    const DayImport result = Import();
+    EXPECT_EQ(result.lines, kTickers * kDays);
+    EXPECT_EQ(result.stored, kTickers * kDays);
+    for (std::size_t ticker = 0; ticker < kTickers; ++ticker) {
+        const std::string bytes = Read(fmt::format("Quotes/EOD/T{}.24", ticker));
+        LineReader reader(bytes);
+        std::string_view line;
+        std::size_t day = 0;
+        for (; reader.Next(line); ++day) {
+            EXPECT_EQ(ParseHistoryLine(line).HistoryClose, static_cast<double>(1 + day * kTickers + ticker));
+        }
+        EXPECT_EQ(day, kDays) << ticker;
+    }
 }
 
 TEST_F(DayImportTest, NoMoreEntriesThanTheTableHasRows) {

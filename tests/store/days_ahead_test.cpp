@@ -241,6 +241,18 @@ TEST_F(DaysAheadTest, ASecondNameOfAFileThatGrewIsReadAgain) {
     EXPECT_EQ(readAhead, 1U);
 }
 
+// The first name is read in its turn, since its last line is too long for an end; the second whole, before.
+TEST_F(DaysAheadTest, ASecondNameOfAFileThatGrewInItsTurnIsReadAgain) {
+    const std::string before = Days(1) + "\"03/14/24\",\"" + std::string(5000, '1') +
+                               std::string(kOld).substr(std::string_view("\"03/14/24\",\"16:00").size());
+    folder.Write("EOD/T1.24", before);
+    fs::create_symlink(Path(quotes) / "T1.24", Path(quotes) / "T2.24");
+    Fill(1, "T1", "03/15/24", "11");
+    Fill(2, "T2", "03/15/24", "11");
+    EXPECT_EQ(Store(2, true), (std::vector<DayOutcome>{DayOutcome::Appended, DayOutcome::Unchanged}));
+    EXPECT_EQ(readAhead, 0U);
+}
+
 TEST_F(DaysAheadTest, AFileThatCannotBeReadFailsInItsTurn) {
     folder.Folder("EOD/T1.24");
     PutOld("T2");
