@@ -195,11 +195,17 @@ class QuoteUpdate {
         return taken != LineTaken::Unreadable;
     }
 
+    // Rows that a run which was stopped did not reach were wanted all the same.
     void TellTickers() {
+        const bool isStopped = work_.session.run.ProcessCommand == kStopRun;
         for (std::size_t row = 1; row <= lastRow_; ++row) {
             const std::string& ticker = work_.table.Ticker(row);
             RowFate& fate = fates_[row];
-            if (!fate.isTold || ticker.empty()) continue;
+            if (ticker.empty()) continue;
+            if (!fate.isTold && isStopped) {
+                outcome_.tickers.push_back({ticker, TickerFate::Skipped, std::string(kStoppedWord)});
+            }
+            if (!fate.isTold) continue;
             if (!IsAsked(row)) fate = {true, TickerFate::LeftOut, std::string(kUnaskableReason)};
             outcome_.tickers.push_back({ticker, fate.fate, std::move(fate.why)});
         }

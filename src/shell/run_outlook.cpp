@@ -14,6 +14,7 @@ constexpr double kTooLittle = 0.02;
 constexpr double kMinute = 60;
 constexpr double kHour = 3600;
 constexpr double kPercent = 100;
+constexpr double kMillisecondsASecond = 1000;
 constexpr std::string_view kLeft = " left";
 
 std::string TimeLeft(double seconds) {
@@ -26,6 +27,25 @@ std::string TimeLeft(double seconds) {
 }
 
 }  // namespace
+
+void RunClock::Begin(long long now) {
+    begun_ = now;
+    stoodStill_.reset();
+}
+
+void RunClock::StandStill(long long now) {
+    if (!stoodStill_) stoodStill_ = now;
+}
+
+// The run has begun so much later.
+void RunClock::GoOn(long long now) {
+    if (stoodStill_) begun_ += now - *stoodStill_;
+    stoodStill_.reset();
+}
+
+double RunClock::Seconds(long long now) const {
+    return static_cast<double>(stoodStill_.value_or(now) - begun_) / kMillisecondsASecond;
+}
 
 std::string RunOutlook(const RunSight& sight) {
     std::string line = sight.what.empty() ? "Working" : sight.what;

@@ -85,6 +85,11 @@ void RunReport::Fail(std::string sentence) {
     GroupOf(std::move(sentence));
 }
 
+void RunReport::StopBefore(std::span<const std::string> tickers) {
+    for (const std::string& ticker : tickers) Tell(ticker, TickerFate::Skipped, std::string(kStoppedWord));
+    Add(std::string(kStoppedWord));
+}
+
 void RunReport::TakeFailures(const RunReport& later) {
     for (const Group& failure : later.failures_) {
         std::vector<std::string>& tickers = GroupOf(failure.sentence).tickers;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -47,6 +48,9 @@ class RunReport {
     void SetHeadline(std::string line) { headline_ = std::move(line); }
     // Words behind the line ("stopped").
     void Add(std::string words) { notes_.push_back(std::move(words)); }
+    // The person ended the run before these tickers, which were wanted all the same: they count as skipped,
+    // and the line says "stopped".
+    void StopBefore(std::span<const std::string> tickers);
     // Something was changed although no ticker counts as done.
     void MarkChanged() { isChanged_ = true; }
     // Joins what a later step of the same run tells.
@@ -83,6 +87,9 @@ class RunReport {
     std::vector<Group> failures_;
     bool isChanged_ = false;
 };
+
+// Of a run that the person ended, and of the tickers that it did not reach.
+inline constexpr std::string_view kStoppedWord = "stopped";
 
 inline constexpr std::string_view kLastRunName = "Last Run.txt";
 

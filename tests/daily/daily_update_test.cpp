@@ -91,6 +91,10 @@ TEST_F(DailyUpdateTest, AfterAStopWhatCameIsKeptAndNothingFurtherBegins) {
     EXPECT_FALSE(update.splits);
     EXPECT_FALSE(update.selectorFollows);
     EXPECT_EQ(person.statusWords.back(), "Complete");
+    EXPECT_EQ(update.report.Line(), "15 of 20 quotes, stopped");
+    ASSERT_EQ(update.report.Tickers().size(), 20U);
+    EXPECT_EQ(TickerLine(update.report.Tickers()[14]), "T15: stored");
+    EXPECT_EQ(TickerLine(update.report.Tickers()[15]), "T16: skipped: stopped");
 }
 
 TEST_F(DailyUpdateTest, ARunWithoutASingleReplyLeavesTheFileAndEndsOnComplete) {

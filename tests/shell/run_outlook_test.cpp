@@ -29,6 +29,30 @@ TEST(RunOutlook, SaysWhatHowFarAndHowLongYet) {
     for (const Row& row : rows) EXPECT_EQ(RunOutlook(row.sight), row.line);
 }
 
+TEST(RunClock, StandsStillWithTheRun) {
+    RunClock clock;
+    clock.Begin(1'000'000);
+    EXPECT_EQ(clock.Seconds(1'000'000), 0);
+    EXPECT_EQ(clock.Seconds(1'012'500), 12.5);
+    clock.StandStill(1'020'000);
+    clock.StandStill(1'030'000);
+    EXPECT_EQ(clock.Seconds(4'000'000), 20);
+    clock.GoOn(5'000'000);
+    clock.GoOn(5'005'000);
+    EXPECT_EQ(clock.Seconds(5'010'000), 30);
+    clock.StandStill(5'010'000);
+    clock.GoOn(5'090'000);
+    EXPECT_EQ(clock.Seconds(5'091'000), 31);
+}
+
+TEST(RunClock, ARunThatEndedWhileItStoodStillLeavesNothingToTheNext) {
+    RunClock clock;
+    clock.Begin(0);
+    clock.StandStill(5'000);
+    clock.Begin(60'000);
+    EXPECT_EQ(clock.Seconds(61'000), 1);
+}
+
 TEST(RunOutlook, APauseIsAcknowledgedAtOnce) {
     EXPECT_EQ(PausingSentence("AAPL"), "Pausing after AAPL");
     EXPECT_EQ(PausingSentence(""), "Pausing");

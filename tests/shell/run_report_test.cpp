@@ -32,6 +32,24 @@ TEST(RunReport, OneUnknownTickerIsOne) {
     EXPECT_EQ(report.Line(), "1 of 2 quotes, 1 ticker unknown: ZZZ, stopped");
 }
 
+TEST(RunReport, ARunThatWasStoppedCountsTheTickersThatItDidNotReach) {
+    RunReport report = Quotes();
+    report.Tell("A", TickerFate::Stored);
+    report.Tell("ZZZ", TickerFate::Unknown);
+    const std::vector<std::string> further = {"B", "C"};
+    report.StopBefore(further);
+    EXPECT_EQ(report.Line(), "1 of 4 quotes, 1 ticker unknown: ZZZ, stopped");
+    EXPECT_EQ(TickerLine(report.Tickers().back()), "C: skipped: stopped");
+    EXPECT_EQ(report.Extent(), RunExtent::Whole);
+}
+
+TEST(RunReport, ARunThatWasStoppedBehindItsLastTickerSaysSo) {
+    RunReport report = Quotes();
+    report.Tell("A", TickerFate::Stored);
+    report.StopBefore({});
+    EXPECT_EQ(report.Line(), "1 of 1 quotes, stopped");
+}
+
 TEST(RunReport, ALongListOfNamesIsCut) {
     RunReport report = Quotes();
     for (int i = 1; i <= 10; ++i) report.Tell("T" + std::to_string(i), TickerFate::Unknown);

@@ -165,6 +165,54 @@ class PopulateWindowTest : public QObject {
         QVERIFY(program.History("T3.26").empty());
         QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
         QVERIFY(program.frame->isEnabled());
+        QCOMPARE(program.Find<QLabel>("Panel1")->text(), QStringLiteral(" 1 of 3 histories, stopped"));
+        const std::string lastRun = program.Read("Last Run.txt");
+        QVERIFY2(
+            lastRun.ends_with("\r\nT1: stored: 1 day\r\nT2: skipped: stopped\r\nT3: skipped: stopped\r\n"),
+            lastRun.c_str());
+    }
+
+    void theTimeToGoStandsStillWhileTheRunIsPaused() {
+        PopulateProgram program("5");
+        constexpr long long kMinute = 60'000;
+        long long now = 0;
+        program.person.TellTimeBy([&] { return now; });
+        QStringList told;
+        program.onRequest = [&] {
+            auto* buttons = program.frame->findChild<frmEnable*>();
+            QVERIFY(buttons);
+            told << Part<QLabel>(buttons, "lblState")->text();
+            now += kMinute;
+            if (told.size() == 1) Part<QPushButton>(buttons, "Command2")->click();
+        };
+        RunWatcher watcher({[&] {
+            if (!program.person.Paused()) return false;
+            now += 60 * kMinute;
+            Part<QPushButton>(program.frame->findChild<frmEnable*>(), "Command3")->click();
+            return true;
+        }});
+        Part<QPushButton>(program.Ask(), "Command1")->click();
+        QCOMPARE(watcher.next, std::size_t{1});
+        QCOMPARE(told, Words({"Populating T1", "The process is running.",
+                              "Populating T3: 66 % done, about 1 minute left"}));
+    }
+
+    void theTimeToGoStandsStillWhileTheRunAsks() {
+        PopulateProgram program("5");
+        long long now = 0;
+        program.person.TellTimeBy([&] { return now; });
+        QString told;
+        program.onRequest = [&] {
+            told = Part<QLabel>(program.frame->findChild<frmEnable*>(), "lblState")->text();
+            now += 30'000;
+            DialogHand hand([&](QDialog& dialog) {
+                now += 3'600'000;
+                PressButton(dialog, QMessageBox::Ok);
+            });
+            program.person.Say("The run waits.");
+        };
+        Part<QPushButton>(program.Ask(), "Command1")->click();
+        QCOMPARE(told, QStringLiteral("Populating T3: 66 % done, less than a minute left"));
     }
 
     void theEntryIsForQuoteFilesOnly() {

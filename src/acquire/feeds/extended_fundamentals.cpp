@@ -86,7 +86,7 @@ class Collection {
             outcome_.stopped = ShouldStop(session_.run, session_.person);
         }
         TellTickers();
-        if (outcome_.stopped) outcome_.report.Add("stopped");
+        if (outcome_.stopped) TellStopped();
         return std::move(outcome_);
     }
 
@@ -131,6 +131,14 @@ class Collection {
             }
             outcome_.report.Tell(told.ticker, told.fate, std::move(told.why));
         }
+    }
+
+    void TellStopped() {
+        std::vector<std::string> further;
+        for (std::size_t row = outcome_.tickers + 1; row < table_.RowCount(); ++row) {
+            if (!table_.Ticker(row).empty()) further.push_back(table_.Ticker(row));
+        }
+        outcome_.report.StopBefore(further);
     }
 
     // The queue holds the same pages in the same order as the rows are worked on. Gives what failed; a page

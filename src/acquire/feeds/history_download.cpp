@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 #include "acquire/feeds/chosen_history.h"
 #include "acquire/feeds/history_address.h"
@@ -28,7 +29,6 @@ namespace brantlow {
 namespace {
 
 constexpr std::string_view kNoFilesReason = "no file can have this name, so the ticker has no history";
-constexpr std::string_view kStoppedNote = "stopped";
 constexpr std::string_view kDataExistsReason = "its history is stored already";
 
 struct FateOfOutcome {
@@ -49,7 +49,7 @@ constexpr std::array<FateOfOutcome, 8> kFates = {{{HistoryOutcome::Stored, Ticke
 std::string WhyOf(const HistoryDownload& download) {
     switch (download.outcome) {
         case HistoryOutcome::Stored:
-            return fmt::format("{} days", download.days);
+            return Counted(download.days, "day", "days");
         case HistoryOutcome::NoData:
             return "no day in the span";
         case HistoryOutcome::DataExists:
@@ -233,6 +233,11 @@ void ShowTickerInWork(Session& session, const std::string& ticker, std::size_t d
     session.person.ShowProgress(session.run.ProgressFraction);
 }
 
+// Where the run was stopped, the tickers that it did not reach.
+void TellStopped(const std::vector<std::string>& tickers, PopulateRun& run) {
+    if (run.stopped) run.report.StopBefore(std::span(tickers).subspan(run.tickers));
+}
+
 // One run of populating from its first word to its last. The ticker selected before is selected afterwards.
 class PopulatingMark {
   public:
@@ -293,7 +298,7 @@ class PopulateWalk {
             Count(Populate(ticker), ticker, run_);
             run_.stopped = ShouldStop(session_.run, session_.person);
         }
-        if (run_.stopped) run_.report.Add(std::string(kStoppedNote));
+        TellStopped(tickers_, run_);
         return std::move(run_);
     }
 
@@ -339,7 +344,7 @@ void CommitRun(Session& session, FileChange& change, PopulateRun& run) {
     if (run.error.isHalfDone) run.report.MarkChanged();
 }
 
-// The report's tickers and, where the run was stopped, the note behind them.
+// The report's tickers, those further on than a stop included.
 PopulateRun Repopulate(Session& session, Web& web, const Hosts& hosts,
                        const std::vector<std::string>& tickers, FileChange& change) {
     PopulateRun run;
@@ -359,7 +364,7 @@ PopulateRun Repopulate(Session& session, Web& web, const Hosts& hosts,
         run.stopped = ShouldStop(session.run, session.person);
         if (run.stopped) break;
     }
-    if (run.stopped) run.report.Add(std::string(kStoppedNote));
+    TellStopped(tickers, run);
     return run;
 }
 

@@ -258,6 +258,8 @@ TEST_F(ExtendedFundamentalsTest, ExitStopsAfterTheTickerInWork) {
     EXPECT_EQ(table.Text(1, 41), "90");
     EXPECT_EQ(session.CurrentFile, "11-21-26.efq");
     EXPECT_EQ(web.Addresses.size(), 3U + web.Abandoned);
+    EXPECT_EQ(outcome.report.Line(), "1 of 3 tickers, stopped");
+    EXPECT_EQ(TickerLine(outcome.report.Tickers()[2]), "X: skipped: stopped");
 }
 
 TEST_F(ExtendedFundamentalsTest, PauseHoldsTheRunUntilResume) {

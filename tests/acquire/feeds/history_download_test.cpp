@@ -255,6 +255,7 @@ TEST_F(HistoryDownloadTest, FetchingReportedTickersAnewTakesPartInRunControl) {
     EXPECT_EQ(web.Addresses.size(), 2U);
     EXPECT_THAT(person.progress, ElementsAre(1.0 / 3, 2.0 / 3));
     EXPECT_THAT(person.statusWords, ElementsAre("Populating", "Complete"));
+    EXPECT_EQ(run.report.Line(), "2 of 3 histories, stopped");
 }
 
 TEST_F(HistoryDownloadTest, WithoutAReportNothingIsFetchedAnew) {

@@ -166,7 +166,7 @@ TEST_F(KeptHistoryTest, ExitLeavesTheHistoriesOfTheTickersFurtherOn) {
     const PopulateRun run = Populate();
     EXPECT_TRUE(run.stopped);
     EXPECT_THAT(Files(), ElementsAre("A.25", "A.26", "BB.25", "CCC.25"));
-    EXPECT_EQ(run.report.Line(), "1 of 1 histories, stopped");
+    EXPECT_EQ(run.report.Line(), "1 of 3 histories, stopped");
 }
 
 TEST_F(KeptHistoryTest, ASilentHostIsGivenUpAndEveryHistoryStays) {

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <chrono>
 #include <exception>
 #include <thread>
 
@@ -28,7 +29,6 @@ constexpr qint64 kShowIntervalMs = 40;
 
 constexpr int kBoxPicturePixels = 40;
 constexpr int kFullBar = 100;
-constexpr double kMillisecondsASecond = 1000;
 
 QString TitleOf(std::string_view title) {
     return Shown(title.empty() ? kProgramName : title);
@@ -45,6 +45,11 @@ void FillBox(QMessageBox& box, std::string_view text, std::string_view title, st
 }
 
 }  // namespace
+
+long long SteadyMilliseconds() {
+    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count();
+}
 
 WindowPerson::WindowPerson() = default;
 
@@ -75,7 +80,7 @@ void WindowPerson::BeginRun(std::function<void()> showRow, RunStop stop) {
     inRun_ = session_ != nullptr;
     wasPaused_ = false;
     sinceShown_.start();
-    sinceBegun_.start();
+    worked_.Begin(milliseconds_());
     if (frame_.window) frame_.window->setEnabled(false);
 }
 
@@ -124,11 +129,19 @@ std::vector<std::string> WindowPerson::EndUnattended() {
     return unheard;
 }
 
+// A run waits for the answer.
+int WindowPerson::Answer(QMessageBox& box) {
+    worked_.StandStill(milliseconds_());
+    const int button = box.exec();
+    if (!Paused()) worked_.GoOn(milliseconds_());
+    return button;
+}
+
 void WindowPerson::Say(std::string_view text, std::string_view title) {
     if (unheard_) return static_cast<void>(unheard_->emplace_back(text));
     QMessageBox box(DialogParent());
     FillBox(box, text, title, "information");
-    box.exec();
+    Answer(box);
 }
 
 bool WindowPerson::AskYesOrNo(std::string_view text, std::string_view title, bool yesIsDefault) {
@@ -137,7 +150,7 @@ bool WindowPerson::AskYesOrNo(std::string_view text, std::string_view title, boo
     FillBox(box, text, title, "question");
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(yesIsDefault ? QMessageBox::Yes : QMessageBox::No);
-    return box.exec() == QMessageBox::Yes;
+    return Answer(box) == QMessageBox::Yes;
 }
 
 bool WindowPerson::Ask(std::string_view text, std::string_view title) {
@@ -156,7 +169,7 @@ bool WindowPerson::AskOrCancel(std::string_view text, std::string_view title, st
     QPushButton* const goesOn = box.addButton(Shown(yes), QMessageBox::AcceptRole);
     QPushButton* const cancel = box.addButton(QMessageBox::Cancel);
     box.setDefaultButton(yesIsDefault ? goesOn : cancel);
-    box.exec();
+    Answer(box);
     return box.clickedButton() == goesOn;
 }
 
@@ -230,13 +243,13 @@ void WindowPerson::KeepRunWindows() {
     // Some runs have no word of their own.
     const std::string word = wordToShow_.toStdString();
     buttons.ShowOutlook(RunOutlook({word == kStatusComplete ? std::string() : word, session_->CurrentTicker,
-                                    session_->run.ProgressFraction,
-                                    static_cast<double>(sinceBegun_.elapsed()) / kMillisecondsASecond}),
+                                    session_->run.ProgressFraction, worked_.Seconds(milliseconds_())}),
                         session_->CurrentTicker);
     buttons.show();
     buttons.setEnabled(true);
     if (Paused() == wasPaused_) return;
     wasPaused_ = Paused();
+    if (wasPaused_) worked_.StandStill(milliseconds_());
     buttons.ShowPaused(wasPaused_);
     frame_.window->setEnabled(wasPaused_);
     // The frame's state goes down to the windows that it owns.
@@ -251,6 +264,7 @@ void WindowPerson::PumpEvents() {
     }
     QCoreApplication::processEvents(Paused() ? QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents
                                              : QEventLoop::AllEvents);
+    if (!Paused()) worked_.GoOn(milliseconds_());
 }
 
 void WindowPerson::DoBeside(const std::function<void()>& work) {

@@ -13,13 +13,16 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "shell/person.h"
 #include "shell/run_control.h"
+#include "shell/run_outlook.h"
 #include "shell/session.h"
 
 class QLabel;
+class QMessageBox;
 class QProgressBar;
 
 namespace brantlow {
@@ -34,6 +37,9 @@ struct FrameParts {
     QLabel* tickerCount = nullptr;
     QProgressBar* progressBar = nullptr;
 };
+
+// Of a clock that nobody sets.
+long long SteadyMilliseconds();
 
 class WindowPerson final : public Person {
   public:
@@ -55,6 +61,8 @@ class WindowPerson final : public Person {
     void EndRun();
     bool InRun() const { return inRun_ || inWork_; }
     bool Paused() const;
+    // The clock by which the time that a run still takes is told: SteadyMilliseconds, until another is given.
+    void TellTimeBy(std::function<long long()> milliseconds) { milliseconds_ = std::move(milliseconds); }
     // Between these nobody is there to answer: no box opens, questions are answered with No, and what would
     // have been said is given out at the end.
     void BeginUnattended();
@@ -82,6 +90,7 @@ class WindowPerson final : public Person {
     void WarnLowMemory() override;
 
   private:
+    int Answer(QMessageBox& box);
     bool ProgressShows() const;
     void KeepRunWindows();
     frmEnable& EnableWindow();
@@ -96,7 +105,8 @@ class WindowPerson final : public Person {
     std::unique_ptr<frmEnable> enable_;
     QPointer<frmLowMemory> lowMemory_;
     QElapsedTimer sinceShown_;
-    QElapsedTimer sinceBegun_;
+    RunClock worked_;
+    std::function<long long()> milliseconds_ = SteadyMilliseconds;
     // The word of a run in work, shown with the table's next look.
     QString wordToShow_;
     std::function<void()> showRow_;
