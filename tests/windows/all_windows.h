@@ -112,7 +112,7 @@ inline const std::vector<WindowRow>& Windows() {
         {"frmCommandPalette", "",
          [](Ground& on) {
              PaletteStart start;
-             start.commands = PaletteCommands([](const MenuEntry&) { return true; });
+             start.commands = PaletteCommands({true, true, true}, [](const MenuEntry&) { return true; });
              start.tickers = {"T1", "T2"};
              return new frmCommandPalette(std::move(start), on.Frame());
          }},

@@ -39,6 +39,21 @@ QString ChooseInPalette(Program& program, const QString& typed) {
     return found;
 }
 
+// The first row that the palette finds; empty where it finds nothing.
+QString FirstInPalette(Program& program, const QString& typed) {
+    QString found;
+    DialogHand hand([&](QDialog& dialog) {
+        if (auto* box = dialog.findChild<QLineEdit*>(QStringLiteral("txtTyped"))) {
+            box->setText(typed);
+            const auto* list = dialog.findChild<QListWidget*>(QStringLiteral("lstFound"));
+            if (list->currentItem()) found = list->currentItem()->text();
+        }
+        dialog.reject();
+    });
+    program.frame->Commands().Entry("mnuHelpCommands")->trigger();
+    return found;
+}
+
 void Drop(Program& program, QMimeData& data) {
     const QPointF place(40, 200);
     QDragEnterEvent enter(place.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, {});
@@ -111,6 +126,33 @@ class FindingTest : public QObject {
         QCOMPARE(ChooseInPalette(program, QStringLiteral("populate database")), QString());
     }
 
+    // The first row found for each word, without a table, with one, and with a chart in front of it.
+    void thePaletteOffersWhatHasSomethingToWorkOn() {
+        ChartProgram program;
+        const char* const words[] = {"exit",       "SEC filings",  "not yet",     "copy picture",
+                                     "tile vert",  "candle",       "adjustment",  "graphics",
+                                     "fundamenta", "commands and", "make adjust", "historical"};
+        const auto found = [&] {
+            QStringList rows;
+            for (const char* word : words) rows << FirstInPalette(program, QString::fromLatin1(word));
+            return rows;
+        };
+        const QStringList withTable =
+            Words({"File: Exit   (Ctrl+Q)", "Ticker: SEC Filings", "", "", "Window: Tile Vertical",
+                   "Graphics: Candle Stick   (Ctrl+Shift+G)", "Edit: Split Adjustment", "Graphics   (F8)",
+                   "Extended Fundamentals   (Shift+F5)", "", "", ""});
+        QCOMPARE(found(), withTable);
+        program.frame->Run("Graphics");
+        QVERIFY(program.frame->GraphForm());
+        QStringList withChart = withTable;
+        withChart[3] = QStringLiteral("Edit: Copy Picture   (Ctrl+Shift+C)");
+        QCOMPARE(found(), withChart);
+        program.frame->Run("mnuFileClose");
+        QCOMPARE(found(), withTable);
+        program.frame->Run("mnuFileClose");
+        QCOMPARE(found(), Words({"File: Exit   (Ctrl+Q)", "", "", "", "", "", "", "", "", "", "", ""}));
+    }
+
     void aTickerInThePaletteOpensItsChart() {
         ChartProgram program;
         QCOMPARE(ChooseInPalette(program, QStringLiteral("t1")), QStringLiteral("Chart of T1"));
@@ -120,7 +162,7 @@ class FindingTest : public QObject {
 
     void theArrowKeysWalkThroughThePalette() {
         PaletteStart start;
-        start.commands = PaletteCommands([](const MenuEntry&) { return true; });
+        start.commands = PaletteCommands({true, true, true}, [](const MenuEntry&) { return true; });
         QStringList chosen;
         start.choose = [&](const PaletteRow& row) { chosen << Shown(row.words); };
         frmCommandPalette palette(std::move(start), nullptr);
@@ -170,6 +212,7 @@ class FindingTest : public QObject {
                                         .remove(u'&')
                                         .replace(u'\n', u'&');
             QVERIFY2(line.startsWith(caption + QStringLiteral(": ")), qPrintable(line + u'|' + caption));
+            QVERIFY2(!line.contains(QStringLiteral("::")), qPrintable(line));
         }
         QVERIFY(!finder->Find(QStringLiteral("nothing is called so")));
         QTRY_VERIFY((settings.activateWindow(), QApplication::activeWindow() == &settings));
@@ -192,6 +235,50 @@ class FindingTest : public QObject {
             const QStringList found = finder->Lines().filter(QString::fromLatin1(word), Qt::CaseInsensitive);
             QVERIFY2(!found.isEmpty(), word);
         }
+    }
+
+    void theSettingFoundIsMarkedUntilTheNextPress() {
+        Program program;
+        program.Start("Jan.ddq");
+        frmApplicationSettings settings(program.session, program.hosts, program.frame.get());
+        settings.show();
+        QTRY_VERIFY((settings.activateWindow(), QApplication::activeWindow() == &settings));
+        auto* finder = settings.findChild<SettingsFinder*>();
+        const auto mark = [&] { return settings.findChild<QWidget*>(QStringLiteral("FoundMark")); };
+        const auto find = [&](const char* words) {
+            finder->setFocus();
+            finder->setText(QString::fromLatin1(words));
+            QTest::keyClick(finder, Qt::Key_Return);
+            QCoreApplication::processEvents();
+        };
+        QVERIFY(!mark());
+        for (const QColor colour : {QColor(200, 20, 60), QColor(30, 180, 90)}) {
+            QPalette palette = settings.palette();
+            palette.setColor(QPalette::Highlight, colour);
+            settings.setPalette(palette);
+            find("manual split");
+            QVERIFY(mark() && mark()->isVisible());
+            const QWidget* const found = settings.focusWidget();
+            QVERIFY(mark()->geometry().contains(found->geometry()));
+            QVERIFY(!mark()->hasFocus() && settings.childAt(found->mapTo(&settings, QPoint(8, 8))) == found);
+            const QImage seen = settings.grab().toImage();
+            const QPoint edge = mark()->mapTo(&settings, QPoint(0, mark()->height() / 2));
+            QCOMPARE(seen.pixelColor(edge * seen.devicePixelRatio()), colour);
+            QTest::mouseClick(&settings, Qt::LeftButton, {}, QPoint(2, 2));
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QVERIFY(!mark());
+        }
+        // Another search marks what it finds alone, and any key ends it.
+        find("manual split");
+        find("weekly");
+        QCOMPARE(settings.findChildren<QWidget*>(QStringLiteral("FoundMark")).size(), qsizetype{1});
+        QVERIFY(mark()->geometry().contains(settings.focusWidget()->geometry()));
+        settings.resize(settings.width() + 200, settings.height() + 60);
+        QCoreApplication::processEvents();
+        QVERIFY(mark()->geometry().contains(settings.focusWidget()->geometry()));
+        QTest::keyClick(settings.focusWidget(), Qt::Key_F, Qt::ControlModifier);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!mark() && finder->hasFocus());
     }
 
     void droppedTextAddsItsNewTickersOnceAsked() {

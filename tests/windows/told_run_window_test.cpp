@@ -113,19 +113,56 @@ class ToldRunWindowTest : public QObject {
         QCOMPARE(bar->currentMessage(), QStringLiteral("the company files are old"));
     }
 
-    void aNoticeCanBeReadAndTheRowsComeBackBehindIt() {
+    void aNoticeCanBeReadBesideTheRows() {
         UpdateProgram program;
         program.StartMine();
         QStatusBar* const bar = program.frame->statusBar();
-        const auto seen = [&](const char* notice) {
-            bar->showMessage(QString::fromLatin1(notice));
+        auto* const notice = program.Find<QLabel>("lblNotice");
+        auto* const rows = program.Find<QLabel>("Panel4");
+        QVERIFY(notice->isHidden());
+        // The bar leaves no room in front of it for writing of its own.
+        const int left = program.Find<QLabel>("Panel1")->x();
+        const auto seen = [&](const char* words) {
+            bar->showMessage(QString::fromLatin1(words));
             QCoreApplication::processEvents();
             return bar->grab().toImage();
         };
-        QVERIFY(seen("T1: 2 days before the split are restated") != seen("another notice"));
-        QVERIFY(program.Find<QLabel>("Panel4")->isHidden());
+        const QImage former = seen("another notice");
+        QVERIFY(seen("T1: 2 days before the split are restated") != former);
+        QVERIFY(notice->isVisible() && rows->isVisible());
+        for (const QLabel* label : {notice, rows}) {
+            QVERIFY(label->width() >= label->fontMetrics().horizontalAdvance(label->text()));
+        }
+        QCOMPARE(notice->x(), left);
+        QVERIFY(notice->geometry().right() < rows->geometry().left());
+        QCOMPARE(rows->text(), QStringLiteral("3 rows"));
+        QVERIFY(program.Find<QLabel>("Panel1")->isHidden());
         bar->clearMessage();
-        QVERIFY(!program.Find<QLabel>("Panel4")->isHidden());
+        QVERIFY(notice->isHidden() && rows->isVisible() && program.Find<QLabel>("Panel1")->isVisible());
+    }
+
+    void aNoticeThatIsTooLongEndsWithDotsAndLeavesTheRows() {
+        UpdateProgram program;
+        program.StartMine();
+        QStatusBar* const bar = program.frame->statusBar();
+        auto* const notice = dynamic_cast<ElidedLabel*>(program.Find<QLabel>("lblNotice"));
+        auto* const rows = program.Find<QLabel>("Panel4");
+        const auto seen = [&] {
+            QCoreApplication::processEvents();
+            return bar->grab(notice->geometry()).toImage();
+        };
+        const std::string words = "Saved as " + std::string(400, 'x');
+        program.frame->ShowNotice(words);
+        const QImage shown = seen();
+        QCOMPARE(notice->toolTip(), bar->currentMessage());
+        QVERIFY(notice->width() < notice->fontMetrics().horizontalAdvance(notice->text()));
+        QVERIFY(rows->width() >= rows->fontMetrics().horizontalAdvance(rows->text()));
+        // The bar's own writing does not stand under the label's.
+        bar->clearMessage();
+        program.Find<QLabel>("Panel1")->hide();
+        notice->ShowLine(Shown(words));
+        notice->show();
+        QCOMPARE(seen(), shown);
     }
 
     void populateAsksBeforeItReplacesTheHistoryOfSeveralTickers() {

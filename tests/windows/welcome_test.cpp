@@ -48,6 +48,7 @@ class WelcomeTest : public QObject {
         QCOMPARE(Offered(program), QStringList());
         QVERIFY(!program.Find<QPushButton>("cmdWelcomeUpdate")->isVisible());
         QCOMPARE(program.StatusWord(), QStringLiteral("Complete"));
+        QVERIFY(!program.Find<QLabel>("Panel3")->isVisible());
     }
 
     // Where two have one letter the first press of it chooses neither.

@@ -11,6 +11,8 @@
 #include <QStringListModel>
 #include <QTabWidget>
 
+#include "screens/windows/found_mark.h"
+
 namespace brantlow {
 
 namespace {
@@ -32,9 +34,14 @@ QString WordsOf(const QWidget& control) {
     return plain.simplified();
 }
 
+// The title of the group around a control; the colon behind some is put behind each.
 QString GroupOf(const QWidget& control) {
     for (const QWidget* above = control.parentWidget(); above; above = above->parentWidget()) {
-        if (const auto* group = qobject_cast<const QGroupBox*>(above)) return group->title().remove(u'&');
+        const auto* group = qobject_cast<const QGroupBox*>(above);
+        if (!group) continue;
+        QString title = group->title().remove(u'&');
+        if (title.endsWith(u':')) title.chop(1);
+        return title;
     }
     return {};
 }
@@ -69,6 +76,8 @@ SettingsFinder::SettingsFinder(QTabWidget& tabs) : tabs_(tabs) {
     connect(this, &QLineEdit::returnPressed, this, &SettingsFinder::FindTyped);
 }
 
+SettingsFinder::~SettingsFinder() = default;
+
 // Enter behind a word without a choice in the list means the first that it offers.
 void SettingsFinder::FindTyped() {
     if (text().isEmpty() || Find(text())) return;
@@ -102,6 +111,8 @@ bool SettingsFinder::Find(const QString& line) {
     }
     if (auto* area = qobject_cast<QScrollArea*>(tabs_.currentWidget())) area->ensureWidgetVisible(control);
     Meant(*control).setFocus(Qt::TabFocusReason);
+    delete mark_;
+    mark_ = new FoundMark(*control, Meant(*control));
     return true;
 }
 

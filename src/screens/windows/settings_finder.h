@@ -11,15 +11,19 @@ class QTabWidget;
 
 namespace brantlow {
 
+class FoundMark;
+
 class SettingsFinder final : public QLineEdit {
     Q_OBJECT
   public:
     // `tabs` has its pages by now, and outlives this.
     explicit SettingsFinder(QTabWidget& tabs);
+    ~SettingsFinder() override;
 
     // The words of all settings, each behind its tab and its group.
     const QStringList& Lines() const { return lines_; }
-    // Brings the setting of this line to the front; false for no line of Lines().
+    // Brings the setting of this line to the front, marked until the next press; false for no line of
+    // Lines().
     bool Find(const QString& line);
 
   private:
@@ -29,6 +33,7 @@ class SettingsFinder final : public QLineEdit {
     QTabWidget& tabs_;
     QStringList lines_;
     std::vector<QPointer<QWidget>> controls_;
+    QPointer<FoundMark> mark_;
 };
 
 }  // namespace brantlow

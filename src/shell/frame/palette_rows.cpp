@@ -9,6 +9,45 @@ namespace brantlow {
 
 namespace {
 
+// The menu under a right-click is known by what it works on.
+constexpr std::string_view kPopUpMenu = "mnuPopUp";
+constexpr std::string_view kPopUpWords = "Ticker";
+
+// What an entry, or each entry of a menu, needs; null where the palette never offers it.
+struct PaletteRule {
+    std::string_view id;
+    bool PaletteScene::*need;
+};
+
+// The first that fits counts.
+constexpr std::array kPaletteRules = {
+    PaletteRule{"mnuHelpCommands", nullptr},
+    PaletteRule{"mnuPopUpExportHistQuotes", nullptr},
+    PaletteRule{"FundamentalData", nullptr},
+    PaletteRule{"mnuPopUpGraph", nullptr},
+    PaletteRule{"mnuPopUpSplitAdjustment", nullptr},
+    PaletteRule{kPopUpMenu, &PaletteScene::hasTicker},
+    PaletteRule{"mnuGraphics", &PaletteScene::hasTicker},
+    PaletteRule{"Graphics", &PaletteScene::hasTicker},
+    PaletteRule{"mnuEditSplitAdjustment", &PaletteScene::hasTicker},
+    PaletteRule{"mnuEditCopyPicture", &PaletteScene::hasChart},
+    PaletteRule{"mnuWindow", &PaletteScene::hasChild},
+};
+
+bool HasItsNeed(const MenuEntry& entry, const PaletteScene& scene) {
+    const auto rule = std::find_if(kPaletteRules.begin(), kPaletteRules.end(), [&](const PaletteRule& row) {
+        return row.id == entry.id || row.id == entry.parent;
+    });
+    if (rule == kPaletteRules.end()) return true;
+    return rule->need != nullptr && scene.*rule->need;
+}
+
+std::string WordsOfMenu(std::string_view id) {
+    const MenuEntry* const menu = FindMenuEntry(id);
+    if (!menu) return {};
+    return (id == kPopUpMenu ? std::string(kPopUpWords) : PlainWords(menu->words)) + ": ";
+}
+
 std::vector<std::string> WordsIn(std::string_view typed) {
     std::vector<std::string> words;
     for (const std::string_view piece : SplitAt(typed, ' ')) {
@@ -39,15 +78,14 @@ std::string PlainWords(std::string_view words) {
     return std::string(Trim(plain));
 }
 
-std::vector<PaletteRow> PaletteCommands(const std::function<bool(const MenuEntry&)>& isEnabled) {
+std::vector<PaletteRow> PaletteCommands(const PaletteScene& scene,
+                                        const std::function<bool(const MenuEntry&)>& isEnabled) {
     std::vector<PaletteRow> rows;
     for (const MenuEntry& entry : kMenu) {
         const bool isEntry = entry.row == MenuRow::Entry || entry.row == MenuRow::CheckedEntry ||
                              entry.row == MenuRow::ButtonOnly;
-        if (!isEntry || !isEnabled(entry)) continue;
-        const MenuEntry* const menu = FindMenuEntry(entry.parent);
-        const std::string above = menu ? PlainWords(menu->words) + ": " : std::string();
-        rows.push_back({&entry, above + PlainWords(entry.words)});
+        if (!isEntry || !HasItsNeed(entry, scene) || !isEnabled(entry)) continue;
+        rows.push_back({&entry, WordsOfMenu(entry.parent) + PlainWords(entry.words)});
     }
     return rows;
 }

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QProgressBar>
 #include <QStatusBar>
+#include <algorithm>
 
 #include "base/failure.h"
 #include "base/windows/colours.h"
@@ -22,6 +23,7 @@ constexpr int kCountPanelWidth = 80;
 constexpr int kProgressWidth = 180;
 constexpr int kPercent = 100;
 constexpr int kNoticeMilliseconds = 8000;
+constexpr int kRowsLetters = 24;
 
 QLabel* AddPanel(QStatusBar& bar, const QString& name, const QString& toolTip, int width) {
     auto* panel = new QLabel;
@@ -46,7 +48,10 @@ FrameStatusBar::FrameStatusBar(QMainWindow& window, const Session& session)
                                  kWordPanelWidth);
     parts_.tickerCount = AddPanel(bar_, QStringLiteral("Panel3"), QStringLiteral("Tickers in the open file"),
                                   kCountPanelWidth);
+    // There is none before a table is open.
+    parts_.tickerCount->hide();
     AddRows();
+    AddNotice();
     for (QWidget* part : bar_.findChildren<QWidget*>()) KeepColoursWhenDisabled(*part);
 }
 
@@ -81,10 +86,22 @@ void FrameStatusBar::AddRows() {
     rows_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     // Behind the day, which stands at 0.
     bar_.insertPermanentWidget(1, rows_);
-    // A notice takes the place of the day. The rows would spread into it, and the bar writes a notice only as
-    // far as its permanent parts.
-    QObject::connect(&bar_, &QStatusBar::messageChanged, rows_,
-                     [this](const QString& notice) { rows_->setVisible(notice.isEmpty()); });
+}
+
+// What the bar writes itself ends without dots where its permanent parts begin, and has no tip. A permanent
+// part in the place of the day, which is hidden meanwhile, shares its room with the rows as the day does.
+void FrameStatusBar::AddNotice() {
+    auto* notice = new ElidedLabel;
+    notice->setObjectName(QStringLiteral("lblNotice"));
+    notice->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    // As far in as the day, which stands behind a blank.
+    notice->setContentsMargins(notice->fontMetrics().horizontalAdvance(u' '), 0, 0, 0);
+    notice->hide();
+    bar_.insertPermanentWidget(1, notice, 1);
+    QObject::connect(&bar_, &QStatusBar::messageChanged, notice, [notice](const QString& message) {
+        notice->ShowLine(message);
+        notice->setVisible(!message.isEmpty());
+    });
 }
 
 void FrameStatusBar::Notice(const std::string& text) {
@@ -94,6 +111,9 @@ void FrameStatusBar::Notice(const std::string& text) {
 
 void FrameStatusBar::ShowRows(const std::string& line) {
     rows_->ShowLine(Shown(line));
+    // How many rows there are stands in front and is read beside any other line; the sums may end with dots.
+    rows_->setMinimumWidth(
+        std::min(rows_->sizeHint().width(), rows_->fontMetrics().averageCharWidth() * kRowsLetters));
 }
 
 void FrameStatusBar::Tell(const RunReport& report) {

@@ -27,7 +27,7 @@ class FrameStatusBar final {
     // The parts in which the person at the windows shows what the engine tells.
     const FrameParts& Parts() const { return parts_; }
 
-    // A line for a while, in front of everything.
+    // A line for a while, in the place of the day and beside the rows.
     void Notice(const std::string& text);
     // How many rows the open table has, and what a column adds up to.
     void ShowRows(const std::string& line);
@@ -40,6 +40,7 @@ class FrameStatusBar final {
     void AddDay(QMainWindow& window);
     void AddProgress();
     void AddRows();
+    void AddNotice();
 
     const Session& session_;
     QStatusBar& bar_;

@@ -112,10 +112,18 @@ void HelpCommands::ShowKeys() {
     frmKeys(&frame_.window).exec();
 }
 
+PaletteScene HelpCommands::SceneInFront() const {
+    const frmQuoteGrid* const form = frame_.table.form();
+    const ChildOperations* const child = frame_.children.ActiveOperations();
+    return {.hasTicker = form && !form->TickerMeant().empty(),
+            .hasChart = child && child->copyPicture,
+            .hasChild = frame_.children.FormInFront() != nullptr};
+}
+
 void HelpCommands::ShowCommands() {
     const frmQuoteGrid* const form = frame_.table.form();
     PaletteStart start;
-    start.commands = PaletteCommands([this](const MenuEntry& entry) {
+    start.commands = PaletteCommands(SceneInFront(), [this](const MenuEntry& entry) {
         const auto* action = frame_.window.findChild<QAction*>(Name(entry.id));
         return action && action->isEnabled();
     });

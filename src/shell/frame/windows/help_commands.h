@@ -14,6 +14,7 @@ namespace brantlow {
 class frmHelp;
 enum class AskedBy;
 struct PaletteRow;
+struct PaletteScene;
 
 class HelpCommands final : public QObject {
   public:
@@ -33,6 +34,7 @@ class HelpCommands final : public QObject {
     void ShowHelpContents();
     void ShowHelpIndex();
     void ShowKeys();
+    PaletteScene SceneInFront() const;
     void ShowCommands();
     void ChooseInPalette(const PaletteRow& row);
     void ShowAbout();
