@@ -17,6 +17,7 @@
 #include "base/clock.h"
 #include "base/windows/button_keys.h"
 #include "base/windows/display_text.h"
+#include "base/windows/file_columns.h"
 #include "base/windows/program_end.h"
 #include "base/windows/program_style.h"
 #include "desktop/start_options.h"
@@ -142,6 +143,7 @@ int main(int argc, char** argv) {
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setStyle(new ProgramStyle);
     application.installEventFilter(new ButtonKeys(&application));
+    application.installEventFilter(new FileColumns(&application));
     QApplication::setApplicationName(QStringLiteral("Brantlow"));
     QApplication::setApplicationVersion(QStringLiteral(BRANTLOW_VERSION));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/brantlow.svg")));

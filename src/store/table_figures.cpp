@@ -13,7 +13,29 @@ namespace brantlow {
 
 namespace {
 
-constexpr std::array<std::string_view, 2> kSeparated = {"Volume", "Market Cap (M)"};
+// Volume, market value, and the amounts and numbers of shares among the extended fundamentals.
+constexpr auto kSeparated = std::to_array<std::string_view>({
+    "Volume",
+    "Market Cap (M)",
+    "Market Cap (intraday)",
+    "Enterprise Value",
+    "Revenue (ttm)",
+    "Gross Profit (ttm)",
+    "EBITDA (ttm)",
+    "Net Income Avl to Common (ttm)",
+    "Total Cash (mrq)",
+    "Total Debt (mrq)",
+    "CashFlow From Operations (ttm)",
+    "Free Cashflow (ttm)",
+    "Shares Outstanding",
+    "Float",
+    "Shares Short",
+    "Shares Short (prior month)",
+    "Avg. Rev. Estimate (current quarter)",
+    "Avg. Rev. Estimate (next quarter)",
+    "Avg. Rev. Estimate (current year)",
+    "Avg. Rev. Estimate (next year)",
+});
 constexpr std::size_t kGroup = 3;
 // Of a sum and a mean.
 constexpr std::string_view kFigurePicture = "#########0.###";

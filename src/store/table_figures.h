@@ -12,7 +12,7 @@
 
 namespace brantlow {
 
-// Whether a column's numbers are shown with separators: volume and market value.
+// Whether a column's numbers are shown with separators: volume, and amounts such as market value.
 bool ShowsSeparators(std::string_view header);
 
 // "1234567.5" as "1,234,567.5". A text that is no plain number stays as it is.

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
+#include "store/columns.h"
+
 namespace brantlow {
 namespace {
 
@@ -36,6 +39,33 @@ TEST(TableFigures, SeparateTheThousands) {
     EXPECT_TRUE(ShowsSeparators("Volume"));
     EXPECT_TRUE(ShowsSeparators("Market Cap (M)"));
     EXPECT_FALSE(ShowsSeparators("Last Price"));
+}
+
+TEST(TableFigures, SeparateTheAmountsOfTheExtendedFundamentals) {
+    std::vector<std::string_view> separated;
+    const std::string headers = EfqHeader();
+    for (const std::string_view header : SplitAt(headers, '\t')) {
+        if (ShowsSeparators(header)) separated.push_back(header);
+    }
+    const std::vector<std::string_view> amounts = {"Market Cap (intraday)",
+                                                   "Enterprise Value",
+                                                   "Revenue (ttm)",
+                                                   "Gross Profit (ttm)",
+                                                   "EBITDA (ttm)",
+                                                   "Net Income Avl to Common (ttm)",
+                                                   "Total Cash (mrq)",
+                                                   "Total Debt (mrq)",
+                                                   "CashFlow From Operations (ttm)",
+                                                   "Free Cashflow (ttm)",
+                                                   "Shares Outstanding",
+                                                   "Float",
+                                                   "Shares Short",
+                                                   "Shares Short (prior month)",
+                                                   "Avg. Rev. Estimate (current quarter)",
+                                                   "Avg. Rev. Estimate (next quarter)",
+                                                   "Avg. Rev. Estimate (current year)",
+                                                   "Avg. Rev. Estimate (next year)"};
+    EXPECT_EQ(separated, amounts);
 }
 
 TEST(TableFigures, RowsAreTextWithTheirHeader) {

@@ -87,7 +87,7 @@ class FundamentalsWindowTest : public QObject {
         QCOMPARE(program.frame->QuoteForm()->View()->model()->columnCount(), 59);
         for (const int row : {0, 2}) {
             QCOMPARE(program.Text(row, kBetaColumn), QStringLiteral("1.05"));
-            QCOMPARE(program.Text(row, kFloatColumn), QStringLiteral("12300000"));
+            QCOMPARE(program.Text(row, kFloatColumn), QStringLiteral("12,300,000"));
             QCOMPARE(program.Text(row, kMeanTargetColumn), QStringLiteral("33.5"));
             QCOMPARE(program.Text(row, 4), QString());
         }

@@ -214,6 +214,22 @@ class GridOrderTest : public QObject {
         menu.close();
     }
 
+    void theRightButtonSelectsTheRowAndTheColumnUnderIt() {
+        GridProgram program;
+        FrozenTableView& view = program.View();
+        view.selectAll();
+        const QRect cell = view.visualRect(view.model()->index(2, 3));
+        QTest::mouseClick(view.viewport(), Qt::RightButton, {}, cell.center());
+        Q_EMIT view.customContextMenuRequested(cell.center());
+        QMenu& menu = program.frame->Commands().PopUpMenu();
+        QVERIFY(menu.isVisible());
+        menu.close();
+        QCOMPARE(program.Grid().CurrentColumn(), std::size_t{3});
+        QCOMPARE(view.selectionModel()->selectedRows().size(), qsizetype{1});
+        QCOMPARE(view.selectionModel()->selectedRows().constFirst().row(), 2);
+        QCOMPARE(program.session.CurrentTicker, std::string("C"));
+    }
+
     void aNewTableHasNoPopUp() {
         GridProgram program;
         program.frame->Run("mnuFileNewEODQuoteFile");

@@ -322,6 +322,9 @@ class SymbolButtonsTest : public QObject {
         program.Type("t9", "8", "4");
         QTest::keyClick(program.Box("Text2"), Qt::Key_Return);
         QCOMPARE(program.Tickers(), (Tickers{"T1", "T2", "T3", "T9"}));
+        program.Type("", "8", "4");
+        QCOMPARE(SaidBy([&] { QTest::keyClick(program.Box("Text3"), Qt::Key_Return); }),
+                 QStringLiteral("Enter a Ticker Symbol in the Symbol Box before selecting Edit"));
     }
 
     void deletingAsksAboutTheHistoryInItsWords() {

@@ -322,9 +322,10 @@ void frmQuoteGrid::ClearBoxes() {
     strip_->ClearBoxes();
 }
 
-// Enter in a box adds the ticker; behind the alarms of one that the table holds it sets them.
+// Enter in a box adds the ticker; behind the alarms of one that the table holds, or of none, it sets them.
 void frmQuoteGrid::EnterTicker(const QLineEdit& box) {
-    const bool setsAlarm = &box != Text1 && RowOfTicker(table_, TableSpelling(Typed().symbol)) > 0;
+    const std::string ticker = TableSpelling(Typed().symbol);
+    const bool setsAlarm = &box != Text1 && (Trim(ticker).empty() || RowOfTicker(table_, ticker) > 0);
     auto* button = strip_->findChild<QPushButton*>(Name(setsAlarm ? "CmdAlarm" : "CmdAdd"));
     if (button->isVisible()) button->click();
 }
@@ -352,10 +353,13 @@ void frmQuoteGrid::Mean(const std::string& ticker) {
 // one that is highlighted already has to come into the box too.
 void frmQuoteGrid::AskPopUp(const QAbstractItemView& view, const QPoint& place) {
     if (!HasSavedKind()) return;
-    const int row = view.indexAt(place).row();
-    if (row >= 0) {
-        view_->selectRow(row);
-        RowSelected(row);
+    const QModelIndex cell = view.indexAt(place);
+    if (cell.isValid()) {
+        // Sums, sorting and the explanation of a verdict go by the current column.
+        view_->selectionModel()->setCurrentIndex(
+            view_->model()->index(cell.row(), cell.column()),
+            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        RowSelected(cell.row());
     }
     Mean(TableSpelling(Typed().symbol));
     Q_EMIT PopUpAsked(view.viewport()->mapToGlobal(place));
