@@ -13,6 +13,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 tools/setup.sh packages
 build=build/package
+# A compiler's cache would give the second build what it kept of the first.
+[[ ${1:-} != --twice ]] || export CCACHE_DISABLE=1
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
