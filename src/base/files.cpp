@@ -259,11 +259,32 @@ std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush f
     return error;
 }
 
-std::error_code WriteScratchFile(const Path& path, std::string_view bytes) {
-    if (NamesNoFile(path)) return NoSuchName();
-    if (::unlink(path.c_str()) != 0 && errno != ENOENT) return LastError();
-    constexpr mode_t kDefaultMode = 0666;
-    return WriteNewFile(path, bytes, Flush::Later, kDefaultMode);
+std::error_code ScratchFile::Write(std::string_view bytes) {
+    const std::error_code error = WriteAnew(bytes);
+    if (error) Delete();
+    return error;
+}
+
+std::error_code ScratchFile::WriteAnew(std::string_view bytes) {
+    if (NamesNoFile(path_)) return NoSuchName();
+    if (descriptor_ < 0) {
+        if (::unlink(path_.c_str()) != 0 && errno != ENOENT) return LastError();
+        constexpr mode_t kDefaultMode = 0666;
+        descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kDefaultMode);
+        length_ = 0;
+    }
+    if (descriptor_ < 0 || ::lseek(descriptor_, 0, SEEK_SET) != 0) return LastError();
+    if (const std::error_code error = WriteAll(descriptor_, bytes)) return error;
+    if (bytes.size() < length_ && ::ftruncate(descriptor_, static_cast<off_t>(bytes.size())) != 0)
+        return LastError();
+    length_ = bytes.size();
+    return {};
+}
+
+void ScratchFile::Delete() {
+    if (descriptor_ < 0) return;
+    ::close(std::exchange(descriptor_, -1));
+    ::unlink(path_.c_str());
 }
 
 std::error_code AppendToFile(const Path& path, std::string_view bytes) {

@@ -51,9 +51,29 @@ enum class Flush { ToDisk, Later };
 // returned.
 std::error_code WriteWholeFile(const Path& path, std::string_view bytes, Flush flush = Flush::ToDisk);
 
-// The same for a work file of this process alone, which nobody reads before it is whole: quicker, and after a
-// failure it is gone.
-std::error_code WriteScratchFile(const Path& path, std::string_view bytes);
+// A work file of this process alone, kept open, which is quicker than a new file for each text; it goes with
+// its owner.
+class ScratchFile {
+  public:
+    explicit ScratchFile(Path path) : path_(std::move(path)) {}
+    ~ScratchFile() { Delete(); }
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    const Path& Name() const { return path_; }
+    // The file holds these bytes and no others. The first time it takes the place of what has its name; after
+    // a failure it is gone.
+    std::error_code Write(std::string_view bytes);
+    // To be called too where another file has taken its place.
+    void Delete();
+
+  private:
+    std::error_code WriteAnew(std::string_view bytes);
+
+    Path path_;
+    int descriptor_ = -1;
+    std::size_t length_ = 0;
+};
 
 // Adds whole lines to the end of `path` in one write, creating it when it is missing.
 std::error_code AppendToFile(const Path& path, std::string_view bytes);

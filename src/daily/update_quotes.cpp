@@ -54,7 +54,8 @@ class QuoteUpdate {
           lastRow_(work.table.TickerCount()),
           fates_(lastRow_ + 1),
           row_(work, outcome_),
-          tempFile_(work.session.AppPath / kReplyName) {}
+          tempFile_(work.session.AppPath / kReplyName),
+          importFile_(ImportRecordFile(work.session.AppPath)) {}
 
     UpdateOutcome Run() {
         if (lastRow_ == 0) return outcome_;
@@ -64,6 +65,7 @@ class QuoteUpdate {
             return outcome_;
         }
         WalkBatches();
+        KeepFirst(outcome_.error, RecordFailure(importFile_.Close()));
         TellTickers();
         return std::move(outcome_);
     }
@@ -137,12 +139,10 @@ class QuoteUpdate {
         ++outcome_.batches;
         const WebReply& reply = fetched.reply;
         // A page of which only a part came in its time counts as none.
-        const auto text = reply.ok ? TextOfReply(reply) : std::nullopt;
-        std::string bytes;
-        const Failure error = text ? PassThroughFile(*text, bytes) : Failure{};
+        auto text = reply.ok ? TextOfReply(reply) : std::nullopt;
+        const Failure error = text ? PassThroughFile(*text) : Failure{};
         KeepFirst(outcome_.error, error);
-        const bool isTaken = text && !error && TakeLines(bytes, first);
-        DeleteOneFile(tempFile_);
+        const bool isTaken = text && !error && TakeLines(*text, first);
         if (isTaken) return;
         ++outcome_.failedBatches;
         // What the person stopped has not failed.
@@ -157,12 +157,15 @@ class QuoteUpdate {
         for (std::size_t row = first; row <= LastOf(first); ++row) fates_[row].isTold = false;
     }
 
-    // The reply goes through the work file, which gives its decimal commas their form.
-    Failure PassThroughFile(std::string_view text, std::string& bytes) {
+    // The reply goes through the work file, where its decimal commas get their form.
+    Failure PassThroughFile(std::string& text) {
         std::error_code error = WriteTextFile(tempFile_, text);
-        if (!error && row_.HasDecimalCommas()) error = NormaliseDecimalComma(tempFile_);
-        if (error) return FailedTo(FailureKind::Write, tempFile_, error);
-        return ReadIfThere(tempFile_, bytes);
+        if (!error && !row_.HasDecimalCommas()) return {};
+        if (!error) error = NormaliseDecimalComma(tempFile_.Name());
+        const Failure fault = error ? FailedTo(FailureKind::Write, tempFile_.Name(), error)
+                                    : ReadIfThere(tempFile_.Name(), text);
+        tempFile_.Delete();
+        return fault;
     }
 
     // False when there are rows to fill and no line holds the source's fields.
@@ -181,10 +184,12 @@ class QuoteUpdate {
             ShowRow(row, batchRow);
             isRead |= TakeLine(line, row, records);
         }
-        if (records.empty()) return isRead;
-        const Path file = ImportRecordFile(work_.session.AppPath);
-        KeepFirst(outcome_.error, FailedTo(FailureKind::Write, file, AppendToFile(file, records)));
+        if (!records.empty()) KeepFirst(outcome_.error, RecordFailure(importFile_.Append(records)));
         return isRead;
+    }
+
+    Failure RecordFailure(const std::error_code& error) const {
+        return FailedTo(FailureKind::Write, ImportRecordFile(work_.session.AppPath), error);
     }
 
     bool TakeLine(std::string_view line, std::size_t row, std::string& records) {
@@ -229,7 +234,8 @@ class QuoteUpdate {
     // By row.
     std::vector<RowFate> fates_;
     RowUpdate row_;
-    Path tempFile_;
+    ScratchFile tempFile_;
+    GrowingFile importFile_;
     std::size_t requestRow_ = 1;
 };
 

@@ -1,6 +1,7 @@
 #include "shell/memory_status.h"
 
 #include <charconv>
+#include <chrono>
 
 #include "base/files.h"
 #include "base/text.h"
@@ -36,7 +37,16 @@ std::optional<MemoryStatus> ParseMemoryStatus(std::string_view meminfo) {
 }
 
 std::string ReadMemoryInfo() {
-    return BytesOrEmpty("/proc/meminfo");
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds kFresh{10};
+    struct Look {
+        Clock::time_point when;
+        std::string text;
+    };
+    thread_local Look last;
+    const Clock::time_point now = Clock::now();
+    if (last.text.empty() || now - last.when >= kFresh) last = {now, BytesOrEmpty("/proc/meminfo")};
+    return last.text;
 }
 
 double PercentAvailable(const MemoryStatus& status) {

@@ -35,7 +35,8 @@ struct MemoryStatus {
 // total is 0; missing swap figures count as no swap space.
 std::optional<MemoryStatus> ParseMemoryStatus(std::string_view meminfo);
 
-// The text of /proc/meminfo, empty where there is none.
+// The text of /proc/meminfo, empty where there is none; as it was up to a hundredth of a second ago, since
+// the system adds its figures up for each reader.
 std::string ReadMemoryInfo();
 
 double PercentAvailable(const MemoryStatus& status);

@@ -259,29 +259,62 @@ TEST(AppendToFile, AFullDiskLeavesTheFileAsItWas) {
     EXPECT_EQ(BytesOrEmpty(path), "old line\r\n");
 }
 
-TEST(WriteScratchFile, TakesThePlaceOfWhatWasThere) {
+TEST(ScratchFile, TakesThePlaceOfWhatWasThereAndGoesWithItsOwner) {
     const TempFolder folder;
     const Path file = folder / "Temp.txt";
-    EXPECT_FALSE(WriteScratchFile(file, "long text"));
-    EXPECT_FALSE(WriteScratchFile(file, "text"));
-    EXPECT_EQ(BytesOrEmpty(file), "text");
-    EXPECT_EQ(FileNamesIn(folder.Get()), std::vector<std::string>{"Temp.txt"});
+    ASSERT_FALSE(WriteWholeFile(file, "what a killed program left"));
+    {
+        ScratchFile scratch(file);
+        EXPECT_EQ(scratch.Name(), file);
+        for (const std::string_view bytes : {"text", "a longer text", "short", "", "again"}) {
+            EXPECT_FALSE(scratch.Write(bytes));
+            EXPECT_EQ(BytesOrEmpty(file), bytes);
+        }
+        EXPECT_EQ(FileNamesIn(folder.Get()), std::vector<std::string>{"Temp.txt"});
+    }
+    EXPECT_EQ(FileNamesIn(folder.Get()), std::vector<std::string>{});
+}
+
+TEST(ScratchFile, LeavesWhatItsNameStoodForUntilItIsWritten) {
+    const TempFolder folder;
     // A link goes, and not the file behind it.
     ASSERT_FALSE(WriteWholeFile(folder / "own", "own"));
     fs::create_symlink(folder / "own", folder / "link");
-    EXPECT_FALSE(WriteScratchFile(folder / "link", "text"));
+    { const ScratchFile never(folder / "link"); }
+    EXPECT_EQ(BytesOrEmpty(folder / "link"), "own");
+    ScratchFile scratch(folder / "link");
+    EXPECT_FALSE(scratch.Write("text"));
     EXPECT_EQ(BytesOrEmpty(folder / "own"), "own");
     EXPECT_EQ(BytesOrEmpty(folder / "link"), "text");
     fs::create_directory(folder / "in the way");
-    EXPECT_EQ(WriteScratchFile(folder / "in the way", "text"), std::errc::is_a_directory);
+    EXPECT_EQ(ScratchFile(folder / "in the way").Write("text"), std::errc::is_a_directory);
+    EXPECT_TRUE(fs::is_directory(folder / "in the way"));
+    EXPECT_EQ(ScratchFile(Path(std::string("a\0b", 3))).Write("text"), std::errc::invalid_argument);
 }
 
-TEST(WriteScratchFile, LeavesNothingOnAFullDisk) {
+TEST(ScratchFile, IsMadeAnewWhereAnotherFileTookItsPlace) {
     const TempFolder folder;
     const Path file = folder / "Temp.txt";
-    EXPECT_EQ(OnAFullDisk(
-                  [&] { return static_cast<bool>(WriteScratchFile(file, std::string(2 * kDiskSize, 'x'))); }),
-              0);
+    ScratchFile scratch(file);
+    EXPECT_FALSE(scratch.Write("one"));
+    ASSERT_FALSE(WriteWholeFile(file, "in its place"));
+    scratch.Delete();
+    EXPECT_FALSE(IsRegularFile(file));
+    EXPECT_FALSE(scratch.Write("two"));
+    EXPECT_EQ(BytesOrEmpty(file), "two");
+}
+
+TEST(ScratchFile, LeavesNothingOnAFullDiskAndIsMadeAnewBehindIt) {
+    const TempFolder folder;
+    const Path file = folder / "Temp.txt";
+    const auto isMadeAnew = [&] {
+        ScratchFile scratch(file);
+        const bool isFirst = !scratch.Write("text");
+        const bool fails = static_cast<bool>(scratch.Write(std::string(2 * kDiskSize, 'x')));
+        const bool isGone = !IsRegularFile(file);
+        return isFirst && fails && isGone && !scratch.Write("again") && BytesOrEmpty(file) == "again";
+    };
+    EXPECT_EQ(OnAFullDisk(isMadeAnew), 0);
     EXPECT_FALSE(IsRegularFile(file));
 }
 

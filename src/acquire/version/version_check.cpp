@@ -21,11 +21,9 @@ std::string FirstValueOf(const Path& file) {
 }
 
 std::string PublishedVersion(Web& web, const std::string& address, const Path& appPath) {
-    const Path scratch = appPath / kReplyName;
-    WriteTextFile(scratch, FetchPageText(web, address, kPageSeconds).value_or(""));
-    std::string version = FirstValueOf(scratch);
-    DeleteOneFile(scratch);
-    return version;
+    ScratchFile scratch(appPath / kReplyName);
+    std::string text = FetchPageText(web, address, kPageSeconds).value_or("");
+    return WriteTextFile(scratch, text) ? std::string() : FirstValueOf(scratch.Name());
 }
 
 }  // namespace

@@ -62,10 +62,9 @@ std::optional<std::string> TextOfReply(const WebReply& reply) {
     return PageText(reply.bytes, reply.contentType);
 }
 
-std::error_code WriteTextFile(const Path& path, std::string_view text) {
-    std::string bytes(text);
-    bytes += kLineEnd;
-    return WriteScratchFile(path, bytes);
+std::error_code WriteTextFile(ScratchFile& file, std::string& text) {
+    text += kLineEnd;
+    return file.Write(text);
 }
 
 }  // namespace brantlow

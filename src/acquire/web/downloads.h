@@ -54,7 +54,7 @@ std::optional<std::string> MarkupOfReply(const WebReply& reply);
 // The text of a reply that has come, or nothing when it is a failed one.
 std::optional<std::string> TextOfReply(const WebReply& reply);
 
-// Replaces `path` by `text` and one line end.
-std::error_code WriteTextFile(const Path& path, std::string_view text);
+// Ends `text` with one line end and writes it.
+std::error_code WriteTextFile(ScratchFile& file, std::string& text);
 
 }  // namespace brantlow

@@ -102,12 +102,16 @@ TEST(TextOfReply, OfAFailedReplyIsNothing) {
 TEST(WriteTextFile, WritesTheTextWithOneLineEnd) {
     TempFolder folder;
     const Path file = folder / "Temp.txt";
-    EXPECT_FALSE(WriteTextFile(file, "a\r\nb and a longer line"));
-    EXPECT_FALSE(WriteTextFile(file, "c"));
-    EXPECT_EQ(BytesOrEmpty(file), "c\r\n");
-    EXPECT_FALSE(WriteTextFile(file, ""));
-    EXPECT_EQ(BytesOrEmpty(file), "\r\n");
-    EXPECT_TRUE(WriteTextFile(folder / "no folder/Temp.txt", "c"));
+    ScratchFile scratch(file);
+    for (const std::string_view line : {"a\r\nb and a longer line", "c", ""}) {
+        std::string text(line);
+        EXPECT_FALSE(WriteTextFile(scratch, text));
+        EXPECT_EQ(text, std::string(line) + "\r\n");
+        EXPECT_EQ(BytesOrEmpty(file), text);
+    }
+    ScratchFile nowhere(folder / "no folder/Temp.txt");
+    std::string text = "c";
+    EXPECT_TRUE(WriteTextFile(nowhere, text));
 }
 
 }  // namespace
