@@ -35,8 +35,12 @@ const Cell* QuoteTable::Find(std::size_t row, std::size_t column) const {
 Cell* QuoteTable::Reach(std::size_t row, std::size_t column) {
     if (row >= rows_.size() || column >= order_.size()) return nullptr;
     const std::size_t place = order_[column];
-    if (rows_[row].size() <= place) rows_[row].resize(place + 1);
-    return &rows_[row][place];
+    std::vector<Cell>& cells = rows_[row];
+    if (cells.size() <= place) {
+        cells.reserve(order_.size());
+        cells.resize(place + 1);
+    }
+    return &cells[place];
 }
 
 const std::string& QuoteTable::Text(std::size_t row, std::size_t column) const {
