@@ -16,6 +16,7 @@
 #include "check/settings_check.h"
 #include "check/table_check.h"
 #include "shell/run_control.h"
+#include "shell/run_report.h"
 #include "shell/session_change.h"
 #include "shell/settings/settings_files.h"
 #include "splits/split_calendar.h"
@@ -230,10 +231,6 @@ class CheckRun {
     std::vector<Repair> repairs_;
 };
 
-std::string Counted(std::size_t count, std::string_view what) {
-    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
-}
-
 }  // namespace
 
 std::size_t CheckReport::Faults() const {
@@ -258,8 +255,9 @@ CheckReport CheckDatabase(Session& session, CheckMode mode) {
 }
 
 std::string CheckSentence(const CheckReport& report) {
-    std::string text = fmt::format("{} and {} in {}", Counted(report.Faults(), "fault"),
-                                   Counted(report.Notes(), "note"), Counted(report.files, "file"));
+    std::string text =
+        fmt::format("{} and {} in {}", Counted(report.Faults(), "fault", "faults"),
+                    Counted(report.Notes(), "note", "notes"), Counted(report.files, "file", "files"));
     if (const std::size_t possible = report.Count(Mend::Possible))
         text += fmt::format(", {} can be repaired", possible);
     if (const std::size_t done = report.Count(Mend::Done)) text += fmt::format(", {} repaired", done);

@@ -152,7 +152,7 @@ RunReport ReportOf(const SelectorOutcome& outcome, const std::string& source, st
     RunReport report("Stock Selector over " + source, "tickers");
     const auto& hits = outcome.hitsPerCondition;
     std::string line = outcome.stopped ? std::to_string(outcome.tickers) + " of " : "";
-    line += Counted(rows, "ticker", "tickers") + ", ";
+    line += CountedTickers(rows) + ", ";
     line += Counted(std::accumulate(hits.begin(), hits.end(), std::size_t{0}), "hit", "hits");
     report.SetHeadline(std::move(line));
     if (outcome.stopped) report.Add("stopped");

@@ -32,10 +32,6 @@ constexpr std::array<FateName, 6> kFateNames = {{{TickerFate::Stored, "stored"},
                                                  {TickerFate::LeftOut, "left out"},
                                                  {TickerFate::Skipped, "skipped"}}};
 
-std::string CountedTickers(std::size_t count) {
-    return Counted(count, "ticker", "tickers");
-}
-
 // The words of a server may end with a stop, which ends no line that goes on; dots are none.
 void DropStop(std::string& line) {
     if (line.ends_with('.') && !line.ends_with("..")) line.pop_back();
@@ -52,6 +48,10 @@ void AppendWith(std::string_view separator, std::string_view text, std::string& 
 
 std::string Counted(std::size_t count, std::string_view one, std::string_view many) {
     return fmt::format("{} {}", count, count == 1 ? one : many);
+}
+
+std::string CountedTickers(std::size_t count) {
+    return Counted(count, "ticker", "tickers");
 }
 
 std::string NameList(const std::vector<std::string>& names) {

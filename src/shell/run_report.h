@@ -95,6 +95,7 @@ inline constexpr std::string_view kLastRunName = "Last Run.txt";
 
 // "1 row", "2 rows".
 std::string Counted(std::size_t count, std::string_view one, std::string_view many);
+std::string CountedTickers(std::size_t count);
 
 // "A, B, C", the first few of many: "A, B and 40 more".
 std::string NameList(const std::vector<std::string>& names);

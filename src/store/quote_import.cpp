@@ -147,9 +147,8 @@ class ImportWalk {
 
     void AddLoss(const std::vector<std::string>& tickers, std::string_view reason) {
         if (tickers.empty()) return;
-        result_.report.Add(fmt::format("{} left the table, because {}: {}",
-                                       Counted(tickers.size(), "ticker", "tickers"), reason,
-                                       NameList(tickers)));
+        result_.report.Add(fmt::format("{} left the table, because {}: {}", CountedTickers(tickers.size()),
+                                       reason, NameList(tickers)));
     }
 
     void FindColumnUses() {

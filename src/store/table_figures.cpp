@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "shell/run_report.h"
 #include "store/row_filter.h"
 
 namespace brantlow {
@@ -125,7 +126,7 @@ std::string RowsText(const QuoteTable& table, std::span<const std::size_t> rows,
 
 std::string RowsLine(const RowCounts& counts, const QuoteTable& table, std::span<const std::size_t> counted,
                      std::size_t column) {
-    std::string line = fmt::format("{} {}", counts.all, counts.all == 1 ? "row" : "rows");
+    std::string line = Counted(counts.all, "row", "rows");
     if (counts.shown != counts.all) line += fmt::format(", {} shown", counts.shown);
     if (counts.selected > 1) line += fmt::format(", {} selected", counts.selected);
     return line + FiguresOf(table, counted, column);

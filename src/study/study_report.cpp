@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "shell/run_report.h"
+
 namespace brantlow {
 
 namespace {
@@ -30,8 +32,9 @@ std::string Sentences(const ConditionStudy& study, const StudyTerms& terms, cons
     std::string text;
     for (const ConditionFigures& condition : figures.conditions) {
         if (condition.signals == 0) continue;
-        text += fmt::format("<p><b>Condition {} ({})</b>, {} signals:", condition.condition,
-                            Escaped(study.actions[condition.condition - 1]), condition.signals);
+        text += fmt::format("<p><b>Condition {} ({})</b>, {}:", condition.condition,
+                            Escaped(study.actions[condition.condition - 1]),
+                            Counted(condition.signals, "signal", "signals"));
         for (std::size_t i = 0; i < terms.horizons.size(); ++i)
             text.append(" ").append(HorizonSentence(condition.horizons[i], figures.baseline[i],
                                                     terms.horizons[i], study.span.interval));
@@ -83,15 +86,14 @@ std::string StudyReport(const std::string& file, const ConditionStudy& study, co
         "<style>{}</style>\n</head>\n<body>\n<h1>Study of the Conditions</h1>\n",
         kStyle);
     html += fmt::format(
-        "<p>{}, {}, {} to {}. {} tickers, {} days of tickers were judged. Bought at the close of the bar "
-        "after "
-        "a signal, costs {} % each time.</p>\n",
+        "<p>{}, {}, {} to {}, {}. {} Bought at the close of the bar after a signal, costs {} % each "
+        "time.</p>\n",
         Escaped(file), study.span.interval == Interval::Weekly ? "weekly" : "daily",
-        FormatIsoDate(study.span.from), FormatIsoDate(study.span.to), study.asked, study.Evaluated(),
-        terms.cost);
+        FormatIsoDate(study.span.from), FormatIsoDate(study.span.to), CountedTickers(study.asked),
+        JudgedWords(study), terms.cost);
     if (study.stopped)
-        html += fmt::format("<p><b>Ended after {} tickers: the figures are of these alone.</b></p>\n",
-                            study.tickers.size());
+        html += fmt::format("<p><b>Ended after {}: the figures are of these alone.</b></p>\n",
+                            CountedTickers(study.tickers.size()));
     html += fmt::format("<p>{}</p>\n<table>\n", kStudyWarnings[0]);
     html += TableRow(StudyColumns(study, terms, detail), "th");
     for (std::size_t condition = 1; condition <= study.actions.size(); ++condition)

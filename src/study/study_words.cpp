@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "shell/run_report.h"
+
 namespace brantlow {
 
 namespace {
@@ -23,9 +25,18 @@ std::string PercentText(const std::optional<double>& share, bool sign) {
     return sign ? fmt::format("{:+.2f} %", percent) : fmt::format("{:.2f} %", percent);
 }
 
+std::string BarsText(std::size_t bars, Interval interval) {
+    return interval == Interval::Weekly ? Counted(bars, "week", "weeks") : Counted(bars, "day", "days");
+}
+
 std::string AfterText(std::size_t horizon, Interval interval) {
-    const std::string_view unit = interval == Interval::Weekly ? "week" : "day";
-    return fmt::format("after {} {}{}", horizon, unit, horizon == 1 ? "" : "s");
+    return "after " + BarsText(horizon, interval);
+}
+
+std::string JudgedWords(const ConditionStudy& study) {
+    const std::size_t bars = study.Evaluated();
+    return fmt::format("{} of {} {} judged.", BarsText(bars, study.span.interval),
+                       CountedTickers(study.tickers.size()), bars == 1 ? "was" : "were");
 }
 
 bool StandsOut(const HorizonFigures& figures) {
@@ -48,15 +59,14 @@ std::string PortfolioWords(const ConditionStudy& study, const PortfolioTerms& te
     const auto named = [&](std::size_t condition) {
         return fmt::format("condition {} ({})", condition, study.actions[condition - 1]);
     };
-    const std::string_view unit = study.span.interval == Interval::Weekly ? "weeks" : "days";
     std::string words = fmt::format(
-        "Bought at the signals of {}, at most {} shares at a time in equal parts, held for {} {}{}; cost {} "
-        "% "
-        "each time.\n",
-        named(terms.buy), terms.most, terms.hold, unit,
+        "Bought at the signals of {}, at most {} at a time in equal parts, held for {}{}; cost {} % each "
+        "time.\n",
+        named(terms.buy), Counted(terms.most, "share", "shares"), BarsText(terms.hold, study.span.interval),
         terms.sell == 0 ? std::string() : " or until a signal of " + named(terms.sell), terms.cost);
-    words += fmt::format("{} trades have ended, {} shares are still held. ", portfolio.trades.size(),
-                         portfolio.held);
+    words +=
+        fmt::format("{} ended, {} still held. ", Counted(portfolio.trades.size(), "trade has", "trades have"),
+                    Counted(portfolio.held, "share is", "shares are"));
     if (portfolio.yearly)
         words += fmt::format("Return a year {}; all tickers held {}. ", PercentText(portfolio.yearly, true),
                              PercentText(portfolio.benchmarkYearly, true));

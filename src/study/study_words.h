@@ -22,8 +22,12 @@ inline constexpr std::array<std::string_view, 3> kStudyWarnings = {
 
 // "2.35 %", with a sign where asked; "" for nothing.
 std::string PercentText(const std::optional<double>& share, bool sign = false);
+// "20 days", "1 week".
+std::string BarsText(std::size_t bars, Interval interval);
 // "after 20 days", "after 1 week".
 std::string AfterText(std::size_t horizon, Interval interval);
+// "16 days of 3 tickers were judged."
+std::string JudgedWords(const ConditionStudy& study);
 // Whether the excess stands out: beyond two errors.
 bool StandsOut(const HorizonFigures& figures);
 // "After 20 days 58 of 100 were higher; any day: 54 of 100; the difference may be chance."

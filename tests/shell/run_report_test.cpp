@@ -24,6 +24,14 @@ TEST(RunReport, CountsWhatCameAndNamesTheUnknown) {
     EXPECT_EQ(report.Extent(), RunExtent::Whole);
 }
 
+TEST(RunReport, OneThingIsCountedInTheSingular) {
+    EXPECT_EQ(Counted(0, "row", "rows"), "0 rows");
+    EXPECT_EQ(Counted(1, "row", "rows"), "1 row");
+    EXPECT_EQ(Counted(2, "row", "rows"), "2 rows");
+    EXPECT_EQ(CountedTickers(1), "1 ticker");
+    EXPECT_EQ(CountedTickers(17999), "17999 tickers");
+}
+
 TEST(RunReport, OneUnknownTickerIsOne) {
     RunReport report = Quotes();
     report.Tell("A", TickerFate::Stored);

@@ -150,7 +150,7 @@ class FrmStudyNumbersTest : public QObject {
         study.Part<QSpinBox>("Most")->setValue(1);
         const QString words = study.Part<QLabel>("EquityWords")->text();
         QVERIFY2(words.startsWith(QStringLiteral(
-                     "Bought at the signals of condition 1 (Buy), at most 1 shares at a time in equal parts, "
+                     "Bought at the signals of condition 1 (Buy), at most 1 share at a time in equal parts, "
                      "held for 2 days; cost 0 % each time.\n2 trades have ended, 0 shares are still held. ")),
                  qPrintable(words));
         // The tickers fell from 4.75 to 2.7; money was in shares on five of eight days.
@@ -170,7 +170,7 @@ class FrmStudyNumbersTest : public QObject {
             QVERIFY2(html.find(cells + "</tr>") != std::string::npos, cells.c_str());
         }
         QVERIFY(html.find("Hand.ddq, daily, ") != std::string::npos);
-        QVERIFY(html.find("3 tickers, 16 days of tickers were judged.") != std::string::npos);
+        QVERIFY(html.find("3 tickers. 16 days of 3 tickers were judged.") != std::string::npos);
         QVERIFY(html.find("<b>Condition 1 (Buy)</b>, 5 signals: After 1 day 75 of 100") != std::string::npos);
         QVERIFY(html.find("<h2>Portfolio</h2>") != std::string::npos);
         for (const std::string_view warning : kStudyWarnings)

@@ -311,8 +311,7 @@ void frmStudy::ShowAll() {
     }
     const auto buy = std::find(study_->actions.begin(), study_->actions.end(), kConditionActions[0]);
     buy_->setCurrentIndex(buy == study_->actions.end() ? 0 : static_cast<int>(buy - study_->actions.begin()));
-    std::string words = std::to_string(study_->Evaluated()) + " days of " +
-                        std::to_string(study_->tickers.size()) + " tickers were judged.";
+    std::string words = JudgedWords(*study_);
     if (study_->Evaluated() == 0)
         words = "No day could be judged: no ticker has a bar in the span with enough history before it.";
     if (study_->stopped) words += " Ended early: the figures are of these tickers alone.";

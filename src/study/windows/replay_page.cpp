@@ -12,6 +12,7 @@
 #include "base/numbers.h"
 #include "base/windows/display_text.h"
 #include "chart/signals.h"
+#include "shell/run_report.h"
 #include "shell/status_words.h"
 #include "study/remaining_time.h"
 
@@ -60,7 +61,8 @@ std::string ReplayWords(const TableReplay& replay, const SettingsTables& setting
                     sums.SharesBought, Money(sums.BuyCost), sums.SharesSold, Money(sums.SellValue),
                     Money(sums.HeldValue), Money(sums.Profit));
     if (replay.stopped)
-        words += fmt::format("\nEnded after {} tickers: the sums are of these alone.", replay.tickers);
+        words +=
+            fmt::format("\nEnded after {}: the sums are of these alone.", CountedTickers(replay.tickers));
     if (!replay.leftOut.empty())
         words += fmt::format("\n{} left out: {}", replay.leftOut.size(), Sentence(replay.leftOut.front()));
     return words;

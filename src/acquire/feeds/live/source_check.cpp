@@ -6,6 +6,7 @@
 
 #include "acquire/feeds/live/company_facts.h"
 #include "base/numbers.h"
+#include "shell/run_report.h"
 
 namespace brantlow {
 
@@ -20,7 +21,7 @@ constexpr int kMostDaysBack = 5;
 constexpr std::size_t kShownRows = 3;
 
 std::string RowsText(std::size_t rows) {
-    return fmt::format("{} row{}", rows, rows == 1 ? "" : "s");
+    return Counted(rows, "row", "rows");
 }
 
 std::string RowsText(std::size_t rows, sys_days first, sys_days last) {

@@ -246,8 +246,7 @@ void frmNewList::ShowRemark() {
     if (source && count > 0) {
         const double seconds = SecondsOfFilling(*source, count);
         remark = QStringLiteral("%1: %2 at the limits of %3.")
-                     .arg(Shown(Counted(count, "ticker", "tickers")), Shown(DurationWords(seconds)),
-                          Shown(source->title));
+                     .arg(Shown(CountedTickers(count)), Shown(DurationWords(seconds)), Shown(source->title));
     }
     prices_->ShowRemark(remark);
     FitHeight();
@@ -333,7 +332,7 @@ bool frmNewList::WantsAll(const std::string& name, std::size_t tickers) {
     return session_.person.Ask(
         fmt::format("{} has {}; their histories and quotes take {} at the limits of {}. Do you want to fetch "
                     "them now?",
-                    name, Counted(tickers, "ticker", "tickers"), DurationWords(seconds), source->title));
+                    name, CountedTickers(tickers), DurationWords(seconds), source->title));
 }
 
 double frmNewList::SecondsOfFilling(const SourceDefinition& source, std::size_t tickers) {

@@ -112,7 +112,7 @@ void frmPopulate::ShowWhoIsAsked() {
     const double seconds = SecondsOfPopulate(live.World(), *chosen.source, tickers_, ChosenYears());
     source_->setText(QStringLiteral("The histories come from %1. %2: %3 at its limits.")
                          .arg(Shown(AskedWords(session_, Capability::History)),
-                              Shown(Counted(tickers_, "ticker", "tickers")), Shown(DurationWords(seconds))));
+                              Shown(CountedTickers(tickers_)), Shown(DurationWords(seconds))));
 }
 
 void frmPopulate::Populate() {

@@ -12,6 +12,7 @@
 #include "shell/file_kind.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/run_report.h"
 #include "store/dropped_tickers.h"
 #include "store/file_names.h"
 #include "store/table_edit.h"
@@ -24,10 +25,6 @@ namespace {
 
 // A text larger than this is no list of tickers.
 constexpr std::uintmax_t kLargestText = std::uintmax_t{4} * 1024 * 1024;
-
-std::string CountOf(std::size_t count) {
-    return std::to_string(count) + (count == 1 ? " ticker" : " tickers");
-}
 
 }  // namespace
 
@@ -108,7 +105,7 @@ void DropCommands::AddTickers(const std::string& text, const std::string& from) 
             fresh.push_back(ticker);
     }
     if (fresh.empty()) return frame_.notice("No new ticker in " + from);
-    const std::string question = "Add " + CountOf(fresh.size()) + " of " + from + " to " +
+    const std::string question = "Add " + CountedTickers(fresh.size()) + " of " + from + " to " +
                                  frame_.session.CurrentFile + "? (" + fresh.front() +
                                  (fresh.size() > 1 ? " ... " + fresh.back() : "") + ")";
     if (!frame_.person.AskToGoOn(question, "Add Symbols", "Add")) return;
@@ -122,7 +119,7 @@ void DropCommands::AddTickers(const std::string& text, const std::string& from) 
     frame_.person.ShowTickerCount(table.TickerCount());
     form->SelectTicker(fresh.front());
     if (error) return frame_.person.Say(CannotBeSaved(frame_.session.CurrentFile, error));
-    frame_.notice(CountOf(added) + " added. Populate Database fetches their histories.");
+    frame_.notice(CountedTickers(added) + " added. Populate Database fetches their histories.");
 }
 
 }  // namespace brantlow

@@ -12,6 +12,7 @@
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
 #include "shell/recent_files.h"
+#include "shell/run_report.h"
 #include "store/quote_export.h"
 #include "store/table_figures.h"
 #include "store/windows/frmQuoteGrid.h"
@@ -265,8 +266,7 @@ void FileCommands::ExportCsv() {
     });
     frame_.runs.End();
     if (error) return frame_.person.Say(CannotBeSaved(file, error));
-    frame_.notice(std::to_string(rows.size()) + (rows.size() == 1 ? " row" : " rows") + " exported to " +
-                  file.string());
+    frame_.notice(Counted(rows.size(), "row", "rows") + " exported to " + file.string());
 }
 
 void FileCommands::PrintWholeTable() {

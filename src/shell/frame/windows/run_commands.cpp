@@ -13,6 +13,7 @@
 #include "selector/windows/frmSelectorSelection.h"
 #include "shell/frame/windows/frame_runs.h"
 #include "shell/frame/windows/window_person.h"
+#include "shell/run_report.h"
 #include "shell/session_change.h"
 #include "shell/settings/choices.h"
 #include "shell/status_words.h"
@@ -174,8 +175,8 @@ void RunCommands::TellOutcome(const SelectorOutcome& outcome) {
                           " tickers left out: " + Sentence(outcome.unreadable.front()));
     } else if (outcome.looksBack) {
         if (!outcome.shortTickers.empty())
-            frame_.notice(std::to_string(outcome.shortTickers.size()) +
-                          " tickers had too little history on that day");
+            frame_.notice(CountedTickers(outcome.shortTickers.size()) +
+                          " had too little history on that day");
     } else if (!outcome.shortTickers.empty()) {
         auto* report =
             new frmErrorReport(frame_.session.DataFolder() / Path(kErrorReportName), &frame_.window);

@@ -63,8 +63,7 @@ void UpkeepCommands::RunBackUp(BackedUp what, bool restores) {
     if (!stays) return frame_.tell(result.report);
     if (!result.refusal.empty()) return frame_.person.Say(result.refusal);
     if (restores && what == BackedUp::ProgramFiles) TakeRestoredFiles(openTable);
-    frame_.notice(std::to_string(result.copy.copied) +
-                  (result.copy.copied == 1 ? " file copied" : " files copied"));
+    frame_.notice(Counted(result.copy.copied, "file copied", "files copied"));
     frame_.tell(result.report);
 }
 
@@ -134,7 +133,7 @@ void UpkeepCommands::CombineFiles() {
     const bool stays = frame_.runs.End();
     if (combined.unread) return frame_.person.Say(Sentence(combined.unread));
     if (combined.error) return frame_.person.Say(ChangeSentence("Combine", combined.error));
-    if (stays) frame_.notice(names[2] + ": " + std::to_string(combined.rows) + " rows");
+    if (stays) frame_.notice(names[2] + ": " + Counted(combined.rows, "row", "rows"));
 }
 
 std::string UpkeepCommands::UndoWords() const {
