@@ -25,6 +25,22 @@ make_packages() {
   pack "$1"
 }
 
+# The packer tells the checksums of debug symbols with the folder that they were made in, and adds neither changelog nor
+# copyright. Their package, where there is one, is packed once more, with the names that its files are installed under
+# and the documents of the program's package.
+mend_symbols() {
+  local package name=brantlow-dbgsym
+  for package in packages/"$name"_*.ddeb; do
+    [[ -e $package ]] || continue
+    dpkg-deb -R "$package" "$scratch/$name" &&
+      mkdir -p "$scratch/$name/usr/share/doc" &&
+      ln -s brantlow "$scratch/$name/usr/share/doc/$name" &&
+      (cd "$scratch/$name" && find usr -type f -print0 | sort -z | xargs -0 md5sum >DEBIAN/md5sums) &&
+      dpkg-deb --root-owner-group -b "$scratch/$name" "$package" || return 1
+    rm -rf "${scratch:?}/$name"
+  done
+}
+
 # pack FOLDER [CPACK_OPTION...]: the packages of what is built there.
 pack() {
   rm -rf "$1/packages"
@@ -34,8 +50,8 @@ pack() {
     umask 022
     SOURCE_DATE_EPOCH=$(date -u -d "$(sed -n 's/^ -- .*>  //p' packaging/debian_changelog.in | head -n 1)" +%s)
     export SOURCE_DATE_EPOCH
-    cd "$1" && cpack -G DEB "${@:2}" >"$scratch/cpack.txt" 2>&1
-  ) || {
+    cd "$1" && cpack -G DEB "${@:2}" && mend_symbols
+  ) >"$scratch/cpack.txt" 2>&1 || {
     cat "$scratch/cpack.txt" >&2
     exit 1
   }
@@ -74,7 +90,7 @@ start_programs() {
 check_package() {
   local package=$1 root=$scratch/root
   dpkg-deb -x "$package" "$root"
-  lintian --fail-on error --tag-display-limit 0 "$package"
+  lintian --fail-on error --tag-display-limit 0 "${package%/*}"/*deb
   desktop-file-validate "$root/usr/share/applications/brantlow.desktop"
   appstreamcli validate --no-net "$root"/usr/share/metainfo/*.xml
   start_programs "$root"
@@ -145,7 +161,7 @@ case ${1:-} in
   '') check_package "$package" ;;
   --twice)
     make_packages "$build-again"
-    cmp "$package" "$(one_package "$build-again")"
+    for made in "$build"/packages/*deb; do cmp "$made" "$build-again/packages/${made##*/}"; done
     echo "both builds gave the same bytes"
     ;;
   --try) try_in_root "$package" "$(realpath -m "${2:?tools/package.sh --try ROOT}")" ;;
