@@ -1,9 +1,7 @@
 #include "shell/memory_status.h"
 
 #include <charconv>
-#include <chrono>
 
-#include "base/files.h"
 #include "base/text.h"
 
 namespace brantlow {
@@ -36,17 +34,17 @@ std::optional<MemoryStatus> ParseMemoryStatus(std::string_view meminfo) {
     return status;
 }
 
+const std::string& MemoryLook::At(TimePoint now) {
+    if (text_.empty() || now - when_ >= kFresh) {
+        text_ = BytesOrEmpty(file_);
+        when_ = now;
+    }
+    return text_;
+}
+
 std::string ReadMemoryInfo() {
-    using Clock = std::chrono::steady_clock;
-    constexpr std::chrono::milliseconds kFresh{10};
-    struct Look {
-        Clock::time_point when;
-        std::string text;
-    };
-    thread_local Look last;
-    const Clock::time_point now = Clock::now();
-    if (last.text.empty() || now - last.when >= kFresh) last = {now, BytesOrEmpty("/proc/meminfo")};
-    return last.text;
+    thread_local MemoryLook look("/proc/meminfo");
+    return look.At(std::chrono::steady_clock::now());
 }
 
 double PercentAvailable(const MemoryStatus& status) {

@@ -2,11 +2,13 @@
 // after each ticker and stops before the machine has nothing left.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/files.h"
 #include "shell/person.h"
 #include "shell/run_control.h"
 
@@ -35,8 +37,23 @@ struct MemoryStatus {
 // total is 0; missing swap figures count as no swap space.
 std::optional<MemoryStatus> ParseMemoryStatus(std::string_view meminfo);
 
-// The text of /proc/meminfo, empty where there is none; as it was up to a hundredth of a second ago, since
-// the system adds its figures up for each reader.
+// The text of a file whose figures the system adds up for each reader; empty where there is none.
+class MemoryLook {
+  public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+    // A look is as good as new for so long.
+    static constexpr std::chrono::milliseconds kFresh{10};
+
+    explicit MemoryLook(Path file) : file_(std::move(file)) {}
+    const std::string& At(TimePoint now);
+
+  private:
+    Path file_;
+    TimePoint when_;
+    std::string text_;
+};
+
+// The look at /proc/meminfo of this thread.
 std::string ReadMemoryInfo();
 
 double PercentAvailable(const MemoryStatus& status);

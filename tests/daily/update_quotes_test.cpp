@@ -258,6 +258,21 @@ TEST_F(UpdateQuotesTest, AGermanHostsCommasAndSemicolons) {
     EXPECT_TRUE(web.Addresses.front().starts_with("http://de.test/d/quotes.txt?s=T1,"));
 }
 
+TEST_F(UpdateQuotesTest, EachBatchOfAGermanHostFillsItsOwnRows) {
+    session.settings.QuoteHost = "http://de.test";
+    table = Tickers(31, "\tLast Price");
+    for (int i = 1; i <= 31; ++i) {
+        const std::string ticker = "T" + std::to_string(i);
+        lines[ticker] = ReplyLine(ticker).With(2, std::to_string(i) + ",5").Text(';');
+    }
+    const UpdateOutcome outcome = Update();
+    EXPECT_EQ(outcome.batches, 3U);
+    EXPECT_EQ(outcome.accepted, 31U);
+    for (std::size_t row = 1; row <= 31; ++row)
+        EXPECT_EQ(table.Text(row, 1), std::to_string(row) + ".500") << row;
+    EXPECT_FALSE(Exists("Temp.txt"));
+}
+
 TEST_F(UpdateQuotesTest, ADecimalCommaMarketFillsTheRowWhateverTheTicker) {
     session.settings.QuoteHost = "http://de.test";
     lines["T1"] = ReplyLine("T1.DE").With(2, "1,5").Text(';');

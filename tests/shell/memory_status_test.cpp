@@ -5,6 +5,7 @@
 #include <string>
 
 #include "support/recording_person.h"
+#include "support/temp_folder.h"
 
 namespace brantlow {
 namespace {
@@ -38,6 +39,25 @@ TEST(MemoryStatus, UnreadableFiguresAreNoStatus) {
           "MemTotal: 99999999999999999999999 kB\nMemAvailable: 4 kB\n", "XMemTotal: 4\nXMemAvailable: 4\n"}) {
         EXPECT_FALSE(ParseMemoryStatus(text)) << text;
     }
+}
+
+TEST(MemoryLook, IsTakenAnewWhenItIsAHundredthOfASecondOld) {
+    using std::chrono::microseconds;
+    const TempFolder folder;
+    const Path file = folder / "meminfo";
+    MemoryLook look(file);
+    const MemoryLook::TimePoint start(std::chrono::hours(1));
+    // What is not there is looked for each time.
+    EXPECT_EQ(look.At(start), "");
+    ASSERT_FALSE(WriteWholeFile(file, "one"));
+    EXPECT_EQ(look.At(start), "one");
+    ASSERT_FALSE(WriteWholeFile(file, "two"));
+    EXPECT_EQ(look.At(start + microseconds(9999)), "one");
+    EXPECT_EQ(look.At(start + microseconds(10000)), "two");
+    ASSERT_FALSE(WriteWholeFile(file, "three"));
+    // Its age counts from the last look.
+    EXPECT_EQ(look.At(start + microseconds(19999)), "two");
+    EXPECT_EQ(look.At(start + microseconds(20000)), "three");
 }
 
 TEST(MemoryStatus, ReadsThisMachine) {
