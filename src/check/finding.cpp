@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "shell/run_report.h"
+
 namespace brantlow {
 
 namespace {
@@ -114,7 +116,7 @@ std::string WordsOf(const Finding& finding) {
     const std::size_t hole = words.find(kHole);
     if (hole != std::string::npos) words.replace(hole, kHole.size(), finding.detail);
     if (finding.more > 0)
-        words += fmt::format(" (and {} further line{})", finding.more, finding.more == 1 ? "" : "s");
+        words += fmt::format(" (and {})", Counted(finding.more, "further line", "further lines"));
     return words;
 }
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "shell/run_report.h"
+
 namespace brantlow {
 
 namespace {
@@ -20,8 +22,8 @@ constexpr std::string_view kLeft = " left";
 std::string TimeLeft(double seconds) {
     if (seconds < kMinute) return "less than a minute left";
     if (seconds < 2 * kHour) {
-        const long minutes = std::lround(seconds / kMinute);
-        return fmt::format("about {} {} left", minutes, minutes == 1 ? "minute" : "minutes");
+        const auto minutes = static_cast<std::size_t>(std::lround(seconds / kMinute));
+        return fmt::format("about {} left", Counted(minutes, "minute", "minutes"));
     }
     return fmt::format("about {} hours left", std::lround(seconds / kHour));
 }

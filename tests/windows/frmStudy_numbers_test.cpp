@@ -8,6 +8,7 @@
 #include <QSpinBox>
 #include <QTableView>
 #include <QTableWidget>
+#include <algorithm>
 
 #include "study/three_tickers.h"
 #include "study/windows/frmStudy.h"
@@ -196,6 +197,24 @@ class FrmStudyNumbersTest : public QObject {
         QVERIFY(pdf.starts_with("%PDF-"));
         QCOMPARE(CountOf(pdf, "/Subtype /Image"), std::size_t{3});
         QVERIFY(CountOf(pdf, "/Type /Page\n") + CountOf(pdf, "/Type /Page ") >= 1);
+    }
+
+    void oneTickerOneDayAndOneSignalAreOne() {
+        ThreeTickersStudy study;
+        ConditionStudy one = ThreeTickers();
+        one.tickers.resize(1);
+        one.asked = 1;
+        one.stopped = true;
+        auto& verdicts = one.tickers.front().verdicts;
+        std::fill(verdicts.begin() + 1, verdicts.end(), BarVerdicts{0});
+        study.form.Show(std::move(one));
+        QVERIFY(study.Part<QLabel>("State")->text().startsWith(
+            QStringLiteral("1 day of 1 ticker was judged. Ended early: ")));
+        study.Part<QPushButton>("SaveReport")->click();
+        const std::string html = study.program.Read("Study 2026-03-09.html");
+        QVERIFY(html.find(", 1 ticker. 1 day of 1 ticker was judged. Bought ") != std::string::npos);
+        QVERIFY(html.find("<b>Ended after 1 ticker: the figures") != std::string::npos);
+        QVERIFY(html.find("<b>Condition 1 (Buy)</b>, 1 signal: ") != std::string::npos);
     }
 
     void aWalkThatWasEndedSaysSo() {

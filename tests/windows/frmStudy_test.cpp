@@ -20,6 +20,7 @@
 #include "store/windows/frozen_table_view.h"
 #include "store/windows/quote_grid_model.h"
 #include "study/windows/frmStudy.h"
+#include "study/windows/replay_page.h"
 #include "study/windows/svg_view.h"
 #include "window_fixture.h"
 
@@ -271,6 +272,25 @@ class FrmStudyTest : public QObject {
         QVERIFY(program.frame->findChild<frmGraph*>());
         const auto& series = program.analysis->series;
         QCOMPARE(Name(FormatIsoDate(*ParseDate(series.QuoteDate[series.BarCount]))), day);
+    }
+
+    void aReplayThatWasEndedSaysSo() {
+        const StudyProgram program;
+        TableReplay replay;
+        replay.tickers = 1;
+        replay.traded = 1;
+        replay.stopped = true;
+        const auto words = [&] { return ReplayWords(replay, program.session.settings); };
+        QVERIFY2(words().find(": 1 of 1 ticker traded, 0 with a gain, 0 with a loss.\n") != std::string::npos,
+                 words().c_str());
+        QVERIFY2(words().ends_with("Profit $.00.\nEnded after 1 ticker: the sums are of these alone."),
+                 words().c_str());
+        replay.tickers = 2;
+        replay.leftOut.push_back({.kind = FailureKind::Read, .file = "T3.26"});
+        QVERIFY2(words().find(": 1 of 2 tickers traded, ") != std::string::npos, words().c_str());
+        QVERIFY2(words().find("\nEnded after 2 tickers: the sums are of these alone.\n1 left out: ") !=
+                     std::string::npos,
+                 words().c_str());
     }
 
     void aReplayWithoutBothConditionsIsRefused() {

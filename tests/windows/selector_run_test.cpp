@@ -4,6 +4,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStatusBar>
 
 #include "selector/windows/frmSelectorSelection.h"
 #include "shell/frame/windows/frmEnable.h"
@@ -158,6 +159,8 @@ class SelectorRunTest : public QObject {
         QCOMPARE(program.frame->QuoteForm()->windowTitle(),
                  QStringLiteral("Big.ddq, daily, 2022-12-30 - Evaluations.dbe"));
         for (int row = 0; row < kTickers; ++row) QCOMPARE(program.Cell(row, 1), QString());
+        QCOMPARE(program.frame->statusBar()->currentMessage(),
+                 QStringLiteral("60 tickers had too little history on that day"));
         // A look back leaves the report on today's history alone.
         QCOMPARE(program.Read("Error Report.txt"), report);
         QVERIFY(!program.frame->findChild<frmErrorReport*>());

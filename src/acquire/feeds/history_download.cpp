@@ -396,8 +396,8 @@ std::size_t TickersWithHistory(const Session& session, const std::vector<std::st
 
 std::string ReplaceQuestion(std::size_t stored, std::size_t tickers) {
     return fmt::format(
-        "The stored history of {} of {} tickers is replaced by what is downloaded now. Do you want to go on?",
-        stored, tickers);
+        "The stored history of {} of {} is replaced by what is downloaded now. Do you want to go on?", stored,
+        CountedTickers(tickers));
 }
 
 void TellHistory(std::string_view ticker, const HistoryDownload& download, RunReport& report) {

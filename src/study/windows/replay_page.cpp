@@ -53,9 +53,9 @@ bool IsBefore(const TableTrade& a, const TableTrade& b, int column) {
 std::string ReplayWords(const TableReplay& replay, const SettingsTables& settings) {
     const BackTest& sums = replay.sums;
     std::string words =
-        fmt::format("Buy {}, Sell {}: {} of {} tickers traded, {} with a gain, {} with a loss.\n",
+        fmt::format("Buy {}, Sell {}: {} of {} traded, {} with a gain, {} with a loss.\n",
                     Get(settings, kBuySide.setting), Get(settings, kSellSide.setting), replay.traded,
-                    replay.tickers, replay.gained, replay.lost);
+                    CountedTickers(replay.tickers), replay.gained, replay.lost);
     words +=
         fmt::format("Bought {:.0f} shares for {}, sold {:.0f} for {}; those held are worth {}. Profit {}.",
                     sums.SharesBought, Money(sums.BuyCost), sums.SharesSold, Money(sums.SellValue),

@@ -61,9 +61,8 @@ std::vector<std::string> ReportFailures(const LiveReport& report) {
     }
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         const auto& names = kinds[i].second;
-        lines.push_back(fmt::format("{} ticker{} failed at {} ({}): {}", names.size(),
-                                    names.size() == 1 ? "" : "s", report.title, NameList(names),
-                                    OutcomeText(firsts[i])));
+        lines.push_back(fmt::format("{} failed at {} ({}): {}", CountedTickers(names.size()), report.title,
+                                    NameList(names), OutcomeText(firsts[i])));
     }
     return lines;
 }

@@ -9,6 +9,7 @@
 #include "acquire/feeds/live/live_history.h"
 #include "acquire/feeds/live/source_choices.h"
 #include "base/text.h"
+#include "shell/run_report.h"
 
 namespace brantlow {
 
@@ -114,8 +115,8 @@ std::string DurationWords(double seconds) {
     constexpr double kHour = 3600;
     if (seconds < kMinute) return "a moment";
     const bool isHours = seconds >= 2 * kHour;
-    const long count = std::lround(std::ceil(seconds / (isHours ? kHour : kMinute)));
-    return fmt::format("about {} {}{}", count, isHours ? "hour" : "minute", count == 1 ? "" : "s");
+    const auto count = static_cast<std::size_t>(std::ceil(seconds / (isHours ? kHour : kMinute)));
+    return "about " + (isHours ? Counted(count, "hour", "hours") : Counted(count, "minute", "minutes"));
 }
 
 }  // namespace brantlow

@@ -171,8 +171,8 @@ void RunCommands::TellOutcome(const SelectorOutcome& outcome) {
         frame_.person.Say(Sentence(outcome.reportError));
     } else if (!outcome.unreadable.empty()) {
         frame_.person.Say(std::to_string(outcome.unreadable.size()) + " of " +
-                          std::to_string(outcome.tickers) +
-                          " tickers left out: " + Sentence(outcome.unreadable.front()));
+                          CountedTickers(outcome.tickers) +
+                          " left out: " + Sentence(outcome.unreadable.front()));
     } else if (outcome.looksBack) {
         if (!outcome.shortTickers.empty())
             frame_.notice(CountedTickers(outcome.shortTickers.size()) +
