@@ -6,7 +6,6 @@
 
 #include "base/windows/display_text.h"
 #include "screens/selector_edits.h"
-#include "shell/run_report.h"
 
 namespace brantlow {
 
@@ -60,8 +59,7 @@ QString HitCounter::Sentence(const Condition& condition) const {
             .arg(tickers_.size());
     const ConditionHits hits = store_.Count(condition);
     const std::vector<std::string> lines = LinesOf(condition);
-    std::string text =
-        fmt::format("Finds {} of {} now, on daily bars.", hits.hits, CountedTickers(tickers_.size()));
+    std::string text = fmt::format("Finds {} of {} tickers now, on daily bars.", hits.hits, tickers_.size());
     for (std::size_t i = 0; i < hits.lines.size(); ++i)
         text += fmt::format("{}{} leaves {} (alone {})", i == 0 ? " " : ", ", lines[i], hits.lines[i].left,
                             hits.lines[i].alone);
